@@ -1,1 +1,23 @@
+# Libraries, public headers, command line and the package that find_package(tessalink) reads.
 include(CMakePackageConfigHelpers)
+
+get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
+get_property(folders GLOBAL PROPERTY TESSALINK_FOLDERS)
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/tessalink)
+
+install(TARGETS ${libraries} EXPORT tessalinkTargets)
+install(EXPORT tessalinkTargets NAMESPACE tessalink:: DESTINATION ${package})
+foreach(folder IN LISTS folders)
+  install(DIRECTORY ${folder}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tessalink/${folder}
+          FILES_MATCHING PATTERN *.h PATTERN detail EXCLUDE)
+endforeach()
+if(TARGET tessalink)
+  install(TARGETS tessalink)
+endif()
+
+configure_package_config_file(cmake/tessalinkConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/tessalinkConfig.cmake INSTALL_DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/tessalinkConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/tessalinkConfig.cmake
+              ${PROJECT_BINARY_DIR}/tessalinkConfigVersion.cmake DESTINATION ${package})

@@ -1,0 +1,55 @@
+#!/usr/bin/env python3
+"""Prints the line coverage of each folder of the libraries and programs, and fails below a floor.
+
+usage: coverage.py BUILD FLOOR    BUILD has all.profdata and the test programs
+"""
+import collections
+import json
+import os
+import subprocess
+import sys
+
+MEASURED = ("platform/", "core/", "report/", "apps/")
+
+
+def programs(build):
+    """Programs that the tests run."""
+    for folder in ("tests", "apps", "fuzz", "examples"):
+        for place, _, files in os.walk(os.path.join(build, folder)):
+            for name in files:
+                path = os.path.join(place, name)
+                with open(path, "rb") as file:
+                    if file.read(4) == b"\x7fELF" and os.access(path, os.X_OK):
+                        yield path
+
+
+def lines_by_folder(build):
+    objects = [argument for path in programs(build) for argument in ("-object", path)]
+    exported = subprocess.run(
+        ["llvm-cov-14", "export", "-summary-only", "-instr-profile",
+         os.path.join(build, "all.profdata"), *objects[1:]],
+        stdout=subprocess.PIPE, check=True).stdout
+    folders = collections.defaultdict(lambda: [0, 0])
+    for file in json.loads(exported)["data"][0]["files"]:
+        path = os.path.relpath(file["filename"])
+        if path.startswith(MEASURED):
+            lines = file["summary"]["lines"]
+            for folder in (os.path.dirname(path).removesuffix("/detail"), "all"):
+                folders[folder][0] += lines["covered"]
+                folders[folder][1] += lines["count"]
+    return folders
+
+
+def main():
+    build, floor = sys.argv[1], float(sys.argv[2])
+    below = False
+    for folder, (covered, count) in sorted(lines_by_folder(build).items()):
+        percent = 100 * covered / count
+        below |= percent < floor
+        mark = f"  below {floor:g} %" if percent < floor else ""
+        print(f"> {percent:5.1f} % of {count:5d} lines  {folder}{mark}")
+    return 1 if below else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

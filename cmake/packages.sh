@@ -1,0 +1,36 @@
+# Sourced by run and check: need_packages makes sure that what a step needs is on the machine.
+#
+# Each need is "WHAT=PACKAGE": WHAT is a command, or a file (it has a slash; patterns work).
+
+is_there() {
+    if [[ $1 == */* ]]; then compgen -G "$1" >/dev/null; else command -v "$1" >/dev/null; fi
+}
+
+# need_packages NEED...: installs what is missing when root on a Debian-like system; otherwise says
+# which packages are missing and fails.
+need_packages() {
+    local need missing=()
+    for need in "$@"; do
+        is_there "${need%%=*}" || missing+=("${need#*=}")
+    done
+    ((${#missing[@]})) || return 0
+    if ((EUID != 0)) || ! command -v apt-get >/dev/null; then
+        printf 'Missing packages: %s\n' "${missing[*]}" >&2
+        printf 'Install them with: sudo apt-get install %s\n' "${missing[*]}" >&2
+        return 1
+    fi
+    printf 'Installing: %s\n' "${missing[*]}"
+    apt_get update && apt_get install "${missing[@]}"
+}
+
+apt_get() {
+    local log
+    log=$(mktemp)
+    if ! DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends \
+        -o DPkg::Lock::Timeout=300 "$@" </dev/null >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        return 1
+    fi
+    rm -f "$log"
+}
