@@ -1,0 +1,2 @@
+// The process that does nothing: what starting any program costs.
+int main() {}

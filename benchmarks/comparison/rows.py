@@ -1,0 +1,449 @@
+"""The rows of the comparison. Each makes its files in a folder in memory, checks that all
+contestants write the same bytes, lets them run in turns and prints times, ratios and verdicts."""
+
+import resource
+import shutil
+import subprocess
+from math import log2
+
+import workloads
+from languages import M4, ClearSilver, CTemplate, Product, Ref, Text
+from measure import Failed, processes, same_bytes, self_timed, table, verdict
+
+ROWS = {}
+
+
+def row(function):
+    ROWS[function.__name__] = function
+    return function
+
+
+class Bench:
+    """What a row works with: the programs, its folder, the sizes, and how many rounds to run."""
+
+    def __init__(self, tools, folder, quick, rounds):
+        self.tools = tools
+        self.folder = folder
+        self.quick = quick
+        self.rounds = rounds
+        self.reached = []
+
+    def size(self, full, quick):
+        return quick if self.quick else full
+
+    def file(self, name, data):
+        path = self.folder / name
+        path.write_bytes(data if isinstance(data, bytes) else data.encode("latin-1"))
+        return path
+
+    def expect(self, what, value, bound, unit="x"):
+        self.reached.append(verdict(what, value, bound, unit))
+
+    def processes(self, commands, rounds=None):
+        return processes(self.tools["turns"], commands, rounds or self.rounds)
+
+    def products(self, template, values, scrambled=True):
+        """The product's command lines over one template; gives contestant -> (command, output)."""
+        if not self.tools.has("tessalink"):
+            return {}
+        variables = self.file("product.tsv", values.tsv())
+        kinds = {"tessalink, plain": ("--plain", template)}
+        if scrambled:
+            kinds["tessalink, scrambled"] = ("--scrambled", workloads.scramble(template))
+        commands = {}
+        for name, (option, data) in kinds.items():
+            out = self.folder / f"product{option}.out"
+            source = self.file(f"product{option}.tpl", data)
+            commands[name] = ([self.tools["tessalink"], "report", source, "-o", out, "--vars",
+                               variables, option], out)
+        return commands
+
+    def peers(self, texts, languages):
+        """The peers' command lines; `texts` maps a language to the template written in it."""
+        commands = {}
+        programs = {"ctemplate": "ctemplate_peer", "clearsilver": "clearsilver_peer", "m4": "m4"}
+        for name, text in texts.items():
+            if not self.tools.has(programs[name]):
+                continue
+            variables = self.file(f"{name}.tsv", languages[name].variables_file())
+            source = self.file(f"{name}.tpl", text)
+            out = self.folder / f"{name}.out"
+            if name == "m4":
+                script = 'exec "$0" "$1" "$2" > "$3"'
+                words = ["sh", "-c", script, self.tools["m4"], variables, source, out]
+            else:
+                words = [self.tools[programs[name]], "render", source, out, variables]
+            commands[name] = (words, out)
+        return commands
+
+
+def languages(values):
+    return {"product": Product(values), "ctemplate": CTemplate(values),
+            "clearsilver": ClearSilver(values), "m4": M4(values)}
+
+
+def milliseconds(nanoseconds):
+    return f"{nanoseconds / 1e6:.2f}"
+
+
+def process_table(series, limit):
+    rows = [(name, milliseconds(one.time), f"{one.over(series[limit]):.2f}", one.peak)
+            for name, one in series.items()]
+    table(("", "ms", "x limit", "peak KiB"), rows)
+
+
+def fastest(series, names):
+    return min((name for name in names if name in series), key=lambda name: series[name].time,
+               default=None)
+
+
+def fresh_outputs(contestants):
+    """Runs every contestant once and checks that the outputs agree; gives one of the outputs."""
+    for name, (words, _) in contestants.items():
+        if subprocess.run(list(map(str, words))).returncode != 0:
+            raise Failed(f"{name} failed: {words}")
+    size = same_bytes({name: out for name, (_, out) in contestants.items()})
+    print(f"Output: {size:,} bytes, the same from all.\n")
+    return next(iter(contestants.values()))[1]
+
+
+def whole_texts(bench, pool, count, scrambled):
+    """A row of whole processes over a long template made of `count` pieces, against `cp`."""
+    values = workloads.variables()
+    spoken = languages(values)
+    pieces = pool(spoken["product"])
+    texts = {name: workloads.HEADER
+             + workloads.repeated([language.write(parts) for parts in pieces], count) + "}"
+             for name, language in spoken.items()}
+    template = texts.pop("product").encode("latin-1")
+    print(f"Template of the product: {len(template):,} bytes.")
+    contestants = {**bench.products(template, values, scrambled), **bench.peers(texts, spoken)}
+    output = fresh_outputs(contestants)
+    commands = {"cp of the output": ["cp", output, bench.folder / "copy.out"]}
+    commands.update({name: words for name, (words, _) in contestants.items()})
+    series = bench.processes(commands)
+    process_table(series, "cp of the output")
+    return series
+
+
+def expect_limit(bench, series, bound):
+    for name in series:
+        if name.startswith("tessalink"):
+            bench.expect(f"{name}, against the limit", series[name].over(
+                series["cp of the output"]), bound)
+
+
+@row
+def plain(bench):
+    """20 MB of RTF with a variable every 1,000 bytes, whole process."""
+    series = whole_texts(bench, workloads.plain_pool, bench.size(20_000, 2_000), True)
+    expect_limit(bench, series, 2)
+
+
+@row
+def dense(bench):
+    """200,000 paragraphs, 48 MB, 2.4 million commands, whole process."""
+    series = whole_texts(bench, workloads.dense_pool, bench.size(200_000, 5_000), False)
+    expect_limit(bench, series, 12)
+    # ctemplate evaluates nothing: it is handed the results of all arithmetic and conditions.
+    peer = fastest(series, ["clearsilver", "m4"])
+    if peer and "tessalink, plain" in series:
+        bench.expect(f"tessalink against the fastest peer that evaluates, {peer}",
+                     series["tessalink, plain"].over(series[peer]), 0.1)
+
+
+def small_report(bench):
+    values = workloads.variables()
+    spoken = languages(values)
+    parts = workloads.report_parts()
+    texts = {name: spoken[name].write(parts) for name in ("product", "ctemplate", "clearsilver")}
+    template = texts.pop("product").encode("latin-1")
+    print(f"Template of the product: {len(template):,} bytes.")
+    contestants = {**bench.products(template, values, False), **bench.peers(texts, spoken)}
+    return contestants, fresh_outputs(contestants)
+
+
+@row
+def small(bench):
+    """A 60 KB report read, parsed and run again each time, in one process."""
+    contestants, output = small_report(bench)
+    count = bench.size(500, 50)
+    folder = bench.folder
+    commands = {"read and write": [bench.tools["limits"], "readwrite", output,
+                                   folder / "copy.out", count]}
+    if bench.tools.has("product"):
+        commands["tessalink"] = [bench.tools["product"], "repeat", folder / "product--plain.tpl",
+                                 folder / "product.out", folder / "product.tsv", count]
+    if bench.tools.has("ctemplate_peer"):
+        commands["ctemplate"] = [bench.tools["ctemplate_peer"], "repeat", folder / "ctemplate.tpl",
+                                 folder / "ctemplate.out", folder / "ctemplate.tsv", count]
+    series = {name: keys["ns"] for name, keys in self_timed(commands, bench.rounds).items()}
+    if "tessalink" in series:
+        same_bytes({"command line": output, "tessalink": folder / "product.out"})
+    limit = series["read and write"]
+    table(("", "us", "x limit"),
+          [(name, f"{one.time / 1e3:.1f}", f"{one.over(limit):.2f}")
+           for name, one in series.items()])
+    if "tessalink" in series and "ctemplate" in series:
+        bench.expect("tessalink against ctemplate", series["tessalink"].over(series["ctemplate"]),
+                     1 / 3)
+
+
+@row
+def startup(bench):
+    """One small report by the command line against an empty process."""
+    contestants, _ = small_report(bench)
+    commands = {"empty process": [bench.tools["empty"]]}
+    commands.update({name: words for name, (words, _) in contestants.items()})
+    series = bench.processes(commands, bench.rounds * 10)
+    process_table(series, "empty process")
+    if "tessalink, plain" in series:
+        bench.expect("tessalink against an empty process",
+                     series["tessalink, plain"].over(series["empty process"]), 2.2)
+
+
+@row
+def lookups(bench):
+    """100,000 references among 10 to 1,000,000 variables."""
+    lookups_count = 100_000
+    counts = bench.size((10, 1_000, 100_000, 1_000_000), (10, 1_000, 10_000))
+    programs = {"flat hash": "flat_hash", "tessalink": "product", "ctemplate": "ctemplate_peer"}
+    rows = []
+    runs = {}
+    for variables in counts:
+        commands = {}
+        for name, program in programs.items():
+            if bench.tools.has(program):
+                mode = [] if program == "flat_hash" else ["lookup"]
+                commands[name] = [bench.tools[program], *mode, variables, lookups_count, 3]
+        series = self_timed(commands, max(3, bench.rounds // 3))
+        sums = {name: keys["checksum"].times[0] for name, keys in series.items()
+                if "checksum" in keys}
+        if len(set(sums.values())) > 1:
+            raise Failed(f"the outputs differ: {sums}")
+        for name, keys in series.items():
+            runs[name, variables] = keys
+            rows.append((name, f"{variables:,}", milliseconds(keys["run"].time),
+                         milliseconds(keys["fill"].time),
+                         f"{keys['fill'].time / variables / 1e3:.3f}"))
+    table(("", "variables", "run ms", "fill ms", "fill us each"), sorted(rows))
+    few, many = counts[0], counts[-1]
+    if ("tessalink", many) in runs and ("flat hash", many) in runs:
+        more = runs["tessalink", many]["run"].time - runs["tessalink", few]["run"].time
+        bench.expect(f"what {many:,} variables cost more than {few}, in flat-hash times",
+                     more / runs["flat hash", many]["run"].time, 3)
+        bench.expect(f"filling {many:,} variables, each",
+                     runs["tessalink", many]["fill"].time / many / 1e3, 0.4, " us")
+
+
+def write_include_chain(bench, depth):
+    """L0001 includes L0002 and so on; the last level includes nothing."""
+    filler = workloads.Writer(0).words(60)
+    for level in range(1, depth + 1):
+        next_level = f"L{level + 1:04d}"
+        last = level == depth
+        product = f"{filler}\n" if last else f"{filler}\n@INCLUDE([{next_level}]){filler}\n"
+        silver = f"{filler}\n" if last else f'{filler}\n<?cs include:"{next_level}.cs" ?>{filler}\n'
+        bench.file(f"L{level:04d}.DAT", workloads.scramble(product.encode()))
+        bench.file(f"L{level:04d}.cs", silver)
+    bench.file("chain.tpl", "@INCLUDE([L0001])end.\n")
+    bench.file("chain.cs", '<?cs include:"L0001.cs" ?>end.\n')
+
+
+@row
+def includes(bench):
+    """Nested includes, 10 to 1,000 levels deep."""
+    depths = bench.size((10, 100, 300, 1_000), (10, 100))
+    values = workloads.variables()
+    folder = bench.folder
+    tsv = bench.file("peer.tsv", values.plain())
+    times = {}
+    for depth in depths:
+        write_include_chain(bench, depth)
+        contestants = {}
+        if bench.tools.has("tessalink"):
+            contestants["tessalink"] = ([bench.tools["tessalink"], "report", folder / "chain.tpl",
+                                         "-o", folder / "product.out", "--plain"],
+                                        folder / "product.out")
+        if bench.tools.has("clearsilver_peer"):
+            contestants["clearsilver"] = ([bench.tools["clearsilver_peer"], "render",
+                                           folder / "chain.cs", folder / "clearsilver.out", tsv,
+                                           folder], folder / "clearsilver.out")
+        fresh_outputs(contestants)
+        commands = {"open, read, close": [bench.tools["limits"], "files", folder, depth]}
+        commands.update({name: words for name, (words, _) in contestants.items()})
+        times[depth] = bench.processes(commands, bench.rounds * 4)
+    few = depths[0]
+    rows = []
+    slopes = {}
+    for name in times[few]:
+        for depth in depths[1:]:
+            slope = (times[depth][name].time - times[few][name].time) / (depth - few) / 1e3
+            slopes[name, depth] = slope
+            rows.append((name, depth, milliseconds(times[depth][name].time), f"{slope:.2f}"))
+    table(("", "levels", "ms, whole process", f"us a level beyond {few}"), rows)
+    deep = depths[-1]
+    if ("tessalink", deep) in slopes:
+        check_few_descriptors(bench, folder)
+        bench.expect("tessalink against clearsilver, a level",
+                     slopes["tessalink", deep] / slopes["clearsilver", deep], 2 / 3)
+        bench.expect(f"a level at {deep} against one at {depths[1]} levels",
+                     slopes["tessalink", deep] / slopes["tessalink", depths[1]], 1.5)
+
+
+def check_few_descriptors(bench, folder):
+    """The deepest chain must run with a handful of file descriptors."""
+    words = [bench.tools["tessalink"], "report", folder / "chain.tpl", "-o",
+             folder / "product.out", "--plain"]
+    few = 16
+    done = subprocess.run(
+        list(map(str, words)), stderr=subprocess.PIPE, text=True,
+        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (few, few)))
+    held = done.returncode == 0 or "too many open files" in done.stderr.lower()
+    print(f"- the deepest chain with {few} file descriptors: exit {done.returncode} "
+          f"{done.stderr.strip()}: **{'reached' if held else 'NOT reached'}**")
+    bench.reached.append(held)
+
+
+def write_blocks(bench, count, values):
+    """The same blocks for the product, and for programs that sort them before they render."""
+    spoken = languages(values)
+    texts = {name: [] for name in ("product", "ctemplate", "clearsilver")}
+    for i in range(count):
+        parts = workloads.sized(workloads.block(i % 2000), 140, spoken["product"])
+        # Whole keys repeat, so that many blocks are equal.
+        key = f"{(i * 7919) % 4096}.5"
+        for name, blocks in texts.items():
+            text = spoken[name].write(parts)
+            blocks.append(f"@DEFER_START({key}){text}@DEFER_END\n" if name == "product"
+                          else f"<?key {key} ?>{text}")
+    texts["product"].append("@PRINT_DEFERRED(ASC)")
+    for name, blocks in texts.items():
+        bench.file(f"{name}.tpl", "".join(blocks))
+        bench.file(f"{name}.tsv", spoken[name].variables_file())
+
+
+@row
+def deferred(bench):
+    """10 to 65,535 deferred blocks of 140 bytes."""
+    counts = bench.size((10, 1_000, 10_000, 65_535), (10, 1_000))
+    folder = bench.folder
+    programs = {"tessalink": ("product", "repeat", "product"),
+                "clearsilver": ("clearsilver_peer", "deferred", "clearsilver"),
+                "ctemplate": ("ctemplate_peer", "deferred", "ctemplate")}
+    rows = []
+    each = {}
+    for count in counts:
+        write_blocks(bench, count, workloads.variables())
+        repeats = max(3, min(200, 50_000 // count))
+        commands = {"stable sort and copy": [bench.tools["limits"], "sortcopy",
+                                             folder / "clearsilver.tpl", folder / "copy.out",
+                                             repeats]}
+        outputs = {}
+        for name, (program, mode, language) in programs.items():
+            if bench.tools.has(program):
+                outputs[name] = folder / f"{language}.out"
+                commands[name] = [bench.tools[program], mode, folder / f"{language}.tpl",
+                                  outputs[name], folder / f"{language}.tsv", repeats]
+        series = self_timed(commands, max(3, bench.rounds // 3))
+        same_bytes(outputs)
+        for name, keys in series.items():
+            each[name, count] = keys["ns"].time / count / 1e3
+            rows.append((name, f"{count:,}", milliseconds(keys["ns"].time),
+                         f"{each[name, count]:.3f}"))
+    table(("", "blocks", "ms", "us a block"), sorted(rows, key=lambda cells: cells[0]))
+    many = counts[-1]
+    peer = min((name for name in programs if name != "tessalink" and (name, many) in each),
+               key=lambda name: each[name, many], default=None)
+    if ("tessalink", many) in each and peer:
+        bench.expect(f"tessalink against the fastest peer, {peer}",
+                     each["tessalink", many] / each[peer, many], 0.5)
+        growth = log2(many) / log2(counts[1])
+        bench.expect(f"a block among {many:,} against one among {counts[1]:,}",
+                     each["tessalink", many] / each["tessalink", counts[1]], 1.5 * growth)
+
+
+@row
+def gigabyte(bench):
+    """A template of 1 GiB in at most 16 MiB of memory."""
+    if not bench.tools.has("tessalink"):
+        return
+    target = bench.size(1 << 30, 64 << 20)
+    values = workloads.variables()
+    spoken = Product(values)
+    pool = [spoken.write(parts) for parts in workloads.plain_pool(spoken)]
+    chunk = workloads.repeated(pool, 16_000).encode("latin-1")
+    source = folder_file(bench, "giant.tpl", workloads.HEADER.encode(), chunk, target)
+    variables = bench.file("product.tsv", values.tsv())
+    out = bench.folder / "giant.out"
+    command = [bench.tools["tessalink"], "report", source, "-o", out, "--vars", variables,
+               "--plain"]
+    series = processes(bench.tools["turns"], {
+        "tessalink, plain": command,
+        "cp of the output": ["cp", out, bench.folder / "copy.out"]}, 1, 0)
+    process_table(series, "cp of the output")
+    bench.expect("peak memory", series["tessalink, plain"].peak / 1024, 16, " MiB")
+
+
+def folder_file(bench, name, head, chunk, size):
+    path = bench.folder / name
+    with open(path, "wb") as file:
+        file.write(head)
+        while file.tell() < size:
+            file.write(chunk)
+    return path
+
+
+@row
+def memory(bench):
+    """Saving and loading a table of a million variables; RTF text over 256 MiB."""
+    if not bench.tools.has("product"):
+        return
+    entries = bench.size((100_000, 1_000_000), (10_000, 100_000))
+    sizes = bench.size((64 << 20, 256 << 20), (4 << 20, 16 << 20))
+    rows = []
+    for size in sizes:
+        rows += bandwidth_rows(bench, f"{size >> 20} MiB", size,
+                               [bench.tools["product"], "rtf", size, 3])
+    for count in entries:
+        rows += bandwidth_rows(bench, f"{count:,} variables", None,
+                               [bench.tools["product"], "archive", count, 3])
+    table(("", "of", "ms", "GB/s", "share of memcpy"), sorted(rows, key=lambda cells: cells[0]))
+
+
+def bandwidth_rows(bench, of, size, command):
+    """What a product run moved, beside a memcpy of as many bytes in the same rounds."""
+    if size is None:
+        done = subprocess.run(list(map(str, command)), text=True, stdout=subprocess.PIPE)
+        size = next(int(float(line.split()[1])) for line in done.stdout.splitlines()
+                    if line.startswith("bytes"))
+        of += f", {size / 1e6:.1f} MB"
+    series = self_timed({"memcpy": [bench.tools["limits"], "memcpy", size, 3],
+                         "product": command}, max(3, bench.rounds // 3))
+    copied = series["memcpy"]["ns"]
+    rows = [("memcpy", of, milliseconds(copied.time), f"{size / copied.time:.2f}", "1.00")]
+    for key, one in series["product"].items():
+        if key != "bytes":
+            rows.append((key, of, milliseconds(one.time), f"{size / one.time:.3f}",
+                         f"{copied.over(one):.3f}"))
+    return rows
+
+
+def run(names, tools, base, quick, rounds):
+    """Runs the named rows, each in a folder of its own below `base` that is removed after it;
+    gives whether every bound was kept."""
+    kept = True
+    for name in names:
+        print(f"\n## {name}: {ROWS[name].__doc__.splitlines()[0]}\n", flush=True)
+        folder = base / name
+        folder.mkdir()
+        bench = Bench(tools, folder, quick, rounds)
+        try:
+            ROWS[name](bench)
+        except Failed as fault:
+            print(f"**FAILED**: {fault}", flush=True)
+            bench.reached.append(False)
+        finally:
+            shutil.rmtree(folder)
+        kept = kept and all(bench.reached)
+    return kept

@@ -1,0 +1,83 @@
+"""Finds or builds what the comparison runs: the product, its peers and the small programs."""
+
+import shutil
+import subprocess
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+FLAGS = ["-O2", "-std=c++20", "-Wall", "-Wextra"]
+ABSL = ["-labsl_hash", "-labsl_raw_hash_set", "-labsl_city", "-labsl_low_level_hash"]
+
+# What a program is built with beyond its source; a peer that is not installed is left out.
+PEERS = {
+    "ctemplate_peer": ("libctemplate-dev", "/usr/include/ctemplate/template.h", [], ["-lctemplate"]),
+    "clearsilver_peer": ("clearsilver-dev", "/usr/include/ClearSilver/ClearSilver.h",
+                         ["-isystem", "/usr/include/ClearSilver"],
+                         ["-lneo_cs", "-lneo_utl", "-lz"]),
+    "flat_hash": ("libabsl-dev", "/usr/include/absl/container/flat_hash_map.h", [], ABSL),
+    "m4": ("m4", "/usr/bin/m4", [], []),
+}
+
+
+def install_peers():
+    missing = [package for package, proof, _, _ in PEERS.values() if not Path(proof).exists()]
+    if not missing:
+        return
+    print("installing", *missing, flush=True)
+    install = ["apt-get", "install", "-y", "-qq", "--no-install-recommends", *missing]
+    for command in (["apt-get", "update", "-qq"], install):
+        subprocess.run(command, stdout=subprocess.DEVNULL, check=False)
+
+
+class Tools:
+    """The programs by name; `has(name)` tells whether one is there."""
+
+    def __init__(self, build, with_product):
+        self.build = Path(build).resolve()
+        self.folder = self.build / "comparison"
+        self.folder.mkdir(parents=True, exist_ok=True)
+        self.paths = {}
+        install_peers()
+        for name in ("turns", "limits", "empty"):
+            self.compile(name, [], [])
+        for name, (package, proof, before, after) in PEERS.items():
+            if not Path(proof).exists():
+                print(f"{name} is left out: package {package} is not installed")
+            elif name == "m4":
+                self.paths[name] = shutil.which("m4")
+            else:
+                self.compile(name, before, after)
+        if with_product:
+            self.build_product()
+
+    def has(self, *names):
+        return all(name in self.paths for name in names)
+
+    def __getitem__(self, name):
+        return self.paths[name]
+
+    def compile(self, name, before, after):
+        source = HERE / "programs" / f"{name}.cpp"
+        program = self.folder / name
+        inputs = [source, HERE / "programs" / "Timing.h",
+                  *(Path(word) for word in after if word.endswith(".a"))]
+        if not program.exists() or any(
+                program.stat().st_mtime < file.stat().st_mtime for file in inputs):
+            subprocess.run(["g++", *FLAGS, *before, str(source), "-o", str(program), *after],
+                           check=True)
+        self.paths[name] = program
+
+    def build_product(self):
+        """Builds the command line and the libraries in Release form."""
+        configure = ["cmake", "-S", ROOT, "-B", self.build, "-DCMAKE_BUILD_TYPE=Release",
+                     "-DBUILD_SHARED_LIBS=OFF", "-DTESSALINK_BUILD_TESTS=OFF",
+                     "-DTESSALINK_BUILD_EXAMPLES=OFF"]
+        subprocess.run(configure, stdout=subprocess.DEVNULL, check=True)
+        subprocess.run(["cmake", "--build", self.build, "-j2"], stdout=subprocess.DEVNULL,
+                       check=True)
+        libraries = [next(self.build.rglob(f"libtessalink_{name}.a"))
+                     for name in ("report", "core", "base")]
+        self.compile("product", ["-I", str(ROOT)], list(map(str, libraries)))
+        self.paths["tessalink"] = next(
+            path for path in self.build.rglob("tessalink") if path.is_file())
