@@ -44,7 +44,7 @@ def main():
     build, floor = sys.argv[1], float(sys.argv[2])
     below = False
     for folder, (covered, count) in sorted(lines_by_folder(build).items()):
-        percent = 100 * covered / count
+        percent = 100 * covered / max(count, 1)
         below |= percent < floor
         mark = f"  below {floor:g} %" if percent < floor else ""
         print(f"> {percent:5.1f} % of {count:5d} lines  {folder}{mark}")
