@@ -37,6 +37,9 @@ STANDARD_ONLY = ("platform/base/", "platform/files/", "platform/graphics/", "pla
                  "core/", "report/", "scores/", "graphs/", "dataentry/", "responselists/")
 SYSTEM_CALLS = ("platform/files/",)
 
+# Who may include a folder's detail/ besides the folder: what is linked into the same library.
+SAME_LIBRARY = {"platform/base/": ("platform/files/",)}
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 STANDARD_HEADER = re.compile(r"^[a-z_0-9]+$")
 TOOLKIT_HEADER = re.compile(r"^(Q[A-Z]|Qt[A-Z]?[A-Za-z]*/|q[a-z]+\.h$)")
@@ -67,7 +70,8 @@ def fault_of_quoted(root, path, target):
         return f'"{target}" is forbidden for {own[0]}'
     if is_inner(target):
         owner = target.split("/detail/")[0] + "/"
-        if not path.removeprefix("tests/").startswith(owner):
+        friends = (owner, *SAME_LIBRARY.get(owner, ()))
+        if not path.removeprefix("tests/").startswith(friends):
             return f'"{target}" belongs to {owner} alone'
         if is_public_header(path):
             return f'"{target}" is not installed, and this header is'
