@@ -1,0 +1,109 @@
+#include "core/BufferedFile.h"
+
+#include <cstring>
+
+namespace tessalink {
+
+void scramble(char* bytes, std::size_t count) {
+    constexpr auto key = static_cast<char>(BufferedFile::cScrambleKey & 0xFFu);
+    for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<char>(bytes[i] ^ key);
+}
+
+}  // namespace tessalink
+
+BufferedFile::BufferedFile(CFile* file, int scrambled) : m_file(file), m_scrambled(scrambled) {
+    reset();
+}
+
+BufferedFile::~BufferedFile() {
+    try {
+        BufferedFile::Close();
+    } catch (const CException&) {
+        // A destructor has nobody to tell.
+    }
+}
+
+void BufferedFile::Attach(CFile* file) {
+    Close();
+    m_file = file;
+    reset();
+}
+
+CFile* BufferedFile::Detach() {
+    CFile* file = m_file;
+    m_file = nullptr;
+    reset();
+    return file;
+}
+
+int BufferedFile::Open(const char* name, unsigned int flags, CFileException* error) {
+    Close();
+    if (m_file->Open(name, flags, error)) reset();
+    return m_open;
+}
+
+void BufferedFile::Close() {
+    if (m_open) m_file->Close();
+    m_open = 0;
+    m_size = m_blockStart = 0;
+    m_savedPos = cNoPosition;
+    m_index = m_count = 0;
+}
+
+void BufferedFile::SkipEol() {
+    if (AtEOF() || NextCh() != '\r') return;
+    GetCh();
+    if (NextCh() == '\n') GetCh();
+}
+
+void BufferedFile::SetPos(std::uint64_t position) {
+    if (position >= m_blockStart && position - m_blockStart <= m_count) {
+        m_index = static_cast<std::size_t>(position - m_blockStart);
+        return;
+    }
+    if (m_file) m_file->Seek(static_cast<std::int64_t>(position), CFile::begin);
+    m_blockStart = position;
+    m_index = m_count = 0;
+}
+
+void BufferedFile::RestorePos() {
+    if (m_savedPos != cNoPosition) SetPos(m_savedPos);
+}
+
+CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
+    if (!m_file || last + 1 <= first) return CString();
+    const auto length = static_cast<std::size_t>(last + 1 - first);
+    CString text;
+    char* bytes = text.GetBuffer(static_cast<int>(length));
+    std::size_t got = length;
+    if (first >= m_blockStart && last < m_blockStart + m_count) {
+        std::memcpy(bytes, m_buffer.data() + (first - m_blockStart), length);
+        if (m_scrambled) tessalink::scramble(bytes, length);
+    } else {
+        const auto offset = static_cast<std::int64_t>(m_file->GetPosition());
+        m_file->Seek(static_cast<std::int64_t>(first), CFile::begin);
+        got = m_file->Read(bytes, static_cast<unsigned int>(length));
+        m_file->Seek(offset, CFile::begin);
+    }
+    text.ReleaseBuffer(static_cast<int>(got));
+    return text;
+}
+
+void BufferedFile::reset() {
+    m_open = 0;
+    m_size = m_blockStart = 0;
+    m_savedPos = cNoPosition;
+    m_index = m_count = 0;
+    if (!m_file) return;
+    m_size = m_file->GetLength();
+    m_open = 1;
+    m_file->SeekToBegin();
+}
+
+void BufferedFile::load_block() {
+    m_blockStart += m_count;
+    m_index = m_count = 0;
+    if (m_file) m_count = m_file->Read(m_buffer.data(), cBlockSize);
+    if (m_count == 0) AfxThrowFileException(CFileException::endOfFile);
+    if (m_scrambled) tessalink::scramble(m_buffer.data(), m_count);
+}

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/base/CObject.h"
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "platform/files/CFile.h"
+#include "platform/files/CFileException.h"
+
+/// Reads a file one character at a time through a block buffer, with one character of look-ahead,
+/// one saved position for backtracking, random repositioning, and extraction of a stretch of the
+/// file as text.
+///
+/// Report templates are stored scrambled: every byte is combined with 0x5C by exclusive or. A
+/// reader made with the scramble flag turns each block back into plain text as it loads it.
+///
+/// The reader never owns the file object. It relies on the file's offset between two reads: a user
+/// of the same file object puts the offset back.
+///
+/// Errors: reading past the end of the file raises a CFileException with the cause endOfFile; seek
+/// and read errors of the file object pass through.
+class TESSALINK_API BufferedFile : public CObject {
+public:
+    /// Bytes that one read of the file fetches.
+    static constexpr std::size_t cBlockSize = 4096;
+    /// The key of the scrambling: four equal bytes, so that it does not matter where a block starts.
+    static constexpr std::uint32_t cScrambleKey = 0x5C5C5C5Cu;
+    /// What GetSavedPos returns while no position is saved.
+    static constexpr std::uint64_t cNoPosition = ~std::uint64_t{0};
+
+    /// A reader without a file that unscrambles what it will be attached to.
+    BufferedFile() : BufferedFile(nullptr, 1) {}
+    /// Reads `file` (may be null) from its start; `scrambled` nonzero unscrambles every block.
+    BufferedFile(CFile* file, int scrambled);
+    /// Closes the file object if the reader is still open: Detach first to keep it open.
+    ~BufferedFile() override;
+
+    BufferedFile(const BufferedFile&) = delete;
+    BufferedFile& operator=(const BufferedFile&) = delete;
+
+    /// Closes a reader that is open, then reads `file` from its start.
+    void Attach(CFile* file);
+    /// Gives the file back, open as it is, and forgets it.
+    CFile* Detach();
+    /// Opens the attached file object (which must exist) under `name`; an open reader is closed
+    /// first. Returns nonzero on success; a fault is described in `error` when that is not null.
+    int Open(const char* name, unsigned int flags, CFileException* error);
+    /// Closes the file object if the reader is open, and forgets size, positions and buffer.
+    virtual void Close();
+    /// Nonzero while a file is attached and its size is known.
+    int IsOpen() const { return m_open; }
+
+    /// The next character, advancing by one.
+    char GetCh() {
+        if (m_index == m_count) load_block();
+        return m_buffer[m_index++];
+    }
+    /// The next character, without advancing.
+    char NextCh() {
+        if (m_index == m_count) load_block();
+        return m_buffer[m_index];
+    }
+    /// Skips one line end, CR or CR LF, if one follows; a lone LF is no line end. A CR that ends
+    /// the file is consumed, and the look for its LF raises the end of file.
+    void SkipEol();
+    /// Nonzero when the position has reached the size; always 0 for files of 4 GiB or more.
+    int AtEOF() const { return m_size <= UINT32_MAX && GetPos() >= m_size; }
+
+    /// Offset in the file of the character that GetCh returns next.
+    std::uint64_t GetPos() const { return m_blockStart + m_index; }
+    /// Moves to an offset: within the block in the buffer, or by a seek of the file.
+    void SetPos(std::uint64_t position);
+    /// Remembers the position for RestorePos.
+    void SavePos() { m_savedPos = GetPos(); }
+    /// Goes back to the saved position; does nothing when none is saved.
+    void RestorePos();
+    /// The saved position, or cNoPosition.
+    std::uint64_t GetSavedPos() const { return m_savedPos; }
+
+    /// The bytes from offset `first` to offset `last`, both included, as they are stored in the
+    /// file: a stretch of a scrambled file stays scrambled. Fewer when the file ends before.
+    CString GetTextBlock(std::uint64_t first, std::uint64_t last);
+
+    /// Makes at least one character available between Cursor and BlockEnd; false at the end of the
+    /// file. For readers that look at a whole block at a time.
+    bool Fill() {
+        if (m_index != m_count) return true;
+        if (AtEOF()) return false;
+        load_block();
+        return true;
+    }
+    /// The characters of the block that are still ahead, valid until the next block is loaded.
+    const char* Cursor() const { return m_buffer.data() + m_index; }
+    const char* BlockEnd() const { return m_buffer.data() + m_count; }
+    /// Advances to a place between Cursor and BlockEnd.
+    void MoveTo(const char* cursor) {
+        m_index = static_cast<std::size_t>(cursor - m_buffer.data());
+    }
+
+    /// The attached file (may be null), and whether what is read from it is unscrambled.
+    CFile* GetFile() const { return m_file; }
+    int IsScrambled() const { return m_scrambled; }
+
+private:
+    void reset();
+    void load_block();
+
+    CFile* m_file;
+    int m_open = 0;
+    std::uint64_t m_size = 0;
+    std::uint64_t m_blockStart = 0;
+    std::uint64_t m_savedPos = cNoPosition;
+    int m_scrambled;
+    std::size_t m_index = 0;
+    std::size_t m_count = 0;
+    std::array<char, cBlockSize> m_buffer;
+};
+
+namespace tessalink {
+
+/// Scrambles or unscrambles `count` bytes in place: the key works both ways.
+TESSALINK_API void scramble(char* bytes, std::size_t count);
+
+}  // namespace tessalink

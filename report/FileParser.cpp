@@ -1,0 +1,155 @@
+#include "report/FileParser.h"
+
+#include <algorithm>
+
+#include "platform/base/HostServices.h"
+#include "platform/base/NumberText.h"
+#include "platform/files/CFile.h"
+#include "platform/files/CFileException.h"
+#include "platform/files/CMemFile.h"
+#include "report/VarTable.h"
+#include "report/detail/Nesting.h"
+#include "report/detail/TemplateFile.h"
+
+using tessalink::TemplatePlace;
+using tessalink::detail::TemplateFile;
+
+FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
+    : FileParser(templateFile, output, variables, nullptr, scrambled) {}
+
+FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables,
+                       FctTable& functions, int scrambled)
+    : FileParser(templateFile, output, variables, &functions, scrambled) {}
+
+FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables,
+                       FctTable* functions, int scrambled)
+    : m_scanner(templateFile, scrambled),
+      m_output(output),
+      m_variables(variables),
+      m_functions(functions) {}
+
+FileParser::~FileParser() = default;
+
+int FileParser::Parse(ParseException* error) {
+    m_error = error;
+    try {
+        const Token& token = next_text();
+        if (!get_stmt(token, 1)) return 0;
+        return token.GetKind() == Token::tkEnd || handle_error("End of File expected!");
+    } catch (ParseException& fault) {
+        // A fault that knows its place comes from an include or was thrown by handle_error.
+        if (fault.GetPlace().IsKnown()) throw;
+        set_place(fault);
+        if (!m_error) throw;
+        *m_error = fault;
+        return 0;
+    }
+}
+
+std::unique_ptr<FileParser> FileParser::create_parser(CFile& templateFile, CFile& output,
+                                                      int scrambled) {
+    return std::unique_ptr<FileParser>(
+        new FileParser(templateFile, output, m_variables, m_functions, scrambled));
+}
+
+int FileParser::run_include(CFile& file) {
+    if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+    if (m_include) m_include->Suspend();
+    const auto nested = create_parser(file, m_output, 1);
+    nested->m_include = dynamic_cast<TemplateFile*>(&file);
+    try {
+        return run_nested(*nested, Source::file, m_statementPos, nullptr);
+    } catch (ParseException& fault) {
+        fault.AddInclude(statement_place());
+        throw;
+    }
+}
+
+int FileParser::run_text(const CString& text, CFile& output, Source source,
+                         std::uint64_t position) {
+    if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+    CMemFile file;
+    file.Attach(text.View());
+    const int scrambled = source == Source::deferred ? m_scanner.IsScrambled() : 0;
+    const auto nested = create_parser(file, output, scrambled);
+    return run_nested(*nested, source, position, m_error);
+}
+
+int FileParser::run_nested(FileParser& nested, Source source, std::uint64_t position,
+                           ParseException* error) {
+    nested.m_source = source;
+    nested.m_parent = this;
+    nested.m_parentPos = position;
+    nested.m_runDepth = m_runDepth + 1;
+    nested.m_nesting = m_nesting;
+    return nested.Parse(error);
+}
+
+int FileParser::write_output(std::string_view text) {
+    try {
+        m_output.Write(text.data(), std::min(text.find('\0'), text.size()));
+        return 1;
+    } catch (const CFileException&) {
+        AfxMessageBox("ERROR: Failed to write to file!", MB_ICONERROR);
+        return 0;
+    }
+}
+
+int FileParser::write_value(const VariantVar& value) {
+    return write_output(tessalink::VariantText(value).View());
+}
+
+int FileParser::expect(const Token& token, Token::Kind kind, const char* message) {
+    return token.GetKind() == kind || handle_error(message);
+}
+
+int FileParser::handle_error(const char* message) {
+    ParseException fault(message);
+    set_place(fault);
+    if (!m_error) throw fault;
+    *m_error = fault;
+    return 0;
+}
+
+int FileParser::handle_error(const char* format, const char* argument) {
+    CString message(format);
+    const int at = message.Find("%s");
+    if (at >= 0) message = message.Left(at) + argument + message.Mid(at + 2);
+    return handle_error(static_cast<const char*>(message));
+}
+
+std::uint64_t FileParser::fault_position() const {
+    return m_faultPos ? *m_faultPos : m_scanner.GetTokenPos();
+}
+
+TemplatePlace FileParser::statement_place() const {
+    TemplatePlace place;
+    TemplatePlace textPlace;
+    locate(m_statementPos, place, textPlace);
+    return place;
+}
+
+void FileParser::set_place(ParseException& fault) const {
+    TemplatePlace place;
+    TemplatePlace textPlace;
+    locate(fault_position(), place, textPlace);
+    fault.SetPlace(place, textPlace);
+}
+
+void FileParser::locate(std::uint64_t position, TemplatePlace& place,
+                        TemplatePlace& textPlace) const {
+    if (m_source == Source::deferred) {
+        m_parent->locate(m_parentPos + position, place, textPlace);
+        return;
+    }
+    const auto [line, column] =
+        tessalink::detail::findLine(m_scanner.GetFile(), m_scanner.IsScrambled(), position);
+    if (m_source == Source::file) {
+        place = {m_scanner.GetFile().GetFilePath(), line, column};
+        return;
+    }
+    // The place is the outermost @EVAL's; the position counts in the innermost text.
+    TemplatePlace outerTextPlace;
+    m_parent->locate(m_parentPos, place, outerTextPlace);
+    textPlace = {CString(), line, column};
+}

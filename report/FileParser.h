@@ -1,0 +1,220 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "platform/base/CObject.h"
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "report/FileScanner.h"
+#include "report/Operand.h"
+#include "report/ParseException.h"
+#include "report/Token.h"
+
+class CFile;
+class FctTable;
+class VariantVar;
+class VarTable;
+
+namespace tessalink::detail {
+class TemplateFile;
+}
+
+/// Interprets one report template: copies its plain text to the output and carries out its "@"
+/// commands. A parser is made for one run and destroyed after it; the variable table outlives it
+/// and carries values between a template and its includes.
+///
+/// The template files, the output, the variables and the functions are the caller's and must
+/// outlive the parser. One thread uses a parser, its files and its tables at a time.
+///
+/// The first fault ends the run; what was written before it stays written. Every fault of the
+/// template is a ParseException with a fixed message and its place. A write fault of the output is
+/// shown in a message box and ends the run without a message; file faults of a template and of an
+/// include that can't be opened are CFileExceptions that pass through.
+///
+/// The protected steps are virtual, one for each construct: a host program, or a checker of
+/// templates, overrides them. Each takes the current token, which is the construct's first one when
+/// it is called and the one after the construct when it returns, and most an execute flag: without
+/// it the construct is read and checked, but writes nothing and (but for @DEFINE) changes no
+/// variable. They return nonzero to go on and 0 to stop.
+class TESSALINK_API FileParser : public CObject {
+public:
+    /// How many includes, EVALs and deferred blocks may run within one another.
+    static constexpr int cMaxRunDepth = 1000;
+    /// How many @IFs and value functions may stand within one another, over all runs together.
+    static constexpr int cMaxNesting = 5000;
+    /// How many operands, and how many operators, may wait in one expression.
+    static constexpr std::size_t cStackSize = 30;
+    /// The widest field, to either side, and the most decimals that @COMPUTE writes.
+    static constexpr int cMaxFieldWidth = 1000;
+    static constexpr int cMaxDecimals = 1000;
+    /// How many blocks one group of deferred output may have.
+    static constexpr std::size_t cMaxDeferredBlocks = 65535;
+    /// The longest text, in bytes, that a string expression or a deferred block may have.
+    static constexpr std::size_t cMaxTextLength = 256u << 20;
+
+    /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template is
+    /// stored scrambled. Included templates always are.
+    FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled);
+    FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable& functions,
+               int scrambled);
+    ~FileParser() override;
+
+    FileParser(const FileParser&) = delete;
+    FileParser& operator=(const FileParser&) = delete;
+
+    /// Runs the whole template; nonzero on success. With an `error`, a fault is stored there and
+    /// the result is 0; without one it is thrown. A fault inside an include is thrown either way.
+    int Parse(ParseException* error);
+
+protected:
+    using Operand = tessalink::Operand;
+
+    FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable* functions,
+               int scrambled);
+
+    // Statements.
+    virtual int get_stmt(const Token& token, int execute);
+    virtual int get_simple_stmt(const Token& token, int execute);
+    virtual int get_uncond_stmt(const Token& token, int execute);
+    virtual int get_var(const Token& token, int execute);
+    virtual int get_cond_stmt(const Token& token, int execute);
+    virtual int skip_cond_stmt(const Token& token, int execute);
+    virtual int get_call(const Token& token, int execute);
+    virtual int get_compute(const Token& token, int execute);
+    virtual int get_link(const Token& token, int execute);
+    virtual int get_id(const Token& token, int execute);
+    virtual int get_include(const Token& token, int execute);
+    /// Runs the template that an executed @INCLUDE names: `name` has "\" between folders and ends
+    /// in ".DAT"; it is looked up in the program's directory.
+    virtual int do_include(const CString& name);
+    virtual int get_comment(const Token& token, int execute);
+    virtual int get_define(const Token& token, int execute);
+    virtual int get_let(const Token& token, int execute);
+    virtual int get_assignment(const Token& token, int execute);
+    virtual int get_deferred(const Token& token, int execute);
+
+    // Value functions as statements, and as values: a value routine starts at the function's name
+    // and ends with its ")" as the current token.
+    virtual int get_text(const Token& token, int execute);
+    virtual int get_cap(const Token& token, int execute);
+    virtual int get_comma_list(const Token& token, int execute);
+    virtual int get_eval(const Token& token, int execute);
+    virtual int get_text_value(const Token& token, CString& result, int execute);
+    virtual int get_cap_value(const Token& token, CString& result, int execute);
+    virtual int get_comma_list_value(const Token& token, CString& result, int execute);
+    virtual int get_eval_value(const Token& token, CString& result, int execute);
+
+    // Expressions: the readers check the grammar and leave operands and operators on the stacks.
+    virtual int get_exp(const Token& token);
+    virtual int get_exp_comp(const Token& token);
+    virtual int get_exp_term(const Token& token);
+    virtual int get_exp_factor(const Token& token);
+    virtual int get_exp_elem(const Token& token);
+    virtual int get_exp_lparen(const Token& token);
+    virtual int get_exp_rparen(const Token& token);
+    virtual int get_exp_operator(const Token& token);
+    virtual int get_exp_number(const Token& token);
+    virtual int get_exp_var(const Token& token);
+    /// Applies the operator on top of the stack.
+    virtual int do_eval();
+    virtual int get_str_exp(const Token& token, CString& result, int execute);
+
+    // Steps of our own, for parsers that look at templates without running them.
+
+    /// Reads a variable's name as an item of a string expression and appends its text.
+    virtual int get_str_exp_var(const Token& token, CString& result, int execute);
+    /// Whether an assignment to the name may stand here, or a fault.
+    virtual int check_assignable(const CString& name);
+    /// Reads what an assignment gives to `name`, and stores it when executing.
+    virtual int get_assigned_value(const Token& token, const CString& name, int execute);
+    /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
+    virtual CString include_name(const Token& token);
+    /// A parser for an include, an EVAL or a deferred block of this run.
+    virtual std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
+                                                      int scrambled);
+    /// Writes text, up to its first NUL, to the output.
+    virtual int write_output(std::string_view text);
+
+    /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
+    /// it. The second form puts the argument in place of the format's one "%s".
+    virtual int handle_error(const char* message);
+    virtual int handle_error(const char* format, const char* argument);
+
+    /// Evaluates an expression that starts at the current token.
+    int evaluate(const Token& token, int execute, Operand& result);
+    /// Runs an opened, scrambled include with the output, variables and functions of this run.
+    int run_include(CFile& file);
+    /// The current token must be of that kind, or the fault is raised.
+    int expect(const Token& token, Token::Kind kind, const char* message);
+    /// The place of the statement that is being carried out.
+    tessalink::TemplatePlace statement_place() const;
+
+    FileScanner& scanner() { return m_scanner; }
+    CFile& output() { return m_output; }
+    VarTable& variables() { return m_variables; }
+    FctTable* functions() { return m_functions; }
+
+private:
+    /// Where a nested template's text comes from.
+    enum class Source { file, evaluated, deferred };
+    struct DeferredGroup;
+    using StatementStep = int (FileParser::*)(const Token&, int);
+    using ValueStep = int (FileParser::*)(const Token&, CString&, int);
+
+    static const StatementStep cStatements[Token::cKeywordCount];
+    static ValueStep find_value_function(std::string_view name);
+
+    const Token& next_text() { return m_scanner.NextText(); }
+    const Token& next_exp() { return m_scanner.NextExp(); }
+    int next_is(Token::Kind kind, const char* message) { return expect(next_exp(), kind, message); }
+
+    int get_field(const Token& token, int execute, int& width, int& decimals);
+    int write_number(const Operand& value, int width, int decimals);
+    int write_value(const VariantVar& value);
+    int write_value_of(ValueStep step, const Token& token, int execute);
+    int define_one(const Token& token);
+    bool is_text_value(const Token& token) const;
+    int get_integer(int execute, std::int32_t& value, const char* message);
+    int get_nested_str_exp(const Token& token, CString& result, int execute);
+    int get_eval_argument(const Token& token, CString& text, int execute);
+    int run_text(const CString& text, CFile& output, Source source, std::uint64_t position);
+    int run_nested(FileParser& nested, Source source, std::uint64_t position,
+                   ParseException* error);
+    int append_text(CString& result, std::string_view text);
+    int get_deferred_block(const Token& token, DeferredGroup& group, int execute);
+    int skip_deferred_text(const Token& token, std::uint64_t& end);
+    int get_print_deferred(const Token& token, bool& descending);
+    int print_deferred(const DeferredGroup& group, bool descending);
+    int push(const Operand& operand);
+    int push(Token::Operator code);
+    int apply_pending(int precedence);
+    int divide(Operand& left, const Operand& right);
+    void apply_unary(Token::Operator code);
+    int apply_binary(Token::Operator code);
+    bool too_deep() const { return m_runDepth >= cMaxRunDepth; }
+    std::uint64_t fault_position() const;
+    void locate(std::uint64_t position, tessalink::TemplatePlace& place,
+                tessalink::TemplatePlace& textPlace) const;
+    void set_place(ParseException& fault) const;
+
+    FileScanner m_scanner;
+    ParseException* m_error = nullptr;
+    CFile& m_output;
+    VarTable& m_variables;
+    FctTable* m_functions;
+    tessalink::FixedStack<Operand, cStackSize> m_operands;
+    tessalink::FixedStack<Token::Operator, cStackSize> m_operators;
+    int m_executing = 1;               ///< the execute flag of the expression being evaluated
+    std::uint64_t m_statementPos = 0;  ///< where the current simple statement starts
+    const std::uint64_t* m_faultPos = nullptr;  ///< where faults are, if not at the token
+    int m_ownNesting = 0;
+    int* m_nesting = &m_ownNesting;  ///< shared by all runs within one another
+    int m_runDepth = 0;
+    Source m_source = Source::file;
+    const FileParser* m_parent = nullptr;
+    std::uint64_t m_parentPos = 0;
+    tessalink::detail::TemplateFile* m_include = nullptr;
+};

@@ -1,0 +1,282 @@
+// Expressions: a recursive-descent reader checks the grammar, and operands and operators are
+// combined by precedence while they are read.
+
+#include <array>
+
+#include "platform/base/NumberText.h"
+#include "report/FileParser.h"
+#include "report/VarTable.h"
+
+namespace {
+
+/// The precedence of each operator code: a higher one binds tighter.
+constexpr std::array<std::int8_t, Token::cOperatorCount> cPrecedence = {
+    0,                 // pending "("
+    6, 6,              // unary "-", "~"
+    5, 5,              // "*", "/"
+    4, 4,              // "+", "-"
+    3, 3, 3, 3, 3, 3,  // comparisons
+    2,                 // "&"
+    1                  // "|"
+};
+
+constexpr std::int8_t cTermPrecedence = 4;
+constexpr std::int8_t cFactorPrecedence = 5;
+constexpr std::int8_t cComparisonPrecedence = 3;
+constexpr const char* cUnexpectedToken = "Unexpected token in expression!";
+
+bool isOperatorOf(const Token& token, std::int8_t precedence) {
+    return token.GetKind() == Token::tkOperator &&
+           cPrecedence[static_cast<std::size_t>(token.GetOperator())] == precedence;
+}
+
+bool isLogical(const Token& token) {
+    return token.GetKind() == Token::tkOperator &&
+           (token.GetOperator() == Token::opAnd || token.GetOperator() == Token::opOr);
+}
+
+bool isPrefix(const Token& token) {
+    return token.IsOperator(Token::opNegate) || token.IsOperator(Token::opNot);
+}
+
+template <class T>
+bool compare(Token::Operator code, T left, T right) {
+    switch (code) {
+        case Token::opLess: return left < right;
+        case Token::opLessEqual: return left <= right;
+        case Token::opEqual: return left == right;
+        case Token::opGreaterEqual: return left >= right;
+        case Token::opGreater: return left > right;
+        default: return left != right;
+    }
+}
+
+std::int32_t combine(Token::Operator code, std::int32_t left, std::int32_t right) {
+    switch (code) {
+        case Token::opMultiply: return tessalink::wrapMul(left, right);
+        case Token::opAdd: return tessalink::wrapAdd(left, right);
+        default: return tessalink::wrapSub(left, right);
+    }
+}
+
+double combine(Token::Operator code, double left, double right) {
+    switch (code) {
+        case Token::opMultiply: return left * right;
+        case Token::opAdd: return left + right;
+        case Token::opDivide: return left / right;
+        default: return left - right;
+    }
+}
+
+}  // namespace
+
+int FileParser::evaluate(const Token& token, int execute, Operand& result) {
+    m_executing = execute;
+    if (!get_exp(token) || !apply_pending(0)) return 0;
+    if (m_operands.IsEmpty()) return handle_error(cUnexpectedToken);
+    result = m_operands.Pop();
+    return 1;
+}
+
+int FileParser::get_exp(const Token& token) {
+    if (!get_exp_comp(token)) return 0;
+    while (isLogical(token)) {
+        if (!get_exp_operator(token) || !get_exp_comp(token)) return 0;
+    }
+    return 1;
+}
+
+int FileParser::get_exp_comp(const Token& token) {
+    if (!get_exp_term(token)) return 0;
+    while (isOperatorOf(token, cComparisonPrecedence)) {
+        if (!get_exp_operator(token) || !get_exp_term(token)) return 0;
+    }
+    return 1;
+}
+
+int FileParser::get_exp_term(const Token& token) {
+    if (!get_exp_factor(token)) return 0;
+    while (isOperatorOf(token, cTermPrecedence)) {
+        if (!get_exp_operator(token) || !get_exp_factor(token)) return 0;
+    }
+    return 1;
+}
+
+int FileParser::get_exp_factor(const Token& token) {
+    if (!get_exp_elem(token)) return 0;
+    while (isOperatorOf(token, cFactorPrecedence)) {
+        if (!get_exp_operator(token) || !get_exp_elem(token)) return 0;
+    }
+    return 1;
+}
+
+int FileParser::get_exp_elem(const Token& token) {
+    switch (token.GetKind()) {
+        case Token::tkIdent: return get_exp_var(token);
+        case Token::tkNumber: return get_exp_number(token);
+        case Token::tkLParen:
+            return get_exp_lparen(token) && get_exp(token) && get_exp_rparen(token);
+        case Token::tkOperator:
+            if (!isPrefix(token)) break;
+            if (!get_exp_operator(token)) return 0;
+            // A prefix operator would be applied before the operand of the one before it exists.
+            if (isPrefix(token)) break;
+            return get_exp_elem(token);
+        default: break;
+    }
+    return handle_error(cUnexpectedToken);
+}
+
+int FileParser::get_exp_lparen(const Token&) {
+    if (!push(Token::opLParen)) return 0;
+    next_exp();
+    return 1;
+}
+
+int FileParser::get_exp_rparen(const Token& token) {
+    if (!expect(token, Token::tkRParen, "Right parenthesis missing in expression!")) return 0;
+    while (!m_operators.IsEmpty() && m_operators.Top() != Token::opLParen) {
+        if (!do_eval()) return 0;
+    }
+    if (!m_operators.IsEmpty()) m_operators.Pop();
+    next_exp();
+    return 1;
+}
+
+int FileParser::get_exp_operator(const Token& token) {
+    const Token::Operator code = token.GetOperator();
+    if (!apply_pending(cPrecedence[static_cast<std::size_t>(code)]) || !push(code)) return 0;
+    next_exp();
+    return 1;
+}
+
+int FileParser::get_exp_number(const Token& token) {
+    if (!push(token.IsInteger() ? Operand::Integer(token.GetInt())
+                                : Operand::Real(token.GetDouble()))) {
+        return 0;
+    }
+    next_exp();
+    return 1;
+}
+
+int FileParser::get_exp_var(const Token& token) {
+    const VariantVar* variable = m_variables.Find(token.Text());
+    if (!variable || !variable->IsNumber()) {
+        return handle_error("Non-number variable '%s' used in expression!", token.GetText());
+    }
+    if (!push(variable->IsInt() ? Operand::Integer(variable->GetAsInt())
+                                : Operand::Real(variable->GetAsDouble()))) {
+        return 0;
+    }
+    next_exp();
+    return 1;
+}
+
+int FileParser::push(const Operand& operand) {
+    return m_operands.Push(operand) || handle_error("Expression nested too deeply!");
+}
+
+int FileParser::push(Token::Operator code) {
+    return m_operators.Push(code) || handle_error("Expression nested too deeply!");
+}
+
+int FileParser::apply_pending(int precedence) {
+    while (!m_operators.IsEmpty() &&
+           cPrecedence[static_cast<std::size_t>(m_operators.Top())] >= precedence) {
+        if (!do_eval()) return 0;
+    }
+    return 1;
+}
+
+int FileParser::do_eval() {
+    const Token::Operator code = m_operators.Pop();
+    if (code == Token::opLParen) return 1;
+    if (code == Token::opNegate || code == Token::opNot) {
+        apply_unary(code);
+        return 1;
+    }
+    return apply_binary(code);
+}
+
+void FileParser::apply_unary(Token::Operator code) {
+    Operand& operand = m_operands.Top();
+    if (code == Token::opNot) {
+        operand = Operand::Integer(!operand.IsTrue());
+    } else if (operand.isInteger) {
+        operand.integer = tessalink::wrapNeg(operand.integer);
+    } else {
+        operand.real = -operand.real;
+    }
+}
+
+int FileParser::apply_binary(Token::Operator code) {
+    const Operand right = m_operands.Pop();
+    Operand& left = m_operands.Top();
+    const bool integers = left.isInteger && right.isInteger;
+    switch (code) {
+        case Token::opAnd: left = Operand::Integer(left.IsTrue() && right.IsTrue()); return 1;
+        case Token::opOr: left = Operand::Integer(left.IsTrue() || right.IsTrue()); return 1;
+        case Token::opMultiply:
+        case Token::opAdd:
+        case Token::opSubtract:
+            left = integers ? Operand::Integer(combine(code, left.integer, right.integer))
+                            : Operand::Real(combine(code, left.AsReal(), right.AsReal()));
+            return 1;
+        case Token::opDivide:
+            if (integers) return divide(left, right);
+            left = Operand::Real(combine(code, left.AsReal(), right.AsReal()));
+            return 1;
+        default:
+            left = Operand::Integer(integers ? compare(code, left.integer, right.integer)
+                                             : compare(code, left.AsReal(), right.AsReal()));
+            return 1;
+    }
+}
+
+int FileParser::divide(Operand& left, const Operand& right) {
+    if (right.integer == 0) {
+        // A branch that is not carried out may divide by what only the other branch rules out.
+        left.integer = 0;
+        return !m_executing || handle_error("Division by zero in expression!");
+    }
+    left.integer = tessalink::divide(left.integer, right.integer);
+    return 1;
+}
+
+int FileParser::get_str_exp(const Token& token, CString& result, int execute) {
+    result.Empty();
+    for (;; next_exp()) {
+        if (token.GetKind() == Token::tkString) {
+            if (execute && !append_text(result, token.Text())) return 0;
+            next_exp();
+        } else if (token.GetKind() != Token::tkIdent) {
+            return handle_error("Unexpected token in string expression!");
+        } else if (const ValueStep step = find_value_function(token.Text())) {
+            CString text;
+            if (!(this->*step)(token, text, execute)) return 0;
+            if (execute && !append_text(result, text.View())) return 0;
+            next_exp();
+        } else if (!get_str_exp_var(token, result, execute)) {
+            return 0;
+        }
+        if (!token.IsOperator(Token::opAdd)) return 1;
+    }
+}
+
+int FileParser::get_str_exp_var(const Token& token, CString& result, int execute) {
+    const VariantVar* variable = m_variables.Find(token.Text());
+    if (!variable) {
+        return handle_error("Undefined variable '%s' used in string expression!", token.GetText());
+    }
+    if (execute && !append_text(result, tessalink::VariantText(*variable).View())) return 0;
+    next_exp();
+    return 1;
+}
+
+int FileParser::append_text(CString& result, std::string_view text) {
+    if (text.size() > cMaxTextLength - static_cast<std::size_t>(result.GetLength())) {
+        return handle_error("Text too long in string expression!");
+    }
+    result += text;
+    return 1;
+}

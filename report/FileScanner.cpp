@@ -1,0 +1,356 @@
+#include "report/FileScanner.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+
+#include "report/ParseException.h"
+#include "report/detail/CharTables.h"
+#include "report/detail/NumeralText.h"
+
+using tessalink::detail::findKeyword;
+using tessalink::detail::isBlank;
+using tessalink::detail::isDigit;
+using tessalink::detail::isLineEnd;
+using tessalink::detail::isWordChar;
+using tessalink::detail::isWordStart;
+
+namespace {
+
+constexpr char cCommand = '@';
+constexpr char cControl = '\\';
+constexpr char cStringStart = '[';
+constexpr char cStringEnd = ']';
+
+static_assert(tessalink::detail::keywordsHaveOwnSlots());
+
+/// After these keywords white space and a paragraph mark are swallowed.
+constexpr bool swallowsParagraphMark(int keyword) {
+    constexpr unsigned keywords = 1u << Token::kwThen | 1u << Token::kwElse | 1u << Token::kwEndif |
+                                  1u << Token::kwLink | 1u << Token::kwDeferEnd |
+                                  1u << Token::kwCommentEnd;
+    return (keywords >> keyword & 1u) != 0;
+}
+
+enum class Start : std::uint8_t {
+    none,
+    digit,
+    word,
+    sign,
+    lParen,
+    rParen,
+    command,
+    colon,
+    semicolon,
+    comma,
+    string
+};
+
+/// The rule of expression mode that a token's first character selects.
+constexpr auto cStarts = [] {
+    std::array<Start, 256> starts{};
+    for (unsigned ch = 0; ch < starts.size(); ++ch) {
+        const unsigned classes = tessalink::detail::cCharClasses[ch];
+        if (classes & tessalink::detail::cDigit) starts[ch] = Start::digit;
+        if (classes & tessalink::detail::cWordStart) starts[ch] = Start::word;
+    }
+    for (const char ch : std::string_view("&*+-/<=>|~")) {
+        starts[static_cast<unsigned char>(ch)] = Start::sign;
+    }
+    starts['('] = Start::lParen;
+    starts[')'] = Start::rParen;
+    starts[cCommand] = Start::command;
+    starts[':'] = Start::colon;
+    starts[';'] = Start::semicolon;
+    starts[','] = Start::comma;
+    starts[cStringStart] = Start::string;
+    return starts;
+}();
+
+/// The operator that one character alone makes.
+constexpr auto cSigns = [] {
+    std::array<Token::Operator, 256> signs{};
+    signs['&'] = Token::opAnd;
+    signs['*'] = Token::opMultiply;
+    signs['+'] = Token::opAdd;
+    signs['-'] = Token::opSubtract;
+    signs['/'] = Token::opDivide;
+    signs['<'] = Token::opLess;
+    signs['='] = Token::opEqual;
+    signs['>'] = Token::opGreater;
+    signs['|'] = Token::opOr;
+    signs['~'] = Token::opNot;
+    return signs;
+}();
+
+}  // namespace
+
+FileScanner::FileScanner(CFile& file, int scrambled)
+    : m_reader(&file, scrambled), m_buffer(new char[cTextCapacity]) {
+    if (m_reader.AtEOF()) m_token.m_kind = m_previous = Token::tkEnd;
+}
+
+FileScanner::~FileScanner() {
+    // Detach rewinds nothing and closes nothing: it only forgets the file.
+    m_reader.Detach();
+}
+
+const Token& FileScanner::NextText() {
+    m_previous = m_token.m_kind;
+    const bool more = m_reader.Fill();
+    m_tokenPos = m_reader.GetPos();
+    if (!more) return finish(Token::tkEnd);
+    if (*m_reader.Cursor() != cCommand) return read_plain_text();
+    return read_command();
+}
+
+const Token& FileScanner::NextExp() {
+    m_previous = m_token.m_kind;
+    skip_white_space();
+    const bool more = m_reader.Fill();
+    m_tokenPos = m_reader.GetPos();
+    if (!more) return finish(Token::tkEnd);
+    switch (cStarts[static_cast<unsigned char>(*m_reader.Cursor())]) {
+        case Start::digit: return read_number();
+        case Start::word: return read_name();
+        case Start::sign: return read_operator();
+        case Start::lParen: return read_single(Token::tkLParen);
+        case Start::rParen: return read_single(Token::tkRParen);
+        case Start::command: return read_command();
+        case Start::colon: return read_single(Token::tkColon);
+        case Start::semicolon: return read_single(Token::tkSemicolon);
+        case Start::comma: return read_single(Token::tkComma);
+        case Start::string: return read_string_constant();
+        case Start::none: break;
+    }
+    return finish(Token::tkNone);
+}
+
+CString FileScanner::GetStoredText(std::uint64_t first, std::uint64_t end) {
+    return end > first ? m_reader.GetTextBlock(first, end - 1) : CString();
+}
+
+void FileScanner::SkipLineEnds() {
+    while (m_reader.Fill() && isLineEnd(*m_reader.Cursor())) m_reader.GetCh();
+}
+
+void FileScanner::SkipParagraphMark() {
+    constexpr std::string_view mark = "par";
+    skip_white_space();
+    if (!m_reader.Fill() || *m_reader.Cursor() != cControl) return;
+    m_reader.SavePos();
+    m_reader.GetCh();
+    std::array<char, mark.size() + 1> word;
+    std::size_t length = 0;
+    while (length < word.size() && m_reader.Fill() && !isBlank(*m_reader.Cursor()) &&
+           *m_reader.Cursor() != cControl) {
+        word[length++] = m_reader.GetCh();
+    }
+    if (std::string_view(word.data(), length) == mark) {
+        skip_one_blank();
+    } else {
+        m_reader.RestorePos();
+    }
+}
+
+void FileScanner::SkipTo(char wanted) {
+    while (m_reader.Fill()) {
+        const char* cursor = m_reader.Cursor();
+        const char* end = m_reader.BlockEnd();
+        const void* found = std::memchr(cursor, wanted, static_cast<std::size_t>(end - cursor));
+        m_reader.MoveTo(found ? static_cast<const char*>(found) : end);
+        if (found) return;
+    }
+}
+
+const Token& FileScanner::Rewind(const Mark& mark) {
+    m_reader.SetPos(mark.tokenPos);
+    m_token.m_kind = mark.previous;
+    return NextExp();
+}
+
+const Token& FileScanner::finish(Token::Kind kind, std::string_view text) {
+    m_token.m_kind = kind;
+    m_token.m_text = text;
+    return m_token;
+}
+
+const Token& FileScanner::finish_text(Token::Kind kind, std::string_view text) {
+    const void* nul = std::memchr(text.data(), 0, text.size());
+    const auto length = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text.data())
+                            : text.size();
+    return finish(kind, text.substr(0, length));
+}
+
+const Token& FileScanner::read_plain_text() {
+    const std::size_t room = m_capacity - 1;
+    std::size_t length = 0;  // of what stands in the text buffer already
+    for (;;) {
+        const char* cursor = m_reader.Cursor();
+        const auto ahead = static_cast<std::size_t>(m_reader.BlockEnd() - cursor);
+        const std::size_t limit = std::min(ahead, room - length);
+        const auto* at = static_cast<const char*>(std::memchr(cursor, cCommand, limit));
+        const std::size_t count = at ? static_cast<std::size_t>(at - cursor) : limit;
+        const bool inOneBlock = length == 0;
+        m_reader.MoveTo(cursor + count);
+        const bool complete = at || length + count == room || m_reader.AtEOF();
+        if (complete && inOneBlock) return finish_text(Token::tkText, {cursor, count});
+        std::memcpy(m_buffer.get() + length, cursor, count);
+        length += count;
+        if (complete || !m_reader.Fill()) return finish_text(Token::tkText, {m_buffer.get(), length});
+    }
+}
+
+const Token& FileScanner::read_command() {
+    m_reader.GetCh();
+    if (!m_reader.Fill()) return finish(Token::tkNone);
+    const char first = *m_reader.Cursor();
+    if (first == cCommand) {
+        m_reader.GetCh();
+        return finish(Token::tkText, "@");
+    }
+    if (!isWordStart(first)) return finish(Token::tkNone);
+    const std::string_view word = read_word(cMaxCommandWord);
+    const int code = findKeyword(word);
+    if (code == tessalink::detail::cNoKeyword) return finish(Token::tkIdent, word);
+    m_token.m_keyword = static_cast<Token::Keyword>(code);
+    if (swallowsParagraphMark(code)) SkipParagraphMark();
+    return finish(Token::tkKeyword, tessalink::detail::cKeywords[static_cast<std::size_t>(code)]);
+}
+
+const Token& FileScanner::read_single(Token::Kind kind) {
+    const char* cursor = m_reader.Cursor();
+    m_reader.MoveTo(cursor + 1);
+    return finish(kind, {cursor, 1});
+}
+
+const Token& FileScanner::read_operator() {
+    const char sign = m_reader.GetCh();
+    m_token.m_operator = cSigns[static_cast<unsigned char>(sign)];
+    if (sign == '-' && (m_previous == Token::tkLParen || m_previous == Token::tkOperator)) {
+        m_token.m_operator = Token::opNegate;
+    } else if (sign == '<') {
+        SkipLineEnds();
+        if (take_if('=')) {
+            m_token.m_operator = Token::opLessEqual;
+        } else if (take_if('>')) {
+            m_token.m_operator = Token::opNotEqual;
+        }
+    } else if (sign == '>' && take_if('=')) {
+        m_token.m_operator = Token::opGreaterEqual;
+    }
+    return finish(Token::tkOperator);
+}
+
+const Token& FileScanner::read_number() {
+    // The usual numeral: a few digits inside the block, then something else.
+    constexpr int safeDigits = std::numeric_limits<std::int32_t>::digits10;
+    const char* cursor = m_reader.Cursor();
+    const char* end = m_reader.BlockEnd();
+    const char* p = cursor;
+    std::int32_t value = 0;
+    while (p != end && p - cursor < safeDigits && isDigit(*p)) value = value * 10 + (*p++ - '0');
+    if (p == end || isDigit(*p) || isLineEnd(*p) || *p == '.') return read_long_number();
+    m_reader.MoveTo(p);
+    m_token.m_isInteger = 1;
+    m_token.m_int = value;
+    return finish(Token::tkNumber, {cursor, static_cast<std::size_t>(p - cursor)});
+}
+
+const Token& FileScanner::read_long_number() {
+    tessalink::detail::NumeralText numeral(m_buffer.get(), m_capacity);
+    read_digits(numeral);
+    m_token.m_isInteger = !take_if('.');
+    if (m_token.m_isInteger) {
+        m_token.m_int = numeral.GetInt();
+    } else {
+        numeral.AddPoint();
+        SkipLineEnds();
+        read_digits(numeral);
+        m_token.m_double = numeral.GetDouble();
+    }
+    return finish(Token::tkNumber, numeral.Text());
+}
+
+void FileScanner::read_digits(tessalink::detail::NumeralText& numeral) {
+    while (m_reader.Fill() && isDigit(*m_reader.Cursor())) {
+        numeral.AddDigit(m_reader.GetCh());
+        SkipLineEnds();
+    }
+}
+
+const Token& FileScanner::read_name() {
+    const std::string_view name = read_word(cMaxName);
+    if (m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
+        throw ParseException("Name too long in expression!");
+    }
+    return finish(Token::tkIdent, name);
+}
+
+const Token& FileScanner::read_string_constant() {
+    const auto stops = [](char ch) { return ch == cStringEnd || isLineEnd(ch); };
+    std::size_t length = 0;
+    m_reader.GetCh();
+    while (m_reader.Fill()) {
+        const char* cursor = m_reader.Cursor();
+        const char* stop = std::find_if(cursor, m_reader.BlockEnd(), stops);
+        append(length, {cursor, static_cast<std::size_t>(stop - cursor)});
+        m_reader.MoveTo(stop);
+        if (stop == m_reader.BlockEnd() || isLineEnd(m_reader.GetCh())) {
+            SkipLineEnds();
+            continue;
+        }
+        SkipLineEnds();
+        if (!take_if(cStringEnd)) return finish_text(Token::tkString, {m_buffer.get(), length});
+        append(length, {&cStringEnd, 1});
+    }
+    throw ParseException("String constant not terminated!");
+}
+
+std::string_view FileScanner::read_word(std::size_t limit) {
+    const char* cursor = m_reader.Cursor();
+    const char* end = std::min(m_reader.BlockEnd(), cursor + limit);
+    const char* p = std::find_if_not(cursor, end, isWordChar);
+    if (p == m_reader.BlockEnd() || isLineEnd(*p)) return read_split_word(limit);
+    m_reader.MoveTo(p);
+    return {cursor, static_cast<std::size_t>(p - cursor)};
+}
+
+std::string_view FileScanner::read_split_word(std::size_t limit) {
+    std::size_t length = 0;
+    while (length < limit && m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
+        m_buffer[length++] = m_reader.GetCh();
+        SkipLineEnds();
+    }
+    return {m_buffer.get(), length};
+}
+
+bool FileScanner::take_if(char wanted) {
+    if (!m_reader.Fill() || *m_reader.Cursor() != wanted) return false;
+    m_reader.GetCh();
+    return true;
+}
+
+void FileScanner::skip_white_space() {
+    while (m_reader.Fill() && isBlank(*m_reader.Cursor())) m_reader.GetCh();
+}
+
+void FileScanner::skip_one_blank() {
+    if (!m_reader.Fill() || !isBlank(*m_reader.Cursor())) return;
+    if (m_reader.GetCh() == '\r') take_if('\n');
+}
+
+void FileScanner::append(std::size_t& length, std::string_view text) {
+    while (text.size() > m_capacity - 1 - length) grow(length);
+    std::memcpy(m_buffer.get() + length, text.data(), text.size());
+    length += text.size();
+}
+
+void FileScanner::grow(std::size_t length) {
+    const std::size_t capacity = 2 * m_capacity + 1;
+    auto buffer = std::make_unique_for_overwrite<char[]>(capacity);
+    std::memcpy(buffer.get(), m_buffer.get(), length);
+    m_buffer = std::move(buffer);
+    m_capacity = capacity;
+}

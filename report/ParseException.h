@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "platform/base/CException.h"
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+
+namespace tessalink {
+
+/// A place in a template. Line and column count from 1, the column in bytes; 0 means unknown.
+struct TemplatePlace {
+    CString file;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
+
+    bool IsKnown() const { return line != 0; }
+};
+
+}  // namespace tessalink
+
+/// One template error: a fixed English message that ends in "!", and where it was found.
+class TESSALINK_API ParseException : public CException {
+public:
+    /// The longest message, without its NUL: a longer one is cut.
+    static constexpr std::size_t cMaxMessage = 299;
+
+    ParseException() : ParseException("") {}
+    explicit ParseException(const char* message);
+
+    /// Copies the message into `buffer`, cut to `size` bytes with the NUL (nothing when the buffer
+    /// is null or the size 0), and sets the help context to 0 when asked for. Returns nonzero.
+    int GetErrorMessage(char* buffer, unsigned int size,
+                        unsigned int* helpContext = nullptr) const override;
+    /// The message, owned by the exception.
+    const char* what() const noexcept override { return m_message.data(); }
+
+    /// Where the fault is. For a fault inside the text of an @EVAL this is the place of the @EVAL,
+    /// and GetTextPlace the line and column inside that text (its file is empty).
+    const tessalink::TemplatePlace& GetPlace() const { return m_place; }
+    const tessalink::TemplatePlace& GetTextPlace() const { return m_textPlace; }
+    /// Where the faulty template was included, innermost @INCLUDE first; empty when it is the
+    /// report's own template.
+    const std::vector<tessalink::TemplatePlace>& GetIncludes() const { return m_includes; }
+
+    /// For parsers: sets the place, and adds the place of an @INCLUDE that the fault passes.
+    void SetPlace(const tessalink::TemplatePlace& place,
+                  const tessalink::TemplatePlace& textPlace = {});
+    void AddInclude(const tessalink::TemplatePlace& place) { m_includes.push_back(place); }
+
+private:
+    std::array<char, cMaxMessage + 1> m_message;
+    tessalink::TemplatePlace m_place;
+    tessalink::TemplatePlace m_textPlace;
+    std::vector<tessalink::TemplatePlace> m_includes;
+};

@@ -1,0 +1,58 @@
+#include "report/VarTable.h"
+
+#include "platform/files/CArchive.h"
+
+IMPLEMENT_SERIAL(VarTable, CObject, 0)
+
+int VarTable::GetInt(const char* name) const {
+    const VariantVar* variable = Find(view(name));
+    return variable ? variable->GetAsInt() : 0;
+}
+
+double VarTable::GetDouble(const char* name) const {
+    const VariantVar* variable = Find(view(name));
+    return variable ? variable->GetAsDouble() : 0.0;
+}
+
+CString VarTable::GetStr(const char* name) const {
+    const VariantVar* variable = Find(view(name));
+    return variable ? variable->GetAsStr() : CString();
+}
+
+CObject* VarTable::GetPtr(const char* name) const {
+    const VariantVar* variable = Find(view(name));
+    return variable ? variable->GetAsPtr() : nullptr;
+}
+
+VariantVar VarTable::GetVar(const char* name) const {
+    const VariantVar* variable = Find(view(name));
+    return variable ? *variable : VariantVar();
+}
+
+const VariantVar* VarTable::Find(std::string_view name) const {
+    const CPair* pair = CMap::Find(name);
+    return pair ? &pair->value : nullptr;
+}
+
+VariantVar* VarTable::Find(std::string_view name) {
+    return const_cast<VariantVar*>(static_cast<const VarTable*>(this)->Find(name));
+}
+
+void VarTable::Serialize(CArchive& archive) {
+    if (archive.IsStoring()) {
+        archive.WriteCount(static_cast<std::size_t>(GetCount()));
+        POSITION position = GetStartPosition();
+        while (const CPair* pair = PGetNextAssoc(position)) {
+            archive << pair->key;
+            const_cast<VariantVar&>(pair->value).Serialize(archive);
+        }
+        return;
+    }
+    for (auto count = archive.ReadCount(); count > 0; --count) {
+        CString name;
+        VariantVar value;
+        archive >> name;
+        value.Serialize(archive);
+        SetAt(name, value);
+    }
+}

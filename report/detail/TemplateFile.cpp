@@ -1,0 +1,131 @@
+#include "report/detail/TemplateFile.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "core/BufferedFile.h"
+#include "platform/files/CFileException.h"
+#include "report/detail/CharTables.h"
+
+namespace tessalink::detail {
+
+namespace {
+
+constexpr unsigned int cOpenFlags = CFile::modeRead | CFile::typeBinary | CFile::shareDenyNone;
+
+CString withSlashes(CString path) {
+    path.Replace('\\', '/');
+    return path;
+}
+
+/// The one entry of `folder` whose name equals `name` but for case; empty if none or several.
+std::filesystem::path findEntry(const std::filesystem::path& folder, const std::string& name) {
+    std::error_code error;
+    std::filesystem::path found;
+    for (auto entry = std::filesystem::directory_iterator(folder, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::filesystem::path candidate = entry->path().filename();
+        if (!equalNoCase(candidate.native(), name)) continue;
+        if (!found.empty()) return {};
+        found = folder / candidate;
+    }
+    return found;
+}
+
+}  // namespace
+
+CString findIgnoringCase(const CString& path) {
+    std::filesystem::path found;
+    std::error_code error;
+    for (const std::filesystem::path& part : std::filesystem::path(std::string(path.View()))) {
+        const std::filesystem::path exact = found / part;
+        if (std::filesystem::exists(exact, error)) {
+            found = exact;
+            continue;
+        }
+        found = findEntry(found.empty() ? std::filesystem::path(".") : found, part.native());
+        if (found.empty()) return CString();
+    }
+    return CString(found.c_str());
+}
+
+TemplateFile::TemplateFile(const CString& path) : m_path(withSlashes(path)) {
+    CFileException error;
+    if (Open(m_path, cOpenFlags, &error)) return;
+    if (error.m_cause != CFileException::fileNotFound && error.m_cause != CFileException::badPath) {
+        throw error;
+    }
+    const CString found = findIgnoringCase(m_path);
+    if (found.IsEmpty() || !Open(found, cOpenFlags, nullptr)) throw error;
+    m_path = found;
+}
+
+void TemplateFile::Suspend() {
+    if (m_suspended) return;
+    m_offset = CFile::GetPosition();
+    m_length = CFile::GetLength();
+    Close();
+    m_suspended = true;
+}
+
+std::size_t TemplateFile::Read(void* buffer, std::size_t count) {
+    resume();
+    return CFile::Read(buffer, count);
+}
+
+std::uint64_t TemplateFile::Seek(std::int64_t offset, unsigned int from) {
+    resume();
+    return CFile::Seek(offset, from);
+}
+
+std::uint64_t TemplateFile::GetPosition() const {
+    return m_suspended ? m_offset : CFile::GetPosition();
+}
+
+std::uint64_t TemplateFile::GetLength() const {
+    return m_suspended ? m_length : CFile::GetLength();
+}
+
+void TemplateFile::resume() {
+    if (!m_suspended) return;
+    CFileException error;
+    if (!Open(m_path, cOpenFlags, &error)) throw error;
+    m_suspended = false;
+    // A template that changed while its includes ran can't be read on from the old place.
+    if (CFile::GetLength() != m_length) {
+        AfxThrowFileException(CFileException::invalidFile, 0, m_path);
+    }
+    CFile::Seek(static_cast<std::int64_t>(m_offset), CFile::begin);
+}
+
+void LineColumn::Pass(char before, char ch) {
+    if (ch == '\n' && before == '\r') return;
+    if (ch == '\n' || ch == '\r') {
+        ++line;
+        column = 1;
+    } else {
+        ++column;
+    }
+}
+
+LineColumn findLine(CFile& file, int scrambled, std::uint64_t position) {
+    LineColumn place;
+    const auto offset = static_cast<std::int64_t>(file.GetPosition());
+    file.SeekToBegin();
+    std::array<char, BufferedFile::cBlockSize> block;
+    char before = '\0';
+    while (position > 0) {
+        const std::size_t wanted = std::min<std::uint64_t>(position, block.size());
+        const std::size_t count = file.Read(block.data(), wanted);
+        if (count == 0) break;
+        if (scrambled) scramble(block.data(), count);
+        for (std::size_t i = 0; i < count; before = block[i++]) place.Pass(before, block[i]);
+        position -= count;
+    }
+    file.Seek(offset, CFile::begin);
+    return place;
+}
+
+}  // namespace tessalink::detail
