@@ -26,7 +26,8 @@ class TESSALINK_API BufferedFile : public CObject {
 public:
     /// Bytes that one read of the file fetches.
     static constexpr std::size_t cBlockSize = 4096;
-    /// The key of the scrambling: four equal bytes, so that it does not matter where a block starts.
+    /// The key of the scrambling: four equal bytes, so that it does not matter where a block
+    /// starts.
     static constexpr std::uint32_t cScrambleKey = 0x5C5C5C5Cu;
     /// What GetSavedPos returns while no position is saved.
     static constexpr std::uint64_t cNoPosition = ~std::uint64_t{0};

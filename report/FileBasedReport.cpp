@@ -29,9 +29,13 @@ void FileBasedReport::DoCreate(CFile& output, int which, int keepOpen) {
     if (!keepOpen) ReleaseDefFile(which);
 }
 
-CFile*& FileBasedReport::GetDefFile(int which) { return m_defFiles[which == 0 ? 0 : 1]; }
+CFile*& FileBasedReport::GetDefFile(int which) {
+    return m_defFiles[which == 0 ? 0 : 1];
+}
 
-CString FileBasedReport::GetDefFilePath(int) const { return CString(); }
+CString FileBasedReport::GetDefFilePath(int) const {
+    return CString();
+}
 
 void FileBasedReport::GetOpenDefFile(int which) {
     CFile*& file = GetDefFile(which);

@@ -54,14 +54,14 @@ protected:
     /// Makes the parser of a run; the caller owns it.
     virtual FileParser* CreateParser(CFile& definition, CFile& output, VarTable& variables,
                                      FctTable& functions) const;
-    /// Is told the message of a template fault before the fault goes on to the caller; does nothing.
+    /// Is told the message of a template fault before the fault goes on to the caller; does
+    /// nothing.
     virtual void report_failed(const char* message);
 
     /// Makes a member function of a report class callable by "@CALL(name)".
     template <class Report>
     void AddFct(const char* name, void (Report::*function)(CFile&, void*)) {
-        m_functions->AddFct(name,
-                            static_cast<MemberFctTable<FileBasedReport>::Function>(function));
+        m_functions->AddFct(name, static_cast<MemberFctTable<FileBasedReport>::Function>(function));
     }
 
 private:

@@ -17,12 +17,12 @@ using tessalink::detail::TemplateFile;
 FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
     : FileParser(templateFile, output, variables, nullptr, scrambled) {}
 
-FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables,
-                       FctTable& functions, int scrambled)
+FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable& functions,
+                       int scrambled)
     : FileParser(templateFile, output, variables, &functions, scrambled) {}
 
-FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables,
-                       FctTable* functions, int scrambled)
+FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable* functions,
+                       int scrambled)
     : m_scanner(templateFile, scrambled),
       m_output(output),
       m_variables(variables),
@@ -68,8 +68,7 @@ int FileParser::run_include(CFile& file) {
 int FileParser::run_text(const CString& text, CFile& output, Source source,
                          std::uint64_t position) {
     if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
-    CMemFile file;
-    file.Attach(text.View());
+    CMemFile file(text.View());
     const int scrambled = source == Source::deferred ? m_scanner.IsScrambled() : 0;
     const auto nested = create_parser(file, output, scrambled);
     return run_nested(*nested, source, position, m_error);

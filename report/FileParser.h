@@ -55,8 +55,8 @@ public:
     /// The longest text, in bytes, that a string expression or a deferred block may have.
     static constexpr std::size_t cMaxTextLength = 256u << 20;
 
-    /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template is
-    /// stored scrambled. Included templates always are.
+    /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template
+    /// is stored scrambled. Included templates always are.
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled);
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable& functions,
                int scrambled);

@@ -76,8 +76,7 @@ int FileParser::get_print_deferred(const Token& token, bool& descending) {
     if (!descending && !tessalink::detail::equalNoCase(token.Text(), "ASC")) {
         return handle_error("Unrecognized sort order in @PRINT_DEFERRED!");
     }
-    if (!next_is(Token::tkRParen,
-                 "Right parenthesis expected after @PRINT_DEFERRED sort order!")) {
+    if (!next_is(Token::tkRParen, "Right parenthesis expected after @PRINT_DEFERRED sort order!")) {
         return 0;
     }
     m_scanner.SkipParagraphMark();

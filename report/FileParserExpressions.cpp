@@ -42,29 +42,42 @@ bool isPrefix(const Token& token) {
 template <class T>
 bool compare(Token::Operator code, T left, T right) {
     switch (code) {
-        case Token::opLess: return left < right;
-        case Token::opLessEqual: return left <= right;
-        case Token::opEqual: return left == right;
-        case Token::opGreaterEqual: return left >= right;
-        case Token::opGreater: return left > right;
-        default: return left != right;
+        case Token::opLess:
+            return left < right;
+        case Token::opLessEqual:
+            return left <= right;
+        case Token::opEqual:
+            return left == right;
+        case Token::opGreaterEqual:
+            return left >= right;
+        case Token::opGreater:
+            return left > right;
+        default:
+            return left != right;
     }
 }
 
 std::int32_t combine(Token::Operator code, std::int32_t left, std::int32_t right) {
     switch (code) {
-        case Token::opMultiply: return tessalink::wrapMul(left, right);
-        case Token::opAdd: return tessalink::wrapAdd(left, right);
-        default: return tessalink::wrapSub(left, right);
+        case Token::opMultiply:
+            return tessalink::wrapMul(left, right);
+        case Token::opAdd:
+            return tessalink::wrapAdd(left, right);
+        default:
+            return tessalink::wrapSub(left, right);
     }
 }
 
 double combine(Token::Operator code, double left, double right) {
     switch (code) {
-        case Token::opMultiply: return left * right;
-        case Token::opAdd: return left + right;
-        case Token::opDivide: return left / right;
-        default: return left - right;
+        case Token::opMultiply:
+            return left * right;
+        case Token::opAdd:
+            return left + right;
+        case Token::opDivide:
+            return left / right;
+        default:
+            return left - right;
     }
 }
 
@@ -112,8 +125,10 @@ int FileParser::get_exp_factor(const Token& token) {
 
 int FileParser::get_exp_elem(const Token& token) {
     switch (token.GetKind()) {
-        case Token::tkIdent: return get_exp_var(token);
-        case Token::tkNumber: return get_exp_number(token);
+        case Token::tkIdent:
+            return get_exp_var(token);
+        case Token::tkNumber:
+            return get_exp_number(token);
         case Token::tkLParen:
             return get_exp_lparen(token) && get_exp(token) && get_exp_rparen(token);
         case Token::tkOperator:
@@ -122,7 +137,8 @@ int FileParser::get_exp_elem(const Token& token) {
             // A prefix operator would be applied before the operand of the one before it exists.
             if (isPrefix(token)) break;
             return get_exp_elem(token);
-        default: break;
+        default:
+            break;
     }
     return handle_error(cUnexpectedToken);
 }
@@ -214,8 +230,12 @@ int FileParser::apply_binary(Token::Operator code) {
     Operand& left = m_operands.Top();
     const bool integers = left.isInteger && right.isInteger;
     switch (code) {
-        case Token::opAnd: left = Operand::Integer(left.IsTrue() && right.IsTrue()); return 1;
-        case Token::opOr: left = Operand::Integer(left.IsTrue() || right.IsTrue()); return 1;
+        case Token::opAnd:
+            left = Operand::Integer(left.IsTrue() && right.IsTrue());
+            return 1;
+        case Token::opOr:
+            left = Operand::Integer(left.IsTrue() || right.IsTrue());
+            return 1;
         case Token::opMultiply:
         case Token::opAdd:
         case Token::opSubtract:

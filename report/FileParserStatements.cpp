@@ -1,13 +1,13 @@
 // The statements of the template language.
 
-#include "platform/files/CFile.h"
 #include "platform/base/NumberText.h"
+#include "platform/files/CFile.h"
+#include "platform/files/ModuleDir.h"
 #include "report/FctTable.h"
 #include "report/FileParser.h"
 #include "report/VarTable.h"
 #include "report/detail/Nesting.h"
 #include "report/detail/TemplateFile.h"
-#include "platform/files/ModuleDir.h"
 
 using tessalink::detail::NestingCount;
 using tessalink::detail::ScopedValue;
@@ -59,11 +59,13 @@ int FileParser::get_simple_stmt(const Token& token, int execute) {
             if (execute && !write_output(token.Text())) return 0;
             next_text();
             return 1;
-        case Token::tkIdent: return get_var(token, execute);
+        case Token::tkIdent:
+            return get_var(token, execute);
         case Token::tkKeyword:
             return token.GetKeyword() == Token::kwIf ? get_cond_stmt(token, execute)
                                                      : get_uncond_stmt(token, execute);
-        default: return handle_error("Error in simple statement!");
+        default:
+            return handle_error("Error in simple statement!");
     }
 }
 
@@ -89,8 +91,10 @@ int FileParser::get_cond_stmt(const Token& token, int execute) {
     if (!next_is(Token::tkLParen, "Left parenthesis expected after @IF!")) return 0;
     Operand condition;
     if (!evaluate(next_exp(), execute, condition)) return 0;
-    if (!expect(token, Token::tkRParen, "Right parenthesis expected at end of condition!")) return 0;
-    if (!next_exp().IsKeyword(Token::kwThen)) return handle_error("@THEN expected after condition!");
+    if (!expect(token, Token::tkRParen, "Right parenthesis expected at end of condition!"))
+        return 0;
+    if (!next_exp().IsKeyword(Token::kwThen))
+        return handle_error("@THEN expected after condition!");
     next_text();
     if (!get_stmt(token, condition.IsTrue())) return 0;
     if (token.IsKeyword(Token::kwElse)) {
@@ -225,7 +229,8 @@ int FileParser::get_define(const Token& token, int) {
             return handle_error("Unexpected comma before right parenthesis in DEFINE!");
         }
     }
-    if (!expect(token, Token::tkRParen, "Right parenthesis expected to terminate DEFINE!")) return 0;
+    if (!expect(token, Token::tkRParen, "Right parenthesis expected to terminate DEFINE!"))
+        return 0;
     m_scanner.SkipParagraphMark();
     next_text();
     return 1;

@@ -15,15 +15,17 @@ using tessalink::detail::NestingCount;
 namespace {
 
 constexpr std::array<const char*, 21> cNumberWords = {
-    "zero",   "one",    "two",      "three",    "four",     "five",    "six",
-    "seven",  "eight",  "nine",     "ten",      "eleven",   "twelve",  "thirteen",
+    "zero",     "one",     "two",     "three",     "four",     "five",     "six",
+    "seven",    "eight",   "nine",    "ten",       "eleven",   "twelve",   "thirteen",
     "fourteen", "fifteen", "sixteen", "seventeen", "eighteen", "nineteen", "twenty"};
 constexpr std::int32_t cLargestWord = static_cast<std::int32_t>(cNumberWords.size()) - 1;
 
 /// The growth step of the file that takes the output of an EVAL used as a value.
 constexpr UINT cValueGrowth = 1024;
 
-char upper(char ch) { return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - ('a' - 'A')) : ch; }
+char upper(char ch) {
+    return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - ('a' - 'A')) : ch;
+}
 
 /// "a", "a and b", "a, b, and c"; without a conjunction "a b" and "a, b, c".
 CString joinList(const std::vector<CString>& items, const CString& conjunction) {
@@ -45,11 +47,16 @@ CString joinList(const std::vector<CString>& items, const CString& conjunction) 
 
 FileParser::ValueStep FileParser::find_value_function(std::string_view name) {
     switch (tessalink::detail::findKeyword(name)) {
-        case Token::kwCommaList: return &FileParser::get_comma_list_value;
-        case Token::kwCap: return &FileParser::get_cap_value;
-        case Token::kwText: return &FileParser::get_text_value;
-        case Token::kwEval: return &FileParser::get_eval_value;
-        default: return nullptr;
+        case Token::kwCommaList:
+            return &FileParser::get_comma_list_value;
+        case Token::kwCap:
+            return &FileParser::get_cap_value;
+        case Token::kwText:
+            return &FileParser::get_text_value;
+        case Token::kwEval:
+            return &FileParser::get_eval_value;
+        default:
+            return nullptr;
     }
 }
 

@@ -112,17 +112,28 @@ const Token& FileScanner::NextExp() {
     m_tokenPos = m_reader.GetPos();
     if (!more) return finish(Token::tkEnd);
     switch (cStarts[static_cast<unsigned char>(*m_reader.Cursor())]) {
-        case Start::digit: return read_number();
-        case Start::word: return read_name();
-        case Start::sign: return read_operator();
-        case Start::lParen: return read_single(Token::tkLParen);
-        case Start::rParen: return read_single(Token::tkRParen);
-        case Start::command: return read_command();
-        case Start::colon: return read_single(Token::tkColon);
-        case Start::semicolon: return read_single(Token::tkSemicolon);
-        case Start::comma: return read_single(Token::tkComma);
-        case Start::string: return read_string_constant();
-        case Start::none: break;
+        case Start::digit:
+            return read_number();
+        case Start::word:
+            return read_name();
+        case Start::sign:
+            return read_operator();
+        case Start::lParen:
+            return read_single(Token::tkLParen);
+        case Start::rParen:
+            return read_single(Token::tkRParen);
+        case Start::command:
+            return read_command();
+        case Start::colon:
+            return read_single(Token::tkColon);
+        case Start::semicolon:
+            return read_single(Token::tkSemicolon);
+        case Start::comma:
+            return read_single(Token::tkComma);
+        case Start::string:
+            return read_string_constant();
+        case Start::none:
+            break;
     }
     return finish(Token::tkNone);
 }
@@ -178,8 +189,8 @@ const Token& FileScanner::finish(Token::Kind kind, std::string_view text) {
 
 const Token& FileScanner::finish_text(Token::Kind kind, std::string_view text) {
     const void* nul = std::memchr(text.data(), 0, text.size());
-    const auto length = nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text.data())
-                            : text.size();
+    const auto length =
+        nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text.data()) : text.size();
     return finish(kind, text.substr(0, length));
 }
 
@@ -198,7 +209,8 @@ const Token& FileScanner::read_plain_text() {
         if (complete && inOneBlock) return finish_text(Token::tkText, {cursor, count});
         std::memcpy(m_buffer.get() + length, cursor, count);
         length += count;
-        if (complete || !m_reader.Fill()) return finish_text(Token::tkText, {m_buffer.get(), length});
+        if (complete || !m_reader.Fill())
+            return finish_text(Token::tkText, {m_buffer.get(), length});
     }
 }
 

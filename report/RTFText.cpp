@@ -19,7 +19,9 @@ namespace {
 constexpr int cDecimal = 10;
 constexpr std::string_view cArgument = "%1";
 
-bool needsEscape(char ch) { return ch == '\\' || ch == '{' || ch == '}'; }
+bool needsEscape(char ch) {
+    return ch == '\\' || ch == '{' || ch == '}';
+}
 
 int addDigit(int value, char digit) {
     return tessalink::wrapAdd(tessalink::wrapMul(value, cDecimal), digit - '0');

@@ -11,19 +11,19 @@
 class TESSALINK_API Token {
 public:
     enum Kind : std::int32_t {
-        tkNone = 0,       ///< a lone "@", or a character that no rule of expression mode accepts
-        tkIdent = 1,      ///< a variable reference, or a bare word in expression mode
-        tkNumber = 2,     ///< a numeral
-        tkLParen = 3,     ///< "("
-        tkRParen = 4,     ///< ")"
-        tkOperator = 5,   ///< see Operator
-        tkEnd = 6,        ///< the end of the template
-        tkText = 7,       ///< a run of plain text; also "@@"
-        tkKeyword = 8,    ///< see Keyword
-        tkColon = 9,      ///< ":"
-        tkSemicolon = 10, ///< ";"
-        tkComma = 11,     ///< ","
-        tkString = 12     ///< a string constant in square brackets
+        tkNone = 0,        ///< a lone "@", or a character that no rule of expression mode accepts
+        tkIdent = 1,       ///< a variable reference, or a bare word in expression mode
+        tkNumber = 2,      ///< a numeral
+        tkLParen = 3,      ///< "("
+        tkRParen = 4,      ///< ")"
+        tkOperator = 5,    ///< see Operator
+        tkEnd = 6,         ///< the end of the template
+        tkText = 7,        ///< a run of plain text; also "@@"
+        tkKeyword = 8,     ///< see Keyword
+        tkColon = 9,       ///< ":"
+        tkSemicolon = 10,  ///< ";"
+        tkComma = 11,      ///< ","
+        tkString = 12      ///< a string constant in square brackets
     };
 
     enum Keyword : std::int32_t {
@@ -51,21 +51,21 @@ public:
     static constexpr int cKeywordCount = 20;
 
     enum Operator : std::int32_t {
-        opLParen = 0,        ///< a pending "(" on the operator stack; never a token
-        opNegate = 1,        ///< "-" after "(" or after another operator
-        opNot = 2,           ///< "~"
-        opMultiply = 3,      ///< "*"
-        opDivide = 4,        ///< "/"
-        opAdd = 5,           ///< "+"
-        opSubtract = 6,      ///< "-" anywhere else
-        opLess = 7,          ///< "<"
-        opLessEqual = 8,     ///< "<="
-        opEqual = 9,         ///< "="
-        opGreaterEqual = 10, ///< ">="
-        opGreater = 11,      ///< ">"
-        opNotEqual = 12,     ///< "<>"
-        opAnd = 13,          ///< "&"
-        opOr = 14            ///< "|"
+        opLParen = 0,         ///< a pending "(" on the operator stack; never a token
+        opNegate = 1,         ///< "-" after "(" or after another operator
+        opNot = 2,            ///< "~"
+        opMultiply = 3,       ///< "*"
+        opDivide = 4,         ///< "/"
+        opAdd = 5,            ///< "+"
+        opSubtract = 6,       ///< "-" anywhere else
+        opLess = 7,           ///< "<"
+        opLessEqual = 8,      ///< "<="
+        opEqual = 9,          ///< "="
+        opGreaterEqual = 10,  ///< ">="
+        opGreater = 11,       ///< ">"
+        opNotEqual = 12,      ///< "<>"
+        opAnd = 13,           ///< "&"
+        opOr = 14             ///< "|"
     };
     static constexpr int cOperatorCount = 15;
 
@@ -83,8 +83,8 @@ public:
     std::string_view Text() const { return m_text; }
     CString GetText() const { return CString(m_text); }
 
-    /// Nonzero when a number was written without a decimal point: it is then in GetInt, saturated to
-    /// 32 bits, otherwise in GetDouble.
+    /// Nonzero when a number was written without a decimal point: it is then in GetInt, saturated
+    /// to 32 bits, otherwise in GetDouble.
     int IsInteger() const { return m_isInteger; }
     std::int32_t GetInt() const { return m_int; }
     double GetDouble() const { return m_double; }

@@ -42,7 +42,8 @@ void VarTable::Serialize(CArchive& archive) {
     if (archive.IsStoring()) {
         archive.WriteCount(static_cast<std::size_t>(GetCount()));
         POSITION position = GetStartPosition();
-        while (const CPair* pair = PGetNextAssoc(position)) {
+        while (position) {
+            const CPair* pair = GetNextPair(position);
             archive << pair->key;
             const_cast<VariantVar&>(pair->value).Serialize(archive);
         }

@@ -29,8 +29,12 @@ std::int32_t intOf(std::uint64_t bits) {
 
 IMPLEMENT_SERIAL(VariantVar, CObject, 0)
 
-VariantVar::VariantVar(int value) { *this = value; }
-VariantVar::VariantVar(double value) { *this = value; }
+VariantVar::VariantVar(int value) {
+    *this = value;
+}
+VariantVar::VariantVar(double value) {
+    *this = value;
+}
 VariantVar::VariantVar(const char* value) : m_type(vtString), m_string(value) {}
 VariantVar::VariantVar(const CString& value) : m_type(vtString), m_string(value) {}
 VariantVar::VariantVar(CObject* value)
@@ -56,7 +60,9 @@ VariantVar& VariantVar::operator=(const CString& value) {
     return *this;
 }
 
-VariantVar& VariantVar::operator=(const char* value) { return *this = CString(value); }
+VariantVar& VariantVar::operator=(const char* value) {
+    return *this = CString(value);
+}
 
 VariantVar& VariantVar::operator=(const VariantVar& other) {
     if (this == &other) return *this;
@@ -66,24 +72,34 @@ VariantVar& VariantVar::operator=(const VariantVar& other) {
     return *this;
 }
 
-void VariantVar::SetEmpty() { set_number(vtEmpty); }
+void VariantVar::SetEmpty() {
+    set_number(vtEmpty);
+}
 
 int VariantVar::GetAsInt() const {
     switch (m_type) {
         case vtInt:
-        case vtPtr: return intOf(m_bits);
-        case vtDouble: return tessalink::toInt(std::bit_cast<double>(m_bits));
-        case vtString: return tessalink::readInt(m_string.View());
-        default: return 0;
+        case vtPtr:
+            return intOf(m_bits);
+        case vtDouble:
+            return tessalink::toInt(std::bit_cast<double>(m_bits));
+        case vtString:
+            return tessalink::readInt(m_string.View());
+        default:
+            return 0;
     }
 }
 
 double VariantVar::GetAsDouble() const {
     switch (m_type) {
-        case vtInt: return intOf(m_bits);
-        case vtDouble: return std::bit_cast<double>(m_bits);
-        case vtString: return tessalink::readDouble(m_string.View());
-        default: return 0.0;
+        case vtInt:
+            return intOf(m_bits);
+        case vtDouble:
+            return std::bit_cast<double>(m_bits);
+        case vtString:
+            return tessalink::readDouble(m_string.View());
+        default:
+            return 0.0;
     }
 }
 
@@ -97,26 +113,37 @@ CString VariantVar::GetAsStr() const {
 
 CString VariantVar::GetAsStr(int decimals, int width) const {
     switch (m_type) {
-        case vtInt: return tessalink::formatInt(intOf(m_bits), width, decimals);
-        case vtDouble: return tessalink::formatDouble(GetAsDouble(), width, decimals);
+        case vtInt:
+            return tessalink::formatInt(intOf(m_bits), width, decimals);
+        case vtDouble:
+            return tessalink::formatDouble(GetAsDouble(), width, decimals);
         case vtEmpty:
         case vtString:
-        case vtPtr: return tessalink::formatText(tessalink::VariantText(*this).View(), width);
-        default: return CString();
+        case vtPtr:
+            return tessalink::formatText(tessalink::VariantText(*this).View(), width);
+        default:
+            return CString();
     }
 }
 
 int VariantVar::ConvertTo(Type type) {
     switch (type) {
-        case vtEmpty: return IsEmpty();
-        case vtPtr: return IsPtr();
-        case vtInt: *this = GetAsInt(); return 1;
+        case vtEmpty:
+            return IsEmpty();
+        case vtPtr:
+            return IsPtr();
+        case vtInt:
+            *this = GetAsInt();
+            return 1;
         case vtDouble:
             if (IsPtr()) return 0;
             *this = GetAsDouble();
             return 1;
-        case vtString: *this = GetAsStr(); return 1;
-        default: return 1;
+        case vtString:
+            *this = GetAsStr();
+            return 1;
+        default:
+            return 1;
     }
 }
 
@@ -154,13 +181,20 @@ namespace tessalink {
 VariantText::VariantText(const VariantVar& value) {
     char* end = m_buffer;
     switch (value.GetType()) {
-        case VariantVar::vtString: m_view = value.Text(); return;
-        case VariantVar::vtInt: end = writeInt(m_buffer, value.GetAsInt()); break;
-        case VariantVar::vtDouble: end = writeDouble(m_buffer, value.GetAsDouble(), 2); break;
+        case VariantVar::vtString:
+            m_view = value.Text();
+            return;
+        case VariantVar::vtInt:
+            end = writeInt(m_buffer, value.GetAsInt());
+            break;
+        case VariantVar::vtDouble:
+            end = writeDouble(m_buffer, value.GetAsDouble(), 2);
+            break;
         case VariantVar::vtPtr:
             end = writePointer(m_buffer, reinterpret_cast<std::uintptr_t>(value.GetAsPtr()));
             break;
-        default: break;
+        default:
+            break;
     }
     m_view = {m_buffer, static_cast<std::size_t>(end - m_buffer)};
 }

@@ -30,13 +30,25 @@ inline constexpr auto cCharClasses = makeCharClasses();
 inline bool isOf(char ch, unsigned classes) {
     return (cCharClasses[static_cast<unsigned char>(ch)] & classes) != 0;
 }
-inline bool isBlank(char ch) { return isOf(ch, cBlank); }
-inline bool isLineEnd(char ch) { return isOf(ch, cLineEnd); }
-inline bool isDigit(char ch) { return isOf(ch, cDigit); }
-inline bool isWordStart(char ch) { return isOf(ch, cWordStart); }
-inline bool isWordChar(char ch) { return isOf(ch, cWordStart | cDigit); }
+inline bool isBlank(char ch) {
+    return isOf(ch, cBlank);
+}
+inline bool isLineEnd(char ch) {
+    return isOf(ch, cLineEnd);
+}
+inline bool isDigit(char ch) {
+    return isOf(ch, cDigit);
+}
+inline bool isWordStart(char ch) {
+    return isOf(ch, cWordStart);
+}
+inline bool isWordChar(char ch) {
+    return isOf(ch, cWordStart | cDigit);
+}
 
-constexpr char lower(char ch) { return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch | 0x20) : ch; }
+constexpr char lower(char ch) {
+    return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch | 0x20) : ch;
+}
 
 constexpr bool equalNoCase(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
@@ -48,9 +60,10 @@ constexpr bool equalNoCase(std::string_view a, std::string_view b) {
 
 /// The keywords in the order of their codes.
 inline constexpr std::array<std::string_view, Token::cKeywordCount> cKeywords = {
-    "IF",        "THEN",    "ENDIF",       "CALL",      "COMPUTE",        "LINK",    "ID",
-    "INCLUDE",   "DEFER_START", "DEFER_END", "PRINT_DEFERRED", "COMMENT", "COMMENT_END", "ELSE",
-    "DEFINE",    "LET",     "COMMA_LIST",  "CAP",       "TEXT",           "EVAL"};
+    "IF",          "THEN",    "ENDIF",       "CALL",      "COMPUTE",        "LINK",
+    "ID",          "INCLUDE", "DEFER_START", "DEFER_END", "PRINT_DEFERRED", "COMMENT",
+    "COMMENT_END", "ELSE",    "DEFINE",      "LET",       "COMMA_LIST",     "CAP",
+    "TEXT",        "EVAL"};
 
 /// A word's slot in the keyword table, from its length and its ends.
 constexpr std::size_t keywordSlot(std::string_view word) {

@@ -37,18 +37,28 @@ RTFScaler::State RTFScaler::next_state(State state, char ch) {
     switch (state) {
         case State::backslash:
             switch (ch) {
-                case 'f': return State::f;
+                case 'f':
+                    return State::f;
                 case 'l':
-                case 'r': return State::l;
-                case 's': return State::s;
-                case 't': return State::t;
-                default: return State::copying;
+                case 'r':
+                    return State::l;
+                case 's':
+                    return State::s;
+                case 't':
+                    return State::t;
+                default:
+                    return State::copying;
             }
-        case State::f: return either("is", State::number);
-        case State::l: return either("i", State::number);
-        case State::s: return either("abl", State::number);
-        case State::t: return either("x", State::number);
-        default: return State::copying;
+        case State::f:
+            return either("is", State::number);
+        case State::l:
+            return either("i", State::number);
+        case State::s:
+            return either("abl", State::number);
+        case State::t:
+            return either("x", State::number);
+        default:
+            return State::copying;
     }
 }
 
