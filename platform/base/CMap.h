@@ -1,0 +1,361 @@
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/base/CInvalidArgException.h"
+#include "platform/base/CObject.h"
+#include "platform/base/Serialization.h"
+#include "platform/base/TextHash.h"
+
+// The hash of a key that is no text. Equal keys have equal hashes; the map mixes the bits itself,
+// so that a plain number will do. A host specialises the template for its own key types.
+template <class ARG_KEY>
+UINT HashKey(ARG_KEY key) {
+    using Key = std::remove_cvref_t<ARG_KEY>;
+    if constexpr (tessalink::TextKey<Key>) {
+        return tessalink::hashText(tessalink::textOf(key));
+    } else if constexpr (std::is_pointer_v<Key>) {
+        const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key));
+        return tessalink::hashNumber(address);
+    } else {
+        static_assert(std::is_integral_v<Key> || std::is_enum_v<Key>,
+                      "specialise HashKey for this type");
+        return tessalink::hashNumber(static_cast<std::uint64_t>(key));
+    }
+}
+
+// Whether a stored key that is no text equals a key that is looked for.
+template <class TYPE, class ARG_TYPE>
+BOOL CompareElements(const TYPE* stored, const ARG_TYPE* wanted) {
+    return *stored == *wanted;
+}
+
+// A hash map. ARG_KEY and ARG_VALUE are how keys and values are passed in.
+//
+// Text keys (CString, const char*, std::string_view) are hashed and compared byte for byte; other
+// keys through HashKey<ARG_KEY> and CompareElements. Entries never move: a reference or CPair stays
+// valid until its key or the whole map is removed. The order of iteration is that of insertion, a
+// new entry taking the place of the one removed last; it is the same for every run.
+//
+// Several threads may read a map that none changes.
+template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
+class CMap : public CObject {
+public:
+    struct CPair {
+        template <class K>
+        explicit CPair(const K& k) : key(k), value() {}
+
+        const KEY key;
+        VALUE value;
+    };
+
+    // `blockSize`: how many entries the first block of storage has room for.
+    explicit CMap(int blockSize = 10)
+        : m_blockBits(FloorLog2(std::bit_ceil(static_cast<std::size_t>(std::max(blockSize, 1))))) {}
+    ~CMap() override { RemoveAll(); }
+
+    int GetCount() const noexcept { return static_cast<int>(m_count); }
+    int GetSize() const noexcept { return GetCount(); }
+    bool IsEmpty() const noexcept { return m_count == 0; }
+
+    // Copies the key's value into `value` and returns nonzero, or returns 0 and leaves it.
+    BOOL Lookup(ARG_KEY key, VALUE& value) const {
+        const CPair* pair = Find(key);
+        if (pair == nullptr) return 0;
+        value = pair->value;
+        return 1;
+    }
+    // The entry with the key, or null.
+    const CPair* PLookup(ARG_KEY key) const { return Find(key); }
+    CPair* PLookup(ARG_KEY key) { return Find(key); }
+
+    // PLookup by anything that the key can be compared with: a std::string_view finds a CString key
+    // with no string being made.
+    template <class K>
+    const CPair* Find(const K& key) const {
+        const auto& wanted = Searchable(key);
+        const std::uint32_t hash = HashOf(wanted);
+        const std::size_t slot = FindSlot(wanted, hash);
+        return slot == cNone ? nullptr : &EntryAt(m_slots[slot].number).Pair();
+    }
+    template <class K>
+    CPair* Find(const K& key) {
+        return const_cast<CPair*>(std::as_const(*this).Find(key));
+    }
+
+    // The value of the key, which is entered with a default value when it is missing.
+    VALUE& operator[](ARG_KEY key) { return FindOrAdd(key).value; }
+    // As operator[], by anything that a key can be made of.
+    template <class K>
+    CPair& FindOrAdd(const K& key) {
+        const auto& wanted = Searchable(key);
+        const std::uint32_t hash = HashOf(wanted);
+        const std::size_t slot = FindSlot(wanted, hash);
+        return slot == cNone ? AddEntry(key, hash) : EntryAt(m_slots[slot].number).Pair();
+    }
+    void SetAt(ARG_KEY key, ARG_VALUE value) { FindOrAdd(key).value = value; }
+
+    // Removes the entry; returns nonzero if there was one.
+    BOOL RemoveKey(ARG_KEY key) {
+        const auto& wanted = Searchable(key);
+        const std::size_t slot = FindSlot(wanted, HashOf(wanted));
+        if (slot == cNone) return 0;
+        ReleaseEntry(m_slots[slot].number);
+        CloseGap(slot);
+        return 1;
+    }
+    // Removes all entries and gives their storage back.
+    void RemoveAll() noexcept {
+        for (std::uint32_t number = 1; number <= m_used; ++number) {
+            if (EntryAt(number).IsLive()) EntryAt(number).Destroy();
+        }
+        m_blocks.clear();
+        m_slots.clear();
+        m_count = m_used = m_firstFree = 0;
+    }
+
+    // Walks all entries: from the start position (null for an empty map), until it is null. The
+    // entry that was got last may be removed on the way; entries added on the way may be missed.
+    POSITION GetStartPosition() const noexcept { return PositionFrom(1); }
+    void GetNextAssoc(POSITION& position, KEY& key, VALUE& value) const {
+        const CPair* pair = GetNextPair(position);
+        key = pair->key;
+        value = pair->value;
+    }
+    // As GetNextAssoc, without copying.
+    const CPair* GetNextPair(POSITION& position) const {
+        const auto number = reinterpret_cast<std::uintptr_t>(position);
+        if (number == 0 || number > m_used) AfxThrowInvalidArgException();
+        const Entry& entry = EntryAt(static_cast<std::uint32_t>(number));
+        if (!entry.IsLive()) AfxThrowInvalidArgException();
+        position = PositionFrom(static_cast<std::uint32_t>(number) + 1);
+        return &entry.Pair();
+    }
+
+    // The number of hash buckets that was asked for. The table grows by itself; asking for many
+    // buckets, with `allocateNow`, spares it from growing up to as many entries.
+    UINT GetHashTableSize() const noexcept { return m_hashTableSize; }
+    void InitHashTable(UINT hashSize, BOOL allocateNow = 1) {
+        m_hashTableSize = hashSize;
+        const std::size_t slots = SlotsFor(hashSize);
+        if (allocateNow != 0 && slots > m_slots.size()) Rehash(slots);
+    }
+
+    // Stores the count and then every key and value in the order of iteration (SerializeElements),
+    // or loads as many, each value replacing that of an equal key. Loading leaves other entries.
+    void Serialize(CArchive& archive) override {
+        if (tessalink::isStoring(archive)) {
+            Store(archive);
+        } else {
+            for (std::size_t left = tessalink::loadCount(archive); left > 0; --left) {
+                LoadPair(archive);
+            }
+        }
+    }
+
+private:
+    static constexpr std::size_t cNone = std::numeric_limits<std::size_t>::max();
+    static constexpr std::size_t cMinSlots = 16;
+    static constexpr UINT cDefaultHashTableSize = 17;
+    static constexpr std::uint32_t cLive = std::numeric_limits<std::uint32_t>::max();
+    static constexpr std::uint32_t cMaxEntries = std::numeric_limits<int>::max();
+    // The table is full at 5/8: runs of occupied slots stay within a cache line or two.
+    static constexpr std::size_t cLoadNumerator = 5;
+    static constexpr std::size_t cLoadDenominator = 8;
+    static constexpr bool cTextKeys = tessalink::TextKey<KEY>;
+
+    // Room for one pair. `m_link` is cLive for an entry in use, else the number of the next free
+    // one.
+    class Entry {
+    public:
+        bool IsLive() const noexcept { return m_link == cLive; }
+        std::uint32_t NextFree() const noexcept { return m_link; }
+        CPair& Pair() noexcept { return *std::launder(reinterpret_cast<CPair*>(m_room)); }
+        const CPair& Pair() const noexcept {
+            return *std::launder(reinterpret_cast<const CPair*>(m_room));
+        }
+        template <class K>
+        void Construct(const K& key) {
+            ::new (static_cast<void*>(m_room)) CPair(key);
+            m_link = cLive;
+        }
+        void Destroy() noexcept { Pair().~CPair(); }
+        void SetFree(std::uint32_t next) noexcept { m_link = next; }
+
+    private:
+        alignas(CPair) std::byte m_room[sizeof(CPair)];
+        std::uint32_t m_link;
+    };
+
+    // One place of the index: the key's hash and the number of its entry, 0 for none.
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = 0;
+    };
+
+    static int FloorLog2(std::size_t number) noexcept {
+        return std::numeric_limits<std::size_t>::digits - 1 - std::countl_zero(number);
+    }
+    static std::size_t SlotsFor(std::size_t entries) {
+        return std::max(cMinSlots, std::bit_ceil(entries * cLoadDenominator / cLoadNumerator + 1));
+    }
+
+    // What a key is hashed and compared as: the characters of a text, else the key itself.
+    template <class K>
+    static decltype(auto) Searchable(const K& key) {
+        if constexpr (cTextKeys) {
+            return tessalink::textOf(key);
+        } else {
+            return (key);
+        }
+    }
+    template <class K>
+    static std::uint32_t HashOf(const K& wanted) {
+        if constexpr (cTextKeys) {
+            return tessalink::hashText(wanted);
+        } else {
+            return HashKey<ARG_KEY>(wanted);
+        }
+    }
+    template <class K>
+    static bool Matches(const KEY& stored, const K& wanted) {
+        if constexpr (cTextKeys) {
+            return tessalink::textOf(stored) == wanted;
+        } else {
+            return CompareElements(&stored, &wanted) != 0;
+        }
+    }
+
+    // Entries are numbered from 1. Block k has room for 2^(m_blockBits + k) of them, so that the
+    // list of blocks stays short and no entry ever moves.
+    Entry& EntryAt(std::uint32_t number) const noexcept {
+        const std::size_t index = number - 1 + (std::size_t{1} << m_blockBits);
+        const int bits = FloorLog2(index);
+        return m_blocks[static_cast<std::size_t>(bits - m_blockBits)]
+                       [index ^ (std::size_t{1} << bits)];
+    }
+
+    // Multiplying spreads weak hashes over the upper bits, which choose the slot.
+    std::size_t HomeSlot(std::uint32_t hash) const noexcept {
+        return static_cast<std::uint32_t>(hash * 0x9E3779B1u) >> m_slotShift;
+    }
+
+    template <class K>
+    std::size_t FindSlot(const K& wanted, std::uint32_t hash) const {
+        if (m_slots.empty()) return cNone;
+        const std::size_t mask = m_slots.size() - 1;
+        for (std::size_t slot = HomeSlot(hash);; slot = (slot + 1) & mask) {
+            const Slot& place = m_slots[slot];
+            if (place.number == 0) return cNone;
+            if (place.hash == hash && Matches(EntryAt(place.number).Pair().key, wanted)) {
+                return slot;
+            }
+        }
+    }
+
+    void Insert(Slot entry) noexcept {
+        const std::size_t mask = m_slots.size() - 1;
+        std::size_t slot = HomeSlot(entry.hash);
+        while (m_slots[slot].number != 0) slot = (slot + 1) & mask;
+        m_slots[slot] = entry;
+    }
+
+    void Rehash(std::size_t slots) {
+        std::vector<Slot> old(slots);
+        old.swap(m_slots);
+        m_slotShift = 32 - FloorLog2(slots);
+        for (const Slot& entry : old) {
+            if (entry.number != 0) Insert(entry);
+        }
+    }
+
+    template <class K>
+    CPair& AddEntry(const K& key, std::uint32_t hash) {
+        if ((m_count + 1) * cLoadDenominator > m_slots.size() * cLoadNumerator) {
+            Rehash(std::max(cMinSlots, m_slots.size() * 2));
+        }
+        const std::uint32_t number = m_firstFree != 0 ? m_firstFree : RoomForNext();
+        Entry& entry = EntryAt(number);
+        const std::uint32_t nextFree = m_firstFree != 0 ? entry.NextFree() : 0;
+        entry.Construct(key);
+        m_firstFree = nextFree;
+        m_used = std::max(m_used, number);
+        ++m_count;
+        Insert({hash, number});
+        return entry.Pair();
+    }
+
+    // The number of an entry never used so far, with its block allocated.
+    std::uint32_t RoomForNext() {
+        if (m_used == cMaxEntries) AfxThrowInvalidArgException();
+        const std::size_t index = m_used + (std::size_t{1} << m_blockBits);
+        const int bits = FloorLog2(index);
+        if (m_blocks.size() == static_cast<std::size_t>(bits - m_blockBits)) {
+            const std::size_t entries = std::size_t{1} << bits;
+            m_blocks.push_back(std::make_unique_for_overwrite<Entry[]>(entries));
+        }
+        return m_used + 1;
+    }
+
+    void ReleaseEntry(std::uint32_t number) noexcept {
+        Entry& entry = EntryAt(number);
+        entry.Destroy();
+        entry.SetFree(m_firstFree);
+        m_firstFree = number;
+        --m_count;
+    }
+
+    // Empties a slot, and moves entries back that would no longer be found behind it.
+    void CloseGap(std::size_t gap) noexcept {
+        const std::size_t mask = m_slots.size() - 1;
+        for (std::size_t slot = (gap + 1) & mask; m_slots[slot].number != 0;
+             slot = (slot + 1) & mask) {
+            const std::size_t distanceFromHome = (slot - HomeSlot(m_slots[slot].hash)) & mask;
+            if (distanceFromHome < ((slot - gap) & mask)) continue;
+            m_slots[gap] = m_slots[slot];
+            gap = slot;
+        }
+        m_slots[gap] = Slot();
+    }
+
+    POSITION PositionFrom(std::uint32_t number) const noexcept {
+        while (number <= m_used && !EntryAt(number).IsLive()) ++number;
+        return reinterpret_cast<POSITION>(std::uintptr_t{number <= m_used ? number : 0});
+    }
+
+    void Store(CArchive& archive) {
+        tessalink::storeCount(archive, m_count);
+        for (POSITION position = GetStartPosition(); position != nullptr;) {
+            const auto number = reinterpret_cast<std::uintptr_t>(position);
+            GetNextPair(position);
+            CPair& pair = EntryAt(static_cast<std::uint32_t>(number)).Pair();
+            SerializeElements(archive, const_cast<KEY*>(&pair.key), 1);
+            SerializeElements(archive, &pair.value, 1);
+        }
+    }
+    void LoadPair(CArchive& archive) {
+        KEY key{};
+        VALUE value{};
+        SerializeElements(archive, &key, 1);
+        SerializeElements(archive, &value, 1);
+        FindOrAdd(key).value = value;
+    }
+
+    std::vector<std::unique_ptr<Entry[]>> m_blocks;
+    std::vector<Slot> m_slots;
+    std::size_t m_count = 0;
+    std::uint32_t m_used = 0;       // entries 1 to m_used are live or on the free list
+    std::uint32_t m_firstFree = 0;  // 0: none
+    int m_slotShift = 32;
+    int m_blockBits;
+    UINT m_hashTableSize = cDefaultHashTableSize;
+};

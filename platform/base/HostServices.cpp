@@ -1,0 +1,55 @@
+#include "platform/base/HostServices.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "platform/base/detail/Terminal.h"
+
+namespace {
+
+int writeMessage(const char* text, UINT) {
+    std::fprintf(stderr, "%s\n", text);
+    return IDOK;
+}
+
+void ringTerminal(UINT) {
+    if (tessalink::detail::standardErrorIsTerminal()) std::fputc('\a', stderr);
+}
+
+bool findNoString(UINT, CString&) {
+    return false;
+}
+
+tessalink::HostServices& record() {
+    static tessalink::HostServices services;
+    return services;
+}
+
+}  // namespace
+
+namespace tessalink {
+
+HostServices::HostServices()
+    : messageBox(writeMessage), beep(ringTerminal), stringTable(findNoString) {}
+
+void setHostServices(HostServices services) {
+    if (!services.messageBox) services.messageBox = writeMessage;
+    if (!services.beep) services.beep = ringTerminal;
+    if (!services.stringTable) services.stringTable = findNoString;
+    record() = std::move(services);
+}
+
+const HostServices& hostServices() {
+    return record();
+}
+
+}  // namespace tessalink
+
+int AfxMessageBox(const char* text, UINT flags) {
+    return tessalink::hostServices().messageBox(text != nullptr ? text : "", flags);
+}
+
+BOOL MessageBeep(UINT type) {
+    tessalink::hostServices().beep(type);
+    return 1;
+}

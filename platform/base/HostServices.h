@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/base/CString.h"
+
+// Kinds of message boxes and the answers to them, with their classic values.
+inline constexpr UINT MB_OK = 0x00;
+inline constexpr UINT MB_OKCANCEL = 0x01;
+inline constexpr UINT MB_ABORTRETRYIGNORE = 0x02;
+inline constexpr UINT MB_YESNOCANCEL = 0x03;
+inline constexpr UINT MB_YESNO = 0x04;
+inline constexpr UINT MB_RETRYCANCEL = 0x05;
+inline constexpr UINT MB_ICONHAND = 0x10;
+inline constexpr UINT MB_ICONSTOP = MB_ICONHAND;
+inline constexpr UINT MB_ICONERROR = MB_ICONHAND;
+inline constexpr UINT MB_ICONQUESTION = 0x20;
+inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
+inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
+inline constexpr UINT MB_ICONASTERISK = 0x40;
+inline constexpr UINT MB_ICONINFORMATION = MB_ICONASTERISK;
+
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+inline constexpr int IDABORT = 3;
+inline constexpr int IDRETRY = 4;
+inline constexpr int IDIGNORE = 5;
+inline constexpr int IDYES = 6;
+inline constexpr int IDNO = 7;
+
+namespace tessalink {
+
+// What the library asks of the program that it runs in. A host replaces the members that it wants
+// to serve itself; the others keep their defaults.
+struct TESSALINK_API HostServices {
+    // Shows `text` with the buttons and icon of `flags` (MB_...) and returns the answer (ID...).
+    // Default: the text and a line feed to standard error; the answer is IDOK.
+    std::function<int(const char* text, UINT flags)> messageBox;
+
+    // Sounds the bell for the kind of event in `type` (MB_ICON...). Default: the bell character to
+    // standard error when that is a terminal, otherwise nothing.
+    std::function<void(UINT type)> beep;
+
+    // Puts the string with this number into `text` and returns true, or returns false when there is
+    // none. Default: there is none.
+    std::function<bool(UINT id, CString& text)> stringTable;
+
+    // The folder that GetModuleDir returns. Default: empty, the folder of the running executable.
+    CString moduleDirectory;
+
+    HostServices();
+};
+
+// Replaces the services. Call it before anything else of the library is used, and not while another
+// thread uses it: from then on the record is constant. An empty function stands for the default.
+TESSALINK_API void setHostServices(HostServices services);
+
+// The services in force.
+TESSALINK_API const HostServices& hostServices();
+
+}  // namespace tessalink
+
+// Shows a message through the host's message box and returns its answer (ID...). A null text shows
+// an empty one.
+TESSALINK_API int AfxMessageBox(const char* text, UINT flags = MB_OK);
+
+// Sounds the host's bell. Returns nonzero.
+TESSALINK_API BOOL MessageBeep(UINT type = MB_OK);

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "platform/base/CString.h"
+
+// Hashes for the keys of CMap: fast, well mixed, the same in every run on one machine, and no
+// protection against keys that were chosen to collide.
+namespace tessalink {
+
+template <class KEY>
+concept TextKey = std::same_as<KEY, CString> || std::same_as<KEY, std::string> ||
+    std::same_as<KEY, std::string_view> || std::same_as<KEY, const char*> ||
+    std::same_as<KEY, char*>;
+
+inline std::string_view textOf(const CString& text) noexcept {
+    return text.View();
+}
+inline std::string_view textOf(std::string_view text) noexcept {
+    return text;
+}
+inline std::string_view textOf(const char* text) noexcept {
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
+
+namespace detail {
+
+inline constexpr std::uint64_t cHashSecretA = 0xA0761D6478BD642F;
+inline constexpr std::uint64_t cHashSecretB = 0xE7037ED1A0B428DB;
+
+// Both halves of the 128-bit product, folded together.
+inline std::uint64_t foldedProduct(std::uint64_t a, std::uint64_t b) noexcept {
+    __extension__ using Wide = unsigned __int128;
+    const Wide product = static_cast<Wide>(a) * b;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+template <class WORD_TYPE>
+std::uint64_t loadWord(const char* bytes) noexcept {
+    WORD_TYPE word;
+    std::memcpy(&word, bytes, sizeof(word));
+    return word;
+}
+
+// Texts of more than 16 bytes: 16 at a time, then the last 16 once more.
+inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
+    std::uint64_t hash = length;
+    const char* const lastPiece = bytes + length - 16;
+    for (; bytes < lastPiece; bytes += 16) {
+        hash = foldedProduct(loadWord<std::uint64_t>(bytes) ^ cHashSecretA,
+                             loadWord<std::uint64_t>(bytes + 8) ^ hash ^ cHashSecretB);
+    }
+    return foldedProduct(loadWord<std::uint64_t>(lastPiece) ^ cHashSecretA,
+                         loadWord<std::uint64_t>(lastPiece + 8) ^ hash ^ cHashSecretB);
+}
+
+}  // namespace detail
+
+inline std::uint32_t hashNumber(std::uint64_t number) noexcept {
+    const std::uint64_t mixed =
+        detail::foldedProduct(number ^ detail::cHashSecretA, detail::cHashSecretB);
+    return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
+}
+
+inline std::uint32_t hashText(std::string_view text) noexcept {
+    const char* const bytes = text.data();
+    const std::size_t length = text.size();
+    std::uint64_t a = 0;
+    std::uint64_t b = 0;
+    if (length > 16) {
+        a = detail::hashLong(bytes, length);
+    } else if (length >= 8) {
+        a = detail::loadWord<std::uint64_t>(bytes);
+        b = detail::loadWord<std::uint64_t>(bytes + length - 8);
+    } else if (length >= 4) {
+        a = detail::loadWord<std::uint32_t>(bytes);
+        b = detail::loadWord<std::uint32_t>(bytes + length - 4);
+    } else if (length > 0) {
+        a = detail::loadWord<std::uint8_t>(bytes);
+        b = detail::loadWord<std::uint8_t>(bytes + length / 2) << 8 |
+            detail::loadWord<std::uint8_t>(bytes + length - 1);
+    }
+    const std::uint64_t mixed =
+        detail::foldedProduct(a ^ detail::cHashSecretA ^ length, b ^ detail::cHashSecretB);
+    return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
+}
+
+}  // namespace tessalink

@@ -1,0 +1,197 @@
+#include "platform/files/CFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+
+#include "platform/base/CInvalidArgException.h"
+#include "platform/files/detail/OpenFile.h"
+
+namespace {
+
+// Systems take no more than this in one call.
+constexpr std::size_t cMaxTransfer = std::size_t{1} << 30;
+constexpr auto cMaxOffset = static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
+
+CString currentFolder() {
+    const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), std::free);
+    return folder != nullptr ? CString(folder.get()) : CString(".");
+}
+
+void checkResult(int result, const char* name) {
+    if (result == 0) return;
+    const int error = errno;
+    AfxThrowFileException(tessalink::detail::causeOf(error, name), error, name);
+}
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(CFile, CObject)
+
+CFile::CFile(int handle) : m_hFile(handle) {}
+
+CFile::CFile(const char* name, UINT flags) {
+    CFileException error;
+    if (CFile::Open(name, flags, &error) == 0) throw error;
+}
+
+CFile::~CFile() {
+    CFile::Abort();
+}
+
+void CFile::ThrowLastError() const {
+    CFileException::ThrowOsError(errno, m_strFileName);
+}
+
+CString CFile::GetFileName() const {
+    return tessalink::detail::fileNameOf(m_strFileName);
+}
+
+CString CFile::GetFilePath() const {
+    if (m_strFileName.IsEmpty() || m_strFileName.GetAt(0) == '/') return m_strFileName;
+    return currentFolder() + '/' + m_strFileName;
+}
+
+void CFile::SetFilePath(const char* path) {
+    m_strFileName = path;
+}
+
+BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
+    CFile::Abort();
+    m_strFileName = name;
+    const auto file = tessalink::detail::openFile(m_strFileName, flags);
+    m_hFile = file.descriptor;
+    m_position = 0;
+    m_ownPosition = file.seekable;
+    if (file.error == 0) return 1;
+    if (error != nullptr) {
+        const int cause = tessalink::detail::causeOf(file.error, m_strFileName);
+        error->Set(cause, file.error, m_strFileName);
+    }
+    return 0;
+}
+
+std::uint64_t CFile::GetPosition() const {
+    if (m_ownPosition) return m_position;
+    const off_t position = ::lseek(m_hFile, 0, SEEK_CUR);
+    if (position >= 0) return static_cast<std::uint64_t>(position);
+    if (errno == ESPIPE) return m_position;
+    ThrowLastError();
+}
+
+std::uint64_t CFile::SeekBase(UINT from) const {
+    switch (from) {
+        case begin:
+            return 0;
+        case current:
+            return GetPosition();
+        case end:
+            return GetLength();
+        default:
+            AfxThrowInvalidArgException();
+    }
+}
+
+std::uint64_t CFile::Seek(std::int64_t offset, UINT from) {
+    const std::uint64_t target = SeekBase(from) + static_cast<std::uint64_t>(offset);
+    if (target > cMaxOffset) AfxThrowFileException(CFileException::badSeek, EINVAL, m_strFileName);
+    if (!m_ownPosition && ::lseek(m_hFile, static_cast<off_t>(target), SEEK_SET) < 0) {
+        ThrowLastError();
+    }
+    m_position = target;
+    return target;
+}
+
+void CFile::SetLength(std::uint64_t length) {
+    if (length > cMaxOffset) AfxThrowFileException(CFileException::diskFull, EFBIG, m_strFileName);
+    if (::ftruncate(m_hFile, static_cast<off_t>(length)) != 0) ThrowLastError();
+    Seek(static_cast<std::int64_t>(length), begin);
+}
+
+std::uint64_t CFile::GetLength() const {
+    struct stat status = {};
+    if (::fstat(m_hFile, &status) != 0) ThrowLastError();
+    if (S_ISBLK(status.st_mode)) {
+        const off_t length = ::lseek(m_hFile, 0, SEEK_END);
+        if (length < 0) ThrowLastError();
+        return static_cast<std::uint64_t>(length);
+    }
+    return S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+std::size_t CFile::ReadSome(void* buffer, std::size_t count) {
+    const std::size_t wanted = std::min(count, cMaxTransfer);
+    for (;;) {
+        const ssize_t got = m_ownPosition
+                                ? ::pread(m_hFile, buffer, wanted, static_cast<off_t>(m_position))
+                                : ::read(m_hFile, buffer, wanted);
+        if (got >= 0) return static_cast<std::size_t>(got);
+        if (errno != EINTR) ThrowLastError();
+    }
+}
+
+std::size_t CFile::WriteSome(const void* buffer, std::size_t count) {
+    const std::size_t wanted = std::min(count, cMaxTransfer);
+    for (;;) {
+        const ssize_t put = m_ownPosition
+                                ? ::pwrite(m_hFile, buffer, wanted, static_cast<off_t>(m_position))
+                                : ::write(m_hFile, buffer, wanted);
+        if (put > 0) return static_cast<std::size_t>(put);
+        // A device that takes nothing and names no error would be asked for ever.
+        if (put == 0) AfxThrowFileException(CFileException::diskFull, ENOSPC, m_strFileName);
+        if (errno != EINTR) ThrowLastError();
+    }
+}
+
+std::size_t CFile::Read(void* buffer, std::size_t count) {
+    auto* next = static_cast<char*>(buffer);
+    std::size_t left = count;
+    while (left > 0) {
+        const std::size_t got = ReadSome(next, left);
+        if (got == 0) break;
+        m_position += got;
+        next += got;
+        left -= got;
+    }
+    return count - left;
+}
+
+void CFile::Write(const void* buffer, std::size_t count) {
+    const auto* next = static_cast<const char*>(buffer);
+    while (count > 0) {
+        const std::size_t put = WriteSome(next, count);
+        m_position += put;
+        next += put;
+        count -= put;
+    }
+}
+
+void CFile::Abort() {
+    if (m_hFile == hFileNull) return;
+    ::close(m_hFile);
+    m_hFile = hFileNull;
+}
+
+void CFile::Flush() {}
+
+void CFile::Close() {
+    if (m_hFile == hFileNull) return;
+    const int result = ::close(m_hFile);
+    m_hFile = hFileNull;
+    // The descriptor is gone even when a signal came in between.
+    if (result != 0 && errno != EINTR) ThrowLastError();
+}
+
+void CFile::Rename(const char* oldName, const char* newName) {
+    checkResult(std::rename(CString(oldName), CString(newName)), oldName);
+}
+
+void CFile::Remove(const char* name) {
+    checkResult(::unlink(CString(name)), name);
+}

@@ -1,0 +1,99 @@
+#include "platform/files/CFileException.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <iterator>
+
+namespace {
+
+constexpr const char* cMessages[] = {
+    "no fault",
+    "the operation failed",
+    "the file does not exist",
+    "the path is not valid",
+    "too many files are open",
+    "access is denied",
+    "the file is not open or its handle is not valid",
+    "the current folder can't be removed",
+    "the folder is full",
+    "the position in the file is not valid",
+    "the device failed",
+    "the file is in use by another program",
+    "a part of the file is locked",
+    "the disk is full",
+    "the end of the file was reached",
+};
+static_assert(std::size(cMessages) == CFileException::endOfFile + 1);
+
+struct ErrorCause {
+    int error;
+    int cause;
+};
+
+constexpr ErrorCause cErrorCauses[] = {
+    {0, CFileException::none},
+    {ENOENT, CFileException::fileNotFound},
+    {ENOTDIR, CFileException::badPath},
+    {ENAMETOOLONG, CFileException::badPath},
+    {ELOOP, CFileException::badPath},
+    {EMFILE, CFileException::tooManyOpenFiles},
+    {ENFILE, CFileException::tooManyOpenFiles},
+    {EACCES, CFileException::accessDenied},
+    {EPERM, CFileException::accessDenied},
+    {EROFS, CFileException::accessDenied},
+    {EISDIR, CFileException::accessDenied},
+    {ETXTBSY, CFileException::accessDenied},
+    {EEXIST, CFileException::accessDenied},
+    {EBADF, CFileException::invalidFile},
+    {EBUSY, CFileException::removeCurrentDir},
+    {EMLINK, CFileException::directoryFull},
+    {EINVAL, CFileException::badSeek},
+    {ESPIPE, CFileException::badSeek},
+    {EOVERFLOW, CFileException::badSeek},
+    {EIO, CFileException::hardIO},
+    {ENXIO, CFileException::hardIO},
+    {EWOULDBLOCK, CFileException::sharingViolation},
+    {EDEADLK, CFileException::lockViolation},
+    {ENOLCK, CFileException::lockViolation},
+    {ENOSPC, CFileException::diskFull},
+    {EDQUOT, CFileException::diskFull},
+    {EFBIG, CFileException::diskFull},
+};
+
+CString messageFor(int cause, const CString& fileName) {
+    const auto index = static_cast<std::size_t>(static_cast<unsigned>(cause));
+    CString message = fileName.IsEmpty() ? CString() : fileName + ": ";
+    message += index < std::size(cMessages) ? cMessages[index]
+                                            : cMessages[CFileException::genericException];
+    return message + '.';
+}
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(CFileException, CException)
+
+CFileException::CFileException(int cause, std::int64_t osError, const char* fileName) {
+    if (cause != none) Set(cause, osError, fileName);
+}
+
+void CFileException::Set(int cause, std::int64_t osError, const char* fileName) {
+    m_cause = cause;
+    m_lOsError = osError;
+    m_strFileName = fileName;
+    SetMessage(messageFor(cause, m_strFileName));
+}
+
+int CFileException::ErrnoToException(int error) {
+    for (const ErrorCause& entry : cErrorCauses) {
+        if (entry.error == error) return entry.cause;
+    }
+    return genericException;
+}
+
+void CFileException::ThrowOsError(std::int64_t error, const char* fileName) {
+    throw CFileException(ErrnoToException(static_cast<int>(error)), error, fileName);
+}
+
+void AfxThrowFileException(int cause, std::int64_t osError, const char* fileName) {
+    throw CFileException(cause, osError, fileName);
+}
