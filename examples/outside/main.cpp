@@ -8,7 +8,7 @@
 #include "report/VarTable.h"
 
 int main() {
-    const char text[] = "Dear @Name, @IF(Score > 50)@THEN above@ELSE below@ENDIF the average.\n";
+    const char text[] = "Dear @Name, @IF(Score > 50)@THEN above @ELSE below @ENDIF the average.\n";
     CMemFile definition;
     definition.Write(text, static_cast<unsigned>(std::strlen(text)));
     definition.SeekToBegin();
