@@ -11,7 +11,7 @@
 #include "report/detail/Nesting.h"
 #include "report/detail/TemplateFile.h"
 
-using tessalink::TemplatePlace;
+using tessalink::TextPlace;
 using tessalink::detail::TemplateFile;
 
 FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
@@ -121,22 +121,26 @@ std::uint64_t FileParser::fault_position() const {
     return m_faultPos ? *m_faultPos : m_scanner.GetTokenPos();
 }
 
-TemplatePlace FileParser::statement_place() const {
-    TemplatePlace place;
-    TemplatePlace textPlace;
-    locate(m_statementPos, place, textPlace);
+TextPlace FileParser::place_at(std::uint64_t position) const {
+    TextPlace place;
+    TextPlace textPlace;
+    locate(position, place, textPlace);
     return place;
 }
 
+TextPlace FileParser::statement_place() const { return place_at(m_statementPos); }
+
+TextPlace FileParser::token_place() const { return place_at(m_scanner.GetTokenPos()); }
+
 void FileParser::set_place(ParseException& fault) const {
-    TemplatePlace place;
-    TemplatePlace textPlace;
+    TextPlace place;
+    TextPlace textPlace;
     locate(fault_position(), place, textPlace);
     fault.SetPlace(place, textPlace);
 }
 
-void FileParser::locate(std::uint64_t position, TemplatePlace& place,
-                        TemplatePlace& textPlace) const {
+void FileParser::locate(std::uint64_t position, TextPlace& place,
+                        TextPlace& textPlace) const {
     if (m_source == Source::deferred) {
         m_parent->locate(m_parentPos + position, place, textPlace);
         return;
@@ -148,7 +152,7 @@ void FileParser::locate(std::uint64_t position, TemplatePlace& place,
         return;
     }
     // The place is the outermost @EVAL's; the position counts in the innermost text.
-    TemplatePlace outerTextPlace;
+    TextPlace outerTextPlace;
     m_parent->locate(m_parentPos, place, outerTextPlace);
     textPlace = {CString(), line, column};
 }

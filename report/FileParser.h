@@ -130,6 +130,12 @@ protected:
     virtual int check_assignable(const CString& name);
     /// Reads what an assignment gives to `name`, and stores it when executing.
     virtual int get_assigned_value(const Token& token, const CString& name, int execute);
+    /// Calls a host function for an executed @CALL; without a function table, does nothing.
+    virtual int call_function(const CString& name);
+    /// Adds a variable for an @DEFINE.
+    virtual int define_variable(const CString& name);
+    /// Whether an integer division by zero may stand, with the result 0, or a fault.
+    virtual int check_zero_division();
     /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
     virtual CString include_name(const Token& token);
     /// A parser for an include, an EVAL or a deferred block of this run.
@@ -145,12 +151,23 @@ protected:
 
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
+    /// Puts an operand on the stack for the expression that is being read.
+    int push(const Operand& operand);
+    /// The operand that was put there last, or null.
+    Operand* top_operand() { return m_operands.IsEmpty() ? nullptr : &m_operands.Top(); }
+    /// Forgets the operands and operators of an expression that was given up.
+    void clear_stacks();
+    /// Whether a name is that of a value function.
+    static bool is_value_function(std::string_view name) { return find_value_function(name); }
     /// Runs an opened, scrambled include with the output, variables and functions of this run.
     int run_include(CFile& file);
     /// The current token must be of that kind, or the fault is raised.
     int expect(const Token& token, Token::Kind kind, const char* message);
     /// The place of the statement that is being carried out.
-    tessalink::TemplatePlace statement_place() const;
+    tessalink::TextPlace statement_place() const;
+
+    /// The place of the current token.
+    tessalink::TextPlace token_place() const;
 
     FileScanner& scanner() { return m_scanner; }
     CFile& output() { return m_output; }
@@ -175,7 +192,6 @@ private:
     int write_number(const Operand& value, int width, int decimals);
     int write_value(const VariantVar& value);
     int write_value_of(ValueStep step, const Token& token, int execute);
-    int define_one(const Token& token);
     bool is_text_value(const Token& token) const;
     int get_integer(int execute, std::int32_t& value, const char* message);
     int get_nested_str_exp(const Token& token, CString& result, int execute);
@@ -188,7 +204,6 @@ private:
     int skip_deferred_text(const Token& token, std::uint64_t& end);
     int get_print_deferred(const Token& token, bool& descending);
     int print_deferred(const DeferredGroup& group, bool descending);
-    int push(const Operand& operand);
     int push(Token::Operator code);
     int apply_pending(int precedence);
     int divide(Operand& left, const Operand& right);
@@ -196,8 +211,9 @@ private:
     int apply_binary(Token::Operator code);
     bool too_deep() const { return m_runDepth >= cMaxRunDepth; }
     std::uint64_t fault_position() const;
-    void locate(std::uint64_t position, tessalink::TemplatePlace& place,
-                tessalink::TemplatePlace& textPlace) const;
+    tessalink::TextPlace place_at(std::uint64_t position) const;
+    void locate(std::uint64_t position, tessalink::TextPlace& place,
+                tessalink::TextPlace& textPlace) const;
     void set_place(ParseException& fault) const;
 
     FileScanner m_scanner;

@@ -255,12 +255,21 @@ int FileParser::apply_binary(Token::Operator code) {
 
 int FileParser::divide(Operand& left, const Operand& right) {
     if (right.integer == 0) {
-        // A branch that is not carried out may divide by what only the other branch rules out.
         left.integer = 0;
-        return !m_executing || handle_error("Division by zero in expression!");
+        return check_zero_division();
     }
     left.integer = tessalink::divide(left.integer, right.integer);
     return 1;
+}
+
+int FileParser::check_zero_division() {
+    // A branch that is not carried out may divide by what only the other branch rules out.
+    return !m_executing || handle_error("Division by zero in expression!");
+}
+
+void FileParser::clear_stacks() {
+    m_operands.Clear();
+    m_operators.Clear();
 }
 
 int FileParser::get_str_exp(const Token& token, CString& result, int execute) {

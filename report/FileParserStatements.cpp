@@ -122,13 +122,15 @@ int FileParser::skip_cond_stmt(const Token& token, int) {
 int FileParser::get_call(const Token& token, int execute) {
     if (!next_is(Token::tkLParen, "Left parenthesis expected after CALL!")) return 0;
     if (!next_is(Token::tkIdent, "Function name expected after CALL!")) return 0;
-    if (execute && m_functions) {
-        const CString name = token.GetText();
-        if (!m_functions->Call(name)) return handle_error("Function %s not defined!", name);
-    }
+    if (execute && !call_function(token.GetText())) return 0;
     if (!next_is(Token::tkRParen, "Right parenthesis expected after CALL!")) return 0;
     next_text();
     return 1;
+}
+
+int FileParser::call_function(const CString& name) {
+    return !m_functions || m_functions->Call(name) ||
+           handle_error("Function %s not defined!", name);
 }
 
 int FileParser::get_compute(const Token& token, int execute) {
@@ -223,8 +225,9 @@ int FileParser::get_define(const Token& token, int) {
     if (!next_is(Token::tkLParen, "Left parenthesis expected after DEFINE!")) return 0;
     next_exp();
     for (;;) {
-        if (!define_one(token)) return 0;
-        if (token.GetKind() != Token::tkComma) break;
+        if (!expect(token, Token::tkIdent, "Variable name expected in DEFINE!")) return 0;
+        if (!define_variable(token.GetText())) return 0;
+        if (next_exp().GetKind() != Token::tkComma) break;
         if (next_exp().GetKind() == Token::tkRParen) {
             return handle_error("Unexpected comma before right parenthesis in DEFINE!");
         }
@@ -236,12 +239,9 @@ int FileParser::get_define(const Token& token, int) {
     return 1;
 }
 
-int FileParser::define_one(const Token& token) {
-    if (!expect(token, Token::tkIdent, "Variable name expected in DEFINE!")) return 0;
-    const CString name = token.GetText();
+int FileParser::define_variable(const CString& name) {
     if (m_variables.Exists(name)) return handle_error("Variable '%s' already defined!", name);
     m_variables.AddVar(name, 0);
-    next_exp();
     return 1;
 }
 

@@ -19,8 +19,8 @@ int ParseException::GetErrorMessage(char* buffer, unsigned int size,
     return 1;
 }
 
-void ParseException::SetPlace(const tessalink::TemplatePlace& place,
-                              const tessalink::TemplatePlace& textPlace) {
+void ParseException::SetPlace(const tessalink::TextPlace& place,
+                              const tessalink::TextPlace& textPlace) {
     m_place = place;
     m_textPlace = textPlace;
 }

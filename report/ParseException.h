@@ -11,8 +11,8 @@
 
 namespace tessalink {
 
-/// A place in a template. Line and column count from 1, the column in bytes; 0 means unknown.
-struct TemplatePlace {
+/// A place in a file. Line and column count from 1, the column in bytes; 0 means unknown.
+struct TextPlace {
     CString file;
     std::uint64_t line = 0;
     std::uint64_t column = 0;
@@ -40,20 +40,20 @@ public:
 
     /// Where the fault is. For a fault inside the text of an @EVAL this is the place of the @EVAL,
     /// and GetTextPlace the line and column inside that text (its file is empty).
-    const tessalink::TemplatePlace& GetPlace() const { return m_place; }
-    const tessalink::TemplatePlace& GetTextPlace() const { return m_textPlace; }
+    const tessalink::TextPlace& GetPlace() const { return m_place; }
+    const tessalink::TextPlace& GetTextPlace() const { return m_textPlace; }
     /// Where the faulty template was included, innermost @INCLUDE first; empty when it is the
     /// report's own template.
-    const std::vector<tessalink::TemplatePlace>& GetIncludes() const { return m_includes; }
+    const std::vector<tessalink::TextPlace>& GetIncludes() const { return m_includes; }
 
     /// For parsers: sets the place, and adds the place of an @INCLUDE that the fault passes.
-    void SetPlace(const tessalink::TemplatePlace& place,
-                  const tessalink::TemplatePlace& textPlace = {});
-    void AddInclude(const tessalink::TemplatePlace& place) { m_includes.push_back(place); }
+    void SetPlace(const tessalink::TextPlace& place,
+                  const tessalink::TextPlace& textPlace = {});
+    void AddInclude(const tessalink::TextPlace& place) { m_includes.push_back(place); }
 
 private:
     std::array<char, cMaxMessage + 1> m_message;
-    tessalink::TemplatePlace m_place;
-    tessalink::TemplatePlace m_textPlace;
-    std::vector<tessalink::TemplatePlace> m_includes;
+    tessalink::TextPlace m_place;
+    tessalink::TextPlace m_textPlace;
+    std::vector<tessalink::TextPlace> m_includes;
 };

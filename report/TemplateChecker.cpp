@@ -1,0 +1,121 @@
+#include "report/TemplateChecker.h"
+
+#include "report/detail/Nesting.h"
+
+namespace tessalink {
+
+TemplateChecker::TemplateChecker(CFile& templateFile, CFile& output, VarTable& definitions,
+                                 int scrambled)
+    : FileParser(templateFile, output, definitions, scrambled), m_root(this) {}
+
+TemplateChecker::TemplateChecker(CFile& templateFile, CFile& output, TemplateChecker& root,
+                                 int scrambled)
+    : FileParser(templateFile, output, root.variables(), scrambled), m_root(&root) {}
+
+std::unique_ptr<FileParser> TemplateChecker::create_parser(CFile& templateFile, CFile& output,
+                                                           int scrambled) {
+    return std::unique_ptr<FileParser>(
+        new TemplateChecker(templateFile, output, *m_root, scrambled));
+}
+
+// Statements are read without being carried out, but for those whose parts only an execution reads.
+
+int TemplateChecker::get_stmt(const Token& token, int) { return FileParser::get_stmt(token, 0); }
+
+int TemplateChecker::get_call(const Token& token, int) { return FileParser::get_call(token, 1); }
+
+int TemplateChecker::get_include(const Token& token, int) {
+    return FileParser::get_include(token, 1);
+}
+
+int TemplateChecker::get_deferred(const Token& token, int) {
+    return FileParser::get_deferred(token, 1);
+}
+
+int TemplateChecker::get_cond_stmt(const Token& token, int) {
+    // What an inner @IF defines is not sure to be defined after it: the outer one may skip it.
+    const bool unsure = m_root->m_conditions > 0;
+    const std::size_t defined = m_root->m_defined.size();
+    const detail::NestingCount condition(m_root->m_conditions);
+    const int result = FileParser::get_cond_stmt(token, 1);
+    if (unsure) m_root->forget_definitions(defined);
+    return result;
+}
+
+void TemplateChecker::forget_definitions(std::size_t count) {
+    for (; m_defined.size() > count; m_defined.pop_back()) variables().RemoveKey(m_defined.back());
+}
+
+int TemplateChecker::get_var(const Token& token, int) {
+    m_root->note_read(token.GetText(), token_place());
+    return FileParser::get_var(token, 0);
+}
+
+int TemplateChecker::get_exp_var(const Token& token) {
+    m_root->note_read(token.GetText(), token_place());
+    if (!push(Operand::Integer(1))) return 0;
+    scanner().NextExp();
+    return 1;
+}
+
+int TemplateChecker::do_eval() {
+    if (!FileParser::do_eval()) return 0;
+    if (Operand* operand = top_operand()) *operand = {operand->isInteger, 1, 1.0};
+    return 1;
+}
+
+int TemplateChecker::get_str_exp_var(const Token& token, CString&, int) {
+    m_root->note_read(token.GetText(), token_place());
+    scanner().NextExp();
+    return 1;
+}
+
+int TemplateChecker::check_assignable(const CString& name) {
+    m_root->note_assign(name, token_place());
+    return 1;
+}
+
+int TemplateChecker::get_assigned_value(const Token& token, const CString& name, int) {
+    if (token.GetKind() == Token::tkIdent && !is_value_function(token.Text())) {
+        const FileScanner::Mark start = scanner().GetMark();
+        if (is_text(token)) return 1;
+        scanner().Rewind(start);
+        clear_stacks();
+    }
+    return FileParser::get_assigned_value(token, name, 0);
+}
+
+/// Whether what follows up to the end of the assignment reads as a text.
+bool TemplateChecker::is_text(const Token& token) {
+    try {
+        CString text;
+        return get_str_exp(token, text, 0) &&
+               (token.GetKind() == Token::tkSemicolon || token.GetKind() == Token::tkRParen);
+    } catch (const ParseException&) {
+        return false;
+    }
+}
+
+int TemplateChecker::call_function(const CString& name) {
+    m_root->note_call(name, token_place());
+    return 1;
+}
+
+int TemplateChecker::define_variable(const CString& name) {
+    m_root->note_define(name, token_place());
+    if (!FileParser::define_variable(name)) return 0;
+    m_root->m_defined.push_back(name);
+    return 1;
+}
+
+CString TemplateChecker::include_name(const Token& token) {
+    m_constantInclude = token.GetKind() == Token::tkString;
+    return token.GetText();
+}
+
+int TemplateChecker::do_include(const CString& name) {
+    m_root->note_include(name, m_constantInclude, statement_place());
+    return 1;
+}
+
+}  // namespace tessalink

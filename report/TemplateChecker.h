@@ -1,0 +1,68 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "report/FileParser.h"
+#include "report/VarTable.h"
+
+namespace tessalink {
+
+/// Reads a template without running it: both branches of every condition, the blocks of deferred
+/// output, no output, no variables and no host functions. The first fault is what Parse reports.
+///
+/// Where only the type of a variable decides how a value reads, either reading passes; values that
+/// depend on a variable are taken to be what the command needs. The text of an @EVAL is known only
+/// at run time and not checked. Includes are not read: they are handed to note_include.
+///
+/// A class derived from it collects what a template uses by overriding the note_ steps; they may be
+/// called more than once for one use.
+class TESSALINK_API TemplateChecker : public FileParser {
+public:
+    /// `output` is never written; `definitions` takes the names that the template defines, and
+    /// should be empty.
+    TemplateChecker(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled);
+
+protected:
+    /// A variable is read, defined by @DEFINE, or given a value by @LET; a host function is called;
+    /// a template is included: under the given name if it `isConstant`, otherwise under the name
+    /// that a variable may give. The place is that of the current token or statement.
+    virtual void note_read(const CString&, const TextPlace&) {}
+    virtual void note_define(const CString&, const TextPlace&) {}
+    virtual void note_assign(const CString&, const TextPlace&) {}
+    virtual void note_call(const CString&, const TextPlace&) {}
+    virtual void note_include(const CString&, bool /*isConstant*/, const TextPlace&) {}
+
+    int get_stmt(const Token& token, int execute) override;
+    int get_var(const Token& token, int execute) override;
+    int get_cond_stmt(const Token& token, int execute) override;
+    int get_call(const Token& token, int execute) override;
+    int get_include(const Token& token, int execute) override;
+    int do_include(const CString& name) override;
+    int get_deferred(const Token& token, int execute) override;
+    int get_exp_var(const Token& token) override;
+    int do_eval() override;
+    int get_str_exp_var(const Token& token, CString& result, int execute) override;
+    int check_assignable(const CString& name) override;
+    int get_assigned_value(const Token& token, const CString& name, int execute) override;
+    int call_function(const CString& name) override;
+    int define_variable(const CString& name) override;
+    int check_zero_division() override { return 1; }
+    CString include_name(const Token& token) override;
+    std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
+                                              int scrambled) override;
+
+private:
+    TemplateChecker(CFile& templateFile, CFile& output, TemplateChecker& root, int scrambled);
+    bool is_text(const Token& token);
+    void forget_definitions(std::size_t count);
+
+    TemplateChecker* m_root;  ///< the checker of the whole template; this one, or a block's parent
+    int m_conditions = 0;     ///< how many @IFs are being read
+    bool m_constantInclude = false;
+    std::vector<CString> m_defined;  ///< in their order
+};
+
+}  // namespace tessalink

@@ -1,0 +1,212 @@
+#include "report/VariablesFile.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/files/CFile.h"
+#include "report/FileScanner.h"
+#include "report/detail/CharTables.h"
+
+namespace tessalink {
+
+namespace {
+
+constexpr char cSeparator = '\t';
+constexpr char cComment = '#';
+
+struct Escape {
+    char letter;
+    char character;
+};
+constexpr std::array<Escape, 4> cEscapes = {{{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}}};
+
+CString quoted(std::string_view text) { return "'" + CString(text) + "'"; }
+
+template <class Number>
+std::optional<Number> readNumber(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return number;
+}
+
+bool isVariableName(std::string_view name) {
+    return !name.empty() && name.size() <= FileScanner::cMaxCommandWord &&
+           detail::isWordStart(name.front()) &&
+           std::all_of(name.begin(), name.end(), detail::isWordChar);
+}
+
+/// Reads the lines of a variables file one after another.
+class VariablesReader {
+public:
+    VariablesReader(const CString& file, std::string_view text, VarTable& variables)
+        : m_file(file), m_text(text), m_variables(variables) {}
+
+    void Read() {
+        while (!m_text.empty()) {
+            m_line = m_rest = take_line();
+            ++m_lineNumber;
+            if (!m_rest.empty() && m_rest.front() != cComment) read_variable();
+        }
+    }
+
+private:
+    using ValueReader = void (VariablesReader::*)(const CString& name);
+    struct TypeName {
+        std::string_view name;
+        ValueReader read;
+    };
+
+    void read_variable() {
+        static constexpr std::array<TypeName, 3> types = {
+            {{"int", &VariablesReader::read_int},
+             {"double", &VariablesReader::read_double},
+             {"string", &VariablesReader::read_string}}};
+        const CString name(m_rest.substr(0, m_rest.find(cSeparator)));
+        if (!isVariableName(name.View())) {
+            fail(quoted(name.View()) + " is no variable name: use up to 32 letters, digits and "
+                 "\"_\", not starting with a digit, and a tab after it");
+        }
+        take_field("the type int, double or string");
+        if (m_seen.Exists(name)) fail("variable " + quoted(name.View()) + " is there twice");
+        const std::string_view type = m_rest.substr(0, m_rest.find(cSeparator));
+        const auto known = std::find_if(types.begin(), types.end(),
+                                        [&](const TypeName& t) { return t.name == type; });
+        if (known == types.end()) fail(quoted(type) + " is no type: use int, double or string");
+        take_field("the value");
+        (this->*known->read)(name);
+        m_seen.AddVar(name, 0);
+    }
+
+    /// Drops a field and the tab that must follow it.
+    void take_field(const char* next) {
+        const auto tab = m_rest.find(cSeparator);
+        if (tab == std::string_view::npos) {
+            m_rest.remove_prefix(m_rest.size());
+            fail(CString("a tab and ") + next + " are missing here");
+        }
+        m_rest.remove_prefix(tab + 1);
+    }
+
+    void read_int(const CString& name) {
+        const auto value = readNumber<int>(m_rest);
+        if (!value) fail(quoted(m_rest) + " is no whole number from -2147483648 to 2147483647");
+        m_variables.SetValue(name, *value);
+    }
+
+    void read_double(const CString& name) {
+        const auto value = readNumber<double>(m_rest);
+        if (!value || !std::isfinite(*value)) fail(quoted(m_rest) + " is no number");
+        m_variables.SetValue(name, *value);
+    }
+
+    void read_string(const CString& name) {
+        std::string value;
+        while (!m_rest.empty()) {
+            if (m_rest.front() == '\0') fail("a text can't hold a NUL character");
+            value += m_rest.front() == '\\' ? take_escape() : m_rest.front();
+            m_rest.remove_prefix(1);
+        }
+        m_variables.SetValue(name, CString(std::string_view(value)));
+    }
+
+    /// The character of the escape at the rest, of which only the last character is left.
+    char take_escape() {
+        const char letter = m_rest.size() > 1 ? m_rest[1] : '\0';
+        const auto known = std::find_if(cEscapes.begin(), cEscapes.end(),
+                                        [&](const Escape& e) { return e.letter == letter; });
+        if (known == cEscapes.end()) fail("unknown escape: use \\n, \\r, \\t or \\\\");
+        m_rest.remove_prefix(1);
+        return known->character;
+    }
+
+    std::string_view take_line() {
+        const auto end = m_text.find('\n');
+        std::string_view line = m_text.substr(0, end);
+        m_text.remove_prefix(end == std::string_view::npos ? m_text.size() : end + 1);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        return line;
+    }
+
+    [[noreturn]] void fail(const CString& message) const {
+        throw VariablesError({m_file, m_lineNumber, m_line.size() - m_rest.size() + 1}, message);
+    }
+
+    CString m_file;
+    std::string_view m_text;
+    VarTable& m_variables;
+    VarTable m_seen;
+    std::string_view m_line;
+    std::string_view m_rest;  ///< of the line, from what is being looked at
+    std::uint64_t m_lineNumber = 0;
+};
+
+std::string readAll(CFile& file) {
+    constexpr std::size_t step = 1u << 16;
+    std::string text;
+    for (std::size_t count = step; count == step;) {
+        const std::size_t size = text.size();
+        text.resize(size + step);
+        count = file.Read(text.data() + size, step);
+        text.resize(size + count);
+    }
+    return text;
+}
+
+void appendEscaped(std::string& line, std::string_view text) {
+    for (const char ch : text) {
+        const auto escape = std::find_if(cEscapes.begin(), cEscapes.end(),
+                                         [&](const Escape& e) { return e.character == ch; });
+        if (escape != cEscapes.end()) line += '\\';
+        line += escape != cEscapes.end() ? escape->letter : ch;
+    }
+}
+
+template <class Number>
+void appendNumber(std::string& line, Number number) {
+    std::array<char, 32> text;
+    line.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
+}
+
+std::string lineOf(const CString& name, const VariantVar& value) {
+    std::string line(name.View());
+    if (value.IsInt()) {
+        line += "\tint\t";
+        appendNumber(line, value.GetAsInt());
+    } else if (value.IsDouble() && std::isfinite(value.GetAsDouble())) {
+        line += "\tdouble\t";
+        appendNumber(line, value.GetAsDouble());
+    } else if (value.IsString()) {
+        line += "\tstring\t";
+        appendEscaped(line, value.Text());
+    } else {
+        throw VariablesError({}, "variable " + quoted(name.View()) +
+                                     " is neither a finite number nor a text");
+    }
+    line += '\n';
+    return line;
+}
+
+}  // namespace
+
+void readVariables(CFile& file, VarTable& variables) {
+    const std::string text = readAll(file);
+    VariablesReader(file.GetFilePath(), text, variables).Read();
+}
+
+void writeVariables(const VarTable& variables, CFile& file) {
+    for (POSITION position = variables.GetStartPosition(); position;) {
+        const VarTable::CPair* pair = variables.GetNextPair(position);
+        const std::string line = lineOf(pair->key, pair->value);
+        file.Write(line.data(), line.size());
+    }
+}
+
+}  // namespace tessalink
