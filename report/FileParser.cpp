@@ -128,9 +128,13 @@ TextPlace FileParser::place_at(std::uint64_t position) const {
     return place;
 }
 
-TextPlace FileParser::statement_place() const { return place_at(m_statementPos); }
+TextPlace FileParser::statement_place() const {
+    return place_at(m_statementPos);
+}
 
-TextPlace FileParser::token_place() const { return place_at(m_scanner.GetTokenPos()); }
+TextPlace FileParser::token_place() const {
+    return place_at(m_scanner.GetTokenPos());
+}
 
 void FileParser::set_place(ParseException& fault) const {
     TextPlace place;
@@ -139,8 +143,7 @@ void FileParser::set_place(ParseException& fault) const {
     fault.SetPlace(place, textPlace);
 }
 
-void FileParser::locate(std::uint64_t position, TextPlace& place,
-                        TextPlace& textPlace) const {
+void FileParser::locate(std::uint64_t position, TextPlace& place, TextPlace& textPlace) const {
     if (m_source == Source::deferred) {
         m_parent->locate(m_parentPos + position, place, textPlace);
         return;
@@ -148,7 +151,7 @@ void FileParser::locate(std::uint64_t position, TextPlace& place,
     const auto [line, column] =
         tessalink::detail::findLine(m_scanner.GetFile(), m_scanner.IsScrambled(), position);
     if (m_source == Source::file) {
-        place = {m_scanner.GetFile().GetFilePath(), line, column};
+        place = {m_scanner.GetFile().GetGivenPath(), line, column};
         return;
     }
     // The place is the outermost @EVAL's; the position counts in the innermost text.

@@ -47,8 +47,7 @@ public:
     const std::vector<tessalink::TextPlace>& GetIncludes() const { return m_includes; }
 
     /// For parsers: sets the place, and adds the place of an @INCLUDE that the fault passes.
-    void SetPlace(const tessalink::TextPlace& place,
-                  const tessalink::TextPlace& textPlace = {});
+    void SetPlace(const tessalink::TextPlace& place, const tessalink::TextPlace& textPlace = {});
     void AddInclude(const tessalink::TextPlace& place) { m_includes.push_back(place); }
 
 private:

@@ -20,9 +20,13 @@ std::unique_ptr<FileParser> TemplateChecker::create_parser(CFile& templateFile, 
 
 // Statements are read without being carried out, but for those whose parts only an execution reads.
 
-int TemplateChecker::get_stmt(const Token& token, int) { return FileParser::get_stmt(token, 0); }
+int TemplateChecker::get_stmt(const Token& token, int) {
+    return FileParser::get_stmt(token, 0);
+}
 
-int TemplateChecker::get_call(const Token& token, int) { return FileParser::get_call(token, 1); }
+int TemplateChecker::get_call(const Token& token, int) {
+    return FileParser::get_call(token, 1);
+}
 
 int TemplateChecker::get_include(const Token& token, int) {
     return FileParser::get_include(token, 1);

@@ -25,7 +25,9 @@ struct Escape {
 };
 constexpr std::array<Escape, 4> cEscapes = {{{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}}};
 
-CString quoted(std::string_view text) { return "'" + CString(text) + "'"; }
+CString quoted(std::string_view text) {
+    return "'" + CString(text) + "'";
+}
 
 template <class Number>
 std::optional<Number> readNumber(std::string_view text) {
@@ -71,7 +73,8 @@ private:
              {"string", &VariablesReader::read_string}}};
         const CString name(m_rest.substr(0, m_rest.find(cSeparator)));
         if (!isVariableName(name.View())) {
-            fail(quoted(name.View()) + " is no variable name: use up to 32 letters, digits and "
+            fail(quoted(name.View()) +
+                 " is no variable name: use up to 32 letters, digits and "
                  "\"_\", not starting with a digit, and a tab after it");
         }
         take_field("the type int, double or string");
@@ -187,8 +190,8 @@ std::string lineOf(const CString& name, const VariantVar& value) {
         line += "\tstring\t";
         appendEscaped(line, value.Text());
     } else {
-        throw VariablesError({}, "variable " + quoted(name.View()) +
-                                     " is neither a finite number nor a text");
+        throw VariablesError(
+            {}, "variable " + quoted(name.View()) + " is neither a finite number nor a text");
     }
     line += '\n';
     return line;
@@ -198,7 +201,7 @@ std::string lineOf(const CString& name, const VariantVar& value) {
 
 void readVariables(CFile& file, VarTable& variables) {
     const std::string text = readAll(file);
-    VariablesReader(file.GetFilePath(), text, variables).Read();
+    VariablesReader(file.GetGivenPath(), text, variables).Read();
 }
 
 void writeVariables(const VarTable& variables, CFile& file) {

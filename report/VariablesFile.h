@@ -37,8 +37,9 @@ private:
 /// the variables before it.
 TESSALINK_API void readVariables(CFile& file, VarTable& variables);
 
-/// Writes the table's numbers and texts in its order; empty and pointer variables, and a double that
-/// is not finite, have no form in the file and raise VariablesError. A double comes back bit for bit.
+/// Writes the table's numbers and texts in its order; empty and pointer variables, and a double
+/// that is not finite, have no form in the file and raise VariablesError. A double comes back bit
+/// for bit.
 TESSALINK_API void writeVariables(const VarTable& variables, CFile& file);
 
 }  // namespace tessalink

@@ -61,6 +61,8 @@ public:
     // The whole path; a relative name is taken in the present current folder.
     virtual CString GetFilePath() const;
     virtual void SetFilePath(const char* path);
+    // The name or path as it was given to the constructor, Open or SetFilePath: for messages.
+    const CString& GetGivenPath() const { return m_strFileName; }
 
     // Opens the file; one that is open is closed first, silently. Returns nonzero, or 0 with the
     // fault in `*error` when that is given. Opening a directory fails with accessDenied. modeCreate

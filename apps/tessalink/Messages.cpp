@@ -1,0 +1,36 @@
+#include "apps/tessalink/Messages.h"
+
+#include <cinttypes>
+#include <cstdio>
+
+namespace tessalink::cli {
+
+void printAt(const TextPlace& place, const char* kind, const CString& message) {
+    std::fprintf(stderr, "%s:%" PRIu64 ":%" PRIu64 ": %s: %s\n",
+                 static_cast<const char*>(place.file), place.line, place.column, kind,
+                 static_cast<const char*>(message));
+}
+
+void printFault(const ParseException& fault) {
+    printAt(fault.GetPlace(), "error", fault.what());
+    if (const TextPlace& text = fault.GetTextPlace(); text.IsKnown()) {
+        CString where;
+        where.Format("at line %llu, column %llu of the evaluated text",
+                     static_cast<unsigned long long>(text.line),
+                     static_cast<unsigned long long>(text.column));
+        printAt(fault.GetPlace(), "note", where);
+    }
+    for (const TextPlace& place : fault.GetIncludes()) {
+        printAt(place, "note", "included from here");
+    }
+}
+
+void printFault(const VariablesError& fault) {
+    printAt(fault.GetPlace(), "error", fault.what());
+}
+
+void printTrouble(const char* message) {
+    std::fprintf(stderr, "tessalink: %s\n", message);
+}
+
+}  // namespace tessalink::cli

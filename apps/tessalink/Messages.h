@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/base/CException.h"
+#include "report/ParseException.h"
+#include "report/VariablesFile.h"
+
+namespace tessalink::cli {
+
+// What the command line's exit codes mean.
+inline constexpr int cSuccess = 0;
+inline constexpr int cInputFault = 1;  ///< a fault in a template or a variables file
+inline constexpr int cUsage = 2;       ///< wrong usage, or trouble with a file
+
+/// Print to standard error "FILE:LINE:COLUMN: error: MESSAGE" (with a note for each level of
+/// includes), or "tessalink: MESSAGE" for a file that can't be used.
+void printFault(const ParseException& fault);
+void printFault(const VariablesError& fault);
+void printTrouble(const char* message);
+/// Prints "FILE:LINE:COLUMN: KIND: MESSAGE".
+void printAt(const TextPlace& place, const char* kind, const CString& message);
+
+}  // namespace tessalink::cli

@@ -1,0 +1,23 @@
+#include <vector>
+
+#include "apps/tessalink/Commands.h"
+#include "apps/tessalink/Messages.h"
+#include "core/BufferedFile.h"
+#include "platform/files/WholeFile.h"
+
+namespace tessalink::cli {
+
+int scrambleFile(const ScrambleOptions& options) {
+    constexpr std::size_t blockSize = 1u << 16;
+    TemplateInput input(options.inputPath, Storage::plain);
+    WholeFile output(options.outputPath.c_str());
+    std::vector<char> block(blockSize);
+    while (const std::size_t count = input.File().Read(block.data(), block.size())) {
+        scramble(block.data(), count);
+        output.Write(block.data(), count);
+    }
+    output.Commit();
+    return cSuccess;
+}
+
+}  // namespace tessalink::cli

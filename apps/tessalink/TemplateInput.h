@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/base/CString.h"
+#include "platform/files/CFile.h"
+
+namespace tessalink::cli {
+
+/// The name that stands for standard input or output.
+inline constexpr const char* cStandardStream = "-";
+
+/// How a template is stored; `detect` takes one that starts as RTF as plain, any other as
+/// scrambled.
+enum class Storage { detect, plain, scrambled };
+
+/// A template that the user names.
+class TemplateInput {
+public:
+    /// Opens the file, or reads all of standard input. Throws CFileException.
+    explicit TemplateInput(const std::string& path, Storage storage = Storage::detect);
+
+    CFile& File() { return *m_file; }
+    int IsScrambled() const { return m_scrambled; }
+
+private:
+    std::unique_ptr<CFile> m_file;
+    int m_scrambled;
+};
+
+/// Makes `folder`, or when that is empty the folder of the template, the one where includes are
+/// looked up.
+void setIncludeFolder(const std::string& templatePath, const std::string& folder);
+
+}  // namespace tessalink::cli

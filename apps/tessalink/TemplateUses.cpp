@@ -1,0 +1,114 @@
+#include "apps/tessalink/TemplateUses.h"
+
+#include <algorithm>
+
+#include "apps/tessalink/IncludeRules.h"
+#include "apps/tessalink/Messages.h"
+#include "apps/tessalink/TemplateInput.h"
+#include "platform/files/CMemFile.h"
+#include "platform/files/ModuleDir.h"
+#include "report/TemplateChecker.h"
+#include "report/detail/TemplateFile.h"
+
+namespace tessalink::cli {
+
+namespace {
+
+/// A checker that notes the first use of every name.
+class TemplateIndex : public TemplateChecker {
+public:
+    TemplateIndex(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled,
+                  TemplateUses& uses)
+        : TemplateChecker(templateFile, output, definitions, scrambled), m_uses(uses) {}
+
+protected:
+    void note_read(const CString& name, const TextPlace& place) override {
+        first(variable(name).read, place);
+    }
+    void note_define(const CString& name, const TextPlace& place) override {
+        first(variable(name).defined, place);
+    }
+    void note_assign(const CString& name, const TextPlace& place) override {
+        first(variable(name).assigned, place);
+    }
+    void note_call(const CString& name, const TextPlace& place) override {
+        find(m_uses.functions, name, NamedUse{name, place});
+    }
+    void note_include(const CString& name, bool isConstant, const TextPlace& place) override {
+        find(m_uses.includes, name, NamedUse{name, place, isConstant});
+    }
+
+private:
+    VariableUse& variable(const CString& name) {
+        return find(m_uses.variables, name, VariableUse{name, {}, {}, {}});
+    }
+    static void first(std::optional<TextPlace>& use, const TextPlace& place) {
+        if (!use) use = place;
+    }
+    template <class Use>
+    static Use& find(std::vector<Use>& uses, const CString& name, const Use& added) {
+        const auto found = std::find_if(uses.begin(), uses.end(),
+                                        [&](const Use& use) { return use.name == name; });
+        return found == uses.end() ? uses.emplace_back(added) : *found;
+    }
+
+    TemplateUses& m_uses;
+};
+
+}  // namespace
+
+void TemplateWalk::Read(const std::vector<std::string>& templatePaths,
+                        const std::string& includeFolder) {
+    for (const std::string& path : templatePaths) {
+        TemplateInput input(path);
+        setIncludeFolder(path, includeFolder);
+        const std::size_t firstInclude = m_uses.includes.size();
+        read_file(input.File(), input.IsScrambled(), nullptr);
+        read_includes(firstInclude);
+    }
+}
+
+void TemplateWalk::read_includes(std::size_t firstInclude) {
+    // Included templates add their own includes to the end of the list.
+    for (std::size_t i = firstInclude; i < m_uses.includes.size(); ++i) {
+        const NamedUse include = m_uses.includes[i];
+        if (include.isConstant) read_include(include);
+    }
+}
+
+void TemplateWalk::read_include(const NamedUse& include) {
+    CString trouble;
+    if (leavesFolder(include.name)) {
+        trouble.Format(cIncludeOutside, static_cast<const char*>(include.name));
+    } else {
+        try {
+            detail::TemplateFile file(GetModuleDir() + "\\" + include.name);
+            return read_file(file, 1, &include.first);
+        } catch (const CFileException& error) {
+            trouble = includeTrouble(include.name, error);
+        }
+    }
+    ParseException fault(trouble);
+    fault.SetPlace(include.first);
+    fail(fault);
+}
+
+void TemplateWalk::read_file(CFile& file, int scrambled, const TextPlace* includedFrom) {
+    CMemFile output;
+    VarTable definitions;
+    TemplateIndex index(file, output, definitions, scrambled, m_uses);
+    ++m_files;
+    try {
+        index.Parse(nullptr);
+    } catch (ParseException& fault) {
+        if (includedFrom) fault.AddInclude(*includedFrom);
+        fail(fault);
+    }
+}
+
+void TemplateWalk::fail(const ParseException& fault) {
+    ++m_faults;
+    printFault(fault);
+}
+
+}  // namespace tessalink::cli

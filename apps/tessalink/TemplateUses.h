@@ -1,0 +1,59 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/base/CString.h"
+#include "report/ParseException.h"
+
+class CFile;
+
+namespace tessalink::cli {
+
+/// Where a variable is first read, defined and given a value.
+struct VariableUse {
+    CString name;
+    std::optional<TextPlace> read;
+    std::optional<TextPlace> defined;
+    std::optional<TextPlace> assigned;
+};
+
+/// A host function or an include, and its first use.
+struct NamedUse {
+    CString name;
+    TextPlace first;
+    bool isConstant = true;
+};
+
+/// What templates use, in the order of first use.
+struct TemplateUses {
+    std::vector<VariableUse> variables;
+    std::vector<NamedUse> functions;
+    std::vector<NamedUse> includes;
+};
+
+/// Reads templates without running them, and every include that is named by a constant once.
+class TemplateWalk {
+public:
+    /// Reads the templates; prints the first fault of each file, an include that can't be read
+    /// included. Throws CFileException for a template that can't be read.
+    void Read(const std::vector<std::string>& templatePaths, const std::string& includeFolder);
+
+    int FaultCount() const { return m_faults; }
+    int FileCount() const { return m_files; }
+    const TemplateUses& Uses() const { return m_uses; }
+
+private:
+    void read_includes(std::size_t firstInclude);
+    void read_include(const NamedUse& include);
+    void read_file(CFile& file, int scrambled, const TextPlace* includedFrom);
+    void fail(const ParseException& fault);
+
+    TemplateUses m_uses;
+    int m_faults = 0;
+    int m_files = 0;
+};
+
+}  // namespace tessalink::cli

@@ -1,0 +1,120 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <functional>
+#include <new>
+
+#include "apps/tessalink/Commands.h"
+#include "apps/tessalink/Messages.h"
+#include "platform/base/HostServices.h"
+#include "platform/files/CFileException.h"
+
+namespace tessalink::cli {
+
+namespace {
+
+constexpr const char* cTemplateText = "a report template; - reads standard input";
+constexpr const char* cIncludeFolderText =
+    "the folder of the included .DAT templates (default: the folder of TEMPLATE)";
+
+/// What to run once the arguments are understood.
+using Command = std::function<int()>;
+
+void addReport(CLI::App& app, ReportOptions& options, Command& command) {
+    CLI::App* report = app.add_subcommand("report", "Write the report that a template describes");
+    report->add_option("template", options.templatePath, cTemplateText)->required();
+    report->add_option("-o,--output", options.outputPath, "the report; - is standard output")
+        ->required();
+    report->add_option("--vars", options.variablesPath,
+                       "variables: lines of name TAB type (int, double, string) TAB value");
+    report->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    const auto storage = [&](Storage value) { return [&, value] { options.storage = value; }; };
+    CLI::Option* plain =
+        report->add_flag_callback("--plain", storage(Storage::plain), "the template is plain text");
+    report
+        ->add_flag_callback("--scrambled", storage(Storage::scrambled),
+                            "the template is scrambled (default: unless it starts with {\\rtf)")
+        ->excludes(plain);
+    report->callback([&] { command = [&] { return makeReport(options); }; });
+}
+
+void addScramble(CLI::App& app, const char* name, const char* text, ScrambleOptions& options,
+                 Command& command) {
+    CLI::App* scramble = app.add_subcommand(name, text);
+    scramble->add_option("input", options.inputPath, "the file to read; - is standard input")
+        ->required();
+    scramble->add_option("output", options.outputPath, "the file to write; - is standard output")
+        ->required();
+    scramble->callback([&] { command = [&] { return scrambleFile(options); }; });
+}
+
+void addCheck(CLI::App& app, CheckOptions& options, Command& command) {
+    CLI::App* check =
+        app.add_subcommand("check", "Name the first fault of each template, without running it");
+    check->add_option("template", options.templatePaths, cTemplateText)->required();
+    check->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    check->callback([&] { command = [&] { return checkTemplates(options); }; });
+}
+
+void addVars(CLI::App& app, CheckOptions& options, Command& command) {
+    CLI::App* vars = app.add_subcommand(
+        "vars", "List as JSON the variables, host functions and includes that a template uses");
+    vars->add_option("template", options.templatePaths, cTemplateText)->required()->expected(1);
+    vars->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    vars->callback([&] { command = [&] { return listUses(options); }; });
+}
+
+/// Runs a command and turns what it throws into a message and an exit code.
+int guarded(const Command& command) {
+    try {
+        return command();
+    } catch (const ParseException& fault) {
+        printFault(fault);
+        return cInputFault;
+    } catch (const VariablesError& fault) {
+        printFault(fault);
+        return cInputFault;
+    } catch (const CException& error) {
+        printTrouble(error.what());
+    } catch (const std::bad_alloc&) {
+        printTrouble("out of memory");
+    }
+    return cUsage;
+}
+
+int run(int argc, char** argv) {
+    CLI::App app("Reports, scores and graphs for psychological assessments.", "tessalink");
+    app.set_version_flag("--version", "tessalink " TESSALINK_VERSION);
+    app.require_subcommand(1);
+    ReportOptions report;
+    ScrambleOptions scramble;
+    CheckOptions check;
+    Command command;
+    addReport(app, report, command);
+    addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
+    addScramble(app, "unscramble", "Turn a stored template back into plain text", scramble,
+                command);
+    addCheck(app, check, command);
+    addVars(app, check, command);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? cSuccess : cUsage;
+    }
+    return guarded(command);
+}
+
+/// Faults are printed with their cause once the run is over; the library's own boxes say less.
+void silenceMessageBoxes() {
+    HostServices services = hostServices();
+    services.messageBox = [](const char*, UINT) { return IDOK; };
+    setHostServices(services);
+}
+
+}  // namespace
+
+}  // namespace tessalink::cli
+
+int main(int argc, char** argv) {
+    tessalink::cli::silenceMessageBoxes();
+    return tessalink::cli::run(argc, argv);
+}
