@@ -93,21 +93,36 @@ std::uint64_t roundedShift(std::uint64_t product, int shift) {
     return quotient + (up ? 1 : 0);
 }
 
-char* writeFraction(char* out, std::uint64_t fraction, int decimals) {
-    *out = '.';
-    for (int i = decimals; i > 0; --i, fraction /= 10) {
-        out[i] = static_cast<char>('0' + fraction % 10);
+// The number scaled / 10^DECIMALS. The constant lets the divisions become multiplications.
+template <int DECIMALS>
+char* writeScaled(char* out, std::uint64_t scaled) {
+    constexpr std::uint64_t scale = cPowersOfTen[DECIMALS];
+    out = std::to_chars(out, out + cMaxDoubleHead, scaled / scale).ptr;
+    if constexpr (DECIMALS > 0) {
+        *out = '.';
+        auto fraction = static_cast<unsigned>(scaled % scale);
+        for (int i = DECIMALS; i > 0; --i, fraction /= 10) {
+            out[i] = static_cast<char>('0' + fraction % 10);
+        }
+        out += DECIMALS + 1;
     }
-    return out + decimals + 1;
+    return out;
 }
 
 // A finite number below 2^53 is mantissa / 2^shift with a mantissa of 53 bits, so that its product
 // with 10^3 fits 64 bits and the remainder of the shift is exact.
 char* writeShort(char* out, std::uint64_t mantissa, int shift, int decimals) {
-    const std::uint64_t scale = cPowersOfTen[decimals];
-    const std::uint64_t scaled = roundedShift(mantissa * scale, shift);
-    out = std::to_chars(out, out + cMaxDoubleHead, scaled / scale).ptr;
-    return decimals == 0 ? out : writeFraction(out, scaled % scale, decimals);
+    const std::uint64_t scaled = roundedShift(mantissa * cPowersOfTen[decimals], shift);
+    switch (decimals) {
+        case 0:
+            return writeScaled<0>(out, scaled);
+        case 1:
+            return writeScaled<1>(out, scaled);
+        case 2:
+            return writeScaled<2>(out, scaled);
+        default:
+            return writeScaled<cMaxFastDecimals>(out, scaled);
+    }
 }
 
 char* copyText(char* out, std::string_view text) {
