@@ -15,7 +15,7 @@ constexpr int cTextWidth = 9298;  // twips between the margins of the page
 constexpr int cTwipsPerT = 109;
 constexpr int cBarWidth = (cMaxT - cMinT) * cTwipsPerT;
 constexpr int cMarkWidth = 80;
-constexpr int cBarHeight = 260;
+constexpr int cBarHeight = 290;
 constexpr int cTickStep = 10;
 
 // The columns of the table of answers end here; behind them stand the boxes.
@@ -161,7 +161,7 @@ void addBar(RtfRow& row, const Score& score, int left) {
         const auto top = std::find_if(layers.rbegin(), layers.rend(), [&](const Stretch& layer) {
             return layer.from < edges[i] && edges[i] <= layer.to;
         });
-        row.Cell(left + edges[i], gap + shade(top->color), "\\pard\\plain\\intbl\\fs4");
+        row.Cell(left + edges[i], gap + shade(top->color), "\\pard\\plain\\intbl\\keepn\\fs4");
     }
 }
 
@@ -233,7 +233,8 @@ void BigFiveReport::writeScaleBar(CFile& output, void*) {
     const std::string code = variable("code");
     for (int i = 0; i < cScales; ++i) {
         if (code != cScaleTable[static_cast<std::size_t>(i)].code) continue;
-        write(output, axisRow(0) + barRow(i, 0, "") + variable("Small") + "\\sb0\\sa0\\fs8\\par\n");
+        write(output,
+              axisRow(0) + barRow(i, 0, "") + variable("Small") + "\\keepn\\sb0\\sa0\\fs8\\par\n");
     }
 }
 

@@ -1,10 +1,11 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "examples/bigfive/AnswersFile.h"
@@ -12,6 +13,7 @@
 #include "platform/files/ModuleDir.h"
 #include "platform/files/WholeFile.h"
 #include "report/ParseException.h"
+#include "report/VariablesFile.h"
 
 // Makes the full and the short Big-Five report from a file of answers.
 namespace bigfive {
@@ -61,59 +63,6 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-std::string escaped(std::string_view text) {
-    static constexpr std::string_view plain = "\n\r\t\\";
-    static constexpr std::string_view letters = "nrt\\";
-    std::string result;
-    for (const char ch : text) {
-        const std::size_t i = plain.find(ch);
-        if (i == std::string_view::npos) {
-            result += ch;
-        } else {
-            result.append({'\\', letters[i]});
-        }
-    }
-    return result;
-}
-
-// The shortest digits that give the number again.
-std::string numberText(double value) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return {digits.data(), end};
-}
-
-// "name TAB type TAB value" of one variable.
-std::string variableLine(const CString& name, const VariantVar& value) {
-    const auto line = [&name](const char* type, const std::string& text) {
-        return std::string(name.GetString()) + "\t" + type + "\t" + text + "\n";
-    };
-    switch (value.GetType()) {
-        case VariantVar::vtInt:
-            return line("int", std::to_string(value.GetAsInt()));
-        case VariantVar::vtDouble:
-            return line("double", numberText(value.GetAsDouble()));
-        default:
-            return line("string", escaped(value.GetAsStr().GetString()));
-    }
-}
-
-std::string variablesText(const Person& person) {
-    VarTable vars;
-    fillVariables(person, vars);
-    std::vector<std::string> lines;
-    for (POSITION position = vars.GetStartPosition(); position != nullptr;) {
-        CString name;
-        VariantVar value;
-        vars.GetNextAssoc(position, name, value);
-        lines.push_back(variableLine(name, value));
-    }
-    std::sort(lines.begin(), lines.end());
-    std::string text;
-    for (const std::string& line : lines) text += line;
-    return text;
-}
-
 void writeReport(BigFiveReport& report, BigFiveReport::Form form, CFile& output) {
     try {
         report.Create(output, form);
@@ -134,8 +83,8 @@ void makeReports(const Options& options) {
     if (!options.vars.empty()) {
         CFileException fault;
         if (!vars.Open(options.vars.c_str(), CFile::modeCreate, &fault)) throw fault;
-        const std::string text = variablesText(person);
-        vars.Write(text.data(), text.size());
+        fillVariables(person, report.Variables());
+        tessalink::writeVariables(report.Variables(), vars);
     }
     writeReport(report, BigFiveReport::Full, full);
     writeReport(report, BigFiveReport::Short, brief);
