@@ -14,7 +14,7 @@
 namespace bigfive {
 namespace {
 
-constexpr std::size_t cMaxFile = 64 * 1024;  // bytes; a complete file has about 2,000
+constexpr std::size_t cMaxFile = std::size_t{64} * 1024;  // bytes; a complete file has about 2,000
 constexpr std::size_t cMaxName = 60;
 constexpr int cMinAge = 14;
 constexpr int cMaxAge = 120;
@@ -109,7 +109,7 @@ private:
 
 void AnswersReader::fail(const std::string& message) const {
     const std::string line = m_line > 0 ? ":" + std::to_string(m_line) : "";
-    throw AnswersError(m_path + line + ": error: " + message);
+    throw InputError(m_path + line + ": error: " + message);
 }
 
 Person AnswersReader::Read() {

@@ -29,14 +29,14 @@ struct Person {
     Answers answers{};
 };
 
-// A fault in the answers. what() is "FILE:LINE: error: what is wrong, and what to do"; a fault that
-// has no line of its own comes without LINE.
-class AnswersError : public std::runtime_error {
+// A fault in what the user gave. what() is "FILE:LINE: error: what is wrong, and what to do"; a
+// fault that has no line of its own comes without LINE.
+class InputError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// Reads and checks an answers file. Throws AnswersError for the first fault in its content and
+// Reads and checks an answers file. Throws InputError for the first fault in its content and
 // std::runtime_error when it can't be read.
 Person readAnswers(const std::string& path);
 

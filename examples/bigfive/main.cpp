@@ -68,33 +68,40 @@ void writeReport(BigFiveReport& report, BigFiveReport::Form form, CFile& output)
         report.Create(output, form);
     } catch (const ParseException& fault) {
         const auto& place = fault.GetPlace();
-        throw AnswersError(std::string(place.file.GetString()) + ":" + std::to_string(place.line) +
-                           ":" + std::to_string(place.column) + ": error: " + fault.what());
+        throw InputError(std::string(place.file.GetString()) + ":" + std::to_string(place.line) +
+                         ":" + std::to_string(place.column) + ": error: " + fault.what());
     }
+}
+
+void openOutput(tessalink::WholeFile& file, const std::string& path, const char* option) {
+    CFileException fault;
+    if (file.Open(path.c_str(), CFile::modeCreate, &fault)) return;
+    throw std::runtime_error(std::string(fault.what()) + " Name another place with " + option);
 }
 
 // All files are complete before the first of them gets its name.
 void makeReports(const Options& options) {
     const Person person = readAnswers(options.answers);
     BigFiveReport report(person);
-    tessalink::WholeFile full((options.out + "/bigfive_full.rtf").c_str());
-    tessalink::WholeFile brief((options.out + "/bigfive_short.rtf").c_str());
+    tessalink::WholeFile full;
+    tessalink::WholeFile brief;
     tessalink::WholeFile vars;
+    openOutput(full, options.out + "/bigfive_full.rtf", "--out");
+    openOutput(brief, options.out + "/bigfive_short.rtf", "--out");
     if (!options.vars.empty()) {
-        CFileException fault;
-        if (!vars.Open(options.vars.c_str(), CFile::modeCreate, &fault)) throw fault;
+        openOutput(vars, options.vars, "--vars");
         fillVariables(person, report.Variables());
         tessalink::writeVariables(report.Variables(), vars);
     }
     writeReport(report, BigFiveReport::Full, full);
     writeReport(report, BigFiveReport::Short, brief);
+    if (!options.vars.empty()) vars.Commit();
     full.Commit();
     brief.Commit();
-    if (!options.vars.empty()) vars.Commit();
 }
 
-int complain(int code, const char* what) {
-    std::fprintf(stderr, "bigfive_report: %s\n", what);
+int complain(int code, const std::string& what) {
+    std::fprintf(stderr, "bigfive_report: %s\n", what.c_str());
     return code;
 }
 
@@ -107,11 +114,11 @@ int run(const std::vector<std::string>& arguments) {
         if (asks("--version")) return std::puts("bigfive_report 1.0") < 0 ? cTrouble : cSuccess;
         makeReports(parseOptions(arguments));
         return cSuccess;
-    } catch (const AnswersError& fault) {
+    } catch (const InputError& fault) {
         std::fprintf(stderr, "%s\n", fault.what());
         return cInputFault;
     } catch (const UsageError& fault) {
-        return complain(cTrouble, (std::string(fault.what()) + "; see --help").c_str());
+        return complain(cTrouble, std::string(fault.what()) + "; see --help");
     } catch (const std::exception& fault) {
         return complain(cTrouble, fault.what());
     }
