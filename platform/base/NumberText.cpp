@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -65,16 +66,17 @@ bool isTooLarge(std::string_view number, char exponentMark, int digitWeight) {
     return digitsBeforePoint * digitWeight + exponent > 0;
 }
 
-double readUnsigned(std::string_view text, std::chars_format format) {
+// A number without sign; nothing where the text starts with none.
+std::optional<double> readUnsigned(std::string_view text, std::chars_format format) {
     const bool isHex = format == std::chars_format::hex;
     double value = 0.0;
     const auto [end, fault] =
         std::from_chars(text.data(), text.data() + text.size(), value, format);
-    if (fault != std::errc::result_out_of_range) return fault == std::errc() ? value : 0.0;
+    if (fault == std::errc()) return value;
+    if (fault != std::errc::result_out_of_range) return std::nullopt;
     const std::string_view number = text.substr(0, static_cast<std::size_t>(end - text.data()));
-    return isTooLarge(number, isHex ? 'p' : 'e', isHex ? 4 : 1)
-               ? std::numeric_limits<double>::infinity()
-               : 0.0;
+    const bool tooLarge = isTooLarge(number, isHex ? 'p' : 'e', isHex ? 4 : 1);
+    return tooLarge ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
 constexpr int cFractionBits = 52;
@@ -157,11 +159,13 @@ int readInt(std::string_view text) noexcept {
 
 double readDouble(std::string_view text) noexcept {
     const auto [negative, number] = splitSign(text);
-    if (number.empty() || number[0] == '-') return negative ? -0.0 : 0.0;
+    if (number.empty() || number[0] == '-') return 0.0;
     const bool isHex = number.size() > 2 && number[0] == '0' && (number[1] | 0x20) == 'x';
-    const double value = isHex ? readUnsigned(number.substr(2), std::chars_format::hex)
-                               : readUnsigned(number, std::chars_format::general);
-    return negative ? -value : value;
+    std::optional<double> value;
+    if (isHex) value = readUnsigned(number.substr(2), std::chars_format::hex);
+    // "0x" without a digit is the number 0.
+    if (!value) value = readUnsigned(number, std::chars_format::general);
+    return negative && value ? -*value : value.value_or(0.0);
 }
 
 char* writeInt(char* out, int value) noexcept {

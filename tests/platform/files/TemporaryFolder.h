@@ -1,0 +1,49 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+// A folder of its own for one test, removed with all its contents.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name = testing::TempDir() + "tessalink-XXXXXX";
+        if (::mkdtemp(name.data()) == nullptr) throw std::filesystem::filesystem_error(name, {});
+        m_path = name;
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return m_path / name; }
+
+    std::string Write(const std::string& name, const std::string& contents) const {
+        std::ofstream(Path(name), std::ios::binary) << contents;
+        return Path(name);
+    }
+    std::string Read(const std::string& name) const {
+        std::ifstream file(Path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
+            names.push_back(entry.path().filename());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+private:
+    std::filesystem::path m_path;
+};
