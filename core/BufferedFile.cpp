@@ -45,9 +45,9 @@ int BufferedFile::Open(const char* name, unsigned int flags, CFileException* err
 void BufferedFile::Close() {
     if (m_open) m_file->Close();
     m_open = 0;
-    m_size = m_blockStart = 0;
+    m_size = 0;
     m_savedPos = cNoPosition;
-    m_index = m_count = 0;
+    clear_block(0);
 }
 
 void BufferedFile::SkipEol() {
@@ -57,13 +57,13 @@ void BufferedFile::SkipEol() {
 }
 
 void BufferedFile::SetPos(std::uint64_t position) {
-    if (position >= m_blockStart && position - m_blockStart <= m_count) {
-        m_index = static_cast<std::size_t>(position - m_blockStart);
+    const auto count = static_cast<std::uint64_t>(m_end - m_buffer.data());
+    if (position >= m_blockStart && position - m_blockStart <= count) {
+        m_next = m_buffer.data() + (position - m_blockStart);
         return;
     }
     if (m_file) m_file->Seek(static_cast<std::int64_t>(position), CFile::begin);
-    m_blockStart = position;
-    m_index = m_count = 0;
+    clear_block(position);
 }
 
 void BufferedFile::RestorePos() {
@@ -76,7 +76,8 @@ CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
     CString text;
     char* bytes = text.GetBuffer(static_cast<int>(length));
     std::size_t got = length;
-    if (first >= m_blockStart && last < m_blockStart + m_count) {
+    const auto count = static_cast<std::uint64_t>(m_end - m_buffer.data());
+    if (first >= m_blockStart && last < m_blockStart + count) {
         std::memcpy(bytes, m_buffer.data() + (first - m_blockStart), length);
         if (m_scrambled) tessalink::scramble(bytes, length);
     } else {
@@ -91,9 +92,9 @@ CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
 
 void BufferedFile::reset() {
     m_open = 0;
-    m_size = m_blockStart = 0;
+    m_size = 0;
     m_savedPos = cNoPosition;
-    m_index = m_count = 0;
+    clear_block(0);
     if (!m_file) return;
     m_size = m_file->GetLength();
     m_open = 1;
@@ -101,9 +102,16 @@ void BufferedFile::reset() {
 }
 
 void BufferedFile::load_block() {
-    m_blockStart += m_count;
-    m_index = m_count = 0;
-    if (m_file) m_count = m_file->Read(m_buffer.data(), cBlockSize);
-    if (m_count == 0) AfxThrowFileException(CFileException::endOfFile);
-    if (m_scrambled) tessalink::scramble(m_buffer.data(), m_count);
+    clear_block(m_blockStart + static_cast<std::uint64_t>(m_end - m_buffer.data()));
+    char* bytes = m_buffer.data();
+    const std::size_t count = m_file ? m_file->Read(bytes, cBlockSize) : 0;
+    if (count == 0) AfxThrowFileException(CFileException::endOfFile);
+    if (m_scrambled) tessalink::scramble(bytes, count);
+    std::memset(bytes + count, 0, cSlack);
+    m_end = bytes + count;
+}
+
+void BufferedFile::clear_block(std::uint64_t position) {
+    m_blockStart = position;
+    m_next = m_end = m_buffer.data();
 }

@@ -56,13 +56,13 @@ public:
 
     /// The next character, advancing by one.
     char GetCh() {
-        if (m_index == m_count) load_block();
-        return m_buffer[m_index++];
+        if (m_next == m_end) load_block();
+        return *m_next++;
     }
     /// The next character, without advancing.
     char NextCh() {
-        if (m_index == m_count) load_block();
-        return m_buffer[m_index];
+        if (m_next == m_end) load_block();
+        return *m_next;
     }
     /// Skips one line end, CR or CR LF, if one follows; a lone LF is no line end. A CR that ends
     /// the file is consumed, and the look for its LF raises the end of file.
@@ -71,7 +71,9 @@ public:
     int AtEOF() const { return m_size <= UINT32_MAX && GetPos() >= m_size; }
 
     /// Offset in the file of the character that GetCh returns next.
-    std::uint64_t GetPos() const { return m_blockStart + m_index; }
+    std::uint64_t GetPos() const {
+        return m_blockStart + static_cast<std::uint64_t>(m_next - m_buffer.data());
+    }
     /// Moves to an offset: within the block in the buffer, or by a seek of the file.
     void SetPos(std::uint64_t position);
     /// Remembers the position for RestorePos.
@@ -85,21 +87,23 @@ public:
     /// file: a stretch of a scrambled file stays scrambled. Fewer when the file ends before.
     CString GetTextBlock(std::uint64_t first, std::uint64_t last);
 
-    /// Makes at least one character available between Cursor and BlockEnd; false at the end of the
-    /// file. For readers that look at a whole block at a time.
+    // For readers that look at a whole block at a time.
+
+    /// Bytes behind BlockEnd that may be looked at: all of them NUL.
+    static constexpr std::size_t cSlack = 16;
+    /// Makes at least one character available at Cursor; false at the end of the file.
     bool Fill() {
-        if (m_index != m_count) return true;
+        if (m_next != m_end) return true;
         if (AtEOF()) return false;
         load_block();
         return true;
     }
-    /// The characters of the block that are still ahead, valid until the next block is loaded.
-    const char* Cursor() const { return m_buffer.data() + m_index; }
-    const char* BlockEnd() const { return m_buffer.data() + m_count; }
+    /// The characters of the block that are still ahead lie between the two, and stay there until
+    /// the next block is loaded.
+    const char* Cursor() const { return m_next; }
+    const char* BlockEnd() const { return m_end; }
     /// Advances to a place between Cursor and BlockEnd.
-    void MoveTo(const char* cursor) {
-        m_index = static_cast<std::size_t>(cursor - m_buffer.data());
-    }
+    void MoveTo(const char* cursor) { m_next = cursor; }
 
     /// The attached file (may be null), and whether what is read from it is unscrambled.
     CFile* GetFile() const { return m_file; }
@@ -108,6 +112,7 @@ public:
 private:
     void reset();
     void load_block();
+    void clear_block(std::uint64_t position);
 
     CFile* m_file;
     int m_open = 0;
@@ -115,9 +120,9 @@ private:
     std::uint64_t m_blockStart = 0;
     std::uint64_t m_savedPos = cNoPosition;
     int m_scrambled;
-    std::size_t m_index = 0;
-    std::size_t m_count = 0;
-    std::array<char, cBlockSize> m_buffer;
+    const char* m_next = nullptr;
+    const char* m_end = nullptr;
+    std::array<char, cBlockSize + cSlack> m_buffer;
 };
 
 namespace tessalink {

@@ -10,6 +10,7 @@
 #include "report/detail/NumeralText.h"
 
 using tessalink::detail::findKeyword;
+using tessalink::detail::findTextEnd;
 using tessalink::detail::isBlank;
 using tessalink::detail::isDigit;
 using tessalink::detail::isLineEnd;
@@ -101,8 +102,7 @@ const Token& FileScanner::NextText() {
     const bool more = m_reader.Fill();
     m_tokenPos = m_reader.GetPos();
     if (!more) return finish(Token::tkEnd);
-    if (*m_reader.Cursor() != cCommand) return read_plain_text();
-    return read_command();
+    return *m_reader.Cursor() == cCommand ? read_command() : read_plain_text();
 }
 
 const Token& FileScanner::NextExp() {
@@ -195,6 +195,17 @@ const Token& FileScanner::finish_text(Token::Kind kind, std::string_view text) {
 }
 
 const Token& FileScanner::read_plain_text() {
+    // Mostly a short run that the next command ends inside the block.
+    const char* start = m_reader.Cursor();
+    const char* end = findTextEnd(start);
+    if (*end != cCommand || static_cast<std::size_t>(end - start) >= m_capacity) {
+        return read_long_text();
+    }
+    m_reader.MoveTo(end);
+    return finish(Token::tkText, {start, static_cast<std::size_t>(end - start)});
+}
+
+const Token& FileScanner::read_long_text() {
     const std::size_t room = m_capacity - 1;
     std::size_t length = 0;  // of what stands in the text buffer already
     for (;;) {
@@ -215,15 +226,27 @@ const Token& FileScanner::read_plain_text() {
 }
 
 const Token& FileScanner::read_command() {
-    m_reader.GetCh();
-    if (!m_reader.Fill()) return finish(Token::tkNone);
-    const char first = *m_reader.Cursor();
-    if (first == cCommand) {
-        m_reader.GetCh();
-        return finish(Token::tkText, "@");
+    // The first character is the "@". Mostly a whole word follows it in the block.
+    const char* word = m_reader.Cursor() + 1;
+    const char* end = word;
+    while (isWordChar(*end)) ++end;
+    const auto length = static_cast<std::size_t>(end - word);
+    m_reader.MoveTo(word);
+    if (!isWordStart(*word) || ends_at_seam(end) || length > cMaxCommandWord) {
+        return read_split_command();
     }
-    if (!isWordStart(first)) return finish(Token::tkNone);
-    const std::string_view word = read_word(cMaxCommandWord);
+    m_reader.MoveTo(end);
+    return finish_word({word, length});
+}
+
+const Token& FileScanner::read_split_command() {
+    if (!m_reader.Fill()) return finish(Token::tkNone);
+    if (take_if(cCommand)) return finish(Token::tkText, "@");
+    if (!isWordStart(*m_reader.Cursor())) return finish(Token::tkNone);
+    return finish_word(read_split_word(cMaxCommandWord));
+}
+
+const Token& FileScanner::finish_word(std::string_view word) {
     const int code = findKeyword(word);
     if (code == tessalink::detail::cNoKeyword) return finish(Token::tkIdent, word);
     m_token.m_keyword = static_cast<Token::Keyword>(code);
@@ -232,9 +255,8 @@ const Token& FileScanner::read_command() {
 }
 
 const Token& FileScanner::read_single(Token::Kind kind) {
-    const char* cursor = m_reader.Cursor();
-    m_reader.MoveTo(cursor + 1);
-    return finish(kind, {cursor, 1});
+    m_reader.MoveTo(m_reader.Cursor() + 1);
+    return finish(kind);
 }
 
 const Token& FileScanner::read_operator() {
@@ -256,18 +278,17 @@ const Token& FileScanner::read_operator() {
 }
 
 const Token& FileScanner::read_number() {
-    // The usual numeral: a few digits inside the block, then something else.
+    // Mostly a few digits inside the block, then something else.
     constexpr int safeDigits = std::numeric_limits<std::int32_t>::digits10;
-    const char* cursor = m_reader.Cursor();
-    const char* end = m_reader.BlockEnd();
-    const char* p = cursor;
+    const char* start = m_reader.Cursor();
+    const char* end = start;
     std::int32_t value = 0;
-    while (p != end && p - cursor < safeDigits && isDigit(*p)) value = value * 10 + (*p++ - '0');
-    if (p == end || isDigit(*p) || isLineEnd(*p) || *p == '.') return read_long_number();
-    m_reader.MoveTo(p);
+    while (isDigit(*end) && end - start < safeDigits) value = value * 10 + (*end++ - '0');
+    if (isDigit(*end) || *end == '.' || ends_at_seam(end)) return read_long_number();
+    m_reader.MoveTo(end);
     m_token.m_isInteger = 1;
     m_token.m_int = value;
-    return finish(Token::tkNumber, {cursor, static_cast<std::size_t>(p - cursor)});
+    return finish(Token::tkNumber, {start, static_cast<std::size_t>(end - start)});
 }
 
 const Token& FileScanner::read_long_number() {
@@ -293,7 +314,16 @@ void FileScanner::read_digits(tessalink::detail::NumeralText& numeral) {
 }
 
 const Token& FileScanner::read_name() {
-    const std::string_view name = read_word(cMaxName);
+    const char* start = m_reader.Cursor();
+    const char* end = start;
+    while (isWordChar(*end)) ++end;
+    if (ends_at_seam(end)) return read_split_name();
+    m_reader.MoveTo(end);
+    return finish(Token::tkIdent, {start, static_cast<std::size_t>(end - start)});
+}
+
+const Token& FileScanner::read_split_name() {
+    const std::string_view name = read_split_word(cMaxName);
     if (m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
         throw ParseException("Name too long in expression!");
     }
@@ -320,15 +350,6 @@ const Token& FileScanner::read_string_constant() {
     throw ParseException("String constant not terminated!");
 }
 
-std::string_view FileScanner::read_word(std::size_t limit) {
-    const char* cursor = m_reader.Cursor();
-    const char* end = std::min(m_reader.BlockEnd(), cursor + limit);
-    const char* p = std::find_if_not(cursor, end, isWordChar);
-    if (p == m_reader.BlockEnd() || isLineEnd(*p)) return read_split_word(limit);
-    m_reader.MoveTo(p);
-    return {cursor, static_cast<std::size_t>(p - cursor)};
-}
-
 std::string_view FileScanner::read_split_word(std::size_t limit) {
     std::size_t length = 0;
     while (length < limit && m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
@@ -338,6 +359,10 @@ std::string_view FileScanner::read_split_word(std::size_t limit) {
     return {m_buffer.get(), length};
 }
 
+bool FileScanner::ends_at_seam(const char* end) const {
+    return end == m_reader.BlockEnd() || isLineEnd(*end);
+}
+
 bool FileScanner::take_if(char wanted) {
     if (!m_reader.Fill() || *m_reader.Cursor() != wanted) return false;
     m_reader.GetCh();
@@ -345,7 +370,12 @@ bool FileScanner::take_if(char wanted) {
 }
 
 void FileScanner::skip_white_space() {
-    while (m_reader.Fill() && isBlank(*m_reader.Cursor())) m_reader.GetCh();
+    do {
+        const char* p = m_reader.Cursor();
+        while (isBlank(*p)) ++p;
+        m_reader.MoveTo(p);
+        if (p != m_reader.BlockEnd()) return;
+    } while (m_reader.Fill());
 }
 
 void FileScanner::skip_one_blank() {

@@ -83,16 +83,21 @@ private:
     const Token& finish(Token::Kind kind, std::string_view text = {});
     const Token& finish_text(Token::Kind kind, std::string_view text);
     const Token& read_plain_text();
+    const Token& read_long_text();
     const Token& read_command();
+    const Token& read_split_command();
+    const Token& finish_word(std::string_view word);
     const Token& read_single(Token::Kind kind);
     const Token& read_operator();
     const Token& read_number();
     const Token& read_long_number();
     void read_digits(tessalink::detail::NumeralText& numeral);
     const Token& read_name();
+    const Token& read_split_name();
     const Token& read_string_constant();
-    std::string_view read_word(std::size_t limit);
     std::string_view read_split_word(std::size_t limit);
+    /// Whether what ends there may go on: in the next block or after a line end.
+    bool ends_at_seam(const char* end) const;
     bool take_if(char wanted);
     void skip_white_space();
     void skip_one_blank();

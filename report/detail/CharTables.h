@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "report/Token.h"
@@ -65,10 +68,13 @@ inline constexpr std::array<std::string_view, Token::cKeywordCount> cKeywords = 
     "COMMENT_END", "ELSE",    "DEFINE",      "LET",       "COMMA_LIST",     "CAP",
     "TEXT",        "EVAL"};
 
+/// What makes a capital letter a small one, and leaves digits and small letters as they are.
+inline constexpr unsigned cFoldBit = 0x20;
+
 /// A word's slot in the keyword table, from its length and its ends.
 constexpr std::size_t keywordSlot(std::string_view word) {
-    const auto first = static_cast<unsigned char>(lower(word.front()));
-    const auto last = static_cast<unsigned char>(lower(word.back()));
+    const unsigned first = static_cast<unsigned char>(word.front()) | cFoldBit;
+    const unsigned last = static_cast<unsigned char>(word.back()) | cFoldBit;
     return (word.size() + first * 3u + last * 29u) & 63u;
 }
 
@@ -95,11 +101,67 @@ constexpr bool keywordsHaveOwnSlots() {
     return true;
 }
 
-/// The code of a keyword, or cNoKeyword; case does not matter. The word must not be empty.
+/// Up to sixteen characters as two numbers, letters in lower case ("_" becomes a DEL); NULs fill
+/// up.
+struct FoldedWord {
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+    bool operator==(const FoldedWord&) const = default;
+};
+inline constexpr std::size_t cFoldedSize = 2 * sizeof(std::uint64_t);
+inline constexpr std::uint64_t cFoldBits = cFoldBit * 0x0101010101010101u;
+
+/// The bits of the first `count` of eight characters, for a count of 0 to 8 (and of 9 to 16: all).
+inline std::uint64_t firstBytes(std::size_t count) {
+    return count >= sizeof(std::uint64_t) ? ~std::uint64_t{0}
+                                          : (std::uint64_t{1} << (8 * count)) - 1;
+}
+
+/// Folds a word of at most cFoldedSize characters, of which cFoldedSize can be read.
+inline FoldedWord foldWord(const char* word, std::size_t length) {
+    FoldedWord folded;
+    std::memcpy(&folded.first, word, sizeof(folded.first));
+    std::memcpy(&folded.second, word + sizeof(folded.first), sizeof(folded.second));
+    constexpr std::size_t half = sizeof(std::uint64_t);
+    folded.first = (folded.first | cFoldBits) & firstBytes(length);
+    folded.second = (folded.second | cFoldBits) & firstBytes(length > half ? length - half : 0);
+    return folded;
+}
+
+inline const std::array<FoldedWord, Token::cKeywordCount> cFoldedKeywords = [] {
+    std::array<FoldedWord, Token::cKeywordCount> folded;
+    for (std::size_t code = 0; code < folded.size(); ++code) {
+        std::array<char, cFoldedSize> room{};
+        std::copy(cKeywords[code].begin(), cKeywords[code].end(), room.begin());
+        folded[code] = foldWord(room.data(), cKeywords[code].size());
+    }
+    return folded;
+}();
+
+/// The code of a keyword, or cNoKeyword; case does not matter. The word is not empty, and
+/// cFoldedSize characters from its start on can be read, as they can of every token.
 inline int findKeyword(std::string_view word) {
     const int code = cKeywordSlots[keywordSlot(word)];
-    if (code == cNoKeyword) return cNoKeyword;
-    return equalNoCase(word, cKeywords[static_cast<std::size_t>(code)]) ? code : cNoKeyword;
+    if (code == cNoKeyword || word.size() > cFoldedSize) return cNoKeyword;
+    return foldWord(word.data(), word.size()) == cFoldedKeywords[static_cast<std::size_t>(code)]
+               ? code
+               : cNoKeyword;
+}
+
+/// The first "@" or NUL at or after `text`, at which a NUL must come; eight characters are looked
+/// at at a time, up to seven of them beyond it.
+inline const char* findTextEnd(const char* text) {
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    constexpr std::uint64_t highs = 0x8080808080808080u;
+    for (;; text += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text, sizeof(word));
+        if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+        const std::uint64_t at = word ^ (ones * '@');
+        // The lowest bit that is set belongs to the first zero byte of either.
+        const std::uint64_t found = (((word - ones) & ~word) | ((at - ones) & ~at)) & highs;
+        if (found != 0) return text + std::countr_zero(found) / 8;
+    }
 }
 
 }  // namespace tessalink::detail
