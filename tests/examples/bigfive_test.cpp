@@ -66,6 +66,7 @@ struct Outcome {
 class BigFive : public testing::Test {
 protected:
     void SetUp() override {
+        if (!fs::exists(cProgramDir / "full.DAT")) GTEST_SKIP() << "built without the examples";
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
         m_dir = fs::path(testing::TempDir()) / (std::string("bigfive_") + test->name());
         fs::remove_all(m_dir);
