@@ -7,12 +7,12 @@
 #include "platform/files/CFile.h"
 #include "platform/files/CFileException.h"
 #include "platform/files/CMemFile.h"
+#include "report/TemplateFile.h"
 #include "report/VarTable.h"
-#include "report/detail/Nesting.h"
-#include "report/detail/TemplateFile.h"
+#include "report/detail/LineFinder.h"
 
+using tessalink::TemplateFile;
 using tessalink::TextPlace;
-using tessalink::detail::TemplateFile;
 
 FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
     : FileParser(templateFile, output, variables, nullptr, scrambled) {}

@@ -18,7 +18,7 @@ class FctTable;
 class VariantVar;
 class VarTable;
 
-namespace tessalink::detail {
+namespace tessalink {
 class TemplateFile;
 }
 
@@ -232,5 +232,5 @@ private:
     Source m_source = Source::file;
     const FileParser* m_parent = nullptr;
     std::uint64_t m_parentPos = 0;
-    tessalink::detail::TemplateFile* m_include = nullptr;
+    tessalink::TemplateFile* m_include = nullptr;
 };

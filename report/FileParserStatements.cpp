@@ -5,9 +5,9 @@
 #include "platform/files/ModuleDir.h"
 #include "report/FctTable.h"
 #include "report/FileParser.h"
+#include "report/TemplateFile.h"
 #include "report/VarTable.h"
 #include "report/detail/Nesting.h"
-#include "report/detail/TemplateFile.h"
 
 using tessalink::detail::NestingCount;
 using tessalink::detail::ScopedValue;
@@ -206,7 +206,7 @@ CString FileParser::include_name(const Token& token) {
 
 int FileParser::do_include(const CString& name) {
     if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
-    tessalink::detail::TemplateFile file(GetModuleDir() + cFolderSeparator + name);
+    tessalink::TemplateFile file(GetModuleDir() + cFolderSeparator + name);
     return run_include(file);
 }
 

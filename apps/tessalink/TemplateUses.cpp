@@ -8,7 +8,7 @@
 #include "platform/files/CMemFile.h"
 #include "platform/files/ModuleDir.h"
 #include "report/TemplateChecker.h"
-#include "report/detail/TemplateFile.h"
+#include "report/TemplateFile.h"
 
 namespace tessalink::cli {
 
@@ -82,7 +82,7 @@ void TemplateWalk::read_include(const NamedUse& include) {
         trouble.Format(cIncludeOutside, static_cast<const char*>(include.name));
     } else {
         try {
-            detail::TemplateFile file(GetModuleDir() + "\\" + include.name);
+            TemplateFile file(GetModuleDir() + "\\" + include.name);
             return read_file(file, 1, &include.first);
         } catch (const CFileException& error) {
             trouble = includeTrouble(include.name, error);

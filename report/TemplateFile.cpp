@@ -1,15 +1,12 @@
-#include "report/detail/TemplateFile.h"
+#include "report/TemplateFile.h"
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
 #include <string>
 
-#include "core/BufferedFile.h"
 #include "platform/files/CFileException.h"
 #include "report/detail/CharTables.h"
 
-namespace tessalink::detail {
+namespace tessalink {
 
 namespace {
 
@@ -27,15 +24,15 @@ std::filesystem::path findEntry(const std::filesystem::path& folder, const std::
     for (auto entry = std::filesystem::directory_iterator(folder, error);
          !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::filesystem::path candidate = entry->path().filename();
-        if (!equalNoCase(candidate.native(), name)) continue;
+        if (!detail::equalNoCase(candidate.native(), name)) continue;
         if (!found.empty()) return {};
         found = folder / candidate;
     }
     return found;
 }
 
-}  // namespace
-
+/// The path of an existing file whose name equals `path` but for the case of letters, folder by
+/// folder; an exact name goes before others. Empty when there is none or more than one.
 CString findIgnoringCase(const CString& path) {
     std::filesystem::path found;
     std::error_code error;
@@ -50,6 +47,8 @@ CString findIgnoringCase(const CString& path) {
     }
     return CString(found.c_str());
 }
+
+}  // namespace
 
 TemplateFile::TemplateFile(const CString& path) : m_path(withSlashes(path)) {
     CFileException error;
@@ -100,32 +99,4 @@ void TemplateFile::resume() {
     CFile::Seek(static_cast<std::int64_t>(m_offset), CFile::begin);
 }
 
-void LineColumn::Pass(char before, char ch) {
-    if (ch == '\n' && before == '\r') return;
-    if (ch == '\n' || ch == '\r') {
-        ++line;
-        column = 1;
-    } else {
-        ++column;
-    }
-}
-
-LineColumn findLine(CFile& file, int scrambled, std::uint64_t position) {
-    LineColumn place;
-    const auto offset = static_cast<std::int64_t>(file.GetPosition());
-    file.SeekToBegin();
-    std::array<char, BufferedFile::cBlockSize> block;
-    char before = '\0';
-    while (position > 0) {
-        const std::size_t wanted = std::min<std::uint64_t>(position, block.size());
-        const std::size_t count = file.Read(block.data(), wanted);
-        if (count == 0) break;
-        if (scrambled) scramble(block.data(), count);
-        for (std::size_t i = 0; i < count; before = block[i++]) place.Pass(before, block[i]);
-        position -= count;
-    }
-    file.Seek(offset, CFile::begin);
-    return place;
-}
-
-}  // namespace tessalink::detail
+}  // namespace tessalink
