@@ -160,7 +160,8 @@ int readInt(std::string_view text) noexcept {
 double readDouble(std::string_view text) noexcept {
     const auto [negative, number] = splitSign(text);
     if (number.empty() || number[0] == '-') return 0.0;
-    const bool isHex = number.size() > 2 && number[0] == '0' && (number[1] | 0x20) == 'x';
+    const bool isHex =
+        number.size() > 2 && number[0] == '0' && (number[1] | 0x20) == 'x' && number[2] != '-';
     std::optional<double> value;
     if (isHex) value = readUnsigned(number.substr(2), std::chars_format::hex);
     // "0x" without a digit is the number 0.

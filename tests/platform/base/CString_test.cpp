@@ -1,16 +1,20 @@
 #include "platform/base/CString.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <string>
 
 #include "platform/base/CInvalidArgException.h"
+#include "platform/base/NumberText.h"
 
 namespace {
 
@@ -53,7 +57,8 @@ TEST(CString, EmbeddedNulsCountAsCharacters) {
 
 TEST(CString, AssignsAndAppends) {
     CString text = "abc";
-    text = text;
+    const CString& same = text;
+    text = same;
     text += text;
     text += 'd';
     text += "ef";
@@ -237,12 +242,24 @@ TEST(CString, RejectsWhatIsOutOfRange) {
     EXPECT_EQ(text, "abc");
 }
 
-// The classic decimal comma, from whichever locale the system has.
+bool setNumbers(const char* locale) {
+    return std::setlocale(LC_NUMERIC, locale) != nullptr;
+}
+
+// The classic decimal comma, from a locale of the system or one compiled for the purpose.
 bool setForeignNumbers() {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR"}) {
-        if (std::setlocale(LC_NUMERIC, name) != nullptr) return true;
+    for (const char* name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8"}) {
+        if (setNumbers(name)) return true;
     }
-    return false;
+    const std::string folder = testing::TempDir() + "tessalink-locale";
+    const std::string compile =
+        "mkdir -p " + folder + " && localedef -i de_DE -f UTF-8 " + folder + "/de_DE.UTF-8";
+    const bool compiled = std::system((compile + " >/dev/null 2>&1").c_str()) == 0;
+    ::setenv("LOCPATH", folder.c_str(), 1);
+    const bool isSet = compiled && setNumbers("de_DE.UTF-8");
+    ::unsetenv("LOCPATH");
+    std::filesystem::remove_all(folder);
+    return isSet;
 }
 
 TEST(CString, FormatsWithoutTheLocale) {
@@ -251,8 +268,10 @@ TEST(CString, FormatsWithoutTheLocale) {
     std::snprintf(foreign, sizeof(foreign), "%.1f", 2.5);
     CString text;
     text.Format("%1.2f|%g|%e|%d", 2.5, 0.25, 1.5, 1234567);
-    std::setlocale(LC_NUMERIC, "C");
+    const double read = tessalink::readDouble("2.5");
+    setNumbers("C");
     EXPECT_STREQ(foreign, "2,5");
+    EXPECT_EQ(read, 2.5);
     EXPECT_EQ(text, "2.50|0.25|1.500000e+00|1234567");
 }
 

@@ -175,7 +175,7 @@ TEST(CFile, NamesTheFaultAndTheFile) {
         EXPECT_EQ(error.m_cause, cause) << name;
         EXPECT_EQ(error.m_strFileName, name.c_str());
         EXPECT_EQ(opened.Open(name.c_str(), CFile::modeRead), 0);
-        EXPECT_EQ(causeOf([&] { CFile(name.c_str(), CFile::modeRead); }), cause);
+        EXPECT_EQ(causeOf([&path = name] { CFile(path.c_str(), CFile::modeRead); }), cause);
     }
     CFileException error(CFileException::diskFull, 28, "out.rtf");
     EXPECT_STREQ(error.what(), "out.rtf: the disk is full.");

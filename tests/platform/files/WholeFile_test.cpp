@@ -150,12 +150,13 @@ TEST(WholeFile, RejectsWhatCannotBeWritten) {
         {"loop", CFileException::badPath},
     };
     for (const auto& [name, cause] : cases) {
+        const std::string path = folder.Path(name);
         WholeFile file;
         CFileException error;
-        EXPECT_EQ(file.Open(folder.Path(name).c_str(), 0, &error), 0);
+        EXPECT_EQ(file.Open(path.c_str(), 0, &error), 0);
         EXPECT_EQ(error.m_cause, cause) << name;
-        EXPECT_EQ(error.m_strFileName, folder.Path(name).c_str());
-        EXPECT_EQ(faultOf([&] { WholeFile(folder.Path(name).c_str()); }).m_cause, cause);
+        EXPECT_EQ(error.m_strFileName, path.c_str());
+        EXPECT_EQ(faultOf([&] { WholeFile(path.c_str()); }).m_cause, cause);
     }
     EXPECT_EQ(folder.Names(), (Names{"directory", "loop", "plain"}));
 }
