@@ -58,9 +58,10 @@ public:
         VALUE value;
     };
 
-    // `blockSize`: how many entries the first block of storage has room for.
+    // `blockSize`: how many entries a block of storage has room for at least.
     explicit CMap(int blockSize = 10)
-        : m_blockBits(FloorLog2(std::bit_ceil(static_cast<std::size_t>(std::max(blockSize, 1))))) {}
+        : m_blockBits(FloorLog2(
+              std::bit_ceil(static_cast<std::size_t>(std::max(blockSize, cMinBlockSize))))) {}
     ~CMap() override { RemoveAll(); }
 
     int GetCount() const noexcept { return static_cast<int>(m_count); }
@@ -84,8 +85,8 @@ public:
     const CPair* Find(const K& key) const {
         const auto& wanted = Searchable(key);
         const std::uint32_t hash = HashOf(wanted);
-        const std::size_t slot = FindSlot(wanted, hash);
-        return slot == cNone ? nullptr : &EntryAt(m_slots[slot].number).Pair();
+        const Entry* entry = FindPlace(wanted, hash).entry;
+        return entry == nullptr ? nullptr : &entry->Pair();
     }
     template <class K>
     CPair* Find(const K& key) {
@@ -99,18 +100,18 @@ public:
     CPair& FindOrAdd(const K& key) {
         const auto& wanted = Searchable(key);
         const std::uint32_t hash = HashOf(wanted);
-        const std::size_t slot = FindSlot(wanted, hash);
-        return slot == cNone ? AddEntry(key, hash) : EntryAt(m_slots[slot].number).Pair();
+        Entry* entry = FindPlace(wanted, hash).entry;
+        return entry == nullptr ? AddEntry(key, hash) : entry->Pair();
     }
     void SetAt(ARG_KEY key, ARG_VALUE value) { FindOrAdd(key).value = value; }
 
     // Removes the entry; returns nonzero if there was one.
     BOOL RemoveKey(ARG_KEY key) {
         const auto& wanted = Searchable(key);
-        const std::size_t slot = FindSlot(wanted, HashOf(wanted));
-        if (slot == cNone) return 0;
-        ReleaseEntry(m_slots[slot].number);
-        CloseGap(slot);
+        const Place place = FindPlace(wanted, HashOf(wanted));
+        if (place.entry == nullptr) return 0;
+        ReleaseEntry(m_slots[place.slot].number);
+        CloseGap(place.slot);
         return 1;
     }
     // Removes all entries and gives their storage back.
@@ -163,7 +164,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t cNone = std::numeric_limits<std::size_t>::max();
+    static constexpr int cMinBlockSize = 64;
     static constexpr std::size_t cMinSlots = 16;
     static constexpr UINT cDefaultHashTableSize = 17;
     static constexpr std::uint32_t cLive = std::numeric_limits<std::uint32_t>::max();
@@ -223,42 +224,44 @@ private:
         if constexpr (cTextKeys) {
             return tessalink::hashText(wanted);
         } else {
-            return HashKey<ARG_KEY>(wanted);
+            // Multiplying spreads weak hashes over the upper bits.
+            return HashKey<ARG_KEY>(wanted) * 0x9E3779B1u;
         }
     }
     template <class K>
     static bool Matches(const KEY& stored, const K& wanted) {
         if constexpr (cTextKeys) {
-            return tessalink::textOf(stored) == wanted;
+            return tessalink::equalText(tessalink::textOf(stored), wanted);
         } else {
             return CompareElements(&stored, &wanted) != 0;
         }
     }
 
-    // Entries are numbered from 1. Block k has room for 2^(m_blockBits + k) of them, so that the
-    // list of blocks stays short and no entry ever moves.
+    // Entries are numbered from 1 and lie in blocks of equal size, so that none ever moves.
     Entry& EntryAt(std::uint32_t number) const noexcept {
-        const std::size_t index = number - 1 + (std::size_t{1} << m_blockBits);
-        const int bits = FloorLog2(index);
-        return m_blocks[static_cast<std::size_t>(bits - m_blockBits)]
-                       [index ^ (std::size_t{1} << bits)];
+        const std::size_t index = number - 1;
+        return m_blocks[index >> m_blockBits][index & ((std::size_t{1} << m_blockBits) - 1)];
     }
 
-    // Multiplying spreads weak hashes over the upper bits, which choose the slot.
-    std::size_t HomeSlot(std::uint32_t hash) const noexcept {
-        return static_cast<std::uint32_t>(hash * 0x9E3779B1u) >> m_slotShift;
-    }
+    // Hashes are well mixed; the upper bits choose the slot.
+    std::size_t HomeSlot(std::uint32_t hash) const noexcept { return hash >> m_slotShift; }
+
+    // Where a key is: its slot and entry; the entry is null when the key is missing.
+    struct Place {
+        std::size_t slot = 0;
+        Entry* entry = nullptr;
+    };
 
     template <class K>
-    std::size_t FindSlot(const K& wanted, std::uint32_t hash) const {
-        if (m_slots.empty()) return cNone;
+    Place FindPlace(const K& wanted, std::uint32_t hash) const {
+        if (m_slots.empty()) return {};
         const std::size_t mask = m_slots.size() - 1;
         for (std::size_t slot = HomeSlot(hash);; slot = (slot + 1) & mask) {
             const Slot& place = m_slots[slot];
-            if (place.number == 0) return cNone;
-            if (place.hash == hash && Matches(EntryAt(place.number).Pair().key, wanted)) {
-                return slot;
-            }
+            if (place.number == 0) return {};
+            if (place.hash != hash) continue;
+            Entry& entry = EntryAt(place.number);
+            if (Matches(entry.Pair().key, wanted)) return {slot, &entry};
         }
     }
 
@@ -297,11 +300,9 @@ private:
     // The number of an entry never used so far, with its block allocated.
     std::uint32_t RoomForNext() {
         if (m_used == cMaxEntries) AfxThrowInvalidArgException();
-        const std::size_t index = m_used + (std::size_t{1} << m_blockBits);
-        const int bits = FloorLog2(index);
-        if (m_blocks.size() == static_cast<std::size_t>(bits - m_blockBits)) {
-            const std::size_t entries = std::size_t{1} << bits;
-            m_blocks.push_back(std::make_unique_for_overwrite<Entry[]>(entries));
+        if (m_used >> m_blockBits == m_blocks.size()) {
+            m_blocks.push_back(
+                std::make_unique_for_overwrite<Entry[]>(std::size_t{1} << m_blockBits));
         }
         return m_used + 1;
     }

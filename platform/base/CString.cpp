@@ -55,6 +55,12 @@ CString& CString::operator=(CString&& other) noexcept {
     return *this;
 }
 
+CString& CString::Assign(std::string_view text) {
+    checkLength(text.size());
+    m_text.assign(text);
+    return *this;
+}
+
 void CString::Preallocate(int length) {
     m_text.reserve(checkedCount(length));
 }

@@ -187,11 +187,7 @@ private:
         return position;
     }
     static CString Join(std::string_view a, std::string_view b);
-    CString& Assign(std::string_view text) {
-        checkLength(text.size());
-        m_text.assign(text);
-        return *this;
-    }
+    CString& Assign(std::string_view text);
     CString& TrimEnds(std::string_view set, bool left, bool right);
 
     std::string m_text;

@@ -60,6 +60,27 @@ inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
 
 }  // namespace detail
 
+// Whether two texts are equal, without a call for the short ones that names are.
+inline bool equalText(std::string_view a, std::string_view b) noexcept {
+    using detail::loadWord;
+    const std::size_t length = a.size();
+    if (length != b.size()) return false;
+    const char* const x = a.data();
+    const char* const y = b.data();
+    if (length > 16 || length == 0) return length == 0 || std::memcmp(x, y, length) == 0;
+    if (length >= 8) {
+        const std::size_t last = length - 8;
+        return ((loadWord<std::uint64_t>(x) ^ loadWord<std::uint64_t>(y)) |
+                (loadWord<std::uint64_t>(x + last) ^ loadWord<std::uint64_t>(y + last))) == 0;
+    }
+    if (length >= 4) {
+        const std::size_t last = length - 4;
+        return ((loadWord<std::uint32_t>(x) ^ loadWord<std::uint32_t>(y)) |
+                (loadWord<std::uint32_t>(x + last) ^ loadWord<std::uint32_t>(y + last))) == 0;
+    }
+    return x[0] == y[0] && x[length / 2] == y[length / 2] && x[length - 1] == y[length - 1];
+}
+
 inline std::uint32_t hashNumber(std::uint64_t number) noexcept {
     const std::uint64_t mixed =
         detail::foldedProduct(number ^ detail::cHashSecretA, detail::cHashSecretB);
