@@ -253,7 +253,7 @@ def write_include_chain(bench, depth):
 @row
 def includes(bench):
     """Nested includes, 10 to 1,000 levels deep."""
-    depths = bench.size((10, 100, 300, 1_000), (10, 100))
+    depths = bench.size((10, 100, 300, 1_000), (10, 50, 100))
     values = workloads.variables()
     folder = bench.folder
     tsv = bench.file("peer.tsv", values.plain())
@@ -285,10 +285,13 @@ def includes(bench):
     deep = depths[-1]
     if ("tessalink", deep) in slopes:
         check_few_descriptors(bench, folder)
+        if min(slopes.values()) <= 0:
+            print("- too few levels to time one: no verdict")
+            return
         bench.expect("tessalink against clearsilver, a level",
                      slopes["tessalink", deep] / slopes["clearsilver", deep], 2 / 3)
-        bench.expect(f"a level at {deep} against one at {depths[1]} levels",
-                     slopes["tessalink", deep] / slopes["tessalink", depths[1]], 1.5)
+        bench.expect(f"a level at {deep} against one at {depths[-2]} levels",
+                     slopes["tessalink", deep] / slopes["tessalink", depths[-2]], 1.5)
 
 
 def check_few_descriptors(bench, folder):
@@ -358,7 +361,7 @@ def deferred(bench):
     if ("tessalink", many) in each and peer:
         bench.expect(f"tessalink against the fastest peer, {peer}",
                      each["tessalink", many] / each[peer, many], 0.5)
-        growth = log2(many) / log2(counts[1])
+        growth = max(1, log2(many) / log2(counts[1]))
         bench.expect(f"a block among {many:,} against one among {counts[1]:,}",
                      each["tessalink", many] / each["tessalink", counts[1]], 1.5 * growth)
 

@@ -11,7 +11,8 @@ ABSL = ["-labsl_hash", "-labsl_raw_hash_set", "-labsl_city", "-labsl_low_level_h
 
 # What a program is built with beyond its source; a peer that is not installed is left out.
 PEERS = {
-    "ctemplate_peer": ("libctemplate-dev", "/usr/include/ctemplate/template.h", [], ["-lctemplate"]),
+    "ctemplate_peer": ("libctemplate-dev", "/usr/include/ctemplate/template.h", [],
+                       ["-lctemplate"]),
     "clearsilver_peer": ("clearsilver-dev", "/usr/include/ClearSilver/ClearSilver.h",
                          ["-isystem", "/usr/include/ClearSilver"],
                          ["-lneo_cs", "-lneo_utl", "-lz"]),
@@ -71,8 +72,8 @@ class Tools:
     def build_product(self):
         """Builds the command line and the libraries in Release form."""
         configure = ["cmake", "-S", ROOT, "-B", self.build, "-DCMAKE_BUILD_TYPE=Release",
-                     "-DBUILD_SHARED_LIBS=OFF", "-DTESSALINK_BUILD_TESTS=OFF",
-                     "-DTESSALINK_BUILD_EXAMPLES=OFF"]
+                     "-DBUILD_SHARED_LIBS=OFF", "-DTESSALINK_BUILD_APPS=ON",
+                     "-DTESSALINK_BUILD_TESTS=OFF", "-DTESSALINK_BUILD_EXAMPLES=OFF"]
         subprocess.run(configure, stdout=subprocess.DEVNULL, check=True)
         subprocess.run(["cmake", "--build", self.build, "-j2"], stdout=subprocess.DEVNULL,
                        check=True)

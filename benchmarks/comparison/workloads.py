@@ -1,4 +1,4 @@
-"""The texts that the comparison runs on: reports of a psychological test, made from a fixed seed."""
+"""The texts that the comparison runs on: reports of a test, made from a fixed seed."""
 
 import random
 

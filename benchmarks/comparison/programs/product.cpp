@@ -11,6 +11,7 @@
 #include "platform/files/CArchive.h"
 #include "platform/files/CFile.h"
 #include "platform/files/CMemFile.h"
+#include "platform/files/WholeFile.h"
 #include "report/FileParser.h"
 #include "report/RTFText.h"
 #include "report/VarTable.h"
@@ -40,9 +41,9 @@ int repeat(char** arguments) {
     fill(variables, arguments[2]);
     timing::report("ns", timing::median(std::atoi(arguments[3]), [&] {
                        CFile source(arguments[0], CFile::modeRead | CFile::shareDenyNone);
-                       CFile output(arguments[1], CFile::modeCreate | CFile::modeWrite);
+                       tessalink::WholeFile output(arguments[1]);
                        parse(source, output, variables);
-                       output.Close();
+                       output.Commit();
                    }));
     return 0;
 }
