@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cinttypes>
 #include <cstdio>
-#include <random>
 
 #include "platform/files/CMemFile.h"
 #include "platform/files/detail/OpenFile.h"
@@ -17,7 +16,7 @@ namespace tessalink {
 
 namespace {
 
-constexpr std::size_t cBufferSize = 128 * 1024;
+constexpr std::size_t cBufferSize = 64 * 1024;
 constexpr const char* cStandardOutputName = "-";
 constexpr UINT cMemoryGrowBytes = 64 * 1024;
 constexpr int cMaxLinks = 40;
@@ -48,8 +47,8 @@ CString realPath(const CString& path) {
 }
 
 CString temporaryPath(const CString& finalPath) {
-    std::random_device random;
-    const std::uint64_t number = std::uint64_t{random()} << 32 | random();
+    std::uint64_t number = 0;
+    if (::getentropy(&number, sizeof(number)) != 0) raise(errno, finalPath);
     CString name;
     name.Format("/.tessalink-%016" PRIx64 ".tmp", number);
     return detail::folderOf(finalPath) + name;
