@@ -68,7 +68,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
     const auto file = tessalink::detail::openFile(m_strFileName, flags);
     m_hFile = file.descriptor;
     m_position = 0;
-    m_ownPosition = file.seekable;
+    m_ownPosition = file.isRegular;
     if (file.error == 0) return 1;
     if (error != nullptr) {
         const int cause = tessalink::detail::causeOf(file.error, m_strFileName);
@@ -117,11 +117,6 @@ void CFile::SetLength(std::uint64_t length) {
 std::uint64_t CFile::GetLength() const {
     struct stat status = {};
     if (::fstat(m_hFile, &status) != 0) ThrowLastError();
-    if (S_ISBLK(status.st_mode)) {
-        const off_t length = ::lseek(m_hFile, 0, SEEK_END);
-        if (length < 0) ThrowLastError();
-        return static_cast<std::uint64_t>(length);
-    }
     return S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 

@@ -73,7 +73,7 @@ public:
     // badSeek.
     virtual std::uint64_t Seek(std::int64_t offset, UINT from);
     virtual void SetLength(std::uint64_t length);
-    // The present length in bytes; 0 for pipes and terminals.
+    // The present length in bytes; 0 for what is no regular file.
     virtual std::uint64_t GetLength() const;
 
     // Reads up to `count` bytes and returns how many were read: fewer only at the end of the file.

@@ -94,7 +94,7 @@ void WholeFile::OpenOutput(const CString& name) {
         m_toStandardOutput = true;
         m_output = std::make_unique<CMemFile>(cMemoryGrowBytes);
     } else if (::stat(name, &status) != 0) {
-        if (errno != ENOENT) raise(errno, name);
+        if (errno != ENOENT || name.IsEmpty()) raise(errno, name);
         m_strFileName = endOfLinks(name);
         OpenTemporary(cNoFile);
     } else if (S_ISREG(status.st_mode)) {

@@ -89,8 +89,8 @@ int prepare(OpenedFile& file, int access, unsigned flags) {
     struct stat status = {};
     if (::fstat(file.descriptor, &status) != 0) return errno;
     if (S_ISDIR(status.st_mode)) return EISDIR;
-    file.seekable = S_ISREG(status.st_mode) || S_ISBLK(status.st_mode);
-    if (!S_ISREG(status.st_mode)) return 0;
+    file.isRegular = S_ISREG(status.st_mode);
+    if (!file.isRegular) return 0;
     if (const int error = takeLocks(file.descriptor, access, flags & cShareMask)) return error;
     const bool empties = (flags & CFile::modeCreate) != 0 && (flags & CFile::modeNoTruncate) == 0;
     return empties && ::ftruncate(file.descriptor, 0) != 0 ? errno : 0;

@@ -8,7 +8,7 @@ namespace tessalink::detail {
 struct OpenedFile {
     int descriptor = -1;
     int error = 0;
-    bool seekable = false;  // regular file or block device
+    bool isRegular = false;  // no directory, device or pipe
 };
 
 // Opens a file with the flags of CFile and takes the locks that its sharing mode asks for. Of a

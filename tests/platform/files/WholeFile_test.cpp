@@ -161,6 +161,12 @@ TEST(WholeFile, RejectsWhatCannotBeWritten) {
     EXPECT_EQ(folder.Names(), (Names{"directory", "loop", "plain"}));
 }
 
+TEST(WholeFile, NeedsAName) {
+    EXPECT_EQ(faultOf([] { WholeFile(""); }).m_cause, CFileException::fileNotFound);
+    WholeFile closed;
+    EXPECT_EQ(faultOf([&] { closed.Commit(); }).m_cause, CFileException::invalidFile);
+}
+
 TEST(WholeFile, FollowsLinks) {
     const TemporaryFolder folder;
     fs::create_directory(folder.Path("real"));
