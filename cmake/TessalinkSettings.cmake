@@ -19,6 +19,12 @@ target_compile_features(tessalink_settings INTERFACE cxx_std_20)
 target_compile_options(tessalink_settings INTERFACE
   -Wall -Wextra -Wconversion -fno-math-errno -ffp-contract=off
   $<$<BOOL:${TESSALINK_WERROR}>:-Werror>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 sees overlaps in std::string that are not there, and sanitizers make it see uninitialized
+  # members of std::function.
+  target_compile_options(tessalink_settings INTERFACE
+    -Wno-restrict $<$<BOOL:${TESSALINK_SANITIZE}>:-Wno-maybe-uninitialized>)
+endif()
 
 # tessalink_instrument(OPTION...): compiles and links everything with the options.
 function(tessalink_instrument)
