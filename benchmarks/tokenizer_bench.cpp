@@ -2,6 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <iterator>
+
 #include "benchmarks/BenchText.h"
 #include "report/FileScanner.h"
 
@@ -17,7 +19,7 @@ void scanText(benchmark::State& state, std::string_view sample) {
         FileScanner scanner(file, 0);
         while (scanner.NextText().GetKind() != Token::tkEnd) ++tokens;
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * std::ssize(text));
     state.SetItemsProcessed(tokens);
 }
 
@@ -29,7 +31,7 @@ void scanExpressions(benchmark::State& state, std::string_view sample) {
         FileScanner scanner(file, 0);
         while (scanner.NextExp().GetKind() != Token::tkEnd) ++tokens;
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * std::ssize(text));
     state.SetItemsProcessed(tokens);
 }
 

@@ -65,8 +65,8 @@ class Tools:
                   *(Path(word) for word in after if word.endswith(".a"))]
         if not program.exists() or any(
                 program.stat().st_mtime < file.stat().st_mtime for file in inputs):
-            subprocess.run(["g++", *FLAGS, *before, str(source), "-o", str(program), *after],
-                           check=True)
+            subprocess.run(["g++", *FLAGS, "-I", ROOT, *before, str(source), "-o", str(program),
+                            *after], check=True)
         self.paths[name] = program
 
     def build_product(self):
@@ -79,6 +79,6 @@ class Tools:
                        check=True)
         libraries = [next(self.build.rglob(f"libtessalink_{name}.a"))
                      for name in ("report", "core", "base")]
-        self.compile("product", ["-I", str(ROOT)], list(map(str, libraries)))
+        self.compile("product", [], list(map(str, libraries)))
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())

@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "Timing.h"
+#include "benchmarks/comparison/programs/Timing.h"
 
 extern "C" {
 #include <ClearSilver/ClearSilver.h>

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <memory>
 
-#include "Timing.h"
+#include "benchmarks/comparison/programs/Timing.h"
 
 namespace {
 

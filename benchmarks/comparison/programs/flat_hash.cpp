@@ -4,7 +4,7 @@
 
 #include <absl/container/flat_hash_map.h>
 
-#include "Timing.h"
+#include "benchmarks/comparison/programs/Timing.h"
 
 int main(int argc, char** argv) {
     if (argc != 4) return 2;

@@ -11,7 +11,7 @@
 
 #include <cstring>
 
-#include "Timing.h"
+#include "benchmarks/comparison/programs/Timing.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <cstring>
 
-#include "Timing.h"
+#include "benchmarks/comparison/programs/Timing.h"
 #include "platform/files/CArchive.h"
 #include "platform/files/CFile.h"
 #include "platform/files/CMemFile.h"
