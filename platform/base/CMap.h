@@ -84,7 +84,7 @@ public:
     template <class K>
     const CPair* Find(const K& key) const {
         const auto& wanted = Searchable(key);
-        const std::uint32_t hash = HashOf(wanted);
+        const std::uint32_t hash = HashOf(key);
         const Entry* entry = FindPlace(wanted, hash).entry;
         return entry == nullptr ? nullptr : &entry->Pair();
     }
@@ -99,7 +99,7 @@ public:
     template <class K>
     CPair& FindOrAdd(const K& key) {
         const auto& wanted = Searchable(key);
-        const std::uint32_t hash = HashOf(wanted);
+        const std::uint32_t hash = HashOf(key);
         Entry* entry = FindPlace(wanted, hash).entry;
         return entry == nullptr ? AddEntry(key, hash) : entry->Pair();
     }
@@ -108,7 +108,7 @@ public:
     // Removes the entry; returns nonzero if there was one.
     BOOL RemoveKey(ARG_KEY key) {
         const auto& wanted = Searchable(key);
-        const Place place = FindPlace(wanted, HashOf(wanted));
+        const Place place = FindPlace(wanted, HashOf(key));
         if (place.entry == nullptr) return 0;
         ReleaseEntry(m_slots[place.slot].number);
         CloseGap(place.slot);
@@ -222,7 +222,11 @@ private:
     template <class K>
     static std::uint32_t HashOf(const K& wanted) {
         if constexpr (cTextKeys) {
-            return tessalink::hashText(wanted);
+            if constexpr (std::is_same_v<K, tessalink::HashedText>) {
+                return wanted.hash;
+            } else {
+                return tessalink::hashText(tessalink::textOf(wanted));
+            }
         } else {
             // Multiplying spreads weak hashes over the upper bits.
             return HashKey<ARG_KEY>(wanted) * 0x9E3779B1u;

@@ -181,9 +181,9 @@ char* writeDouble(char* out, double value, int decimals) noexcept {
     const std::uint64_t fraction = bits & ((std::uint64_t{1} << cFractionBits) - 1);
     if (exponent == 0x7FF) return copyText(out, fraction == 0 ? "inf" : "nan");
     if (decimals <= cMaxFastDecimals && exponent <= cExponentBias) {
-        const std::uint64_t leadingBit = std::uint64_t{exponent != 0} << cFractionBits;
-        return writeShort(out, fraction | leadingBit, cExponentBias - std::max(exponent, 1),
-                          decimals);
+        // Subnormal numbers have no leading bit, but they round to zero with it or without.
+        const std::uint64_t leadingBit = std::uint64_t{1} << cFractionBits;
+        return writeShort(out, fraction | leadingBit, cExponentBias - exponent, decimals);
     }
     char* const limit = out + cMaxDoubleHead - 1 + decimals;
     return std::to_chars(out, limit, std::fabs(value), std::chars_format::fixed, decimals).ptr;

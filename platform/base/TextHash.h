@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
@@ -87,27 +89,53 @@ inline std::uint32_t hashNumber(std::uint64_t number) noexcept {
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
 }
 
-inline std::uint32_t hashText(std::string_view text) noexcept {
+// The first up to eight characters of a text as a number, the first one in the lowest byte.
+inline std::uint64_t firstEight(std::string_view text) noexcept {
     const char* const bytes = text.data();
     const std::size_t length = text.size();
-    std::uint64_t a = 0;
-    std::uint64_t b = 0;
-    if (length > 16) {
-        a = detail::hashLong(bytes, length);
-    } else if (length >= 8) {
-        a = detail::loadWord<std::uint64_t>(bytes);
-        b = detail::loadWord<std::uint64_t>(bytes + length - 8);
-    } else if (length >= 4) {
-        a = detail::loadWord<std::uint32_t>(bytes);
-        b = detail::loadWord<std::uint32_t>(bytes + length - 4);
-    } else if (length > 0) {
-        a = detail::loadWord<std::uint8_t>(bytes);
-        b = detail::loadWord<std::uint8_t>(bytes + length / 2) << 8 |
-            detail::loadWord<std::uint8_t>(bytes + length - 1);
+    if constexpr (std::endian::native != std::endian::little) {
+        std::uint64_t word = 0;
+        for (std::size_t i = std::min<std::size_t>(length, 8); i > 0; --i) {
+            word = word << 8 | static_cast<unsigned char>(bytes[i - 1]);
+        }
+        return word;
     }
+    if (length >= 8) return detail::loadWord<std::uint64_t>(bytes);
+    if (length >= 4) {
+        return detail::loadWord<std::uint32_t>(bytes) |
+               detail::loadWord<std::uint32_t>(bytes + length - 4) << (8 * (length - 4));
+    }
+    if (length == 0) return 0;
+    return detail::loadWord<std::uint8_t>(bytes) |
+           detail::loadWord<std::uint8_t>(bytes + length / 2) << (8 * (length / 2)) |
+           detail::loadWord<std::uint8_t>(bytes + length - 1) << (8 * (length - 1));
+}
+
+// The hash of a text of up to eight characters, given as firstEight gives them.
+inline std::uint32_t hashShortText(std::uint64_t characters, std::size_t length) noexcept {
     const std::uint64_t mixed =
-        detail::foldedProduct(a ^ detail::cHashSecretA ^ length, b ^ detail::cHashSecretB);
+        detail::foldedProduct(characters ^ detail::cHashSecretA, length ^ detail::cHashSecretB);
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
 }
 
+inline std::uint32_t hashText(std::string_view text) noexcept {
+    const char* const bytes = text.data();
+    const std::size_t length = text.size();
+    if (length <= 8) return hashShortText(firstEight(text), length);
+    if (length > 16) return hashNumber(detail::hashLong(bytes, length));
+    const std::uint64_t mixed = detail::foldedProduct(
+        detail::loadWord<std::uint64_t>(bytes) ^ detail::cHashSecretA ^ length,
+        detail::loadWord<std::uint64_t>(bytes + length - 8) ^ detail::cHashSecretB);
+    return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
+}
+
+// A text whose hash is known: a map finds it without hashing it once more.
+struct HashedText {
+    std::string_view text;
+    std::uint32_t hash = 0;
+};
+
+inline std::string_view textOf(const HashedText& text) noexcept {
+    return text.text;
+}
 }  // namespace tessalink

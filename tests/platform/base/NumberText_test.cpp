@@ -248,6 +248,8 @@ TEST(NumberText, ReadsDoublesAsC) {
     expectReadAsC("0." + std::string(400, '0') + "1e401");
     expectReadAsC("1" + std::string(400, '0') + "e-400");
     expectReadAsC(std::string(100'000, '7'));
+    expectReadAsC("0x1" + std::string(999, '0') + "p-2000");
+    expectReadAsC("0x0." + std::string(999, '0') + "1p2000");
     EXPECT_EQ(readDouble(std::string_view("12", 1)), 1.0);
 }
 

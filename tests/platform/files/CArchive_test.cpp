@@ -1,6 +1,7 @@
 #include "platform/files/CArchive.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <functional>
 #include <string>
@@ -149,7 +150,15 @@ struct Damage {
     int cause;
 };
 
+// The most memory that the process has had so far, in KiB.
+long peakMemory() {
+    rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
 TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
+    const long memoryBefore = peakMemory();
     const Damage cases[] = {
         {"", CArchiveException::endOfFile},
         {"\5abcd", CArchiveException::endOfFile},
@@ -172,6 +181,7 @@ TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
     CByteArray bytes;
     EXPECT_EQ(causeOf([&] { bytes.Serialize(archive); }), CArchiveException::endOfFile);
     EXPECT_LT(bytes.GetSize(), 100'000);
+    EXPECT_LT(peakMemory() - memoryBefore, 64 * 1024);
 }
 
 TEST(CArchive, KnowsItsDirection) {

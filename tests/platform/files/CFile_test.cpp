@@ -2,9 +2,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <random>
@@ -244,6 +247,42 @@ TEST(CFile, ReadsAPipeToItsEnd) {
     EXPECT_EQ(pipe.GetLength(), 0u);
     EXPECT_EQ(causeOf([&] { pipe.SeekToBegin(); }), CFileException::badSeek);
     writer.join();
+}
+
+TEST(CFile, TellsWhenClosingFails) {
+    const TemporaryFolder folder;
+    CFile file(folder.Path("file").c_str(), CFile::modeCreate | CFile::modeWrite);
+    ::close(file.m_hFile);
+    EXPECT_EQ(causeOf([&] { file.Close(); }), CFileException::invalidFile);
+    EXPECT_EQ(file.m_hFile, CFile::hFileNull);
+    EXPECT_EQ(causeOf([&] { file.Close(); }), CFileException::none);
+}
+
+// A signal ends a system call early, with a part of the bytes or none: the rest must follow.
+TEST(CFile, GoesOnAfterSignals) {
+    struct sigaction old = {};
+    struct sigaction interrupt = {};
+    interrupt.sa_handler = [](int) {};
+    ::sigaction(SIGUSR1, &interrupt, &old);
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    std::string sent(1'000'000, '\0');
+    for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<char>(i * 31 >> 7);
+    CFile input(ends[0]);
+    CFile output(ends[1]);
+    std::thread writer([&] {
+        output.Write(sent.data(), sent.size());
+        output.Close();
+    });
+    std::string got(sent.size(), '\0');
+    for (std::size_t at = 0; at < got.size(); at += 20'000) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        ::pthread_kill(writer.native_handle(), SIGUSR1);
+        ASSERT_EQ(input.Read(got.data() + at, 20'000), 20'000u);
+    }
+    writer.join();
+    ::sigaction(SIGUSR1, &old, nullptr);
+    EXPECT_EQ(got, sent);
 }
 
 TEST(CFile, TellsItsName) {
