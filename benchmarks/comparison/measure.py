@@ -12,9 +12,11 @@ class Failed(Exception):
 
 @dataclass
 class Series:
-    """What one contestant cost in every round: nanoseconds, and for whole processes KiB."""
+    """What one contestant cost in every round: nanoseconds of processor time; for whole processes
+    also the nanoseconds that passed, and KiB."""
 
     times: list = field(default_factory=list)
+    walls: list = field(default_factory=list)
     peaks: list = field(default_factory=list)
 
     @property
@@ -22,8 +24,12 @@ class Series:
         return median(self.times)
 
     @property
+    def wall(self):
+        return median(self.walls)
+
+    @property
     def peak(self):
-        return max(self.peaks) if self.peaks else None
+        return max(self.peaks)
 
     def over(self, other):
         """The median of the ratios round by round: the machine's drift falls out of it."""
@@ -38,10 +44,11 @@ def processes(turns, commands, rounds, warmups=2):
     names = list(commands)
     series = {name: Series() for name in names}
     for line in done.stdout.splitlines():
-        _, index, wall, _, peak, status = map(int, line.split())
+        _, index, wall, cpu, peak, status = map(int, line.split())
         if status != 0:
             raise Failed(f"{names[index]} ended with {status}: {commands[names[index]]}")
-        series[names[index]].times.append(wall)
+        series[names[index]].times.append(cpu * 1000)
+        series[names[index]].walls.append(wall)
         series[names[index]].peaks.append(peak)
     if done.returncode != 0:
         raise Failed("a command could not be run")

@@ -6,7 +6,7 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
-FLAGS = ["-O2", "-std=c++20", "-Wall", "-Wextra"]
+FLAGS = ["-O2", "-std=c++20", "-Wall", "-Wextra", "-I", str(ROOT)]
 ABSL = ["-labsl_hash", "-labsl_raw_hash_set", "-labsl_city", "-labsl_low_level_hash"]
 
 # What a program is built with beyond its source; a peer that is not installed is left out.
