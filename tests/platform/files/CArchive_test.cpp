@@ -6,11 +6,11 @@
 #include <functional>
 #include <string>
 
-#include "TemporaryFolder.h"
 #include "platform/base/CByteArray.h"
 #include "platform/base/CMap.h"
 #include "platform/base/CStringArray.h"
 #include "platform/files/CMemFile.h"
+#include "tests/platform/files/TemporaryFolder.h"
 
 namespace {
 

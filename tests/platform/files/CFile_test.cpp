@@ -14,8 +14,8 @@
 #include <string>
 #include <thread>
 
-#include "TemporaryFolder.h"
 #include "platform/files/CMemFile.h"
+#include "tests/platform/files/TemporaryFolder.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <thread>
 
-#include "TemporaryFolder.h"
+#include "tests/platform/files/TemporaryFolder.h"
 
 namespace {
 
