@@ -160,7 +160,7 @@ private:
         if (std::isalpha(ch) || ch == '_') return Name();
         m_kind = static_cast<char>(ch);
         if (m_at < m_text.size()) ++m_at;
-        if (m_kind == '@' && (std::isalpha(Ahead()) || Ahead() == '_')) return Name();
+        if (m_kind == '@' && (std::isalpha(Ahead()) || Ahead() == '_')) return Name(32);
         if (m_kind == '-' && isPrefix) m_kind = '_';
         if (m_kind == '<') {
             LineEnds();
@@ -189,13 +189,13 @@ private:
             m_number = integerValue(value > 2147483647.0 ? 2147483647 : std::llround(value));
         }
     }
-    void Name() {
+    void Name(std::size_t limit = std::string::npos) {
         m_kind = 'a';
-        m_name = Run([](int ch) { return std::isalnum(ch) || ch == '_' ? 1 : 0; });
+        m_name = Run([](int ch) { return std::isalnum(ch) || ch == '_' ? 1 : 0; }, limit);
     }
-    std::string Run(int (*belongs)(int)) {
+    std::string Run(int (*belongs)(int), std::size_t limit = std::string::npos) {
         std::string run;
-        while (belongs(Ahead())) {
+        while (run.size() < limit && belongs(Ahead())) {
             run += m_text[m_at++];
             LineEnds();
         }

@@ -1,0 +1,152 @@
+#include "report/FctTable.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/files/CMemFile.h"
+#include "report/FileBasedReport.h"
+#include "tests/platform/files/TemporaryFolder.h"
+#include "tests/report/RunTemplate.h"
+
+namespace tessalink::test {
+namespace {
+
+void writeText(CFile& output, const char* text) {
+    output.Write(text, std::strlen(text));
+}
+void writeInfo(CFile& output, void* extraInfo) {
+    writeText(output, static_cast<const char*>(extraInfo));
+}
+void writeFirst(CFile& output, void*) {
+    writeText(output, "first");
+}
+void writeSecond(CFile& output, void*) {
+    writeText(output, "second");
+}
+
+TEST(FctTable, calls_functions_by_exact_name) {
+    CMemFile output;
+    std::string info = "[info]";
+    NormalFctTable table(&output, info.data());
+    table.AddFct("Info", writeInfo);
+    table.AddFct("f", writeFirst);
+    table.AddFct("f", writeSecond);
+    EXPECT_TRUE(table.Exists("Info"));
+    EXPECT_FALSE(table.Exists("info"));
+    EXPECT_FALSE(table.Call("info"));
+    EXPECT_FALSE(table.Call(""));
+    EXPECT_TRUE(table.Call("Info"));
+    EXPECT_TRUE(table.Call("f"));
+    CMemFile other;
+    std::string more = "more";
+    table.Attach(&other);
+    table.SetExtraInfo(more.data());
+    table.Call("Info");
+    EXPECT_EQ(output.View(), "[info]second");
+    EXPECT_EQ(other.View(), "more");
+    NormalFctTable detached(nullptr, nullptr);
+    detached.AddFct("f", writeFirst);
+    EXPECT_THROW(detached.Call("f"), CException);
+}
+
+TEST(FctTable, serves_calls_of_a_template_in_their_place) {
+    std::string info = "!";
+    NormalFctTable table(nullptr, info.data());
+    table.AddFct("f", writeFirst);
+    table.AddFct("Info", writeInfo);
+    struct Case {
+        const char* text;
+        const char* outcome;
+    };
+    const Case cases[] = {
+        {"a@CALL(f)b@CALL( Info )c", "afirstb!c"},
+        {"@IF(0)@THEN@CALL(f)@CALL(none)@ENDIF", ""},
+        {"@CALL(f)\\par x", "first\\par x"},
+        {"x@CALL(F)", "Function F not defined!"},
+        {"@CALL(f 1)", "Right parenthesis expected after CALL!"},
+        {"1@EVAL([2@CALL(f)3])4@DEFER_START(1)5@CALL(f)6@DEFER_END@PRINT_DEFERRED(ASC)7",
+         "12first345first67"},
+        // The value of an EVAL takes what it writes itself; functions write to the report.
+        {"@DEFINE(v)@LET(v=EVAL([a@CALL(f)b]))|@v", "first|ab"},
+    };
+    for (const Case& c : cases) {
+        VarTable variables;
+        EXPECT_EQ(runTemplate(c.text, variables, &table).Outcome(), c.outcome) << c.text;
+    }
+}
+
+/// A report over the definition files "0" and "1" of a folder.
+class Report : public FileBasedReport {
+public:
+    explicit Report(const TemporaryFolder& folder) : m_folder(folder) {
+        AddFct("count", &Report::count);
+    }
+    std::string Create(int which, int keepOpen = 0) {
+        CMemFile output;
+        DoCreate(output, which, keepOpen);
+        return std::string(output.View());
+    }
+    bool IsOpen(int which) { return GetDefFile(which) != nullptr; }
+    void Release(int which) { ReleaseDefFile(which); }
+    bool SharesSlots() {
+        return &GetDefFile(2) == &GetDefFile(1) && &GetDefFile(0) != &GetDefFile(1);
+    }
+    const std::string& Told() const { return m_told; }
+
+protected:
+    CString GetDefFilePath(int which) const override {
+        return m_folder.Path(std::to_string(which)).c_str();
+    }
+    void report_failed(const char* message) override { m_told = message; }
+
+private:
+    void count(CFile& output, void*) { writeText(output, std::to_string(++m_count).c_str()); }
+
+    const TemporaryFolder& m_folder;
+    int m_count = 0;
+    std::string m_told;
+};
+
+TEST(FileBasedReport, runs_its_definition_files) {
+    const TemporaryFolder folder;
+    folder.Write("0", scrambled("{@Name @CALL(count)}"));
+    folder.Write("1", scrambled("short"));
+    Report report(folder);
+    report.Variables().SetValue("Name", "Ann");
+    EXPECT_TRUE(report.SharesSlots());
+    EXPECT_EQ(report.Create(0, 1), "{Ann 1}");
+    EXPECT_TRUE(report.IsOpen(0));
+    std::filesystem::remove(folder.Path("0"));
+    EXPECT_EQ(report.Create(0, 1), "{Ann 2}") << "from the file that is open, from its start";
+    EXPECT_EQ(report.Create(1), "short");
+    EXPECT_FALSE(report.IsOpen(1));
+    report.Release(0);
+    EXPECT_FALSE(report.IsOpen(0));
+    report.Release(0);
+    EXPECT_THROW(report.Create(0), CFileException);
+    EXPECT_FALSE(report.IsOpen(0));
+    EXPECT_EQ(report.Told(), "");
+}
+
+TEST(FileBasedReport, passes_template_faults_on) {
+    const TemporaryFolder folder;
+    const std::string name(280, 'n');
+    folder.Write("0", scrambled("ab\r\n@DEFINE(" + name + "," + name + ")"));
+    Report report(folder);
+    try {
+        report.Create(0);
+        FAIL() << "no fault";
+    } catch (const ParseException& fault) {
+        EXPECT_EQ(std::string(fault.what()).size(), 299u);
+        EXPECT_EQ(report.Told(), std::string(fault.what()).substr(0, 254));
+        EXPECT_EQ(fault.GetPlace().line, 2u);
+        EXPECT_EQ(fault.GetPlace().file, folder.Path("0").c_str());
+    }
+    EXPECT_TRUE(report.IsOpen(0)) << "until it is released";
+    const std::unique_ptr<CObject> made(RUNTIME_CLASS(FileBasedReport)->CreateObject());
+    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(FileBasedReport)));
+}
+
+}  // namespace
+}  // namespace tessalink::test
