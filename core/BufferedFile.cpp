@@ -114,4 +114,5 @@ void BufferedFile::load_block() {
 void BufferedFile::clear_block(std::uint64_t position) {
     m_blockStart = position;
     m_next = m_end = m_buffer.data();
+    std::memset(m_buffer.data(), 0, cSlack);
 }

@@ -1,7 +1,5 @@
 #include "report/FileParser.h"
 
-#include <algorithm>
-
 #include "platform/base/HostServices.h"
 #include "platform/base/NumberText.h"
 #include "platform/files/CFile.h"
@@ -9,6 +7,7 @@
 #include "platform/files/CMemFile.h"
 #include "report/TemplateFile.h"
 #include "report/VarTable.h"
+#include "report/detail/CharTables.h"
 #include "report/detail/LineFinder.h"
 
 using tessalink::TemplateFile;
@@ -86,7 +85,7 @@ int FileParser::run_nested(FileParser& nested, Source source, std::uint64_t posi
 
 int FileParser::write_output(std::string_view text) {
     try {
-        m_output.Write(text.data(), std::min(text.find('\0'), text.size()));
+        m_output.Write(text.data(), text.size());
         return 1;
     } catch (const CFileException&) {
         AfxMessageBox("ERROR: Failed to write to file!", MB_ICONERROR);
@@ -94,12 +93,13 @@ int FileParser::write_output(std::string_view text) {
     }
 }
 
-int FileParser::write_value(const VariantVar& value) {
-    return write_output(tessalink::VariantText(value).View());
+int FileParser::write_text(std::string_view text) {
+    return write_output(tessalink::detail::untilNul(text));
 }
 
-int FileParser::expect(const Token& token, Token::Kind kind, const char* message) {
-    return token.GetKind() == kind || handle_error(message);
+int FileParser::write_value(const VariantVar& value) {
+    if (value.IsString()) return write_text(value.Text());
+    return write_output(tessalink::VariantText(value).View());
 }
 
 int FileParser::handle_error(const char* message) {

@@ -141,9 +141,6 @@ protected:
     /// A parser for an include, an EVAL or a deferred block of this run.
     virtual std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                                       int scrambled);
-    /// Writes text, up to its first NUL, to the output.
-    virtual int write_output(std::string_view text);
-
     /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
     /// it. The second form puts the argument in place of the format's one "%s".
     virtual int handle_error(const char* message);
@@ -151,6 +148,8 @@ protected:
 
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
+    /// Writes text, up to its first NUL, to the output; returns 0 after a write fault.
+    int write_text(std::string_view text);
     /// Puts an operand on the stack for the expression that is being read.
     int push(const Operand& operand);
     /// The operand that was put there last, or null.
@@ -162,7 +161,9 @@ protected:
     /// Runs an opened, scrambled include with the output, variables and functions of this run.
     int run_include(CFile& file);
     /// The current token must be of that kind, or the fault is raised.
-    int expect(const Token& token, Token::Kind kind, const char* message);
+    int expect(const Token& token, Token::Kind kind, const char* message) {
+        return token.GetKind() == kind || handle_error(message);
+    }
     /// The place of the statement that is being carried out.
     tessalink::TextPlace statement_place() const;
 
@@ -189,6 +190,7 @@ private:
     int next_is(Token::Kind kind, const char* message) { return expect(next_exp(), kind, message); }
 
     int get_field(const Token& token, int execute, int& width, int& decimals);
+    int write_output(std::string_view text);
     int write_number(const Operand& value, int width, int decimals);
     int write_value(const VariantVar& value);
     int write_value_of(ValueStep step, const Token& token, int execute);
@@ -206,9 +208,10 @@ private:
     int print_deferred(const DeferredGroup& group, bool descending);
     int push(Token::Operator code);
     int apply_pending(int precedence);
-    int divide(Operand& left, const Operand& right);
     void apply_unary(Token::Operator code);
     int apply_binary(Token::Operator code);
+    int apply_integers(Token::Operator code, Operand& left, std::int32_t right);
+    static void apply_reals(Token::Operator code, Operand& left, const Operand& right);
     bool too_deep() const { return m_runDepth >= cMaxRunDepth; }
     std::uint64_t fault_position() const;
     tessalink::TextPlace place_at(std::uint64_t position) const;

@@ -32,7 +32,7 @@ int FileParser::get_deferred_block(const Token& token, DeferredGroup& group, int
         return handle_error("Too many deferred blocks in one group!");
     }
     if (!next_is(Token::tkLParen, "Left parenthesis expected after @DEFER_START!")) return 0;
-    Operand key;
+    Operand key{};
     if (!evaluate(next_exp(), execute, key)) return 0;
     group.keys.push_back(key.AsReal());
     if (!expect(token, Token::tkRParen,

@@ -39,8 +39,9 @@ bool isPrefix(const Token& token) {
     return token.IsOperator(Token::opNegate) || token.IsOperator(Token::opNot);
 }
 
-template <class T>
-bool compare(Token::Operator code, T left, T right) {
+/// A comparison, or a conjunction or disjunction of truths: any number but zero is true.
+template <class Number>
+bool holds(Token::Operator code, Number left, Number right) {
     switch (code) {
         case Token::opLess:
             return left < right;
@@ -52,32 +53,12 @@ bool compare(Token::Operator code, T left, T right) {
             return left >= right;
         case Token::opGreater:
             return left > right;
-        default:
+        case Token::opNotEqual:
             return left != right;
-    }
-}
-
-std::int32_t combine(Token::Operator code, std::int32_t left, std::int32_t right) {
-    switch (code) {
-        case Token::opMultiply:
-            return tessalink::wrapMul(left, right);
-        case Token::opAdd:
-            return tessalink::wrapAdd(left, right);
+        case Token::opAnd:
+            return left != 0 && right != 0;
         default:
-            return tessalink::wrapSub(left, right);
-    }
-}
-
-double combine(Token::Operator code, double left, double right) {
-    switch (code) {
-        case Token::opMultiply:
-            return left * right;
-        case Token::opAdd:
-            return left + right;
-        case Token::opDivide:
-            return left / right;
-        default:
-            return left - right;
+            return left != 0 || right != 0;
     }
 }
 
@@ -85,7 +66,8 @@ double combine(Token::Operator code, double left, double right) {
 
 int FileParser::evaluate(const Token& token, int execute, Operand& result) {
     m_executing = execute;
-    if (!get_exp(token) || !apply_pending(0)) return 0;
+    if (!get_exp(token)) return 0;
+    if (!m_operators.IsEmpty() && !apply_pending(0)) return 0;
     if (m_operands.IsEmpty()) return handle_error(cUnexpectedToken);
     result = m_operands.Pop();
     return 1;
@@ -176,7 +158,7 @@ int FileParser::get_exp_number(const Token& token) {
 }
 
 int FileParser::get_exp_var(const Token& token) {
-    const VariantVar* variable = m_variables.Find(token.Text());
+    const VariantVar* variable = m_variables.Find(token.Name());
     if (!variable || !variable->IsNumber()) {
         return handle_error("Non-number variable '%s' used in expression!", token.GetText());
     }
@@ -228,38 +210,55 @@ void FileParser::apply_unary(Token::Operator code) {
 int FileParser::apply_binary(Token::Operator code) {
     const Operand right = m_operands.Pop();
     Operand& left = m_operands.Top();
-    const bool integers = left.isInteger && right.isInteger;
+    if (left.isInteger && right.isInteger) return apply_integers(code, left, right.integer);
+    apply_reals(code, left, right);
+    return 1;
+}
+
+int FileParser::apply_integers(Token::Operator code, Operand& left, std::int32_t right) {
+    std::int32_t& value = left.integer;
     switch (code) {
-        case Token::opAnd:
-            left = Operand::Integer(left.IsTrue() && right.IsTrue());
-            return 1;
-        case Token::opOr:
-            left = Operand::Integer(left.IsTrue() || right.IsTrue());
-            return 1;
         case Token::opMultiply:
-        case Token::opAdd:
-        case Token::opSubtract:
-            left = integers ? Operand::Integer(combine(code, left.integer, right.integer))
-                            : Operand::Real(combine(code, left.AsReal(), right.AsReal()));
+            value = tessalink::wrapMul(value, right);
             return 1;
         case Token::opDivide:
-            if (integers) return divide(left, right);
-            left = Operand::Real(combine(code, left.AsReal(), right.AsReal()));
+            if (right == 0) {
+                value = 0;
+                return check_zero_division();
+            }
+            value = tessalink::divide(value, right);
+            return 1;
+        case Token::opAdd:
+            value = tessalink::wrapAdd(value, right);
+            return 1;
+        case Token::opSubtract:
+            value = tessalink::wrapSub(value, right);
             return 1;
         default:
-            left = Operand::Integer(integers ? compare(code, left.integer, right.integer)
-                                             : compare(code, left.AsReal(), right.AsReal()));
+            value = holds(code, value, right);
             return 1;
     }
 }
 
-int FileParser::divide(Operand& left, const Operand& right) {
-    if (right.integer == 0) {
-        left.integer = 0;
-        return check_zero_division();
+void FileParser::apply_reals(Token::Operator code, Operand& left, const Operand& right) {
+    const double value = left.AsReal();
+    switch (code) {
+        case Token::opMultiply:
+            left = Operand::Real(value * right.AsReal());
+            return;
+        case Token::opDivide:
+            left = Operand::Real(value / right.AsReal());
+            return;
+        case Token::opAdd:
+            left = Operand::Real(value + right.AsReal());
+            return;
+        case Token::opSubtract:
+            left = Operand::Real(value - right.AsReal());
+            return;
+        default:
+            left = Operand::Integer(holds(code, value, right.AsReal()));
+            return;
     }
-    left.integer = tessalink::divide(left.integer, right.integer);
-    return 1;
 }
 
 int FileParser::check_zero_division() {
@@ -293,7 +292,7 @@ int FileParser::get_str_exp(const Token& token, CString& result, int execute) {
 }
 
 int FileParser::get_str_exp_var(const Token& token, CString& result, int execute) {
-    const VariantVar* variable = m_variables.Find(token.Text());
+    const VariantVar* variable = m_variables.Find(token.Name());
     if (!variable) {
         return handle_error("Undefined variable '%s' used in string expression!", token.GetText());
     }

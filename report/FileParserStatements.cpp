@@ -76,7 +76,7 @@ int FileParser::get_uncond_stmt(const Token& token, int execute) {
 
 int FileParser::get_var(const Token& token, int execute) {
     if (execute) {
-        const VariantVar* variable = m_variables.Find(token.Text());
+        const VariantVar* variable = m_variables.Find(token.Name());
         if (!variable) return handle_error("Undefined variable '%s' found!", token.GetText());
         if (!write_value(*variable)) return 0;
     }
@@ -89,7 +89,7 @@ int FileParser::get_cond_stmt(const Token& token, int execute) {
     if (*m_nesting >= cMaxNesting) return handle_error("Statements nested too deeply!");
     const NestingCount nesting(*m_nesting);
     if (!next_is(Token::tkLParen, "Left parenthesis expected after @IF!")) return 0;
-    Operand condition;
+    Operand condition{};
     if (!evaluate(next_exp(), execute, condition)) return 0;
     if (!expect(token, Token::tkRParen, "Right parenthesis expected at end of condition!"))
         return 0;
@@ -136,7 +136,7 @@ int FileParser::call_function(const CString& name) {
 int FileParser::get_compute(const Token& token, int execute) {
     constexpr int defaultDecimals = 2;
     if (!next_is(Token::tkLParen, "Left parenthesis expected after COMPUTE!")) return 0;
-    Operand value;
+    Operand value{};
     if (!evaluate(next_exp(), execute, value)) return 0;
     int width = 0;
     int decimals = defaultDecimals;
@@ -150,7 +150,7 @@ int FileParser::get_compute(const Token& token, int execute) {
 int FileParser::get_field(const Token& token, int execute, int& width, int& decimals) {
     for (int* part : {&width, &decimals}) {
         if (token.GetKind() != Token::tkColon) return 1;
-        Operand value;
+        Operand value{};
         if (!evaluate(next_exp(), execute, value)) return 0;
         *part = value.AsInteger();
     }
@@ -200,7 +200,7 @@ int FileParser::get_include(const Token& token, int execute) {
 
 CString FileParser::include_name(const Token& token) {
     const VariantVar* variable =
-        token.GetKind() == Token::tkIdent ? m_variables.Find(token.Text()) : nullptr;
+        token.GetKind() == Token::tkIdent ? m_variables.Find(token.Name()) : nullptr;
     return variable ? variable->GetAsStr() : token.GetText();
 }
 
@@ -281,7 +281,7 @@ int FileParser::get_assigned_value(const Token& token, const CString& name, int 
         if (execute) m_variables.SetValue(name, text);
         return 1;
     }
-    Operand value;
+    Operand value{};
     if (!evaluate(token, execute, value)) return 0;
     if (!execute) return 1;
     if (value.isInteger) {
@@ -296,6 +296,6 @@ bool FileParser::is_text_value(const Token& token) const {
     if (token.GetKind() == Token::tkString) return true;
     if (token.GetKind() != Token::tkIdent) return false;
     if (find_value_function(token.Text())) return true;
-    const VariantVar* variable = m_variables.Find(token.Text());
+    const VariantVar* variable = m_variables.Find(token.Name());
     return variable && variable->IsString();
 }

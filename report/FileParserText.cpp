@@ -64,7 +64,7 @@ int FileParser::write_value_of(ValueStep step, const Token& token, int execute) 
     CString text;
     if (!(this->*step)(token, text, execute)) return 0;
     next_text();
-    return !execute || write_output(text.View());
+    return !execute || write_text(text.View());
 }
 
 int FileParser::get_text(const Token& token, int execute) {
@@ -98,7 +98,7 @@ int FileParser::get_text_value(const Token& token, CString& result, int execute)
 }
 
 int FileParser::get_integer(int execute, std::int32_t& value, const char* message) {
-    Operand number;
+    Operand number{};
     if (!evaluate(next_exp(), execute, number)) return 0;
     if (!number.isInteger) return handle_error(message);
     value = number.integer;

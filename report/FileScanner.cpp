@@ -9,7 +9,6 @@
 #include "report/detail/CharTables.h"
 #include "report/detail/NumeralText.h"
 
-using tessalink::detail::findKeyword;
 using tessalink::detail::findTextEnd;
 using tessalink::detail::isBlank;
 using tessalink::detail::isDigit;
@@ -24,8 +23,6 @@ constexpr char cControl = '\\';
 constexpr char cStringStart = '[';
 constexpr char cStringEnd = ']';
 
-static_assert(tessalink::detail::keywordsHaveOwnSlots());
-
 /// After these keywords white space and a paragraph mark are swallowed.
 constexpr bool swallowsParagraphMark(int keyword) {
     constexpr unsigned keywords = 1u << Token::kwThen | 1u << Token::kwElse | 1u << Token::kwEndif |
@@ -36,6 +33,7 @@ constexpr bool swallowsParagraphMark(int keyword) {
 
 enum class Start : std::uint8_t {
     none,
+    pause,  // white space, or the NUL behind a block
     digit,
     word,
     sign,
@@ -53,12 +51,14 @@ constexpr auto cStarts = [] {
     std::array<Start, 256> starts{};
     for (unsigned ch = 0; ch < starts.size(); ++ch) {
         const unsigned classes = tessalink::detail::cCharClasses[ch];
+        if (classes & tessalink::detail::cBlank) starts[ch] = Start::pause;
         if (classes & tessalink::detail::cDigit) starts[ch] = Start::digit;
         if (classes & tessalink::detail::cWordStart) starts[ch] = Start::word;
     }
     for (const char ch : std::string_view("&*+-/<=>|~")) {
         starts[static_cast<unsigned char>(ch)] = Start::sign;
     }
+    starts[0] = Start::pause;
     starts['('] = Start::lParen;
     starts[')'] = Start::rParen;
     starts[cCommand] = Start::command;
@@ -68,6 +68,10 @@ constexpr auto cStarts = [] {
     starts[cStringStart] = Start::string;
     return starts;
 }();
+
+Start startOf(char ch) {
+    return cStarts[static_cast<unsigned char>(ch)];
+}
 
 /// The operator that one character alone makes.
 constexpr auto cSigns = [] {
@@ -97,21 +101,37 @@ FileScanner::~FileScanner() {
     m_reader.Detach();
 }
 
+// The readers below first try what a token mostly is, a piece inside the block, without a call;
+// what meets the end of the block, a NUL or a line end is left to a slower one.
+
 const Token& FileScanner::NextText() {
     m_previous = m_token.m_kind;
-    const bool more = m_reader.Fill();
     m_tokenPos = m_reader.GetPos();
-    if (!more) return finish(Token::tkEnd);
-    return *m_reader.Cursor() == cCommand ? read_command() : read_plain_text();
+    const char* start = m_reader.Cursor();
+    if (*start == cCommand) return read_command();
+    const char* end = findTextEnd(start);
+    if (*end != cCommand || static_cast<std::size_t>(end - start) >= m_capacity) {
+        return read_long_text();
+    }
+    m_reader.MoveTo(end);
+    return finish(Token::tkText, {start, static_cast<std::size_t>(end - start)});
 }
 
 const Token& FileScanner::NextExp() {
     m_previous = m_token.m_kind;
+    return startOf(*m_reader.Cursor()) == Start::pause ? read_after_pause() : read_exp();
+}
+
+const Token& FileScanner::read_after_pause() {
     skip_white_space();
-    const bool more = m_reader.Fill();
+    if (m_reader.Fill()) return read_exp();
     m_tokenPos = m_reader.GetPos();
-    if (!more) return finish(Token::tkEnd);
-    switch (cStarts[static_cast<unsigned char>(*m_reader.Cursor())]) {
+    return finish(Token::tkEnd);
+}
+
+inline const Token& FileScanner::read_exp() {
+    m_tokenPos = m_reader.GetPos();
+    switch (startOf(*m_reader.Cursor())) {
         case Start::digit:
             return read_number();
         case Start::word:
@@ -132,10 +152,9 @@ const Token& FileScanner::NextExp() {
             return read_single(Token::tkComma);
         case Start::string:
             return read_string_constant();
-        case Start::none:
-            break;
+        default:
+            return finish(Token::tkNone);
     }
-    return finish(Token::tkNone);
 }
 
 CString FileScanner::GetStoredText(std::uint64_t first, std::uint64_t end) {
@@ -147,8 +166,12 @@ void FileScanner::SkipLineEnds() {
 }
 
 void FileScanner::SkipParagraphMark() {
-    constexpr std::string_view mark = "par";
     skip_white_space();
+    if (*m_reader.Cursor() == cControl || ends_at_seam(m_reader.Cursor())) take_paragraph_mark();
+}
+
+void FileScanner::take_paragraph_mark() {
+    constexpr std::string_view mark = "par";
     if (!m_reader.Fill() || *m_reader.Cursor() != cControl) return;
     m_reader.SavePos();
     m_reader.GetCh();
@@ -181,31 +204,14 @@ const Token& FileScanner::Rewind(const Mark& mark) {
     return NextExp();
 }
 
-const Token& FileScanner::finish(Token::Kind kind, std::string_view text) {
-    m_token.m_kind = kind;
-    m_token.m_text = text;
-    return m_token;
-}
-
 const Token& FileScanner::finish_text(Token::Kind kind, std::string_view text) {
-    const void* nul = std::memchr(text.data(), 0, text.size());
-    const auto length =
-        nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text.data()) : text.size();
-    return finish(kind, text.substr(0, length));
-}
-
-const Token& FileScanner::read_plain_text() {
-    // Mostly a short run that the next command ends inside the block.
-    const char* start = m_reader.Cursor();
-    const char* end = findTextEnd(start);
-    if (*end != cCommand || static_cast<std::size_t>(end - start) >= m_capacity) {
-        return read_long_text();
-    }
-    m_reader.MoveTo(end);
-    return finish(Token::tkText, {start, static_cast<std::size_t>(end - start)});
+    return finish(kind, tessalink::detail::untilNul(text));
 }
 
 const Token& FileScanner::read_long_text() {
+    if (!m_reader.Fill()) return finish(Token::tkEnd);
+    // A token may have started behind the end of the last block.
+    if (*m_reader.Cursor() == cCommand) return read_command();
     const std::size_t room = m_capacity - 1;
     std::size_t length = 0;  // of what stands in the text buffer already
     for (;;) {
@@ -227,31 +233,42 @@ const Token& FileScanner::read_long_text() {
 
 const Token& FileScanner::read_command() {
     // The first character is the "@". Mostly a whole word follows it in the block.
-    const char* word = m_reader.Cursor() + 1;
-    const char* end = word;
-    while (isWordChar(*end)) ++end;
-    const auto length = static_cast<std::size_t>(end - word);
-    m_reader.MoveTo(word);
-    if (!isWordStart(*word) || ends_at_seam(end) || length > cMaxCommandWord) {
+    const char* start = m_reader.Cursor() + 1;
+    const tessalink::detail::Word word = tessalink::detail::scanWord(start);
+    const char* end = start + word.length;
+    m_reader.MoveTo(start);
+    if (ends_at_seam(end) || word.length > cMaxCommandWord || !isWordStart(*start)) {
         return read_split_command();
     }
     m_reader.MoveTo(end);
-    return finish_word({word, length});
+    return finish_word({start, word.length}, word.first);
 }
 
 const Token& FileScanner::read_split_command() {
     if (!m_reader.Fill()) return finish(Token::tkNone);
     if (take_if(cCommand)) return finish(Token::tkText, "@");
     if (!isWordStart(*m_reader.Cursor())) return finish(Token::tkNone);
-    return finish_word(read_split_word(cMaxCommandWord));
+    const std::string_view word = read_split_word(cMaxCommandWord);
+    return finish_word(word, tessalink::firstEight(word));
 }
 
-const Token& FileScanner::finish_word(std::string_view word) {
-    const int code = findKeyword(word);
-    if (code == tessalink::detail::cNoKeyword) return finish(Token::tkIdent, word);
+const Token& FileScanner::finish_word(std::string_view word, std::uint64_t first) {
+    const int code = tessalink::detail::cKeywordTable.Find(word, first);
+    if (code == tessalink::detail::cNoKeyword) return finish_name(word, first);
     m_token.m_keyword = static_cast<Token::Keyword>(code);
-    if (swallowsParagraphMark(code)) SkipParagraphMark();
-    return finish(Token::tkKeyword, tessalink::detail::cKeywords[static_cast<std::size_t>(code)]);
+    finish(Token::tkKeyword, tessalink::detail::cKeywords[static_cast<std::size_t>(code)]);
+    return swallowsParagraphMark(code) ? finish_swallowing() : m_token;
+}
+
+const Token& FileScanner::finish_swallowing() {
+    SkipParagraphMark();
+    return m_token;
+}
+
+const Token& FileScanner::finish_name(std::string_view name, std::uint64_t first) {
+    m_token.m_hash = name.size() <= sizeof(first) ? tessalink::hashShortText(first, name.size())
+                                                  : tessalink::hashText(name);
+    return finish(Token::tkIdent, name);
 }
 
 const Token& FileScanner::read_single(Token::Kind kind) {
@@ -260,21 +277,25 @@ const Token& FileScanner::read_single(Token::Kind kind) {
 }
 
 const Token& FileScanner::read_operator() {
-    const char sign = m_reader.GetCh();
+    const char sign = *m_reader.Cursor();
+    m_reader.MoveTo(m_reader.Cursor() + 1);
     m_token.m_operator = cSigns[static_cast<unsigned char>(sign)];
-    if (sign == '-' && (m_previous == Token::tkLParen || m_previous == Token::tkOperator)) {
+    if (sign == '<' || sign == '>') {
+        read_comparison(sign);
+    } else if (sign == '-' && (m_previous == Token::tkLParen || m_previous == Token::tkOperator)) {
         m_token.m_operator = Token::opNegate;
-    } else if (sign == '<') {
-        SkipLineEnds();
-        if (take_if('=')) {
-            m_token.m_operator = Token::opLessEqual;
-        } else if (take_if('>')) {
-            m_token.m_operator = Token::opNotEqual;
-        }
-    } else if (sign == '>' && take_if('=')) {
-        m_token.m_operator = Token::opGreaterEqual;
     }
     return finish(Token::tkOperator);
+}
+
+/// Reads what may follow the first character of a comparison.
+void FileScanner::read_comparison(char sign) {
+    if (sign == '<') SkipLineEnds();
+    if (take_if('=')) {
+        m_token.m_operator = sign == '<' ? Token::opLessEqual : Token::opGreaterEqual;
+    } else if (sign == '<' && take_if('>')) {
+        m_token.m_operator = Token::opNotEqual;
+    }
 }
 
 const Token& FileScanner::read_number() {
@@ -315,11 +336,11 @@ void FileScanner::read_digits(tessalink::detail::NumeralText& numeral) {
 
 const Token& FileScanner::read_name() {
     const char* start = m_reader.Cursor();
-    const char* end = start;
-    while (isWordChar(*end)) ++end;
+    const tessalink::detail::Word word = tessalink::detail::scanWord(start);
+    const char* end = start + word.length;
     if (ends_at_seam(end)) return read_split_name();
     m_reader.MoveTo(end);
-    return finish(Token::tkIdent, {start, static_cast<std::size_t>(end - start)});
+    return finish_name({start, word.length}, word.first);
 }
 
 const Token& FileScanner::read_split_name() {
@@ -327,7 +348,7 @@ const Token& FileScanner::read_split_name() {
     if (m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
         throw ParseException("Name too long in expression!");
     }
-    return finish(Token::tkIdent, name);
+    return finish_name(name, tessalink::firstEight(name));
 }
 
 const Token& FileScanner::read_string_constant() {

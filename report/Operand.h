@@ -10,9 +10,9 @@ namespace tessalink {
 
 /// A number of an expression: a 32-bit integer or a double.
 struct Operand {
-    std::int32_t isInteger = 1;
-    std::int32_t integer = 0;
-    double real = 0.0;
+    std::int32_t isInteger;
+    std::int32_t integer;
+    double real;
 
     static Operand Integer(std::int32_t value) { return {1, value, 0.0}; }
     static Operand Real(double value) { return {0, 0, value}; }

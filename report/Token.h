@@ -5,6 +5,7 @@
 
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
+#include "platform/base/TextHash.h"
 
 /// What the scanner has read last. The scanner owns the one token there is: a reference to it
 /// always shows the current token, and its text stays valid until the next token is read.
@@ -82,6 +83,8 @@ public:
     /// It ends before the first NUL of the template's text.
     std::string_view Text() const { return m_text; }
     CString GetText() const { return CString(m_text); }
+    /// The spelling of a tkIdent for looking it up in a table.
+    tessalink::HashedText Name() const { return {m_text, m_hash}; }
 
     /// Nonzero when a number was written without a decimal point: it is then in GetInt, saturated
     /// to 32 bits, otherwise in GetDouble.
@@ -96,6 +99,7 @@ private:
     Operator m_operator = opLParen;
     Keyword m_keyword = kwIf;
     std::string_view m_text;
+    std::uint32_t m_hash = 0;
     std::int32_t m_isInteger = 0;
     std::int32_t m_int = 0;
     double m_double = 0.0;

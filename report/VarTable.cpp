@@ -34,8 +34,9 @@ const VariantVar* VarTable::Find(std::string_view name) const {
     return pair ? &pair->value : nullptr;
 }
 
-VariantVar* VarTable::Find(std::string_view name) {
-    return const_cast<VariantVar*>(static_cast<const VarTable*>(this)->Find(name));
+const VariantVar* VarTable::Find(const tessalink::HashedText& name) const {
+    const CPair* pair = CMap::Find(name);
+    return pair ? &pair->value : nullptr;
 }
 
 void VarTable::Serialize(CArchive& archive) {

@@ -43,7 +43,7 @@ public:
 
     /// The variable in place, or null; valid until it is removed.
     const VariantVar* Find(std::string_view name) const;
-    VariantVar* Find(std::string_view name);
+    const VariantVar* Find(const tessalink::HashedText& name) const;
 
     /// Stores the number of variables, then each name and value; loading adds them to the table,
     /// a later value of a name replacing an earlier one. Archive faults pass through: what was

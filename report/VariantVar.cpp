@@ -21,10 +21,6 @@ char* writePointer(char* out, std::uint64_t bits) {
     return out;
 }
 
-std::int32_t intOf(std::uint64_t bits) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(bits & cLow32));
-}
-
 }  // namespace
 
 IMPLEMENT_SERIAL(VariantVar, CObject, 0)
@@ -76,11 +72,11 @@ void VariantVar::SetEmpty() {
     set_number(vtEmpty);
 }
 
-int VariantVar::GetAsInt() const {
+int VariantVar::convert_to_int() const {
     switch (m_type) {
         case vtInt:
         case vtPtr:
-            return intOf(m_bits);
+            return int_bits();
         case vtDouble:
             return tessalink::toInt(std::bit_cast<double>(m_bits));
         case vtString:
@@ -90,10 +86,10 @@ int VariantVar::GetAsInt() const {
     }
 }
 
-double VariantVar::GetAsDouble() const {
+double VariantVar::convert_to_double() const {
     switch (m_type) {
         case vtInt:
-            return intOf(m_bits);
+            return int_bits();
         case vtDouble:
             return std::bit_cast<double>(m_bits);
         case vtString:
@@ -114,7 +110,7 @@ CString VariantVar::GetAsStr() const {
 CString VariantVar::GetAsStr(int decimals, int width) const {
     switch (m_type) {
         case vtInt:
-            return tessalink::formatInt(intOf(m_bits), width, decimals);
+            return tessalink::formatInt(int_bits(), width, decimals);
         case vtDouble:
             return tessalink::formatDouble(GetAsDouble(), width, decimals);
         case vtEmpty:

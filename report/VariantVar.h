@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <string_view>
 
@@ -50,9 +51,11 @@ public:
     /// An integer as it is, the low 32 bits of a pointer, a double truncated toward zero and
     /// saturated (0 for a NaN), the leading digits of a text (as atoi reads them, saturated; 0 if
     /// there are none), 0 if empty.
-    int GetAsInt() const;
+    int GetAsInt() const { return IsInt() ? int_bits() : convert_to_int(); }
     /// A number as it is, the leading number of a text (as atof reads it), 0.0 otherwise.
-    double GetAsDouble() const;
+    double GetAsDouble() const {
+        return IsDouble() ? std::bit_cast<double>(m_bits) : convert_to_double();
+    }
     /// The pointer, or null if it is none.
     CObject* GetAsPtr() const;
     /// The text; an integer in decimal; a double always with two decimals; a pointer as 0x and
@@ -80,6 +83,9 @@ public:
 
 private:
     void set_number(Type type);
+    int int_bits() const { return static_cast<int>(static_cast<std::uint32_t>(m_bits)); }
+    int convert_to_int() const;
+    double convert_to_double() const;
 
     Type m_type = vtEmpty;
     CString m_string;

@@ -169,9 +169,8 @@ private:
     static constexpr UINT cDefaultHashTableSize = 17;
     static constexpr std::uint32_t cLive = std::numeric_limits<std::uint32_t>::max();
     static constexpr std::uint32_t cMaxEntries = std::numeric_limits<int>::max();
-    // The table is full at 5/8: runs of occupied slots stay within a cache line or two.
-    static constexpr std::size_t cLoadNumerator = 5;
-    static constexpr std::size_t cLoadDenominator = 8;
+    // The table is full at one half: most keys are found at the first slot that is looked at.
+    static constexpr std::size_t cSlotsPerEntry = 2;
     static constexpr bool cTextKeys = tessalink::TextKey<KEY>;
 
     // Room for one pair. `m_link` is cLive for an entry in use, else the number of the next free
@@ -207,7 +206,7 @@ private:
         return std::numeric_limits<std::size_t>::digits - 1 - std::countl_zero(number);
     }
     static std::size_t SlotsFor(std::size_t entries) {
-        return std::max(cMinSlots, std::bit_ceil(entries * cLoadDenominator / cLoadNumerator + 1));
+        return std::max(cMinSlots, std::bit_ceil(entries * cSlotsPerEntry));
     }
 
     // What a key is hashed and compared as: the characters of a text, else the key itself.
@@ -287,7 +286,7 @@ private:
 
     template <class K>
     CPair& AddEntry(const K& key, std::uint32_t hash) {
-        if ((m_count + 1) * cLoadDenominator > m_slots.size() * cLoadNumerator) {
+        if ((m_count + 1) * cSlotsPerEntry > m_slots.size()) {
             Rehash(std::max(cMinSlots, m_slots.size() * 2));
         }
         const std::uint32_t number = m_firstFree != 0 ? m_firstFree : RoomForNext();

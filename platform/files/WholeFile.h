@@ -44,7 +44,7 @@ public:
     std::size_t Read(void* buffer, std::size_t count) override;
     void Write(const void* buffer, std::size_t count) override {
         if (count > m_limit - m_filled) return WriteThrough(buffer, count);
-        if (count > 0) std::memcpy(m_buffer.get() + m_filled, buffer, count);
+        CopyPiece(m_buffer.get() + m_filled, static_cast<const BYTE*>(buffer), count);
         m_filled += count;
     }
     void Flush() override;
@@ -53,6 +53,24 @@ public:
     void Close() override;
 
 private:
+    // Most pieces are words and numbers: two copies of a fixed size, which may overlap, need no
+    // call.
+    static void CopyPiece(BYTE* to, const BYTE* from, std::size_t count) noexcept {
+        constexpr std::size_t word = 8;
+        constexpr std::size_t half = 4;
+        if (count > 2 * word) {
+            std::memcpy(to, from, count);
+        } else if (count >= word) {
+            std::memcpy(to, from, word);
+            std::memcpy(to + count - word, from + count - word, word);
+        } else if (count >= half) {
+            std::memcpy(to, from, half);
+            std::memcpy(to + count - half, from + count - half, half);
+        } else {
+            for (std::size_t i = 0; i < count; ++i) to[i] = from[i];
+        }
+    }
+
     void OpenOutput(const CString& name);
     void OpenTemporary(int existingMode);
     void CheckOpen() const;

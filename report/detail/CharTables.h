@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/base/TextHash.h"
 #include "report/Token.h"
 
 // What the scanner knows about single characters and about the words after "@". Letters, digits and
@@ -68,100 +69,137 @@ inline constexpr std::array<std::string_view, Token::cKeywordCount> cKeywords = 
     "COMMENT_END", "ELSE",    "DEFINE",      "LET",       "COMMA_LIST",     "CAP",
     "TEXT",        "EVAL"};
 
-/// What makes a capital letter a small one, and leaves digits and small letters as they are.
-inline constexpr unsigned cFoldBit = 0x20;
+inline constexpr int cNoKeyword = -1;
 
-/// A word's slot in the keyword table, from its length and its ends.
-constexpr std::size_t keywordSlot(std::string_view word) {
-    const unsigned first = static_cast<unsigned char>(word.front()) | cFoldBit;
-    const unsigned last = static_cast<unsigned char>(word.back()) | cFoldBit;
-    return (word.size() + first * 3u + last * 29u) & 63u;
-}
-
-inline constexpr std::int8_t cNoKeyword = -1;
-
-constexpr std::array<std::int8_t, 64> makeKeywordSlots() {
-    std::array<std::int8_t, 64> slots{};
-    slots.fill(cNoKeyword);
-    for (std::size_t code = 0; code < cKeywords.size(); ++code) {
-        slots[keywordSlot(cKeywords[code])] = static_cast<std::int8_t>(code);
+/// Finds keywords by their first eight characters, whatever their case: a hash table without
+/// collisions, made when this is compiled.
+class KeywordTable {
+public:
+    consteval KeywordTable() {
+        while (!fill()) m_factor = m_factor * cNextFactor + 2;
     }
-    return slots;
-}
 
-inline constexpr auto cKeywordSlots = makeKeywordSlots();
+    /// The code of the word, or cNoKeyword. `first` is what firstEight makes of it.
+    int Find(std::string_view word, std::uint64_t first) const {
+        const std::uint64_t folded = first & cFold;
+        const Slot& slot = m_slots[SlotOf(folded)];
+        if (slot.first != folded || slot.length != word.size()) return cNoKeyword;
+        const bool found = word.size() <= cWhole || equalNoCase(word, cKeywords[slot.code]);
+        return found ? slot.code : cNoKeyword;
+    }
 
-/// Every keyword must have a slot of its own, or the later one hides the earlier.
-constexpr bool keywordsHaveOwnSlots() {
-    for (std::size_t code = 0; code < cKeywords.size(); ++code) {
-        if (cKeywordSlots[keywordSlot(cKeywords[code])] != static_cast<std::int8_t>(code)) {
-            return false;
+private:
+    static constexpr std::uint64_t cFold = 0xDFDFDFDFDFDFDFDFu;  ///< small letters become capitals
+    static constexpr std::uint64_t cNextFactor = 6364136223846793005u;
+    static constexpr int cSlotBits = 7;
+    static constexpr std::size_t cWhole = 8;
+
+    struct Slot {
+        std::uint64_t first = 0;
+        std::uint8_t length = 0;
+        std::uint8_t code = 0;
+    };
+
+    constexpr std::size_t SlotOf(std::uint64_t folded) const {
+        return static_cast<std::size_t>((folded * m_factor) >> (64 - cSlotBits));
+    }
+    constexpr bool fill() {
+        m_slots = {};
+        for (std::size_t code = 0; code < cKeywords.size(); ++code) {
+            const std::string_view word = cKeywords[code];
+            std::uint64_t first = 0;
+            for (std::size_t i = std::min(word.size(), cWhole); i > 0; --i) {
+                first = first << 8 | static_cast<unsigned char>(word[i - 1]);
+            }
+            Slot& slot = m_slots[SlotOf(first & cFold)];
+            if (slot.length != 0) return false;
+            slot = {first & cFold, static_cast<std::uint8_t>(word.size()),
+                    static_cast<std::uint8_t>(code)};
         }
+        return true;
     }
-    return true;
-}
 
-/// Up to sixteen characters as two numbers, letters in lower case ("_" becomes a DEL); NULs fill
-/// up.
-struct FoldedWord {
-    std::uint64_t first = 0;
-    std::uint64_t second = 0;
-    bool operator==(const FoldedWord&) const = default;
+    std::uint64_t m_factor = 1;
+    std::array<Slot, std::size_t{1} << cSlotBits> m_slots;
 };
-inline constexpr std::size_t cFoldedSize = 2 * sizeof(std::uint64_t);
-inline constexpr std::uint64_t cFoldBits = cFoldBit * 0x0101010101010101u;
 
-/// The bits of the first `count` of eight characters, for a count of 0 to 8 (and of 9 to 16: all).
-inline std::uint64_t firstBytes(std::size_t count) {
-    return count >= sizeof(std::uint64_t) ? ~std::uint64_t{0}
-                                          : (std::uint64_t{1} << (8 * count)) - 1;
-}
+inline constexpr KeywordTable cKeywordTable;
 
-/// Folds a word of at most cFoldedSize characters, of which cFoldedSize can be read.
-inline FoldedWord foldWord(const char* word, std::size_t length) {
-    FoldedWord folded;
-    std::memcpy(&folded.first, word, sizeof(folded.first));
-    std::memcpy(&folded.second, word + sizeof(folded.first), sizeof(folded.second));
-    constexpr std::size_t half = sizeof(std::uint64_t);
-    folded.first = (folded.first | cFoldBits) & firstBytes(length);
-    folded.second = (folded.second | cFoldBits) & firstBytes(length > half ? length - half : 0);
-    return folded;
-}
-
-inline const std::array<FoldedWord, Token::cKeywordCount> cFoldedKeywords = [] {
-    std::array<FoldedWord, Token::cKeywordCount> folded;
-    for (std::size_t code = 0; code < folded.size(); ++code) {
-        std::array<char, cFoldedSize> room{};
-        std::copy(cKeywords[code].begin(), cKeywords[code].end(), room.begin());
-        folded[code] = foldWord(room.data(), cKeywords[code].size());
-    }
-    return folded;
-}();
-
-/// The code of a keyword, or cNoKeyword; case does not matter. The word is not empty, and
-/// cFoldedSize characters from its start on can be read, as they can of every token.
+/// The code of a keyword, or cNoKeyword; case does not matter.
 inline int findKeyword(std::string_view word) {
-    const int code = cKeywordSlots[keywordSlot(word)];
-    if (code == cNoKeyword || word.size() > cFoldedSize) return cNoKeyword;
-    return foldWord(word.data(), word.size()) == cFoldedKeywords[static_cast<std::size_t>(code)]
-               ? code
-               : cNoKeyword;
+    return cKeywordTable.Find(word, firstEight(word));
+}
+
+/// The text before its first NUL.
+inline std::string_view untilNul(std::string_view text) {
+    const void* nul = text.empty() ? nullptr : std::memchr(text.data(), 0, text.size());
+    if (!nul) return text;
+    return text.substr(0, static_cast<std::size_t>(static_cast<const char*>(nul) - text.data()));
+}
+
+inline constexpr std::uint64_t cOnes = 0x0101010101010101u;
+inline constexpr std::uint64_t cHighBits = 0x80 * cOnes;
+
+/// Eight characters as a number, the first one in the lowest byte.
+inline std::uint64_t loadEight(const char* text) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof(word));
+    if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+    return word;
+}
+
+/// The place of the lowest byte whose high bit is set.
+inline std::size_t firstMarked(std::uint64_t marks) {
+    return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
 }
 
 /// The first "@" or NUL at or after `text`, at which a NUL must come; eight characters are looked
 /// at at a time, up to seven of them beyond it.
 inline const char* findTextEnd(const char* text) {
-    constexpr std::uint64_t ones = 0x0101010101010101u;
-    constexpr std::uint64_t highs = 0x8080808080808080u;
     for (;; text += sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text, sizeof(word));
-        if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
-        const std::uint64_t at = word ^ (ones * '@');
+        const std::uint64_t word = loadEight(text);
+        const std::uint64_t at = word ^ (cOnes * '@');
         // The lowest bit that is set belongs to the first zero byte of either.
-        const std::uint64_t found = (((word - ones) & ~word) | ((at - ones) & ~at)) & highs;
-        if (found != 0) return text + std::countr_zero(found) / 8;
+        const std::uint64_t found = (((word - cOnes) & ~word) | ((at - cOnes) & ~at)) & cHighBits;
+        if (found != 0) return text + firstMarked(found);
     }
+}
+
+/// Sets the high bit of every byte that is no letter, digit or "_", and no other bit.
+inline std::uint64_t markNonWordChars(std::uint64_t word) {
+    // Adding to seven bits sets the high bit where a byte is at least, or greater than, a bound.
+    const auto atLeast = [](std::uint64_t bytes, char bound) {
+        return bytes + cOnes * (0x80u - static_cast<unsigned char>(bound));
+    };
+    const auto above = [](std::uint64_t bytes, char bound) {
+        return bytes + cOnes * (0x7Fu - static_cast<unsigned char>(bound));
+    };
+    const std::uint64_t low = word & ~cHighBits;
+    const std::uint64_t folded = low | cOnes * 0x20;
+    const std::uint64_t letter = atLeast(folded, 'a') & ~above(folded, 'z');
+    const std::uint64_t digit = atLeast(low, '0') & ~above(low, '9');
+    const std::uint64_t otherThanUnderscore = above(low ^ cOnes * '_', 0);
+    return (~(letter | digit) & otherThanUnderscore & cHighBits) | (word & cHighBits);
+}
+
+/// A run of letters, digits and "_" at the start of a text.
+struct Word {
+    std::size_t length;
+    std::uint64_t first;  ///< what firstEight makes of it
+};
+
+/// Reads the word at `text`, after which a NUL must come; characters as with findTextEnd.
+inline Word scanWord(const char* text) {
+    const std::uint64_t first = loadEight(text);
+    const std::uint64_t marks = markNonWordChars(first);
+    if (marks != 0) {
+        // All bits below the mark of the character after the word belong to the word.
+        const std::size_t length = firstMarked(marks);
+        return {length, first & ((std::uint64_t{1} << (8 * length)) - 1)};
+    }
+    const char* end = text + sizeof(first);
+    while (isWordChar(*end)) ++end;
+    return {static_cast<std::size_t>(end - text), first};
 }
 
 }  // namespace tessalink::detail
