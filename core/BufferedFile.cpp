@@ -1,6 +1,9 @@
 #include "core/BufferedFile.h"
 
+#include <climits>
 #include <cstring>
+
+#include "platform/base/CInvalidArgException.h"
 
 namespace tessalink {
 
@@ -62,28 +65,40 @@ void BufferedFile::SetPos(std::uint64_t position) {
         m_next = m_buffer.data() + (position - m_blockStart);
         return;
     }
+    seek_to(position);
+}
+
+void BufferedFile::RestorePos() {
+    if (m_savedPos == cNoPosition) return;
+    // A block that was read before the position was saved is not trusted to reach it.
+    if (m_savedPos > GetPos()) {
+        seek_to(m_savedPos);
+    } else {
+        SetPos(m_savedPos);
+    }
+}
+
+void BufferedFile::seek_to(std::uint64_t position) {
     if (m_file) m_file->Seek(static_cast<std::int64_t>(position), CFile::begin);
     clear_block(position);
 }
 
-void BufferedFile::RestorePos() {
-    if (m_savedPos != cNoPosition) SetPos(m_savedPos);
-}
-
 CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
-    if (!m_file || last + 1 <= first) return CString();
-    const auto length = static_cast<std::size_t>(last + 1 - first);
+    const std::uint64_t end = last < m_size ? last + 1 : m_size;
+    if (!m_file || end <= first) return CString();
+    if (end - first > INT_MAX) AfxThrowInvalidArgException();
+    const auto length = static_cast<std::size_t>(end - first);
     CString text;
     char* bytes = text.GetBuffer(static_cast<int>(length));
     std::size_t got = length;
     const auto count = static_cast<std::uint64_t>(m_end - m_buffer.data());
-    if (first >= m_blockStart && last < m_blockStart + count) {
+    if (first >= m_blockStart && end <= m_blockStart + count) {
         std::memcpy(bytes, m_buffer.data() + (first - m_blockStart), length);
         if (m_scrambled) tessalink::scramble(bytes, length);
     } else {
         const auto offset = static_cast<std::int64_t>(m_file->GetPosition());
         m_file->Seek(static_cast<std::int64_t>(first), CFile::begin);
-        got = m_file->Read(bytes, static_cast<unsigned int>(length));
+        got = m_file->Read(bytes, length);
         m_file->Seek(offset, CFile::begin);
     }
     text.ReleaseBuffer(static_cast<int>(got));

@@ -78,13 +78,15 @@ public:
     void SetPos(std::uint64_t position);
     /// Remembers the position for RestorePos.
     void SavePos() { m_savedPos = GetPos(); }
-    /// Goes back to the saved position; does nothing when none is saved.
+    /// Goes back to the saved position, which is read anew when it is ahead; does nothing when none
+    /// is saved.
     void RestorePos();
     /// The saved position, or cNoPosition.
     std::uint64_t GetSavedPos() const { return m_savedPos; }
 
     /// The bytes from offset `first` to offset `last`, both included, as they are stored in the
-    /// file: a stretch of a scrambled file stays scrambled. Fewer when the file ends before.
+    /// file: a stretch of a scrambled file stays scrambled. Fewer when the file ends before. More
+    /// than 2 GiB raise CInvalidArgException.
     CString GetTextBlock(std::uint64_t first, std::uint64_t last);
 
     // For readers that look at a whole block at a time.
@@ -112,6 +114,7 @@ public:
 private:
     void reset();
     void load_block();
+    void seek_to(std::uint64_t position);
     void clear_block(std::uint64_t position);
 
     CFile* m_file;

@@ -53,7 +53,7 @@ std::unique_ptr<FileParser> FileParser::create_parser(CFile& templateFile, CFile
 
 int FileParser::run_include(CFile& file) {
     if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
-    if (m_include) m_include->Suspend();
+    suspend_template();
     const auto nested = create_parser(file, m_output, 1);
     nested->m_include = dynamic_cast<TemplateFile*>(&file);
     try {
@@ -61,6 +61,13 @@ int FileParser::run_include(CFile& file) {
     } catch (ParseException& fault) {
         fault.AddInclude(statement_place());
         throw;
+    }
+}
+
+/// Closes the file that this run's text comes from; those of the runs around it are closed already.
+void FileParser::suspend_template() {
+    for (const FileParser* run = this; run; run = run->m_parent) {
+        if (run->m_include) return run->m_include->Suspend();
     }
 }
 
@@ -148,8 +155,9 @@ void FileParser::locate(std::uint64_t position, TextPlace& place, TextPlace& tex
         m_parent->locate(m_parentPos + position, place, textPlace);
         return;
     }
+    if (!m_lineFinder) m_lineFinder = std::make_unique<tessalink::detail::LineFinder>();
     const auto [line, column] =
-        tessalink::detail::findLine(m_scanner.GetFile(), m_scanner.IsScrambled(), position);
+        m_lineFinder->Find(m_scanner.GetFile(), m_scanner.IsScrambled(), position);
     if (m_source == Source::file) {
         place = {m_scanner.GetFile().GetGivenPath(), line, column};
         return;

@@ -22,6 +22,10 @@ namespace tessalink {
 class TemplateFile;
 }
 
+namespace tessalink::detail {
+class LineFinder;
+}
+
 /// Interprets one report template: copies its plain text to the output and carries out its "@"
 /// commands. A parser is made for one run and destroyed after it; the variable table outlives it
 /// and carries values between a template and its includes.
@@ -43,8 +47,10 @@ class TESSALINK_API FileParser : public CObject {
 public:
     /// How many includes, EVALs and deferred blocks may run within one another.
     static constexpr int cMaxRunDepth = 1000;
-    /// How many @IFs and value functions may stand within one another, over all runs together.
-    static constexpr int cMaxNesting = 5000;
+    /// How many @IFs may stand within one another, over all runs together; a value function counts
+    /// as cValueNesting of them. At all limits together a run takes less than 1 MiB of stack.
+    static constexpr int cMaxNesting = 2400;
+    static constexpr int cValueNesting = 2;
     /// How many operands, and how many operators, may wait in one expression.
     static constexpr std::size_t cStackSize = 30;
     /// The widest field, to either side, and the most decimals that @COMPUTE writes.
@@ -143,8 +149,8 @@ protected:
                                                       int scrambled);
     /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
     /// it. The second form puts the argument in place of the format's one "%s".
-    virtual int handle_error(const char* message);
-    virtual int handle_error(const char* format, const char* argument);
+    [[gnu::noinline]] virtual int handle_error(const char* message);
+    [[gnu::noinline]] virtual int handle_error(const char* format, const char* argument);
 
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
@@ -195,10 +201,13 @@ private:
     int write_value(const VariantVar& value);
     int write_value_of(ValueStep step, const Token& token, int execute);
     bool is_text_value(const Token& token) const;
+    template <class Value>
+    [[gnu::noinline]] void assign(const CString& name, const Value& value);
     int get_integer(int execute, std::int32_t& value, const char* message);
     int get_nested_str_exp(const Token& token, CString& result, int execute);
     int get_eval_argument(const Token& token, CString& text, int execute);
     int run_text(const CString& text, CFile& output, Source source, std::uint64_t position);
+    void suspend_template();
     int run_nested(FileParser& nested, Source source, std::uint64_t position,
                    ParseException* error);
     int append_text(CString& result, std::string_view text);
@@ -236,4 +245,5 @@ private:
     const FileParser* m_parent = nullptr;
     std::uint64_t m_parentPos = 0;
     tessalink::TemplateFile* m_include = nullptr;
+    mutable std::unique_ptr<tessalink::detail::LineFinder> m_lineFinder;  ///< made when needed
 };

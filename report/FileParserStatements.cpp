@@ -278,18 +278,24 @@ int FileParser::get_assigned_value(const Token& token, const CString& name, int 
     if (is_text_value(token)) {
         CString text;
         if (!get_str_exp(token, text, execute)) return 0;
-        if (execute) m_variables.SetValue(name, text);
+        if (execute) assign(name, text);
         return 1;
     }
     Operand value{};
     if (!evaluate(token, execute, value)) return 0;
     if (!execute) return 1;
     if (value.isInteger) {
-        m_variables.SetValue(name, value.integer);
+        assign(name, value.integer);
     } else {
-        m_variables.SetValue(name, value.real);
+        assign(name, value.real);
     }
     return 1;
+}
+
+/// Apart, so that its frame is not there while nested texts run.
+template <class Value>
+void FileParser::assign(const CString& name, const Value& value) {
+    m_variables.SetValue(name, value);
 }
 
 bool FileParser::is_text_value(const Token& token) const {

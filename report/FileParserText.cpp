@@ -27,18 +27,21 @@ char upper(char ch) {
     return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - ('a' - 'A')) : ch;
 }
 
-/// "a", "a and b", "a, b, and c"; without a conjunction "a b" and "a, b, c".
-CString joinList(const std::vector<CString>& items, const CString& conjunction) {
+/// "a", "a and b", "a, b, and c"; with an empty conjunction "a b" and "a, b, c". The conjunction is
+/// the last of the texts.
+CString joinList(const std::vector<CString>& texts) {
+    const CString& conjunction = texts.back();
+    const std::size_t count = texts.size() - 1;
     CString list;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        const bool last = i + 1 == items.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool last = i + 1 == count;
         if (i != 0 && !last) list += ", ";
         if (i != 0 && last) {
-            if (items.size() > 2) list += ",";
+            if (count > 2) list += ",";
             if (!conjunction.IsEmpty()) list += " " + conjunction;
             list += " ";
         }
-        list += items[i];
+        list += texts[i];
     }
     return list;
 }
@@ -116,26 +119,28 @@ int FileParser::get_cap_value(const Token& token, CString& result, int execute) 
 int FileParser::get_comma_list_value(const Token& token, CString& result, int execute) {
     if (!next_is(Token::tkLParen, "Left parenthesis expected after COMMA_LIST!")) return 0;
     std::vector<CString> items;
-    CString conjunction("and");
     do {
-        CString item;
-        if (!get_nested_str_exp(token, item, execute)) return 0;
-        if (!item.IsEmpty()) items.push_back(item);
+        items.emplace_back();
+        if (!get_nested_str_exp(token, items.back(), execute)) return 0;
+        if (items.back().IsEmpty()) items.pop_back();
     } while (token.GetKind() == Token::tkComma);
+    items.emplace_back("and");
     if (token.GetKind() == Token::tkSemicolon) {
-        if (!get_nested_str_exp(token, conjunction, execute)) return 0;
+        if (!get_nested_str_exp(token, items.back(), execute)) return 0;
         if (!expect(token, Token::tkRParen, "Right parenthesis expected after COMMA_LIST!")) {
             return 0;
         }
     }
     if (!expect(token, Token::tkRParen, "Unexpected token in COMMA_LIST!")) return 0;
-    if (execute) result = joinList(items, conjunction);
+    if (execute) result = joinList(items);
     return 1;
 }
 
 int FileParser::get_nested_str_exp(const Token& token, CString& result, int execute) {
-    if (*m_nesting >= cMaxNesting) return handle_error("Value functions nested too deeply!");
-    const NestingCount nesting(*m_nesting);
+    if (*m_nesting > cMaxNesting - cValueNesting) {
+        return handle_error("Value functions nested too deeply!");
+    }
+    const NestingCount nesting(*m_nesting, cValueNesting);
     next_exp();
     return get_str_exp(token, result, execute);
 }
@@ -160,8 +165,9 @@ int FileParser::get_eval_value(const Token& token, CString& result, int execute)
     CString text;
     if (!get_eval_argument(token, text, execute)) return 0;
     if (!execute) return 1;
-    CMemFile value(cValueGrowth);
-    if (!run_text(text, value, Source::evaluated, position)) return 0;
-    result = CString(value.View());
+    // Not on the stack: EVALs run deep within one another.
+    const auto value = std::make_unique<CMemFile>(cValueGrowth);
+    if (!run_text(text, *value, Source::evaluated, position)) return 0;
+    result = CString(value->View());
     return 1;
 }

@@ -33,7 +33,11 @@ int TemplateChecker::get_include(const Token& token, int) {
 }
 
 int TemplateChecker::get_deferred(const Token& token, int) {
-    return FileParser::get_deferred(token, 1);
+    // The blocks of a group inside an @IF may not run: what they define is not sure either.
+    const std::size_t defined = m_root->m_defined.size();
+    const int result = FileParser::get_deferred(token, 1);
+    if (m_root->m_conditions > 0) m_root->forget_definitions(defined);
+    return result;
 }
 
 int TemplateChecker::get_cond_stmt(const Token& token, int) {
@@ -51,12 +55,12 @@ void TemplateChecker::forget_definitions(std::size_t count) {
 }
 
 int TemplateChecker::get_var(const Token& token, int) {
-    m_root->note_read(token.GetText(), token_place());
+    m_root->note_read(token.GetText(), *this);
     return FileParser::get_var(token, 0);
 }
 
 int TemplateChecker::get_exp_var(const Token& token) {
-    m_root->note_read(token.GetText(), token_place());
+    m_root->note_read(token.GetText(), *this);
     if (!push(Operand::Integer(1))) return 0;
     scanner().NextExp();
     return 1;
@@ -69,13 +73,13 @@ int TemplateChecker::do_eval() {
 }
 
 int TemplateChecker::get_str_exp_var(const Token& token, CString&, int) {
-    m_root->note_read(token.GetText(), token_place());
+    m_root->note_read(token.GetText(), *this);
     scanner().NextExp();
     return 1;
 }
 
 int TemplateChecker::check_assignable(const CString& name) {
-    m_root->note_assign(name, token_place());
+    m_root->note_assign(name, *this);
     return 1;
 }
 
@@ -101,12 +105,12 @@ bool TemplateChecker::is_text(const Token& token) {
 }
 
 int TemplateChecker::call_function(const CString& name) {
-    m_root->note_call(name, token_place());
+    m_root->note_call(name, *this);
     return 1;
 }
 
 int TemplateChecker::define_variable(const CString& name) {
-    m_root->note_define(name, token_place());
+    m_root->note_define(name, *this);
     if (!FileParser::define_variable(name)) return 0;
     m_root->m_defined.push_back(name);
     return 1;
@@ -118,7 +122,7 @@ CString TemplateChecker::include_name(const Token& token) {
 }
 
 int TemplateChecker::do_include(const CString& name) {
-    m_root->note_include(name, m_constantInclude, statement_place());
+    m_root->note_include(name, m_constantInclude, *this);
     return 1;
 }
 

@@ -25,15 +25,21 @@ public:
     /// should be empty.
     TemplateChecker(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled);
 
+    /// Where the current token and the current statement are.
+    using FileParser::statement_place;
+    using FileParser::token_place;
+
 protected:
     /// A variable is read, defined by @DEFINE, or given a value by @LET; a host function is called;
     /// a template is included: under the given name if it `isConstant`, otherwise under the name
-    /// that a variable may give. The place is that of the current token or statement.
-    virtual void note_read(const CString&, const TextPlace&) {}
-    virtual void note_define(const CString&, const TextPlace&) {}
-    virtual void note_assign(const CString&, const TextPlace&) {}
-    virtual void note_call(const CString&, const TextPlace&) {}
-    virtual void note_include(const CString&, bool /*isConstant*/, const TextPlace&) {}
+    /// that a variable may give. `at` is the checker that reads it: the name is its current token,
+    /// the include its current statement.
+    virtual void note_read(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    virtual void note_define(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    virtual void note_assign(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    virtual void note_call(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    virtual void note_include(const CString& /*name*/, bool /*isConstant*/,
+                              const TemplateChecker& /*at*/) {}
 
     int get_stmt(const Token& token, int execute) override;
     int get_var(const Token& token, int execute) override;

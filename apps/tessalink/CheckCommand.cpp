@@ -1,4 +1,4 @@
-#include <cstdio>
+#include <string>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
@@ -10,9 +10,9 @@ int checkTemplates(const CheckOptions& options) {
     TemplateWalk walk;
     walk.Read(options.templatePaths, options.includeFolder);
     if (walk.FaultCount() != 0) return cInputFault;
-    std::printf("%d template%s checked: no faults\n", walk.FileCount(),
-                walk.FileCount() == 1 ? "" : "s");
-    return cSuccess;
+    return printResult(std::to_string(walk.FileCount()) +
+                       (walk.FileCount() == 1 ? " template" : " templates") +
+                       " checked: no faults\n");
 }
 
 }  // namespace tessalink::cli

@@ -1,7 +1,9 @@
 #include "apps/tessalink/Messages.h"
 
+#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
+#include <cstring>
 
 namespace tessalink::cli {
 
@@ -31,6 +33,13 @@ void printFault(const VariablesError& fault) {
 
 void printTrouble(const char* message) {
     std::fprintf(stderr, "tessalink: %s\n", message);
+}
+
+int printResult(const std::string& text) {
+    const bool written = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    if (written) return cSuccess;
+    printTrouble((std::string("standard output: ") + std::strerror(errno)).c_str());
+    return cUsage;
 }
 
 }  // namespace tessalink::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/base/CException.h"
 #include "report/ParseException.h"
 #include "report/VariablesFile.h"
@@ -16,6 +18,8 @@ inline constexpr int cUsage = 2;       ///< wrong usage, or trouble with a file
 void printFault(const ParseException& fault);
 void printFault(const VariablesError& fault);
 void printTrouble(const char* message);
+/// Prints what a command was asked for to standard output; returns the exit code.
+int printResult(const std::string& text);
 /// Prints "FILE:LINE:COLUMN: KIND: MESSAGE".
 void printAt(const TextPlace& place, const char* kind, const CString& message);
 

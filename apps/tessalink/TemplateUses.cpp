@@ -1,7 +1,5 @@
 #include "apps/tessalink/TemplateUses.h"
 
-#include <algorithm>
-
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateInput.h"
@@ -22,34 +20,30 @@ public:
         : TemplateChecker(templateFile, output, definitions, scrambled), m_uses(uses) {}
 
 protected:
-    void note_read(const CString& name, const TextPlace& place) override {
-        first(variable(name).read, place);
+    void note_read(const CString& name, const TemplateChecker& at) override {
+        first(variable(name).read, at);
     }
-    void note_define(const CString& name, const TextPlace& place) override {
-        first(variable(name).defined, place);
+    void note_define(const CString& name, const TemplateChecker& at) override {
+        first(variable(name).defined, at);
     }
-    void note_assign(const CString& name, const TextPlace& place) override {
-        first(variable(name).assigned, place);
+    void note_assign(const CString& name, const TemplateChecker& at) override {
+        first(variable(name).assigned, at);
     }
-    void note_call(const CString& name, const TextPlace& place) override {
-        find(m_uses.functions, name, NamedUse{name, place});
+    void note_call(const CString& name, const TemplateChecker& at) override {
+        NamedUse& use = m_uses.functions[name];
+        if (!use.first.IsKnown()) use.first = at.token_place();
     }
-    void note_include(const CString& name, bool isConstant, const TextPlace& place) override {
-        find(m_uses.includes, name, NamedUse{name, place, isConstant});
+    void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
+        NamedUse& use = m_uses.includes[name];
+        if (use.first.IsKnown()) return;
+        use.first = at.statement_place();
+        use.isConstant = isConstant;
     }
 
 private:
-    VariableUse& variable(const CString& name) {
-        return find(m_uses.variables, name, VariableUse{name, {}, {}, {}});
-    }
-    static void first(std::optional<TextPlace>& use, const TextPlace& place) {
-        if (!use) use = place;
-    }
-    template <class Use>
-    static Use& find(std::vector<Use>& uses, const CString& name, const Use& added) {
-        const auto found = std::find_if(uses.begin(), uses.end(),
-                                        [&](const Use& use) { return use.name == name; });
-        return found == uses.end() ? uses.emplace_back(added) : *found;
+    VariableUse& variable(const CString& name) { return m_uses.variables[name]; }
+    static void first(std::optional<TextPlace>& use, const TemplateChecker& at) {
+        if (!use) use = at.token_place();
     }
 
     TemplateUses& m_uses;
@@ -62,7 +56,7 @@ void TemplateWalk::Read(const std::vector<std::string>& templatePaths,
     for (const std::string& path : templatePaths) {
         TemplateInput input(path);
         setIncludeFolder(path, includeFolder);
-        const std::size_t firstInclude = m_uses.includes.size();
+        const std::size_t firstInclude = m_uses.includes.Entries().size();
         read_file(input.File(), input.IsScrambled(), nullptr);
         read_includes(firstInclude);
     }
@@ -70,8 +64,8 @@ void TemplateWalk::Read(const std::vector<std::string>& templatePaths,
 
 void TemplateWalk::read_includes(std::size_t firstInclude) {
     // Included templates add their own includes to the end of the list.
-    for (std::size_t i = firstInclude; i < m_uses.includes.size(); ++i) {
-        const NamedUse include = m_uses.includes[i];
+    for (std::size_t i = firstInclude; i < m_uses.includes.Entries().size(); ++i) {
+        const NamedUse include = m_uses.includes.Entries()[i];
         if (include.isConstant) read_include(include);
     }
 }

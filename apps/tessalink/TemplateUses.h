@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,11 +27,28 @@ struct NamedUse {
     bool isConstant = true;
 };
 
-/// What templates use, in the order of first use.
+/// Uses by name, in the order in which they were added.
+template <class Use>
+class UseList {
+public:
+    /// The use of that name, added if it is new.
+    Use& operator[](const CString& name) {
+        const auto [found, added] = m_numbers.try_emplace(name, m_entries.size());
+        if (added) m_entries.emplace_back().name = name;
+        return m_entries[found->second];
+    }
+    const std::vector<Use>& Entries() const { return m_entries; }
+
+private:
+    std::vector<Use> m_entries;
+    std::map<CString, std::size_t> m_numbers;
+};
+
+/// What templates use.
 struct TemplateUses {
-    std::vector<VariableUse> variables;
-    std::vector<NamedUse> functions;
-    std::vector<NamedUse> includes;
+    UseList<VariableUse> variables;
+    UseList<NamedUse> functions;
+    UseList<NamedUse> includes;
 };
 
 /// Reads templates without running them, and every include that is named by a constant once.

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <nlohmann/json.hpp>
 
 #include "apps/tessalink/Commands.h"
@@ -36,9 +35,9 @@ Json namedUseOf(const NamedUse& use) {
 }
 
 template <class Use>
-Json listOf(const std::vector<Use>& uses, Json (*entryOf)(const Use&)) {
+Json listOf(const UseList<Use>& uses, Json (*entryOf)(const Use&)) {
     Json list = Json::array();
-    for (const Use& use : uses) list.push_back(entryOf(use));
+    for (const Use& use : uses.Entries()) list.push_back(entryOf(use));
     return list;
 }
 
@@ -52,8 +51,7 @@ int listUses(const CheckOptions& options) {
     const Json document = {{"variables", listOf(uses.variables, variableOf)},
                            {"functions", listOf(uses.functions, namedUseOf)},
                            {"includes", listOf(uses.includes, namedUseOf)}};
-    std::printf("%s\n", document.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
-    return cSuccess;
+    return printResult(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
 }
 
 }  // namespace tessalink::cli

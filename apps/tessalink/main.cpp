@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <csignal>
 #include <functional>
+#include <iostream>
 #include <new>
+#include <sstream>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
@@ -98,7 +100,9 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? cSuccess : cUsage;
+        std::ostringstream result;
+        const bool good = app.exit(error, result, std::cerr) == 0;
+        return good ? printResult(result.str()) : cUsage;
     }
     return guarded(command);
 }
@@ -115,6 +119,8 @@ void silenceMessageBoxes() {
 }  // namespace tessalink::cli
 
 int main(int argc, char** argv) {
+    // A file-size limit is a full disk: the write fails, and says so.
+    std::signal(SIGXFSZ, SIG_IGN);
     tessalink::cli::silenceMessageBoxes();
     return tessalink::cli::run(argc, argv);
 }

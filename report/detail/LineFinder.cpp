@@ -8,32 +8,38 @@
 
 namespace tessalink::detail {
 
-void LineColumn::Pass(char before, char ch) {
-    if (ch == '\n' && before == '\r') return;
+void LineFinder::State::Pass(char ch) {
+    const bool endsCrLf = afterCr && ch == '\n';
+    afterCr = ch == '\r';
+    if (endsCrLf) return;
     if (ch == '\n' || ch == '\r') {
-        ++line;
-        column = 1;
+        ++place.line;
+        place.column = 1;
     } else {
-        ++column;
+        ++place.column;
     }
 }
 
-LineColumn findLine(CFile& file, int scrambled, std::uint64_t position) {
-    LineColumn place;
+LineColumn LineFinder::Find(CFile& file, int scrambled, std::uint64_t position) {
     const auto offset = static_cast<std::int64_t>(file.GetPosition());
-    file.SeekToBegin();
-    std::array<char, BufferedFile::cBlockSize> block;
-    char before = '\0';
-    while (position > 0) {
-        const std::size_t wanted = std::min<std::uint64_t>(position, block.size());
+    std::size_t number = std::min<std::uint64_t>(position / cBlockSize, m_blockStarts.size() - 1);
+    file.Seek(static_cast<std::int64_t>(number * cBlockSize), CFile::begin);
+    State state = m_blockStarts[number];
+    std::uint64_t left = position - number * cBlockSize;
+    std::array<char, cBlockSize> block;
+    while (left > 0) {
+        const std::size_t wanted = std::min<std::uint64_t>(left, block.size());
         const std::size_t count = file.Read(block.data(), wanted);
-        if (count == 0) break;
         if (scrambled) scramble(block.data(), count);
-        for (std::size_t i = 0; i < count; before = block[i++]) place.Pass(before, block[i]);
-        position -= count;
+        std::for_each_n(block.begin(), count, [&](char ch) { state.Pass(ch); });
+        if (count < wanted) break;
+        left -= count;
+        if (wanted == block.size() && ++number == m_blockStarts.size()) {
+            m_blockStarts.push_back(state);
+        }
     }
     file.Seek(offset, CFile::begin);
-    return place;
+    return state.place;
 }
 
 }  // namespace tessalink::detail

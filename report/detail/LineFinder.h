@@ -1,21 +1,38 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 class CFile;
 
 namespace tessalink::detail {
 
-/// A place in a text, counted from 1, the column in bytes.
+/// A place in a text, counted from 1, the column in bytes: CR, LF and CR LF each end a line.
 struct LineColumn {
     std::uint64_t line = 1;
     std::uint64_t column = 1;
-
-    /// Steps over `ch`, which follows `before`: CR, LF and CR LF each end a line.
-    void Pass(char before, char ch);
 };
 
-/// The place of an offset in a template; the file's own offset stays as it is.
-LineColumn findLine(CFile& file, int scrambled, std::uint64_t position);
+/// Finds lines and columns of offsets in a template. It remembers where each block that it has read
+/// starts, so that many places cost one pass over the file.
+class LineFinder {
+public:
+    /// The place of an offset; the file's own offset stays as it is.
+    LineColumn Find(CFile& file, int scrambled, std::uint64_t position);
+
+private:
+    static constexpr std::size_t cBlockSize = 4096;
+
+    /// A place, and whether it directly follows a CR.
+    struct State {
+        LineColumn place;
+        bool afterCr = false;
+
+        void Pass(char ch);
+    };
+
+    std::vector<State> m_blockStarts{State{}};
+};
 
 }  // namespace tessalink::detail

@@ -5,13 +5,16 @@ namespace tessalink::detail {
 /// Counts one construct within another for as long as it is being read.
 class NestingCount {
 public:
-    explicit NestingCount(int& count) : m_count(count) { ++m_count; }
-    ~NestingCount() { --m_count; }
+    explicit NestingCount(int& count, int weight = 1) : m_count(count), m_weight(weight) {
+        m_count += weight;
+    }
+    ~NestingCount() { m_count -= m_weight; }
     NestingCount(const NestingCount&) = delete;
     NestingCount& operator=(const NestingCount&) = delete;
 
 private:
     int& m_count;
+    int m_weight;
 };
 
 /// Sets a variable for the current scope.
