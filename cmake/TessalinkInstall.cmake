@@ -5,8 +5,11 @@ get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
 get_property(folders GLOBAL PROPERTY TESSALINK_FOLDERS)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/tessalink)
 
-# Shared libraries and the command line find each other wherever the package is moved to.
-set_target_properties(${libraries} PROPERTIES INSTALL_RPATH $ORIGIN)
+# Shared libraries and the command line find each other wherever the package is moved to. A static
+# build needs no search path, and a padded empty one would search the current folder.
+if(BUILD_SHARED_LIBS)
+  set_target_properties(${libraries} PROPERTIES INSTALL_RPATH $ORIGIN)
+endif()
 install(TARGETS ${libraries} EXPORT tessalinkTargets)
 install(EXPORT tessalinkTargets NAMESPACE tessalink:: DESTINATION ${package})
 foreach(folder IN LISTS folders)
@@ -14,7 +17,9 @@ foreach(folder IN LISTS folders)
           FILES_MATCHING PATTERN *.h PATTERN detail EXCLUDE)
 endforeach()
 if(TARGET tessalink)
-  set_target_properties(tessalink PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
+  if(BUILD_SHARED_LIBS)
+    set_target_properties(tessalink PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
+  endif()
   install(TARGETS tessalink)
 endif()
 

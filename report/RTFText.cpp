@@ -1,11 +1,9 @@
 #include "report/RTFText.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstdint>
-#include <cstring>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/base/NumberText.h"
 #include "report/detail/CharTables.h"
@@ -16,12 +14,10 @@ using tessalink::detail::isDigit;
 
 namespace {
 
+/// Room that is made for escapes at first: one for so many characters.
+constexpr std::size_t cExpectedTextPerEscape = 16;
 constexpr int cDecimal = 10;
 constexpr std::string_view cArgument = "%1";
-
-bool needsEscape(char ch) {
-    return ch == '\\' || ch == '{' || ch == '}';
-}
 
 int addDigit(int value, char digit) {
     return tessalink::wrapAdd(tessalink::wrapMul(value, cDecimal), digit - '0');
@@ -43,17 +39,18 @@ bool makesArguments(std::string_view argument) {
 
 CString RTFEncode(const char* text) {
     const std::string_view plain = text ? std::string_view(text) : std::string_view();
-    const auto escapes = std::count_if(plain.begin(), plain.end(), needsEscape);
-    CString encoded;
-    const auto length = static_cast<int>(plain.size() + static_cast<std::size_t>(escapes));
-    char* out = encoded.GetBuffer(length);
-    for (const char ch : plain) {
-        *out = '\\';
-        out += needsEscape(ch);
-        *out++ = ch;
+    std::string encoded;
+    encoded.reserve(plain.size() + plain.size() / cExpectedTextPerEscape);
+    const char* p = plain.data();
+    const char* const end = p + plain.size();
+    for (;;) {
+        const char* escape = tessalink::detail::findRtfSpecial(p, end);
+        encoded.append(p, escape);
+        if (escape == end) return CString(std::move(encoded));
+        encoded += '\\';
+        encoded += *escape;
+        p = escape + 1;
     }
-    encoded.ReleaseBuffer(length);
-    return encoded;
 }
 
 void SkipBlanks(const char* text, int& pos) {

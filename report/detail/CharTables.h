@@ -153,16 +153,33 @@ inline std::size_t firstMarked(std::uint64_t marks) {
     return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
 }
 
+/// Marks the bytes that equal `ch` with their high bit; bytes after the first may be marked
+/// wrongly.
+inline std::uint64_t markFirst(std::uint64_t word, char ch) {
+    const std::uint64_t zero = word ^ (cOnes * static_cast<unsigned char>(ch));
+    return (zero - cOnes) & ~zero & cHighBits;
+}
+
 /// The first "@" or NUL at or after `text`, at which a NUL must come; eight characters are looked
 /// at at a time, up to seven of them beyond it.
 inline const char* findTextEnd(const char* text) {
     for (;; text += sizeof(std::uint64_t)) {
         const std::uint64_t word = loadEight(text);
-        const std::uint64_t at = word ^ (cOnes * '@');
-        // The lowest bit that is set belongs to the first zero byte of either.
-        const std::uint64_t found = (((word - cOnes) & ~word) | ((at - cOnes) & ~at)) & cHighBits;
-        if (found != 0) return text + firstMarked(found);
+        const std::uint64_t marks = markFirst(word, '@') | markFirst(word, '\0');
+        if (marks != 0) return text + firstMarked(marks);
     }
+}
+
+/// The first backslash or brace in a text, or its end.
+inline const char* findRtfSpecial(const char* text, const char* end) {
+    for (; static_cast<std::size_t>(end - text) >= sizeof(std::uint64_t);
+         text += sizeof(std::uint64_t)) {
+        const std::uint64_t word = loadEight(text);
+        const std::uint64_t marks =
+            markFirst(word, '\\') | markFirst(word, '{') | markFirst(word, '}');
+        if (marks != 0) return text + firstMarked(marks);
+    }
+    return std::find_if(text, end, [](char ch) { return ch == '\\' || ch == '{' || ch == '}'; });
 }
 
 /// Sets the high bit of every byte that is no letter, digit or "_", and no other bit.

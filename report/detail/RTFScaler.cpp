@@ -12,21 +12,47 @@ namespace tessalink::detail {
 CString RTFScaler::Scale(std::string_view rtf) {
     m_result.clear();
     m_result.reserve(rtf.size());
-    const char* p = rtf.data();
-    const char* const end = p + rtf.size();
-    while (p != end) {
-        const void* found = std::memchr(p, '\\', static_cast<std::size_t>(end - p));
-        const char* word = found ? static_cast<const char*>(found) : end;
-        State state = State::copying;
-        const char* q = word;
-        while (q != end) {
-            state = next_state(state, *q++);
-            if (state == State::copying || state == State::number) break;
-        }
-        m_result.append(p, q);
-        p = state == State::number ? read_number(q, end) : q;
+    const char* const end = rtf.data() + rtf.size();
+    const char* copied = rtf.data();  // what is before it stands in the result, scaled
+    const char* p = copied;
+    while (const char* word = find_control(p, end)) {
+        p = skip_word(word, end);
+        if (!p) break;
+        const char* const number = p;
+        p = find_number_end(number, end);
+        if (p == number) continue;
+        m_result.append(copied, number);
+        if (p != end) append_scaled({number, static_cast<std::size_t>(p - number)});
+        copied = p;
     }
-    return CString(std::string_view(m_result));
+    m_result.append(copied, end);
+    return CString(std::move(m_result));
+}
+
+/// The next backslash, or null.
+const char* RTFScaler::find_control(const char* p, const char* end) {
+    return p == end
+               ? nullptr
+               : static_cast<const char*>(std::memchr(p, '\\', static_cast<std::size_t>(end - p)));
+}
+
+/// The place after the next control word whose number is scaled, from a backslash on; null if there
+/// is none.
+const char* RTFScaler::skip_word(const char* p, const char* end) {
+    State state = State::copying;
+    while (p != end) {
+        state = next_state(state, *p++);
+        if (state == State::number) return p;
+        if (state == State::copying) p = find_control(p, end);
+        if (!p) return nullptr;
+    }
+    return nullptr;
+}
+
+/// The end of the sign and digits at `p`; `p` itself when there are none.
+const char* RTFScaler::find_number_end(const char* p, const char* end) {
+    if (p != end && *p == '-') ++p;
+    return std::find_if_not(p, end, isDigit);
 }
 
 RTFScaler::State RTFScaler::next_state(State state, char ch) {
@@ -62,19 +88,14 @@ RTFScaler::State RTFScaler::next_state(State state, char ch) {
     }
 }
 
-/// Scales the number at `p`, if there is one, and returns the place after it. A number that nothing
-/// follows is dropped.
-const char* RTFScaler::read_number(const char* p, const char* end) {
-    if (p == end || (*p != '-' && !isDigit(*p))) return p;
-    const bool negative = *p == '-';
-    if (negative) ++p;
+void RTFScaler::append_scaled(std::string_view number) {
+    const bool negative = number.front() == '-';
+    if (negative) number.remove_prefix(1);
     std::int32_t value = 0;
-    for (; p != end && isDigit(*p); ++p) value = wrapAdd(wrapMul(value, 10), *p - '0');
-    if (p == end) return p;
+    for (const char digit : number) value = wrapAdd(wrapMul(value, 10), digit - '0');
     value = toInt(value * m_factor);
     std::array<char, cMaxIntText> text;
     m_result.append(text.data(), writeInt(text.data(), negative ? wrapNeg(value) : value));
-    return p;
 }
 
 }  // namespace tessalink::detail

@@ -27,7 +27,10 @@ private:
     };
 
     static State next_state(State state, char ch);
-    const char* read_number(const char* p, const char* end);
+    static const char* find_control(const char* p, const char* end);
+    static const char* skip_word(const char* p, const char* end);
+    static const char* find_number_end(const char* p, const char* end);
+    void append_scaled(std::string_view number);
 
     double m_factor;
     std::string m_result;
