@@ -1,10 +1,12 @@
 #include "apps/tessalink/TemplateInput.h"
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <string_view>
 #include <vector>
 
+#include "apps/tessalink/ProgressFile.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CMemFile.h"
 
@@ -29,7 +31,16 @@ std::unique_ptr<CFile> readStandardInput() {
 
 std::unique_ptr<CFile> openTemplate(const std::string& path) {
     if (path == cStandardStream) return readStandardInput();
-    return std::make_unique<CFile>(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+    return std::make_unique<ProgressFile>(path.c_str());
+}
+
+/// The library counts the bytes of a template in 32 bits.
+std::unique_ptr<CFile> checkSize(std::unique_ptr<CFile> file) {
+    if (file->GetLength() > UINT32_MAX) {
+        throw CException(file->GetGivenPath() +
+                         ": a template must be smaller than 4 GiB; split it into includes.");
+    }
+    return file;
 }
 
 bool startsAsRtf(CFile& file) {
@@ -42,7 +53,7 @@ bool startsAsRtf(CFile& file) {
 }  // namespace
 
 TemplateInput::TemplateInput(const std::string& path, Storage storage)
-    : m_file(openTemplate(path)),
+    : m_file(checkSize(openTemplate(path))),
       m_scrambled(storage == Storage::scrambled ||
                   (storage == Storage::detect && !startsAsRtf(*m_file))) {}
 
