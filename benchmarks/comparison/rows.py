@@ -226,7 +226,8 @@ def lookups(bench):
             rows.append((name, f"{variables:,}", milliseconds(keys["run"].time),
                          milliseconds(keys["fill"].time),
                          f"{keys['fill'].time / variables / 1e3:.3f}"))
-    table(("", "variables", "run ms", "fill ms", "fill us each"), sorted(rows))
+    table(("", "variables", "run ms", "fill ms", "fill us each"),
+          sorted(rows, key=lambda cells: cells[0]))
     few, many = counts[0], counts[-1]
     if ("tessalink", many) in runs and ("flat hash", many) in runs:
         for what, keys in (("with filling", ("fill", "run")), ("look-ups alone", ("run",))):
