@@ -117,6 +117,7 @@ TEST(BufferedFile, attaches_opens_and_closes_its_file) {
     EXPECT_EQ(reader.GetCh(), 'a');
     EXPECT_EQ(reader.GetCh(), 'b');
     EXPECT_TRUE(reader.AtEOF());
+    reader.Detach();
 }
 
 TEST(BufferedFile, text_blocks_end_with_the_file) {
