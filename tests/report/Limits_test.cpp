@@ -95,7 +95,7 @@ TEST(Limits, bound_what_nests) {
     const std::string inner = "@LET(n=n+1)" + repeated(4, "@IF(1)@THEN") +
                               "@IF(n<990)@THEN@LET(v=CAP(EVAL(e)))@ENDIF" + repeated(4, "@ENDIF");
     EXPECT_EQ(outcomeOnSmallStack("@DEFINE(n,v,e)@LET(e=[" + inner + "])@EVAL(e)@n"),
-              cTooDeepStatements);
+              cTooDeepFunctions);
 }
 
 TEST(Limits, bound_a_group_of_deferred_blocks) {
