@@ -110,7 +110,7 @@ public:
         const auto& wanted = Searchable(key);
         const Place place = FindPlace(wanted, HashOf(key));
         if (place.entry == nullptr) return 0;
-        ReleaseEntry(m_slots[place.slot].number);
+        ReleaseEntry(*place.entry);
         CloseGap(place.slot);
         return 1;
     }
@@ -121,7 +121,8 @@ public:
         }
         m_blocks.clear();
         m_slots.clear();
-        m_count = m_used = m_firstFree = 0;
+        m_count = m_used = 0;
+        m_firstFree = nullptr;
     }
 
     // Walks all entries: from the start position (null for an empty map), until it is null. The
@@ -167,18 +168,16 @@ private:
     static constexpr int cMinBlockSize = 64;
     static constexpr std::size_t cMinSlots = 16;
     static constexpr UINT cDefaultHashTableSize = 17;
-    static constexpr std::uint32_t cLive = std::numeric_limits<std::uint32_t>::max();
     static constexpr std::uint32_t cMaxEntries = std::numeric_limits<int>::max();
     // The table is full at one half: most keys are found at the first slot that is looked at.
     static constexpr std::size_t cSlotsPerEntry = 2;
     static constexpr bool cTextKeys = tessalink::TextKey<KEY>;
 
-    // Room for one pair. `m_link` is cLive for an entry in use, else the number of the next free
-    // one.
+    // Room for one pair. `m_link` is the entry itself when it is in use, else the next free one.
     class Entry {
     public:
-        bool IsLive() const noexcept { return m_link == cLive; }
-        std::uint32_t NextFree() const noexcept { return m_link; }
+        bool IsLive() const noexcept { return m_link == this; }
+        Entry* NextFree() const noexcept { return m_link; }
         CPair& Pair() noexcept { return *std::launder(reinterpret_cast<CPair*>(m_room)); }
         const CPair& Pair() const noexcept {
             return *std::launder(reinterpret_cast<const CPair*>(m_room));
@@ -186,20 +185,20 @@ private:
         template <class K>
         void Construct(const K& key) {
             ::new (static_cast<void*>(m_room)) CPair(key);
-            m_link = cLive;
+            m_link = this;
         }
         void Destroy() noexcept { Pair().~CPair(); }
-        void SetFree(std::uint32_t next) noexcept { m_link = next; }
+        void SetFree(Entry* next) noexcept { m_link = next; }
 
     private:
         alignas(CPair) std::byte m_room[sizeof(CPair)];
-        std::uint32_t m_link;
+        Entry* m_link;
     };
 
-    // One place of the index: the key's hash and the number of its entry, 0 for none.
+    // One place of the index: the key's hash and its entry, null for none.
     struct Slot {
+        Entry* entry = nullptr;
         std::uint32_t hash = 0;
-        std::uint32_t number = 0;
     };
 
     static int FloorLog2(std::size_t number) noexcept {
@@ -231,15 +230,6 @@ private:
             return HashKey<ARG_KEY>(wanted) * 0x9E3779B1u;
         }
     }
-    template <class K>
-    static bool Matches(const KEY& stored, const K& wanted) {
-        if constexpr (cTextKeys) {
-            return tessalink::equalText(tessalink::textOf(stored), wanted);
-        } else {
-            return CompareElements(&stored, &wanted) != 0;
-        }
-    }
-
     // Entries are numbered from 1 and lie in blocks of equal size, so that none ever moves.
     Entry& EntryAt(std::uint32_t number) const noexcept {
         const std::size_t index = number - 1;
@@ -257,21 +247,35 @@ private:
 
     template <class K>
     Place FindPlace(const K& wanted, std::uint32_t hash) const {
+        if constexpr (cTextKeys) {
+            if (wanted.size() > tessalink::cShortText) return FindLong(wanted, hash);
+            return Probe(hash, [&](const KEY& stored) {
+                return tessalink::equalShortText(tessalink::textOf(stored), wanted);
+            });
+        } else {
+            return Probe(hash,
+                         [&](const KEY& stored) { return CompareElements(&stored, &wanted) != 0; });
+        }
+    }
+    // Apart, so that looking for a short text needs no stack frame.
+    [[gnu::noinline]] Place FindLong(std::string_view wanted, std::uint32_t hash) const {
+        return Probe(hash, [&](const KEY& stored) { return tessalink::textOf(stored) == wanted; });
+    }
+    template <class Matches>
+    Place Probe(std::uint32_t hash, const Matches& matches) const {
         if (m_slots.empty()) return {};
         const std::size_t mask = m_slots.size() - 1;
-        for (std::size_t slot = HomeSlot(hash);; slot = (slot + 1) & mask) {
-            const Slot& place = m_slots[slot];
-            if (place.number == 0) return {};
-            if (place.hash != hash) continue;
-            Entry& entry = EntryAt(place.number);
-            if (Matches(entry.Pair().key, wanted)) return {slot, &entry};
+        for (std::size_t number = HomeSlot(hash);; number = (number + 1) & mask) {
+            const Slot& slot = m_slots[number];
+            if (slot.entry == nullptr) return {};
+            if (slot.hash == hash && matches(slot.entry->Pair().key)) return {number, slot.entry};
         }
     }
 
     void Insert(Slot entry) noexcept {
         const std::size_t mask = m_slots.size() - 1;
         std::size_t slot = HomeSlot(entry.hash);
-        while (m_slots[slot].number != 0) slot = (slot + 1) & mask;
+        while (m_slots[slot].entry != nullptr) slot = (slot + 1) & mask;
         m_slots[slot] = entry;
     }
 
@@ -280,7 +284,7 @@ private:
         old.swap(m_slots);
         m_slotShift = 32 - FloorLog2(slots);
         for (const Slot& entry : old) {
-            if (entry.number != 0) Insert(entry);
+            if (entry.entry != nullptr) Insert(entry);
         }
     }
 
@@ -289,39 +293,37 @@ private:
         if ((m_count + 1) * cSlotsPerEntry > m_slots.size()) {
             Rehash(std::max(cMinSlots, m_slots.size() * 2));
         }
-        const std::uint32_t number = m_firstFree != 0 ? m_firstFree : RoomForNext();
-        Entry& entry = EntryAt(number);
-        const std::uint32_t nextFree = m_firstFree != 0 ? entry.NextFree() : 0;
+        Entry& entry = m_firstFree != nullptr ? *m_firstFree : RoomForNext();
+        Entry* const nextFree = m_firstFree != nullptr ? entry.NextFree() : nullptr;
         entry.Construct(key);
+        if (m_firstFree == nullptr) ++m_used;
         m_firstFree = nextFree;
-        m_used = std::max(m_used, number);
         ++m_count;
-        Insert({hash, number});
+        Insert({&entry, hash});
         return entry.Pair();
     }
 
-    // The number of an entry never used so far, with its block allocated.
-    std::uint32_t RoomForNext() {
+    // An entry never used so far, with its block allocated.
+    Entry& RoomForNext() {
         if (m_used == cMaxEntries) AfxThrowInvalidArgException();
         if (m_used >> m_blockBits == m_blocks.size()) {
             m_blocks.push_back(
                 std::make_unique_for_overwrite<Entry[]>(std::size_t{1} << m_blockBits));
         }
-        return m_used + 1;
+        return EntryAt(m_used + 1);
     }
 
-    void ReleaseEntry(std::uint32_t number) noexcept {
-        Entry& entry = EntryAt(number);
+    void ReleaseEntry(Entry& entry) noexcept {
         entry.Destroy();
         entry.SetFree(m_firstFree);
-        m_firstFree = number;
+        m_firstFree = &entry;
         --m_count;
     }
 
     // Empties a slot, and moves entries back that would no longer be found behind it.
     void CloseGap(std::size_t gap) noexcept {
         const std::size_t mask = m_slots.size() - 1;
-        for (std::size_t slot = (gap + 1) & mask; m_slots[slot].number != 0;
+        for (std::size_t slot = (gap + 1) & mask; m_slots[slot].entry != nullptr;
              slot = (slot + 1) & mask) {
             const std::size_t distanceFromHome = (slot - HomeSlot(m_slots[slot].hash)) & mask;
             if (distanceFromHome < ((slot - gap) & mask)) continue;
@@ -357,8 +359,8 @@ private:
     std::vector<std::unique_ptr<Entry[]>> m_blocks;
     std::vector<Slot> m_slots;
     std::size_t m_count = 0;
-    std::uint32_t m_used = 0;       // entries 1 to m_used are live or on the free list
-    std::uint32_t m_firstFree = 0;  // 0: none
+    std::uint32_t m_used = 0;  // entries 1 to m_used are live or on the free list
+    Entry* m_firstFree = nullptr;
     int m_slotShift = 32;
     int m_blockBits;
     UINT m_hashTableSize = cDefaultHashTableSize;

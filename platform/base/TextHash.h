@@ -62,14 +62,16 @@ inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
 
 }  // namespace detail
 
-// Whether two texts are equal, without a call for the short ones that names are.
-inline bool equalText(std::string_view a, std::string_view b) noexcept {
+// The longest text that counts as short: most names do.
+inline constexpr std::size_t cShortText = 16;
+
+// Whether two texts are equal, of which the second has at most cShortText characters.
+inline bool equalShortText(std::string_view a, std::string_view b) noexcept {
     using detail::loadWord;
     const std::size_t length = a.size();
     if (length != b.size()) return false;
     const char* const x = a.data();
     const char* const y = b.data();
-    if (length > 16 || length == 0) return length == 0 || std::memcmp(x, y, length) == 0;
     if (length >= 8) {
         const std::size_t last = length - 8;
         return ((loadWord<std::uint64_t>(x) ^ loadWord<std::uint64_t>(y)) |
@@ -80,6 +82,7 @@ inline bool equalText(std::string_view a, std::string_view b) noexcept {
         return ((loadWord<std::uint32_t>(x) ^ loadWord<std::uint32_t>(y)) |
                 (loadWord<std::uint32_t>(x + last) ^ loadWord<std::uint32_t>(y + last))) == 0;
     }
+    if (length == 0) return true;
     return x[0] == y[0] && x[length / 2] == y[length / 2] && x[length - 1] == y[length - 1];
 }
 
@@ -122,7 +125,7 @@ inline std::uint32_t hashText(std::string_view text) noexcept {
     const char* const bytes = text.data();
     const std::size_t length = text.size();
     if (length <= 8) return hashShortText(firstEight(text), length);
-    if (length > 16) return hashNumber(detail::hashLong(bytes, length));
+    if (length > cShortText) return hashNumber(detail::hashLong(bytes, length));
     const std::uint64_t mixed = detail::foldedProduct(
         detail::loadWord<std::uint64_t>(bytes) ^ detail::cHashSecretA ^ length,
         detail::loadWord<std::uint64_t>(bytes + length - 8) ^ detail::cHashSecretB);
