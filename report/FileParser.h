@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "platform/base/CObject.h"
 #include "platform/base/CString.h"
@@ -152,6 +153,10 @@ protected:
     [[gnu::noinline]] virtual int handle_error(const char* message);
     [[gnu::noinline]] virtual int handle_error(const char* format, const char* argument);
 
+    /// Sets where faults are stored (null: they are thrown) and returns where they were before.
+    ParseException* exchange_error_sink(ParseException* error) {
+        return std::exchange(m_error, error);
+    }
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
     /// Writes text, up to its first NUL, to the output; returns 0 after a write fault.

@@ -95,13 +95,17 @@ int TemplateChecker::get_assigned_value(const Token& token, const CString& name,
 
 /// Whether what follows up to the end of the assignment reads as a text.
 bool TemplateChecker::is_text(const Token& token) {
+    ParseException ignored;
+    ParseException* const sink = exchange_error_sink(&ignored);
+    CString text;
+    int read = 0;
     try {
-        CString text;
-        return get_str_exp(token, text, 0) &&
-               (token.GetKind() == Token::tkSemicolon || token.GetKind() == Token::tkRParen);
+        read = get_str_exp(token, text, 0);
     } catch (const ParseException&) {
-        return false;
+        // The scanner's own faults come this way; reading as a number meets them again.
     }
+    exchange_error_sink(sink);
+    return read && (token.GetKind() == Token::tkSemicolon || token.GetKind() == Token::tkRParen);
 }
 
 int TemplateChecker::call_function(const CString& name) {
