@@ -1,0 +1,349 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "core/BufferedFile.h"
+#include "tests/platform/files/TemporaryFolder.h"
+#include "tests/support/Process.h"
+
+namespace tessalink::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using Strings = std::vector<std::string>;
+
+class CommandLine : public testing::Test {
+protected:
+    /// Runs the command line in the folder.
+    Finished Run(Strings arguments, Setting setting = {}) const {
+        arguments.insert(arguments.begin(), TESSALINK_CLI);
+        setting.folder = folder.Path("");
+        return runProgram(arguments, setting);
+    }
+    void Store(const std::string& name, std::string text) const {
+        scramble(text.data(), text.size());
+        folder.Write(name, text);
+    }
+    /// Runs `check` over a plain template; its messages, or nothing when there is no fault.
+    std::string Check(const std::string& text) const {
+        folder.Write("check.rtf", "{\\rtf " + text);
+        const Finished checked = Run({"check", "check.rtf"});
+        EXPECT_EQ(checked.exitCode, checked.err.empty() ? 0 : 1) << checked.err;
+        return checked.err;
+    }
+    void ExpectOnly(const Strings& names) const { EXPECT_EQ(folder.Names(), names); }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(CommandLine, makes_reports) {
+    folder.Write("plain.rtf", "{\\rtf @Name is @age: @mean@IF(age>30)@THEN !@ENDIF}");
+    Store("stored.dat", "{\\rtf1 @Name}");
+    Store("text.dat", "@Name");
+    folder.Write("vars.tsv", "# who\nName\tstring\tA\xe4\\n\nage\tint\t34\nmean\tdouble\t2.5\n");
+    struct Case {
+        Strings arguments;
+        std::string input;
+        std::string output;
+    };
+    const Case cases[] = {
+        {{"plain.rtf", "--vars", "vars.tsv"}, "", "{\\rtf A\xe4\n is 34: 2.50!}"},
+        {{"--vars=vars.tsv", "stored.dat"}, "", "{\\rtf1 A\xe4\n}"},
+        {{"--scrambled", "text.dat", "--vars", "vars.tsv"}, "", "A\xe4\n"},
+        {{"text.dat", "--vars", "vars.tsv"}, "", "A\xe4\n"},
+        {{"-"}, "{\\rtf x}", "{\\rtf x}"},
+        {{"-", "--plain"}, "no rtf", "no rtf"},
+        {{"-", "--plain"}, "", ""},
+        {{"-", "--plain"}, "{\\rt", "{\\rt"},
+    };
+    for (const Case& c : cases) {
+        Strings arguments = {"report", "-o", "-"};
+        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+        const Finished printed = Run(arguments, {.input = c.input});
+        EXPECT_EQ(printed.exitCode, 0) << c.arguments[0];
+        EXPECT_EQ(printed.out, c.output);
+        EXPECT_EQ(printed.err, "");
+        arguments[1] = "--output";
+        arguments[2] = "out.rtf";
+        EXPECT_EQ(Run(arguments, {.input = c.input}).out, "");
+        EXPECT_EQ(folder.Read("out.rtf"), c.output);
+    }
+    ExpectOnly({"out.rtf", "plain.rtf", "stored.dat", "text.dat", "vars.tsv"});
+}
+
+TEST_F(CommandLine, tells_faults_with_their_places) {
+    folder.Write("fault.rtf", "{\\rtf x\r\n@Nobody}");
+    folder.Write("eval.rtf", "{\\rtf\n@EVAL([ab@u])");
+    folder.Write("call.rtf", "{\\rtf @CALL(Graph)@CALL(Graph)\n@CALL(Other)}");
+    folder.Write("outer.rtf", "{\\rtf\n @INCLUDE([Inner/one])}");
+    std::filesystem::create_directory(folder.Path("inner"));
+    Store("inner/one.DAT", "1\n2\n@INCLUDE([inner\\two])");
+    Store("inner/two.DAT", "@IF(");
+    folder.Write("missing.rtf", "{\\rtf @INCLUDE([none])}");
+    folder.Write("leave.rtf", "{\\rtf @INCLUDE([../other])}");
+    folder.Write("leave2.rtf", "{\\rtf @INCLUDE([a\\..\\..\\other])}");
+    folder.Write("bad.tsv", "x\tint\tfive\n");
+    struct Case {
+        Strings arguments;
+        int exitCode;
+        std::string err;
+    };
+    const std::string leaves = ":1:7: error: Include '";
+    const Case cases[] = {
+        {{"fault.rtf"}, 1, "fault.rtf:2:1: error: Undefined variable 'Nobody' found!\n"},
+        {{"./fault.rtf"}, 1, "./fault.rtf:2:1: error: Undefined variable 'Nobody' found!\n"},
+        {{"-"}, 1, "<stdin>:1:7: error: Undefined variable 'u' found!\n"},
+        {{"eval.rtf"},
+         1,
+         "eval.rtf:2:1: error: Undefined variable 'u' found!\n"
+         "eval.rtf:2:1: note: at line 1, column 3 of the evaluated text\n"},
+        {{"outer.rtf"},
+         1,
+         "inner/two.DAT:1:5: error: Unexpected token in expression!\n"
+         "inner/one.DAT:3:1: note: included from here\n"
+         "outer.rtf:2:2: note: included from here\n"},
+        {{"missing.rtf"}, 1, "missing.rtf:1:7: error: Include 'none.DAT' can't be read: "},
+        {{"leave.rtf"}, 1, "leave.rtf" + leaves + "..\\other.DAT' leaves the include folder"},
+        {{"leave2.rtf"}, 1, "leave2.rtf" + leaves},
+        {{"fault.rtf", "--vars", "bad.tsv"}, 1, "bad.tsv:1:7: error: 'five' is no whole number"},
+        {{"fault.rtf", "--vars", "no.tsv"}, 2, "tessalink: no.tsv: the file does not exist.\n"},
+        {{"none.rtf"}, 2, "tessalink: none.rtf: the file does not exist.\n"},
+        {{"inner"}, 2, "tessalink: inner: access is denied.\n"},
+        {{"fault.rtf", "--plain", "--scrambled"}, 2, ""},
+        {{"fault.rtf", "--unknown"}, 2, ""},
+        {{}, 2, ""},
+    };
+    folder.Write("out.rtf", "before");
+    for (const Case& c : cases) {
+        for (const std::string out : {"out.rtf", "-", "new.rtf"}) {
+            Strings arguments = {"report", "-o", out};
+            arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+            const Finished run = Run(arguments, {.input = "{\\rtf @u}"});
+            EXPECT_EQ(run.exitCode, c.exitCode) << c.err;
+            EXPECT_EQ(run.out, "") << c.err;
+            std::string err = run.err;
+            // Includes are named with the folder that they are looked up in.
+            for (std::size_t at; (at = err.find("./inner")) != std::string::npos;) err.erase(at, 2);
+            EXPECT_THAT(err, StartsWith(c.err));
+            EXPECT_FALSE(err.empty());
+        }
+    }
+    EXPECT_EQ(folder.Read("out.rtf"), "before");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("new.rtf")));
+    EXPECT_EQ(folder.Names().size(), 10u) << "nothing is left over";
+
+    const Finished skipped = Run({"report", "call.rtf", "-o", "-"});
+    EXPECT_EQ(skipped.exitCode, 0);
+    EXPECT_EQ(skipped.out, "{\\rtf \n}");
+    EXPECT_THAT(skipped.err, StartsWith("call.rtf:1:7: warning: "));
+    EXPECT_THAT(skipped.err, HasSubstr("\ncall.rtf:2:1: warning: "));
+    EXPECT_EQ(std::count(skipped.err.begin(), skipped.err.end(), '\n'), 2);
+}
+
+TEST_F(CommandLine, finds_includes_in_the_folder_that_is_named) {
+    std::filesystem::create_directories(folder.Path("a/parts"));
+    folder.Write("a/t.rtf", "{\\rtf @INCLUDE([Part])}");
+    Store("a/Part.DAT", "beside");
+    Store("a/parts/PART.DAT", "named");
+    EXPECT_EQ(Run({"report", "a/t.rtf", "-o", "-"}).out, "{\\rtf beside}");
+    EXPECT_EQ(Run({"report", "a/t.rtf", "-o", "-", "--include-dir", "a/parts"}).out,
+              "{\\rtf named}");
+    EXPECT_EQ(
+        Run({"report", "-", "-o", "-", "--include-dir=a"}, {.input = "{\\rtf @INCLUDE(Part)"}).out,
+        "{\\rtf beside");
+    EXPECT_EQ(Run({"report", "a/t.rtf", "-o", "-", "--include-dir", "a/none"}).exitCode, 1);
+}
+
+TEST_F(CommandLine, leaves_no_part_of_an_output_that_fails) {
+    const std::string large(300000, 'x');
+    folder.Write("large.rtf", "{\\rtf " + large);
+    folder.Write("out.rtf", "before");
+    const Strings report = {"report", "large.rtf", "-o"};
+    const auto to = [&](const std::string& out, const Setting& setting = {}) {
+        Strings arguments = report;
+        arguments.push_back(out);
+        return Run(arguments, setting);
+    };
+    for (const std::string out : {"out.rtf", "new.rtf"}) {
+        const Finished full = to(out, {.maxFileSize = 100000});
+        EXPECT_EQ(full.exitCode, 2);
+        EXPECT_THAT(full.err, StartsWith("tessalink: "));
+        EXPECT_THAT(full.err, testing::EndsWith(out + ": the disk is full.\n"));
+    }
+    EXPECT_EQ(folder.Read("out.rtf"), "before");
+    ExpectOnly({"large.rtf", "out.rtf"});
+    struct Case {
+        Finished run;
+        const char* err;
+    };
+    const Case cases[] = {
+        {to("/dev/full"), "tessalink: /dev/full: the disk is full.\n"},
+        {to("-", {.outputPath = "/dev/full"}), "tessalink: <stdout>: the disk is full.\n"},
+        {to("none/out.rtf"), "tessalink: none/out.rtf: the path is not valid.\n"},
+        {to("large.rtf/out"), "tessalink: large.rtf/out: the path is not valid.\n"},
+        {to("."), "tessalink: .: access is denied.\n"},
+        {to(""), "tessalink: "},
+        {Run({"scramble", "large.rtf", "/dev/full"}), "tessalink: /dev/full: the disk is full.\n"},
+        {Run({"scramble", "none", "out.rtf"}), "tessalink: none: the file does not exist.\n"},
+        {Run({"check", "large.rtf"}, {.outputPath = "/dev/full"}), "tessalink: standard output: "},
+        {Run({"vars", "large.rtf"}, {.outputPath = "/dev/full"}), "tessalink: standard output: "},
+        {Run({"--version"}, {.outputPath = "/dev/full"}), "tessalink: standard output: "},
+        {Run({"--help"}, {.outputPath = "/dev/full"}), "tessalink: standard output: "},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(c.run.exitCode, 2) << c.err << c.run.err;
+        EXPECT_THAT(c.run.err, StartsWith(c.err));
+    }
+    EXPECT_EQ(to("/dev/null").exitCode, 0);
+    ExpectOnly({"large.rtf", "out.rtf"});
+    std::filesystem::create_symlink("target.rtf", folder.Path("link"));
+    EXPECT_EQ(to("link").exitCode, 0);
+    EXPECT_EQ(folder.Read("target.rtf"), "{\\rtf " + large);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+}
+
+TEST_F(CommandLine, refuses_files_that_may_not_be_read) {
+    folder.Write("secret.rtf", "{\\rtf}");
+    ::chmod(folder.Path("secret.rtf").c_str(), 0);
+    ::chmod(folder.Path("").c_str(), 0755);
+    for (const Strings& arguments :
+         {Strings{"report", "secret.rtf", "-o", "-"}, Strings{"check", "secret.rtf"},
+          Strings{"vars", "secret.rtf"}, Strings{"report", "secret.rtf", "-o", "new.rtf"}}) {
+        const Finished run = Run(arguments, {.hasFewRights = true});
+        if (run.exitCode > 2) GTEST_SKIP() << "a user without rights can't run the program";
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.err, "tessalink: secret.rtf: access is denied.\n");
+    }
+}
+
+TEST_F(CommandLine, scrambles_both_ways) {
+    std::string bytes;
+    for (int i = 0; i < 70000; ++i) bytes += static_cast<char>(i * 7);
+    folder.Write("plain", bytes);
+    EXPECT_EQ(Run({"scramble", "plain", "stored"}).exitCode, 0);
+    std::string stored = folder.Read("stored");
+    scramble(stored.data(), stored.size());
+    EXPECT_EQ(stored, bytes);
+    EXPECT_EQ(Run({"unscramble", "stored", "-"}).out, bytes);
+    EXPECT_EQ(Run({"unscramble", "-", "again"}, {.input = folder.Read("stored")}).exitCode, 0);
+    EXPECT_EQ(folder.Read("again"), bytes);
+    EXPECT_EQ(Run({"scramble", "plain", "plain"}).exitCode, 0) << "in place";
+    EXPECT_EQ(folder.Read("plain"), folder.Read("stored"));
+}
+
+TEST_F(CommandLine, offers_help_everywhere) {
+    EXPECT_THAT(Run({"--version"}).out, StartsWith("tessalink "));
+    EXPECT_THAT(Run({"--help"}).out, HasSubstr("unscramble"));
+    for (const char* command : {"report", "scramble", "unscramble", "check", "vars"}) {
+        const Finished help = Run({command, "--help"});
+        EXPECT_EQ(help.exitCode, 0);
+        EXPECT_THAT(help.out, HasSubstr("Usage:"));
+        EXPECT_EQ(Run({command}).exitCode, 2) << command;
+    }
+    EXPECT_EQ(Run({}).exitCode, 2);
+    EXPECT_EQ(Run({"paint"}).exitCode, 2);
+}
+
+TEST_F(CommandLine, checks_every_branch) {
+    struct Case {
+        const char* text;
+        const char* fault;
+    };
+    const Case cases[] = {
+        {"@x@IF(a>1)@THEN@y@ELSE@IF(b=[])@THEN@ENDIF@ENDIF", "Unexpected token in expression!"},
+        {"@IF(a)@THEN@IF(b)@THEN@COMPUTE(@ENDIF@ELSE@ENDIF", "Unexpected token in expression!"},
+        {"@IF(a)@THEN@ELSE@IF(b)@THEN@ELSE@TEXT()@ENDIF@ENDIF", "Unexpected token in expression!"},
+        {"@DEFER_START(k)@IF(@DEFER_END@PRINT_DEFERRED(ASC)", "Unexpected token in expression!"},
+        {"@IF(a)@THEN@DEFER_START(k)@u(@LET(u)@DEFER_END@PRINT_DEFERRED(ASC)@ENDIF",
+         "'=' expected after Variable name 'u' in LET!"},
+        {"@LET(a=b+[x];c=b-1;d=b;e=cap(b)+b)@a@COMPUTE(n/m:w:d)", ""},
+        {"@LET(a=b-[x])", "Unexpected token in expression!"},
+        {"@LET(a=b*2+[x])", "Unexpected token in expression!"},
+        {"@TEXT(n;m)@TEXT(n/m)@COMPUTE(1/(n-n))@TEXT(3;n-5)", ""},
+        {"@TEXT(n*1.0)", "Expected integer value in TEXT!"},
+        {"@TEXT(2;0)", "Maximum in TEXT must be > 0!"},
+        {"@DEFINE(a)@IF(x)@THEN@DEFINE(b)@ELSE@DEFINE(b)@ENDIF", "Variable 'b' already defined!"},
+        // What an inner @IF defines need not be there afterwards.
+        {"@IF(x)@THEN@IF(y)@THEN@DEFINE(a)@ENDIF@ELSE@IF(y)@THEN@DEFINE(a)@ENDIF@ENDIF@DEFINE(a)",
+         ""},
+        {"@IF(x)@THEN@DEFER_START(1)@DEFINE(a)@DEFER_END@PRINT_DEFERRED(ASC)@ENDIF@DEFINE(a)", ""},
+        {"@EVAL([@u(]+v)@CALL(f)", ""},
+        {"@INCLUDE(named)@INCLUDE(v) \\par", ""},
+        {"@INCLUDE([none])", "Include 'none.DAT' can't be read: "},
+        {"@IF(x)@THEN", "@ENDIF expected!"},
+        {"@ELSE", "End of File expected!"},
+    };
+    for (const Case& c : cases) {
+        const std::string err = Check(c.text);
+        EXPECT_EQ(err.empty(), *c.fault == '\0') << c.text << err;
+        EXPECT_THAT(err, HasSubstr(c.fault)) << c.text;
+    }
+}
+
+TEST_F(CommandLine, checks_includes_and_names_the_first_fault_of_each_file) {
+    folder.Write("a.rtf", "{\\rtf @INCLUDE([b])\n@INCLUDE([bad])@INCLUDE([b])");
+    folder.Write("x.rtf", "{\\rtf \n@THEN@ELSE");
+    Store("b.DAT", "@IF(x)@THEN@INCLUDE([B])@INCLUDE([c/d])@ENDIF");
+    std::filesystem::create_directory(folder.Path("c"));
+    Store("c/d.DAT", "@x");
+    Store("bad.DAT", "\n@COMPUTE([])@THEN");
+    const Finished run = Run({"check", "a.rtf", "x.rtf"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.err, HasSubstr("bad.DAT:2:10: error: Unexpected token in expression!\n"
+                                   "a.rtf:2:1: note: included from here\n"));
+    EXPECT_THAT(run.err, HasSubstr("x.rtf:2:1: error: Unexpected keyword!\n"));
+    EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 3) << run.err;
+    EXPECT_EQ(Run({"check", "none.rtf"}).exitCode, 2);
+}
+
+TEST_F(CommandLine, lists_what_a_template_uses) {
+    Store("part.DAT", "\n@deep@CALL(g)");
+    folder.Write("t.rtf",
+                 "{\\rtf @Name\n@DEFINE(n)@LET(n=m+1)@IF(k)@THEN@CALL(g)@ELSE@IF(q)@THEN@Name"
+                 "@ENDIF@ENDIF\n@INCLUDE([part])@INCLUDE(v)@CAP(s)\n@DEFER_START(key)\n@late"
+                 "@DEFER_END@PRINT_DEFERRED(ASC)");
+    const Finished run = Run({"vars", "t.rtf"});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    const auto json = nlohmann::json::parse(run.out);
+    const auto lines = [&](const char* list, const char* use) {
+        std::string text;
+        for (const auto& entry : json[list]) {
+            const auto& place = use ? entry.value(use, nlohmann::json()) : entry;
+            if (place.is_null()) continue;
+            text += entry["name"].get<std::string>() + ":" +
+                    std::to_string(place["line"].get<int>()) + " ";
+        }
+        return text;
+    };
+    EXPECT_EQ(lines("variables", "read"), "Name:1 m:2 k:2 q:2 s:3 key:4 late:5 deep:2 ");
+    EXPECT_EQ(lines("variables", "defined"), "n:2 ");
+    EXPECT_EQ(lines("variables", "assigned"), "n:2 ");
+    EXPECT_EQ(lines("functions", nullptr), "g:2 ");
+    EXPECT_EQ(lines("includes", nullptr), "part.DAT:3 v.DAT:3 ");
+    EXPECT_EQ(json["includes"][1]["named_by_variable"], true);
+    EXPECT_EQ(Run({"vars", "t.rtf", "t.rtf"}).exitCode, 2);
+    EXPECT_EQ(Run({"vars", "none.rtf"}).exitCode, 2);
+    folder.Write("t.rtf", "{\\rtf @THEN");
+    EXPECT_EQ(Run({"vars", "t.rtf"}).exitCode, 1);
+    EXPECT_EQ(Run({"vars", "t.rtf"}).out, "");
+}
+
+TEST_F(CommandLine, checks_large_templates_in_linear_time) {
+    std::string text = "{\\rtf ";
+    for (int i = 0; i < 50000; ++i) {
+        text += "a text of some words @v" + std::to_string(i % 20000) + " \\par\n";
+    }
+    folder.Write("large.rtf", text);
+    for (const char* command : {"check", "vars"}) {
+        EXPECT_EQ(Run({command, "large.rtf"}, {.secondsOfProcessor = 5}).exitCode, 0) << command;
+    }
+}
+
+}  // namespace
+}  // namespace tessalink::test
