@@ -33,7 +33,7 @@ CFile*& FileBasedReport::GetDefFile(int which) {
     return m_defFiles[which == 0 ? 0 : 1];
 }
 
-CString FileBasedReport::GetDefFilePath(int) const {
+CString FileBasedReport::GetDefFilePath(int) {
     return CString();
 }
 

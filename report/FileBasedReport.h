@@ -21,7 +21,7 @@ class CFile;
 ///         MyReport() { AddFct("Graph", &MyReport::draw_graph); }
 ///         void Write(CFile& out) { Variables().SetValue("Name", "Ann"); DoCreate(out, 0, 0); }
 ///     protected:
-///         CString GetDefFilePath(int) const override { return "report.dat"; }
+///         CString GetDefFilePath(int) override { return "report.dat"; }
 ///     private:
 ///         void draw_graph(CFile& output, void* extraInfo);
 ///     };
@@ -45,7 +45,7 @@ protected:
     /// closed. The report owns the file in it.
     virtual CFile*& GetDefFile(int which);
     /// The path of a definition file; empty unless a report says otherwise.
-    virtual CString GetDefFilePath(int which) const;
+    virtual CString GetDefFilePath(int which);
     /// Opens the definition file for reading, sharing allowed, or rewinds it if it is open. Throws
     /// CFileException.
     virtual void GetOpenDefFile(int which);

@@ -191,7 +191,7 @@ void BigFiveReport::Create(CFile& output, Form form) {
     DoCreate(output, form, 0);
 }
 
-CString BigFiveReport::GetDefFilePath(int which) const {
+CString BigFiveReport::GetDefFilePath(int which) {
     return GetModuleDir() + (which == Full ? "/full.DAT" : "/short.DAT");
 }
 

@@ -28,7 +28,7 @@ public:
     void Create(CFile& output, Form form);
 
 protected:
-    CString GetDefFilePath(int which) const override;
+    CString GetDefFilePath(int which) override;
 
 private:
     void writeProfile(CFile& output, void* extraInfo);

@@ -95,7 +95,7 @@ public:
     const std::string& Told() const { return m_told; }
 
 protected:
-    CString GetDefFilePath(int which) const override {
+    CString GetDefFilePath(int which) override {
         return m_folder.Path(std::to_string(which)).c_str();
     }
     void report_failed(const char* message) override { m_told = message; }
