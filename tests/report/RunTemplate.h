@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -44,14 +45,27 @@ inline Run runTemplate(std::string_view text, VarTable& variables, FctTable* fun
     return run;
 }
 
-/// Runs a template over fresh variables, plain and scrambled, which must agree.
+/// Runs a template over fresh variables: plain, scrambled, and behind so much text that a block of
+/// the reader ends at each of its first bytes in turn. All runs must agree.
 inline std::string outcomeOf(std::string_view text) {
-    VarTable variables;
-    const std::string plain = runTemplate(text, variables).Outcome();
-    VarTable again;
-    const std::string other =
-        runTemplate(scrambled(std::string(text)), again, nullptr, 1).Outcome();
-    return plain == other ? plain : "plain: " + plain + " scrambled: " + other;
+    constexpr std::size_t seams = 200;
+    const auto outcome = [](std::string_view content, int isScrambled) {
+        VarTable variables;
+        return runTemplate(content, variables, nullptr, isScrambled);
+    };
+    const Run plain = outcome(text, 0);
+    for (std::size_t k = 0; k <= std::min(text.size(), seams); ++k) {
+        const std::string before(BufferedFile::cBlockSize - 2 - k, 'x');
+        const std::string content = scrambled(before + "@@" + std::string(text));
+        const Run other = k == 0 ? outcome(scrambled(std::string(text)), 1) : outcome(content, 1);
+        const std::string expected = (k == 0 ? "" : before + "@") + plain.output;
+        if (other.result != plain.result || other.output != expected ||
+            std::string_view(other.error.what()) != plain.error.what()) {
+            return "plain: " + plain.Outcome() + ", cut at " + std::to_string(k) + ": " +
+                   other.Outcome();
+        }
+    }
+    return plain.Outcome();
 }
 
 }  // namespace tessalink::test
