@@ -113,5 +113,5 @@ void ReplaceTextA(CString& result, CString text, const char* argument) {
 }
 
 void ReplaceTextA(CString& result, CString text, unsigned int resourceId) {
-    ReplaceTextA(result, text, static_cast<const char*>(loadString(resourceId)));
+    ReplaceTextA(result, std::move(text), static_cast<const char*>(loadString(resourceId)));
 }

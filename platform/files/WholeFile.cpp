@@ -16,7 +16,7 @@ namespace tessalink {
 
 namespace {
 
-constexpr std::size_t cBufferSize = 64 * 1024;
+constexpr std::size_t cBufferSize = std::size_t{64} * 1024;
 constexpr const char* cStandardOutputName = "-";
 constexpr UINT cMemoryGrowBytes = 64 * 1024;
 constexpr int cMaxLinks = 40;

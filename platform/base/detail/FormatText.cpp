@@ -222,7 +222,8 @@ void Formatter::ConvertText(const Conversion& conversion) {
 }
 
 std::intmax_t Formatter::NextSigned(Length length) {
-    switch (length) {
+    // Types that are the same here differ elsewhere.
+    switch (length) {  // NOLINT(bugprone-branch-clone)
         case Length::Char:
             return static_cast<signed char>(va_arg(m_arguments, int));
         case Length::Short:

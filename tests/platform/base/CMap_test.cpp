@@ -148,8 +148,8 @@ struct Point {
 }  // namespace
 
 template <>
-UINT HashKey<const Point&>(const Point& point) {
-    return static_cast<UINT>(point.x);  // all y collide
+UINT HashKey<const Point&>(const Point& key) {
+    return static_cast<UINT>(key.x);  // all y collide
 }
 
 namespace {
