@@ -222,8 +222,7 @@ void Formatter::ConvertText(const Conversion& conversion) {
 }
 
 std::intmax_t Formatter::NextSigned(Length length) {
-    // Types that are the same here differ elsewhere.
-    switch (length) {  // NOLINT(bugprone-branch-clone)
+    switch (length) {
         case Length::Char:
             return static_cast<signed char>(va_arg(m_arguments, int));
         case Length::Short:
@@ -232,7 +231,7 @@ std::intmax_t Formatter::NextSigned(Length length) {
             return va_arg(m_arguments, long);
         case Length::LongLong:
             return va_arg(m_arguments, long long);
-        case Length::Max:
+        case Length::Max:  // NOLINT(bugprone-branch-clone): the same type here, not everywhere
             return va_arg(m_arguments, std::intmax_t);
         case Length::Size:
         case Length::Difference:
