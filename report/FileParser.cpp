@@ -9,9 +9,11 @@
 #include "report/VarTable.h"
 #include "report/detail/CharTables.h"
 #include "report/detail/LineFinder.h"
+#include "report/detail/Nesting.h"
 
 using tessalink::TemplateFile;
 using tessalink::TextPlace;
+using tessalink::detail::NestingCount;
 
 FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
     : FileParser(templateFile, output, variables, nullptr, scrambled) {}
@@ -74,6 +76,11 @@ void FileParser::suspend_template() {
 int FileParser::run_text(const CString& text, CFile& output, Source source,
                          std::uint64_t position) {
     if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+    const auto length = static_cast<std::size_t>(text.GetLength());
+    if (length > cMaxTextLength - m_usage->textLength) {
+        return handle_error("Texts of nested EVALs too long!");
+    }
+    const NestingCount running(m_usage->textLength, length);
     CMemFile file(text.View());
     const int scrambled = source == Source::deferred ? m_scanner.IsScrambled() : 0;
     const auto nested = create_parser(file, output, scrambled);
@@ -86,7 +93,7 @@ int FileParser::run_nested(FileParser& nested, Source source, std::uint64_t posi
     nested.m_parent = this;
     nested.m_parentPos = position;
     nested.m_runDepth = m_runDepth + 1;
-    nested.m_nesting = m_nesting;
+    nested.m_usage = m_usage;
     return nested.Parse(error);
 }
 

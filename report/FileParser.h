@@ -59,8 +59,9 @@ public:
     static constexpr int cMaxDecimals = 1000;
     /// How many blocks one group of deferred output may have.
     static constexpr std::size_t cMaxDeferredBlocks = 65535;
-    /// The longest text, in bytes, that a string expression or a deferred block may have.
-    static constexpr std::size_t cMaxTextLength = 256u << 20;
+    /// The longest text, in bytes, that a string expression may have, and that the texts of all
+    /// EVALs and deferred blocks that run within one another may have together.
+    static constexpr std::size_t cMaxTextLength = 16u << 20;
 
     /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template
     /// is stored scrambled. Included templates always are.
@@ -189,10 +190,16 @@ protected:
 private:
     /// Where a nested template's text comes from.
     enum class Source { file, evaluated, deferred };
+    /// What the limits count.
+    struct Usage {
+        int nesting = 0;
+        std::size_t textLength = 0;  ///< of the texts that are running
+    };
     struct DeferredGroup;
     using StatementStep = int (FileParser::*)(const Token&, int);
     using ValueStep = int (FileParser::*)(const Token&, CString&, int);
 
+    static constexpr const char* cTextTooLong = "Text too long in string expression!";
     static const StatementStep cStatements[Token::cKeywordCount];
     static ValueStep find_value_function(std::string_view name);
 
@@ -243,8 +250,8 @@ private:
     int m_executing = 1;               ///< the execute flag of the expression being evaluated
     std::uint64_t m_statementPos = 0;  ///< where the current simple statement starts
     const std::uint64_t* m_faultPos = nullptr;  ///< where faults are, if not at the token
-    int m_ownNesting = 0;
-    int* m_nesting = &m_ownNesting;  ///< shared by all runs within one another
+    Usage m_ownUsage;
+    Usage* m_usage = &m_ownUsage;  ///< shared by all runs within one another
     int m_runDepth = 0;
     Source m_source = Source::file;
     const FileParser* m_parent = nullptr;

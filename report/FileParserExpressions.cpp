@@ -303,7 +303,7 @@ int FileParser::get_str_exp_var(const Token& token, CString& result, int execute
 
 int FileParser::append_text(CString& result, std::string_view text) {
     if (text.size() > cMaxTextLength - static_cast<std::size_t>(result.GetLength())) {
-        return handle_error("Text too long in string expression!");
+        return handle_error(cTextTooLong);
     }
     result += text;
     return 1;

@@ -86,8 +86,8 @@ int FileParser::get_var(const Token& token, int execute) {
 
 int FileParser::get_cond_stmt(const Token& token, int execute) {
     if (!execute) return skip_cond_stmt(token, execute);
-    if (*m_nesting >= cMaxNesting) return handle_error("Statements nested too deeply!");
-    const NestingCount nesting(*m_nesting);
+    if (m_usage->nesting >= cMaxNesting) return handle_error("Statements nested too deeply!");
+    const NestingCount nesting(m_usage->nesting);
     if (!next_is(Token::tkLParen, "Left parenthesis expected after @IF!")) return 0;
     Operand condition{};
     if (!evaluate(next_exp(), execute, condition)) return 0;

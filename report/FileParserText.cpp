@@ -20,12 +20,27 @@ constexpr std::array<const char*, 21> cNumberWords = {
     "fourteen", "fifteen", "sixteen", "seventeen", "eighteen", "nineteen", "twenty"};
 constexpr std::int32_t cLargestWord = static_cast<std::int32_t>(cNumberWords.size()) - 1;
 
-/// The growth step of the file that takes the output of an EVAL used as a value.
-constexpr UINT cValueGrowth = 1024;
-
 char upper(char ch) {
     return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - ('a' - 'A')) : ch;
 }
+
+/// Takes the output of an EVAL used as a value, as long as it is no longer than a text may be.
+class ValueFile : public CMemFile {
+public:
+    ValueFile(std::size_t limit, const char* message)
+        : CMemFile(cGrowth), m_limit(limit), m_message(message) {}
+
+    void Write(const void* buffer, std::size_t count) override {
+        if (count > m_limit - GetLength()) throw ParseException(m_message);
+        CMemFile::Write(buffer, count);
+    }
+
+private:
+    static constexpr UINT cGrowth = 1024;
+
+    std::size_t m_limit;
+    const char* m_message;
+};
 
 /// "a", "a and b", "a, b, and c"; with an empty conjunction "a b" and "a, b, c". The conjunction is
 /// the last of the texts.
@@ -119,9 +134,12 @@ int FileParser::get_cap_value(const Token& token, CString& result, int execute) 
 int FileParser::get_comma_list_value(const Token& token, CString& result, int execute) {
     if (!next_is(Token::tkLParen, "Left parenthesis expected after COMMA_LIST!")) return 0;
     std::vector<CString> items;
+    std::size_t length = 0;
     do {
         items.emplace_back();
         if (!get_nested_str_exp(token, items.back(), execute)) return 0;
+        length += static_cast<std::size_t>(items.back().GetLength());
+        if (length > cMaxTextLength) return handle_error(cTextTooLong);
         if (items.back().IsEmpty()) items.pop_back();
     } while (token.GetKind() == Token::tkComma);
     items.emplace_back("and");
@@ -137,10 +155,10 @@ int FileParser::get_comma_list_value(const Token& token, CString& result, int ex
 }
 
 int FileParser::get_nested_str_exp(const Token& token, CString& result, int execute) {
-    if (*m_nesting > cMaxNesting - cValueNesting) {
+    if (m_usage->nesting > cMaxNesting - cValueNesting) {
         return handle_error("Value functions nested too deeply!");
     }
-    const NestingCount nesting(*m_nesting, cValueNesting);
+    const NestingCount nesting(m_usage->nesting, cValueNesting);
     next_exp();
     return get_str_exp(token, result, execute);
 }
@@ -166,7 +184,7 @@ int FileParser::get_eval_value(const Token& token, CString& result, int execute)
     if (!get_eval_argument(token, text, execute)) return 0;
     if (!execute) return 1;
     // Not on the stack: EVALs run deep within one another.
-    const auto value = std::make_unique<CMemFile>(cValueGrowth);
+    const auto value = std::make_unique<ValueFile>(cMaxTextLength, cTextTooLong);
     if (!run_text(text, *value, Source::evaluated, position)) return 0;
     result = CString(value->View());
     return 1;

@@ -2,10 +2,11 @@
 
 namespace tessalink::detail {
 
-/// Counts one construct within another for as long as it is being read.
+/// Adds to a count for as long as a construct within another is being read or run.
+template <class Count>
 class NestingCount {
 public:
-    explicit NestingCount(int& count, int weight = 1) : m_count(count), m_weight(weight) {
+    explicit NestingCount(Count& count, Count weight = 1) : m_count(count), m_weight(weight) {
         m_count += weight;
     }
     ~NestingCount() { m_count -= m_weight; }
@@ -13,8 +14,8 @@ public:
     NestingCount& operator=(const NestingCount&) = delete;
 
 private:
-    int& m_count;
-    int m_weight;
+    Count& m_count;
+    Count m_weight;
 };
 
 /// Sets a variable for the current scope.
