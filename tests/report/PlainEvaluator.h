@@ -100,7 +100,9 @@ private:
     Value Variable() {
         const auto found = m_variables.find(m_name);
         if (found != m_variables.end() && !found->second.isText) return found->second;
-        m_faults.insert("Non-number variable '" + m_name + "' used in expression!");
+        constexpr std::size_t longest = 299;
+        const std::string message = "Non-number variable '" + m_name + "' used in expression!";
+        m_faults.insert(message.substr(0, longest));
         throw Stop();
     }
 

@@ -156,9 +156,12 @@ public:
         }
     }
 
-    /// Compares on one expression; empty when they agree, otherwise what each says.
-    std::string Step() {
-        m_expression = m_writer.Write();
+    /// Compares on a random expression; empty when both agree, otherwise what each says.
+    std::string Step() { return CompareOn(m_writer.Write()); }
+
+    /// Compares on this one.
+    std::string CompareOn(const std::string& expression) {
+        m_expression = expression;
         const int width = static_cast<int>(m_dice.Below(30));
         const int decimals = static_cast<int>(m_dice.Below(20));
         PlainEvaluator plain(m_expression + ")", expressionVariables());

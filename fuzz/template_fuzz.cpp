@@ -1,0 +1,119 @@
+// Any text as a template: stored plain and scrambled, and across a block boundary, it gives the
+// same output and the same message; a checker reads it to an end.
+#include <cstdint>
+#include <string>
+
+#include "fuzz/detail/require.h"
+#include "platform/base/HostServices.h"
+#include "report/TemplateChecker.h"
+#include "tests/report/RandomTemplates.h"
+#include "tests/report/RunTemplate.h"
+
+namespace {
+
+using tessalink::fuzz::require;
+
+/// Templates may loop by recursion: an output that grows beyond its budget ends the run.
+class BoundedFile : public CMemFile {
+public:
+    void Write(const void* buffer, std::size_t count) override {
+        constexpr std::size_t budget = 64 * 1024;
+        if (++m_writes > budget || GetLength() + count > budget) {
+            AfxThrowFileException(CFileException::diskFull);
+        }
+        CMemFile::Write(buffer, count);
+    }
+
+private:
+    std::size_t m_writes = 0;
+};
+
+/// A parser without includes whose EVALs are few, so that no template runs for long.
+class BoundedParser : public FileParser {
+public:
+    BoundedParser(CFile& file, CFile& out, VarTable& variables, int isScrambled, int& runs)
+        : FileParser(file, out, variables, isScrambled), m_runs(runs) {}
+
+protected:
+    int do_include(const CString& name) override { return handle_error("No include %s!", name); }
+    std::unique_ptr<FileParser> create_parser(CFile& file, CFile& out, int isScrambled) override {
+        constexpr int maxRuns = 500;
+        if (++m_runs > maxRuns) throw ParseException("Too many runs!");
+        return std::make_unique<BoundedParser>(file, out, variables(), isScrambled, m_runs);
+    }
+    int get_assigned_value(const Token& token, const CString& name, int execute) override {
+        constexpr int maxLength = 10000;
+        if (!FileParser::get_assigned_value(token, name, execute)) return 0;
+        const bool isLong = variables().GetStr(name).GetLength() > maxLength;
+        return !isLong || handle_error("Text too long!");
+    }
+
+private:
+    int& m_runs;
+};
+
+struct Outcome {
+    bool isGood = false;
+    std::string output;
+    std::string message;
+};
+
+Outcome run(std::string text, bool isStored) {
+    if (isStored) text = tessalink::test::scrambled(text);
+    CMemFile file{std::string_view(text)};
+    BoundedFile output;
+    VarTable variables;
+    tessalink::test::Dice dice(1);
+    tessalink::test::TemplateWriter::Fill(variables, dice);
+    int runs = 0;
+    BoundedParser parser(file, output, variables, isStored, runs);
+    ParseException fault;
+    Outcome outcome;
+    outcome.isGood = parser.Parse(&fault) != 0;
+    outcome.output = std::string(output.View());
+    outcome.message = fault.what();
+    require(!outcome.isGood || outcome.message.empty(), "a good run has no message");
+    require(outcome.message.empty() || outcome.message.back() == '!', "a message ends in !");
+    require(outcome.message.empty() == !fault.GetPlace().IsKnown(), "a fault has a place");
+    return outcome;
+}
+
+void check(const std::string& text) {
+    CMemFile file{std::string_view(text)};
+    CMemFile output;
+    VarTable definitions;
+    tessalink::TemplateChecker checker(file, output, definitions, 0);
+    ParseException fault;
+    const bool isGood = checker.Parse(&fault) != 0;
+    require(isGood == (*fault.what() == '\0'), "a check has a message or is good");
+    require(output.GetLength() == 0, "a check writes nothing");
+}
+
+/// The box of an output beyond its budget is not shown.
+bool silenceMessageBoxes() {
+    tessalink::HostServices services;
+    services.messageBox = [](const char*, UINT) { return IDOK; };
+    tessalink::setHostServices(services);
+    return true;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    constexpr std::size_t maxSize = 4096;
+    static const bool isSilent = silenceMessageBoxes();
+    if (size > maxSize || !isSilent) return 0;
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const Outcome plain = run(text, false);
+    const Outcome stored = run(text, true);
+    require(plain.isGood == stored.isGood && plain.output == stored.output &&
+                plain.message == stored.message,
+            "storage does not matter");
+    const std::size_t seam = size == 0 ? 0 : data[0] % size;
+    const std::string before(BufferedFile::cBlockSize - 2 - seam, 'x');
+    const Outcome cut = run(before + "@@" + text, true);
+    require(cut.isGood == plain.isGood && cut.message == plain.message, "blocks do not matter");
+    if (plain.isGood) require(cut.output == before + "@" + plain.output, "nor for the output");
+    check(text);
+    return 0;
+}
