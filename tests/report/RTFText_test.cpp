@@ -160,14 +160,9 @@ TEST(RTFText, replaces_arguments_and_prefixes) {
         const char* result;
     };
     const Case cases[] = {
-        {"a %1 b %1", "x", "a x b x"},
-        {"%1", "", ""},
-        {"none", "x", "none"},
-        {"%%11", "%", "%%"},
-        {"%%11", "", ""},
-        {"50% %2 %1", "100%", "50% %2 100%"},
-        {"%1", "[%1]", "[%1]"},
-        {"%1", nullptr, ""},
+        {"a %1 b %1", "x", "a x b x"}, {"%1", "", ""},      {"none", "x", "none"},
+        {"%%11", "%", "%%"},           {"%%11", "", ""},    {"50% %2 %1", "100%", "50% %2 100%"},
+        {"%1", "[%1]", "[%1]"},        {"%1", nullptr, ""},
     };
     for (const Case& c : cases) {
         CString result("before");

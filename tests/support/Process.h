@@ -17,7 +17,7 @@ struct Finished {
 /// How a program is run.
 struct Setting {
     std::string folder = ".";
-    std::string input;
+    std::string input = {};
     const char* outputPath = nullptr;  ///< standard output, or null: collected in `out`
     std::size_t maxFileSize = 0;       ///< in bytes; 0: none
     bool hasFewRights = false;         ///< not those of the administrator
