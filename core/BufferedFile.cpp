@@ -1,5 +1,6 @@
 #include "core/BufferedFile.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -60,9 +61,9 @@ void BufferedFile::SkipEol() {
 }
 
 void BufferedFile::SetPos(std::uint64_t position) {
-    const auto count = static_cast<std::uint64_t>(m_end - m_buffer.data());
+    const auto count = static_cast<std::uint64_t>(m_end - m_block);
     if (position >= m_blockStart && position - m_blockStart <= count) {
-        m_next = m_buffer.data() + (position - m_blockStart);
+        m_next = m_block + (position - m_blockStart);
         return;
     }
     seek_to(position);
@@ -91,9 +92,9 @@ CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
     CString text;
     char* bytes = text.GetBuffer(static_cast<int>(length));
     std::size_t got = length;
-    const auto count = static_cast<std::uint64_t>(m_end - m_buffer.data());
+    const auto count = static_cast<std::uint64_t>(m_end - m_block);
     if (first >= m_blockStart && end <= m_blockStart + count) {
-        std::memcpy(bytes, m_buffer.data() + (first - m_blockStart), length);
+        std::memcpy(bytes, m_block + (first - m_blockStart), length);
         if (m_scrambled) tessalink::scramble(bytes, length);
     } else {
         const auto offset = static_cast<std::int64_t>(m_file->GetPosition());
@@ -117,17 +118,24 @@ void BufferedFile::reset() {
 }
 
 void BufferedFile::load_block() {
-    clear_block(m_blockStart + static_cast<std::uint64_t>(m_end - m_buffer.data()));
-    char* bytes = m_buffer.data();
-    const std::size_t count = m_file ? m_file->Read(bytes, cBlockSize) : 0;
+    clear_block(m_blockStart + static_cast<std::uint64_t>(m_end - m_block));
+    if (!m_file) AfxThrowFileException(CFileException::endOfFile);
+    // A short file needs no more room than its size; one that tells none may still hold something.
+    const std::size_t room = m_size == 0 ? cBlockSize : std::min<std::uint64_t>(m_size, cBlockSize);
+    if (m_capacity < room) {
+        m_buffer = std::make_unique_for_overwrite<char[]>(room + cSlack);
+        m_capacity = room;
+    }
+    char* bytes = m_buffer.get();
+    const std::size_t count = m_file->Read(bytes, room);
     if (count == 0) AfxThrowFileException(CFileException::endOfFile);
     if (m_scrambled) tessalink::scramble(bytes, count);
     std::memset(bytes + count, 0, cSlack);
+    m_next = m_block = bytes;
     m_end = bytes + count;
 }
 
 void BufferedFile::clear_block(std::uint64_t position) {
     m_blockStart = position;
-    m_next = m_end = m_buffer.data();
-    std::memset(m_buffer.data(), 0, cSlack);
+    m_next = m_end = m_block = cNoBlock;
 }

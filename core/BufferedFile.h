@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "platform/base/CObject.h"
 #include "platform/base/CString.h"
@@ -72,7 +72,7 @@ public:
 
     /// Offset in the file of the character that GetCh returns next.
     std::uint64_t GetPos() const {
-        return m_blockStart + static_cast<std::uint64_t>(m_next - m_buffer.data());
+        return m_blockStart + static_cast<std::uint64_t>(m_next - m_block);
     }
     /// Moves to an offset: within the block in the buffer, or by a seek of the file.
     void SetPos(std::uint64_t position);
@@ -112,6 +112,9 @@ public:
     int IsScrambled() const { return m_scrambled; }
 
 private:
+    /// What an empty block points at.
+    static constexpr char cNoBlock[cSlack] = {};
+
     void reset();
     void load_block();
     void seek_to(std::uint64_t position);
@@ -123,9 +126,11 @@ private:
     std::uint64_t m_blockStart = 0;
     std::uint64_t m_savedPos = cNoPosition;
     int m_scrambled;
-    const char* m_next = nullptr;
-    const char* m_end = nullptr;
-    std::array<char, cBlockSize + cSlack> m_buffer;
+    const char* m_block = cNoBlock;  ///< the block's first character
+    const char* m_next = cNoBlock;
+    const char* m_end = cNoBlock;
+    std::unique_ptr<char[]> m_buffer;  ///< made when the first block is loaded
+    std::size_t m_capacity = 0;
 };
 
 namespace tessalink {

@@ -91,8 +91,7 @@ constexpr auto cSigns = [] {
 
 }  // namespace
 
-FileScanner::FileScanner(CFile& file, int scrambled)
-    : m_reader(&file, scrambled), m_buffer(new char[cTextCapacity]) {
+FileScanner::FileScanner(CFile& file, int scrambled) : m_reader(&file, scrambled) {
     if (m_reader.AtEOF()) m_token.m_kind = m_previous = Token::tkEnd;
 }
 
@@ -224,10 +223,10 @@ const Token& FileScanner::read_long_text() {
         m_reader.MoveTo(cursor + count);
         const bool complete = at || length + count == room || m_reader.AtEOF();
         if (complete && inOneBlock) return finish_text(Token::tkText, {cursor, count});
-        std::memcpy(m_buffer.get() + length, cursor, count);
+        std::memcpy(text_buffer() + length, cursor, count);
         length += count;
         if (complete || !m_reader.Fill())
-            return finish_text(Token::tkText, {m_buffer.get(), length});
+            return finish_text(Token::tkText, {text_buffer(), length});
     }
 }
 
@@ -313,7 +312,7 @@ const Token& FileScanner::read_number() {
 }
 
 const Token& FileScanner::read_long_number() {
-    tessalink::detail::NumeralText numeral(m_buffer.get(), m_capacity);
+    tessalink::detail::NumeralText numeral(text_buffer(), m_capacity);
     read_digits(numeral);
     m_token.m_isInteger = !take_if('.');
     if (m_token.m_isInteger) {
@@ -352,6 +351,18 @@ const Token& FileScanner::read_split_name() {
 }
 
 const Token& FileScanner::read_string_constant() {
+    // Mostly a constant inside the block, without doubled brackets.
+    const char* start = m_reader.Cursor() + 1;
+    const char* end = start;
+    while (*end != cStringEnd && *end != '\0' && !isLineEnd(*end)) ++end;
+    if (*end != cStringEnd || ends_at_seam(end + 1) || end[1] == cStringEnd) {
+        return read_split_string();
+    }
+    m_reader.MoveTo(end + 1);
+    return finish(Token::tkString, {start, static_cast<std::size_t>(end - start)});
+}
+
+const Token& FileScanner::read_split_string() {
     const auto stops = [](char ch) { return ch == cStringEnd || isLineEnd(ch); };
     std::size_t length = 0;
     m_reader.GetCh();
@@ -365,7 +376,7 @@ const Token& FileScanner::read_string_constant() {
             continue;
         }
         SkipLineEnds();
-        if (!take_if(cStringEnd)) return finish_text(Token::tkString, {m_buffer.get(), length});
+        if (!take_if(cStringEnd)) return finish_text(Token::tkString, {text_buffer(), length});
         append(length, {&cStringEnd, 1});
     }
     throw ParseException("String constant not terminated!");
@@ -374,10 +385,10 @@ const Token& FileScanner::read_string_constant() {
 std::string_view FileScanner::read_split_word(std::size_t limit) {
     std::size_t length = 0;
     while (length < limit && m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
-        m_buffer[length++] = m_reader.GetCh();
+        text_buffer()[length++] = m_reader.GetCh();
         SkipLineEnds();
     }
-    return {m_buffer.get(), length};
+    return {text_buffer(), length};
 }
 
 bool FileScanner::ends_at_seam(const char* end) const {
@@ -406,14 +417,14 @@ void FileScanner::skip_one_blank() {
 
 void FileScanner::append(std::size_t& length, std::string_view text) {
     while (text.size() > m_capacity - 1 - length) grow(length);
-    std::memcpy(m_buffer.get() + length, text.data(), text.size());
+    std::memcpy(text_buffer() + length, text.data(), text.size());
     length += text.size();
 }
 
 void FileScanner::grow(std::size_t length) {
     const std::size_t capacity = 2 * m_capacity + 1;
     auto buffer = std::make_unique_for_overwrite<char[]>(capacity);
-    std::memcpy(buffer.get(), m_buffer.get(), length);
+    std::memcpy(buffer.get(), text_buffer(), length);
     m_buffer = std::move(buffer);
     m_capacity = capacity;
 }

@@ -103,7 +103,8 @@ private:
     void read_digits(tessalink::detail::NumeralText& numeral);
     const Token& read_name();
     [[gnu::noinline]] const Token& read_split_name();
-    [[gnu::noinline]] const Token& read_string_constant();
+    const Token& read_string_constant();
+    [[gnu::noinline]] const Token& read_split_string();
     std::string_view read_split_word(std::size_t limit);
     /// Whether what ends there may go on: in the next block or after a line end.
     bool ends_at_seam(const char* end) const;
@@ -111,6 +112,10 @@ private:
     bool take_if(char wanted);
     void skip_white_space();
     void skip_one_blank();
+    char* text_buffer() {
+        if (!m_buffer) m_buffer = std::make_unique_for_overwrite<char[]>(m_capacity);
+        return m_buffer.get();
+    }
     void append(std::size_t& length, std::string_view text);
     void grow(std::size_t length);
 
@@ -119,5 +124,5 @@ private:
     Token::Kind m_previous = Token::tkNone;
     std::uint64_t m_tokenPos = 0;
     std::size_t m_capacity = cTextCapacity;
-    std::unique_ptr<char[]> m_buffer;
+    std::unique_ptr<char[]> m_buffer;  ///< made when a token is first put together
 };

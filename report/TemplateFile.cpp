@@ -1,5 +1,6 @@
 #include "report/TemplateFile.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -52,26 +53,28 @@ CString findIgnoringCase(const CString& path) {
 
 TemplateFile::TemplateFile(const CString& path) : m_path(withSlashes(path)) {
     CFileException error;
-    if (Open(m_path, cOpenFlags, &error)) return;
-    if (error.m_cause != CFileException::fileNotFound && error.m_cause != CFileException::badPath) {
-        throw error;
+    if (!Open(m_path, cOpenFlags, &error)) {
+        const bool missing = error.m_cause == CFileException::fileNotFound ||
+                             error.m_cause == CFileException::badPath;
+        const CString found = missing ? findIgnoringCase(m_path) : CString();
+        if (found.IsEmpty() || !Open(found, cOpenFlags, nullptr)) throw error;
+        m_path = found;
     }
-    const CString found = findIgnoringCase(m_path);
-    if (found.IsEmpty() || !Open(found, cOpenFlags, nullptr)) throw error;
-    m_path = found;
+    m_length = CFile::GetLength();
 }
 
 void TemplateFile::Suspend() {
     if (m_suspended) return;
     m_offset = CFile::GetPosition();
-    m_length = CFile::GetLength();
     Close();
     m_suspended = true;
 }
 
 std::size_t TemplateFile::Read(void* buffer, std::size_t count) {
     resume();
-    return CFile::Read(buffer, count);
+    // Asking for no more than there is spares the system call that only finds the end.
+    const std::uint64_t left = m_length - std::min(m_length, CFile::GetPosition());
+    return CFile::Read(buffer, std::min<std::uint64_t>(count, left));
 }
 
 std::uint64_t TemplateFile::Seek(std::int64_t offset, unsigned int from) {
@@ -84,7 +87,7 @@ std::uint64_t TemplateFile::GetPosition() const {
 }
 
 std::uint64_t TemplateFile::GetLength() const {
-    return m_suspended ? m_length : CFile::GetLength();
+    return m_length;
 }
 
 void TemplateFile::resume() {

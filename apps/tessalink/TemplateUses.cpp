@@ -56,15 +56,15 @@ void TemplateWalk::Read(const std::vector<std::string>& templatePaths,
     for (const std::string& path : templatePaths) {
         TemplateInput input(path);
         setIncludeFolder(path, includeFolder);
-        const std::size_t firstInclude = m_uses.includes.Entries().size();
+        m_uses = {};
         read_file(input.File(), input.IsScrambled(), nullptr);
-        read_includes(firstInclude);
+        read_includes();
     }
 }
 
-void TemplateWalk::read_includes(std::size_t firstInclude) {
+void TemplateWalk::read_includes() {
     // Included templates add their own includes to the end of the list.
-    for (std::size_t i = firstInclude; i < m_uses.includes.Entries().size(); ++i) {
+    for (std::size_t i = 0; i < m_uses.includes.Entries().size(); ++i) {
         const NamedUse include = m_uses.includes.Entries()[i];
         if (include.isConstant) read_include(include);
     }
@@ -75,8 +75,10 @@ void TemplateWalk::read_include(const NamedUse& include) {
     if (leavesFolder(include.name)) {
         trouble.Format(cIncludeOutside, static_cast<const char*>(include.name));
     } else {
+        const CString path = GetModuleDir() + "\\" + include.name;
+        if (!m_includesRead.insert(path).second) return;
         try {
-            TemplateFile file(GetModuleDir() + "\\" + include.name);
+            TemplateFile file(path);
             return read_file(file, 1, &include.first);
         } catch (const CFileException& error) {
             trouble = includeTrouble(include.name, error);

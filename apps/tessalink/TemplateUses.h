@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -60,15 +61,17 @@ public:
 
     int FaultCount() const { return m_faults; }
     int FileCount() const { return m_files; }
+    /// What the template that was read last uses, with its includes.
     const TemplateUses& Uses() const { return m_uses; }
 
 private:
-    void read_includes(std::size_t firstInclude);
+    void read_includes();
     void read_include(const NamedUse& include);
     void read_file(CFile& file, int scrambled, const TextPlace* includedFrom);
     void fail(const ParseException& fault);
 
     TemplateUses m_uses;
+    std::set<CString> m_includesRead;  ///< their paths
     int m_faults = 0;
     int m_files = 0;
 };
