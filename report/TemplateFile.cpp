@@ -60,7 +60,7 @@ TemplateFile::TemplateFile(const CString& path) : m_path(withSlashes(path)) {
         if (found.IsEmpty() || !Open(found, cOpenFlags, nullptr)) throw error;
         m_path = found;
     }
-    m_length = CFile::GetLength();
+    m_length = m_lengthAtOpen;
 }
 
 void TemplateFile::Suspend() {
@@ -96,7 +96,7 @@ void TemplateFile::resume() {
     if (!Open(m_path, cOpenFlags, &error)) throw error;
     m_suspended = false;
     // A template that changed while its includes ran can't be read on from the old place.
-    if (CFile::GetLength() != m_length) {
+    if (m_lengthAtOpen != m_length) {
         AfxThrowFileException(CFileException::invalidFile, 0, m_path);
     }
     CFile::Seek(static_cast<std::int64_t>(m_offset), CFile::begin);

@@ -69,6 +69,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
     m_hFile = file.descriptor;
     m_position = 0;
     m_ownPosition = file.isRegular;
+    m_lengthAtOpen = file.length;
     if (file.error == 0) return 1;
     if (error != nullptr) {
         const int cause = tessalink::detail::causeOf(file.error, m_strFileName);

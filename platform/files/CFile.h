@@ -101,7 +101,8 @@ protected:
     // Raises the fault of the last system call.
     [[noreturn]] void ThrowLastError() const;
 
-    CString m_strFileName;  // as it was given
+    CString m_strFileName;             // as it was given
+    std::uint64_t m_lengthAtOpen = 0;  // before modeCreate emptied the file; 0 if it is not regular
 
 private:
     std::size_t ReadSome(void* buffer, std::size_t count);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/base/CString.h"
 
 namespace tessalink::detail {
@@ -9,6 +11,7 @@ struct OpenedFile {
     int descriptor = -1;
     int error = 0;
     bool isRegular = false;  // no directory, device or pipe
+    std::uint64_t length = 0;
 };
 
 // Opens a file with the flags of CFile and takes the locks that its sharing mode asks for. Of a
