@@ -64,7 +64,7 @@ Outcome run(std::string text, bool isStored) {
     BoundedFile output;
     VarTable variables;
     tessalink::test::Dice dice(1);
-    tessalink::test::TemplateWriter::Fill(variables, dice);
+    tessalink::test::fillVariables(variables, dice);
     int runs = 0;
     BoundedParser parser(file, output, variables, isStored, runs);
     ParseException fault;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -12,7 +13,7 @@
 #include "report/VarTable.h"
 #include "tests/report/PlainEvaluator.h"
 #include "tests/report/RunTemplate.h"
-#include "tests/support/Dice.h"
+#include "tests/support/Grammar.h"
 
 namespace tessalink::test {
 
@@ -37,114 +38,55 @@ inline const std::map<std::string, Value>& expressionVariables() {
     return variables;
 }
 
-/// Writes random expressions, nearly all of them correct.
-class ExpressionWriter {
-public:
-    explicit ExpressionWriter(Dice& dice) : m_dice(dice) {}
-
-    std::string Write() {
-        m_text.clear();
-        // Some are deep enough for the stacks to run over.
-        if (m_dice.OneIn(50)) {
-            Nest(20 + m_dice.Below(13));
-        } else {
-            Expression(1 + m_dice.Below(4));
-        }
-        if (m_dice.OneIn(50)) Spoil();
-        return m_text;
-    }
-
-private:
-    void Expression(std::size_t depth) {
-        static constexpr const char* operators[] = {"*", "/",  "+",  "-", "<", "<=",  "=",
-                                                    ">", ">=", "<>", "&", "|", "<\n>"};
-        Element(depth);
-        for (std::size_t more = m_dice.Below(4); more > 0; --more) {
-            Space();
-            m_text += m_dice.Pick(operators);
-            Space();
-            Element(depth);
-        }
-    }
-    void Element(std::size_t depth) {
-        static constexpr const char* prefixes[] = {"-", "~"};
-        if (m_dice.OneIn(6)) m_text += m_dice.Pick(prefixes);
-        Space();
-        if (depth > 0 && m_dice.OneIn(3)) {
-            m_text += '(';
-            Space();
-            Expression(depth - 1);
-            Space();
-            m_text += ')';
-        } else if (m_dice.OneIn(2)) {
-            Numeral();
-        } else {
-            Name();
-        }
-    }
-    void Nest(std::size_t depth) {
-        static constexpr const char* levels[] = {"(", "~(", "(1+", "1|(0=(", "n-("};
-        std::string ends;
-        for (std::size_t i = 0; i < depth; ++i) {
-            const std::string level = m_dice.OneIn(8) ? m_dice.Pick(levels) : "(";
-            m_text += level;
-            ends += std::string(
-                static_cast<std::size_t>(std::count(level.begin(), level.end(), '(')), ')');
-        }
-        Expression(1);
-        m_text += ends;
-    }
-    void Numeral() {
-        static constexpr const char* numerals[] = {"0",
-                                                   "1",
-                                                   "2",
-                                                   "007",
-                                                   "2147483647",
-                                                   "2147483648",
-                                                   "99999999999999999999",
-                                                   "0.0",
-                                                   "3.",
-                                                   "1\r\n2",
-                                                   "1\n.\r5",
-                                                   "0.1",
-                                                   "1000000.25",
-                                                   "123456789012345678901234567890.5"};
-        m_text += m_dice.Pick(numerals);
-    }
-    void Name() {
-        if (m_dice.OneIn(2000)) {
-            m_text += "nobody";
-            return;
-        }
-        auto variable = expressionVariables().begin();
-        std::advance(variable, m_dice.Below(expressionVariables().size()));
-        if (variable->second.isText && !m_dice.OneIn(100)) variable = expressionVariables().begin();
-        std::string name = variable->first;
-        if (m_dice.OneIn(8)) name.insert(m_dice.Below(name.size() + 1), "\r\n");
-        if (m_dice.OneIn(8) && name.size() < 32 && name[0] != '\r') name.insert(0, "@");
-        m_text += name;
-    }
-    void Space() {
-        static constexpr const char* spaces[] = {" ", "\r\n", "\t", " \n "};
-        if (m_dice.OneIn(10)) m_text += m_dice.Pick(spaces);
-    }
-    void Spoil() {
-        const std::size_t at = m_dice.Below(m_text.size());
-        if (m_dice.OneIn(2)) {
-            m_text.erase(at, 1);
-        } else {
-            m_text.insert(at, 1, m_dice.Pick(std::string_view("()-~+,.1a ")));
-        }
-    }
-
-    Dice& m_dice;
-    std::string m_text;
-};
+/// Expressions that follow the grammar; a few of their variables are no numbers.
+inline Grammar expressionGrammar() {
+    return Grammar({
+        {'X', {"$e", "$e$_$o$_$e", "$e$o$e$_$o$e", "$e$o$e$o$e$o$e"}},
+        {'e', {"1", "n", "0", "$n", "$v", "$v", "$u$_$v", "$u$n", "($_$X$_)", "($X)", "$u$_($X)"}},
+        {'u', {"-", "~"}},
+        {'o', {"*", "/", "+", "-", "<", "<=", "=", ">", ">=", "<>", "&", "|", "<\n>", "<\r\n="}},
+        {'_', {"", "", "", "", "", " ", "\r\n", "\t", " \n "}},
+        {'n',
+         {"0", "1", "2", "007", "2147483647", "2147483648", "99999999999999999999", "0.0", "3.",
+          "1\r\n2", "1\n.\r5", "0.1", "1000000.25", "123456789012345678901234567890.5"}},
+        {'v',
+         {"n",
+          "Zero",
+          "m_1",
+          "least",
+          "most",
+          "d",
+          "nought",
+          "NaN",
+          "endless",
+          "tiny",
+          "huge",
+          "@n",
+          "@Zero",
+          "@m_1",
+          "@least",
+          "@most",
+          "@d",
+          "@NaN",
+          "@endless",
+          "@tiny",
+          "le\r\nast",
+          "@hu\nge",
+          "d\r",
+          "n",
+          "least",
+          "most",
+          "Zero",
+          "$w",
+          "a_name_that_is_longer_than_thirty_two_letters"}},
+        {'w', {"n", "d", "n", "d", "words", "nobody"}},
+    });
+}
 
 /// Compares the two evaluators on random expressions.
 class ExpressionComparison {
 public:
-    explicit ExpressionComparison(std::uint64_t seed) : m_dice(seed), m_writer(m_dice) {
+    explicit ExpressionComparison(std::uint64_t seed) : m_dice(seed) {
         for (const auto& [name, value] : expressionVariables()) {
             if (value.isText) {
                 m_variables.AddVar(name.c_str(), "7");
@@ -157,7 +99,12 @@ public:
     }
 
     /// Compares on a random expression; empty when both agree, otherwise what each says.
-    std::string Step() { return CompareOn(m_writer.Write()); }
+    std::string Step() {
+        std::string expression = m_grammar.Write('X', 6, m_dice);
+        if (m_dice.OneIn(50)) Nest(expression);
+        if (m_dice.OneIn(50)) Spoil(expression);
+        return CompareOn(expression);
+    }
 
     /// Compares on this one.
     std::string CompareOn(const std::string& expression) {
@@ -185,6 +132,23 @@ public:
     int Faults() const { return m_faults; }
 
 private:
+    /// Sets it so deep that the stacks may run over.
+    void Nest(std::string& expression) {
+        static constexpr const char* levels[] = {"(", "(", "(", "~(", "(1+", "1|(0=(", "n-("};
+        for (std::size_t depth = 15 + m_dice.Below(17); depth > 0; --depth) {
+            const std::string level = m_dice.Pick(levels);
+            const auto ends = std::count(level.begin(), level.end(), '(');
+            expression = level + expression + std::string(static_cast<std::size_t>(ends), ')');
+        }
+    }
+    void Spoil(std::string& expression) {
+        const std::size_t at = m_dice.Below(expression.size());
+        if (m_dice.OneIn(2)) {
+            expression.erase(at, 1);
+        } else {
+            expression.insert(at, 1, m_dice.Pick(std::string_view("()-~+,.1a ")));
+        }
+    }
     std::string Template(int width, int decimals) const {
         // Last, as @LET reads a text where the first word is one.
         return "@COMPUTE(" + m_expression + ":" + std::to_string(width) + ":" +
@@ -214,7 +178,7 @@ private:
     }
 
     Dice m_dice;
-    ExpressionWriter m_writer;
+    Grammar m_grammar = expressionGrammar();
     VarTable m_variables;
     std::string m_expression;
     int m_faults = 0;

@@ -23,12 +23,12 @@ std::string checked(std::string_view text) {
 
 TEST(TemplateChecker, passes_what_runs) {
     Dice dice(4);
-    TemplateWriter writer(dice);
+    Grammar grammar = templateGrammar();
     int ran = 0;
     for (int i = 0; i < 30000; ++i) {
-        const std::string text = writer.Write();
+        const std::string text = "@DEFINE(n)" + grammar.Write('S', 8, dice);
         VarTable variables;
-        TemplateWriter::Fill(variables, dice);
+        fillVariables(variables, dice);
         if (!runTemplate(text, variables).result) continue;
         ++ran;
         ASSERT_EQ(checked(text), "") << text;
@@ -44,10 +44,10 @@ TEST(TemplateChecker, finds_the_faults_that_runs_find) {
         "@ID(",        "@COMMENT x",      "@DEFINE(n,n)", "@EVAL()",      "@COMMA_LIST([x]:[y])",
         "@INCLUDE(1)", "@DEFER_START(1)x"};
     Dice dice(6);
-    TemplateWriter writer(dice);
+    Grammar grammar = templateGrammar();
     for (int i = 0; i < 3000; ++i) {
         const std::string fault = dice.Pick(faults);
-        const std::string text = writer.Write() + fault;
+        const std::string text = "@DEFINE(n)" + grammar.Write('S', 8, dice) + fault;
         ASSERT_NE(checked(text), "") << text;
         ASSERT_NE(checked("@IF(a)@THEN @IF(b)@THEN @ELSE " + fault + "@ENDIF@ENDIF"), "") << text;
     }
