@@ -87,7 +87,7 @@ TEST(TemplateChecker, tells_what_a_template_uses) {
     EXPECT_TRUE(notes.Parse(nullptr));
     EXPECT_EQ(notes.text,
               "read a; define b; assign b; read c; read c; read d; call f; include x\\y.DAT; "
-              "include by v.DAT; read e; read k; read g; ");
+              "read v; include by v.DAT; read e; read k; read g; ");
 }
 
 }  // namespace
