@@ -15,6 +15,8 @@ void scramble(char* bytes, std::size_t count) {
 
 }  // namespace tessalink
 
+IMPLEMENT_DYNAMIC(BufferedFile, CObject)
+
 BufferedFile::BufferedFile(CFile* file, int scrambled) : m_file(file), m_scrambled(scrambled) {
     reset();
 }

@@ -23,6 +23,8 @@
 /// Errors: reading past the end of the file raises a CFileException with the cause endOfFile; seek
 /// and read errors of the file object pass through.
 class TESSALINK_API BufferedFile : public CObject {
+    DECLARE_DYNAMIC(BufferedFile)
+
 public:
     /// Bytes that one read of the file fetches.
     static constexpr std::size_t cBlockSize = 4096;

@@ -39,7 +39,9 @@ public:
 protected:
     /// Runs definition file `which` into `output`; `keepOpen` nonzero keeps the template open for
     /// the next run. A template fault is thrown as ParseException (after report_failed), a template
-    /// that can't be opened as CFileException; the definition file then stays open.
+    /// that can't be opened as CFileException; the definition file then stays open. A write fault
+    /// of the output is shown in a message box and ends the run, and DoCreate returns: ask the
+    /// output whether it is complete (tessalink::WholeFile does not commit after a fault).
     virtual void DoCreate(CFile& output, int which, int keepOpen);
     /// The slot of definition file 0, or for any other number that of definition file 1: null when
     /// closed. The report owns the file in it.

@@ -1,7 +1,6 @@
 #include "report/FileParser.h"
 
 #include "platform/base/HostServices.h"
-#include "platform/base/NumberText.h"
 #include "platform/files/CFile.h"
 #include "platform/files/CFileException.h"
 #include "platform/files/CMemFile.h"
@@ -13,7 +12,9 @@
 
 using tessalink::TemplateFile;
 using tessalink::TextPlace;
-using tessalink::detail::NestingCount;
+using tessalink::detail::ScopedAddition;
+
+IMPLEMENT_DYNAMIC(FileParser, CObject)
 
 FileParser::FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled)
     : FileParser(templateFile, output, variables, nullptr, scrambled) {}
@@ -54,12 +55,12 @@ std::unique_ptr<FileParser> FileParser::create_parser(CFile& templateFile, CFile
 }
 
 int FileParser::run_include(CFile& file) {
-    if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+    if (!check_depth(cRunNesting)) return 0;
     suspend_template();
     const auto nested = create_parser(file, m_output, 1);
     nested->m_include = dynamic_cast<TemplateFile*>(&file);
     try {
-        return run_nested(*nested, Source::file, m_statementPos, nullptr);
+        return run_nested(*nested, Source::file, m_statementPos, cRunNesting, nullptr);
     } catch (ParseException& fault) {
         fault.AddInclude(statement_place());
         throw;
@@ -73,27 +74,33 @@ void FileParser::suspend_template() {
     }
 }
 
-int FileParser::run_text(const CString& text, CFile& output, Source source,
-                         std::uint64_t position) {
-    if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+int FileParser::check_depth(int weight) {
+    return (m_runDepth < cMaxRunDepth && m_counts->nesting <= cMaxNesting - weight) ||
+           handle_error("Includes and EVALs nested too deeply!");
+}
+
+int FileParser::run_text(const CString& text, CFile& output, Source source, std::uint64_t position,
+                         int weight) {
+    if (!check_depth(weight)) return 0;
     const auto length = static_cast<std::size_t>(text.GetLength());
-    if (length > cMaxTextLength - m_usage->textLength) {
+    if (m_counts->liveText + length > cMaxTextLength) {
         return handle_error("Texts of nested EVALs too long!");
     }
-    const NestingCount running(m_usage->textLength, length);
+    const ScopedAddition running(m_counts->liveText, length);
     CMemFile file(text.View());
     const int scrambled = source == Source::deferred ? m_scanner.IsScrambled() : 0;
     const auto nested = create_parser(file, output, scrambled);
-    return run_nested(*nested, source, position, m_error);
+    return run_nested(*nested, source, position, weight, m_error);
 }
 
-int FileParser::run_nested(FileParser& nested, Source source, std::uint64_t position,
+int FileParser::run_nested(FileParser& nested, Source source, std::uint64_t position, int weight,
                            ParseException* error) {
     nested.m_source = source;
     nested.m_parent = this;
     nested.m_parentPos = position;
     nested.m_runDepth = m_runDepth + 1;
-    nested.m_usage = m_usage;
+    nested.m_counts = m_counts;
+    const ScopedAddition nesting(m_counts->nesting, weight);
     return nested.Parse(error);
 }
 
@@ -153,7 +160,12 @@ TextPlace FileParser::token_place() const {
 void FileParser::set_place(ParseException& fault) const {
     TextPlace place;
     TextPlace textPlace;
-    locate(fault_position(), place, textPlace);
+    try {
+        locate(fault_position(), place, textPlace);
+    } catch (const CFileException&) {
+        // A template that can't be read any more has no lines; the fault itself still counts.
+        place = {m_scanner.GetFile().GetGivenPath(), 1, 1};
+    }
     fault.SetPlace(place, textPlace);
 }
 

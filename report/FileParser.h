@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <utility>
 
 #include "platform/base/CObject.h"
 #include "platform/base/CString.h"
@@ -45,13 +44,17 @@ class LineFinder;
 /// it the construct is read and checked, but writes nothing and (but for @DEFINE) changes no
 /// variable. They return nonzero to go on and 0 to stop.
 class TESSALINK_API FileParser : public CObject {
+    DECLARE_DYNAMIC(FileParser)
+
 public:
     /// How many includes, EVALs and deferred blocks may run within one another.
     static constexpr int cMaxRunDepth = 1000;
-    /// How many @IFs may stand within one another, over all runs together; a value function counts
-    /// as cValueNesting of them. At all limits together a run takes less than 1 MiB of stack.
-    static constexpr int cMaxNesting = 2400;
-    static constexpr int cValueNesting = 2;
+    /// How deep constructs may stand within one another, over all runs together. An @IF counts as
+    /// one, the others as given here, by the stack that they take: 2 MiB are enough for the limit.
+    static constexpr int cMaxNesting = 16000;
+    static constexpr int cValueNesting = 4;     ///< a value function in another's argument
+    static constexpr int cRunNesting = 6;       ///< an include, a deferred block, an EVAL
+    static constexpr int cValueRunNesting = 9;  ///< an EVAL used as a value
     /// How many operands, and how many operators, may wait in one expression.
     static constexpr std::size_t cStackSize = 30;
     /// The widest field, to either side, and the most decimals that @COMPUTE writes.
@@ -59,9 +62,10 @@ public:
     static constexpr int cMaxDecimals = 1000;
     /// How many blocks one group of deferred output may have.
     static constexpr std::size_t cMaxDeferredBlocks = 65535;
-    /// The longest text, in bytes, that a string expression may have, and that the texts of all
-    /// EVALs and deferred blocks that run within one another may have together.
-    static constexpr std::size_t cMaxTextLength = 16u << 20;
+    /// How many bytes of text may live at one time: those that string expressions are building and
+    /// those of the EVALs and deferred blocks that run, together; and those that @LET has given to
+    /// variables.
+    static constexpr std::size_t cMaxTextLength = 64u << 20;
 
     /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template
     /// is stored scrambled. Included templates always are.
@@ -144,6 +148,8 @@ protected:
     virtual int define_variable(const CString& name);
     /// Whether an integer division by zero may stand, with the result 0, or a fault.
     virtual int check_zero_division();
+    /// Whether deferred blocks are printed as they are written, whatever their keys.
+    virtual bool keeps_written_order() const { return false; }
     /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
     virtual CString include_name(const Token& token);
     /// A parser for an include, an EVAL or a deferred block of this run.
@@ -154,10 +160,6 @@ protected:
     [[gnu::noinline]] virtual int handle_error(const char* message);
     [[gnu::noinline]] virtual int handle_error(const char* format, const char* argument);
 
-    /// Sets where faults are stored (null: they are thrown) and returns where they were before.
-    ParseException* exchange_error_sink(ParseException* error) {
-        return std::exchange(m_error, error);
-    }
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
     /// Writes text, up to its first NUL, to the output; returns 0 after a write fault.
@@ -185,20 +187,21 @@ protected:
     FileScanner& scanner() { return m_scanner; }
     CFile& output() { return m_output; }
     VarTable& variables() { return m_variables; }
-    FctTable* functions() { return m_functions; }
 
 private:
     /// Where a nested template's text comes from.
     enum class Source { file, evaluated, deferred };
     /// What the limits count.
-    struct Usage {
+    struct LimitCounts {
         int nesting = 0;
-        std::size_t textLength = 0;  ///< of the texts that are running
+        std::size_t liveText = 0;       ///< bytes of texts that are being built or run
+        std::int64_t variableText = 0;  ///< bytes of texts that @LET gave to variables
     };
     struct DeferredGroup;
     using StatementStep = int (FileParser::*)(const Token&, int);
     using ValueStep = int (FileParser::*)(const Token&, CString&, int);
 
+    static constexpr int cDefaultDecimals = 2;
     static constexpr const char* cTextTooLong = "Text too long in string expression!";
     static const StatementStep cStatements[Token::cKeywordCount];
     static ValueStep find_value_function(std::string_view name);
@@ -213,14 +216,17 @@ private:
     int write_value(const VariantVar& value);
     int write_value_of(ValueStep step, const Token& token, int execute);
     bool is_text_value(const Token& token) const;
-    template <class Value>
-    [[gnu::noinline]] void assign(const CString& name, const Value& value);
+    int assign_text(const CString& name, const CString& text);
+    void assign_number(const CString& name, const Operand& value);
     int get_integer(int execute, std::int32_t& value, const char* message);
-    int get_nested_str_exp(const Token& token, CString& result, int execute);
+    int get_nested_str_exp(const Token& token, CString& result, int execute, std::size_t held = 0);
+    [[gnu::noinline]] int append_value(ValueStep step, const Token& token, CString& result,
+                                       int execute);
     int get_eval_argument(const Token& token, CString& text, int execute);
-    int run_text(const CString& text, CFile& output, Source source, std::uint64_t position);
+    int run_text(const CString& text, CFile& output, Source source, std::uint64_t position,
+                 int weight = cRunNesting);
     void suspend_template();
-    int run_nested(FileParser& nested, Source source, std::uint64_t position,
+    int run_nested(FileParser& nested, Source source, std::uint64_t position, int weight,
                    ParseException* error);
     int append_text(CString& result, std::string_view text);
     int get_deferred_block(const Token& token, DeferredGroup& group, int execute);
@@ -233,7 +239,7 @@ private:
     int apply_binary(Token::Operator code);
     int apply_integers(Token::Operator code, Operand& left, std::int32_t right);
     static void apply_reals(Token::Operator code, Operand& left, const Operand& right);
-    bool too_deep() const { return m_runDepth >= cMaxRunDepth; }
+    int check_depth(int weight);
     std::uint64_t fault_position() const;
     tessalink::TextPlace place_at(std::uint64_t position) const;
     void locate(std::uint64_t position, tessalink::TextPlace& place,
@@ -250,8 +256,8 @@ private:
     int m_executing = 1;               ///< the execute flag of the expression being evaluated
     std::uint64_t m_statementPos = 0;  ///< where the current simple statement starts
     const std::uint64_t* m_faultPos = nullptr;  ///< where faults are, if not at the token
-    Usage m_ownUsage;
-    Usage* m_usage = &m_ownUsage;  ///< shared by all runs within one another
+    LimitCounts m_ownCounts;
+    LimitCounts* m_counts = &m_ownCounts;  ///< shared by all runs within one another
     int m_runDepth = 0;
     Source m_source = Source::file;
     const FileParser* m_parent = nullptr;

@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "platform/files/CFile.h"
 #include "report/FileParser.h"
 #include "report/detail/CharTables.h"
 #include "report/detail/DeferredOrder.h"
@@ -86,7 +85,9 @@ int FileParser::get_print_deferred(const Token& token, bool& descending) {
 
 int FileParser::print_deferred(const DeferredGroup& group, bool descending) {
     const ScopedValue<const std::uint64_t*> place(m_faultPos, &m_statementPos);
-    for (const std::uint16_t block : tessalink::detail::deferredOrder(group.keys, descending)) {
+    const std::vector<double> keys =
+        keeps_written_order() ? std::vector<double>(group.keys.size()) : group.keys;
+    for (const std::uint16_t block : tessalink::detail::deferredOrder(keys, descending)) {
         const CString& text = group.texts[block];
         if (!run_text(text, m_output, Source::deferred, group.positions[block])) return 0;
     }

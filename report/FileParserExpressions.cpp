@@ -6,6 +6,9 @@
 #include "platform/base/NumberText.h"
 #include "report/FileParser.h"
 #include "report/VarTable.h"
+#include "report/detail/Nesting.h"
+
+using tessalink::detail::ScopedAddition;
 
 namespace {
 
@@ -25,9 +28,12 @@ constexpr std::int8_t cFactorPrecedence = 5;
 constexpr std::int8_t cComparisonPrecedence = 3;
 constexpr const char* cUnexpectedToken = "Unexpected token in expression!";
 
-bool isOperatorOf(const Token& token, std::int8_t precedence) {
-    return token.GetKind() == Token::tkOperator &&
-           cPrecedence[static_cast<std::size_t>(token.GetOperator())] == precedence;
+int precedenceOf(Token::Operator code) {
+    return cPrecedence[static_cast<std::size_t>(code)];
+}
+
+bool isOperatorOf(const Token& token, int precedence) {
+    return token.GetKind() == Token::tkOperator && precedenceOf(token.GetOperator()) == precedence;
 }
 
 bool isLogical(const Token& token) {
@@ -143,7 +149,7 @@ int FileParser::get_exp_rparen(const Token& token) {
 
 int FileParser::get_exp_operator(const Token& token) {
     const Token::Operator code = token.GetOperator();
-    if (!apply_pending(cPrecedence[static_cast<std::size_t>(code)]) || !push(code)) return 0;
+    if (!apply_pending(precedenceOf(code)) || !push(code)) return 0;
     next_exp();
     return 1;
 }
@@ -179,8 +185,7 @@ int FileParser::push(Token::Operator code) {
 }
 
 int FileParser::apply_pending(int precedence) {
-    while (!m_operators.IsEmpty() &&
-           cPrecedence[static_cast<std::size_t>(m_operators.Top())] >= precedence) {
+    while (!m_operators.IsEmpty() && precedenceOf(m_operators.Top()) >= precedence) {
         if (!do_eval()) return 0;
     }
     return 1;
@@ -280,9 +285,7 @@ int FileParser::get_str_exp(const Token& token, CString& result, int execute) {
         } else if (token.GetKind() != Token::tkIdent) {
             return handle_error("Unexpected token in string expression!");
         } else if (const ValueStep step = find_value_function(token.Text())) {
-            CString text;
-            if (!(this->*step)(token, text, execute)) return 0;
-            if (execute && !append_text(result, text.View())) return 0;
+            if (!append_value(step, token, result, execute)) return 0;
             next_exp();
         } else if (!get_str_exp_var(token, result, execute)) {
             return 0;
@@ -301,10 +304,22 @@ int FileParser::get_str_exp_var(const Token& token, CString& result, int execute
     return 1;
 }
 
-int FileParser::append_text(CString& result, std::string_view text) {
-    if (text.size() > cMaxTextLength - static_cast<std::size_t>(result.GetLength())) {
+int FileParser::append_value(ValueStep step, const Token& token, CString& result, int execute) {
+    // What is built so far waits while the function's own texts are built.
+    const ScopedAddition waiting(m_counts->liveText, static_cast<std::size_t>(result.GetLength()));
+    CString text;
+    if (!(this->*step)(token, text, execute)) return 0;
+    if (!execute) return 1;
+    if (m_counts->liveText + static_cast<std::size_t>(text.GetLength()) > cMaxTextLength) {
         return handle_error(cTextTooLong);
     }
+    result += text;
+    return 1;
+}
+
+int FileParser::append_text(CString& result, std::string_view text) {
+    const std::size_t length = static_cast<std::size_t>(result.GetLength()) + text.size();
+    if (m_counts->liveText + length > cMaxTextLength) return handle_error(cTextTooLong);
     result += text;
     return 1;
 }

@@ -1,7 +1,8 @@
 // The statements of the template language.
 
+#include <algorithm>
+
 #include "platform/base/NumberText.h"
-#include "platform/files/CFile.h"
 #include "platform/files/ModuleDir.h"
 #include "report/FctTable.h"
 #include "report/FileParser.h"
@@ -9,7 +10,7 @@
 #include "report/VarTable.h"
 #include "report/detail/Nesting.h"
 
-using tessalink::detail::NestingCount;
+using tessalink::detail::ScopedAddition;
 using tessalink::detail::ScopedValue;
 
 namespace {
@@ -86,8 +87,8 @@ int FileParser::get_var(const Token& token, int execute) {
 
 int FileParser::get_cond_stmt(const Token& token, int execute) {
     if (!execute) return skip_cond_stmt(token, execute);
-    if (m_usage->nesting >= cMaxNesting) return handle_error("Statements nested too deeply!");
-    const NestingCount nesting(m_usage->nesting);
+    if (m_counts->nesting >= cMaxNesting) return handle_error("Statements nested too deeply!");
+    const ScopedAddition nesting(m_counts->nesting);
     if (!next_is(Token::tkLParen, "Left parenthesis expected after @IF!")) return 0;
     Operand condition{};
     if (!evaluate(next_exp(), execute, condition)) return 0;
@@ -134,12 +135,11 @@ int FileParser::call_function(const CString& name) {
 }
 
 int FileParser::get_compute(const Token& token, int execute) {
-    constexpr int defaultDecimals = 2;
     if (!next_is(Token::tkLParen, "Left parenthesis expected after COMPUTE!")) return 0;
     Operand value{};
     if (!evaluate(next_exp(), execute, value)) return 0;
     int width = 0;
-    int decimals = defaultDecimals;
+    int decimals = cDefaultDecimals;
     if (!get_field(token, execute, width, decimals)) return 0;
     if (!expect(token, Token::tkRParen, "Right parenthesis expected after COMPUTE!")) return 0;
     if (execute && !write_number(value, width, decimals)) return 0;
@@ -163,7 +163,7 @@ int FileParser::write_number(const Operand& value, int width, int decimals) {
         return handle_error("Field width too large in COMPUTE!");
     }
     if (decimals > cMaxDecimals) return handle_error("Too many decimals in COMPUTE!");
-    if (width == 0 && decimals == 2) return write_value(value.real);
+    if (width == 0 && decimals == cDefaultDecimals) return write_value(value.real);
     return write_output(tessalink::formatDouble(value.real, width, decimals).View());
 }
 
@@ -205,7 +205,7 @@ CString FileParser::include_name(const Token& token) {
 }
 
 int FileParser::do_include(const CString& name) {
-    if (too_deep()) return handle_error("Includes and EVALs nested too deeply!");
+    if (!check_depth(cRunNesting)) return 0;
     tessalink::TemplateFile file(GetModuleDir() + cFolderSeparator + name);
     return run_include(file);
 }
@@ -278,24 +278,33 @@ int FileParser::get_assigned_value(const Token& token, const CString& name, int 
     if (is_text_value(token)) {
         CString text;
         if (!get_str_exp(token, text, execute)) return 0;
-        if (execute) assign(name, text);
-        return 1;
+        return !execute || assign_text(name, text);
     }
     Operand value{};
     if (!evaluate(token, execute, value)) return 0;
-    if (!execute) return 1;
-    if (value.isInteger) {
-        assign(name, value.integer);
-    } else {
-        assign(name, value.real);
-    }
+    if (execute) assign_number(name, value);
     return 1;
 }
 
-/// Apart, so that its frame is not there while nested texts run.
-template <class Value>
-void FileParser::assign(const CString& name, const Value& value) {
-    m_variables.SetValue(name, value);
+int FileParser::assign_text(const CString& name, const CString& text) {
+    const VariantVar* before = m_variables.Find(name.View());
+    const auto released = before ? static_cast<std::int64_t>(before->Text().size()) : 0;
+    std::int64_t& count = m_counts->variableText;
+    // What the host gave to a variable was not counted.
+    count = std::max<std::int64_t>(count - released, 0) + text.GetLength();
+    if (count > static_cast<std::int64_t>(cMaxTextLength)) {
+        return handle_error("Texts of variables too long!");
+    }
+    m_variables.SetValue(name, text);
+    return 1;
+}
+
+void FileParser::assign_number(const CString& name, const Operand& value) {
+    if (value.isInteger) {
+        m_variables.SetValue(name, value.integer);
+    } else {
+        m_variables.SetValue(name, value.real);
+    }
 }
 
 bool FileParser::is_text_value(const Token& token) const {

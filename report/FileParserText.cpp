@@ -1,16 +1,17 @@
 // The value functions: each is a statement that writes its text, and an item of string expressions.
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
 #include "platform/base/NumberText.h"
 #include "platform/files/CMemFile.h"
 #include "report/FileParser.h"
-#include "report/VarTable.h"
 #include "report/detail/CharTables.h"
 #include "report/detail/Nesting.h"
 
-using tessalink::detail::NestingCount;
+using tessalink::detail::ScopedAddition;
+using tessalink::detail::ScopedValue;
 
 namespace {
 
@@ -24,21 +25,27 @@ char upper(char ch) {
     return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - ('a' - 'A')) : ch;
 }
 
-/// Takes the output of an EVAL used as a value, as long as it is no longer than a text may be.
+/// Takes the output of an EVAL used as a value, and counts it as text that lives. Text beyond the
+/// limit is a fault of the template, not of the file.
 class ValueFile : public CMemFile {
 public:
-    ValueFile(std::size_t limit, const char* message)
-        : CMemFile(cGrowth), m_limit(limit), m_message(message) {}
+    ValueFile(std::size_t& liveText, std::size_t limit, const char* message)
+        : CMemFile(cGrowth), m_liveText(liveText), m_limit(limit), m_message(message) {}
+    ~ValueFile() override { m_liveText -= m_counted; }
 
     void Write(const void* buffer, std::size_t count) override {
-        if (count > m_limit - GetLength()) throw ParseException(m_message);
+        if (m_liveText + count > m_limit) throw ParseException(m_message);
         CMemFile::Write(buffer, count);
+        m_liveText += count;
+        m_counted += count;
     }
 
 private:
     static constexpr UINT cGrowth = 1024;
 
+    std::size_t& m_liveText;
     std::size_t m_limit;
+    std::size_t m_counted = 0;
     const char* m_message;
 };
 
@@ -137,14 +144,13 @@ int FileParser::get_comma_list_value(const Token& token, CString& result, int ex
     std::size_t length = 0;
     do {
         items.emplace_back();
-        if (!get_nested_str_exp(token, items.back(), execute)) return 0;
+        if (!get_nested_str_exp(token, items.back(), execute, length)) return 0;
         length += static_cast<std::size_t>(items.back().GetLength());
-        if (length > cMaxTextLength) return handle_error(cTextTooLong);
         if (items.back().IsEmpty()) items.pop_back();
     } while (token.GetKind() == Token::tkComma);
     items.emplace_back("and");
     if (token.GetKind() == Token::tkSemicolon) {
-        if (!get_nested_str_exp(token, items.back(), execute)) return 0;
+        if (!get_nested_str_exp(token, items.back(), execute, length)) return 0;
         if (!expect(token, Token::tkRParen, "Right parenthesis expected after COMMA_LIST!")) {
             return 0;
         }
@@ -154,11 +160,13 @@ int FileParser::get_comma_list_value(const Token& token, CString& result, int ex
     return 1;
 }
 
-int FileParser::get_nested_str_exp(const Token& token, CString& result, int execute) {
-    if (m_usage->nesting > cMaxNesting - cValueNesting) {
+int FileParser::get_nested_str_exp(const Token& token, CString& result, int execute,
+                                   std::size_t held) {
+    if (m_counts->nesting > cMaxNesting - cValueNesting) {
         return handle_error("Value functions nested too deeply!");
     }
-    const NestingCount nesting(m_usage->nesting, cValueNesting);
+    const ScopedAddition nesting(m_counts->nesting, cValueNesting);
+    const ScopedAddition waiting(m_counts->liveText, held);
     next_exp();
     return get_str_exp(token, result, execute);
 }
@@ -175,6 +183,7 @@ int FileParser::get_eval(const Token& token, int execute) {
     if (!get_eval_argument(token, text, execute)) return 0;
     m_scanner.SkipParagraphMark();
     next_text();
+    const ScopedValue<const std::uint64_t*> place(m_faultPos, &position);
     return !execute || run_text(text, m_output, Source::evaluated, position);
 }
 
@@ -184,8 +193,9 @@ int FileParser::get_eval_value(const Token& token, CString& result, int execute)
     if (!get_eval_argument(token, text, execute)) return 0;
     if (!execute) return 1;
     // Not on the stack: EVALs run deep within one another.
-    const auto value = std::make_unique<ValueFile>(cMaxTextLength, cTextTooLong);
-    if (!run_text(text, *value, Source::evaluated, position)) return 0;
+    const auto value =
+        std::make_unique<ValueFile>(m_counts->liveText, cMaxTextLength, cTextTooLong);
+    if (!run_text(text, *value, Source::evaluated, position, cValueRunNesting)) return 0;
     result = CString(value->View());
     return 1;
 }

@@ -91,6 +91,8 @@ constexpr auto cSigns = [] {
 
 }  // namespace
 
+IMPLEMENT_DYNAMIC(FileScanner, CObject)
+
 FileScanner::FileScanner(CFile& file, int scrambled) : m_reader(&file, scrambled) {
     if (m_reader.AtEOF()) m_token.m_kind = m_previous = Token::tkEnd;
 }
@@ -166,12 +168,11 @@ void FileScanner::SkipLineEnds() {
 
 void FileScanner::SkipParagraphMark() {
     skip_white_space();
-    if (*m_reader.Cursor() == cControl || ends_at_seam(m_reader.Cursor())) take_paragraph_mark();
+    if (m_reader.Fill() && *m_reader.Cursor() == cControl) take_paragraph_mark();
 }
 
 void FileScanner::take_paragraph_mark() {
     constexpr std::string_view mark = "par";
-    if (!m_reader.Fill() || *m_reader.Cursor() != cControl) return;
     m_reader.SavePos();
     m_reader.GetCh();
     std::array<char, mark.size() + 1> word;

@@ -28,6 +28,8 @@ class NumeralText;
 /// faults of the template pass through. Everything else becomes a token kind for the parser to
 /// reject.
 class TESSALINK_API FileScanner : public CObject {
+    DECLARE_DYNAMIC(FileScanner)
+
 public:
     /// Bytes of the text buffer at first: a longer run of plain text becomes several tokens of one
     /// byte less. Only a string constant makes it grow.

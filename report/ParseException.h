@@ -24,6 +24,8 @@ struct TextPlace {
 
 /// One template error: a fixed English message that ends in "!", and where it was found.
 class TESSALINK_API ParseException : public CException {
+    DECLARE_DYNAMIC(ParseException)
+
 public:
     /// The longest message, without its NUL: a longer one is cut.
     static constexpr std::size_t cMaxMessage = 299;
@@ -31,10 +33,6 @@ public:
     ParseException() : ParseException("") {}
     explicit ParseException(const char* message);
 
-    /// Copies the message into `buffer`, cut to `size` bytes with the NUL (nothing when the buffer
-    /// is null or the size 0), and sets the help context to 0 when asked for. Returns nonzero.
-    int GetErrorMessage(char* buffer, unsigned int size,
-                        unsigned int* helpContext = nullptr) const override;
     /// The message, owned by the exception.
     const char* what() const noexcept override { return m_message.data(); }
 

@@ -35,6 +35,32 @@ bool makesArguments(std::string_view argument) {
            (argument.starts_with(cArgument.back()) && argument.ends_with(cArgument.front()));
 }
 
+CString replaceOnce(std::string_view text, std::string_view filling) {
+    std::string result;
+    for (auto at = text.find(cArgument); at != std::string_view::npos; at = text.find(cArgument)) {
+        result.append(text.substr(0, at)).append(filling);
+        text.remove_prefix(at + cArgument.size());
+    }
+    return CString(std::move(result.append(text)));
+}
+
+/// Replaces also what the argument makes with its neighbours: the argument is read like the text.
+CString replaceAll(std::string_view text, std::string_view filling) {
+    std::string result;
+    std::string ahead(text.rbegin(), text.rend());  // what is still to be read, backwards
+    while (!ahead.empty()) {
+        const char ch = ahead.back();
+        ahead.pop_back();
+        if (ch == cArgument.back() && result.ends_with(cArgument.front())) {
+            result.pop_back();
+            ahead.append(filling.rbegin(), filling.rend());
+        } else {
+            result += ch;
+        }
+    }
+    return CString(std::move(result));
+}
+
 }  // namespace
 
 CString RTFEncode(const char* text) {
@@ -80,7 +106,7 @@ int ParseInt(const char* text, int first, int last, int& value, int& isBlankFiel
     };
     value = 0;
     ahead(isBlank);
-    isBlankField = first > last || text[first] == '\0';
+    isBlankField = first > last;
     if (isBlankField) return 0;
     ahead([&](char ch) {
         if (!isDigit(ch)) return false;
@@ -88,7 +114,7 @@ int ParseInt(const char* text, int first, int last, int& value, int& isBlankFiel
         return true;
     });
     ahead(isBlank);
-    return first > last || text[first] == '\0';
+    return first > last;
 }
 
 void ScaleRTFText(double factor, CString& rtf) {
@@ -102,14 +128,8 @@ void PrefixStrings(unsigned int resourceId, CStringArray& strings) {
 
 void ReplaceTextA(CString& result, CString text, const char* argument) {
     const std::string_view filling = argument ? std::string_view(argument) : std::string_view();
-    const bool once = makesArguments(filling);
-    int from = 0;
-    for (int at = text.Find("%1"); at >= 0; at = text.Find("%1", from)) {
-        text = text.Left(at) + filling + text.Mid(at + static_cast<int>(cArgument.size()));
-        // A new "%1" can only start with the character before the replaced one.
-        from = once ? at + static_cast<int>(filling.size()) : std::max(at - 1, 0);
-    }
-    result = text;
+    result = makesArguments(filling) ? replaceOnce(text.View(), filling)
+                                     : replaceAll(text.View(), filling);
 }
 
 void ReplaceTextA(CString& result, CString text, unsigned int resourceId) {

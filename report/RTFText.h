@@ -20,7 +20,8 @@ TESSALINK_API int ParseInt(const char* text, int& pos, int& value);
 
 /// Reads the characters at `first` to `last`, both included, as digits between blanks, without a
 /// sign. Nonzero when that is the whole field or the field is blank (`value` is then 0); on failure
-/// `value` holds the digits so far. A field never reaches beyond the end of the text.
+/// `value` holds the digits so far. A field that reaches beyond the text
+/// fails.
 TESSALINK_API int ParseInt(const char* text, int first, int last, int& value);
 
 /// The same, but a blank field sets `isBlank` to 1 and fails; otherwise `isBlank` is 0.

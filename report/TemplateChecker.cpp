@@ -44,7 +44,7 @@ int TemplateChecker::get_cond_stmt(const Token& token, int) {
     // What an inner @IF defines is not sure to be defined after it: the outer one may skip it.
     const bool unsure = m_root->m_conditions > 0;
     const std::size_t defined = m_root->m_defined.size();
-    const detail::NestingCount condition(m_root->m_conditions);
+    const detail::ScopedAddition condition(m_root->m_conditions);
     const int result = FileParser::get_cond_stmt(token, 1);
     if (unsure) m_root->forget_definitions(defined);
     return result;
@@ -95,17 +95,23 @@ int TemplateChecker::get_assigned_value(const Token& token, const CString& name,
 
 /// Whether what follows up to the end of the assignment reads as a text.
 bool TemplateChecker::is_text(const Token& token) {
-    ParseException ignored;
-    ParseException* const sink = exchange_error_sink(&ignored);
-    CString text;
-    int read = 0;
+    const detail::ScopedValue<bool> trial(m_isTrial, true);
     try {
-        read = get_str_exp(token, text, 0);
+        CString text;
+        return get_str_exp(token, text, 0) &&
+               (token.GetKind() == Token::tkSemicolon || token.GetKind() == Token::tkRParen);
     } catch (const ParseException&) {
         // The scanner's own faults come this way; reading as a number meets them again.
+        return false;
     }
-    exchange_error_sink(sink);
-    return read && (token.GetKind() == Token::tkSemicolon || token.GetKind() == Token::tkRParen);
+}
+
+int TemplateChecker::handle_error(const char* message) {
+    return m_isTrial ? 0 : FileParser::handle_error(message);
+}
+
+int TemplateChecker::handle_error(const char* format, const char* argument) {
+    return m_isTrial ? 0 : FileParser::handle_error(format, argument);
 }
 
 int TemplateChecker::call_function(const CString& name) {
@@ -122,6 +128,7 @@ int TemplateChecker::define_variable(const CString& name) {
 
 CString TemplateChecker::include_name(const Token& token) {
     m_constantInclude = token.GetKind() == Token::tkString;
+    if (!m_constantInclude) m_root->note_read(token.GetText(), *this);
     return token.GetText();
 }
 

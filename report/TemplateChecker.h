@@ -56,6 +56,9 @@ protected:
     int call_function(const CString& name) override;
     int define_variable(const CString& name) override;
     int check_zero_division() override { return 1; }
+    bool keeps_written_order() const override { return true; }
+    int handle_error(const char* message) override;
+    int handle_error(const char* format, const char* argument) override;
     CString include_name(const Token& token) override;
     std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                               int scrambled) override;
@@ -68,6 +71,7 @@ private:
     TemplateChecker* m_root;  ///< the checker of the whole template; this one, or a block's parent
     int m_conditions = 0;     ///< how many @IFs are being read
     bool m_constantInclude = false;
+    bool m_isTrial = false;          ///< faults only tell that a reading fails
     std::vector<CString> m_defined;  ///< in their order
 };
 

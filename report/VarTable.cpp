@@ -1,7 +1,5 @@
 #include "report/VarTable.h"
 
-#include "platform/files/CArchive.h"
-
 IMPLEMENT_SERIAL(VarTable, CObject, 0)
 
 int VarTable::GetInt(const char* name) const {
@@ -37,24 +35,4 @@ const VariantVar* VarTable::Find(std::string_view name) const {
 const VariantVar* VarTable::Find(const tessalink::HashedText& name) const {
     const CPair* pair = CMap::Find(name);
     return pair ? &pair->value : nullptr;
-}
-
-void VarTable::Serialize(CArchive& archive) {
-    if (archive.IsStoring()) {
-        archive.WriteCount(static_cast<std::size_t>(GetCount()));
-        POSITION position = GetStartPosition();
-        while (position) {
-            const CPair* pair = GetNextPair(position);
-            archive << pair->key;
-            const_cast<VariantVar&>(pair->value).Serialize(archive);
-        }
-        return;
-    }
-    for (auto count = archive.ReadCount(); count > 0; --count) {
-        CString name;
-        VariantVar value;
-        archive >> name;
-        value.Serialize(archive);
-        SetAt(name, value);
-    }
 }

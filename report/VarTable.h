@@ -48,7 +48,7 @@ public:
     /// Stores the number of variables, then each name and value; loading adds them to the table,
     /// a later value of a name replacing an earlier one. Archive faults pass through: what was
     /// loaded before the fault stays.
-    void Serialize(CArchive& archive) override;
+    void Serialize(CArchive& archive) override { CMap::Serialize(archive); }
 
 private:
     static std::string_view view(const char* name) { return name ? name : std::string_view(); }

@@ -14,6 +14,8 @@
 
 namespace tessalink {
 
+IMPLEMENT_DYNAMIC(VariablesError, CException)
+
 namespace {
 
 constexpr char cSeparator = '\t';
@@ -77,8 +79,8 @@ private:
                  " is no variable name: use up to 32 letters, digits and "
                  "\"_\", not starting with a digit, and a tab after it");
         }
-        take_field("the type int, double or string");
         if (m_seen.Exists(name)) fail("variable " + quoted(name.View()) + " is there twice");
+        take_field("the type int, double or string");
         const std::string_view type = m_rest.substr(0, m_rest.find(cSeparator));
         const auto known = std::find_if(types.begin(), types.end(),
                                         [&](const TypeName& t) { return t.name == type; });

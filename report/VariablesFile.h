@@ -16,12 +16,14 @@ class CFile;
 //
 // Bytes are Windows-1252; a text may have the escapes \n, \r, \t and \\; lines end in LF or CR LF;
 // empty lines are skipped. A name is a word of letters, digits and "_" that does not start with a
-// digit and is at most FileScanner::cMaxCommandWord characters long. Numbers are those of C, an int
+// digit and is at most FileScanner::cMaxCommandWord characters long. Numbers are decimal, an int
 // within 32 bits, a double finite.
 namespace tessalink {
 
 /// What is wrong with a variables file, and where.
 class TESSALINK_API VariablesError : public CException {
+    DECLARE_DYNAMIC(VariablesError)
+
 public:
     VariablesError(const TextPlace& place, const CString& message)
         : CException(message), m_place(place) {}

@@ -46,7 +46,7 @@ public:
     int IsPtr() const { return m_type == vtPtr; }
     Type GetType() const { return m_type; }
     /// The text of a vtString in place, valid until the variable changes; empty for all others.
-    std::string_view Text() const { return m_string.View(); }
+    std::string_view Text() const { return IsString() ? m_string.View() : std::string_view(); }
 
     /// An integer as it is, the low 32 bits of a pointer, a double truncated toward zero and
     /// saturated (0 for a NaN), the leading digits of a text (as atoi reads them, saturated; 0 if

@@ -8,8 +8,8 @@ namespace tessalink::cli {
 
 int checkTemplates(const CheckOptions& options) {
     TemplateWalk walk;
-    walk.Read(options.templatePaths, options.includeFolder);
-    if (walk.FaultCount() != 0) return cInputFault;
+    walk.Read(options);
+    if (walk.ExitCode() != cSuccess) return walk.ExitCode();
     return printResult(std::to_string(walk.FileCount()) +
                        (walk.FileCount() == 1 ? " template" : " templates") +
                        " checked: no faults\n");

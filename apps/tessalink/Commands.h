@@ -28,6 +28,7 @@ int scrambleFile(const ScrambleOptions& options);
 struct CheckOptions {
     std::vector<std::string> templatePaths;
     std::string includeFolder;
+    Storage storage = Storage::detect;
 };
 /// Names the first fault of each template and of what it includes.
 int checkTemplates(const CheckOptions& options);

@@ -23,7 +23,7 @@ protected:
         try {
             return FileParser::do_include(name);
         } catch (const CFileException& error) {
-            return handle_error("%s", includeTrouble(name, error));
+            return handle_error(static_cast<const char*>(includeTrouble(name, error)));
         }
     }
 
@@ -50,16 +50,20 @@ private:
 int makeReport(const ReportOptions& options) {
     VarTable variables;
     if (!options.variablesPath.empty()) {
-        CFile file(options.variablesPath.c_str(), CFile::modeRead | CFile::shareDenyNone);
-        readVariables(file, variables);
+        readVariables(*openInput(options.variablesPath), variables);
     }
     TemplateInput input(options.templatePath, options.storage);
     setIncludeFolder(options.templatePath, options.includeFolder);
     WholeFile output(options.outputPath.c_str());
     std::set<CString> skippedCalls;
     ReportParser parser(input.File(), output, variables, input.IsScrambled(), skippedCalls);
-    parser.Parse(nullptr);
-    // A run that ended at a write fault leaves it to Commit to say what it was.
+    const int complete = parser.Parse(nullptr);
+    // A run that ended at a write fault leaves it to the output to say what it was.
+    output.Flush();
+    if (!complete) {
+        printTrouble("the report ended early; nothing was written");
+        return cUsage;
+    }
     output.Commit();
     return cSuccess;
 }

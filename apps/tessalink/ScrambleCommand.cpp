@@ -9,10 +9,10 @@ namespace tessalink::cli {
 
 int scrambleFile(const ScrambleOptions& options) {
     constexpr std::size_t blockSize = 1u << 16;
-    TemplateInput input(options.inputPath, Storage::plain);
+    const auto input = openInput(options.inputPath);
     WholeFile output(options.outputPath.c_str());
     std::vector<char> block(blockSize);
-    while (const std::size_t count = input.File().Read(block.data(), block.size())) {
+    while (const std::size_t count = input->Read(block.data(), block.size())) {
         scramble(block.data(), count);
         output.Write(block.data(), count);
     }

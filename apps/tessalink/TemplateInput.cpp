@@ -1,12 +1,12 @@
 #include "apps/tessalink/TemplateInput.h"
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
 #include <vector>
 
 #include "apps/tessalink/ProgressFile.h"
+#include "core/BufferedFile.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CMemFile.h"
 
@@ -17,45 +17,64 @@ namespace {
 constexpr int cStandardInput = 0;
 constexpr std::string_view cRtfStart = "{\\rtf";
 
-std::unique_ptr<CFile> readStandardInput() {
-    CFile input(cStandardInput);
+/// What has no length of its own (a pipe, a device) is read before it is used.
+/// The library counts the bytes of a template in 32 bits.
+void checkLength(const CFile& file) {
+    if (file.GetLength() > UINT32_MAX) {
+        throw CException(file.GetGivenPath() +
+                         ": a template must be smaller than 4 GiB; split it into includes.");
+    }
+}
+
+std::unique_ptr<CFile> readAhead(std::unique_ptr<CFile> stream) {
     auto text = std::make_unique<CMemFile>();
+    text->SetFilePath(stream->GetGivenPath());
     std::vector<char> block(1u << 16);
-    while (const std::size_t count = input.Read(block.data(), block.size())) {
+    while (const std::size_t count = stream->Read(block.data(), block.size())) {
         text->Write(block.data(), count);
+        checkLength(*text);
     }
     text->SeekToBegin();
-    text->SetFilePath("<stdin>");
     return text;
 }
 
 std::unique_ptr<CFile> openTemplate(const std::string& path) {
-    if (path == cStandardStream) return readStandardInput();
-    return std::make_unique<ProgressFile>(path.c_str());
-}
-
-/// The library counts the bytes of a template in 32 bits.
-std::unique_ptr<CFile> checkSize(std::unique_ptr<CFile> file) {
-    if (file->GetLength() > UINT32_MAX) {
-        throw CException(file->GetGivenPath() +
-                         ": a template must be smaller than 4 GiB; split it into includes.");
-    }
+    std::unique_ptr<CFile> file =
+        path == cStandardStream ? openInput(path) : std::make_unique<ProgressFile>(path.c_str());
+    if (file->GetLength() == 0) return readAhead(std::move(file));
+    checkLength(*file);
     return file;
 }
 
-bool startsAsRtf(CFile& file) {
-    std::array<char, cRtfStart.size()> start{};
-    const std::size_t count = file.Read(start.data(), start.size());
+std::string startOf(CFile& file) {
+    std::string start(cRtfStart.size(), '\0');
+    start.resize(file.Read(start.data(), start.size()));
     file.SeekToBegin();
-    return std::string_view(start.data(), count) == cRtfStart;
+    return start;
 }
 
 }  // namespace
 
+std::unique_ptr<CFile> openInput(const std::string& path) {
+    if (path != cStandardStream) {
+        return std::make_unique<CFile>(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+    }
+    auto input = std::make_unique<CFile>(cStandardInput);
+    input->SetFilePath("<stdin>");
+    return input;
+}
+
 TemplateInput::TemplateInput(const std::string& path, Storage storage)
-    : m_file(checkSize(openTemplate(path))),
-      m_scrambled(storage == Storage::scrambled ||
-                  (storage == Storage::detect && !startsAsRtf(*m_file))) {}
+    : m_file(openTemplate(path)) {
+    if (storage != Storage::detect) {
+        m_scrambled = storage == Storage::scrambled;
+        return;
+    }
+    std::string start = startOf(*m_file);
+    m_scrambled = start != cRtfStart;
+    scramble(start.data(), start.size());
+    m_isDoubtful = m_scrambled && start != cRtfStart;
+}
 
 void setIncludeFolder(const std::string& templatePath, const std::string& folder) {
     HostServices services = hostServices();

@@ -21,13 +21,20 @@ public:
     /// Opens the file, or reads all of standard input. Throws CFileException.
     explicit TemplateInput(const std::string& path, Storage storage = Storage::detect);
 
+    /// Whether the template was taken as scrambled but is no RTF in that form either.
+    bool IsDoubtful() const { return m_isDoubtful; }
+
     CFile& File() { return *m_file; }
     int IsScrambled() const { return m_scrambled; }
 
 private:
     std::unique_ptr<CFile> m_file;
-    int m_scrambled;
+    int m_scrambled = 0;
+    bool m_isDoubtful = false;
 };
+
+/// Opens a file for reading, or standard input. Throws CFileException.
+std::unique_ptr<CFile> openInput(const std::string& path);
 
 /// Makes `folder`, or when that is empty the folder of the template, the one where includes are
 /// looked up.

@@ -1,7 +1,6 @@
 #include "apps/tessalink/TemplateUses.h"
 
 #include "apps/tessalink/IncludeRules.h"
-#include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "platform/files/CMemFile.h"
 #include "platform/files/ModuleDir.h"
@@ -32,12 +31,12 @@ protected:
     void note_call(const CString& name, const TemplateChecker& at) override {
         NamedUse& use = m_uses.functions[name];
         if (!use.first.IsKnown()) use.first = at.token_place();
+        use.isConstant = true;
     }
     void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
         NamedUse& use = m_uses.includes[name];
-        if (use.first.IsKnown()) return;
-        use.first = at.statement_place();
-        use.isConstant = isConstant;
+        if (!use.first.IsKnown()) use.first = at.statement_place();
+        use.isConstant |= isConstant;
     }
 
 private:
@@ -51,15 +50,28 @@ private:
 
 }  // namespace
 
-void TemplateWalk::Read(const std::vector<std::string>& templatePaths,
-                        const std::string& includeFolder) {
-    for (const std::string& path : templatePaths) {
-        TemplateInput input(path);
-        setIncludeFolder(path, includeFolder);
-        m_uses = {};
-        read_file(input.File(), input.IsScrambled(), nullptr);
-        read_includes();
+void TemplateWalk::Read(const CheckOptions& options) {
+    for (const std::string& path : options.templatePaths) {
+        try {
+            read_template(path, options);
+        } catch (const CFileException& error) {
+            printTrouble(error.what());
+            ++m_troubles;
+        }
     }
+}
+
+void TemplateWalk::read_template(const std::string& path, const CheckOptions& options) {
+    TemplateInput input(path, options.storage);
+    if (input.IsDoubtful()) {
+        printTrouble((path + ": read as a scrambled template, but it is no RTF; --plain reads it "
+                             "as it stands")
+                         .c_str());
+    }
+    setIncludeFolder(path, options.includeFolder);
+    m_uses = {};
+    read_file(input.File(), input.IsScrambled(), nullptr);
+    read_includes();
 }
 
 void TemplateWalk::read_includes() {

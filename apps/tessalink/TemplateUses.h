@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "apps/tessalink/Commands.h"
+#include "apps/tessalink/Messages.h"
 #include "platform/base/CString.h"
 #include "report/ParseException.h"
 
@@ -25,7 +27,7 @@ struct VariableUse {
 struct NamedUse {
     CString name;
     TextPlace first;
-    bool isConstant = true;
+    bool isConstant = false;
 };
 
 /// Uses by name, in the order in which they were added.
@@ -56,15 +58,17 @@ struct TemplateUses {
 class TemplateWalk {
 public:
     /// Reads the templates; prints the first fault of each file, an include that can't be read
-    /// included. Throws CFileException for a template that can't be read.
-    void Read(const std::vector<std::string>& templatePaths, const std::string& includeFolder);
+    /// included, and the trouble with a template that can't be read.
+    void Read(const CheckOptions& options);
 
-    int FaultCount() const { return m_faults; }
+    /// The exit code for what was found.
+    int ExitCode() const { return m_troubles ? cUsage : m_faults ? cInputFault : cSuccess; }
     int FileCount() const { return m_files; }
     /// What the template that was read last uses, with its includes.
     const TemplateUses& Uses() const { return m_uses; }
 
 private:
+    void read_template(const std::string& path, const CheckOptions& options);
     void read_includes();
     void read_include(const NamedUse& include);
     void read_file(CFile& file, int scrambled, const TextPlace* includedFrom);
@@ -73,6 +77,7 @@ private:
     TemplateUses m_uses;
     std::set<CString> m_includesRead;  ///< their paths
     int m_faults = 0;
+    int m_troubles = 0;
     int m_files = 0;
 };
 

@@ -45,8 +45,8 @@ Json listOf(const UseList<Use>& uses, Json (*entryOf)(const Use&)) {
 
 int listUses(const CheckOptions& options) {
     TemplateWalk walk;
-    walk.Read(options.templatePaths, options.includeFolder);
-    if (walk.FaultCount() != 0) return cInputFault;
+    walk.Read(options);
+    if (walk.ExitCode() != cSuccess) return walk.ExitCode();
     const TemplateUses& uses = walk.Uses();
     const Json document = {{"variables", listOf(uses.variables, variableOf)},
                            {"functions", listOf(uses.functions, namedUseOf)},

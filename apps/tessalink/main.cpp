@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <functional>
@@ -21,22 +24,32 @@ constexpr const char* cIncludeFolderText =
 /// What to run once the arguments are understood.
 using Command = std::function<int()>;
 
+void addStorage(CLI::App& command, Storage& storage) {
+    const auto set = [&storage](Storage value) { return [&storage, value] { storage = value; }; };
+    CLI::Option* plain =
+        command.add_flag_callback("--plain", set(Storage::plain), "the template is plain text");
+    command
+        .add_flag_callback("--scrambled", set(Storage::scrambled),
+                           "the template is scrambled (default: unless it starts with {\\rtf)")
+        ->excludes(plain);
+}
+
 void addReport(CLI::App& app, ReportOptions& options, Command& command) {
     CLI::App* report = app.add_subcommand("report", "Write the report that a template describes");
     report->add_option("template", options.templatePath, cTemplateText)->required();
     report->add_option("-o,--output", options.outputPath, "the report; - is standard output")
         ->required();
     report->add_option("--vars", options.variablesPath,
-                       "variables: lines of name TAB type (int, double, string) TAB value");
+                       "variables: lines of name TAB type (int, double, string) TAB value; - reads "
+                       "standard input");
     report->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
-    const auto storage = [&](Storage value) { return [&, value] { options.storage = value; }; };
-    CLI::Option* plain =
-        report->add_flag_callback("--plain", storage(Storage::plain), "the template is plain text");
-    report
-        ->add_flag_callback("--scrambled", storage(Storage::scrambled),
-                            "the template is scrambled (default: unless it starts with {\\rtf)")
-        ->excludes(plain);
-    report->callback([&] { command = [&] { return makeReport(options); }; });
+    addStorage(*report, options.storage);
+    report->callback([&] {
+        if (options.templatePath == cStandardStream && options.variablesPath == cStandardStream) {
+            throw CLI::ValidationError("--vars", "standard input is the template already");
+        }
+        command = [&] { return makeReport(options); };
+    });
 }
 
 void addScramble(CLI::App& app, const char* name, const char* text, ScrambleOptions& options,
@@ -54,6 +67,7 @@ void addCheck(CLI::App& app, CheckOptions& options, Command& command) {
         app.add_subcommand("check", "Name the first fault of each template, without running it");
     check->add_option("template", options.templatePaths, cTemplateText)->required();
     check->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    addStorage(*check, options.storage);
     check->callback([&] { command = [&] { return checkTemplates(options); }; });
 }
 
@@ -62,6 +76,7 @@ void addVars(CLI::App& app, CheckOptions& options, Command& command) {
         "vars", "List as JSON the variables, host functions and includes that a template uses");
     vars->add_option("template", options.templatePaths, cTemplateText)->required()->expected(1);
     vars->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    addStorage(*vars, options.storage);
     vars->callback([&] { command = [&] { return listUses(options); }; });
 }
 
@@ -75,10 +90,10 @@ int guarded(const Command& command) {
     } catch (const VariablesError& fault) {
         printFault(fault);
         return cInputFault;
-    } catch (const CException& error) {
-        printTrouble(error.what());
     } catch (const std::bad_alloc&) {
         printTrouble("out of memory");
+    } catch (const std::exception& error) {
+        printTrouble(error.what());
     }
     return cUsage;
 }
@@ -114,11 +129,20 @@ void silenceMessageBoxes() {
     setHostServices(services);
 }
 
+/// Gives a program that was started without standard streams empty ones: a file that it opens must
+/// not become the one where messages go.
+void openStandardStreams() {
+    int descriptor = 0;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = ::open("/dev/null", O_RDWR);
+    if (descriptor > STDERR_FILENO) ::close(descriptor);
+}
+
 }  // namespace
 
 }  // namespace tessalink::cli
 
 int main(int argc, char** argv) {
+    tessalink::cli::openStandardStreams();
     // A file-size limit is a full disk: the write fails, and says so.
     std::signal(SIGXFSZ, SIG_IGN);
     tessalink::cli::silenceMessageBoxes();

@@ -4,18 +4,18 @@ namespace tessalink::detail {
 
 /// Adds to a count for as long as a construct within another is being read or run.
 template <class Count>
-class NestingCount {
+class ScopedAddition {
 public:
-    explicit NestingCount(Count& count, Count weight = 1) : m_count(count), m_weight(weight) {
-        m_count += weight;
+    explicit ScopedAddition(Count& count, Count added = 1) : m_count(count), m_added(added) {
+        m_count += added;
     }
-    ~NestingCount() { m_count -= m_weight; }
-    NestingCount(const NestingCount&) = delete;
-    NestingCount& operator=(const NestingCount&) = delete;
+    ~ScopedAddition() { m_count -= m_added; }
+    ScopedAddition(const ScopedAddition&) = delete;
+    ScopedAddition& operator=(const ScopedAddition&) = delete;
 
 private:
     Count& m_count;
-    Count m_weight;
+    Count m_added;
 };
 
 /// Sets a variable for the current scope.
