@@ -321,7 +321,7 @@ TEST_F(CommandLine, lists_what_a_template_uses) {
         }
         return text;
     };
-    EXPECT_EQ(lines("variables", "read"), "Name:1 m:2 k:2 q:2 s:3 key:4 late:5 deep:2 ");
+    EXPECT_EQ(lines("variables", "read"), "Name:1 m:2 k:2 q:2 v:3 s:3 key:4 late:5 deep:2 ");
     EXPECT_EQ(lines("variables", "defined"), "n:2 ");
     EXPECT_EQ(lines("variables", "assigned"), "n:2 ");
     EXPECT_EQ(lines("functions", nullptr), "g:2 ");

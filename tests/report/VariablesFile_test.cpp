@@ -75,7 +75,7 @@ TEST(VariablesFile, names_place_and_kind_of_a_fault) {
         {"x\tstring\tab\\x", 12, "escape"},
         {"x\tstring\t\\", 10, "escape"},
         {"x\tstring\t" + std::string(1, '\0'), 10, "NUL"},
-        {"first\tint\t5", 7, "twice"},
+        {"first\tint\t5", 1, "twice"},
     };
     for (const Case& c : cases) {
         for (const char* end : {"", "\n", "\r\nlast\tint\t1\n"}) {
