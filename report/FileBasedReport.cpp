@@ -1,7 +1,6 @@
 #include "report/FileBasedReport.h"
 
 #include "platform/files/CFile.h"
-#include "platform/files/CFileException.h"
 
 IMPLEMENT_DYNCREATE(FileBasedReport, CObject)
 

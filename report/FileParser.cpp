@@ -123,7 +123,7 @@ int FileParser::write_value(const VariantVar& value) {
     return write_output(tessalink::VariantText(value).View());
 }
 
-int FileParser::handle_error(const char* message) {
+[[gnu::noinline]] int FileParser::handle_error(const char* message) {
     ParseException fault(message);
     set_place(fault);
     if (!m_error) throw fault;
@@ -131,7 +131,7 @@ int FileParser::handle_error(const char* message) {
     return 0;
 }
 
-int FileParser::handle_error(const char* format, const char* argument) {
+[[gnu::noinline]] int FileParser::handle_error(const char* format, const char* argument) {
     CString message(format);
     const int at = message.Find("%s");
     if (at >= 0) message = message.Left(at) + argument + message.Mid(at + 2);

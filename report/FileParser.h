@@ -130,7 +130,7 @@ protected:
     virtual int get_exp_operator(const Token& token);
     virtual int get_exp_number(const Token& token);
     virtual int get_exp_var(const Token& token);
-    /// Applies the operator on top of the stack.
+    /// Applies the operator on top of the stack, which must be there with its operands.
     virtual int do_eval();
     virtual int get_str_exp(const Token& token, CString& result, int execute);
 
@@ -157,8 +157,8 @@ protected:
                                                       int scrambled);
     /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
     /// it. The second form puts the argument in place of the format's one "%s".
-    [[gnu::noinline]] virtual int handle_error(const char* message);
-    [[gnu::noinline]] virtual int handle_error(const char* format, const char* argument);
+    virtual int handle_error(const char* message);
+    virtual int handle_error(const char* format, const char* argument);
 
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
@@ -220,8 +220,7 @@ private:
     void assign_number(const CString& name, const Operand& value);
     int get_integer(int execute, std::int32_t& value, const char* message);
     int get_nested_str_exp(const Token& token, CString& result, int execute, std::size_t held = 0);
-    [[gnu::noinline]] int append_value(ValueStep step, const Token& token, CString& result,
-                                       int execute);
+    int append_value(ValueStep step, const Token& token, CString& result, int execute);
     int get_eval_argument(const Token& token, CString& text, int execute);
     int run_text(const CString& text, CFile& output, Source source, std::uint64_t position,
                  int weight = cRunNesting);

@@ -27,6 +27,7 @@ constexpr std::int8_t cTermPrecedence = 4;
 constexpr std::int8_t cFactorPrecedence = 5;
 constexpr std::int8_t cComparisonPrecedence = 3;
 constexpr const char* cUnexpectedToken = "Unexpected token in expression!";
+constexpr const char* cTooDeep = "Expression nested too deeply!";
 
 int precedenceOf(Token::Operator code) {
     return cPrecedence[static_cast<std::size_t>(code)];
@@ -177,11 +178,11 @@ int FileParser::get_exp_var(const Token& token) {
 }
 
 int FileParser::push(const Operand& operand) {
-    return m_operands.Push(operand) || handle_error("Expression nested too deeply!");
+    return m_operands.Push(operand) || handle_error(cTooDeep);
 }
 
 int FileParser::push(Token::Operator code) {
-    return m_operators.Push(code) || handle_error("Expression nested too deeply!");
+    return m_operators.Push(code) || handle_error(cTooDeep);
 }
 
 int FileParser::apply_pending(int precedence) {
@@ -304,7 +305,8 @@ int FileParser::get_str_exp_var(const Token& token, CString& result, int execute
     return 1;
 }
 
-int FileParser::append_value(ValueStep step, const Token& token, CString& result, int execute) {
+[[gnu::noinline]] int FileParser::append_value(ValueStep step, const Token& token, CString& result,
+                                               int execute) {
     // What is built so far waits while the function's own texts are built.
     const ScopedAddition waiting(m_counts->liveText, static_cast<std::size_t>(result.GetLength()));
     CString text;

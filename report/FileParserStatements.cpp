@@ -205,7 +205,6 @@ CString FileParser::include_name(const Token& token) {
 }
 
 int FileParser::do_include(const CString& name) {
-    if (!check_depth(cRunNesting)) return 0;
     tessalink::TemplateFile file(GetModuleDir() + cFolderSeparator + name);
     return run_include(file);
 }

@@ -123,7 +123,7 @@ const Token& FileScanner::NextExp() {
     return startOf(*m_reader.Cursor()) == Start::pause ? read_after_pause() : read_exp();
 }
 
-const Token& FileScanner::read_after_pause() {
+[[gnu::noinline]] const Token& FileScanner::read_after_pause() {
     skip_white_space();
     if (m_reader.Fill()) return read_exp();
     m_tokenPos = m_reader.GetPos();
@@ -171,7 +171,7 @@ void FileScanner::SkipParagraphMark() {
     if (m_reader.Fill() && *m_reader.Cursor() == cControl) take_paragraph_mark();
 }
 
-void FileScanner::take_paragraph_mark() {
+[[gnu::noinline]] void FileScanner::take_paragraph_mark() {
     constexpr std::string_view mark = "par";
     m_reader.SavePos();
     m_reader.GetCh();
@@ -208,7 +208,7 @@ const Token& FileScanner::finish_text(Token::Kind kind, std::string_view text) {
     return finish(kind, tessalink::detail::untilNul(text));
 }
 
-const Token& FileScanner::read_long_text() {
+[[gnu::noinline]] const Token& FileScanner::read_long_text() {
     if (!m_reader.Fill()) return finish(Token::tkEnd);
     // A token may have started behind the end of the last block.
     if (*m_reader.Cursor() == cCommand) return read_command();
@@ -244,7 +244,7 @@ const Token& FileScanner::read_command() {
     return finish_word({start, word.length}, word.first);
 }
 
-const Token& FileScanner::read_split_command() {
+[[gnu::noinline]] const Token& FileScanner::read_split_command() {
     if (!m_reader.Fill()) return finish(Token::tkNone);
     if (take_if(cCommand)) return finish(Token::tkText, "@");
     if (!isWordStart(*m_reader.Cursor())) return finish(Token::tkNone);
@@ -260,7 +260,7 @@ const Token& FileScanner::finish_word(std::string_view word, std::uint64_t first
     return swallowsParagraphMark(code) ? finish_swallowing() : m_token;
 }
 
-const Token& FileScanner::finish_swallowing() {
+[[gnu::noinline]] const Token& FileScanner::finish_swallowing() {
     SkipParagraphMark();
     return m_token;
 }
@@ -289,7 +289,7 @@ const Token& FileScanner::read_operator() {
 }
 
 /// Reads what may follow the first character of a comparison.
-void FileScanner::read_comparison(char sign) {
+[[gnu::noinline]] void FileScanner::read_comparison(char sign) {
     if (sign == '<') SkipLineEnds();
     if (take_if('=')) {
         m_token.m_operator = sign == '<' ? Token::opLessEqual : Token::opGreaterEqual;
@@ -312,7 +312,7 @@ const Token& FileScanner::read_number() {
     return finish(Token::tkNumber, {start, static_cast<std::size_t>(end - start)});
 }
 
-const Token& FileScanner::read_long_number() {
+[[gnu::noinline]] const Token& FileScanner::read_long_number() {
     tessalink::detail::NumeralText numeral(text_buffer(), m_capacity);
     read_digits(numeral);
     m_token.m_isInteger = !take_if('.');
@@ -343,7 +343,7 @@ const Token& FileScanner::read_name() {
     return finish_name({start, word.length}, word.first);
 }
 
-const Token& FileScanner::read_split_name() {
+[[gnu::noinline]] const Token& FileScanner::read_split_name() {
     const std::string_view name = read_split_word(cMaxName);
     if (m_reader.Fill() && isWordChar(*m_reader.Cursor())) {
         throw ParseException("Name too long in expression!");
@@ -363,7 +363,7 @@ const Token& FileScanner::read_string_constant() {
     return finish(Token::tkString, {start, static_cast<std::size_t>(end - start)});
 }
 
-const Token& FileScanner::read_split_string() {
+[[gnu::noinline]] const Token& FileScanner::read_split_string() {
     const auto stops = [](char ch) { return ch == cStringEnd || isLineEnd(ch); };
     std::size_t length = 0;
     m_reader.GetCh();

@@ -82,35 +82,34 @@ public:
     int IsScrambled() const { return m_reader.IsScrambled(); }
 
 private:
-    // What is marked noinline is kept apart so that the usual ways need no stack frame.
     const Token& finish(Token::Kind kind, std::string_view text = {}) {
         m_token.m_kind = kind;
         m_token.m_text = text;
         return m_token;
     }
     const Token& finish_text(Token::Kind kind, std::string_view text);
-    [[gnu::noinline]] const Token& read_long_text();
-    [[gnu::noinline]] const Token& read_after_pause();
+    const Token& read_long_text();
+    const Token& read_after_pause();
     const Token& read_exp();
     const Token& read_command();
-    [[gnu::noinline]] const Token& read_split_command();
+    const Token& read_split_command();
     const Token& finish_word(std::string_view word, std::uint64_t first);
-    [[gnu::noinline]] const Token& finish_swallowing();
+    const Token& finish_swallowing();
     const Token& finish_name(std::string_view name, std::uint64_t first);
     const Token& read_single(Token::Kind kind);
     const Token& read_operator();
-    [[gnu::noinline]] void read_comparison(char sign);
+    void read_comparison(char sign);
     const Token& read_number();
-    [[gnu::noinline]] const Token& read_long_number();
+    const Token& read_long_number();
     void read_digits(tessalink::detail::NumeralText& numeral);
     const Token& read_name();
-    [[gnu::noinline]] const Token& read_split_name();
+    const Token& read_split_name();
     const Token& read_string_constant();
-    [[gnu::noinline]] const Token& read_split_string();
+    const Token& read_split_string();
     std::string_view read_split_word(std::size_t limit);
     /// Whether what ends there may go on: in the next block or after a line end.
     bool ends_at_seam(const char* end) const;
-    [[gnu::noinline]] void take_paragraph_mark();
+    void take_paragraph_mark();
     bool take_if(char wanted);
     void skip_white_space();
     void skip_one_blank();

@@ -1,7 +1,6 @@
 #include "report/VariantVar.h"
 
 #include <bit>
-#include <cstring>
 
 #include "platform/base/NumberText.h"
 #include "platform/files/CArchive.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
