@@ -6,9 +6,9 @@
 #include "platform/files/CMemFile.h"
 #include "report/TemplateFile.h"
 #include "report/VarTable.h"
-#include "report/detail/CharTables.h"
 #include "report/detail/LineFinder.h"
 #include "report/detail/Nesting.h"
+#include "report/detail/TextSearch.h"
 
 using tessalink::TemplateFile;
 using tessalink::TextPlace;

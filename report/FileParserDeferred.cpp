@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "report/FileParser.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
 #include "report/detail/DeferredOrder.h"
 #include "report/detail/Nesting.h"
 

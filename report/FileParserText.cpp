@@ -7,7 +7,7 @@
 #include "platform/base/NumberText.h"
 #include "platform/files/CMemFile.h"
 #include "report/FileParser.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/Keywords.h"
 #include "report/detail/Nesting.h"
 
 using tessalink::detail::ScopedAddition;

@@ -6,8 +6,10 @@
 #include <limits>
 
 #include "report/ParseException.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
+#include "report/detail/Keywords.h"
 #include "report/detail/NumeralText.h"
+#include "report/detail/TextSearch.h"
 
 using tessalink::detail::findTextEnd;
 using tessalink::detail::isBlank;

@@ -6,8 +6,9 @@
 #include <utility>
 
 #include "platform/base/NumberText.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
 #include "report/detail/RTFScaler.h"
+#include "report/detail/TextSearch.h"
 
 using tessalink::detail::isBlank;
 using tessalink::detail::isDigit;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/files/CFileException.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
 
 namespace tessalink {
 

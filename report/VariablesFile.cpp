@@ -10,7 +10,7 @@
 
 #include "platform/files/CFile.h"
 #include "report/FileScanner.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
 
 namespace tessalink {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "platform/base/NumberText.h"
-#include "report/detail/CharTables.h"
+#include "report/detail/CharClasses.h"
 
 namespace tessalink::detail {
 
