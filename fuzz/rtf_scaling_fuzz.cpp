@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "fuzz/detail/require.h"
 #include "report/RTFText.h"
@@ -22,10 +23,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(scaled.View() == tessalink::test::scaleByStates(factor, rtf),
             "scaling follows the states");
     std::string expected;
-    for (const char ch : std::string(rtf.c_str())) {
+    const char* const text = rtf.c_str();  // up to the first NUL
+    for (const char ch : std::string_view(text)) {
         if (ch == '\\' || ch == '{' || ch == '}') expected += '\\';
         expected += ch;
     }
-    require(RTFEncode(rtf.c_str()).View() == expected, "encoding escapes backslashes and braces");
+    require(RTFEncode(text).View() == expected, "encoding escapes backslashes and braces");
     return 0;
 }

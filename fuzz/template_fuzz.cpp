@@ -17,7 +17,7 @@ using tessalink::fuzz::require;
 class BoundedFile : public CMemFile {
 public:
     void Write(const void* buffer, std::size_t count) override {
-        constexpr std::size_t budget = 64 * 1024;
+        constexpr std::size_t budget = 64u << 10;
         if (++m_writes > budget || GetLength() + count > budget) {
             AfxThrowFileException(CFileException::diskFull);
         }

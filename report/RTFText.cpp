@@ -127,12 +127,12 @@ void PrefixStrings(unsigned int resourceId, CStringArray& strings) {
     for (int i = 0; i < strings.GetSize(); ++i) strings.SetAt(i, prefix + strings.GetAt(i));
 }
 
-void ReplaceTextA(CString& result, CString text, const char* argument) {
+void ReplaceTextA(CString& result, const CString& text, const char* argument) {
     const std::string_view filling = argument ? std::string_view(argument) : std::string_view();
     result = makesArguments(filling) ? replaceOnce(text.View(), filling)
                                      : replaceAll(text.View(), filling);
 }
 
-void ReplaceTextA(CString& result, CString text, unsigned int resourceId) {
+void ReplaceTextA(CString& result, const CString& text, unsigned int resourceId) {
     ReplaceTextA(result, std::move(text), static_cast<const char*>(loadString(resourceId)));
 }

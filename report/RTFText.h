@@ -37,6 +37,6 @@ TESSALINK_API void PrefixStrings(unsigned int resourceId, CStringArray& strings)
 
 /// Stores `text` with every "%1" replaced by the argument, searching from the start again after
 /// each replacement. In an argument that makes new "%1"s without end each is replaced once only.
-TESSALINK_API void ReplaceTextA(CString& result, CString text, const char* argument);
+TESSALINK_API void ReplaceTextA(CString& result, const CString& text, const char* argument);
 /// The same with a string resource as the argument.
-TESSALINK_API void ReplaceTextA(CString& result, CString text, unsigned int resourceId);
+TESSALINK_API void ReplaceTextA(CString& result, const CString& text, unsigned int resourceId);

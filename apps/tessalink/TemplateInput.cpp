@@ -38,12 +38,15 @@ std::unique_ptr<CFile> readAhead(std::unique_ptr<CFile> stream) {
     return text;
 }
 
-std::unique_ptr<CFile> openTemplate(const std::string& path) {
-    std::unique_ptr<CFile> file =
-        path == cStandardStream ? openInput(path) : std::make_unique<ProgressFile>(path.c_str());
+std::unique_ptr<CFile> withLength(std::unique_ptr<CFile> file) {
     if (file->GetLength() == 0) return readAhead(std::move(file));
     checkLength(*file);
     return file;
+}
+
+std::unique_ptr<CFile> openTemplate(const std::string& path) {
+    if (path == cStandardStream) return withLength(openInput(path));
+    return withLength(std::make_unique<ProgressFile>(path.c_str()));
 }
 
 std::string startOf(CFile& file) {

@@ -76,8 +76,9 @@ void TemplateWalk::read_template(const std::string& path, const CheckOptions& op
 
 void TemplateWalk::read_includes() {
     // Included templates add their own includes to the end of the list.
-    for (std::size_t i = 0; i < m_uses.includes.Entries().size(); ++i) {
-        const NamedUse include = m_uses.includes.Entries()[i];
+    std::size_t next = 0;
+    while (next < m_uses.includes.Entries().size()) {
+        const NamedUse include = m_uses.includes.Entries()[next++];
         if (include.isConstant) read_include(include);
     }
 }

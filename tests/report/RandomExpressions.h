@@ -138,7 +138,7 @@ private:
         for (std::size_t depth = 15 + m_dice.Below(17); depth > 0; --depth) {
             const std::string level = m_dice.Pick(levels);
             const auto ends = std::count(level.begin(), level.end(), '(');
-            expression = level + expression + std::string(static_cast<std::size_t>(ends), ')');
+            expression.insert(0, level).append(static_cast<std::size_t>(ends), ')');
         }
     }
     void Spoil(std::string& expression) {

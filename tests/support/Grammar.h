@@ -37,7 +37,7 @@ private:
     static std::string_view Choose(const std::vector<std::string_view>& alternatives, int depth,
                                    Dice& dice) {
         std::string_view chosen = dice.Pick(alternatives);
-        for (int i = 0; i < 30 && depth <= 0 && chosen.find('$') != chosen.npos; ++i) {
+        for (int i = 0; i < 30 && depth <= 0 && chosen.find('$') != std::string_view::npos; ++i) {
             chosen = dice.Pick(alternatives);
         }
         return chosen;
