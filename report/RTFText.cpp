@@ -134,5 +134,5 @@ void ReplaceTextA(CString& result, const CString& text, const char* argument) {
 }
 
 void ReplaceTextA(CString& result, const CString& text, unsigned int resourceId) {
-    ReplaceTextA(result, std::move(text), static_cast<const char*>(loadString(resourceId)));
+    ReplaceTextA(result, text, static_cast<const char*>(loadString(resourceId)));
 }

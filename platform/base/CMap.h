@@ -353,7 +353,7 @@ private:
         VALUE value{};
         SerializeElements(archive, &key, 1);
         SerializeElements(archive, &value, 1);
-        FindOrAdd(key).value = value;
+        SetAt(key, value);
     }
 
     std::vector<std::unique_ptr<Entry[]>> m_blocks;
