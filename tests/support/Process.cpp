@@ -40,6 +40,10 @@ void redirect(int descriptor, const char* path, int flags) {
     redirect(STDERR_FILENO, streams.Path("err").c_str(), O_WRONLY | O_CREAT);
     limit(RLIMIT_CPU, static_cast<std::size_t>(setting.secondsOfProcessor));
     limit(RLIMIT_CORE, 0);
+    // A program that may not write as others do would spoil the coverage profile that all share.
+    if (setting.maxFileSize != 0 || setting.hasFewRights) {
+        ::setenv("LLVM_PROFILE_FILE", "/dev/null", 1);
+    }
     if (setting.maxFileSize != 0) limit(RLIMIT_FSIZE, setting.maxFileSize);
     if (::chdir(setting.folder.c_str()) != 0) ::_exit(126);
     const int program = ::open(pointers[0], O_RDONLY | O_CLOEXEC);
