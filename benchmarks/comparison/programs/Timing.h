@@ -142,4 +142,22 @@ inline double checksum(std::string_view text) {
     return hash;
 }
 
+/// One thing that a program can be asked to measure, by its name and so many arguments.
+struct Mode {
+    const char* name;
+    int arguments;
+    int (*run)(char** arguments);
+};
+
+/// Runs the mode that the command line asks for; returns the exit code.
+template <std::size_t N>
+int runMode(const Mode (&modes)[N], int argc, char** argv) {
+    for (const Mode& mode : modes) {
+        if (argc == mode.arguments + 2 && std::string_view(argv[1]) == mode.name) {
+            return mode.run(argv + 2);
+        }
+    }
+    return 2;
+}
+
 }  // namespace timing

@@ -72,24 +72,13 @@ int copyMemory(char** arguments) {
     return to[size / 2] == 'a' ? 0 : 1;
 }
 
-struct Mode {
-    const char* name;
-    int arguments;
-    int (*run)(char** arguments);
-};
-
-constexpr Mode cModes[] = {{"files", 2, files},
-                           {"readwrite", 3, readWrite},
-                           {"sortcopy", 3, sortCopy},
-                           {"memcpy", 2, copyMemory}};
+constexpr timing::Mode cModes[] = {{"files", 2, files},
+                                   {"readwrite", 3, readWrite},
+                                   {"sortcopy", 3, sortCopy},
+                                   {"memcpy", 2, copyMemory}};
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    for (const Mode& mode : cModes) {
-        if (argc == mode.arguments + 2 && std::strcmp(argv[1], mode.name) == 0) {
-            return mode.run(argv + 2);
-        }
-    }
-    return 2;
+    return timing::runMode(cModes, argc, argv);
 }

@@ -146,22 +146,11 @@ int rtf(char** arguments) {
     return 0;
 }
 
-struct Mode {
-    const char* name;
-    int arguments;
-    int (*run)(char** arguments);
-};
-
-constexpr Mode cModes[] = {
+constexpr timing::Mode cModes[] = {
     {"repeat", 4, repeat}, {"lookup", 3, lookup}, {"archive", 2, archive}, {"rtf", 2, rtf}};
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    for (const Mode& mode : cModes) {
-        if (argc == mode.arguments + 2 && std::strcmp(argv[1], mode.name) == 0) {
-            return mode.run(argv + 2);
-        }
-    }
-    return 2;
+    return timing::runMode(cModes, argc, argv);
 }
