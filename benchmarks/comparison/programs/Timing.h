@@ -37,6 +37,7 @@ double median(int count, Work&& work) {
     work();
     work();
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) times.push_back(once(work));
     std::nth_element(times.begin(), times.begin() + count / 2, times.end());
     return times[static_cast<std::size_t>(count / 2)];
