@@ -2,25 +2,11 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
+#include "core/TextPlace.h"
 #include "platform/base/CException.h"
-#include "platform/base/CString.h"
 #include "platform/base/Export.h"
-
-namespace tessalink {
-
-/// A place in a file. Line and column count from 1, the column in bytes; 0 means unknown.
-struct TextPlace {
-    CString file;
-    std::uint64_t line = 0;
-    std::uint64_t column = 0;
-
-    bool IsKnown() const { return line != 0; }
-};
-
-}  // namespace tessalink
 
 /// One template error: a fixed English message that ends in "!", and where it was found.
 class TESSALINK_API ParseException : public CException {

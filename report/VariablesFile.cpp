@@ -14,7 +14,7 @@
 
 namespace tessalink {
 
-IMPLEMENT_DYNAMIC(VariablesError, CException)
+IMPLEMENT_DYNAMIC(VariablesError, InputError)
 
 namespace {
 

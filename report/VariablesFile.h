@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/base/CException.h"
+#include "core/InputError.h"
 #include "platform/base/Export.h"
-#include "report/ParseException.h"
 #include "report/VarTable.h"
 
 class CFile;
@@ -21,17 +20,11 @@ class CFile;
 namespace tessalink {
 
 /// What is wrong with a variables file, and where.
-class TESSALINK_API VariablesError : public CException {
+class TESSALINK_API VariablesError : public InputError {
     DECLARE_DYNAMIC(VariablesError)
 
 public:
-    VariablesError(const TextPlace& place, const CString& message)
-        : CException(message), m_place(place) {}
-
-    const TextPlace& GetPlace() const { return m_place; }
-
-private:
-    TextPlace m_place;
+    using InputError::InputError;
 };
 
 /// Adds the variables of `file`, from its position on, to the table. Throws VariablesError at the

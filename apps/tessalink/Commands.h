@@ -5,7 +5,7 @@
 
 #include "apps/tessalink/TemplateInput.h"
 
-// The commands. Each returns an exit code, and throws ParseException, VariablesError,
+// The commands. Each returns an exit code, and throws ParseException, InputError,
 // CFileException or std::bad_alloc for what it does not report itself.
 namespace tessalink::cli {
 

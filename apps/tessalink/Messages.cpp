@@ -27,7 +27,7 @@ void printFault(const ParseException& fault) {
     }
 }
 
-void printFault(const VariablesError& fault) {
+void printFault(const InputError& fault) {
     printAt(fault.GetPlace(), "error", fault.what());
 }
 

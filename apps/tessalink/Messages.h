@@ -2,9 +2,8 @@
 
 #include <string>
 
-#include "platform/base/CException.h"
+#include "core/InputError.h"
 #include "report/ParseException.h"
-#include "report/VariablesFile.h"
 
 namespace tessalink::cli {
 
@@ -16,7 +15,7 @@ inline constexpr int cUsage = 2;       ///< wrong usage, or trouble with a file
 /// Print to standard error "FILE:LINE:COLUMN: error: MESSAGE" (with a note for each level of
 /// includes), or "tessalink: MESSAGE" for a file that can't be used.
 void printFault(const ParseException& fault);
-void printFault(const VariablesError& fault);
+void printFault(const InputError& fault);
 void printTrouble(const char* message);
 /// Prints what a command was asked for to standard output; returns the exit code.
 int printResult(const std::string& text);

@@ -5,6 +5,7 @@
 #include "apps/tessalink/Messages.h"
 #include "platform/files/WholeFile.h"
 #include "report/FileParser.h"
+#include "report/VariablesFile.h"
 
 namespace tessalink::cli {
 

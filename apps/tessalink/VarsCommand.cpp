@@ -3,7 +3,7 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateUses.h"
-#include "core/Windows1252.h"
+#include "platform/base/Windows1252.h"
 
 namespace tessalink::cli {
 

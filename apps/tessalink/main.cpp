@@ -87,7 +87,7 @@ int guarded(const Command& command) {
     } catch (const ParseException& fault) {
         printFault(fault);
         return cInputFault;
-    } catch (const VariablesError& fault) {
+    } catch (const InputError& fault) {
         printFault(fault);
         return cInputFault;
     } catch (const std::bad_alloc&) {

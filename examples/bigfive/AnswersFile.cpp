@@ -9,7 +9,10 @@
 #include <fstream>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "platform/base/Windows1252.h"
 
 namespace bigfive {
 namespace {
@@ -41,44 +44,16 @@ std::optional<int> toNumber(std::string_view text) {
     return value;
 }
 
-// Unicode of the Windows-1252 characters 0x80 to 0x9F; 0 where there is none.
-constexpr std::array<char32_t, 32> cHighCharacters = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-// The character of one or more UTF-8 bytes at the start of the text, which it is cut off from;
-// nothing when they are malformed or of a character beyond U+FFFF.
-std::optional<char32_t> takeCharacter(std::string_view& text) {
-    const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const std::size_t length = byte(0) < 0x80 ? 1 : byte(0) < 0xE0 ? 2 : 3;
-    const std::array<char32_t, 4> least = {0, 0, 0x80, 0x800};
-    if (text.size() < length || (length > 1 && (byte(0) < 0xC2 || byte(0) > 0xEF))) return {};
-    char32_t character = length == 1 ? byte(0) : byte(0) & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80) return {};
-        character = character << 6U | (byte(i) & 0x3FU);
-    }
-    text.remove_prefix(length);
-    if (character < least[length]) return {};
-    return character;
+bool isControl(char ch) {
+    return static_cast<unsigned char>(ch) < 0x20 || ch == 0x7F;
 }
 
 // The Windows-1252 text of a printable UTF-8 text, or nothing when a character has no place there.
-std::optional<std::string> toWindows1252(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        const auto character = takeCharacter(text);
-        if (!character || *character < 0x20 || *character == 0x7F) return {};
-        if (*character < 0x80 || (*character >= 0xA0 && *character <= 0xFF)) {
-            result += static_cast<char>(*character);
-            continue;
-        }
-        const auto high = std::find(cHighCharacters.begin(), cHighCharacters.end(), *character);
-        if (high == cHighCharacters.end()) return {};
-        result += static_cast<char>(0x80 + (high - cHighCharacters.begin()));
-    }
-    return result;
+std::optional<std::string> toPrintable(std::string_view text) {
+    tessalink::Windows1252Text result = tessalink::fromUtf8(text);
+    const bool printable =
+        result.IsWhole() && std::none_of(result.text.begin(), result.text.end(), isControl);
+    return printable ? std::optional(std::move(result.text)) : std::nullopt;
 }
 
 class AnswersReader {
@@ -170,7 +145,7 @@ void AnswersReader::markSeen(std::size_t entry, std::string_view key) {
 }
 
 void AnswersReader::readName(std::string_view value) {
-    const auto name = toWindows1252(value);
+    const auto name = toPrintable(value);
     if (!name) {
         fail(
             "the name has a character that Windows-1252 lacks or is no UTF-8; write it in Western "

@@ -1,0 +1,7 @@
+#include "core/InputError.h"
+
+namespace tessalink {
+
+IMPLEMENT_DYNAMIC(InputError, CException)
+
+}  // namespace tessalink

@@ -1,0 +1,55 @@
+#include "scores/Reliability.h"
+
+#include <cmath>
+
+#include "platform/base/CInvalidArgException.h"
+#include "scores/Rounding.h"
+#include "scores/StandardScores.h"
+
+namespace tessalink {
+
+namespace {
+
+/// How many standard errors lie on either side of the middle of a range of this confidence.
+double errorsOnEachSide(double level) {
+    if (!(level > 0 && level < 1)) AfxThrowInvalidArgException();
+    return KOVStandardScores::PercentileRank(100 * (0.5 + level / 2)).GetAsZScore();
+}
+
+}  // namespace
+
+CString ScoreRange::Format(int decimals, const char* between) const {
+    return formatHalfUp(low, decimals) + between + formatHalfUp(high, decimals);
+}
+
+Reliability::Reliability(const ScoreScale& scale, double coefficient)
+    : m_scale(scale), m_coefficient(coefficient) {
+    if (!(coefficient >= 0 && coefficient <= 1)) AfxThrowInvalidArgException();
+}
+
+double Reliability::GetErrorOfMeasurement() const {
+    return m_scale.standardDeviation * std::sqrt(1 - m_coefficient);
+}
+
+double Reliability::GetErrorOfEstimate() const {
+    return m_scale.standardDeviation * std::sqrt(m_coefficient * (1 - m_coefficient));
+}
+
+double Reliability::GetEstimatedTrueScore(double score) const {
+    return m_scale.mean + m_coefficient * (score - m_scale.mean);
+}
+
+ScoreRange Reliability::GetRangeOfMeasurement(double score, double level) const {
+    return range(score, GetErrorOfMeasurement(), level);
+}
+
+ScoreRange Reliability::GetRangeOfEstimate(double score, double level) const {
+    return range(GetEstimatedTrueScore(score), GetErrorOfEstimate(), level);
+}
+
+ScoreRange Reliability::range(double centre, double error, double level) const {
+    const double half = errorsOnEachSide(level) * error;
+    return {m_scale.Limit(centre - half), m_scale.Limit(centre + half)};
+}
+
+}  // namespace tessalink
