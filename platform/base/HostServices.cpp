@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <utility>
+#include <vector>
 
 #include "platform/base/detail/Terminal.h"
 
@@ -18,6 +19,11 @@ void ringTerminal(UINT) {
 
 bool findNoString(UINT, CString&) {
     return false;
+}
+
+std::vector<void (*)()>& listeners() {
+    static std::vector<void (*)()> functions;
+    return functions;
 }
 
 tessalink::HostServices& record() {
@@ -37,6 +43,11 @@ void setHostServices(HostServices services) {
     if (!services.beep) services.beep = ringTerminal;
     if (!services.stringTable) services.stringTable = findNoString;
     record() = std::move(services);
+    for (const auto reread : listeners()) reread();
+}
+
+void whenHostServicesChange(void (*reread)()) {
+    listeners().push_back(reread);
 }
 
 const HostServices& hostServices() {

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "platform/base/CString.h"
+#include "platform/base/LocaleValues.h"
 
 // Kinds of message boxes and the answers to them, with their classic values.
 inline constexpr UINT MB_OK = 0x00;
@@ -48,15 +49,27 @@ struct TESSALINK_API HostServices {
     // The folder that GetModuleDir returns. Default: empty, the folder of the running executable.
     CString moduleDirectory;
 
+    // How the user writes times and dates. It is called once, on first use. Default: empty, what
+    // the system's settings for times say.
+    std::function<LocaleValues()> localeValues;
+
+    // The local time. Default: empty, the system's clock.
+    std::function<CalendarTime()> clock;
+
     HostServices();
 };
 
 // Replaces the services. Call it before anything else of the library is used, and not while another
 // thread uses it: from then on the record is constant. An empty function stands for the default.
+// What was read from the services before is read again.
 TESSALINK_API void setHostServices(HostServices services);
 
 // The services in force.
 TESSALINK_API const HostServices& hostServices();
+
+// For those that keep what a service told them: `reread` is called each time services have been
+// replaced, in the order of the calls of this function.
+TESSALINK_API void whenHostServicesChange(void (*reread)());
 
 }  // namespace tessalink
 
