@@ -13,7 +13,8 @@ namespace {
 /// How many standard errors lie on either side of the middle of a range of this confidence.
 double errorsOnEachSide(double level) {
     if (!(level > 0 && level < 1)) AfxThrowInvalidArgException();
-    return KOVStandardScores::PercentileRank(100 * (0.5 + level / 2)).GetAsZScore();
+    // By the lower tail: near 1 the rank of the upper one would round to 100.
+    return -KOVStandardScores::PercentileRank(50 * (1 - level)).GetAsZScore();
 }
 
 }  // namespace

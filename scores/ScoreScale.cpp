@@ -18,6 +18,15 @@ double ScoreScale::FromZ(double z) const {
     return Limit(roundHalfUp(FromZExactly(z), decimals));
 }
 
+// Not in the header: a host's compiler might fuse the operations and change a digit.
+double ScoreScale::FromZExactly(double z) const {
+    return mean + standardDeviation * z;
+}
+
+double ScoreScale::ToZ(double score) const {
+    return (score - mean) / standardDeviation;
+}
+
 double ScoreScale::Limit(double score) const {
     return score < lowest ? lowest : score > highest ? highest : score;
 }

@@ -23,9 +23,9 @@ struct TESSALINK_API ScoreScale {
     /// limits; NaN when z is not a number.
     double FromZ(double z) const;
     /// mean + standardDeviation z: neither rounded nor limited.
-    double FromZExactly(double z) const { return mean + standardDeviation * z; }
+    double FromZExactly(double z) const;
     /// (score - mean) / standardDeviation; scores beyond the limits too.
-    double ToZ(double score) const { return (score - mean) / standardDeviation; }
+    double ToZ(double score) const;
     /// The nearest score within the limits.
     double Limit(double score) const;
     /// The score with the scale's decimals.
