@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/FileText.h"
+#include "core/WholeNumber.h"
 #include "platform/files/CFile.h"
 #include "report/FileScanner.h"
 #include "report/detail/CharClasses.h"
@@ -34,24 +36,15 @@ CString quoted(std::string_view text) {
 template <class Number>
 std::optional<Number> readNumber(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end) return std::nullopt;
-    return number;
-}
-
-bool isVariableName(std::string_view name) {
-    return !name.empty() && name.size() <= FileScanner::cMaxCommandWord &&
-           detail::isWordStart(name.front()) &&
-           std::all_of(name.begin(), name.end(), detail::isWordChar);
+    return wholeNumber<Number>(text);
 }
 
 /// Reads the lines of a variables file one after another.
 class VariablesReader {
 public:
-    VariablesReader(const CString& file, std::string_view text, VarTable& variables)
-        : m_file(file), m_text(text), m_variables(variables) {}
+    VariablesReader(const CString& file, std::string_view text, VarTable& variables,
+                    VariablePlaces* places)
+        : m_file(file), m_text(text), m_variables(variables), m_places(places) {}
 
     void Read() {
         while (!m_text.empty()) {
@@ -86,6 +79,7 @@ private:
                                         [&](const TypeName& t) { return t.name == type; });
         if (known == types.end()) fail(quoted(type) + " is no type: use int, double or string");
         take_field("the value");
+        if (m_places) m_places->insert_or_assign(name, place());
         (this->*known->read)(name);
         m_seen.AddVar(name, 0);
     }
@@ -140,30 +134,19 @@ private:
         return line;
     }
 
-    [[noreturn]] void fail(const CString& message) const {
-        throw VariablesError({m_file, m_lineNumber, m_line.size() - m_rest.size() + 1}, message);
-    }
+    [[noreturn]] void fail(const CString& message) const { throw VariablesError(place(), message); }
+
+    TextPlace place() const { return {m_file, m_lineNumber, m_line.size() - m_rest.size() + 1}; }
 
     CString m_file;
     std::string_view m_text;
     VarTable& m_variables;
+    VariablePlaces* m_places;
     VarTable m_seen;
     std::string_view m_line;
     std::string_view m_rest;  ///< of the line, from what is being looked at
     std::uint64_t m_lineNumber = 0;
 };
-
-std::string readAll(CFile& file) {
-    constexpr std::size_t step = 1u << 16;
-    std::string text;
-    for (std::size_t count = step; count == step;) {
-        const std::size_t size = text.size();
-        text.resize(size + step);
-        count = file.Read(text.data() + size, step);
-        text.resize(size + count);
-    }
-    return text;
-}
 
 void appendEscaped(std::string& line, std::string_view text) {
     for (const char ch : text) {
@@ -201,9 +184,15 @@ std::string lineOf(const CString& name, const VariantVar& value) {
 
 }  // namespace
 
-void readVariables(CFile& file, VarTable& variables) {
-    const std::string text = readAll(file);
-    VariablesReader(file.GetGivenPath(), text, variables).Read();
+void readVariables(CFile& file, VarTable& variables, VariablePlaces* places) {
+    const std::string text = readText(file);
+    VariablesReader(file.GetGivenPath(), text, variables, places).Read();
+}
+
+bool isVariableName(std::string_view name) {
+    return !name.empty() && name.size() <= FileScanner::cMaxCommandWord &&
+           detail::isWordStart(name.front()) &&
+           std::all_of(name.begin(), name.end(), detail::isWordChar);
 }
 
 void writeVariables(const VarTable& variables, CFile& file) {

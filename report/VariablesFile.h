@@ -1,6 +1,10 @@
 #pragma once
 
+#include <map>
+#include <string_view>
+
 #include "core/InputError.h"
+#include "core/TextPlace.h"
 #include "platform/base/Export.h"
 #include "report/VarTable.h"
 
@@ -27,10 +31,17 @@ public:
     using InputError::InputError;
 };
 
-/// Adds the variables of `file`, from its position on, to the table. Throws VariablesError at the
-/// first fault, a name that the file has twice included, and CFileException; the table then holds
-/// the variables before it.
-TESSALINK_API void readVariables(CFile& file, VarTable& variables);
+/// Where the values of variables stand, by name.
+using VariablePlaces = std::map<CString, TextPlace>;
+
+/// Adds the variables of `file`, from its position on, to the table, and to `places`, when given,
+/// where their values stand. Throws VariablesError at the first fault, a name that the file has
+/// twice included, and CFileException; the table then holds the variables before it.
+TESSALINK_API void readVariables(CFile& file, VarTable& variables,
+                                 VariablePlaces* places = nullptr);
+
+/// Whether a variables file may have a variable of that name.
+TESSALINK_API bool isVariableName(std::string_view name);
 
 /// Writes the table's numbers and texts in its order; empty and pointer variables, and a double
 /// that is not finite, have no form in the file and raise VariablesError. A double comes back bit

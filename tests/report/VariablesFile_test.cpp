@@ -42,6 +42,16 @@ TEST(VariablesFile, reads_its_lines) {
     EXPECT_TRUE(variables.GetVar("_x1").IsDouble());
     EXPECT_EQ(variables.GetCount(), 6);
     EXPECT_EQ(faultOf("", variables), "");
+
+    CMemFile file(std::string_view("# c\na\tint\t1\n\nb2\tstring\t\n"));
+    file.SetFilePath("vars.tsv");
+    VariablePlaces places;
+    readVariables(file, variables, &places);
+    ASSERT_EQ(places.size(), 2u);
+    EXPECT_EQ(places["a"].column, 7u);
+    EXPECT_EQ(places["b2"].line, 4u);
+    EXPECT_EQ(places["b2"].column, 11u);
+    EXPECT_EQ(places["b2"].file, "vars.tsv");
 }
 
 TEST(VariablesFile, names_place_and_kind_of_a_fault) {
