@@ -72,10 +72,13 @@ LocalFormat& keptFormat() {
 }
 
 const LocalFormat& localFormat() {
+    // Read before it listens: so the locale's values, which it reads, are forgotten before it reads
+    // them again.
+    static const LocalFormat& format = keptFormat();
     static const bool listening =
         (tessalink::whenHostServicesChange([] { keptFormat() = LocalFormat::Read(); }), true);
     static_cast<void>(listening);
-    return keptFormat();
+    return format;
 }
 
 constexpr bool isLeapYear(int year) {
@@ -139,10 +142,11 @@ void Date::Clear() {
 }
 
 int Date::Set(int year, int month, int day) {
-    if (year < 0 || (year >= cFirstRefusedYear && year < cFirstYear) || year > cLastYear) return 0;
+    if (year < 0 || (year >= cFirstRefusedYear && year < cFirstYear)) return 0;
     if (!isMonthAndDay(month, day)) return 0;
     if (year < cCentury) year = completedYear(year, month, day);
-    if (day > lengthOf(year, month)) return 0;
+    // A clock that is far off may have completed it to anything.
+    if (year < 0 || year > cLastYear || day > lengthOf(year, month)) return 0;
     store(year, month, day);
     return 1;
 }

@@ -156,7 +156,8 @@ int Time::Set(const char* text) {
 
 void Time::SetNow() {
     const tessalink::CalendarTime now = tessalink::localTime();
-    Set(now.hour, now.minute, now.second);
+    // A leap second counts as the second before.
+    Set(now.hour, now.minute, std::min(now.second, cSecondsPerMinute - 1));
 }
 
 std::uint32_t Time::Get() const {

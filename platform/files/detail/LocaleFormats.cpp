@@ -87,8 +87,10 @@ std::optional<CString> ansiText(std::string_view utf8) {
 // A separator loses blanks at its start: those behind a number belong to the number when a text is
 // read.
 void setSeparator(CString& separator, std::string_view utf8) {
-    utf8.remove_prefix(std::min(utf8.find_first_not_of(' '), utf8.size()));
-    if (const auto text = ansiText(utf8)) separator = *text;
+    auto text = ansiText(utf8);
+    if (!text) return;
+    text->TrimLeft(' ');
+    if (!text->IsEmpty()) separator = *text;
 }
 
 void setTime(LocaleValues& values, const LocaleFormats& formats) {
