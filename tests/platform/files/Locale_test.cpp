@@ -1,0 +1,116 @@
+#include "platform/files/Locale.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <locale.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "tests/platform/files/TemporaryFolder.h"
+#include "tests/support/HostServicesScope.h"
+#include "tests/support/LocaleText.h"
+#include "tests/support/Process.h"
+
+namespace tessalink::test {
+namespace {
+
+constexpr const char* cDefault = "[:] 24 [/] MDY";
+
+TEST(Locale, WhatTheHostSaysIsAskedOnceAndKeptUntilServicesAreSet) {
+    const HostServicesScope scope(LocaleValues{});
+    int calls = 0;
+    HostServices services;
+    services.localeValues = [&] {
+        ++calls;
+        LocaleValues values;
+        values.dateSeparator.Format("%d", calls);
+        return values;
+    };
+    setHostServices(services);
+    EXPECT_EQ(textOf(localeValues()), "[:] 24 [1] MDY");
+    EXPECT_EQ(textOf(localeValues()), "[:] 24 [1] MDY");
+    EXPECT_EQ(calls, 1);
+    setHostServices(services);
+    EXPECT_EQ(textOf(localeValues()), "[:] 24 [2] MDY");
+    EXPECT_EQ(calls, 2);
+}
+
+TEST(Locale, TheClockIsTheHostsOrTheSystems) {
+    const HostServicesScope scope(CalendarTime{1999, 12, 31, 23, 59, 60});
+    const CalendarTime now = localTime();
+    EXPECT_EQ(now.year, 1999);
+    EXPECT_EQ(now.month, 12);
+    EXPECT_EQ(now.day, 31);
+    EXPECT_EQ(now.hour, 23);
+    EXPECT_EQ(now.minute, 59);
+    EXPECT_EQ(now.second, 60);
+
+    setHostServices({});
+    const std::time_t before = std::time(nullptr);
+    const CalendarTime shown = localTime();
+    std::tm parts{};
+    parts.tm_year = shown.year - 1900;
+    parts.tm_mon = shown.month - 1;
+    parts.tm_mday = shown.day;
+    parts.tm_hour = shown.hour;
+    parts.tm_min = shown.minute;
+    parts.tm_sec = shown.second;
+    parts.tm_isdst = -1;
+    const std::time_t read = std::mktime(&parts);
+    EXPECT_LE(before, read);
+    EXPECT_LE(read, std::time(nullptr));
+}
+
+/// In a process of its own: the values under these settings of the environment.
+[[noreturn]] void tellValues(const std::string& folder, const char* variable, const char* name) {
+    for (const char* const other : {"LC_ALL", "LC_TIME", "LANG"}) ::unsetenv(other);
+    ::setenv("LOCPATH", folder.c_str(), 1);
+    ::setenv(variable, name, 1);
+    setHostServices({});
+    const std::string process = ::setlocale(LC_ALL, nullptr);
+    std::fprintf(stderr, "%s in %s", textOf(localeValues()).c_str(), process.c_str());
+    std::_Exit(process == ::setlocale(LC_ALL, nullptr) ? 0 : 1);
+}
+
+void expectValues(const std::string& folder, const char* variable, const char* name,
+                  const std::string& values) {
+    EXPECT_EXIT(tellValues(folder, variable, name), testing::ExitedWithCode(0),
+                testing::StrEq(values + " in C"))
+        << variable << '=' << name;
+}
+
+TEST(Locale, SettingsThatTheSystemLacksGiveTheDefault) {
+    const TemporaryFolder folder;
+    for (const char* const name : {"C", "POSIX", "", "xx_YY.UTF-8", "../../etc", "\xFF"}) {
+        expectValues(folder.Path(""), "LC_ALL", name, cDefault);
+    }
+}
+
+TEST(Locale, ReadsTheSettingsOfTheEnvironmentAndLeavesTheProcessAsItIs) {
+    const char* const compiler = "/usr/bin/localedef";
+    if (::access(compiler, X_OK) != 0) GTEST_SKIP() << "there is no " << compiler;
+    const TemporaryFolder folder;
+    const struct {
+        const char* variable;
+        const char* name;
+        const char* source;
+        const char* charset;
+        const char* values;
+    } table[] = {
+        {"LC_ALL", "en_US.UTF-8", "en_US", "UTF-8", "[:] 12 [AM] [PM] [/] MDY"},
+        {"LANG", "de_DE.UTF-8", "de_DE", "UTF-8", "[:] 24 [.] DMY"},
+        {"LC_TIME", "fi_FI.ISO-8859-1", "fi_FI", "ISO-8859-1", "[.] 24 [.] DMY"},
+    };
+    for (const auto& [variable, name, source, charset, values] : table) {
+        const Finished made = runProgram(
+            {compiler, "--no-archive", "-c", "-i", source, "-f", charset, folder.Path(name)});
+        if (folder.Names().empty()) GTEST_SKIP() << "no locales can be made here: " << made.err;
+        expectValues(folder.Path(""), variable, name, values);
+    }
+}
+
+}  // namespace
+}  // namespace tessalink::test
