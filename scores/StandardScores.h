@@ -61,8 +61,8 @@ public:
 
     /// The standard normal deviate of the rank. Source: Beasley and Springer, Algorithm AS 111,
     /// Applied Statistics 26 (1977), with coefficients of eight significant digits; the error is
-    /// below 1e-6 for ranks from 0.01 to 99.99. A rank of 0 or 100, or outside them, has no deviate:
-    /// the result is not a number.
+    /// below 1e-6 for ranks from 0.01 to 99.99. A rank of 0 or 100, or outside them, has no
+    /// deviate: the result is not a number.
     double GetAsZScore() const;
 
     /// For tables: a whole number, rounded half up, between 0.5 and 99.5, and one decimal outside,

@@ -436,6 +436,28 @@ def bandwidth_rows(bench, of, size, command):
     return rows
 
 
+@row
+def md5(bench):
+    """MD5 of 300 MB and of short texts, by the product and by packaged libraries."""
+    if not bench.tools.has("md5"):
+        return
+    rows = []
+    for mode, size, bound in (("long", bench.size(300_000_000, 30_000_000), 1 / 0.93),
+                              ("short", 8, 0.5), ("short", 55, 0.5)):
+        command = [bench.tools["md5"], mode, size, max(11, bench.rounds)]
+        series = self_timed({"md5": command}, 1)["md5"]
+        if "openssl" not in series:
+            print("no verdict without OpenSSL")
+            return
+        for name, one in series.items():
+            rows.append((name, f"{size:,} bytes", f"{one.time:,.0f}", f"{size / one.time:.3f}",
+                         f"{one.over(series['openssl']):.3f}"))
+        bench.expect(f"time for {size:,} bytes against OpenSSL",
+                     series["tessalink"].over(series["openssl"]), bound)
+    print()
+    table(("", "of", "ns", "GB/s", "x OpenSSL"), rows)
+
+
 def run(names, tools, base, quick, rounds):
     """Runs the named rows, each in a folder of its own below `base` that is removed after it;
     gives whether every bound was kept."""

@@ -20,9 +20,18 @@ PEERS = {
     "m4": ("m4", "/usr/bin/m4", [], []),
 }
 
+# The libraries that the program md5 measures beside the product, as far as they are installed.
+MD5_LIBRARIES = {
+    "libssl-dev": ("/usr/include/openssl/evp.h", "-lcrypto"),
+    "nettle-dev": ("/usr/include/nettle/md5.h", "-lnettle"),
+    "libgcrypt20-dev": ("/usr/include/gcrypt.h", "-lgcrypt"),
+}
+
 
 def install_peers():
-    missing = [package for package, proof, _, _ in PEERS.values() if not Path(proof).exists()]
+    proofs = [(package, proof) for package, proof, _, _ in PEERS.values()]
+    proofs += [(package, proof) for package, (proof, _) in MD5_LIBRARIES.items()]
+    missing = [package for package, proof in proofs if not Path(proof).exists()]
     if not missing:
         return
     print("installing", *missing, flush=True)
@@ -80,5 +89,7 @@ class Tools:
         libraries = [next(self.build.rglob(f"libtessalink_{name}.a"))
                      for name in ("report", "core", "base")]
         self.compile("product", [], list(map(str, libraries)))
+        self.compile("md5", [], [*map(str, libraries), *(
+            option for proof, option in MD5_LIBRARIES.values() if Path(proof).exists())])
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())
