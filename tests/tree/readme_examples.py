@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Builds and runs the examples of README.md.
+"""Builds and runs the examples of README.md, and of other documents in the same form.
 
 A fenced block is an example when an HTML comment stands on the line before its fence:
 
@@ -11,7 +11,7 @@ A fenced block is an example when an HTML comment stands on the line before its 
 
 The examples run in their order in one empty folder, with `tessalink` and the programs on the path.
 Files are Windows-1252 except .json and .csv, which are UTF-8. Line ends at the end don't count.
-A README without a program, a template and an output fails.
+A document without a program and an output fails, and a README without a template.
 
 usage: readme_examples.py extract README FOLDER          writes FOLDER/NAME.cpp, prints the names
        readme_examples.py run README FOLDER [--path DIR] runs all, programs from FOLDER/bin
@@ -27,7 +27,8 @@ EXAMPLE = re.compile(
     r"^<!-- check: (program|template|command|output of) (\S+) -->\n```\w*\n(.*?)^```$",
     re.MULTILINE | re.DOTALL)
 MARK = re.compile(r"<!--\s*check:")
-REQUIRED = ("program", "template", "output of")
+REQUIRED = ("program", "output of")
+REQUIRED_OF_README = (*REQUIRED, "template")
 TIME_LIMIT = 60
 
 
@@ -42,7 +43,8 @@ def read_examples(readme):
     examples = EXAMPLE.findall(text)
     if len(examples) != len(MARK.findall(text)):
         raise Fault("a 'check:' comment is malformed or has no fenced block after it")
-    for kind in REQUIRED:
+    is_readme = os.path.basename(readme) == "README.md"
+    for kind in REQUIRED_OF_README if is_readme else REQUIRED:
         if not any(example[0] == kind for example in examples):
             raise Fault(f"no '<!-- check: {kind} NAME -->' example")
     return examples
