@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace tessalink {
 
@@ -14,12 +13,6 @@ constexpr std::array<char16_t, 32> cUpperControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 constexpr unsigned char cFirstUpperControl = 0x80;
-
-char32_t codePoint(char ch) {
-    const auto byte = static_cast<unsigned char>(ch);
-    const unsigned index = byte - unsigned{cFirstUpperControl};
-    return index < cUpperControls.size() ? cUpperControls[index] : byte;
-}
 
 void appendUtf8(std::string& text, char32_t code) {
     const auto tail = [&](int shift) {
@@ -64,21 +57,26 @@ std::optional<char32_t> takeCharacter(std::string_view& text) {
     return code;
 }
 
-// The byte of a character; nothing when there is none.
-std::optional<char> byteOf(char32_t code) {
-    const unsigned index = static_cast<unsigned>(code) - cFirstUpperControl;
-    if (code <= 0xFF && index >= cUpperControls.size()) return static_cast<char>(code);
-    const auto place = std::find(cUpperControls.begin(), cUpperControls.end(), code);
+}  // namespace
+
+char32_t toUnicode(char windows1252) {
+    const auto byte = static_cast<unsigned char>(windows1252);
+    const unsigned index = byte - unsigned{cFirstUpperControl};
+    return index < cUpperControls.size() ? cUpperControls[index] : byte;
+}
+
+std::optional<char> fromUnicode(char32_t character) {
+    const unsigned index = static_cast<unsigned>(character) - cFirstUpperControl;
+    if (character <= 0xFF && index >= cUpperControls.size()) return static_cast<char>(character);
+    const auto place = std::find(cUpperControls.begin(), cUpperControls.end(), character);
     if (place == cUpperControls.end()) return std::nullopt;
     return static_cast<char>(cFirstUpperControl + (place - cUpperControls.begin()));
 }
 
-}  // namespace
-
 std::string toUtf8(std::string_view windows1252) {
     std::string text;
     text.reserve(windows1252.size());
-    for (const char ch : windows1252) appendUtf8(text, codePoint(ch));
+    for (const char ch : windows1252) appendUtf8(text, toUnicode(ch));
     return text;
 }
 
@@ -88,7 +86,7 @@ Windows1252Text fromUtf8(std::string_view utf8) {
     for (std::string_view rest = utf8; !rest.empty();) {
         const std::size_t place = utf8.size() - rest.size();
         const auto code = takeCharacter(rest);
-        const auto byte = code ? byteOf(*code) : std::nullopt;
+        const auto byte = code ? fromUnicode(*code) : std::nullopt;
         if (!byte) {
             result.fault = place;
             break;

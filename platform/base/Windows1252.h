@@ -1,12 +1,18 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/base/Export.h"
 
 namespace tessalink {
+
+// The Unicode character of a byte of Windows-1252, and the byte of a character; nothing when there
+// is none. The five bytes that Windows-1252 leaves open are control characters of the same number.
+TESSALINK_API char32_t toUnicode(char windows1252);
+TESSALINK_API std::optional<char> fromUnicode(char32_t character);
 
 // Windows-1252 text as UTF-8. The five bytes that Windows-1252 leaves open become the control
 // characters of the same number, as the web does it.

@@ -1,0 +1,79 @@
+#include "platform/graphics/FaceMetrics.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/graphics/detail/BuiltInFaces.h"
+
+namespace tessalink {
+
+namespace {
+
+constexpr LONG cFirstBoldWeight = 600;
+constexpr int cDefaultEm = 12;
+constexpr BYTE cFamilyMask = 0xF0;
+
+// Beginnings of the names of faces with serifs.
+constexpr std::array<std::string_view, 8> cSerifNames = {
+    "Times", "Georgia", "Garamond", "Palatino", "Book Antiqua", "Bookman", "Century", "Cambria"};
+
+constexpr std::size_t cFirstSerif = 4;
+constexpr std::size_t cSymbol = 8;
+
+bool startsNoCase(std::string_view text, std::string_view start) {
+    const auto lower = [](char ch) {
+        return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch;
+    };
+    const std::string_view begin = text.substr(0, start.size());
+    return std::equal(begin.begin(), begin.end(), start.begin(), start.end(),
+                      [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+bool hasSerifs(const LOGFONT& font) {
+    const std::string_view name = font.lfFaceName;
+    const bool known = std::any_of(cSerifNames.begin(), cSerifNames.end(),
+                                   [&](std::string_view s) { return startsNoCase(name, s); });
+    return known || (name.empty() && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
+}
+
+int rounded(double value) {
+    return toInt(std::floor(value + 0.5));
+}
+
+}  // namespace
+
+bool isSymbolFont(const LOGFONT& font) {
+    return font.lfCharSet == SYMBOL_CHARSET || startsNoCase(font.lfFaceName, "Symbol");
+}
+
+const FaceMetrics& builtInMetrics(const LOGFONT& font) {
+    if (isSymbolFont(font)) return detail::cFaces[cSymbol].metrics;
+    const std::size_t style =
+        (font.lfWeight >= cFirstBoldWeight ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
+    return detail::cFaces[(hasSerifs(font) ? cFirstSerif : 0) + style].metrics;
+}
+
+SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect) : m_face(&face) {
+    const double height = font.lfHeight;
+    const double cell = face.ascent + face.descent;
+    m_em = height > 0 ? height * FaceMetrics::cEm / cell : height < 0 ? -height : cDefaultEm;
+    const double scale = m_em / FaceMetrics::cEm;
+    m_widthOfUnit = scale * aspect;
+    m_ascent = rounded(face.ascent * scale);
+    // What was asked for as a cell height is one.
+    m_descent = height > 0 ? font.lfHeight - m_ascent : rounded(face.descent * scale);
+    m_internalLeading = Height() - rounded(m_em);
+    m_externalLeading = rounded(face.externalLeading * scale);
+}
+
+int SizedFont::Position(std::uint64_t sum) const {
+    return rounded(static_cast<double>(sum) * m_widthOfUnit);
+}
+
+int SizedFont::WidthOf(std::string_view text) const {
+    std::uint64_t sum = 0;
+    for (const char ch : text) sum += Advance(ch);
+    return Position(sum);
+}
+
+}  // namespace tessalink

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/base/Export.h"
+#include "platform/base/NumberText.h"
+#include "platform/base/Types.h"
+
+// Points, sizes and rectangles in whole units of a device, with x to the right and y downward. A
+// rectangle includes its left and top edge and excludes the others. Sums and differences wrap at 32
+// bits.
+
+using LONG = std::int32_t;
+
+struct POINT {
+    LONG x = 0;
+    LONG y = 0;
+
+    bool operator==(const POINT&) const = default;
+};
+
+struct SIZE {
+    LONG cx = 0;
+    LONG cy = 0;
+
+    bool operator==(const SIZE&) const = default;
+};
+
+struct RECT {
+    LONG left = 0;
+    LONG top = 0;
+    LONG right = 0;
+    LONG bottom = 0;
+
+    bool operator==(const RECT&) const = default;
+};
+
+struct CSize : SIZE {
+    constexpr CSize() = default;
+    constexpr CSize(int width, int height) : SIZE{width, height} {}
+    constexpr CSize(const SIZE& size) : SIZE(size) {}
+};
+
+struct CPoint : POINT {
+    constexpr CPoint() = default;
+    constexpr CPoint(int px, int py) : POINT{px, py} {}
+    constexpr CPoint(const POINT& point) : POINT(point) {}
+
+    constexpr void Offset(int dx, int dy) {
+        x = tessalink::wrapAdd(x, dx);
+        y = tessalink::wrapAdd(y, dy);
+    }
+    constexpr CPoint operator+(const SIZE& size) const {
+        return {tessalink::wrapAdd(x, size.cx), tessalink::wrapAdd(y, size.cy)};
+    }
+    constexpr CPoint operator-(const SIZE& size) const {
+        return {tessalink::wrapSub(x, size.cx), tessalink::wrapSub(y, size.cy)};
+    }
+    constexpr CSize operator-(const POINT& point) const {
+        return {tessalink::wrapSub(x, point.x), tessalink::wrapSub(y, point.y)};
+    }
+};
+
+struct CRect : RECT {
+    constexpr CRect() = default;
+    constexpr CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
+    constexpr CRect(const RECT& rect) : RECT(rect) {}
+    constexpr CRect(const POINT& topLeft, const SIZE& size)
+        : RECT{topLeft.x, topLeft.y, tessalink::wrapAdd(topLeft.x, size.cx),
+               tessalink::wrapAdd(topLeft.y, size.cy)} {}
+    constexpr CRect(const POINT& topLeft, const POINT& bottomRight)
+        : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
+
+    constexpr int Width() const { return tessalink::wrapSub(right, left); }
+    constexpr int Height() const { return tessalink::wrapSub(bottom, top); }
+    constexpr CSize Size() const { return {Width(), Height()}; }
+    constexpr CPoint TopLeft() const { return {left, top}; }
+    constexpr CPoint BottomRight() const { return {right, bottom}; }
+    constexpr CPoint CenterPoint() const {
+        return {static_cast<int>((std::int64_t{left} + right) / 2),
+                static_cast<int>((std::int64_t{top} + bottom) / 2)};
+    }
+
+    // Whether it holds no unit.
+    constexpr bool IsRectEmpty() const { return left >= right || top >= bottom; }
+    constexpr bool IsRectNull() const { return static_cast<const RECT&>(*this) == RECT(); }
+    constexpr bool PtInRect(const POINT& point) const {
+        return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
+    }
+    constexpr bool EqualRect(const RECT* other) const {
+        return static_cast<const RECT&>(*this) == *other;
+    }
+
+    constexpr void SetRect(int l, int t, int r, int b) { *this = CRect(l, t, r, b); }
+    constexpr void SetRectEmpty() { *this = CRect(); }
+    constexpr void CopyRect(const RECT* other) { *this = CRect(*other); }
+    constexpr void OffsetRect(int dx, int dy) {
+        left = tessalink::wrapAdd(left, dx);
+        top = tessalink::wrapAdd(top, dy);
+        right = tessalink::wrapAdd(right, dx);
+        bottom = tessalink::wrapAdd(bottom, dy);
+    }
+    constexpr void OffsetRect(const POINT& offset) { OffsetRect(offset.x, offset.y); }
+    constexpr void OffsetRect(const SIZE& offset) { OffsetRect(offset.cx, offset.cy); }
+    constexpr void InflateRect(int l, int t, int r, int b) {
+        left = tessalink::wrapSub(left, l);
+        top = tessalink::wrapSub(top, t);
+        right = tessalink::wrapAdd(right, r);
+        bottom = tessalink::wrapAdd(bottom, b);
+    }
+    constexpr void InflateRect(int dx, int dy) { InflateRect(dx, dy, dx, dy); }
+    constexpr void DeflateRect(int l, int t, int r, int b) {
+        InflateRect(tessalink::wrapNeg(l), tessalink::wrapNeg(t), tessalink::wrapNeg(r),
+                    tessalink::wrapNeg(b));
+    }
+    constexpr void DeflateRect(int dx, int dy) { DeflateRect(dx, dy, dx, dy); }
+    // Exchanges edges that are the wrong way round.
+    constexpr void NormalizeRect() {
+        if (left > right) std::swap(left, right);
+        if (top > bottom) std::swap(top, bottom);
+    }
+    // The part that both have, or the empty rectangle (all 0); returns whether there is one.
+    constexpr bool IntersectRect(const RECT* a, const RECT* b) {
+        *this = CRect(std::max(a->left, b->left), std::max(a->top, b->top),
+                      std::min(a->right, b->right), std::min(a->bottom, b->bottom));
+        if (!IsRectEmpty()) return true;
+        SetRectEmpty();
+        return false;
+    }
+    // The smallest rectangle around both, of which empty ones don't count; returns whether it is
+    // not empty.
+    constexpr bool UnionRect(const RECT* a, const RECT* b) {
+        const CRect first(*a);
+        const CRect second(*b);
+        if (first.IsRectEmpty() || second.IsRectEmpty()) {
+            *this = first.IsRectEmpty() ? second : first;
+            if (!IsRectEmpty()) return true;
+            SetRectEmpty();
+            return false;
+        }
+        *this = CRect(std::min(first.left, second.left), std::min(first.top, second.top),
+                      std::max(first.right, second.right), std::max(first.bottom, second.bottom));
+        return true;
+    }
+
+    operator const RECT*() const { return this; }
+    operator RECT*() { return this; }
+};

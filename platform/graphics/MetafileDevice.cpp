@@ -1,0 +1,600 @@
+#include "platform/graphics/MetafileDevice.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "platform/base/Windows1252.h"
+#include "platform/graphics/CDC.h"
+#include "platform/graphics/detail/EmfFormat.h"
+
+namespace tessalink {
+
+using detail::EmfBuffer;
+using detail::EmfRecord;
+
+namespace {
+
+constexpr std::size_t cWord = 4;
+constexpr std::size_t cPoint = 8;
+constexpr std::size_t cShortPoint = 4;
+constexpr std::size_t cRect = 16;
+constexpr std::size_t cRecordHead = 8;
+constexpr int cHundredths = 100;  // of a millimetre
+constexpr int cMicrometres = 1000;
+// Handles of each kind that are kept; the one that was used longest ago makes room.
+constexpr std::size_t cKeptObjects = 32;
+
+bool fitsShort(const POINT& point) {
+    using Short = std::numeric_limits<std::int16_t>;
+    const auto fits = [](LONG value) { return value >= Short::min() && value <= Short::max(); };
+    return fits(point.x) && fits(point.y);
+}
+
+// The smallest rectangle around points, its right and bottom edge included.
+RECT boundsOf(std::span<const POINT> points) {
+    RECT bounds = {points[0].x, points[0].y, points[0].x, points[0].y};
+    for (const POINT& point : points) {
+        bounds.left = std::min(bounds.left, point.x);
+        bounds.top = std::min(bounds.top, point.y);
+        bounds.right = std::max(bounds.right, point.x);
+        bounds.bottom = std::max(bounds.bottom, point.y);
+    }
+    return bounds;
+}
+
+RECT inclusive(const RECT& rect) {
+    return {rect.left, rect.top, wrapSub(rect.right, 1), wrapSub(rect.bottom, 1)};
+}
+
+// What lies around the rectangle when a pen runs along it.
+RECT withPen(const RECT& bounds, const LOGPEN& pen) {
+    if (pen.lopnStyle == PS_NULL || pen.lopnWidth.x <= 1) return bounds;
+    const int reach = pen.lopnWidth.x / 2;
+    return {wrapSub(bounds.left, reach), wrapSub(bounds.top, reach), wrapAdd(bounds.right, reach),
+            wrapAdd(bounds.bottom, reach)};
+}
+
+// The objects of one kind that were created, by what they describe.
+template <class Description>
+struct Objects {
+    struct Entry {
+        Description description;
+        std::uint32_t handle;
+        std::uint64_t lastUse;
+    };
+    std::vector<Entry> entries;
+
+    Entry* Find(const Description& description) {
+        const auto entry = std::find_if(entries.rbegin(), entries.rend(), [&](const Entry& e) {
+            return e.description == description;
+        });
+        return entry != entries.rend() ? &*entry : nullptr;
+    }
+};
+
+// What a player's state is at some place of the recording. Handles of 0 were never selected.
+struct Written {
+    std::uint32_t pen = 0;
+    std::uint32_t brush = 0;
+    std::uint32_t font = 0;
+    COLORREF textColor = cBlack;
+    COLORREF backgroundColor = cWhite;
+    int backgroundMode = OPAQUE;
+    int fillMode = ALTERNATE;
+    bool onBaseLine = false;
+    std::optional<POINT> position;
+    std::optional<Region> clip;
+};
+
+}  // namespace
+
+class MetafileDevice::Recorder {
+public:
+    Recorder(const DrawingDevice& reference, const std::optional<RECT>& frame,
+             std::string_view description)
+        : m_reference(reference), m_caps(reference.Caps()), m_frame(frame) {
+        WriteHeader(description);
+    }
+
+    const DrawingDevice& Reference() const { return m_reference; }
+    const DeviceCaps& Caps() const { return m_caps; }
+    bool IsOpen() const { return m_isOpen; }
+
+    std::vector<BYTE> Finish();
+    void Save();
+    void Restore(int levels);
+
+    void Line(const Paint& paint, POINT from, POINT to);
+    void Points(const Paint& paint, std::span<const POINT> points, EmfRecord type,
+                EmfRecord shortType);
+    void Shape(const Paint& paint, const RECT& rect, EmfRecord type);
+    void Fill(const Paint& paint, const RECT& rect);
+    void Fill(const Paint& paint, const Region& region);
+    void Pixel(const Paint& paint, POINT point, COLORREF color);
+    void Text(const TextRun& run);
+
+private:
+    void WriteHeader(std::string_view description);
+    void WriteEnd();
+    // Starts a record; false when there is no more room.
+    bool Begin(EmfRecord type, std::size_t size);
+    void WriteState(EmfRecord type, std::uint32_t value);
+    template <class Value>
+    void SetState(Value& written, Value value, EmfRecord type) {
+        if (written == value) return;
+        WriteState(type, static_cast<std::uint32_t>(value));
+        written = value;
+    }
+
+    void UsePen(const LOGPEN& pen);
+    void UseBrush(const LOGBRUSH& brush);
+    void UseFont(const LOGFONT& font);
+    void UseBackground(const Paint& paint);
+    void UseClip(const Region* clip);
+    void Select(std::uint32_t& written, std::uint32_t handle);
+    template <class Description, class Create>
+    std::uint32_t HandleFor(Objects<Description>& objects, const Description& description,
+                            Create create);
+    template <class Description>
+    void MakeRoom(Objects<Description>& objects);
+    bool IsSelected(std::uint32_t handle) const;
+    std::uint32_t FreeHandle();
+    void DeleteHandle(std::uint32_t handle);
+    void CreateFontRecord(std::uint32_t handle, const LOGFONT& font);
+
+    void AddBounds(const RECT& inclusiveBounds, const Region* clip);
+    RECT FrameOf(const RECT& bounds) const;
+
+    const DrawingDevice& m_reference;
+    DeviceCaps m_caps;
+    std::optional<RECT> m_frame;
+    EmfBuffer m_buffer;
+    std::uint32_t m_records = 0;
+    bool m_isOpen = true;
+    bool m_isTooLarge = false;
+    std::optional<RECT> m_bounds;
+
+    Written m_written;
+    std::vector<Written> m_saved;
+    Objects<LOGPEN> m_pens;
+    Objects<LOGBRUSH> m_brushes;
+    Objects<LOGFONT> m_fonts;
+    std::vector<bool> m_handles = {true};  // 0 is the metafile itself
+    std::uint64_t m_uses = 0;
+};
+
+void MetafileDevice::Recorder::WriteHeader(std::string_view description) {
+    constexpr std::uint32_t ends =
+        1;  // the NUL behind an empty first and second text, and one more
+    const std::size_t characters = std::max<std::size_t>(description.size() + ends, 3);
+    const std::size_t size = (detail::cHeaderSize + 2 * characters + 7) / 8 * 8;
+    Begin(detail::emrHeader, size);
+    m_buffer.Skip(2 * cRect);  // bounds and frame, known at the end
+    m_buffer.Put(detail::cEmfSignature);
+    m_buffer.Put(detail::cEmfVersion);
+    m_buffer.Skip(3 * cWord);  // size, records, handles
+    m_buffer.Put(static_cast<std::uint32_t>(characters));
+    m_buffer.Put(static_cast<std::uint32_t>(detail::cHeaderSize));
+    m_buffer.Put(std::uint32_t{0});  // no palette
+    m_buffer.Put(POINT{m_caps.width, m_caps.height});
+    m_buffer.Put(POINT{m_caps.widthMm, m_caps.heightMm});
+    m_buffer.Skip(3 * cWord);  // no pixel format, no OpenGL
+    m_buffer.Put(POINT{m_caps.widthMm * cMicrometres, m_caps.heightMm * cMicrometres});
+    for (const char ch : description) m_buffer.Put16(static_cast<std::uint32_t>(toUnicode(ch)));
+}
+
+void MetafileDevice::Recorder::WriteEnd() {
+    constexpr std::size_t size = 20;
+    if (!Begin(detail::emrEof, size)) return;
+    m_buffer.Skip(2 * cWord);  // no palette
+    m_buffer.Put(static_cast<std::uint32_t>(size));
+    const RECT bounds = m_bounds.value_or(RECT{0, 0, -1, -1});
+    m_buffer.At(detail::cHeaderBounds);
+    m_buffer.Put(bounds);
+    m_buffer.Put(m_frame ? *m_frame : FrameOf(bounds));
+    m_buffer.At(detail::cHeaderBytes);
+    m_buffer.Put(static_cast<std::uint32_t>(m_buffer.Size()));
+    m_buffer.Put(m_records);
+    m_buffer.Put16(static_cast<std::uint32_t>(m_handles.size()));
+}
+
+RECT MetafileDevice::Recorder::FrameOf(const RECT& bounds) const {
+    const auto scaled = [](LONG value, int millimetres, int units) {
+        return units == 0
+                   ? 0
+                   : static_cast<LONG>(std::int64_t{value} * millimetres * cHundredths / units);
+    };
+    return {scaled(bounds.left, m_caps.widthMm, m_caps.width),
+            scaled(bounds.top, m_caps.heightMm, m_caps.height),
+            scaled(bounds.right, m_caps.widthMm, m_caps.width),
+            scaled(bounds.bottom, m_caps.heightMm, m_caps.height)};
+}
+
+std::vector<BYTE> MetafileDevice::Recorder::Finish() {
+    if (!m_isOpen) return {};
+    if (!m_saved.empty()) Restore(static_cast<int>(m_saved.size()));
+    const auto deleteAll = [this](const auto& objects) {
+        for (const auto& entry : objects.entries) DeleteHandle(entry.handle);
+    };
+    for (const std::uint32_t stock : {BLACK_PEN, WHITE_BRUSH, SYSTEM_FONT}) {
+        WriteState(detail::emrSelectObject, detail::cStockObject | stock);
+    }
+    deleteAll(m_pens);
+    deleteAll(m_brushes);
+    deleteAll(m_fonts);
+    WriteEnd();
+    m_isOpen = false;
+    return m_isTooLarge ? std::vector<BYTE>() : m_buffer.Take();
+}
+
+bool MetafileDevice::Recorder::Begin(EmfRecord type, std::size_t size) {
+    m_isTooLarge = m_isTooLarge || size > cMaxBytes - m_buffer.Size();
+    if (m_isTooLarge) return false;
+    m_buffer.Begin(type, size);
+    ++m_records;
+    return true;
+}
+
+void MetafileDevice::Recorder::WriteState(EmfRecord type, std::uint32_t value) {
+    if (Begin(type, cRecordHead + cWord)) m_buffer.Put(value);
+}
+
+void MetafileDevice::Recorder::Save() {
+    Begin(detail::emrSaveDC, cRecordHead);
+    m_saved.push_back(m_written);
+}
+
+void MetafileDevice::Recorder::Restore(int levels) {
+    const auto count = std::min(static_cast<std::size_t>(levels), m_saved.size());
+    if (count == 0) return;
+    WriteState(detail::emrRestoreDC, static_cast<std::uint32_t>(-static_cast<int>(count)));
+    m_written = m_saved[m_saved.size() - count];
+    m_saved.resize(m_saved.size() - count);
+}
+
+// Objects.
+
+bool MetafileDevice::Recorder::IsSelected(std::uint32_t handle) const {
+    const auto has = [handle](const Written& state) {
+        return state.pen == handle || state.brush == handle || state.font == handle;
+    };
+    return has(m_written) || std::any_of(m_saved.begin(), m_saved.end(), has);
+}
+
+std::uint32_t MetafileDevice::Recorder::FreeHandle() {
+    const auto free = std::find(m_handles.begin(), m_handles.end(), false);
+    const auto index = static_cast<std::uint32_t>(free - m_handles.begin());
+    if (free == m_handles.end()) m_handles.push_back(true);
+    m_handles[index] = true;
+    return index;
+}
+
+void MetafileDevice::Recorder::DeleteHandle(std::uint32_t handle) {
+    WriteState(detail::emrDeleteObject, handle);
+    m_handles[handle] = false;
+}
+
+template <class Description>
+void MetafileDevice::Recorder::MakeRoom(Objects<Description>& objects) {
+    auto& entries = objects.entries;
+    auto oldest = entries.end();
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        if (IsSelected(entry->handle)) continue;
+        if (oldest == entries.end() || entry->lastUse < oldest->lastUse) oldest = entry;
+    }
+    if (oldest == entries.end()) return;
+    DeleteHandle(oldest->handle);
+    entries.erase(oldest);
+}
+
+template <class Description, class Create>
+std::uint32_t MetafileDevice::Recorder::HandleFor(Objects<Description>& objects,
+                                                  const Description& description, Create create) {
+    ++m_uses;
+    if (auto* known = objects.Find(description)) {
+        known->lastUse = m_uses;
+        return known->handle;
+    }
+    if (objects.entries.size() >= cKeptObjects) MakeRoom(objects);
+    const std::uint32_t handle = FreeHandle();
+    create(handle);
+    objects.entries.push_back({description, handle, m_uses});
+    return handle;
+}
+
+void MetafileDevice::Recorder::Select(std::uint32_t& written, std::uint32_t handle) {
+    SetState(written, handle, detail::emrSelectObject);
+}
+
+void MetafileDevice::Recorder::UsePen(const LOGPEN& pen) {
+    if (pen.lopnStyle == PS_NULL) return Select(m_written.pen, detail::cStockObject | NULL_PEN);
+    const LOGPEN plain = {pen.lopnStyle, {std::max(pen.lopnWidth.x, 0), 0}, pen.lopnColor};
+    Select(m_written.pen, HandleFor(m_pens, plain, [&](std::uint32_t handle) {
+               if (!Begin(detail::emrCreatePen, 28)) return;
+               m_buffer.Put(handle);
+               m_buffer.Put(plain.lopnStyle);
+               m_buffer.Put(plain.lopnWidth);
+               m_buffer.Put(plain.lopnColor);
+           }));
+}
+
+void MetafileDevice::Recorder::UseBrush(const LOGBRUSH& brush) {
+    if (brush.lbStyle == BS_NULL) {
+        return Select(m_written.brush, detail::cStockObject | NULL_BRUSH);
+    }
+    Select(m_written.brush, HandleFor(m_brushes, brush, [&](std::uint32_t handle) {
+               if (!Begin(detail::emrCreateBrushIndirect, 24)) return;
+               m_buffer.Put(handle);
+               m_buffer.Put(brush.lbStyle);
+               m_buffer.Put(brush.lbColor);
+               m_buffer.Put(static_cast<std::uint32_t>(brush.lbHatch));
+           }));
+}
+
+void MetafileDevice::Recorder::UseFont(const LOGFONT& font) {
+    Select(m_written.font,
+           HandleFor(m_fonts, font, [&](std::uint32_t handle) { CreateFontRecord(handle, font); }));
+}
+
+void MetafileDevice::Recorder::CreateFontRecord(std::uint32_t handle, const LOGFONT& font) {
+    if (!Begin(detail::emrExtCreateFontIndirectW, detail::cExtendedFontSize)) return;
+    m_buffer.Put(handle);
+    for (const LONG field : {font.lfHeight, LONG{0}, LONG{0}, LONG{0}, font.lfWeight}) {
+        m_buffer.Put(field);
+    }
+    for (const BYTE field :
+         {font.lfItalic, font.lfUnderline, font.lfStrikeOut, font.lfCharSet, font.lfOutPrecision,
+          font.lfClipPrecision, font.lfQuality, font.lfPitchAndFamily}) {
+        m_buffer.Put8(field);
+    }
+    for (const char* ch = font.lfFaceName; *ch != '\0'; ++ch) {
+        m_buffer.Put16(static_cast<std::uint32_t>(toUnicode(*ch)));
+    }
+}
+
+// State.
+
+void MetafileDevice::Recorder::UseBackground(const Paint& paint) {
+    SetState(m_written.backgroundColor, paint.background, detail::emrSetBkColor);
+    SetState(m_written.backgroundMode, paint.opaque ? OPAQUE : TRANSPARENT, detail::emrSetBkMode);
+}
+
+void MetafileDevice::Recorder::UseClip(const Region* clip) {
+    if (clip == nullptr ? !m_written.clip : m_written.clip == *clip) return;
+    const auto count = clip != nullptr ? clip->Rects().size() : 0;
+    if (clip != nullptr && !m_written.clip && count == 1) {
+        if (Begin(detail::emrIntersectClipRect, cRecordHead + cRect)) {
+            m_buffer.Put(clip->Rects().front());
+        }
+    } else {
+        const std::size_t data = clip != nullptr ? detail::cRegionHeader + count * cRect : 0;
+        if (!Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord + data)) return;
+        m_buffer.Put(static_cast<std::uint32_t>(data));
+        m_buffer.Put(static_cast<std::uint32_t>(RGN_COPY));
+        if (clip != nullptr) {
+            m_buffer.Put(detail::cRegionHeader);
+            m_buffer.Put(detail::cRegionRects);
+            m_buffer.Put(static_cast<std::uint32_t>(count));
+            m_buffer.Put(static_cast<std::uint32_t>(count * cRect));
+            m_buffer.Put(clip->Bounds());
+            for (const RECT& rect : clip->Rects()) m_buffer.Put(rect);
+        }
+    }
+    m_written.clip = clip != nullptr ? std::optional(*clip) : std::nullopt;
+}
+
+void MetafileDevice::Recorder::AddBounds(const RECT& inclusiveBounds, const Region* clip) {
+    CRect bounds(inclusiveBounds.left, inclusiveBounds.top, wrapAdd(inclusiveBounds.right, 1),
+                 wrapAdd(inclusiveBounds.bottom, 1));
+    if (clip != nullptr) {
+        const CRect before = bounds;
+        const CRect inside = clip->Bounds();
+        bounds.IntersectRect(&before, &inside);
+    }
+    if (bounds.IsRectEmpty()) return;
+    if (m_bounds) {
+        const CRect before(m_bounds->left, m_bounds->top, m_bounds->right + 1,
+                           m_bounds->bottom + 1);
+        const CRect added = bounds;
+        bounds.UnionRect(&before, &added);
+    }
+    m_bounds = inclusive(bounds);
+}
+
+// Drawing.
+
+void MetafileDevice::Recorder::Line(const Paint& paint, POINT from, POINT to) {
+    UseClip(paint.clip);
+    UsePen(paint.pen);
+    if (paint.pen.lopnStyle != PS_SOLID) UseBackground(paint);
+    constexpr std::size_t size = cRecordHead + cPoint;
+    if (m_written.position != from && Begin(detail::emrMoveToEx, size)) m_buffer.Put(from);
+    if (Begin(detail::emrLineTo, size)) m_buffer.Put(to);
+    m_written.position = to;
+    const std::array<POINT, 2> ends = {from, to};
+    AddBounds(withPen(boundsOf(ends), paint.pen), paint.clip);
+}
+
+void MetafileDevice::Recorder::Points(const Paint& paint, std::span<const POINT> points,
+                                      EmfRecord type, EmfRecord shortType) {
+    const bool closed = type == detail::emrPolygon;
+    UseClip(paint.clip);
+    UsePen(paint.pen);
+    if (closed) {
+        UseBrush(paint.brush);
+        SetState(m_written.fillMode, paint.fillMode, detail::emrSetPolyFillMode);
+    }
+    if (paint.pen.lopnStyle != PS_SOLID || paint.brush.lbStyle == BS_HATCHED) UseBackground(paint);
+    const RECT bounds = withPen(boundsOf(points), paint.pen);
+    const bool isShort = std::all_of(points.begin(), points.end(), fitsShort);
+    const std::size_t data = points.size() * (isShort ? cShortPoint : cPoint);
+    if (!Begin(isShort ? shortType : type, cRecordHead + cRect + cWord + data)) return;
+    m_buffer.Put(bounds);
+    m_buffer.Put(static_cast<std::uint32_t>(points.size()));
+    for (const POINT& point : points) {
+        if (isShort) {
+            m_buffer.Put16(static_cast<std::uint32_t>(point.x));
+            m_buffer.Put16(static_cast<std::uint32_t>(point.y));
+        } else {
+            m_buffer.Put(point);
+        }
+    }
+    AddBounds(bounds, paint.clip);
+}
+
+void MetafileDevice::Recorder::Shape(const Paint& paint, const RECT& rect, EmfRecord type) {
+    UseClip(paint.clip);
+    UsePen(paint.pen);
+    UseBrush(paint.brush);
+    if (paint.pen.lopnStyle != PS_SOLID || paint.brush.lbStyle == BS_HATCHED) UseBackground(paint);
+    if (!Begin(type, cRecordHead + cRect)) return;
+    m_buffer.Put(inclusive(rect));
+    AddBounds(withPen(inclusive(rect), paint.pen), paint.clip);
+}
+
+void MetafileDevice::Recorder::Fill(const Paint& paint, const RECT& rect) {
+    if (paint.brush.lbStyle == BS_NULL) return;
+    UseClip(paint.clip);
+    UseBrush(paint.brush);
+    if (paint.brush.lbStyle == BS_HATCHED) UseBackground(paint);
+    constexpr std::size_t size = 100;
+    if (!Begin(detail::emrBitBlt, size)) return;
+    m_buffer.Put(inclusive(rect));
+    m_buffer.Put(POINT{rect.left, rect.top});
+    m_buffer.Put(POINT{CRect(rect).Width(), CRect(rect).Height()});
+    m_buffer.Put(detail::cPatCopy);
+    m_buffer.Skip(cPoint);
+    for (const float part : {1.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F}) m_buffer.Put(part);
+    AddBounds(inclusive(rect), paint.clip);
+}
+
+void MetafileDevice::Recorder::Fill(const Paint& paint, const Region& region) {
+    for (const RECT& rect : region.Rects()) Fill(paint, rect);
+}
+
+void MetafileDevice::Recorder::Pixel(const Paint& paint, POINT point, COLORREF color) {
+    UseClip(paint.clip);
+    if (!Begin(detail::emrSetPixelV, cRecordHead + cPoint + cWord)) return;
+    m_buffer.Put(point);
+    m_buffer.Put(color);
+    AddBounds({point.x, point.y, point.x, point.y}, paint.clip);
+}
+
+void MetafileDevice::Recorder::Text(const TextRun& run) {
+    CRect background(run.background);
+    if (run.isClipped && run.hasBackground) {
+        const CRect whole = background;
+        background.IntersectRect(&whole, &run.clipRect);
+        Paint paint;
+        paint.brush = {BS_SOLID, run.backgroundColor, 0};
+        paint.clip = run.clip;
+        if (!background.IsRectEmpty()) Fill(paint, background);
+    }
+    const bool opaque = run.hasBackground && !run.isClipped;
+    UseClip(run.clip);
+    UseFont(*run.font);
+    SetState(m_written.textColor, run.color, detail::emrSetTextColor);
+    if (opaque) SetState(m_written.backgroundColor, run.backgroundColor, detail::emrSetBkColor);
+    SetState(m_written.backgroundMode, TRANSPARENT, detail::emrSetBkMode);
+    if (!std::exchange(m_written.onBaseLine, true)) {
+        WriteState(detail::emrSetTextAlign, TA_LEFT | TA_BASELINE);
+    }
+    const std::size_t length = run.text.size();
+    const std::size_t textBytes = (2 * length + 3) / 4 * 4;
+    if (!Begin(detail::emrExtTextOutW, detail::cTextSize + textBytes + cWord * length)) return;
+    const RECT cell = {run.origin.x, wrapSub(run.origin.y, run.sizedFont->Ascent()),
+                       wrapAdd(run.origin.x, run.positions.back()),
+                       wrapAdd(run.origin.y, run.sizedFont->Descent())};
+    m_buffer.Put(inclusive(cell));
+    m_buffer.Put(detail::cGraphicsCompatible);
+    m_buffer.Put(static_cast<float>(m_caps.widthMm * cHundredths) /
+                 static_cast<float>(m_caps.width));
+    m_buffer.Put(static_cast<float>(m_caps.heightMm * cHundredths) /
+                 static_cast<float>(m_caps.height));
+    m_buffer.Put(run.origin);
+    m_buffer.Put(static_cast<std::uint32_t>(length));
+    m_buffer.Put(static_cast<std::uint32_t>(detail::cTextSize));
+    m_buffer.Put(opaque ? ETO_OPAQUE : run.isClipped ? ETO_CLIPPED : 0);
+    m_buffer.Put(opaque ? run.background : run.isClipped ? run.clipRect : RECT{0, 0, -1, -1});
+    m_buffer.Put(static_cast<std::uint32_t>(detail::cTextSize + textBytes));
+    const bool codes = isSymbolFont(*run.font);
+    for (const char ch : run.text) {
+        m_buffer.Put16(static_cast<std::uint32_t>(codes ? static_cast<BYTE>(ch) : toUnicode(ch)));
+    }
+    m_buffer.Skip(textBytes - 2 * length);
+    for (std::size_t i = 0; i < length; ++i) {
+        m_buffer.Put(wrapSub(run.positions[i + 1], run.positions[i]));
+    }
+    AddBounds(inclusive(cell), run.clip);
+    if (opaque) AddBounds(inclusive(run.background), run.clip);
+}
+
+// The device.
+
+MetafileDevice::MetafileDevice(const DrawingDevice& reference, const std::optional<RECT>& frame,
+                               std::string_view description)
+    : m_recorder(std::make_unique<Recorder>(reference, frame, description)) {}
+
+MetafileDevice::~MetafileDevice() = default;
+
+std::vector<BYTE> MetafileDevice::Finish() {
+    return m_recorder->Finish();
+}
+
+const DeviceCaps& MetafileDevice::Caps() const {
+    return m_recorder->Caps();
+}
+
+const TextMetricsSource& MetafileDevice::TextMetrics() const {
+    return m_recorder->Reference().TextMetrics();
+}
+
+void MetafileDevice::DrawLine(const Paint& paint, POINT from, POINT to) {
+    if (m_recorder->IsOpen()) m_recorder->Line(paint, from, to);
+}
+
+void MetafileDevice::DrawPolyline(const Paint& paint, std::span<const POINT> points) {
+    if (!m_recorder->IsOpen()) return;
+    m_recorder->Points(paint, points, detail::emrPolyline, detail::emrPolyline16);
+}
+
+void MetafileDevice::DrawPolygon(const Paint& paint, std::span<const POINT> points) {
+    if (!m_recorder->IsOpen()) return;
+    m_recorder->Points(paint, points, detail::emrPolygon, detail::emrPolygon16);
+}
+
+void MetafileDevice::DrawRectangle(const Paint& paint, const RECT& rect) {
+    if (m_recorder->IsOpen()) m_recorder->Shape(paint, rect, detail::emrRectangle);
+}
+
+void MetafileDevice::DrawEllipse(const Paint& paint, const RECT& rect) {
+    if (m_recorder->IsOpen()) m_recorder->Shape(paint, rect, detail::emrEllipse);
+}
+
+void MetafileDevice::FillRectangle(const Paint& paint, const RECT& rect) {
+    if (m_recorder->IsOpen()) m_recorder->Fill(paint, rect);
+}
+
+void MetafileDevice::FillRegion(const Paint& paint, const Region& region) {
+    if (m_recorder->IsOpen()) m_recorder->Fill(paint, region);
+}
+
+void MetafileDevice::SetPixel(const Paint& paint, POINT point, COLORREF color) {
+    if (m_recorder->IsOpen()) m_recorder->Pixel(paint, point, color);
+}
+
+void MetafileDevice::DrawText(const TextRun& run) {
+    if (m_recorder->IsOpen()) m_recorder->Text(run);
+}
+
+void MetafileDevice::SaveState() {
+    if (m_recorder->IsOpen()) m_recorder->Save();
+}
+
+void MetafileDevice::RestoreState(int levels) {
+    if (m_recorder->IsOpen()) m_recorder->Restore(levels);
+}
+
+}  // namespace tessalink

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/base/Export.h"
+#include "platform/graphics/Geometry.h"
+
+namespace tessalink {
+
+// A set of device units as rectangles that don't overlap, sorted from top to bottom and then from
+// left to right; rectangles beside one another have the same top and bottom. A plain value.
+class TESSALINK_API Region {
+public:
+    Region() = default;
+    explicit Region(const RECT& rect);
+    // What Polygon fills, by the alternating rule: the units whose centre lies inside.
+    static Region OfPolygon(std::span<const POINT> points);
+    // Rectangles that are sorted already and have the form that is told above; nothing when they
+    // have not.
+    static std::optional<Region> OfBands(std::vector<RECT> rects);
+    // What Ellipse fills without a pen.
+    static Region OfEllipse(const RECT& rect);
+
+    // The corners, when the region is a polygon as it was made; otherwise empty. FillRgn draws that
+    // polygon instead of rectangles without number.
+    std::span<const POINT> Corners() const { return m_corners; }
+
+    bool IsEmpty() const { return m_rects.empty(); }
+    // The smallest rectangle around it; all 0 when empty.
+    CRect Bounds() const;
+    std::span<const RECT> Rects() const { return m_rects; }
+    bool Contains(const POINT& point) const;
+
+    Region And(const Region& other) const;
+    Region Or(const Region& other) const;
+    Region Minus(const Region& other) const;
+    void Offset(int dx, int dy);
+
+    bool operator==(const Region& other) const { return m_rects == other.m_rects; }
+
+private:
+    std::vector<RECT> m_rects;
+    std::vector<POINT> m_corners;
+};
+
+}  // namespace tessalink
