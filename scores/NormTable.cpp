@@ -111,6 +111,7 @@ std::size_t columnOf(const NormData& table, std::string_view name) {
                                      [&](const NormColumn& c) { return c.name.text == name; });
     if (column != columns.end()) return static_cast<std::size_t>(column - columns.begin());
     std::vector<CString> known;
+    known.reserve(columns.size());
     for (const NormColumn& c : columns) known.push_back(c.name.text);
     throw NormError(
         Reason::UnknownColumn, "", {},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,5 +35,27 @@ struct CheckOptions {
 int checkTemplates(const CheckOptions& options);
 /// Prints as JSON what a template uses.
 int listUses(const CheckOptions& options);
+
+struct ScoreOptions {
+    std::string rawPath;
+    std::string normsPath;
+    std::string outputPath;
+    // What goes before the variables of the raw file.
+    std::optional<std::string> age;
+    std::optional<std::string> birth;
+    std::optional<std::string> test;
+    std::vector<std::string> keys;     ///< NAME=VALUE
+    std::optional<double> confidence;  ///< in percent
+};
+/// Writes the variables of a raw file with the standard scores of a norm table.
+int scoreRaws(const ScoreOptions& options);
+
+struct AgeOptions {
+    std::string birth;
+    std::string test;
+    bool isLocal = false;  ///< dates are in the order of the user's locale
+};
+/// Prints the age at a day.
+int printAge(const AgeOptions& options);
 
 }  // namespace tessalink::cli

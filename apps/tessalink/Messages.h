@@ -9,7 +9,7 @@ namespace tessalink::cli {
 
 // What the command line's exit codes mean.
 inline constexpr int cSuccess = 0;
-inline constexpr int cInputFault = 1;  ///< a fault in a template or a variables file
+inline constexpr int cInputFault = 1;  ///< a fault in a template, variables file or norm table
 inline constexpr int cUsage = 2;       ///< wrong usage, or trouble with a file
 
 /// Print to standard error "FILE:LINE:COLUMN: error: MESSAGE" (with a note for each level of

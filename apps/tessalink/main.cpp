@@ -80,6 +80,48 @@ void addVars(CLI::App& app, CheckOptions& options, Command& command) {
     vars->callback([&] { command = [&] { return listUses(options); }; });
 }
 
+void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
+    constexpr double lowest = 0.01;
+    constexpr double highest = 99.99;
+    CLI::App* score =
+        app.add_subcommand("score", "Look up raw scores in a norm table, for a report");
+    score->add_option("raw", options.rawPath, "variables with the raw scores; - is standard input")
+        ->required();
+    score->add_option("--norms", options.normsPath, "the norm table, CSV; - is standard input")
+        ->required();
+    score
+        ->add_option("-o,--output", options.outputPath,
+                     "the variables and the standard scores; - is standard output")
+        ->required();
+    CLI::Option* age =
+        score->add_option("--age", options.age, "the age in years:months, or in whole years");
+    score->add_option("--birth", options.birth, "the date of birth, YYYY-MM-DD or MM/DD/YYYY")
+        ->excludes(age);
+    score->add_option("--test", options.test, "the date of testing, likewise, or today")
+        ->excludes(age);
+    score->add_option("--key", options.keys, "NAME=VALUE: the person's value of a key")
+        ->allow_extra_args(false);
+    score
+        ->add_option("--confidence", options.confidence,
+                     "also the range of so many percent confidence, by the reliability")
+        ->check(CLI::Range(lowest, highest));
+    score->callback([&] {
+        if (options.rawPath == cStandardStream && options.normsPath == cStandardStream) {
+            throw CLI::ValidationError("--norms", "standard input is the raw scores already");
+        }
+        command = [&] { return scoreRaws(options); };
+    });
+}
+
+void addAge(CLI::App& app, AgeOptions& options, Command& command) {
+    CLI::App* age = app.add_subcommand("age", "Print the age at testing");
+    age->add_option("birth", options.birth, "the date of birth, YYYY-MM-DD or MM/DD/YYYY")
+        ->required();
+    age->add_option("test", options.test, "the date of testing, likewise, or today")->required();
+    age->add_flag("--local", options.isLocal, "the locale's form of dates instead of MM/DD/YYYY");
+    age->callback([&] { command = [&] { return printAge(options); }; });
+}
+
 /// Runs a command and turns what it throws into a message and an exit code.
 int guarded(const Command& command) {
     try {
@@ -105,6 +147,8 @@ int run(int argc, char** argv) {
     ReportOptions report;
     ScrambleOptions scramble;
     CheckOptions check;
+    ScoreOptions score;
+    AgeOptions age;
     Command command;
     addReport(app, report, command);
     addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
@@ -112,6 +156,8 @@ int run(int argc, char** argv) {
                 command);
     addCheck(app, check, command);
     addVars(app, check, command);
+    addScore(app, score, command);
+    addAge(app, age, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -330,9 +330,14 @@ void NormReader::check_overlaps(std::uint32_t pattern, std::uint32_t other) cons
         const NormGroupData* group;
     };
     std::vector<Entry> entries;
-    for (const NormGroupData& group : m_data->groups) {
-        if (group.pattern == pattern || group.pattern == other) {
-            entries.push_back({valuesWithout(pattern | other, group), &group});
+    for (const std::uint32_t either : {pattern, other}) {
+        const auto& groups = m_data->groups;
+        const auto first = std::lower_bound(groups.begin(), groups.end(), either,
+                                            [](const NormGroupData& group, std::uint32_t wanted) {
+                                                return group.pattern < wanted;
+                                            });
+        for (auto group = first; group != groups.end() && group->pattern == either; ++group) {
+            entries.push_back({valuesWithout(pattern | other, *group), &*group});
         }
     }
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {

@@ -8,39 +8,13 @@
 #include <vector>
 
 #include "core/BufferedFile.h"
-#include "tests/platform/files/TemporaryFolder.h"
-#include "tests/support/Process.h"
+#include "tests/apps/CommandLine.h"
 
 namespace tessalink::test {
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
-using Strings = std::vector<std::string>;
-
-class CommandLine : public testing::Test {
-protected:
-    /// Runs the command line in the folder.
-    Finished Run(Strings arguments, Setting setting = {}) const {
-        arguments.insert(arguments.begin(), TESSALINK_CLI);
-        setting.folder = folder.Path("");
-        return runProgram(arguments, setting);
-    }
-    void Store(const std::string& name, std::string text) const {
-        scramble(text.data(), text.size());
-        folder.Write(name, text);
-    }
-    /// Runs `check` over a plain template; its messages, or nothing when there is no fault.
-    std::string Check(const std::string& text) const {
-        folder.Write("check.rtf", "{\\rtf " + text);
-        const Finished checked = Run({"check", "check.rtf"});
-        EXPECT_EQ(checked.exitCode, checked.err.empty() ? 0 : 1) << checked.err;
-        return checked.err;
-    }
-    void ExpectOnly(const Strings& names) const { EXPECT_EQ(folder.Names(), names); }
-
-    TemporaryFolder folder;
-};
 
 TEST_F(CommandLine, makes_reports) {
     folder.Write("plain.rtf", "{\\rtf @Name is @age: @mean@IF(age>30)@THEN !@ENDIF}");

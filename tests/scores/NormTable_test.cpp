@@ -249,9 +249,7 @@ TEST(NormTable, takes_what_only_looks_like_a_fault) {
     const char* const tables[] = {
         "scale,age,raw,T\nA,6-8,0,1\n*,9-11,0,1\nA,12+,0,1\n",  // "*" fills the gap
         "scale,age,raw,T\nA,6\x2D\x37,0,1\nA,8 - 9,0,1\nA,10 +,0,1\n",
-        "age,raw,T\n6\xE2\x80\x93"
-        "8,0\xE2\x80\x93"
-        "3,1\n",  // en dashes
+        "age,raw,T\n6\342\200\2238,0\342\200\2233,1\n",  // en dashes
         "raw,T\n-2147483648-2147483647,1\n",
         "raw,T,U\n0,1,2\n1,-,2\n2,1,1\n3,0,1\n4,0,-\n",
         "raw,age\n0,6\n1,6.5\n",
