@@ -69,7 +69,7 @@ void each(benchmark::State& state, const std::vector<Input>& all, Work&& work) {
     for (auto _ : state) {
         for (const Input& one : all) benchmark::DoNotOptimize(work(one));
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * all.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(all.size()));
 }
 
 // --- Scores ---

@@ -17,17 +17,22 @@ namespace {
 int allocations = 0;
 }
 
-void* operator new(std::size_t size) {
+// Not inlined: GCC would take malloc and free for a mismatch with new and delete.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
-    if (void* place = std::malloc(size > 0 ? size : 1)) return place;
+    return std::malloc(size > 0 ? size : 1);
+}
+
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    if (void* place = operator new(size, std::nothrow)) return place;
     throw std::bad_alloc();
 }
 
-void operator delete(void* place) noexcept {
+[[gnu::noinline]] void operator delete(void* place) noexcept {
     std::free(place);
 }
 
-void operator delete(void* place, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept {
     std::free(place);
 }
 
