@@ -33,13 +33,14 @@ struct TESSALINK_API ScoreScale {
 };
 
 // The common scales. Their limits are those of most published norm tables: four standard
-// deviations, three for scaled scores. A test with others has a record of its own.
-inline constexpr ScoreScale cZScale = {"z score", "z", 0, 1, -4, 4, 2};
-inline constexpr ScoreScale cTScale = {"T score", "T", 50, 10, 10, 90, 0};
-inline constexpr ScoreScale cIQScale = {"IQ", "IQ", 100, 15, 40, 160, 0};
-inline constexpr ScoreScale cScaledScale = {"scaled score", "SS", 10, 3, 1, 19, 0};
-inline constexpr ScoreScale cStanineScale = {"stanine", "SN", 5, 2, 1, 9, 0};
-inline constexpr ScoreScale cStenScale = {"sten", "ST", 5.5, 2, 1, 10, 0};
+// deviations, three for scaled scores. A test with others has a record of its own. They are exported
+// so that each has one address in a program.
+TESSALINK_API inline constexpr ScoreScale cZScale = {"z score", "z", 0, 1, -4, 4, 2};
+TESSALINK_API inline constexpr ScoreScale cTScale = {"T score", "T", 50, 10, 10, 90, 0};
+TESSALINK_API inline constexpr ScoreScale cIQScale = {"IQ", "IQ", 100, 15, 40, 160, 0};
+TESSALINK_API inline constexpr ScoreScale cScaledScale = {"scaled score", "SS", 10, 3, 1, 19, 0};
+TESSALINK_API inline constexpr ScoreScale cStanineScale = {"stanine", "SN", 5, 2, 1, 9, 0};
+TESSALINK_API inline constexpr ScoreScale cStenScale = {"sten", "ST", 5.5, 2, 1, 10, 0};
 
 /// The common scale with this abbreviation, in letters of either case; null when there is none.
 TESSALINK_API const ScoreScale* findScoreScale(std::string_view abbreviation);
