@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "platform/base/CString.h"
 #include "platform/base/LocaleValues.h"
@@ -31,6 +32,8 @@ inline constexpr int IDNO = 7;
 
 namespace tessalink {
 
+class DrawingDevice;
+
 // What the library asks of the program that it runs in. A host replaces the members that it wants
 // to serve itself; the others keep their defaults.
 struct TESSALINK_API HostServices {
@@ -55,6 +58,10 @@ struct TESSALINK_API HostServices {
 
     // The local time. Default: empty, the system's clock.
     std::function<CalendarTime()> clock;
+
+    // A new device for the user's default printer, against which pictures are recorded; null when
+    // there is none. One thread calls it at a time. Default: empty, there is none.
+    std::function<std::shared_ptr<DrawingDevice>()> defaultPrinter;
 
     HostServices();
 };

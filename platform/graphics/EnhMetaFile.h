@@ -39,8 +39,8 @@ struct ENHMETAHEADER {
 
 namespace tessalink {
 
-// The largest metafile that is taken, in bytes.
-inline constexpr std::uint64_t cMaxMetafile = std::uint64_t{1} << 30;
+// The largest metafile that is taken or recorded, in bytes: its hexadecimal text fits a CString.
+inline constexpr std::uint64_t cMaxMetafile = (std::uint64_t{1} << 30) - 4096;
 
 // A handle for a metafile in memory, which is copied; null when it is damaged, larger than
 // cMaxMetafile, or has records that this library does not play. What memory that takes is within

@@ -7,6 +7,7 @@
 
 #include "platform/base/Windows1252.h"
 #include "platform/graphics/CDC.h"
+#include "platform/graphics/EnhMetaFile.h"
 #include "platform/graphics/detail/EmfFormat.h"
 
 namespace tessalink {
@@ -230,7 +231,7 @@ std::vector<BYTE> MetafileDevice::Recorder::Finish() {
 }
 
 bool MetafileDevice::Recorder::Begin(EmfRecord type, std::size_t size) {
-    m_isTooLarge = m_isTooLarge || size > cMaxBytes - m_buffer.Size();
+    m_isTooLarge = m_isTooLarge || size > cMaxMetafile - m_buffer.Size();
     if (m_isTooLarge) return false;
     m_buffer.Begin(type, size);
     ++m_records;

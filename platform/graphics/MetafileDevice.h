@@ -14,9 +14,6 @@ namespace tessalink {
 // set before it: every reader places the picture alike.
 class TESSALINK_API MetafileDevice final : public DrawingDevice {
 public:
-    // A picture gets no larger, in bytes: what would go beyond is dropped, and the result is empty.
-    static constexpr std::size_t cMaxBytes = std::size_t{1} << 30;
-
     // Records as a device of these capabilities and measures would draw; `reference` must stay
     // until the recording has ended. The frame is in hundredths of a millimetre; without one it is
     // that of what is drawn. The description is two texts, application and picture, each with a
@@ -27,7 +24,8 @@ public:
     ~MetafileDevice() override;
 
     // Ends the recording, closes what is open, and returns the metafile; empty when it has become
-    // too large. Drawing afterwards does nothing.
+    // larger than
+    // cMaxMetafile. Drawing afterwards does nothing.
     std::vector<BYTE> Finish();
 
     const DeviceCaps& Caps() const override;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "platform/graphics/CDC.h"
+
+// Labels of one line with inline switches of the font: in the text a backslash and a letter select
+// the font of what follows, "\n" the normal one, "\i" the italic, "\b" the bold, and "\s" the
+// symbol font. A backslash with any other letter is dropped together with it; two backslashes print
+// one.
+
+/// Prints the label at (x, y) in the context's text alignment and returns the width printed. A
+/// label without a backslash is printed in the current font, and 0 is returned: who needs its width
+/// measures it.
+///
+/// Text before the first switch has the current font. A null `normal` is the current font; a null
+/// `italic` or `bold` is derived from the normal font when the label needs it, and so is the symbol
+/// font, always. Font and alignment are as they were afterwards. Without a context: 0.
+TESSALINK_API int PrintFormatted(CDC* dc, int x, int y, CString text, CFont* normal, CFont* italic,
+                                 CFont* bold);
+
+/// The sum of the widths of the label's runs, each in the font of the switch before it; no fonts
+/// are derived, a null font leaves the one before. Two backslashes are measured as nothing. The
+/// font is as it was afterwards.
+TESSALINK_API int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic,
+                                     CFont* bold, CFont* symbol);
+/// The same without a symbol font.
+TESSALINK_API int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic,
+                                     CFont* bold);

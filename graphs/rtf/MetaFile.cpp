@@ -1,0 +1,159 @@
+#include "graphs/rtf/MetaFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <mutex>
+#include <utility>
+
+#include "platform/base/HostServices.h"
+#include "platform/base/NumberText.h"
+
+IMPLEMENT_DYNAMIC(MetaFile, CMetaFileDC)
+
+namespace {
+
+constexpr double cHundredthsPerInch = 2540;  // of a millimetre
+constexpr double cTwipsPerInch = 1440;
+constexpr const char* cRTFHeader =
+    "{\\*\\shppict{\\pict\\emfblip\\picw%u\\pich%u\\picwgoal%u\\pichgoal%u\\sspicalign0 \r\n";
+constexpr std::string_view cRTFEnd = "}}";
+/// Bytes whose digits are written to a file at a time.
+constexpr std::size_t cPiece = 32768;
+
+int rounded(double value) {
+    return tessalink::toInt(value + 0.5);
+}
+
+CString rtfHeader(double width, double height) {
+    CString header;
+    header.Format(cRTFHeader, static_cast<unsigned>(rounded(width * cHundredthsPerInch)),
+                  static_cast<unsigned>(rounded(height * cHundredthsPerInch)),
+                  static_cast<unsigned>(rounded(width * cTwipsPerInch)),
+                  static_cast<unsigned>(rounded(height * cTwipsPerInch)));
+    return header;
+}
+
+/// The two digits of every byte.
+using DigitPairs = std::array<std::array<char, 2>, 256>;
+constexpr DigitPairs makeDigitPairs() {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    DigitPairs pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+        pairs[byte] = {digits[byte / 16], digits[byte % 16]};
+    }
+    return pairs;
+}
+constexpr DigitPairs cDigitPairs = makeDigitPairs();
+
+/// A device for the default printer; null when there is none. The application has one printer
+/// selection for all threads.
+std::shared_ptr<tessalink::DrawingDevice> printerDevice() {
+    static std::mutex selection;
+    const auto& source = tessalink::hostServices().defaultPrinter;
+    if (!source) return nullptr;
+    const std::lock_guard lock(selection);
+    return source();
+}
+
+}  // namespace
+
+MetaFile::~MetaFile() {
+    Clear();
+}
+
+int MetaFile::Create(const char* fileName) {
+    return start(fileName, nullptr);
+}
+
+int MetaFile::Create(double width, double height, const char* fileName) {
+    const RECT frame = {0, 0, rounded(width * cHundredthsPerInch),
+                        rounded(height * cHundredthsPerInch)};
+    return start(fileName, &frame);
+}
+
+int MetaFile::start(const char* fileName, const RECT* frame) {
+    Clear();
+    m_printer = printerDevice();
+    if (m_printer) m_printerDC.AttachDevice(m_printer.get());
+    m_isRecording = CreateEnhanced(m_printer ? &m_printerDC : nullptr, fileName, frame, "");
+    if (m_isRecording && m_printer) SetAttribDC(&m_printerDC);
+    return m_isRecording;
+}
+
+void MetaFile::Close() {
+    if (!m_isRecording) return;
+    m_handle = CloseEnhanced();
+    m_printerDC.DeleteDC();
+    m_printer.reset();
+    m_isRecording = 0;
+}
+
+HENHMETAFILE MetaFile::Detach() {
+    Close();
+    return std::exchange(m_handle, nullptr);
+}
+
+void MetaFile::Clear() {
+    Close();
+    DeleteEnhMetaFile(std::exchange(m_handle, nullptr));
+}
+
+int MetaFile::Load(const char* fileName) {
+    Clear();
+    m_handle = GetEnhMetaFile(fileName);
+    return m_handle != nullptr;
+}
+
+int MetaFile::Save(const char* fileName) const {
+    if (m_handle == nullptr || fileName == nullptr) return 0;
+    return DeleteEnhMetaFile(CopyEnhMetaFile(m_handle, fileName));
+}
+
+void MetaFile::GetBytes(CByteArray& bytes) const {
+    if (m_handle == nullptr) return;
+    const auto all = tessalink::bytesOf(m_handle);
+    bytes.SetSize(static_cast<int>(all.size()));
+    std::copy(all.begin(), all.end(), bytes.GetData());
+}
+
+void MetaFile::Play(CDC& dc, CRect& rect) const {
+    PlayEnhMetaFile(&dc, m_handle, &rect);
+}
+
+CString MetaFile::GetAsRTF(double width, double height) const {
+    const CString header = rtfHeader(width, height);
+    const auto picture = tessalink::bytesOf(m_handle);
+    const std::size_t start = header.View().size();
+    const std::size_t length = start + 2 * picture.size() + cRTFEnd.size();
+    CString text;
+    char* const buffer = text.GetBufferSetLength(static_cast<int>(length));
+    std::copy(header.View().begin(), header.View().end(), buffer);
+    tessalink::writeHexDigits(picture.data(), picture.size(), buffer + start);
+    std::copy(cRTFEnd.begin(), cRTFEnd.end(), buffer + length - cRTFEnd.size());
+    text.ReleaseBuffer(static_cast<int>(length));
+    return text;
+}
+
+void MetaFile::SaveAsRTF(CFile& file, double width, double height) const {
+    const CString header = rtfHeader(width, height);
+    file.Write(header.GetString(), header.View().size());
+    std::array<char, 2 * cPiece> digits;
+    for (auto rest = tessalink::bytesOf(m_handle); !rest.empty();) {
+        const std::size_t count = std::min(rest.size(), cPiece);
+        tessalink::writeHexDigits(rest.data(), count, digits.data());
+        file.Write(digits.data(), 2 * count);
+        rest = rest.subspan(count);
+    }
+    file.Write(cRTFEnd.data(), cRTFEnd.size());
+}
+
+namespace tessalink {
+
+void writeHexDigits(const BYTE* bytes, std::size_t count, char* digits) {
+    for (std::size_t i = 0; i < count; ++i) {
+        std::memcpy(digits + 2 * i, cDigitPairs[bytes[i]].data(), 2);
+    }
+}
+
+}  // namespace tessalink
