@@ -219,8 +219,9 @@ std::vector<BYTE> MetafileDevice::Recorder::Finish() {
     const auto deleteAll = [this](const auto& objects) {
         for (const auto& entry : objects.entries) DeleteHandle(entry.handle);
     };
-    for (const std::uint32_t stock : {BLACK_PEN, WHITE_BRUSH, SYSTEM_FONT}) {
-        WriteState(detail::emrSelectObject, detail::cStockObject | stock);
+    for (const int stock : {BLACK_PEN, WHITE_BRUSH, SYSTEM_FONT}) {
+        WriteState(detail::emrSelectObject,
+                   detail::cStockObject | static_cast<std::uint32_t>(stock));
     }
     deleteAll(m_pens);
     deleteAll(m_brushes);
@@ -310,7 +311,8 @@ void MetafileDevice::Recorder::Select(std::uint32_t& written, std::uint32_t hand
 }
 
 void MetafileDevice::Recorder::UsePen(const LOGPEN& pen) {
-    if (pen.lopnStyle == PS_NULL) return Select(m_written.pen, detail::cStockObject | NULL_PEN);
+    if (pen.lopnStyle == PS_NULL)
+        return Select(m_written.pen, detail::cStockObject | std::uint32_t{NULL_PEN});
     const LOGPEN plain = {pen.lopnStyle, {std::max(pen.lopnWidth.x, 0), 0}, pen.lopnColor};
     Select(m_written.pen, HandleFor(m_pens, plain, [&](std::uint32_t handle) {
                if (!Begin(detail::emrCreatePen, 28)) return;
@@ -323,7 +325,7 @@ void MetafileDevice::Recorder::UsePen(const LOGPEN& pen) {
 
 void MetafileDevice::Recorder::UseBrush(const LOGBRUSH& brush) {
     if (brush.lbStyle == BS_NULL) {
-        return Select(m_written.brush, detail::cStockObject | NULL_BRUSH);
+        return Select(m_written.brush, detail::cStockObject | std::uint32_t{NULL_BRUSH});
     }
     Select(m_written.brush, HandleFor(m_brushes, brush, [&](std::uint32_t handle) {
                if (!Begin(detail::emrCreateBrushIndirect, 24)) return;
