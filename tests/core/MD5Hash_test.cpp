@@ -207,6 +207,9 @@ private:
 };
 
 TEST(MD5Hash, from_512_mib_on_only_the_low_half_of_the_length_counts) {
+#ifndef NDEBUG
+    GTEST_SKIP() << "takes too long in a build for finding faults";
+#endif
     constexpr std::size_t size = std::size_t{1} << 29;
     constexpr std::size_t rest = 7;
     const Pages zeros(size + rest, PROT_READ);
