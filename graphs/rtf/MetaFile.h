@@ -73,8 +73,7 @@ private:
 namespace tessalink {
 
 /// Writes each byte as two digits, "0123456789ABCDEF", the higher half first; `digits` has room for
-/// twice as many, apart from
-/// the bytes.
+/// twice as many and lies apart from the bytes.
 TESSALINK_API void writeHexDigits(const BYTE* bytes, std::size_t count, char* digits);
 
 }  // namespace tessalink
