@@ -103,6 +103,7 @@ TEST(Windows1252, TellsWhereAFaultIs) {
         EXPECT_EQ(result.fault, fault) << testing::PrintToString(utf8);
         EXPECT_EQ(result.text, text != nullptr ? text : utf8) << testing::PrintToString(utf8);
     }
+    EXPECT_EQ(fromUtf8(std::string_view("\u20AC", 2)).fault, 0u) << "the third byte is not its";
 }
 
 }  // namespace
