@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/graphics/detail/BuiltInFaces.h"
 
@@ -67,7 +68,9 @@ SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect
 }
 
 int SizedFont::Position(std::uint64_t sum) const {
-    return rounded(static_cast<double>(sum) * m_widthOfUnit);
+    constexpr int largest = std::numeric_limits<int>::max();
+    const double place = static_cast<double>(static_cast<std::int64_t>(sum)) * m_widthOfUnit + 0.5;
+    return place < largest ? static_cast<int>(place) : largest;
 }
 
 int SizedFont::WidthOf(std::string_view text) const {

@@ -117,10 +117,12 @@ public:
 private:
     template <class Number>
     void Store(Number value) {
-        for (std::size_t i = 0; i < sizeof(Number); ++i) {
-            m_bytes[m_next + i] = static_cast<BYTE>(value >> 8 * i & 0xFF);
+        if constexpr (std::endian::native == std::endian::big) {
+            value = static_cast<Number>(sizeof(Number) == 2 ? __builtin_bswap16(value & 0xFFFF)
+                                                            : __builtin_bswap32(value));
         }
-        m_next += sizeof(Number);
+        std::memcpy(m_bytes.data() + m_next, &value, sizeof(value));
+        m_next += sizeof(value);
     }
 
     std::vector<BYTE> m_bytes;
