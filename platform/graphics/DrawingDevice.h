@@ -55,6 +55,8 @@ struct TextRun {
 //
 // The pixels of a raster device: rectangles and ellipses exclude their right and bottom edge (and
 // one unit more without a pen), lines exclude their end point, a pen width of 0 is one unit.
+//
+// A device may throw; FailingDevice tells what that leaves behind.
 class TESSALINK_API DrawingDevice {
 public:
     virtual ~DrawingDevice() = default;
