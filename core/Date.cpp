@@ -24,6 +24,7 @@ constexpr int cMonths = 12;
 constexpr int cLongestMonth = 31;
 constexpr int cFebruary = 2;
 constexpr int cCentury = 100;
+constexpr unsigned long cLastNumber = Date::cLastYear * 10000ul + 1231;
 
 enum Field : std::size_t { eYear, eMonth, eDay };
 constexpr std::size_t cFields = 3;
@@ -151,7 +152,8 @@ int Date::Set(int year, int month, int day) {
     return 1;
 }
 
-int Date::Set(std::uint32_t yyyymmdd) {
+int Date::Set(unsigned long yyyymmdd) {
+    if (yyyymmdd > cLastNumber) return 0;
     return Set(static_cast<int>(yyyymmdd / 10000), static_cast<int>(yyyymmdd % 10000 / 100),
                static_cast<int>(yyyymmdd % 100));
 }

@@ -40,7 +40,7 @@ public:
     Date(int year, int month, int day) { Set(year, month, day); }
     /// From US text; empty when SetUS refuses.
     Date(const char* text) { SetUS(text); }
-    Date(std::uint32_t yyyymmdd) { Set(yyyymmdd); }
+    Date(unsigned long yyyymmdd) { Set(yyyymmdd); }
     Date(const Date& other);
     Date& operator=(const Date& other);
     ~Date() override = default;
@@ -52,7 +52,7 @@ public:
     /// two-digit year: it becomes that of the most recent such date that is not in the future.
     int Set(int year, int month, int day);
     /// From an integer of the form YYYYMMDD: 20010307 is 7 March 2001.
-    int Set(std::uint32_t yyyymmdd);
+    int Set(unsigned long yyyymmdd);
     /// From text: month, day and year with "/" or "-" between them. Blanks may stand around the
     /// numbers.
     int SetUS(const char* text);

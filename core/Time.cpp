@@ -35,6 +35,7 @@ using Format = Time::TimeFormat;
 constexpr int cMinutesPerHour = 60;
 constexpr int cSecondsPerMinute = 60;
 constexpr int cHoursPerDay = 24;
+constexpr unsigned long cLastNumber = 235959;
 constexpr int cNoonHour = 12;
 constexpr int cFieldWidth = 2;
 
@@ -135,7 +136,8 @@ int Time::Set(int hour, int minute, int second) {
     return 1;
 }
 
-int Time::Set(std::uint32_t hhmmss) {
+int Time::Set(unsigned long hhmmss) {
+    if (hhmmss > cLastNumber) return 0;
     return Set(static_cast<int>(hhmmss / 10000), static_cast<int>(hhmmss % 10000 / 100),
                static_cast<int>(hhmmss % 100));
 }

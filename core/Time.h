@@ -49,7 +49,7 @@ public:
     Time(int hour, int minute, int second) { Set(hour, minute, second); }
     /// As Set does it; empty when the text is no time.
     Time(const char* text) { Set(text); }
-    Time(std::uint32_t hhmmss) { Set(hhmmss); }
+    Time(unsigned long hhmmss) { Set(hhmmss); }
     Time(const Time& other);
     Time& operator=(const Time& other);
     ~Time() override = default;
@@ -60,7 +60,7 @@ public:
     /// Hour 0 to 23, minute and second 0 to 59; returns 1, or 0 when one is out of range.
     int Set(int hour, int minute, int second);
     /// From an integer of the form HHMMSS: 70809 is 07:08:09.
-    int Set(std::uint32_t hhmmss);
+    int Set(unsigned long hhmmss);
     /// From text as the user's locale writes it: hour and minute, and seconds if there are any. On
     /// a 12-hour clock the indicator is required (in letters of either case), on a 24-hour clock
     /// there is none. Blanks may stand around the numbers. Behind a shorter indicator may be the

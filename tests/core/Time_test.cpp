@@ -286,10 +286,14 @@ TEST(Time, numbers_and_refusals) {
         EXPECT_EQ(time.Set(hour, minute, second), 0) << hour << ' ' << minute << ' ' << second;
         EXPECT_FALSE(Time(hour, minute, second).IsValid());
     }
-    for (const std::uint32_t number : {240000u, 6000u, 60u, 2550000u, 0xFFFFFFFFu}) {
+    // The last is 00:00:01 when it is cut to 32 bits.
+    for (const unsigned long number :
+         {240000ul, 6000ul, 60ul, 2550000ul, 0xFFFFFFFFul, 0x100000001ul}) {
         EXPECT_EQ(time.Set(number), 0) << number;
     }
     EXPECT_EQ(time.Get(), 70809u);
+    EXPECT_EQ(time.Set(0UL), 1);
+    EXPECT_TRUE(time == Time(0UL) && time.IsValid());
 }
 
 TEST(Time, the_empty_time) {
