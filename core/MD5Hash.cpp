@@ -163,10 +163,14 @@ int MD5Hash::GetHash(const unsigned char* data, std::uint64_t length, std::uint6
 
 int MD5Hash::GetShortHash(const unsigned char* data, std::uint64_t length, std::uint32_t* hash) {
     if (hash == nullptr) return 0;
-    *hash = 0;
-    if (!isUsable(data, length, hash)) return 0;
-    for (const Word word : stateOf(data, length)) *hash += word;
-    return 1;
+    const int usable = isUsable(data, length, hash);
+    // Summed up apart: the result may lie in the data.
+    Word sum = 0;
+    if (usable) {
+        for (const Word word : stateOf(data, length)) sum += word;
+    }
+    *hash = sum;
+    return usable;
 }
 
 int MD5Hash::GetHash(const char* text, std::uint32_t* words) {

@@ -206,6 +206,15 @@ private:
     void* m_start;
 };
 
+TEST(MD5Hash, a_result_may_lie_in_the_data) {
+    std::uint32_t sum = 0x64636261;
+    std::uint32_t sumOfCopy = 0;
+    const std::uint32_t copy = sum;
+    MD5Hash::GetShortHash(reinterpret_cast<const unsigned char*>(&copy), 4, &sumOfCopy);
+    EXPECT_EQ(MD5Hash::GetShortHash(reinterpret_cast<unsigned char*>(&sum), 4, &sum), 1);
+    EXPECT_EQ(sum, sumOfCopy);
+}
+
 TEST(MD5Hash, from_512_mib_on_only_the_low_half_of_the_length_counts) {
 #ifndef NDEBUG
     GTEST_SKIP() << "takes too long in a build for finding faults";
