@@ -211,6 +211,9 @@ private:
                 throw CException("--key " + text + ": write NAME=VALUE with a key of " + m_file +
                                  " other than scale and age.");
             }
+            if (m_given.contains(name)) {
+                throw CException("--key " + text + ": " + name + " is given twice.");
+            }
             m_given[name] = {"--key " + name, text.Mid(sign + 1), {}};
         }
         for (const NormName& key : keys) {
@@ -300,21 +303,18 @@ private:
 
     /// A fault at what the lookup failed at.
     [[noreturn]] void fail(const NormError& error, const TextPlace& raw) const {
-        const bool isMissing = error.GetReason() == NormError::Reason::MissingKey;
-        const auto key = m_given.find(error.GetKey());
-        TextPlace place = raw;
-        CString remedy;
-        if (key != m_given.end() && key->second.place.IsKnown()) {
-            place = key->second.place;
-        } else if (error.GetReason() == NormError::Reason::AgeOutside &&
-                   m_ageSource.place.IsKnown()) {
-            place = m_ageSource.place;
-        } else if (isMissing && is_key(error.GetKey())) {
-            remedy = "; give --key " + error.GetKey() + "=VALUE or a variable of that name";
-        } else if (isMissing) {
-            remedy = cAgeRemedy;
+        const CString message = error.what();
+        if (const auto key = m_given.find(error.GetKey()); key != m_given.end()) {
+            key->second.Fail(message);
         }
-        throw InputError(place, error.what() + remedy);
+        if (error.GetReason() == NormError::Reason::AgeOutside) m_ageSource.Fail(message);
+        CString remedy;
+        if (error.GetReason() == NormError::Reason::MissingKey) {
+            remedy = is_key(error.GetKey())
+                         ? "; give --key " + error.GetKey() + "=VALUE or a variable of that name"
+                         : CString(cAgeRemedy);
+        }
+        throw InputError(raw, message + remedy);
     }
 
     bool is_key(const CString& name) const {

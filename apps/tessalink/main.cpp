@@ -2,7 +2,9 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <csignal>
+#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <new>
@@ -104,7 +106,11 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
     score
         ->add_option("--confidence", options.confidence,
                      "also the range of so many percent confidence, by the reliability")
-        ->check(CLI::Range(lowest, highest));
+        ->check(CLI::Range(lowest, highest))
+        ->check([](const std::string& text) {  // neither above the highest nor below the lowest
+            const bool isNumber = !std::isnan(std::strtod(text.c_str(), nullptr));
+            return isNumber ? std::string() : "Value " + text + " is no number";
+        });
     score->callback([&] {
         if (options.rawPath == cStandardStream && options.normsPath == cStandardStream) {
             throw CLI::ValidationError("--norms", "standard input is the raw scores already");
