@@ -1,33 +1,54 @@
-// Makes a one-line report in memory and prints it.
+// Looks a raw score up in a norm table, makes a one-line report of it in memory and prints it.
 #include <cstdio>
-#include <cstring>
 
+#include "core/Date.h"
 #include "platform/files/CMemFile.h"
 #include "report/FileParser.h"
-#include "report/ParseException.h"
 #include "report/VarTable.h"
+#include "scores/NormTable.h"
+#include "scores/ScoreScale.h"
 
-int main() {
-    const char text[] = "Dear @Name, @IF(Score > 50)@THEN above @ELSE below @ENDIF the average.\n";
-    CMemFile definition;
-    definition.Write(text, static_cast<unsigned>(std::strlen(text)));
-    definition.SeekToBegin();
+namespace {
 
+constexpr const char* cNorms =
+    "age,raw,T\n"
+    "6-8,0-9,41\n"
+    "6-8,10-20,61\n"
+    "9+,0-20,50\n";
+constexpr const char* cLetter =
+    "Dear @Name, @IF(T > 50)@THEN above @ELSE below @ENDIF the average: @T, rank @Rank.\n";
+
+double scoreOf(int raw) {
+    CMemFile file(cNorms);
+    int years = 0, months = 0, days = 0;
+    Date(2023, 12, 10).Minus(Date("3/15/2015"), years, months, days);
+    const auto norms = tessalink::NormTable::Read(file);
+    return norms.Find({}, tessalink::ageInMonths(years, months), raw, "T");
+}
+
+void writeReport(CFile& output) {
+    const tessalink::TScore score = scoreOf(17);
     VarTable vars;
     vars.AddVar("Name", "Ada");
-    vars.AddVar("Score", 61);
+    vars.AddVar("T", static_cast<int>(score.GetValue()));
+    vars.AddVar("Rank",
+                KOVStandardScores::PercentileRank(KOVStandardScores::ZScore(score.GetAsZScore()))
+                    .Format1());
+    CMemFile letter(cLetter);
+    FileParser(letter, output, vars, 0).Parse(nullptr);
+}
 
+}  // namespace
+
+int main() {
     CMemFile output;
-    FileParser parser(definition, output, vars, 0);
-    ParseException error;
-    if (!parser.Parse(&error)) {
+    try {
+        writeReport(output);
+    } catch (const CException& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }
-
-    char report[200] = "";
-    output.SeekToBegin();
-    output.Read(report, sizeof report - 1);
+    const CString report(output.View());
     std::fputs(report, stdout);
-    return std::strcmp(report, "Dear Ada, above the average.\n") == 0 ? 0 : 1;
+    return report == "Dear Ada, above the average: 61, rank 86.\n" ? 0 : 1;
 }
