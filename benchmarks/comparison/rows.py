@@ -458,6 +458,36 @@ def md5(bench):
     table(("", "of", "ns", "GB/s", "x OpenSSL"), rows)
 
 
+# What the row drawing measures: the mode and its arguments, who the product is held against, and how
+# much of its time it may take.
+DRAWING = (
+    ("metafile", (), (("libemf", 0.6), ("bare records", 3))),
+    ("svg", (), (("cairo", 0.5),)),
+    ("hex", (50_000_000,), (("memcpy", 1.5),)),
+    ("hexfile", (50_000_000, "FOLDER"), (("copy of the file", 1.3),)),
+)
+
+
+@row
+def drawing(bench):
+    """480 marks with labels as metafile and SVG; the hexadecimal digits of a picture."""
+    if not bench.tools.has("drawing"):
+        return
+    rows = []
+    for mode, arguments, bounds in DRAWING:
+        words = [bench.folder if word == "FOLDER" else word for word in arguments]
+        command = [bench.tools["drawing"], mode, *words, max(11, bench.rounds)]
+        series = self_timed({"drawing": command}, 1)["drawing"]
+        product = series["tessalink"]
+        for name, one in series.items():
+            rows.append((name, mode, f"{one.time / 1000:,.1f}", f"{product.over(one):.3f}"))
+        for name, bound in bounds:
+            if name in series:
+                bench.expect(f"{mode}: time against {name}", product.over(series[name]), bound)
+    print()
+    table(("", "of", "us", "the product takes x of this"), rows)
+
+
 def run(names, tools, base, quick, rounds):
     """Runs the named rows, each in a folder of its own below `base` that is removed after it;
     gives whether every bound was kept."""

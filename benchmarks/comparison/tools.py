@@ -27,10 +27,25 @@ MD5_LIBRARIES = {
     "libgcrypt20-dev": ("/usr/include/gcrypt.h", "-lgcrypt"),
 }
 
+# And those of the program drawing; libEMF has a source of its own.
+LIBEMF_PEER = str(HERE / "programs" / "libemf_peer.cpp")
+DRAWING_LIBRARIES = {
+    "libemf-dev": ("/usr/include/libEMF/emf.h", "-lEMF"),
+    "libcairo2-dev": ("/usr/include/cairo/cairo-svg.h", "-lcairo"),
+    "libsodium-dev": ("/usr/include/sodium.h", "-lsodium"),
+    "nettle-dev": ("/usr/include/nettle/base16.h", "-lnettle"),
+}
+
+
+def installed(libraries):
+    """The link options of those libraries that are there."""
+    return [option for proof, option in libraries.values() if Path(proof).exists()]
+
 
 def install_peers():
     proofs = [(package, proof) for package, proof, _, _ in PEERS.values()]
-    proofs += [(package, proof) for package, (proof, _) in MD5_LIBRARIES.items()]
+    for libraries in (MD5_LIBRARIES, DRAWING_LIBRARIES):
+        proofs += [(package, proof) for package, (proof, _) in libraries.items()]
     missing = [package for package, proof in proofs if not Path(proof).exists()]
     if not missing:
         return
@@ -89,7 +104,9 @@ class Tools:
         libraries = [next(self.build.rglob(f"libtessalink_{name}.a"))
                      for name in ("report", "core", "base")]
         self.compile("product", [], list(map(str, libraries)))
-        self.compile("md5", [], [*map(str, libraries), *(
-            option for proof, option in MD5_LIBRARIES.values() if Path(proof).exists())])
+        self.compile("md5", [], [*map(str, libraries), *installed(MD5_LIBRARIES)])
+        peer = [LIBEMF_PEER] if Path(DRAWING_LIBRARIES["libemf-dev"][0]).exists() else []
+        graphs = str(next(self.build.rglob("libtessalink_graphs.a")))
+        self.compile("drawing", peer, [graphs, *map(str, libraries), *installed(DRAWING_LIBRARIES)])
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())

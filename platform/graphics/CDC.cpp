@@ -536,15 +536,15 @@ const SizedFont& CDC::sized_font() const {
 
 int CDC::place(std::string_view text, const int* advances) const {
     const SizedFont& font = sized_font();
-    m_positions.clear();
-    m_positions.push_back(0);
+    m_positions.resize(text.size() + 1);
+    int* position = m_positions.data();
+    *position = 0;
     std::uint64_t sum = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size(); ++i, ++position) {
         sum += font.Advance(text[i]);
-        m_positions.push_back(advances != nullptr ? wrapAdd(m_positions.back(), advances[i])
-                                                  : font.Position(sum));
+        position[1] = advances != nullptr ? wrapAdd(*position, advances[i]) : font.Position(sum);
     }
-    return m_positions.back();
+    return *position;
 }
 
 void CDC::draw_run(CPoint reference, std::string_view text, const int* advances, const RECT* clip) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "platform/graphics/detail/BuiltInFaces.h"
 
@@ -65,12 +64,6 @@ SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect
     m_descent = height > 0 ? font.lfHeight - m_ascent : rounded(face.descent * scale);
     m_internalLeading = Height() - rounded(m_em);
     m_externalLeading = rounded(face.externalLeading * scale);
-}
-
-int SizedFont::Position(std::uint64_t sum) const {
-    constexpr int largest = std::numeric_limits<int>::max();
-    const double place = static_cast<double>(static_cast<std::int64_t>(sum)) * m_widthOfUnit + 0.5;
-    return place < largest ? static_cast<int>(place) : largest;
 }
 
 int SizedFont::WidthOf(std::string_view text) const {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 #include "platform/base/Export.h"
@@ -61,7 +62,12 @@ public:
     // The width of a character in units of the em, and where a character starts after others whose
     // widths have this sum.
     std::uint16_t Advance(char ch) const { return m_face->advances[static_cast<BYTE>(ch)]; }
-    int Position(std::uint64_t sum) const;
+    int Position(std::uint64_t sum) const {
+        constexpr int largest = std::numeric_limits<int>::max();
+        const double place =
+            static_cast<double>(static_cast<std::int64_t>(sum)) * m_widthOfUnit + 0.5;
+        return place < largest ? static_cast<int>(place) : largest;
+    }
 
 private:
     const FaceMetrics* m_face;

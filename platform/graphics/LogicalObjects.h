@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/graphics/Colors.h"
 #include "platform/graphics/Geometry.h"
@@ -87,8 +88,12 @@ struct LOGFONT {
     BYTE lfPitchAndFamily = DEFAULT_PITCH;
     char lfFaceName[LF_FACESIZE] = {};  // ends in a NUL
 
-    bool operator==(const LOGFONT&) const = default;
+    // Byte for byte, what stands behind the name's NUL included.
+    bool operator==(const LOGFONT& other) const {
+        return std::memcmp(this, &other, sizeof(other)) == 0;
+    }
 };
+static_assert(sizeof(LOGFONT) == 60, "no byte of a LOGFONT is padding");
 
 // What GetTextMetrics tells, in device units.
 struct TEXTMETRIC {
