@@ -212,6 +212,7 @@ TEST(NormTable, names_place_and_kind_of_a_fault) {
         // Groups
         {"A,6-8,0,1,1\nA,8:11-9,0,1,1", "3:1 ", "may belong to that of line 2 too"},
         {"A,6-8,0,1,1\n*,7,0,1,1", "3:1 ", "group, any scale, age 7:0-7:11, may belong"},
+        {"A,6-8,0,1,1\n*,8:11-9,0,1,1", "3:1 ", "group, any scale, age 8:11-9:11, may belong"},
         {"*,*,0,1,1\nA,65+,0,1,1", "3:1 ", "line 2 too, any scale, any age"},
         {"A,6-8,0,1,1\nB,1-9,0,1,1\nA,9:1+,0,1,1", "4:1 ", "ages are missing from 9:0 on"},
         {"A,9+,0,1,1\nA,6-7,0,1,1", "3:1 ", "age 6:0-7:11 (line 3) and age 9:0+ (line 2)"},
@@ -219,6 +220,8 @@ TEST(NormTable, names_place_and_kind_of_a_fault) {
         // Whole tables
         {"scale,sex,raw,T\nA,*,0,1\n*,m,0,1\nB,f,0,1", "3:1 ",
          "any scale, sex m, may belong to that of line 2 too, scale A, any sex: part them"},
+        {"scale,sex,age,raw,T\nA,*,6-20,0,1\nB,*,7,0,1\n*,m,10,0,1", "4:1 ",
+         "any scale, sex m, age 10:0-10:11, may belong to that of line 2 too, scale A, any sex"},
         {"scale,T\nA,1", "1:1 ", "no column is named 'raw'"},
         {"scale\traw\tT\nA\t0\t1", "1:1 ", "commas between them"},
         {"scale,raw\nA,0", "1:7 ", "no standard score"},
