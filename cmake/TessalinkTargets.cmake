@@ -1,9 +1,14 @@
 include(GNUInstallDirs)
 
-# tessalink_library(NAME FOLDERS folder... [DEPENDS library...]): the library tessalink::NAME from
-# every source in the folders and in their detail/ folders.
+# tessalink_library(NAME [TOOLKIT] FOLDERS folder... [DEPENDS library...]): the library
+# tessalink::NAME from every source in the folders and in their detail/ folders. One that needs the
+# toolkit is linked and exported apart from the others.
 function(tessalink_library name)
-  cmake_parse_arguments(ARG "" "" "FOLDERS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "TOOLKIT" "" "FOLDERS;DEPENDS" ${ARGN})
+  set(kind "")
+  if(ARG_TOOLKIT)
+    set(kind TOOLKIT_)
+  endif()
   set(patterns ${ARG_FOLDERS})
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/*.cpp" OUTPUT_VARIABLE own)
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/detail/*.cpp")
@@ -25,11 +30,12 @@ function(tessalink_library name)
   foreach(dependency IN LISTS ARG_DEPENDS)
     target_link_libraries(tessalink_${name} PUBLIC tessalink_${dependency})
   endforeach()
-  set_property(GLOBAL APPEND PROPERTY TESSALINK_LIBRARIES tessalink_${name})
+  set_property(GLOBAL APPEND PROPERTY TESSALINK_${kind}LIBRARIES tessalink_${name})
   set_property(GLOBAL APPEND PROPERTY TESSALINK_FOLDERS ${ARG_FOLDERS})
 endfunction()
 
-# tessalink_program(NAME source...): a program of this project, not installed, over all libraries.
+# tessalink_program(NAME source...): a program of this project, not installed, over all libraries but
+# those of the toolkit.
 function(tessalink_program name)
   get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
   add_executable(${name} ${ARGN})

@@ -37,6 +37,9 @@ STANDARD_ONLY = ("platform/base/", "platform/files/", "platform/graphics/", "pla
                  "core/", "report/", "scores/", "graphs/", "dataentry/", "responselists/")
 SYSTEM_CALLS = ("platform/files/",)
 
+# Who may include headers of the toolkit.
+TOOLKIT_USERS = ("platform/qt/", "tests/platform/qt/")
+
 # Who may include a folder's detail/ besides the folder: what is linked into the same library.
 SAME_LIBRARY = {"platform/base/": ("platform/files/",)}
 
@@ -80,8 +83,8 @@ def fault_of_quoted(root, path, target):
 
 def fault_of_angled(path, target):
     """What is wrong with #include <target> in the file path, or None."""
-    if TOOLKIT_HEADER.match(target) and not path.startswith("platform/qt/"):
-        return f"<{target}>: only platform/qt includes the toolkit"
+    if TOOLKIT_HEADER.match(target) and not path.startswith(TOOLKIT_USERS):
+        return f"<{target}>: only platform/qt and its tests include the toolkit"
     if not path.startswith(STANDARD_ONLY) or STANDARD_HEADER.match(target):
         return None
     if path.startswith(SYSTEM_CALLS) and SYSTEM_HEADER.match(target) and not is_public_header(path):

@@ -21,6 +21,7 @@ CALM = [  # file, include that is allowed
     ("graphs/bar/A.h", '"graphs/common/X.h"'),
     ("graphs/profile/GraphCtl.h", '"platform/windows/X.h"'),
     ("platform/qt/A.cpp", "<QPainter>"),
+    ("tests/platform/qt/A_test.cpp", "<QPainter>"),
     ("apps/desk/A.cpp", "<nlohmann/json.hpp>"),
     ("tests/core/A_test.cpp", '"core/detail/X.h"'),
     ("fuzz/a_fuzz.cpp", '"tests/support/X.h"'),
@@ -42,6 +43,7 @@ FAULTY = [  # file, include that is not
     ("platform/windows/A.cpp", '"dataentry/X.h"'),
     ("dataentry/A.cpp", "<QtWidgets/QWidget>"),
     ("apps/desk/A.cpp", "<QWidget>"),
+    ("tests/platform/graphics/A_test.cpp", "<QImage>"),
     ("apps/desk/A.cpp", '"tests/support/X.h"'),
     ("tests/report/A_test.cpp", '"core/detail/X.h"'),
 ]

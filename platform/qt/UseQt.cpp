@@ -1,0 +1,84 @@
+#include "platform/qt/UseQt.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <clocale>
+#include <iterator>
+#include <string>
+
+#include "platform/base/HostServices.h"
+#include "platform/base/Windows1252.h"
+#include "platform/qt/detail/PrinterReference.h"
+
+namespace tessalink {
+
+namespace {
+
+constexpr UINT cButtonsMask = 0x0F;
+constexpr UINT cIconMask = 0xF0;
+
+constexpr QMessageBox::StandardButtons cButtons[] = {
+    QMessageBox::Ok,
+    QMessageBox::Ok | QMessageBox::Cancel,
+    QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
+    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+    QMessageBox::Yes | QMessageBox::No,
+    QMessageBox::Retry | QMessageBox::Cancel,
+};
+
+struct Answer {
+    QMessageBox::StandardButton button;
+    int id;
+};
+constexpr Answer cAnswers[] = {
+    {QMessageBox::Ok, IDOK},       {QMessageBox::Cancel, IDCANCEL}, {QMessageBox::Abort, IDABORT},
+    {QMessageBox::Retry, IDRETRY}, {QMessageBox::Ignore, IDIGNORE}, {QMessageBox::Yes, IDYES},
+    {QMessageBox::No, IDNO},
+};
+
+QMessageBox::Icon iconOf(UINT flags) {
+    switch (flags & cIconMask) {
+        case MB_ICONERROR:
+            return QMessageBox::Critical;
+        case MB_ICONQUESTION:
+            return QMessageBox::Question;
+        case MB_ICONWARNING:
+            return QMessageBox::Warning;
+        case MB_ICONINFORMATION:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+int showMessage(const char* text, UINT flags) {
+    QWidget* const before = QApplication::activeWindow();
+    const UINT buttons = flags & cButtonsMask;
+    QMessageBox box(before);
+    box.setIcon(iconOf(flags));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString::fromStdString(toUtf8(text)));
+    box.setStandardButtons(cButtons[buttons < std::size(cButtons) ? buttons : 0]);
+    const int pressed = box.exec();
+    // Some window systems leave no window active.
+    if (before != nullptr && before->isVisible()) before->activateWindow();
+    for (const Answer& answer : cAnswers) {
+        if (answer.button == pressed) return answer.id;
+    }
+    return IDCANCEL;
+}
+
+}  // namespace
+
+void useQt() {
+    std::setlocale(LC_NUMERIC, "C");
+    HostServices services = hostServices();
+    services.defaultPrinter = detail::defaultPrinter;
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr) {
+        services.messageBox = showMessage;
+        services.beep = [](UINT) { QApplication::beep(); };
+    }
+    setHostServices(std::move(services));
+}
+
+}  // namespace tessalink

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QPainter>
+#include <QPainterPath>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "platform/graphics/DrawingDevice.h"
+
+namespace tessalink::detail {
+
+// How PainterDevice draws, on devices of pixels or on those of lines and curves.
+class Canvas {
+public:
+    // Leaves the painter as it is when the canvas ends. `aspect` is the horizontal resolution
+    // divided by the vertical one.
+    Canvas(QPainter& painter, double aspect);
+    virtual ~Canvas();
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    // A canvas of the kind that the painter's device needs.
+    static std::unique_ptr<Canvas> For(QPainter& painter, double aspect);
+
+    // Shows nothing outside the region, null for no region, and outside the rectangle. Returns
+    // whether anything can show.
+    bool Clip(const Region* region, const RECT* rect = nullptr);
+
+    virtual void StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) = 0;
+    virtual void FillPolygon(const Paint& paint, std::span<const POINT> points) = 0;
+    virtual void FillRectangles(const Paint& paint, std::span<const RECT> rects) = 0;
+    // With pen and brush; the brush fills a unit less when there is no pen.
+    virtual void DrawEllipse(const Paint& paint, const RECT& rect) = 0;
+    void Fill(const RECT& rect, COLORREF color);
+    void DrawText(const TextRun& run);
+
+protected:
+    QPainter& painter() { return m_painter; }
+    // Strokes by a pen of more than one unit.
+    void stroke_wide(const LOGPEN& pen, const QPainterPath& path);
+
+private:
+    void draw_glyphs(const TextRun& run);
+    void underline(const TextRun& run);
+
+    QPainter& m_painter;
+    double m_aspect;
+    std::optional<Region> m_clip;  // what the painter clips now
+};
+
+QColor toQColor(COLORREF color);
+
+// The rectangle without the row and column that shapes without a pen leave out.
+RECT withoutPen(const RECT& rect);
+
+// The rectangle along whose right and bottom edge a pen runs, drawn inside when the pen is.
+QRectF penFrame(const LOGPEN& pen, const RECT& rect);
+
+// A painter's state, restored at the end.
+class SavedPainter {
+public:
+    explicit SavedPainter(QPainter& painter) : m_painter(painter) { painter.save(); }
+    ~SavedPainter() { m_painter.restore(); }
+    SavedPainter(const SavedPainter&) = delete;
+    SavedPainter& operator=(const SavedPainter&) = delete;
+
+private:
+    QPainter& m_painter;
+};
+
+}  // namespace tessalink::detail

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+
+// What a program that does not link the toolkit calls in the module tessalink_qt_module after
+// loading it. Plain C: the two may hold different copies of the language's run-time library, so no
+// exception and no object crosses.
+
+extern "C" {
+
+// What a metafile is turned into.
+struct TessalinkPictureJob {
+    const unsigned char* metafile;
+    std::size_t size;
+    const char* format;  // "png" or "pdf"
+    int width;           // in units
+    int height;
+    int dpi;  // units per inch
+};
+
+// The file, or why there is none; tessalink_free_picture gives it back.
+struct TessalinkPictureFile {
+    unsigned char* bytes;
+    std::size_t size;
+    char message[200];  // empty when all went well
+};
+
+// Draws the picture so that its frame fills the size. Nonzero on success. The first call makes the
+// toolkit's application object, which stays; always call from the same thread.
+using TessalinkRenderPicture = int (*)(const TessalinkPictureJob* job, TessalinkPictureFile* file);
+using TessalinkFreePicture = void (*)(TessalinkPictureFile* file);
+}
+
+namespace tessalink {
+
+inline constexpr const char* cRenderPictureName = "tessalink_render_picture_1";
+inline constexpr const char* cFreePictureName = "tessalink_free_picture_1";
+
+}  // namespace tessalink
