@@ -18,7 +18,8 @@ public:
 
     MD5Hash& operator=(const MD5Hash&) = default;
 
-    /// The state words A, B, C, D. On failure they are left as they were.
+    /// The state words A, B, C, D. On failure they are left as they were. (An array of `unsigned
+    /// long` is one of 64-bit values and gets the bytes of the digest.)
     static int GetHash(const unsigned char* data, std::uint64_t length, std::uint32_t* words);
     /// The 16 bytes of the digest in their standard order. On failure they are zero.
     static int GetHash(const unsigned char* data, std::uint64_t length, unsigned char* digest);
