@@ -185,7 +185,11 @@ std::string lineOf(const CString& name, const VariantVar& value) {
 }  // namespace
 
 void readVariables(CFile& file, VarTable& variables, VariablePlaces* places) {
-    const std::string text = readText(file);
+    const std::string text = readText(file, cMaxVariablesFile);
+    if (text.size() > cMaxVariablesFile) {
+        throw VariablesError({file.GetGivenPath(), 1, 1},
+                             "the file has more than 512 MiB: split it");
+    }
     VariablesReader(file.GetGivenPath(), text, variables, places).Read();
 }
 

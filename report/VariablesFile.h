@@ -31,12 +31,16 @@ public:
     using InputError::InputError;
 };
 
+/// The largest variables file that is read, in bytes.
+inline constexpr std::size_t cMaxVariablesFile = std::size_t{512} * 1024 * 1024;
+
 /// Where the values of variables stand, by name.
 using VariablePlaces = std::map<CString, TextPlace>;
 
 /// Adds the variables of `file`, from its position on, to the table, and to `places`, when given,
 /// where their values stand. Throws VariablesError at the first fault, a name that the file has
-/// twice included, and CFileException; the table then holds the variables before it.
+/// twice and a file that is too large included, and CFileException; the table then holds the
+/// variables before it.
 TESSALINK_API void readVariables(CFile& file, VarTable& variables,
                                  VariablePlaces* places = nullptr);
 

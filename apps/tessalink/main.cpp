@@ -83,7 +83,7 @@ void addVars(CLI::App& app, CheckOptions& options, Command& command) {
 }
 
 void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
-    constexpr double lowest = 0.01;
+    constexpr double lowest = 1;
     constexpr double highest = 99.99;
     CLI::App* score =
         app.add_subcommand("score", "Look up raw scores in a norm table, for a report");
@@ -181,11 +181,12 @@ void silenceMessageBoxes() {
     setHostServices(services);
 }
 
-/// Gives a program that was started without standard streams empty ones: a file that it opens must
-/// not become the one where messages go.
+/// Gives a program that was started without standard streams empty ones that can't be written: a
+/// file that it opens must not become the one where messages go, and a lost result is noticed.
 void openStandardStreams() {
     int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = ::open("/dev/null", O_RDWR);
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO)
+        descriptor = ::open("/dev/null", O_RDONLY);
     if (descriptor > STDERR_FILENO) ::close(descriptor);
 }
 
