@@ -410,8 +410,9 @@ int CDC::DrawText(const char* text, int count, RECT* rect, UINT format) {
     const int width = CRect(*rect).Width();
     const bool single = (format & DT_SINGLELINE) != 0;
     int top = rect->top;
-    if (single && (format & DT_VCENTER) != 0) top = top + (CRect(*rect).Height() - height) / 2;
-    if (single && (format & DT_BOTTOM) != 0) top = rect->bottom - height;
+    if (single && (format & DT_VCENTER) != 0)
+        top = wrapAdd(top, wrapSub(CRect(*rect).Height(), height) / 2);
+    if (single && (format & DT_BOTTOM) != 0) top = wrapSub(rect->bottom, height);
     int y = top;
     int widest = 0;
     while (!rest.empty()) {
@@ -424,7 +425,7 @@ int CDC::DrawText(const char* text, int count, RECT* rect, UINT format) {
         rect->right = wrapAdd(rect->left, widest);
         rect->bottom = y;
     }
-    return wrapSub(y, top);
+    return wrapSub(y, rect->top);
 }
 
 int CDC::DrawText(const CString& text, RECT* rect, UINT format) {

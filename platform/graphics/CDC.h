@@ -160,7 +160,8 @@ public:
                     const int* advances);
     BOOL ExtTextOut(int x, int y, UINT options, const RECT* rect, const CString& text,
                     const int* advances);
-    // Returns the height of the text. Without DT_NOPREFIX "&" underlines the next character and
+    // Returns the height of the text, with DT_VCENTER and DT_BOTTOM how far below the top of the
+    // rectangle the text ends. Without DT_NOPREFIX "&" underlines the next character and
     // "&&" is one "&". The first line's reference point is the left top of the rectangle, so that
     // the text alignment counts.
     int DrawText(const char* text, int count, RECT* rect, UINT format);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/base/Export.h"
+#include "platform/base/NumberText.h"
 #include "platform/graphics/LogicalObjects.h"
 
 namespace tessalink {
@@ -52,7 +53,7 @@ public:
     double Em() const { return m_em; }
     int Ascent() const { return m_ascent; }
     int Descent() const { return m_descent; }
-    int Height() const { return m_ascent + m_descent; }
+    int Height() const { return wrapAdd(m_ascent, m_descent); }
     int InternalLeading() const { return m_internalLeading; }
     int ExternalLeading() const { return m_externalLeading; }
     int AverageWidth() const { return WidthOf("x"); }

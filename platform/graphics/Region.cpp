@@ -180,8 +180,10 @@ Region Region::OfPolygon(std::span<const POINT> points) {
             const POINT& a = points[i];
             const POINT& b = points[(i + 1) % points.size()];
             if ((a.y <= y) == (b.y <= y)) continue;
-            const double part = (y - a.y) / (static_cast<double>(b.y) - a.y);
-            const double x = a.x + part * (static_cast<double>(b.x) - a.x);
+            // One division, so that a line through the centre of a unit is found there.
+            const double dx = static_cast<double>(b.x) - a.x;
+            const double dy = static_cast<double>(b.y) - a.y;
+            const double x = (a.x * dy + (y - a.y) * dx) / dy;
             crossings.push_back(std::clamp<double>(x, -cFarthest, cFarthest));
         }
         std::sort(crossings.begin(), crossings.end());

@@ -2,22 +2,22 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <thread>
 
 #include "tests/platform/files/TemporaryFolder.h"
+#include "tests/support/FileSizeLimit.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using tessalink::WholeFile;
+using tessalink::test::FileSizeLimit;
 using Names = std::vector<std::string>;
 
 constexpr std::size_t cBig = 1'000'000;
@@ -34,26 +34,6 @@ CFileException faultOf(const std::function<void()>& attempt) {
     }
     return CFileException();
 }
-
-// A file may not grow beyond the limit while this lives: a stand-in for a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{bytes, m_old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_old = {};
-    void (*m_oldHandler)(int);
-};
 
 TEST(WholeFile, AppearsAtCommitAndNotBefore) {
     const TemporaryFolder folder;
