@@ -64,6 +64,10 @@ QRectF penFrame(const LOGPEN& pen, const RECT& rect) {
             std::max(0.0, rect.bottom - 1.0 - farInset - top)};
 }
 
+double penCentre(const LOGPEN& pen) {
+    return pen.lopnWidth.x > 1 && pen.lopnWidth.x % 2 == 0 ? 0 : 0.5;
+}
+
 std::unique_ptr<Canvas> Canvas::For(QPainter& painter, double aspect) {
     if (isVector(painter)) return std::make_unique<VectorCanvas>(painter, aspect);
     return std::make_unique<PixelCanvas>(painter, aspect);
@@ -99,11 +103,6 @@ bool Canvas::Clip(const Region* region, const RECT* rect) {
         m_clip = std::move(wanted);
     }
     return !m_clip || !m_clip->IsEmpty();
-}
-
-void Canvas::stroke_wide(const LOGPEN& pen, const QPainterPath& path) {
-    m_painter.strokePath(path, QPen(toQColor(pen.lopnColor), std::max(pen.lopnWidth.x, 1),
-                                    Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
 void Canvas::DrawText(const TextRun& run) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QColor>
 #include <QPainter>
-#include <QPainterPath>
 #include <memory>
 #include <optional>
 #include <span>
@@ -37,8 +37,6 @@ public:
 
 protected:
     QPainter& painter() { return m_painter; }
-    // Strokes by a pen of more than one unit.
-    void stroke_wide(const LOGPEN& pen, const QPainterPath& path);
 
 private:
     void draw_glyphs(const TextRun& run);
@@ -56,6 +54,10 @@ RECT withoutPen(const RECT& rect);
 
 // The rectangle along whose right and bottom edge a pen runs, drawn inside when the pen is.
 QRectF penFrame(const LOGPEN& pen, const RECT& rect);
+
+// How far a pen's centre lies from the left top corner of the unit along which it draws. A pen of
+// an even width has no unit in its middle, and takes more of what is left and above.
+double penCentre(const LOGPEN& pen);
 
 // A painter's state, restored at the end.
 class SavedPainter {

@@ -11,9 +11,6 @@ namespace tessalink::detail {
 
 namespace {
 
-// Pixels have their centre half a unit from the numbers of their edges.
-constexpr double cCentre = 0.5;
-
 // Ellipses that are larger have solid outlines.
 constexpr int cLargestDashedEllipse = 1 << 15;
 
@@ -34,6 +31,13 @@ QBrush toQBrush(const Paint& paint) {
 
 QRect toQRect(const RECT& rect) {
     return {QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1)};
+}
+
+std::vector<Place> placesOf(std::span<const POINT> points, double shift) {
+    std::vector<Place> places;
+    places.reserve(points.size());
+    for (const POINT& point : points) places.push_back({point.x + shift, point.y + shift});
+    return places;
 }
 
 void addSpan(std::vector<QRect>& spans, LONG y, LONG left, LONG right) {
@@ -60,15 +64,13 @@ void PixelCanvas::outline(const Paint& paint, const PixelLines& lines) {
     fill(toQColor(paint.pen.lopnColor), lines.Ink());
 }
 
+void PixelCanvas::stroke_wide(const LOGPEN& pen, std::span<const Place> points, bool isClosed) {
+    fill(toQColor(pen.lopnColor), pixelsOfWideLine(points, isClosed, pen.lopnWidth.x, m_visible));
+}
+
 void PixelCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) {
     if (paint.pen.lopnWidth.x > 1) {
-        QPainterPath path;
-        path.moveTo(points[0].x + cCentre, points[0].y + cCentre);
-        for (const POINT& point : points.subspan(1)) {
-            path.lineTo(point.x + cCentre, point.y + cCentre);
-        }
-        if (isClosed) path.closeSubpath();
-        return stroke_wide(paint.pen, path);
+        return stroke_wide(paint.pen, placesOf(points, penCentre(paint.pen)), isClosed);
     }
     PixelLines lines(m_visible, dashesOf(paint.pen));
     for (std::size_t i = 1; i < points.size(); ++i) lines.Add(points[i - 1], points[i]);
@@ -77,13 +79,8 @@ void PixelCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points,
 }
 
 void PixelCanvas::FillPolygon(const Paint& paint, std::span<const POINT> points) {
-    std::vector<QPointF> corners;
-    corners.reserve(points.size());
-    for (const POINT& point : points) corners.emplace_back(point.x, point.y);
-    painter().setPen(Qt::NoPen);
-    painter().setBrush(toQBrush(paint));
-    painter().drawPolygon(corners.data(), static_cast<int>(corners.size()),
-                          paint.fillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill);
+    fill(toQBrush(paint),
+         pixelsOfPolygon(placesOf(points, 0), paint.fillMode == WINDING, m_visible));
 }
 
 void PixelCanvas::FillRectangles(const Paint& paint, std::span<const RECT> rects) {
@@ -125,9 +122,11 @@ void PixelCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
     }
     fill(toQBrush(paint), spans);
     if (isWide) {
-        QPainterPath path;
-        path.addEllipse(penFrame(paint.pen, rect).translated(cCentre, cCentre));
-        stroke_wide(paint.pen, path);
+        const double centre = penCentre(paint.pen);
+        const QRectF frame = penFrame(paint.pen, rect).translated(centre, centre);
+        const Place middle = {frame.center().x(), frame.center().y()};
+        stroke_wide(paint.pen, cornersOfEllipse(middle, frame.width() / 2, frame.height() / 2),
+                    true);
     } else if (isThin) {
         const bool isDashed = !dashesOf(paint.pen).empty() &&
                               CRect(rect).Width() <= cLargestDashedEllipse &&

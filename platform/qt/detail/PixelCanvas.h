@@ -4,6 +4,7 @@
 
 #include "platform/qt/detail/Canvas.h"
 #include "platform/qt/detail/PixelLines.h"
+#include "platform/qt/detail/PixelPolygon.h"
 
 namespace tessalink::detail {
 
@@ -28,6 +29,7 @@ private:
     };
 
     void fill(const QBrush& brush, const std::vector<QRect>& rects);
+    void stroke_wide(const LOGPEN& pen, std::span<const Place> points, bool isClosed);
     void outline(const Paint& paint, const PixelLines& lines);
     std::vector<Row> rows_of_ellipse(const RECT& rect) const;
     void outline_ellipse(const Paint& paint, const std::vector<Row>& rows);

@@ -1,7 +1,9 @@
 #include "platform/qt/detail/VectorCanvas.h"
 
+#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "platform/graphics/GdiObjects.h"
 #include "platform/qt/detail/Hatches.h"
@@ -11,30 +13,28 @@ namespace tessalink::detail {
 
 namespace {
 
-// Where a unit has its centre, and how far a pen of one unit reaches.
-constexpr double cCentre = 0.5;
+// How far a pen of one unit reaches.
+constexpr double cHalf = 0.5;
 constexpr int cScreenDpi = 96;
 // Lines of a hatch in one direction; an area that is larger has its hatch in its first part only.
 constexpr int cMostHatchLines = 100'000;
 // Coordinates end here, where numbers in a file still tell units apart.
 constexpr double cFarthest = 1 << 26;
 
-QPointF centreOf(const POINT& point) {
-    return {std::clamp(point.x + cCentre, -cFarthest, cFarthest),
-            std::clamp(point.y + cCentre, -cFarthest, cFarthest)};
+QPointF toQPointF(const POINT& point) {
+    return {std::clamp<double>(point.x, -cFarthest, cFarthest),
+            std::clamp<double>(point.y, -cFarthest, cFarthest)};
 }
 
 QRectF toQRectF(const RECT& rect) {
-    const QPointF topLeft = centreOf({rect.left, rect.top});
-    const QPointF bottomRight = centreOf({rect.right, rect.bottom});
-    return QRectF(topLeft, bottomRight).translated(-cCentre, -cCentre);
+    return {toQPointF({rect.left, rect.top}), toQPointF({rect.right, rect.bottom})};
 }
 
 // The point that is half a unit before `to` on the way from `from`; `to` when there is none.
 QPointF halfUnitBefore(const QPointF& from, const QPointF& to) {
     const QPointF way = to - from;
     const double longer = std::max(std::abs(way.x()), std::abs(way.y()));
-    return longer == 0 ? to : to - way * (cCentre / longer);
+    return longer == 0 ? to : to - way * (cHalf / longer);
 }
 
 struct HatchLines {
@@ -50,7 +50,10 @@ constexpr HatchLines cHatchLines[] = {{true, false, false, false}, {false, true,
 }  // namespace
 
 void VectorCanvas::stroke(const Paint& paint, const QPainterPath& path) {
-    if (paint.pen.lopnWidth.x > 1) return stroke_wide(paint.pen, path);
+    if (paint.pen.lopnWidth.x > 1) {
+        return painter().strokePath(path, QPen(toQColor(paint.pen.lopnColor), paint.pen.lopnWidth.x,
+                                               Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    }
     QPen pen(toQColor(paint.pen.lopnColor), 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
     const auto dashes = dashesOf(paint.pen);
     if (!dashes.empty()) {
@@ -65,17 +68,19 @@ void VectorCanvas::stroke(const Paint& paint, const QPainterPath& path) {
 
 void VectorCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) {
     const bool isThin = paint.pen.lopnWidth.x <= 1;
-    // A thin line covers its first unit wholly and its last one not at all.
-    QPainterPath path;
-    const QPointF first = centreOf(points[0]);
-    path.moveTo(isThin && !isClosed && points.size() > 1
-                    ? first - (centreOf(points[1]) - halfUnitBefore(first, centreOf(points[1])))
-                    : first);
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const bool endsShort = isThin && !isClosed && i + 1 == points.size();
-        const QPointF to = centreOf(points[i]);
-        path.lineTo(endsShort ? halfUnitBefore(centreOf(points[i - 1]), to) : to);
+    const double shift = penCentre(paint.pen);
+    std::vector<QPointF> places;
+    places.reserve(points.size());
+    for (const POINT& point : points) places.push_back(toQPointF(point) + QPointF(shift, shift));
+    if (isThin && !isClosed && places.size() > 1) {
+        // The first unit is covered wholly, the last one not at all.
+        const QPointF first = halfUnitBefore(places[1], places[0]);
+        places[0] += places[0] - first;
+        places.back() = halfUnitBefore(places[places.size() - 2], places.back());
     }
+    QPainterPath path;
+    path.moveTo(places[0]);
+    for (std::size_t i = 1; i < places.size(); ++i) path.lineTo(places[i]);
     if (isClosed) path.closeSubpath();
     stroke(paint, path);
 }
@@ -97,7 +102,7 @@ void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
     const HatchLines& lines = cHatchLines[kind];
     const double scale = std::max(1.0, painter().device()->logicalDpiY() / double{cScreenDpi});
     const double step = cHatchSize * scale;
-    const double across = cHatchSize / 2 * scale - scale * cCentre;
+    const double across = cHatchSize / 2 * scale - scale * cHalf;
     QPainterPath path;
     const auto addLines = [&](double from, double to, double offset, auto line) {
         const double first = std::floor((from - offset) / step) * step + offset;
@@ -137,9 +142,8 @@ void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
 void VectorCanvas::FillPolygon(const Paint& paint, std::span<const POINT> points) {
     QPainterPath path;
     path.setFillRule(paint.fillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill);
-    const QPointF half(cCentre, cCentre);
-    path.moveTo(centreOf(points[0]) - half);
-    for (const POINT& point : points.subspan(1)) path.lineTo(centreOf(point) - half);
+    path.moveTo(toQPointF(points[0]));
+    for (const POINT& point : points.subspan(1)) path.lineTo(toQPointF(point));
     path.closeSubpath();
     fill(paint, path);
 }
@@ -156,7 +160,8 @@ void VectorCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
         path.addEllipse(toQRectF(withoutPen(rect)));
         return fill(paint, path);
     }
-    path.addEllipse(penFrame(paint.pen, rect).translated(cCentre, cCentre));
+    path.addEllipse(
+        penFrame(paint.pen, rect).translated(penCentre(paint.pen), penCentre(paint.pen)));
     fill(paint, path);
     stroke(paint, path);
 }

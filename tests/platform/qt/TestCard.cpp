@@ -63,8 +63,11 @@ void drawShapes(CDC& dc) {
             const int top = 16 + 34 * (hatch + 1);
             dc.Rectangle(x, top, x + 40, top + 28);
             dc.Ellipse(x + 45, top, x + 85, top + 28);
-            const POINT star[] = {{x + 90, top + 10}, {x + 128, top + 10}, {x + 97, top + 28},
-                                  {x + 109, top},     {x + 121, top + 28}};
+            const POINT star[] = {{x + 90, top + 10},
+                                  {x + 128, top + 10},
+                                  {x + 97, top + 28},
+                                  {x + 109, top},
+                                  {x + 121, top + 28}};
             dc.SetPolyFillMode(hatch % 2 == 0 ? WINDING : ALTERNATE);
             dc.Polygon(star, 5);
         }

@@ -1,0 +1,562 @@
+// Pixels and texts of the painter device.
+#include "platform/qt/PainterDevice.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <QRawFont>
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "graphs/rtf/MetaFile.h"
+#include "platform/base/Windows1252.h"
+#include "platform/graphics/CDC.h"
+#include "platform/qt/detail/QtFonts.h"
+#include "tests/platform/qt/TestCard.h"
+#include "tests/support/Dice.h"
+#include "tests/support/DrawingProgram.h"
+
+namespace tessalink::test {
+namespace {
+
+using Draw = std::function<void(CDC&)>;
+using Rows = std::vector<std::string>;
+
+constexpr COLORREF cInk = cBlack;
+constexpr COLORREF cFill = RGB(255, 0, 0);
+constexpr COLORREF cGap = RGB(0, 0, 255);
+
+/// An image of 96 dpi, white, with what is drawn.
+QImage imageOf(int width, int height, const Draw& draw, int dpiX = 96) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.setDotsPerMeterX(static_cast<int>(dpiX / 0.0254 + 0.5));
+    image.setDotsPerMeterY(3780);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PainterDevice device(painter);
+    CDC dc(device);
+    draw(dc);
+    return image;
+}
+
+/// The pixels as letters: nothing, ink, filling, background, anything else.
+Rows rowsOf(const QImage& image) {
+    Rows rows;
+    for (int y = 0; y < image.height(); ++y) {
+        std::string row;
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            const COLORREF color = RGB(c.red(), c.green(), c.blue());
+            row += color == cWhite  ? '.'
+                   : color == cInk  ? '#'
+                   : color == cFill ? 'o'
+                   : color == cGap  ? '-'
+                                    : '?';
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+struct PixelCase {
+    const char* name;
+    LOGPEN pen;
+    LOGBRUSH brush;
+    Draw draw;
+    Rows rows;
+};
+
+constexpr LOGPEN cThin = {PS_SOLID, {0, 0}, cInk};
+constexpr LOGPEN cNone = {PS_NULL, {}, cInk};
+constexpr LOGBRUSH cRed = {BS_SOLID, cFill, 0};
+constexpr LOGBRUSH cHollow = {BS_NULL, 0, 0};
+
+LOGPEN pen(UINT style, int width = 1) {
+    return {style, {width, 0}, cInk};
+}
+
+LOGBRUSH hatch(std::uintptr_t kind) {
+    return {BS_HATCHED, cFill, kind};
+}
+
+void line(CDC& dc, int x1, int y1, int x2, int y2) {
+    dc.MoveTo(x1, y1);
+    dc.LineTo(x2, y2);
+}
+
+const PixelCase cPixelCases[] = {
+    {"no last pixel", cThin, cHollow, [](CDC& dc) { line(dc, 1, 0, 5, 0); }, {".####..."}},
+    {"leftwards", cThin, cHollow, [](CDC& dc) { line(dc, 5, 0, 1, 0); }, {"..####.."}},
+    {"no way", cThin, cHollow, [](CDC& dc) { line(dc, 1, 0, 1, 0); }, {"........"}},
+    {"flat, a half goes up",
+     cThin,
+     cHollow,
+     [](CDC& dc) { line(dc, 0, 0, 8, 2); },
+     {"###.....", "...####.", ".......#"}},
+    {"and so it does back",
+     cThin,
+     cHollow,
+     [](CDC& dc) { line(dc, 8, 2, 0, 0); },
+     {".##.....", "...####.", ".......#"}},
+    {"steep", cThin, cHollow, [](CDC& dc) { line(dc, 1, 0, 0, 3); }, {".#.", ".#.", "#.."}},
+    {"partly outside",
+     cThin,
+     cHollow,
+     [](CDC& dc) { line(dc, -2, -2, 9, 9); },
+     {"#..", ".#.", "..#"}},
+    {"far away",
+     cThin,
+     cHollow,
+     [](CDC& dc) { line(dc, -2147483647, 1, 2147483647, 1); },
+     {"....", "####", "...."}},
+    {"rectangle",
+     cThin,
+     cRed,
+     [](CDC& dc) { dc.Rectangle(1, 0, 5, 4); },
+     {".####.", ".#oo#.", ".#oo#.", ".####.", "......"}},
+    {"rectangle of one unit",
+     cThin,
+     cRed,
+     [](CDC& dc) { dc.Rectangle(1, 0, 2, 1); },
+     {".#.", "..."}},
+    {"rectangle of one row",
+     cThin,
+     cRed,
+     [](CDC& dc) { dc.Rectangle(1, 0, 4, 1); },
+     {".###.", "....."}},
+    {"rectangle without a pen",
+     cNone,
+     cRed,
+     [](CDC& dc) { dc.Rectangle(1, 0, 5, 4); },
+     {".ooo..", ".ooo..", ".ooo..", "......"}},
+    {"filled exactly",
+     cThin,
+     cHollow,
+     [](CDC& dc) { dc.FillSolidRect(1, 0, 3, 2, cFill); },
+     {".ooo.", ".ooo.", "....."}},
+    {"frame inside",
+     pen(PS_INSIDEFRAME, 2),
+     cRed,
+     [](CDC& dc) { dc.Rectangle(1, 1, 8, 8); },
+     {"..........", ".#######..", ".#######..", ".##ooo##..", ".##ooo##..", ".##ooo##..",
+      ".#######..", ".#######..", ".........."}},
+    {"ellipse",
+     cThin,
+     cRed,
+     [](CDC& dc) { dc.Ellipse(0, 0, 8, 6); },
+     {"..####..", ".#oooo#.", "#oooooo#", "#oooooo#", ".#oooo#.", "..####..", "........"}},
+    {"ellipse without a pen",
+     cNone,
+     cRed,
+     [](CDC& dc) { dc.Ellipse(0, 0, 9, 7); },
+     {"..oooo...", ".oooooo..", "oooooooo.", "oooooooo.", ".oooooo..", "..oooo...", "........."}},
+    {"alternate",
+     cNone,
+     cRed,
+     [](CDC& dc) {
+         const POINT p[] = {{0, 0}, {6, 0}, {6, 4}, {2, 4}, {2, 1}, {4, 1}, {4, 3}, {0, 3}};
+         dc.Polygon(p, 8);
+     },
+     {"oooooo.", "oo..oo.", "oo..oo.", "..oooo.", "......."}},
+    {"winding",
+     cNone,
+     cRed,
+     [](CDC& dc) {
+         const POINT p[] = {{0, 0}, {6, 0}, {6, 4}, {2, 4}, {2, 1}, {4, 1}, {4, 3}, {0, 3}};
+         dc.SetPolyFillMode(WINDING);
+         dc.Polygon(p, 8);
+     },
+     {"oooooo.", "oooooo.", "oooooo.", "..oooo.", "......."}},
+    {"two units wide",
+     pen(PS_SOLID, 2),
+     cHollow,
+     [](CDC& dc) { line(dc, 2, 2, 4, 2); },
+     {"......", ".####.", ".####.", "......"}},
+    {"wide corner",
+     pen(PS_SOLID, 4),
+     cHollow,
+     [](CDC& dc) {
+         const POINT corners[] = {{3, 3}, {8, 3}, {8, 7}};
+         dc.Polyline(corners, 3);
+     },
+     {"...........", "..#######..", ".#########.", ".#########.", "..########.", "......####.",
+      "......####.", "......####.", ".......##..", "..........."}},
+    {"wide line",
+     pen(PS_SOLID, 3),
+     cHollow,
+     [](CDC& dc) { line(dc, 2, 2, 6, 2); },
+     {".........", ".#######.", ".#######.", ".#######.", "........."}},
+    {"dots over background",
+     pen(PS_DOT),
+     cHollow,
+     [](CDC& dc) { line(dc, 0, 0, 10, 0); },
+     {"###---###-.."}},
+    {"transparent dots",
+     pen(PS_DOT),
+     cHollow,
+     [](CDC& dc) {
+         dc.SetBkMode(TRANSPARENT);
+         line(dc, 0, 0, 10, 0);
+     },
+     {"###...###..."}},
+    {"dashes",
+     pen(PS_DASH),
+     cHollow,
+     [](CDC& dc) { line(dc, 0, 0, 28, 0); },
+     {"##################------####.."}},
+    {"dash dot",
+     pen(PS_DASHDOT),
+     cHollow,
+     [](CDC& dc) { line(dc, 0, 0, 28, 0); },
+     {"#########------###------####.."}},
+    {"dash dot dot",
+     pen(PS_DASHDOTDOT),
+     cHollow,
+     [](CDC& dc) { line(dc, 0, 0, 28, 0); },
+     {"#########---###---###---####.."}},
+    {"dots go round",
+     pen(PS_DOT),
+     cHollow,
+     [](CDC& dc) { dc.Rectangle(0, 0, 5, 3); },
+     {"###--", "-...-", "--###"}},
+    {"horizontal",
+     cNone,
+     hatch(HS_HORIZONTAL),
+     [](CDC& dc) { dc.Rectangle(1, 2, 5, 6); },
+     {".....", ".....", ".---.", ".ooo.", ".---.", "....."}},
+    {"upward over what is there",
+     cNone,
+     hatch(HS_BDIAGONAL),
+     [](CDC& dc) {
+         dc.SetBkMode(TRANSPARENT);
+         dc.FillRect(CRect(0, 0, 9, 3), dc.GetCurrentBrush());
+     },
+     {".......o..", "......o...", ".....o...."}},
+    {"clipped",
+     cThin,
+     cRed,
+     [](CDC& dc) {
+         dc.IntersectClipRect(1, 0, 5, 4);
+         dc.ExcludeClipRect(2, 1, 3, 3);
+         dc.Rectangle(0, 0, 9, 3);
+     },
+     {".####.", ".o.oo.", ".#.##.", "......"}},
+    {"nothing is left",
+     cThin,
+     cRed,
+     [](CDC& dc) {
+         dc.IntersectClipRect(1, 1, 1, 1);
+         dc.Rectangle(0, 0, 4, 2);
+         dc.TextOut(0, 0, "M");
+     },
+     {"....", "...."}},
+    {"region",
+     cThin,
+     cRed,
+     [](CDC& dc) {
+         CRgn region, hole;
+         region.CreateRectRgn(0, 0, 4, 3);
+         hole.CreateRectRgn(1, 1, 2, 2);
+         region.CombineRgn(&region, &hole, RGN_DIFF);
+         dc.FillRgn(&region, dc.GetCurrentBrush());
+     },
+     {"oooo.", "o.oo.", "oooo.", "....."}},
+    {"pixel", cThin, cRed, [](CDC& dc) { dc.SetPixel(2, 0, cGap); }, {"..-."}},
+    {"text background",
+     cThin,
+     cRed,
+     [](CDC& dc) {
+         CFont font;
+         font.CreateFont(3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
+         dc.SelectObject(&font);
+         const int advance = 4;
+         dc.ExtTextOut(1, 1, 0, nullptr, CString(" "), &advance);
+         dc.SelectStockObject(SYSTEM_FONT);
+     },
+     {"......", ".----.", ".----.", ".----.", "......"}},
+};
+
+TEST(PainterDevice, PixelsFollowTheRules) {
+    for (const PixelCase& c : cPixelCases) {
+        const auto width = static_cast<int>(c.rows.front().size());
+        const auto height = static_cast<int>(c.rows.size());
+        const QImage image = imageOf(width, height, [&](CDC& dc) {
+            CPen pen;
+            pen.CreatePenIndirect(&c.pen);
+            CBrush brush;
+            brush.CreateBrushIndirect(&c.brush);
+            dc.SelectObject(&pen);
+            dc.SelectObject(&brush);
+            dc.SetBkColor(cGap);
+            c.draw(dc);
+        });
+        EXPECT_EQ(rowsOf(image), c.rows) << c.name;
+    }
+}
+
+TEST(PainterDevice, ShapesWithoutAPenAreTheirRegions) {
+    Dice dice(3);
+    CBrush brush(cFill);
+    constexpr int size = 60;
+    const auto place = [&] { return static_cast<LONG>(dice.Below(size)); };
+    const auto corner = [&] { return POINT{place(), place()}; };
+    for (int round = 0; round < 300; ++round) {
+        CRgn region;
+        const POINT points[] = {corner(), corner(), corner(), corner(), corner()};
+        const bool isPolygon = round % 2 == 0;
+        isPolygon ? region.CreatePolygonRgn(points, 5, ALTERNATE)
+                  : region.CreateEllipticRgn(points[0].x, points[0].y, points[1].x, points[1].y);
+        const QImage image = imageOf(size, size, [&](CDC& dc) { dc.FillRgn(&region, &brush); });
+        int wrong = 0;
+        for (int y = 0; y < size; ++y) {
+            for (int x = 0; x < size; ++x) {
+                const bool isSet = image.pixelColor(x, y) != QColor(Qt::white);
+                wrong += isSet != (region.PtInRegion(x, y) != 0);
+            }
+        }
+        EXPECT_EQ(wrong, 0) << round;
+    }
+}
+
+TEST(PainterDevice, OutlineOfAnEllipseSurroundsItsFilling) {
+    CPen ink(PS_SOLID, 1, cInk);
+    CPen dots(PS_DOT, 1, cInk);
+    CBrush brush(cFill);
+    for (int size = 1; size < 70; size += 3) {
+        Rows rows[2];
+        for (CPen* pen : {&ink, &dots}) {
+            rows[pen == &dots] = rowsOf(imageOf(70, 50, [&](CDC& dc) {
+                dc.SetBkColor(cInk);
+                dc.SelectObject(pen);
+                dc.SelectObject(&brush);
+                dc.Ellipse(1, 1, 1 + size, 1 + (size + 1) / 2);
+            }));
+        }
+        EXPECT_EQ(rows[0], rows[1]) << size;
+        for (std::size_t y = 1; y + 1 < rows[0].size(); ++y) {
+            for (std::size_t x = 1; x + 1 < rows[0][y].size(); ++x) {
+                const std::string around = {rows[0][y - 1][x], rows[0][y + 1][x], rows[0][y][x - 1],
+                                            rows[0][y][x + 1]};
+                const bool isBare = rows[0][y][x] == 'o' && around.find('.') != around.npos;
+                EXPECT_FALSE(isBare) << size << " at " << x << ", " << y;
+            }
+        }
+    }
+}
+
+int differentPixels(const QImage& a, const QImage& b) {
+    int different = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) different += a.pixel(x, y) != b.pixel(x, y);
+    }
+    return different;
+}
+
+/// The picture played into an image of the size that it was recorded for.
+QImage played(const MetaFile& picture) {
+    return imageOf(cTestCardWidth, cTestCardHeight, [&](CDC& dc) {
+        CRect whole(0, 0, cTestCardWidth, cTestCardHeight);
+        picture.Play(dc, whole);
+    });
+}
+
+void record(MetaFile& picture) {
+    constexpr double dpi = 96;
+    picture.Create(cTestCardWidth / dpi, cTestCardHeight / dpi, nullptr);
+}
+
+TEST(PainterDevice, PlayedMetafileIsTheSamePicture) {
+    MetaFile picture;
+    record(picture);
+    drawTestCard(picture);
+    picture.Close();
+    const QImage direct = imageOf(cTestCardWidth, cTestCardHeight, drawTestCard);
+    EXPECT_EQ(differentPixels(direct, played(picture)), 0);
+}
+
+TEST(PainterDevice, RandomProgramsAreTheSamePlayed) {
+    for (std::uint64_t seed = 0; seed < 100; ++seed) {
+        const auto coordinates =
+            seed % 4 == 0 ? DrawingProgram::Coordinates::Wild : DrawingProgram::Coordinates::Tame;
+        Dice dice(seed);
+        MetaFile picture;
+        record(picture);
+        const QImage direct = imageOf(cTestCardWidth, cTestCardHeight, [&](CDC& dc) {
+            DrawingProgram program([&](std::size_t count) { return dice.Below(count); },
+                                   {&dc, &picture}, coordinates);
+            constexpr std::size_t steps = 60;
+            program.Run(steps);
+            for (CDC* each : {&dc, static_cast<CDC*>(&picture)}) {
+                for (const int stock : {BLACK_PEN, WHITE_BRUSH, SYSTEM_FONT}) {
+                    each->SelectStockObject(stock);
+                }
+            }
+        });
+        picture.Close();
+        const QImage again = played(picture);
+        if (coordinates == DrawingProgram::Coordinates::Tame) {
+            EXPECT_EQ(differentPixels(direct, again), 0) << seed;
+        }
+    }
+}
+
+CFont* create(CFont& font, int height, const char* face, int weight = FW_NORMAL, int italic = 0) {
+    font.CreateFont(height, 0, 0, 0, weight, static_cast<BYTE>(italic), 0, 0, ANSI_CHARSET, 0, 0, 0,
+                    0, face);
+    return &font;
+}
+
+TEST(PainterDevice, ExtentsAreThoseOfTheUnhintedFont) {
+    const struct {
+        const char* face;
+        const char* family;
+    } faces[] = {{"Arial", "Liberation Sans"},
+                 {"Times New Roman", "Liberation Serif"},
+                 {"Courier New", "Liberation Mono"},
+                 {"Liberation Mono", "Liberation Mono"},
+                 {"Surely Not Installed", "Liberation Sans"}};
+    const char* const texts[] = {"AVAToTe", "T-score 57, \xE4\xF6\xFC\xDF \x80 12.50",
+                                 "The quick brown fox jumps over the lazy dog"};
+    for (const auto& face : faces) {
+        for (const int height : {-7, -12, 16, -33, 100, -1000}) {
+            for (const bool isBold : {false, true}) {
+                imageOf(10, 10, [&](CDC& dc) {
+                    CFont font;
+                    dc.SelectObject(create(font, height, face.face, isBold ? FW_BOLD : FW_NORMAL));
+                    TEXTMETRIC metric;
+                    dc.GetTextMetrics(&metric);
+                    QFont reference(face.family);
+                    reference.setBold(isBold);
+                    reference.setKerning(false);
+                    reference.setHintingPreference(QFont::PreferNoHinting);
+                    constexpr int em = 2048;
+                    reference.setPixelSize(em);
+                    const QFontMetricsF measures(reference);
+                    const double cell = measures.ascent() + measures.descent();
+                    const double scale = height < 0 ? -height / double{em} : height / cell;
+                    EXPECT_NEAR(metric.tmAscent, measures.ascent() * scale, 1) << face.face;
+                    EXPECT_NEAR(metric.tmDescent, measures.descent() * scale, 1) << face.face;
+                    for (const char* text : texts) {
+                        const QString wide = QString::fromStdString(toUtf8(text));
+                        EXPECT_NEAR(dc.GetTextExtent(text, -1).cx,
+                                    measures.horizontalAdvance(wide) * scale, 1)
+                            << face.face << ' ' << height << ' ' << text;
+                    }
+                });
+            }
+        }
+    }
+}
+
+/// The columns that hold anything but white.
+std::pair<int, int> inkedColumns(const QImage& image) {
+    int first = image.width();
+    int last = -1;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == QColor(Qt::white)) continue;
+            first = std::min(first, x);
+            last = std::max(last, x);
+        }
+    }
+    return {first, last};
+}
+
+TEST(PainterDevice, GlyphsStandAtTheirPositions) {
+    const auto columns = [](int dpiX, const int* advances) {
+        return inkedColumns(imageOf(
+            300, 40,
+            [&](CDC& dc) {
+                CFont font;
+                dc.SelectObject(create(font, -20, "Arial"));
+                dc.SetBkMode(TRANSPARENT);
+                dc.ExtTextOut(10, 5, 0, nullptr, "lll", 3, advances);
+            },
+            dpiX));
+    };
+    const int advances[] = {50, 100, 7};  // otherwise the last one stands at 9
+    const auto [first, last] = columns(96, advances);
+    EXPECT_EQ(first, columns(96, nullptr).first);
+    EXPECT_EQ(last - first, 150 + columns(96, nullptr).second - first - 9);
+    // Units half as wide: glyphs are twice as many units wide.
+    const auto [firstWide, lastWide] = columns(192, nullptr);
+    EXPECT_NEAR(firstWide - 10, 2 * (first - 10), 1);
+    EXPECT_NEAR(lastWide - firstWide, 2 * (columns(96, nullptr).second - first), 3);
+}
+
+TEST(PainterDevice, LinesOfTextReachFromEndToEnd) {
+    const QImage image = imageOf(80, 30, [](CDC& dc) {
+        CFont font;
+        font.CreateFont(-20, 0, 0, 0, FW_NORMAL, 0, 1, 1, ANSI_CHARSET, 0, 0, 0, 0, "Arial");
+        dc.SelectObject(&font);
+        dc.TextOut(5, 2, "      ");
+        EXPECT_EQ(dc.GetTextExtent("      ", -1).cx, 33);
+    });
+    std::vector<int> inked;
+    for (int y = 0; y < image.height(); ++y) {
+        if (image.pixelColor(5, y) == QColor(Qt::black)) inked.push_back(y);
+    }
+    EXPECT_EQ(inked, (std::vector{15, 22})) << "base line at 20";
+    EXPECT_EQ(inkedColumns(image), std::pair(5, 37));
+}
+
+TEST(PainterDevice, SymbolCodesShowTheirCharacters) {
+    LOGFONT font;
+    font.lfCharSet = SYMBOL_CHARSET;
+    const auto& look = detail::qtGlyphs(font, 20);
+    const std::pair<BYTE, char32_t> pairs[] = {{0xB3, 0x2265}, {0xA3, 0x2264}, {0xB7, 0x2022},
+                                               {'a', 0x03B1},  {'W', 0x03A9},  {'1', '1'},
+                                               {0xD6, 0x221A}, {0xC8, 0x222A}};
+    for (const auto& [code, character] : pairs) {
+        const auto& glyph = look.glyphs[code];
+        const QString text = QString::fromUcs4(&character, 1);
+        EXPECT_EQ(look.fonts[glyph.font].glyphIndexesForString(text).value(0), glyph.index);
+        EXPECT_NE(glyph.index, 0u) << int{code};
+    }
+}
+
+TEST(PainterDevice, LeavesThePainterAsItWasAndItsClip) {
+    QImage image(20, 20, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setPen(Qt::red);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(0, 0, 5, 20);
+    {
+        PainterDevice device(painter);
+        CDC dc(device);
+        for (int i = 0; i < 2; ++i) {
+            dc.FillSolidRect(0, i, 20, 1, cFill);
+            dc.IntersectClipRect(2, 0, 20, 20);
+        }
+    }
+    EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
+    EXPECT_TRUE(painter.testRenderHint(QPainter::Antialiasing));
+    EXPECT_EQ(painter.clipBoundingRect(), QRectF(0, 0, 5, 20));
+    const Rows rows = rowsOf(image);
+    EXPECT_EQ(rows[0], "ooooo...............");
+    EXPECT_EQ(rows[1], "..ooo...............");
+}
+
+TEST(PainterDevice, BigPixelsOfAScaledPainter) {
+    QImage image(16, 6, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    image.setDevicePixelRatio(2);
+    QPainter painter(&image);
+    PainterDevice device(painter);
+    EXPECT_EQ(device.Caps().width, 8);
+    CDC dc(device);
+    dc.MoveTo(1, 1);
+    dc.LineTo(5, 2);
+    EXPECT_EQ(rowsOf(image), (Rows{"................", "................", "..######........",
+                                   "..######........", "........##......", "........##......"}));
+}
+
+}  // namespace
+}  // namespace tessalink::test
