@@ -14,9 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "graphs/rtf/MetaFile.h"
 #include "platform/base/Windows1252.h"
 #include "platform/graphics/CDC.h"
+#include "platform/graphics/CMetaFileDC.h"
+#include "platform/graphics/NullDevice.h"
 #include "platform/qt/detail/QtFonts.h"
 #include "tests/platform/qt/TestCard.h"
 #include "tests/support/Dice.h"
@@ -358,50 +359,57 @@ int differentPixels(const QImage& a, const QImage& b) {
     return different;
 }
 
-/// The picture played into an image of the size that it was recorded for.
-QImage played(const MetaFile& picture) {
-    return imageOf(cTestCardWidth, cTestCardHeight, [&](CDC& dc) {
-        CRect whole(0, 0, cTestCardWidth, cTestCardHeight);
-        picture.Play(dc, whole);
-    });
-}
+/// A screen of 96 dpi with the measures of the toolkit.
+class ToolkitScreen final : public NullDevice {
+public:
+    const TextMetricsSource& TextMetrics() const override { return toolkitTextMetrics(); }
+};
 
-void record(MetaFile& picture) {
-    constexpr double dpi = 96;
-    picture.Create(cTestCardWidth / dpi, cTestCardHeight / dpi, nullptr);
-}
+/// A picture of the test card's size under way.
+struct Recording {
+    Recording() {
+        constexpr double hundredthsPerUnit = 2540.0 / 96;
+        const RECT frame = {0, 0, toInt(cTestCardWidth * hundredthsPerUnit + 0.5),
+                            toInt(cTestCardHeight * hundredthsPerUnit + 0.5)};
+        dc.CreateEnhanced(&reference, nullptr, &frame, nullptr);
+    }
+    /// Ends it, and plays the picture at its size.
+    QImage Played() {
+        const HENHMETAFILE picture = dc.CloseEnhanced();
+        const QImage image = imageOf(cTestCardWidth, cTestCardHeight, [&](CDC& target) {
+            PlayEnhMetaFile(&target, picture, CRect(0, 0, cTestCardWidth, cTestCardHeight));
+        });
+        DeleteEnhMetaFile(picture);
+        return image;
+    }
+
+    ToolkitScreen screen;
+    CDC reference{screen};
+    CMetaFileDC dc;
+};
 
 TEST(PainterDevice, PlayedMetafileIsTheSamePicture) {
-    MetaFile picture;
-    record(picture);
-    drawTestCard(picture);
-    picture.Close();
+    Recording recording;
+    drawTestCard(recording.dc);
     const QImage direct = imageOf(cTestCardWidth, cTestCardHeight, drawTestCard);
-    EXPECT_EQ(differentPixels(direct, played(picture)), 0);
+    EXPECT_EQ(differentPixels(direct, recording.Played()), 0);
 }
 
 TEST(PainterDevice, RandomProgramsAreTheSamePlayed) {
-    for (std::uint64_t seed = 0; seed < 100; ++seed) {
+    for (std::uint64_t seed = 0; seed < 60; ++seed) {
         const auto coordinates =
             seed % 4 == 0 ? DrawingProgram::Coordinates::Wild : DrawingProgram::Coordinates::Tame;
         Dice dice(seed);
-        MetaFile picture;
-        record(picture);
+        Recording recording;
         const QImage direct = imageOf(cTestCardWidth, cTestCardHeight, [&](CDC& dc) {
             DrawingProgram program([&](std::size_t count) { return dice.Below(count); },
-                                   {&dc, &picture}, coordinates);
+                                   {&dc, &recording.dc}, coordinates);
             constexpr std::size_t steps = 60;
             program.Run(steps);
-            for (CDC* each : {&dc, static_cast<CDC*>(&picture)}) {
-                for (const int stock : {BLACK_PEN, WHITE_BRUSH, SYSTEM_FONT}) {
-                    each->SelectStockObject(stock);
-                }
-            }
         });
-        picture.Close();
-        const QImage again = played(picture);
+        const QImage played = recording.Played();
         if (coordinates == DrawingProgram::Coordinates::Tame) {
-            EXPECT_EQ(differentPixels(direct, again), 0) << seed;
+            EXPECT_EQ(differentPixels(direct, played), 0) << seed;
         }
     }
 }
