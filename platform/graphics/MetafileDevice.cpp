@@ -170,7 +170,7 @@ void MetafileDevice::Recorder::WriteHeader(std::string_view description) {
     constexpr std::uint32_t ends =
         1;  // the NUL behind an empty first and second text, and one more
     const std::size_t characters = std::max<std::size_t>(description.size() + ends, 3);
-    const std::size_t size = (detail::cHeaderSize + 2 * characters + 7) / 8 * 8;
+    const std::size_t size = (detail::cHeaderSize + 2 * characters + cWord - 1) / cWord * cWord;
     Begin(detail::emrHeader, size);
     m_buffer.Skip(2 * cRect);  // bounds and frame, known at the end
     m_buffer.Put(detail::cEmfSignature);

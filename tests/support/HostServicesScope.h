@@ -12,6 +12,7 @@ class HostServicesScope {
 public:
     explicit HostServicesScope(const LocaleValues& values) { Set(values); }
     explicit HostServicesScope(const CalendarTime& now) { Set(now); }
+    explicit HostServicesScope(HostServices services) { setHostServices(std::move(services)); }
     ~HostServicesScope() { setHostServices(std::move(m_former)); }
     HostServicesScope(const HostServicesScope&) = delete;
     HostServicesScope& operator=(const HostServicesScope&) = delete;
