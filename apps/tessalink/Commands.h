@@ -58,4 +58,14 @@ struct AgeOptions {
 /// Prints the age at a day.
 int printAge(const AgeOptions& options);
 
+inline const std::vector<std::string> cPictureFormats = {"png", "pdf", "svg"};
+struct PictureOptions {
+    std::string inputPath;
+    std::string outputPath;
+    std::string format;      ///< empty: by the ending of the output
+    std::optional<int> dpi;  ///< units per inch
+};
+/// Converts an enhanced metafile.
+int convertPicture(const PictureOptions& options);
+
 }  // namespace tessalink::cli

@@ -128,6 +128,26 @@ void addAge(CLI::App& app, AgeOptions& options, Command& command) {
     age->callback([&] { command = [&] { return printAge(options); }; });
 }
 
+void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
+    constexpr int highestDpi = 2400;
+    CLI::App* picture =
+        app.add_subcommand("picture", "Convert an enhanced metafile to PNG, PDF or SVG");
+    picture->add_option("input", options.inputPath, "the metafile; - is standard input")
+        ->required();
+    picture->add_option("output", options.outputPath, "the file to write; - is standard output")
+        ->required();
+    picture
+        ->add_option("--format", options.format,
+                     "png, pdf or svg (default: what the name of the output ends in)")
+        ->check(CLI::IsMember(cPictureFormats));
+    picture
+        ->add_option("--dpi", options.dpi,
+                     "pixels, or units of lines, per inch (default: 96 for PNG, else those of the "
+                     "recording)")
+        ->check(CLI::Range(1, highestDpi));
+    picture->callback([&] { command = [&] { return convertPicture(options); }; });
+}
+
 /// Runs a command and turns what it throws into a message and an exit code.
 int guarded(const Command& command) {
     try {
@@ -155,6 +175,7 @@ int run(int argc, char** argv) {
     CheckOptions check;
     ScoreOptions score;
     AgeOptions age;
+    PictureOptions picture;
     Command command;
     addReport(app, report, command);
     addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
@@ -164,6 +185,7 @@ int run(int argc, char** argv) {
     addVars(app, check, command);
     addScore(app, score, command);
     addAge(app, age, command);
+    addPicture(app, picture, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

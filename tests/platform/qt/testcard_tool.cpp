@@ -1,8 +1,9 @@
-// Draws the test card: testcard_tool FOLDER writes FOLDER/testcard.png and .pdf.
+// Draws the test card: testcard_tool FOLDER writes FOLDER/testcard.png, .pdf and .emf.
 #include <QGuiApplication>
 #include <cstdio>
 #include <string>
 
+#include "graphs/rtf/MetaFile.h"
 #include "platform/qt/QtImages.h"
 #include "tests/platform/qt/TestCard.h"
 
@@ -20,5 +21,10 @@ int main(int argc, char** argv) {
             test::drawTestCard);
     savePdf((stem + ".pdf").c_str(), test::cTestCardWidth, test::cTestCardHeight, dpi,
             test::drawTestCard);
-    return 0;
+    MetaFile picture;
+    picture.Create(double{test::cTestCardWidth} / dpi, double{test::cTestCardHeight} / dpi,
+                   nullptr);
+    test::drawTestCard(picture);
+    picture.Close();
+    return picture.Save((stem + ".emf").c_str()) ? 0 : 1;
 }

@@ -1,0 +1,65 @@
+#include "apps/tessalink/PictureModule.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include "platform/files/ModuleDir.h"
+#include "platform/qt/module/PictureModuleCalls.h"
+
+namespace tessalink::cli {
+
+namespace {
+
+constexpr const char* cModuleName = "tessalink_qt_module.so";
+constexpr const char* cNeeded = "PNG and PDF need the package tessalink-qt";
+
+// Where it may lie, from the program's folder on.
+constexpr const char* cFolders[] = {".", "../lib", "../" TESSALINK_LIBRARY_FOLDER};
+
+[[noreturn]] void fail(const std::string& cause) {
+    throw std::runtime_error(std::string(cNeeded) + ": " + cause);
+}
+
+std::string findModule() {
+    const std::filesystem::path program = GetModuleDir().GetString();
+    for (const char* folder : cFolders) {
+        const std::filesystem::path path = program / folder / cModuleName;
+        std::error_code ignored;
+        if (std::filesystem::exists(path, ignored)) return path;
+    }
+    fail(std::string(cModuleName) + " is neither beside this program nor in ../lib");
+}
+
+// Stays loaded until the process ends: the toolkit can't be taken out again.
+void* loadModule() {
+    void* const module = ::dlopen(findModule().c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) fail(::dlerror());
+    return module;
+}
+
+template <class Function>
+Function functionOf(void* module, const char* name) {
+    void* const symbol = ::dlsym(module, name);
+    if (symbol == nullptr) fail(std::string(cModuleName) + " is of another version");
+    return reinterpret_cast<Function>(symbol);
+}
+
+}  // namespace
+
+std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target) {
+    void* const module = loadModule();
+    const auto render = functionOf<TessalinkRenderPicture>(module, cRenderPictureName);
+    const auto free = functionOf<TessalinkFreePicture>(module, cFreePictureName);
+    const TessalinkPictureJob job = {metafile.data(), metafile.size(), target.format,
+                                     target.width,    target.height,   target.dpi};
+    TessalinkPictureFile file;
+    if (!render(&job, &file)) throw std::runtime_error(file.message);
+    std::vector<BYTE> bytes(file.bytes, file.bytes + file.size);
+    free(&file);
+    return bytes;
+}
+
+}  // namespace tessalink::cli
