@@ -2,6 +2,11 @@
 #
 # Each need is "WHAT=PACKAGE": WHAT is a command, or a file (it has a slash; patterns work).
 
+# What drawing by the toolkit needs.
+# shellcheck disable=SC2034
+toolkit_needs=('/usr/lib/*/cmake/Qt6Widgets=qt6-base-dev'
+               '/usr/share/fonts/truetype/liberation*/LiberationSans-Regular.ttf=fonts-liberation')
+
 is_there() {
     if [[ $1 == */* ]]; then compgen -G "$1" >/dev/null; else command -v "$1" >/dev/null; fi
 }
