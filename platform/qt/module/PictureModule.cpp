@@ -7,6 +7,7 @@
 #include <exception>
 #include <iterator>
 #include <new>
+#include <optional>
 
 #include "platform/graphics/EnhMetaFile.h"
 #include "platform/qt/QtImages.h"
@@ -14,18 +15,23 @@
 
 namespace {
 
-// The toolkit draws in memory, where there may be no screen, and says nothing.
-void startToolkit() {
-    if (QCoreApplication::instance() != nullptr) return;
-    static char name[] = "tessalink";
-    static char platform[] = "-platform";
-    static char offscreen[] = "offscreen";
-    static char* arguments[] = {name, platform, offscreen, nullptr};
-    static int count = 3;
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    new QGuiApplication(count, arguments);  // until the process ends
-    std::setlocale(LC_NUMERIC, "C");
-}
+// The toolkit while it draws in memory, where there may be no screen; it says nothing.
+class Toolkit {
+public:
+    Toolkit() {
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+        m_application.emplace(m_count, m_arguments);
+        std::setlocale(LC_NUMERIC, "C");
+    }
+
+private:
+    char m_name[10] = "tessalink";
+    char m_option[10] = "-platform";
+    char m_platform[10] = "offscreen";
+    char* m_arguments[4] = {m_name, m_option, m_platform, nullptr};
+    int m_count = 3;
+    std::optional<QGuiApplication> m_application;
+};
 
 struct PictureHandle {
     HENHMETAFILE handle;
@@ -33,7 +39,7 @@ struct PictureHandle {
 };
 
 std::vector<BYTE> render(const TessalinkPictureJob& job) {
-    startToolkit();
+    const Toolkit toolkit;
     const PictureHandle picture = {SetEnhMetaFileBits(static_cast<UINT>(job.size), job.metafile)};
     const auto draw = [&](CDC& dc) {
         const CRect whole(0, 0, job.width, job.height);

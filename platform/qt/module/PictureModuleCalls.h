@@ -25,8 +25,8 @@ struct TessalinkPictureFile {
     char message[200];  // empty when all went well
 };
 
-// Draws the picture so that its frame fills the size. Nonzero on success. The first call makes the
-// toolkit's application object, which stays; always call from the same thread.
+// Draws the picture so that its frame fills the size. Nonzero on success. The toolkit's
+// application object lives as long as the call; always call from the same thread.
 using TessalinkRenderPicture = int (*)(const TessalinkPictureJob* job, TessalinkPictureFile* file);
 using TessalinkFreePicture = void (*)(TessalinkPictureFile* file);
 }
