@@ -203,10 +203,10 @@ CPoint CDC::OffsetViewportOrg(int dx, int dy) {
     return SetViewportOrg(m_state.origin + CSize(dx, dy));
 }
 
-int CDC::set_clip(std::optional<Region> clip) {
+int CDC::set_clip(Region clip) {
     if (m_device == nullptr) return ERRORREGION;
-    m_state.clip = std::move(clip);
-    return m_state.clip ? kindOf(*m_state.clip) : SIMPLEREGION;
+    m_state.clip = std::make_shared<const Region>(std::move(clip));
+    return kindOf(*m_state.clip);
 }
 
 int CDC::IntersectClipRect(int left, int top, int right, int bottom) {
@@ -228,7 +228,10 @@ int CDC::ExcludeClipRect(const RECT* rect) {
 }
 
 int CDC::SelectClipRgn(const CRgn* region) {
-    if (region == nullptr) return set_clip(std::nullopt);
+    if (region == nullptr) {
+        m_state.clip.reset();
+        return m_device != nullptr ? SIMPLEREGION : ERRORREGION;
+    }
     return region->IsNull() ? ERRORREGION : set_clip(region->Get());
 }
 
@@ -243,7 +246,7 @@ int CDC::GetClipBox(RECT* box) const {
     if (device == nullptr || box == nullptr) return ERRORREGION;
     const CRect whole(0, 0, device->Caps().width, device->Caps().height);
     CRect inside = m_state.clip ? m_state.clip->Bounds() : whole;
-    inside.OffsetRect(-m_state.origin.x, -m_state.origin.y);
+    inside.OffsetRect(tessalink::wrapNeg(m_state.origin.x), tessalink::wrapNeg(m_state.origin.y));
     *box = inside;
     return m_state.clip ? kindOf(*m_state.clip) : SIMPLEREGION;
 }
@@ -449,7 +452,7 @@ void CDC::underline(std::string_view text, std::size_t index, int left, int top)
     const SizedFont& font = sized_font();
     const int from = wrapAdd(left, font.WidthOf(text.substr(0, index)));
     const int to = wrapAdd(left, font.WidthOf(text.substr(0, index + 1)));
-    const int y = wrapAdd(top, font.Ascent() + 1);
+    const int y = wrapAdd(top, wrapAdd(font.Ascent(), 1));
     fill({from, y, to, wrapAdd(y, 1)}, {BS_SOLID, m_state.textColor, 0});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -182,7 +183,7 @@ private:
         int fillMode = ALTERNATE;
         CPoint origin;
         CPoint position;
-        std::optional<tessalink::Region> clip;
+        std::shared_ptr<const tessalink::Region> clip;  // null: nothing is clipped
     };
 
     tessalink::DrawingDevice* attributes() const {
@@ -190,12 +191,12 @@ private:
     }
     tessalink::Paint paint() const;
     tessalink::Paint paint_with(const LOGBRUSH& brush) const;
-    const tessalink::Region* clip() const { return m_state.clip ? &*m_state.clip : nullptr; }
+    const tessalink::Region* clip() const { return m_state.clip.get(); }
     POINT device_point(int x, int y) const;
     CRect device_rect(const RECT& rect) const;
     std::span<const POINT> device_points(const POINT* points, int count);
     const tessalink::SizedFont& sized_font() const;
-    int set_clip(std::optional<tessalink::Region> clip);
+    int set_clip(tessalink::Region clip);
     void forget_font() { m_sizedFont.reset(); }
 
     int place(std::string_view text, const int* advances) const;

@@ -159,6 +159,7 @@ private:
 
     Written m_written;
     std::vector<Written> m_saved;
+    std::size_t m_unwrittenSaves = 0;
     Objects<LOGPEN> m_pens;
     Objects<LOGBRUSH> m_brushes;
     Objects<LOGFONT> m_fonts;
@@ -215,6 +216,7 @@ RECT MetafileDevice::Recorder::FrameOf(const RECT& bounds) const {
 
 std::vector<BYTE> MetafileDevice::Recorder::Finish() {
     if (!m_isOpen) return {};
+    m_unwrittenSaves = 0;
     if (!m_saved.empty()) Restore(static_cast<int>(m_saved.size()));
     const auto deleteAll = [this](const auto& objects) {
         for (const auto& entry : objects.entries) DeleteHandle(entry.handle);
@@ -243,13 +245,21 @@ void MetafileDevice::Recorder::WriteState(EmfRecord type, std::uint32_t value) {
     if (Begin(type, cRecordHead + cWord)) m_buffer.Put(value);
 }
 
+// States beyond what a player takes are not written; every primitive brings its state anyway.
 void MetafileDevice::Recorder::Save() {
+    if (m_saved.size() == detail::cMaxSavedStates) {
+        ++m_unwrittenSaves;
+        return;
+    }
     Begin(detail::emrSaveDC, cRecordHead);
     m_saved.push_back(m_written);
 }
 
 void MetafileDevice::Recorder::Restore(int levels) {
-    const auto count = std::min(static_cast<std::size_t>(levels), m_saved.size());
+    const auto wanted = static_cast<std::size_t>(levels);
+    const auto unwritten = std::min(wanted, m_unwrittenSaves);
+    m_unwrittenSaves -= unwritten;
+    const auto count = std::min(wanted - unwritten, m_saved.size());
     if (count == 0) return;
     WriteState(detail::emrRestoreDC, static_cast<std::uint32_t>(-static_cast<int>(count)));
     m_written = m_saved[m_saved.size() - count];

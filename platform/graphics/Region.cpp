@@ -146,6 +146,11 @@ std::vector<RECT> combine(std::span<const RECT> a, std::span<const RECT> b, Keep
     return builder.Take();
 }
 
+LONG shifted(LONG place, int by) {
+    return static_cast<LONG>(
+        std::clamp<std::int64_t>(std::int64_t{place} + by, -cFarthest, cFarthest));
+}
+
 CRect limited(const RECT& rect) {
     return {limited(rect.left), limited(rect.top), limited(rect.right), limited(rect.bottom)};
 }
@@ -276,14 +281,14 @@ Region Region::Minus(const Region& other) const {
 }
 
 void Region::Offset(int dx, int dy) {
-    const Region before = *this;
-    m_rects.clear();
     for (POINT& corner : m_corners) corner = CPoint(corner) + CSize(dx, dy);
-    for (const RECT& rect : before.m_rects) {
-        CRect moved(rect);
-        moved.OffsetRect(dx, dy);
-        if (const CRect cut = limited(moved); !cut.IsRectEmpty()) m_rects.push_back(cut);
+    std::size_t kept = 0;
+    for (const RECT& rect : m_rects) {
+        const CRect moved(shifted(rect.left, dx), shifted(rect.top, dy), shifted(rect.right, dx),
+                          shifted(rect.bottom, dy));
+        if (!moved.IsRectEmpty()) m_rects[kept++] = moved;
     }
+    m_rects.resize(kept);
 }
 
 }  // namespace tessalink

@@ -70,6 +70,9 @@ inline constexpr std::uint32_t cGraphicsCompatible = 1;
 inline constexpr std::uint32_t cRegionHeader = 32;  // bytes
 inline constexpr std::uint32_t cRegionRects = 1;    // the only kind of region data
 
+// States that may be saved at a time: each takes far more memory than its record.
+inline constexpr std::size_t cMaxSavedStates = 256;
+
 // Where things stand in records, in bytes.
 inline constexpr std::size_t cHeaderSize = 108;  // without the description
 inline constexpr std::size_t cHeaderBounds = 8;

@@ -24,6 +24,9 @@ constexpr std::uint32_t cMapText = 1;
 constexpr std::uint32_t cMapIsotropic = 7;
 constexpr std::uint32_t cMapAnisotropic = 8;
 
+// The characters of a text without the places of each, as in the classic call.
+constexpr std::uint32_t cMaxUnplacedText = 8192;
+
 // One record, read field by field. What lies beyond its end marks it as damaged and reads as 0.
 class RecordReader {
 public:
@@ -253,10 +256,13 @@ Player::Player(std::span<const BYTE> bytes, CDC& dc, const RECT& rect)
     const RECT& frame = m_header.rclFrame;
     const SIZE& units = m_header.szlDevice;
     const SIZE& millimetres = m_header.szlMillimeters;
+    // The picture is placed on the device, so that points need not be moved once more.
+    CRect place(rect);
+    place.OffsetRect(dc.GetViewportOrg());
     m_targetX = m_x =
-        targetAxis(frame.left, frame.right, units.cx, millimetres.cx, rect.left, rect.right);
+        targetAxis(frame.left, frame.right, units.cx, millimetres.cx, place.left, place.right);
     m_targetY = m_y =
-        targetAxis(frame.top, frame.bottom, units.cy, millimetres.cy, rect.top, rect.bottom);
+        targetAxis(frame.top, frame.bottom, units.cy, millimetres.cy, place.top, place.bottom);
 }
 
 bool Player::IsHeaderSound() const {
@@ -274,6 +280,7 @@ void Player::SetDefaults() {
     m_dc.SetBkMode(OPAQUE);
     m_dc.SetTextAlign(TA_LEFT | TA_TOP);
     m_dc.SetPolyFillMode(ALTERNATE);
+    m_dc.SetViewportOrg(0, 0);
     m_dc.MoveTo(MapPoint({0, 0}));
     m_dc.GetClipRgn(&m_outerClip);
 }
@@ -392,7 +399,8 @@ void Player::OnBkColor(RecordReader& record) {
     m_dc.SetBkColor(record.U32() & cWhite);
 }
 
-void Player::OnSave(RecordReader&) {
+void Player::OnSave(RecordReader& record) {
+    if (m_saved.size() == cMaxSavedStates) return record.Damage();
     m_dc.SaveDC();
     m_saved.push_back(m_mapping);
 }
@@ -415,8 +423,6 @@ void Player::SelectClip(const Region* region) {
     }
     CRgn clip;
     clip.Assign(*region);
-    const CPoint origin = m_dc.GetViewportOrg();
-    clip.OffsetRgn(origin.x, origin.y);
     if (!m_outerClip.IsNull()) clip.CombineRgn(&clip, &m_outerClip, RGN_AND);
     m_dc.SelectClipRgn(&clip);
 }
@@ -552,6 +558,7 @@ std::span<const POINT> Player::ReadPoints(RecordReader& record, bool isShort, bo
     m_points.clear();
     constexpr std::size_t shortPoint = 4;
     if (!record.Has(count, isShort ? shortPoint : sizeof(POINT))) return {};
+    m_points.reserve(std::size_t{count} + 1);
     if (fromPosition) m_points.push_back(m_dc.GetCurrentPosition());
     for (std::uint32_t i = 0; i < count; ++i) {
         m_points.push_back(MapPoint(isShort ? record.ShortPoint() : record.Point()));
@@ -629,6 +636,7 @@ void Player::OnBitBlt(RecordReader& record) {
 
 void Player::ReadText(RecordReader& record, std::uint32_t count, std::size_t characterSize) {
     m_text.clear();
+    m_text.reserve(count);
     const bool codes = isSymbolFont(m_dc.GetCurrentFont()->Get());
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::uint32_t character = characterSize == 1 ? record.U8() : record.U16();
@@ -639,6 +647,7 @@ void Player::ReadText(RecordReader& record, std::uint32_t count, std::size_t cha
 
 void Player::ReadAdvances(RecordReader& record, std::uint32_t count) {
     m_advances.clear();
+    m_advances.reserve(count);
     std::int64_t sum = 0;
     int before = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -665,6 +674,7 @@ void Player::DrawText(RecordReader& record, std::size_t characterSize) {
     ReadText(record, count, characterSize);
     record.At(advancesPlace);
     if (advancesPlace != 0 && !record.Has(count, sizeof(std::uint32_t))) return;
+    if (advancesPlace == 0 && count > cMaxUnplacedText) return record.Damage();
     if (advancesPlace != 0) ReadAdvances(record, count);
     const CRect mapped = MapRect(rect);
     m_dc.ExtTextOut(reference.x, reference.y, options & (ETO_OPAQUE | ETO_CLIPPED), &mapped,

@@ -12,6 +12,7 @@
 #include "platform/graphics/SvgDevice.h"
 #include "tests/support/Dice.h"
 #include "tests/support/DrawingProgram.h"
+#include "tests/support/ShownPrimitives.h"
 #include "tests/support/Xml.h"
 
 namespace {
@@ -23,7 +24,7 @@ using tessalink::RecordingDevice;
 using tessalink::SvgDevice;
 using tessalink::test::Dice;
 using tessalink::test::DrawingProgram;
-using Kind = Primitive::Kind;
+using tessalink::test::shown;
 using Bytes = std::vector<BYTE>;
 
 // All of the fixed screen, in hundredths of a millimetre and in units.
@@ -34,44 +35,6 @@ struct Deleter {
     void operator()(HENHMETAFILE picture) const { DeleteEnhMetaFile(picture); }
 };
 using Picture = std::unique_ptr<tessalink::EnhMetaFile, Deleter>;
-
-Primitive fillOf(const Primitive& primitive, const RECT& rect, const LOGBRUSH& brush) {
-    Primitive fill = primitive;
-    fill.kind = Kind::FillRectangle;
-    fill.points.clear();
-    fill.rect = rect;
-    fill.brush = brush;
-    return fill;
-}
-
-// What the primitives show, with regions and backgrounds of texts as the rectangles that they are.
-std::vector<std::string> shown(const std::vector<Primitive>& primitives) {
-    std::vector<std::string> lines;
-    for (const Primitive& primitive : primitives) {
-        if (primitive.kind <= Kind::Ellipse || primitive.kind == Kind::Pixel) {
-            lines.push_back(toText(primitive));
-        } else if (primitive.kind == Kind::Text) {
-            Primitive text = primitive;
-            text.textBackground.reset();
-            CRect ground = primitive.textBackground.value_or(RECT());
-            if (primitive.textClip) {
-                const CRect whole = ground;
-                ground.IntersectRect(&whole, &*primitive.textClip);
-            }
-            const LOGBRUSH brush = {BS_SOLID, primitive.textBackgroundColor, 0};
-            if (!ground.IsRectEmpty()) lines.push_back(toText(fillOf(primitive, ground, brush)));
-            lines.push_back(toText(text));
-        } else if (primitive.brush.lbStyle != BS_NULL) {
-            const RECT one[] = {primitive.rect};
-            const auto rects = primitive.kind == Kind::FillRectangle ? std::span<const RECT>(one)
-                                                                     : primitive.region.Rects();
-            for (const RECT& rect : rects) {
-                lines.push_back(toText(fillOf(primitive, rect, primitive.brush)));
-            }
-        }
-    }
-    return lines;
-}
 
 std::vector<Primitive> played(HENHMETAFILE picture, const RECT& rect = cWholeScreen) {
     RecordingDevice device;
@@ -187,6 +150,28 @@ TEST(EnhMetaFile, FillsTheRectangleAndLeavesTheContextAsItWas) {
     EXPECT_EQ(PlayEnhMetaFile(&none, nullptr, &cWholeScreen), 0);
 }
 
+// A clip of the picture shows inside that of the context only.
+TEST(EnhMetaFile, ClipsInsideTheClipOfTheContext) {
+    NullDevice screen;
+    MetafileDevice device(screen, cWholeFrame);
+    CDC recorded(device);
+    recorded.ExcludeClipRect(20, 20, 30, 30);
+    recorded.Rectangle(0, 0, 50, 50);
+    recorded.SelectClipRgn(nullptr);
+    recorded.Rectangle(0, 0, 60, 60);
+    const Picture picture(tessalink::makeEnhMetaFile(device.Finish()));
+    RecordingDevice target;
+    CDC dc(target);
+    dc.SetViewportOrg(100, 0);
+    dc.IntersectClipRect(0, 0, 40, 25);
+    ASSERT_NE(PlayEnhMetaFile(&dc, picture.get(), &cWholeScreen), 0);
+    const std::string style = " pen solid 1 000000 brush solid ffffff clip ";
+    EXPECT_EQ(target.Lines(),
+              (std::vector<std::string>{
+                  "rectangle 100,0,150,50" + style + "100,0,140,20 100,20,120,25 130,20,140,25",
+                  "rectangle 100,0,160,60" + style + "100,0,140,25"}));
+}
+
 ENHMETAHEADER headerOf(HENHMETAFILE picture) {
     ENHMETAHEADER header;
     EXPECT_EQ(GetEnhMetaFileHeader(picture, sizeof(header), &header), sizeof(header));
@@ -247,12 +232,12 @@ TEST(EnhMetaFile, GivesHandlesBackAndClosesStates) {
         CPen pen(PS_SOLID, 1, static_cast<COLORREF>(i));
         dc.SelectObject(&pen);
         dc.LineTo(i, 1);
-        if (i % 100 == 0 && i < 2000) dc.SaveDC();
+        if (i % 10 == 0) dc.SaveDC();
         dc.SelectStockObject(BLACK_PEN);
     }
     const Picture picture(tessalink::makeEnhMetaFile(device.Finish()));
     ASSERT_NE(picture, nullptr);
-    EXPECT_LT(headerOf(picture.get()).nHandles, 60);
+    EXPECT_LT(headerOf(picture.get()).nHandles, 300);
     EXPECT_EQ(played(picture.get()).size(), 5000u);
 }
 
