@@ -16,8 +16,9 @@ namespace {
 constexpr const char* cModuleName = "tessalink_qt_module.so";
 constexpr const char* cNeeded = "PNG and PDF need the package tessalink-qt";
 
+constexpr const char* cInstalledFolder = "../" TESSALINK_LIBRARY_FOLDER;
 // Where it may lie, from the program's folder on.
-constexpr const char* cFolders[] = {".", "../lib", "../" TESSALINK_LIBRARY_FOLDER};
+constexpr const char* cFolders[] = {".", "../lib", cInstalledFolder};
 
 [[noreturn]] void fail(const std::string& cause) {
     throw std::runtime_error(std::string(cNeeded) + ": " + cause);

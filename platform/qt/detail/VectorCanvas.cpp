@@ -102,7 +102,7 @@ void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
     const HatchLines& lines = cHatchLines[kind];
     const double scale = std::max(1.0, painter().device()->logicalDpiY() / double{cScreenDpi});
     const double step = cHatchSize * scale;
-    const double across = cHatchSize / 2 * scale - scale * cHalf;
+    const double across = step / 2 - scale * cHalf;
     QPainterPath path;
     const auto addLines = [&](double from, double to, double offset, auto line) {
         const double first = std::floor((from - offset) / step) * step + offset;

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QRawFont>
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
@@ -36,7 +37,7 @@ constexpr COLORREF cGap = RGB(0, 0, 255);
 /// An image of 96 dpi, white, with what is drawn.
 QImage imageOf(int width, int height, const Draw& draw, int dpiX = 96) {
     QImage image(width, height, QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(dpiX / 0.0254 + 0.5));
+    image.setDotsPerMeterX(static_cast<int>(std::lround(dpiX / 0.0254)));
     image.setDotsPerMeterY(3780);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -344,7 +345,7 @@ TEST(PainterDevice, OutlineOfAnEllipseSurroundsItsFilling) {
             for (std::size_t x = 1; x + 1 < rows[0][y].size(); ++x) {
                 const std::string around = {rows[0][y - 1][x], rows[0][y + 1][x], rows[0][y][x - 1],
                                             rows[0][y][x + 1]};
-                const bool isBare = rows[0][y][x] == 'o' && around.find('.') != around.npos;
+                const bool isBare = rows[0][y][x] == 'o' && around.find('.') != std::string::npos;
                 EXPECT_FALSE(isBare) << size << " at " << x << ", " << y;
             }
         }
