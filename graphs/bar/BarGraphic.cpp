@@ -1,0 +1,3 @@
+#include "graphs/bar/BarGraphic.h"
+
+BarGraphic::~BarGraphic() = default;

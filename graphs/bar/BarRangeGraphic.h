@@ -1,0 +1,47 @@
+#pragma once
+
+#include "graphs/bar/BarGraphic.h"
+#include "platform/graphics/Colors.h"
+
+/// A bar from one score to another, for instance a confidence range.
+class TESSALINK_API BarRangeGraphic : public BarGraphic {
+public:
+    static constexpr double cDefaultHeightFraction = 0.6;
+
+    /// `lineSize` is the width of the border in design units; 0 is one device unit, and a negative
+    /// size draws no border.
+    BarRangeGraphic(double from, double to, COLORREF fillColor, COLORREF borderColor, int lineSize)
+        : m_from(from),
+          m_to(to),
+          m_fillColor(fillColor),
+          m_borderColor(borderColor),
+          m_lineSize(lineSize) {}
+
+    /// The range is cut to that of the scale; nothing is drawn when nothing is left.
+    void Draw(CDC* dc, double xScale, double yScale, const CRect& box) override;
+
+    double GetFromValue() const { return m_from; }
+    void SetFromValue(double value) { m_from = value; }
+    double GetToValue() const { return m_to; }
+    void SetToValue(double value) { m_to = value; }
+    COLORREF GetFillColor() const { return m_fillColor; }
+    void SetFillColor(COLORREF color) { m_fillColor = color; }
+    COLORREF GetBorderColor() const { return m_borderColor; }
+    void SetBorderColor(COLORREF color) { m_borderColor = color; }
+    int GetLineSize() const { return m_lineSize; }
+    void SetLineSize(int size) { m_lineSize = size; }
+    /// The height as a part of that of the scale's bar.
+    double GetHeightFraction() const { return m_heightFraction; }
+    void SetHeightFraction(double fraction) { m_heightFraction = fraction; }
+
+protected:
+    virtual void draw_bar(CDC* dc, double xScale, const CRect& rect);
+
+private:
+    double m_from;
+    double m_to;
+    COLORREF m_fillColor;
+    COLORREF m_borderColor;
+    int m_lineSize;
+    double m_heightFraction = cDefaultHeightFraction;
+};

@@ -1,0 +1,3 @@
+#include "graphs/bar/BarSection.h"
+
+BarSection::~BarSection() = default;

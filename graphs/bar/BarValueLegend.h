@@ -1,0 +1,39 @@
+#pragma once
+
+#include "graphs/bar/BarBodyLegend.h"
+
+/// Labels the scores of a scale: one at either end, and further ones in steps between them.
+class TESSALINK_API BarValueLegend : public BarBodyLegend {
+public:
+    /// The labels are those of the scale's major ticks as they are now. The colour of the body
+    /// comes before that of the descriptions.
+    BarValueLegend(BarScale* scale, const char* leftDesc, const char* rightDesc, COLORREF bodyColor,
+                   COLORREF descColor, int leftMargin, int rightMargin, int topMargin,
+                   int bottomMargin, int descFontSize, int bodyFontSize, const char* descTypeface,
+                   const char* bodyTypeface);
+
+    int GetFirstLabelPos() const { return m_firstLabelPos; }
+    void SetFirstLabelPos(int score) { m_firstLabelPos = score; }
+    int GetLastLabelPos() const { return m_lastLabelPos; }
+    void SetLastLabelPos(int score) { m_lastLabelPos = score; }
+    /// Where the steps start; the first label that counts lies above the one at the lower end.
+    int GetLabelCalcStart() const { return m_labelCalcStart; }
+    void SetLabelCalcStart(int score) { m_labelCalcStart = score; }
+    /// The step; 0 and less make no labels between the ends.
+    int GetLabelDelta() const { return m_labelDelta; }
+    void SetLabelDelta(int delta) { m_labelDelta = delta; }
+
+protected:
+    int get_design_body_height() const override { return GetBodyFontSize(); }
+    void draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) override;
+    /// The text of a label: the score in decimal.
+    virtual CString format_value(int value);
+
+private:
+    void draw_end_label(CDC& dc, int score, const CRect& body);
+
+    int m_firstLabelPos;
+    int m_lastLabelPos;
+    int m_labelCalcStart;
+    int m_labelDelta;
+};

@@ -1,0 +1,221 @@
+#include "graphs/rtf/RTFGraph.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "graphs/common/DeviceUnits.h"
+#include "platform/base/NumberText.h"
+#include "platform/files/CFile.h"
+
+using tessalink::toDevice;
+
+namespace {
+
+constexpr std::array<const char*, 3> cLineTypes = {"\\dplinesolid", "\\dplinedot",
+                                                   "\\dplinehollow"};
+
+struct Anchors {
+    const char* x;
+    const char* y;
+};
+/// By Alignment.
+constexpr std::array<Anchors, 3> cAnchors = {
+    {{"page", "page"}, {"margin", "para"}, {"margin", "page"}}};
+
+constexpr const char* cLineFormat =
+    "{\\do\\dobx%s\\doby%s\\dpline\\dpptx0\\dppty%d\\dpptx%d\\dppty%d\\dpx%d\\dpy%d"
+    "\\dpxsize%d\\dpysize%d%s\\dplinecor0\\dplinecog0\\dplinecob0\\dplinew%d"
+    "\\dpfillbgcr255\\dpfillbgcg255\\dpfillbgcb255\\dpfillpat0}\r\n";
+constexpr const char* cBoxHeadFormat =
+    "{\\do\\dobx%s\\doby%s\\dptxbx\\dptxbxmar0 {\\dptxbxtext \\plain\\sa0\\sb0 \\fs%d %s {";
+constexpr const char* cBoxEndFormat =
+    "\\par }}\r\n\\dpx%d\\dpy%d\\dpxsize%d\\dpysize%d\\dplinehollow"
+    "\\dplinecor0\\dplinecog0\\dplinecob0\\dplinew0"
+    "\\dpfillbgcr255\\dpfillbgcg255\\dpfillbgcb255\\dpfillpat0}\r\n";
+constexpr const char* cSignFormat =
+    "{{\\field{\\*\\fldinst SYMBOL %d \\\\f \"Symbol\" \\\\s %d}{\\fldrslt\\f3\\fs%d}}} %d";
+
+// Codes of the Symbol face.
+constexpr int cGreaterOrEqual = 179;
+constexpr int cLessOrEqual = 163;
+
+constexpr double cTwipsPerInch = 1440;
+constexpr double cHalfPointsPerInch = 144;
+/// What lines that are not vertical lack at their right end, in inches.
+constexpr double cShortening = 0.03;
+/// The room between lines and the symbols at their ends, and between labels and the plotting area.
+constexpr double cGap = 0.05;
+constexpr double cLegendWidth = 0.45;
+constexpr double cLegendExtraHeight = 0.01;
+
+int toTwips(double inches) {
+    return toDevice(inches * cTwipsPerInch);
+}
+
+double limited(double value, int lowest, int highest) {
+    return value < lowest ? lowest : value > highest ? highest : value;
+}
+
+double unitOf(double from, double to, int lowest, int highest) {
+    return (to - from) / (static_cast<double>(highest) - lowest);
+}
+
+}  // namespace
+
+RTFGraph::RTFGraph(CFile& file, double left, double top, double right, double bottom, int xMin,
+                   int xMax, int yMin, int yMax, int alignment)
+    : m_file(file),
+      m_left(left),
+      m_top(top),
+      m_right(right),
+      m_bottom(bottom),
+      m_xUnit(unitOf(left, right, xMin, xMax)),
+      m_yUnit(unitOf(top, bottom, yMin, yMax)),
+      m_xMin(xMin),
+      m_xMax(xMax),
+      m_yMin(yMin),
+      m_yMax(yMax),
+      m_lineType(cLineTypes[ltSolid]) {
+    set_alignment(alignment);
+}
+
+void RTFGraph::set_alignment(int alignment) {
+    const bool known = alignment >= 0 && alignment < static_cast<int>(cAnchors.size());
+    const Anchors& anchors = cAnchors[static_cast<std::size_t>(known ? alignment : int{alPage})];
+    m_xAnchor = anchors.x;
+    m_yAnchor = anchors.y;
+}
+
+void RTFGraph::SetLineType(int type) {
+    if (type < 0 || type >= static_cast<int>(cLineTypes.size())) return;
+    m_lineType = cLineTypes[static_cast<std::size_t>(type)];
+}
+
+void RTFGraph::DrawBox() {
+    SetLineSize(cDefaultLineSize);
+    SetLineType(ltSolid);
+    draw_line(m_left, m_top, m_right, m_top);
+    draw_line(m_left, m_bottom, m_right, m_bottom);
+    draw_line(m_left, m_top, m_left, m_bottom);
+    draw_line(m_right, m_top, m_right, m_bottom);
+}
+
+void RTFGraph::HorizontalLine(double y) {
+    draw_line(m_left, ypos(y), m_right, ypos(y));
+}
+
+void RTFGraph::VerticalLine(int x) {
+    draw_line(xpos(x), m_top, xpos(x), m_bottom);
+}
+
+void RTFGraph::Line(int x1, int y1, int x2, int y2) {
+    Line(static_cast<double>(x1), static_cast<double>(y1), static_cast<double>(x2),
+         static_cast<double>(y2));
+}
+
+void RTFGraph::Line(double x1, double y1, double x2, double y2) {
+    draw_line(xpos(x1), ypos(y1), xpos(x2), ypos(y2));
+}
+
+void RTFGraph::GapLine(double x1, double y1, double x2, double y2) {
+    if (x1 > x2) {
+        std::swap(x1, x2);
+        std::swap(y1, y2);
+    }
+    // By the ratio of the units as ever, although the slope on paper is that of its inverse.
+    const double slope = ((y2 - y1) * m_xUnit / m_yUnit) / (x2 - x1);
+    const double distance = cGap / std::sqrt(slope * slope + 1);
+    Line(x1 + distance / m_xUnit, y1 + slope * distance / m_yUnit, x2 - distance / m_xUnit,
+         y2 - slope * distance / m_yUnit);
+}
+
+void RTFGraph::Plot(double x, double y, const char* text) {
+    const double radius = m_legendSize / (2 * cHalfPointsPerInch);
+    text_box(xpos(x) - radius, ypos(y) - radius, 2 * radius, 2 * radius, text, "\\qc");
+}
+
+void RTFGraph::Plot(double x, double y) {
+    Plot(x, y, "\\bullet ");
+}
+
+void RTFGraph::Plot(double x, double y, char ch) {
+    const char text[] = {ch, '\0'};
+    Plot(x, y, text);
+}
+
+void RTFGraph::YLegend(int y, const char* text, int sides) {
+    const double height = m_legendSize / cHalfPointsPerInch;
+    const double top = unrestricted_ypos(y) - height / 2;
+    if ((sides & cLeft) != 0) {
+        text_box(0, top, m_left - cGap, height + cLegendExtraHeight, text, "\\qr");
+    }
+    if ((sides & cRight) != 0) {
+        text_box(m_right + cGap, top, cLegendWidth, height + cLegendExtraHeight, text, "\\ql");
+    }
+}
+
+void RTFGraph::YLegend(int y, int sides) {
+    YLegend(y, tessalink::formatInt(y, 0, -1), sides);
+}
+
+void RTFGraph::YLegendGE(int y, int sides) {
+    write_sign_legend(cGreaterOrEqual, y, sides);
+}
+
+void RTFGraph::YLegendLE(int y, int sides) {
+    write_sign_legend(cLessOrEqual, y, sides);
+}
+
+void RTFGraph::write_sign_legend(int symbol, int y, int sides) {
+    CString text;
+    text.Format(cSignFormat, symbol, tessalink::halved(m_legendSize), m_legendSize, y);
+    YLegend(y, text, sides);
+}
+
+double RTFGraph::xpos(double x) const {
+    return (limited(x, m_xMin, m_xMax) - m_xMin) * m_xUnit + m_left;
+}
+
+double RTFGraph::ypos(double y) const {
+    return unrestricted_ypos(limited(y, m_yMin, m_yMax));
+}
+
+double RTFGraph::unrestricted_ypos(double y) const {
+    return (m_yMax - y) * m_yUnit + m_top;
+}
+
+void RTFGraph::draw_line(double x1, double y1, double x2, double y2) {
+    if (x1 > x2) {
+        std::swap(x1, x2);
+        std::swap(y1, y2);
+    }
+    if (x1 != x2) x2 -= cShortening;
+    const int left = toTwips(x1);
+    const int first = toTwips(y1);
+    const int width = tessalink::wrapSub(toTwips(x2), left);
+    const int height = tessalink::wrapSub(toTwips(y2), first);
+    const int above = height < 0 ? tessalink::wrapNeg(height) : 0;
+    CString object;
+    object.Format(cLineFormat, m_xAnchor, m_yAnchor, above, width,
+                  tessalink::wrapAdd(height, above), left, tessalink::wrapSub(first, above), width,
+                  height < 0 ? above : height, m_lineType, m_lineSize);
+    write(object);
+}
+
+void RTFGraph::text_box(double x, double y, double width, double height, const char* text,
+                        const char* paragraphFormat) {
+    const int left = toTwips(x);
+    const int top = toTwips(y);
+    CString head;
+    head.Format(cBoxHeadFormat, m_xAnchor, m_yAnchor, m_legendSize, paragraphFormat);
+    CString end;
+    end.Format(cBoxEndFormat, left, top, tessalink::wrapSub(toTwips(x + width), left),
+               tessalink::wrapSub(toTwips(y + height), top));
+    write(head + text + end);
+}
+
+void RTFGraph::write(const CString& text) {
+    m_file.Write(text.GetString(), text.View().size());
+}
