@@ -220,6 +220,7 @@ std::optional<Region> Region::OfBands(std::vector<RECT> rects) {
     }
     Region region;
     region.m_rects = std::move(rects);
+    region.Offset(0, 0);  // cuts what is too far away
     return region;
 }
 

@@ -18,7 +18,7 @@ public:
     // What Polygon fills, by the alternating rule: the units whose centre lies inside.
     static Region OfPolygon(std::span<const POINT> points);
     // Rectangles that are sorted already and have the form that is told above; nothing when they
-    // have not.
+    // have not. What is farther away than a device can be is cut off, as everywhere here.
     static std::optional<Region> OfBands(std::vector<RECT> rects);
     // What Ellipse fills without a pen.
     static Region OfEllipse(const RECT& rect);

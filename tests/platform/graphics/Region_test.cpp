@@ -155,6 +155,10 @@ TEST(Region, SurvivesCoordinatesOfAnySize) {
     EXPECT_TRUE(Region::OfEllipse(everything).Contains({12345, -50000}));
     const std::array<POINT, 3> corners = {{{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}}};
     EXPECT_TRUE(Region::OfPolygon(corners).Contains({0, 0}));
+    const auto bands = Region::OfBands(
+        {{INT_MIN, INT_MIN, INT_MAX, -5}, {-9, 0, INT_MAX, 9}, {1 << 30, 9, INT_MAX, INT_MAX}});
+    EXPECT_EQ(bands->And(plane).Rects().size(), 2u);
+    expectCanonical(*bands);
     Region far({0, 0, 5, 5});
     far.Offset(INT_MAX, INT_MAX);
     EXPECT_TRUE(far.IsEmpty());
