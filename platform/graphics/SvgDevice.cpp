@@ -496,8 +496,6 @@ void SvgDevice::Writer::Rectangle(const Paint& paint, const RECT& rect) {
     Box(paint, rect, [&](const HalfPoint& corner, const HalfPoint& size) {
         m_text.HalvesAttribute("<rect x=\"", corner.x).HalvesAttribute(" y=\"", corner.y);
         m_text.Attribute(" width=\"", size.x).Attribute(" height=\"", size.y);
-        const bool wide = isVisible(paint.pen) && widthOf(paint.pen) > 1;
-        if (wide) m_text.Put(" stroke-linejoin=\"miter\"");
     });
 }
 

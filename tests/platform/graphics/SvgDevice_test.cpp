@@ -101,7 +101,7 @@ TEST(SvgDevice, DrawsShapes) {
          "<rect x=\"10.5\" y=\"20.5\" width=\"20\" height=\"21\" fill=\"none\" "
          "stroke=\"#f00\"/>\n"},
         {PS_SOLID, 2, [](CDC& dc) { dc.Rectangle(10, 20, 31, 42); },
-         "<rect x=\"10\" y=\"20\" width=\"20\" height=\"21\" stroke-linejoin=\"miter\" "
+         "<rect x=\"10\" y=\"20\" width=\"20\" height=\"21\" "
          "fill=\"none\" stroke=\"#f00\" stroke-width=\"2\"/>\n"},
         {PS_INSIDEFRAME, 5, [](CDC& dc) { dc.Ellipse(10, 20, 31, 42); },
          "<ellipse cx=\"20.5\" cy=\"31\" rx=\"8\" ry=\"8.5\" fill=\"none\" stroke=\"#f00\" "
