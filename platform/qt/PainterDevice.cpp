@@ -31,10 +31,11 @@ public:
     }
 };
 
-// A rectangle with a thin outline is filled inside of it; a wide one is drawn over the filling.
+// A rectangle with a thin outline is filled inside of it; a wide one is drawn over the edges of the
+// filling.
 RECT fillingOf(const Paint& paint, const RECT& rect) {
     if (!hasPen(paint)) return detail::withoutPen(rect);
-    if (!isThin(paint.pen)) return rect;
+    if (!isThin(paint.pen)) return detail::penPath(paint.pen, rect);
     return {wrapAdd(rect.left, 1), wrapAdd(rect.top, 1), wrapSub(rect.right, 1),
             wrapSub(rect.bottom, 1)};
 }
@@ -47,11 +48,7 @@ bool isBar(const LOGPEN& pen, const RECT& rect) {
 }
 
 std::array<POINT, 4> outlineOf(const Paint& paint, const RECT& rect) {
-    const QRectF frame = detail::penFrame(paint.pen, rect);
-    const int left = toInt(frame.left());
-    const int top = toInt(frame.top());
-    const int right = toInt(frame.right());
-    const int bottom = toInt(frame.bottom());
+    const auto& [left, top, right, bottom] = detail::penPath(paint.pen, rect);
     return {{{left, top}, {right, top}, {right, bottom}, {left, bottom}}};
 }
 

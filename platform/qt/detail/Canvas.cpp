@@ -54,14 +54,19 @@ RECT withoutPen(const RECT& rect) {
     return {rect.left, rect.top, wrapSub(rect.right, 1), wrapSub(rect.bottom, 1)};
 }
 
+RECT penPath(const LOGPEN& pen, const RECT& rect) {
+    const int width = pen.lopnStyle == PS_INSIDEFRAME ? std::max(pen.lopnWidth.x, 1) : 1;
+    const int left = wrapAdd(rect.left, width / 2);
+    const int top = wrapAdd(rect.top, width / 2);
+    const int farInset = (width - 1) / 2 + 1;
+    return {left, top, std::max(left, wrapSub(rect.right, farInset)),
+            std::max(top, wrapSub(rect.bottom, farInset))};
+}
+
 QRectF penFrame(const LOGPEN& pen, const RECT& rect) {
-    const double width = std::max(pen.lopnWidth.x, 1);
-    const double inset = pen.lopnStyle == PS_INSIDEFRAME ? std::floor(width / 2) : 0;
-    const double left = rect.left + inset;
-    const double top = rect.top + inset;
-    const double farInset = pen.lopnStyle == PS_INSIDEFRAME ? std::floor((width - 1) / 2) : 0;
-    return {left, top, std::max(0.0, rect.right - 1.0 - farInset - left),
-            std::max(0.0, rect.bottom - 1.0 - farInset - top)};
+    const auto& [left, top, right, bottom] = penPath(pen, rect);
+    const double centre = penCentre(pen);
+    return {QPointF(left + centre, top + centre), QPointF(right + centre, bottom + centre)};
 }
 
 double penCentre(const LOGPEN& pen) {

@@ -52,7 +52,9 @@ QColor toQColor(COLORREF color);
 // The rectangle without the row and column that shapes without a pen leave out.
 RECT withoutPen(const RECT& rect);
 
-// The rectangle along whose right and bottom edge a pen runs, drawn inside when the pen is.
+// The rectangle along whose edges a pen runs, farther inside when the pen stays within the shape.
+RECT penPath(const LOGPEN& pen, const RECT& rect);
+// The same where the centre of the pen runs.
 QRectF penFrame(const LOGPEN& pen, const RECT& rect);
 
 // How far a pen's centre lies from the left top corner of the unit along which it draws. A pen of

@@ -114,7 +114,9 @@ void PixelCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
     const bool hasPen = paint.pen.lopnStyle != PS_NULL;
     const bool isWide = hasPen && paint.pen.lopnWidth.x > 1;
     const bool isThin = hasPen && !isWide;
-    const std::vector<Row> rows = rows_of_ellipse(hasPen ? rect : withoutPen(rect));
+    const std::vector<Row> rows = rows_of_ellipse(isWide   ? penPath(paint.pen, rect)
+                                                  : isThin ? rect
+                                                           : withoutPen(rect));
     std::vector<QRect> spans;
     for (const Row& row : rows) {
         addSpan(spans, row.y, isThin ? row.innerLeft : row.left,
@@ -122,8 +124,7 @@ void PixelCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
     }
     fill(toQBrush(paint), spans);
     if (isWide) {
-        const double centre = penCentre(paint.pen);
-        const QRectF frame = penFrame(paint.pen, rect).translated(centre, centre);
+        const QRectF frame = penFrame(paint.pen, rect);
         const Place middle = {frame.center().x(), frame.center().y()};
         stroke_wide(paint.pen, cornersOfEllipse(middle, frame.width() / 2, frame.height() / 2),
                     true);

@@ -160,8 +160,7 @@ void VectorCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
         path.addEllipse(toQRectF(withoutPen(rect)));
         return fill(paint, path);
     }
-    path.addEllipse(
-        penFrame(paint.pen, rect).translated(penCentre(paint.pen), penCentre(paint.pen)));
+    path.addEllipse(penFrame(paint.pen, rect));
     fill(paint, path);
     stroke(paint, path);
 }

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QRawFont>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -148,6 +149,12 @@ const PixelCase cPixelCases[] = {
      [](CDC& dc) { dc.Rectangle(1, 1, 8, 8); },
      {"..........", ".#######..", ".#######..", ".##ooo##..", ".##ooo##..", ".##ooo##..",
       ".#######..", ".#######..", ".........."}},
+    {"round corners inside",
+     pen(PS_INSIDEFRAME, 5),
+     cRed,
+     [](CDC& dc) { dc.Rectangle(0, 0, 9, 9); },
+     {".#######.", "#########", "#########", "#########", "#########", "#########", "#########",
+      "#########", ".#######."}},
     {"ellipse",
      cThin,
      cRed,
@@ -551,6 +558,35 @@ TEST(PainterDevice, LeavesThePainterAsItWasAndItsClip) {
     const Rows rows = rowsOf(image);
     EXPECT_EQ(rows[0], "ooooo...............");
     EXPECT_EQ(rows[1], "..ooo...............");
+}
+
+/// A widget that draws the test card.
+class CardWidget final : public QWidget {
+public:
+    using QWidget::QWidget;
+    DeviceCaps caps;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        PainterDevice device(painter);
+        caps = device.Caps();
+        CDC dc(device);
+        drawTestCard(dc);
+    }
+};
+
+TEST(PainterDevice, DrawsOnAWidgetInsideAnother) {
+    QWidget window;
+    window.resize(cTestCardWidth + 50, cTestCardHeight + 40);
+    CardWidget card(&window);
+    card.setGeometry(30, 20, cTestCardWidth, cTestCardHeight);
+    const QImage whole = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage shown = whole.copy(card.geometry());
+    const QImage image = imageOf(cTestCardWidth, cTestCardHeight, drawTestCard);
+    EXPECT_EQ(differentPixels(shown, image), 0);
+    EXPECT_EQ(card.caps.dpiX, 96);
+    EXPECT_EQ(card.caps.width, cTestCardWidth);
 }
 
 TEST(PainterDevice, BigPixelsOfAScaledPainter) {
