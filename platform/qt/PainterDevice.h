@@ -15,11 +15,11 @@ namespace tessalink {
 
 // Draws by a painter of the toolkit: on a widget, an image, a PDF writer or a printer.
 //
-// On screens and images every pixel of lines and shapes is decided by the rules of DrawingDevice
-// and drawn without smoothing, so that pictures are the same on every machine; only wide pens are
-// left to the toolkit. On printers and in PDF everything stays lines and curves: a unit is then the
-// square around the place where a screen would have a pixel. Texts are drawn with unhinted glyphs
-// at the places that the device context has found, smoothed.
+// On screens and images every pixel of lines and shapes is decided here, by the rules of
+// DrawingDevice and without smoothing, so that pictures are the same on every machine. Wide pens
+// are round at ends and corners. On printers and in PDF everything stays lines and curves: a unit
+// is then the square around the place where a screen would have a pixel. Texts are drawn with
+// unhinted glyphs at the places that the device context has found, smoothed.
 //
 // One unit is one unit of the painter as it is handed over: a painter that is scaled, or one for a
 // screen of 150 or 200 percent, draws bigger pixels. Faces of the classic desktop are shown by
