@@ -16,8 +16,6 @@ namespace {
 // How far a pen of one unit reaches.
 constexpr double cHalf = 0.5;
 constexpr int cScreenDpi = 96;
-// Lines of a hatch in one direction; an area that is larger has its hatch in its first part only.
-constexpr int cMostHatchLines = 100'000;
 // Coordinates end here, where numbers in a file still tell units apart.
 constexpr double cFarthest = 1 << 26;
 
@@ -93,7 +91,9 @@ void VectorCanvas::fill(const Paint& paint, const QPainterPath& path) {
     if (paint.opaque) painter().fillPath(path, toQColor(paint.background));
     const SavedPainter saved(painter());
     painter().setClipPath(path, Qt::IntersectClip);
-    hatch(paint, path.boundingRect());
+    const QRectF page(0, 0, painter().device()->width(), painter().device()->height());
+    const QRectF seen = painter().combinedTransform().inverted().mapRect(page);
+    hatch(paint, path.boundingRect().intersected(seen));
 }
 
 // Lines as far apart as on a screen, through the same places wherever the area lies.
@@ -106,7 +106,7 @@ void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
     QPainterPath path;
     const auto addLines = [&](double from, double to, double offset, auto line) {
         const double first = std::floor((from - offset) / step) * step + offset;
-        for (int i = 0; i < cMostHatchLines && first + i * step <= to; ++i) {
+        for (int i = 0; first + i * step <= to; ++i) {
             const auto [start, end] = line(first + i * step);
             path.moveTo(start);
             path.lineTo(end);

@@ -11,6 +11,8 @@
 #include "platform/files/CFileException.h"
 #include "tests/platform/files/TemporaryFolder.h"
 #include "tests/platform/qt/TestCard.h"
+#include "tests/support/Dice.h"
+#include "tests/support/DrawingProgram.h"
 #include "tests/support/FileSizeLimit.h"
 
 namespace tessalink::test {
@@ -47,6 +49,21 @@ TEST(QtImages, PdfPageHasTheSizeInPoints) {
     }));
     EXPECT_THAT(pdf, testing::StartsWith("%PDF"));
     EXPECT_THAT(pdf, HasSubstr("/MediaBox [0 0 240.000000 180.000000]"));
+}
+
+TEST(QtImages, RandomProgramsGiveAPdf) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+        Dice dice(seed);
+        const auto pdf = pdfOf(cTestCardWidth, cTestCardHeight, cDpi, [&](CDC& dc) {
+            DrawingProgram program([&](std::size_t count) { return dice.Below(count); }, {&dc},
+                                   DrawingProgram::Coordinates::Wild);
+            constexpr std::size_t steps = 100;
+            program.Run(steps);
+        });
+        EXPECT_THAT(textOf(pdf), testing::HasSubstr("%%EOF"));
+        constexpr std::size_t largest = 1'000'000;
+        EXPECT_LT(pdf.size(), largest) << seed;
+    }
 }
 
 TEST(QtImages, FaultsLeaveNothing) {
