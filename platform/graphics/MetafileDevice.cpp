@@ -134,6 +134,7 @@ private:
     void UseFont(const LOGFONT& font);
     void UseBackground(const Paint& paint);
     void UseClip(const Region* clip);
+    void IntersectClip(const Region& clip);
     void Select(std::uint32_t& written, std::uint32_t handle);
     template <class Description, class Create>
     std::uint32_t HandleFor(Objects<Description>& objects, const Description& description,
@@ -374,28 +375,33 @@ void MetafileDevice::Recorder::UseBackground(const Paint& paint) {
     SetState(m_written.backgroundMode, paint.opaque ? OPAQUE : TRANSPARENT, detail::emrSetBkMode);
 }
 
+// Some readers take a copied region for none at all: a clip is reset and then intersected.
 void MetafileDevice::Recorder::UseClip(const Region* clip) {
     if (clip == nullptr ? !m_written.clip : m_written.clip == *clip) return;
-    const auto count = clip != nullptr ? clip->Rects().size() : 0;
-    if (clip != nullptr && !m_written.clip && count == 1) {
-        if (Begin(detail::emrIntersectClipRect, cRecordHead + cRect)) {
-            m_buffer.Put(clip->Rects().front());
-        }
-    } else {
-        const std::size_t data = clip != nullptr ? detail::cRegionHeader + count * cRect : 0;
-        if (!Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord + data)) return;
-        m_buffer.Put(static_cast<std::uint32_t>(data));
+    if (m_written.clip && Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord)) {
+        m_buffer.Put(std::uint32_t{0});
         m_buffer.Put(static_cast<std::uint32_t>(RGN_COPY));
-        if (clip != nullptr) {
-            m_buffer.Put(detail::cRegionHeader);
-            m_buffer.Put(detail::cRegionRects);
-            m_buffer.Put(static_cast<std::uint32_t>(count));
-            m_buffer.Put(static_cast<std::uint32_t>(count * cRect));
-            m_buffer.Put(clip->Bounds());
-            for (const RECT& rect : clip->Rects()) m_buffer.Put(rect);
-        }
     }
     m_written.clip = clip != nullptr ? std::optional(*clip) : std::nullopt;
+    if (clip != nullptr) IntersectClip(*clip);
+}
+
+void MetafileDevice::Recorder::IntersectClip(const Region& clip) {
+    const auto count = clip.Rects().size();
+    if (count <= 1) {
+        if (Begin(detail::emrIntersectClipRect, cRecordHead + cRect)) m_buffer.Put(clip.Bounds());
+        return;
+    }
+    const std::size_t data = detail::cRegionHeader + count * cRect;
+    if (!Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord + data)) return;
+    m_buffer.Put(static_cast<std::uint32_t>(data));
+    m_buffer.Put(static_cast<std::uint32_t>(RGN_AND));
+    m_buffer.Put(detail::cRegionHeader);
+    m_buffer.Put(detail::cRegionRects);
+    m_buffer.Put(static_cast<std::uint32_t>(count));
+    m_buffer.Put(static_cast<std::uint32_t>(count * cRect));
+    m_buffer.Put(clip.Bounds());
+    for (const RECT& rect : clip.Rects()) m_buffer.Put(rect);
 }
 
 void MetafileDevice::Recorder::AddBounds(const RECT& inclusiveBounds, const Region* clip) {

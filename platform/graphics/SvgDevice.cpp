@@ -255,14 +255,16 @@ private:
     std::string m_text;
 };
 
-// Rectangles as one path.
-void putRects(Text& text, const Region& region) {
+// Rectangles as one path, as far as they lie on the sheet: viewers have no room for numbers without
+// end.
+void putRects(Text& text, const Region& region, const DeviceCaps& sheet) {
     text.Put("<path d=\"");
+    const CRect whole(0, 0, sheet.width, sheet.height);
     for (const RECT& rect : region.Rects()) {
-        const std::int64_t width = std::int64_t{rect.right} - rect.left;
-        const std::int64_t height = std::int64_t{rect.bottom} - rect.top;
-        text.Put("M").Put(rect.left).Put(" ").Put(rect.top).Put("h").Put(width);
-        text.Put("v").Put(height).Put("h").Put(-width).Put("z");
+        CRect part;
+        if (!part.IntersectRect(&rect, &whole)) continue;
+        text.Put("M").Put(part.left).Put(" ").Put(part.top).Put("h").Put(part.Width());
+        text.Put("v").Put(part.Height()).Put("h").Put(-part.Width()).Put("z");
     }
     text.Put("\"");
 }
@@ -380,7 +382,7 @@ bool SvgDevice::Writer::Begin(const Region* clip) {
     const auto [number, isNew] = m_clips.NumberOf(*m_clip);
     if (isNew) {
         m_text.Attribute("<clipPath id=\"c", number).Put(">");
-        putRects(m_text, *m_clip);
+        putRects(m_text, *m_clip, m_caps);
         m_text.Put("/></clipPath>\n");
     }
     m_text.Put("<g clip-path=\"url(#c").Put(number).Put(")\">\n");
@@ -529,7 +531,7 @@ void SvgDevice::Writer::Fill(const Paint& paint, const Region& region) {
     const bool shows = paint.brush.lbStyle != BS_NULL && !region.IsEmpty();
     if (!shows || !Begin(paint.clip)) return;
     const FillStyle fill = Prepare(paint);
-    putRects(m_text, region);
+    putRects(m_text, region, m_caps);
     PutFill(fill);
     End();
 }

@@ -131,7 +131,7 @@ private:
     std::optional<Region> MapRegion(const Region& region) const;
     void Keep(RecordReader& record, std::uint32_t handle, std::unique_ptr<CGdiObject> object);
     void SelectObject(CGdiObject* object);
-    void SelectClip(const Region* region);
+    void IntersectClip(const Region& region);
     LOGFONT ReadFont(RecordReader& record) const;
     void ReadText(RecordReader& record, std::uint32_t count, std::size_t characterSize);
     void ReadAdvances(RecordReader& record, std::uint32_t count);
@@ -416,15 +416,12 @@ void Player::OnRestore(RecordReader& record) {
     UpdateMapping();
 }
 
-void Player::SelectClip(const Region* region) {
-    if (region == nullptr) {
-        m_dc.SelectClipRgn(m_outerClip.IsNull() ? nullptr : &m_outerClip);
-        return;
-    }
+void Player::IntersectClip(const Region& region) {
     CRgn clip;
-    clip.Assign(*region);
-    if (!m_outerClip.IsNull()) clip.CombineRgn(&clip, &m_outerClip, RGN_AND);
-    m_dc.SelectClipRgn(&clip);
+    CRgn both;
+    both.Assign(region);
+    if (m_dc.GetClipRgn(&clip) != 0) both.CombineRgn(&clip, &both, RGN_AND);
+    m_dc.SelectClipRgn(&both);
 }
 
 void Player::OnIntersectClip(RecordReader& record) {
@@ -433,9 +430,13 @@ void Player::OnIntersectClip(RecordReader& record) {
 
 void Player::OnSelectClip(RecordReader& record) {
     const std::uint32_t size = record.U32();
-    if (record.U32() != static_cast<std::uint32_t>(RGN_COPY)) return record.Damage();
-    if (size == 0) return SelectClip(nullptr);
-    if (const auto region = ReadRegion(record)) SelectClip(&*region);
+    const std::uint32_t mode = record.U32();
+    if (mode != std::uint32_t{RGN_COPY} && mode != std::uint32_t{RGN_AND}) return record.Damage();
+    if (mode == std::uint32_t{RGN_COPY}) {
+        m_dc.SelectClipRgn(m_outerClip.IsNull() ? nullptr : &m_outerClip);
+        if (size == 0) return;
+    }
+    if (const auto region = ReadRegion(record)) IntersectClip(*region);
 }
 
 std::optional<Region> Player::ReadRegion(RecordReader& record) {

@@ -232,7 +232,7 @@ TEST(SvgDevice, PlacesEveryCharacter) {
              dc.DrawText("m", -1, &room, 0);
          },
          "<text x=\"0\" y=\"14\" font-size=\"16\">i</text>\n"
-         "<clipPath id=\"c1\"><path d=\"M0 0h4v99h-4z\"/></clipPath>\n<g "
+         "<clipPath id=\"c1\"><path d=\"M0 0h4v80h-4z\"/></clipPath>\n<g "
          "clip-path=\"url(#c1)\">\n<text x=\"0\" y=\"14\" font-size=\"16\">m</text>\n</g>\n"},
     };
     for (const Case& c : cases) EXPECT_EQ(elements(c.calls), c.expected);
