@@ -1,0 +1,107 @@
+// Draws the test cards through every device that needs no toolkit.
+//
+//     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf,
+//     CARD.rtf gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not
+//     those
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "examples/gallery/Cards.h"
+#include "graphs/rtf/MetaFile.h"
+#include "platform/files/CFileException.h"
+#include "platform/files/WholeFile.h"
+#include "platform/graphics/SvgDevice.h"
+
+namespace {
+
+constexpr double cUnitsPerInch = 96;
+
+// The picture as SVG, over white.
+template <class Draw>
+std::string svgOf(const gallery::Card& card, Draw draw) {
+    tessalink::SvgDevice device({card.width, card.height, 96, card.title, card.description});
+    CDC dc(device);
+    dc.FillRect(CRect(0, 0, card.width, card.height),
+                static_cast<CBrush*>(CGdiObject::FromStock(WHITE_BRUSH)));
+    draw(dc);
+    return device.Finish();
+}
+
+void record(MetaFile& metafile, const gallery::Card& card) {
+    metafile.Create(card.width / cUnitsPerInch, card.height / cUnitsPerInch, nullptr);
+    card.draw(metafile);
+    metafile.Close();
+}
+
+std::string playedSvgOf(const gallery::Card& card, const MetaFile& metafile) {
+    return svgOf(card, [&](CDC& dc) {
+        CRect whole(0, 0, card.width, card.height);
+        metafile.Play(dc, whole);
+    });
+}
+
+void store(const std::string& name, const std::string& text) {
+    tessalink::WholeFile file(name.c_str());
+    file.Write(text.data(), text.size());
+    file.Commit();
+}
+
+std::string rtfOf(const gallery::Card& card, const MetaFile& metafile) {
+    return "{\\rtf1\\ansi " +
+           std::string(metafile.GetAsRTF(card.width / cUnitsPerInch, card.height / cUnitsPerInch)
+                           .GetString()) +
+           "\\par}";
+}
+
+void writeCard(const gallery::Card& card, const std::string& start) {
+    MetaFile metafile;
+    record(metafile, card);
+    store(start + ".svg", svgOf(card, card.draw));
+    store(start + "-played.svg", playedSvgOf(card, metafile));
+    store(start + ".rtf", rtfOf(card, metafile));
+    metafile.Save((start + ".emf").c_str());
+}
+
+bool isStored(const std::string& name, const std::string& text) {
+    std::ifstream file(name, std::ios::binary);
+    const std::string stored{std::istreambuf_iterator<char>(file),
+                             std::istreambuf_iterator<char>()};
+    if (stored == text) return true;
+    std::fprintf(stderr, "%s is not what is drawn now: gallery write FOLDER, and look at it\n",
+                 name.c_str());
+    return false;
+}
+
+bool checkCard(const gallery::Card& card, const std::string& start) {
+    MetaFile metafile;
+    record(metafile, card);
+    const bool direct = isStored(start + ".svg", svgOf(card, card.draw));
+    return isStored(start + "-played.svg", playedSvgOf(card, metafile)) && direct;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const std::string task = count == 3 ? arguments[1] : "";
+    if (task != "write" && task != "check") {
+        std::fprintf(stderr, "usage: gallery write|check FOLDER\n");
+        return 2;
+    }
+    bool same = true;
+    try {
+        for (const gallery::Card& card : gallery::cards()) {
+            const std::string start = std::string(arguments[2]) + '/' + card.name;
+            if (task == "write") {
+                writeCard(card, start);
+            } else {
+                same = checkCard(card, start) && same;
+            }
+        }
+    } catch (const CFileException& error) {
+        std::fprintf(stderr, "%s: %s\n", error.m_strFileName.GetString(), error.what());
+        return 2;
+    }
+    return same ? 0 : 1;
+}

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Pictures of the RTF cards as LibreOffice shows them: office.sh FOLDER-OF-RTF FOLDER-OF-PNG
+# Needs soffice and pdftoppm.
+set -euo pipefail
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+soffice "-env:UserInstallation=file://$work/profile" --headless --convert-to pdf \
+    --outdir "$work" "$1"/*.rtf >/dev/null
+for pdf in "$work"/*.pdf; do
+    card=$(basename "$pdf" .pdf)
+    height=$(sed -n 's/.* height="\([0-9]*\)" viewBox.*/\1/p' "$1/$card.svg")
+    pdftoppm -r 96 -x 96 -y 96 -W 610 -H "$height" -png -singlefile "$pdf" "$2/$card-office"
+done
