@@ -9,7 +9,7 @@ import os
 import subprocess
 import sys
 
-MEASURED = ("platform/", "core/", "report/", "apps/")
+MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "apps/")
 
 
 def programs(build):

@@ -4,19 +4,13 @@
 #include <array>
 #include <vector>
 
+#include "examples/bigfive/BigFiveGraphs.h"
 #include "examples/bigfive/RtfRow.h"
 #include "platform/files/ModuleDir.h"
 #include "report/RTFText.h"
 
 namespace bigfive {
 namespace {
-
-constexpr int cTextWidth = 9298;  // twips between the margins of the page
-constexpr int cTwipsPerT = 109;
-constexpr int cBarWidth = (cMaxT - cMinT) * cTwipsPerT;
-constexpr int cMarkWidth = 80;
-constexpr int cBarHeight = 290;
-constexpr int cTickStep = 10;
 
 // The columns of the table of answers end here; behind them stand the boxes.
 constexpr int cNumberEnd = 560;
@@ -25,7 +19,7 @@ constexpr int cDirectionEnd = 7098;
 constexpr int cBoxWidth = 440;
 
 // Places in the color table of the templates.
-enum Color { eDark = 2, eSmallPrint, eLines, eShade, eWhite = 8, eAverage, eRange };
+enum Color { eDark = 2, eLines = 4, eWhite = 8 };
 
 std::string shade(Color color) {
     return "\\clcbpat" + std::to_string(color);
@@ -128,43 +122,6 @@ void fillScale(const Scale& scale, const Score& score, VarTable& vars) {
     add("Error", scale.error);
 }
 
-// The twips of a T score from the left end of a bar, held within it.
-int barPosition(double tScore) {
-    return static_cast<int>((std::clamp<double>(tScore, cMinT, cMaxT) - cMinT) * cTwipsPerT);
-}
-
-struct Stretch {
-    int from;
-    int to;
-    Color color;
-};
-
-// The stretches of a bar, each painted over those before it.
-std::array<Stretch, 4> barLayers(const Score& score) {
-    const int mark =
-        std::clamp(barPosition(score.tScore) - cMarkWidth / 2, 0, cBarWidth - cMarkWidth);
-    return {{{0, cBarWidth, eShade},
-             {barPosition(cAverageFrom - 0.5), barPosition(cAverageTo + 0.5), eAverage},
-             {barPosition(score.low), barPosition(score.high), eRange},
-             {mark, mark + cMarkWidth, eDark}}};
-}
-
-// One cell for each stretch of a bar that shows the same color.
-void addBar(RtfRow& row, const Score& score, int left) {
-    const auto layers = barLayers(score);
-    std::vector<int> edges;
-    for (const Stretch& layer : layers) edges.insert(edges.end(), {layer.from, layer.to});
-    std::sort(edges.begin(), edges.end());
-    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
-    const std::string gap = border("t", 40, eWhite) + border("b", 40, eWhite);
-    for (std::size_t i = 1; i < edges.size(); ++i) {
-        const auto top = std::find_if(layers.rbegin(), layers.rend(), [&](const Stretch& layer) {
-            return layer.from < edges[i] && edges[i] <= layer.to;
-        });
-        row.Cell(left + edges[i], gap + shade(top->color), "\\pard\\plain\\intbl\\keepn\\fs4");
-    }
-}
-
 void write(CFile& output, const std::string& text) {
     output.Write(text.data(), text.size());
 }
@@ -183,6 +140,7 @@ void fillVariables(const Person& person, VarTable& vars) {
 BigFiveReport::BigFiveReport(const Person& person) : m_person(person) {
     AddFct("PROFILE", &BigFiveReport::writeProfile);
     AddFct("SCALE_BAR", &BigFiveReport::writeScaleBar);
+    AddFct("ANSWER_COUNTS", &BigFiveReport::writeAnswerCounts);
     AddFct("ITEM_TABLE", &BigFiveReport::writeItemTable);
 }
 
@@ -195,47 +153,33 @@ CString BigFiveReport::GetDefFilePath(int which) {
     return GetModuleDir() + (which == Full ? "/full.DAT" : "/short.DAT");
 }
 
-// The numbers above the bars: each stands in the middle of its ten points, but the first and the
-// last, which have half of them.
-std::string BigFiveReport::axisRow(int left) {
-    const std::string format =
-        variable("Cell") + "\\keepn\\li0\\ri0\\sb0\\sa20\\fs15\\cf" + std::to_string(eSmallPrint);
-    RtfRow row(0);
-    if (left > 0) row.Cell(left, "", format);
-    for (int tick = cMinT; tick <= cMaxT; tick += cTickStep) {
-        const char* align = tick == cMinT ? "\\ql " : tick == cMaxT ? "\\qr " : "\\qc ";
-        row.Cell(left + barPosition(tick + cTickStep / 2.0), "",
-                 format + align + std::to_string(tick));
-    }
-    return row.Text();
-}
-
-std::string BigFiveReport::barRow(int scale, int left, const std::string& label) {
-    RtfRow row(-cBarHeight);
-    if (left > 0) row.Cell(left, "", variable("Cell") + "\\keepn\\li0\\sb0\\sa0 " + label);
-    addBar(row, scoreScale(m_person.answers, scale), left);
-    return row.Text();
-}
-
 void BigFiveReport::writeProfile(CFile& output, void*) {
-    const int left = cTextWidth - cBarWidth;
-    std::string text = variable("Head2") + " Profile\\par\n" + axisRow(left);
-    for (int i = 0; i < cScales; ++i) {
-        text += barRow(i, left, cScaleTable[static_cast<std::size_t>(i)].name);
-    }
-    write(output,
-          text + variable("Small") +
-              "\\sb60 Dark mark: T score. Blue bar: 90% range. Light band: average range, " +
-              std::to_string(cAverageFrom) + " to " + std::to_string(cAverageTo) + ".\\par\n");
+    write(output, variable("Head2") + " Profile\\par\n" + variable("Body") + "\\keepn\\sa40 ");
+    writeProfilePicture(output, m_person.answers);
+    write(output, "\\par\n" + variable("Small") +
+                      " Diamond: T score. Blue bar: 90% range. Light band: average range, " +
+                      std::to_string(cAverageFrom) + " to " + std::to_string(cAverageTo) +
+                      ".\\par\n");
 }
 
 void BigFiveReport::writeScaleBar(CFile& output, void*) {
     const std::string code = variable("code");
     for (int i = 0; i < cScales; ++i) {
         if (code != cScaleTable[static_cast<std::size_t>(i)].code) continue;
-        write(output,
-              axisRow(0) + barRow(i, 0, "") + variable("Small") + "\\keepn\\sb0\\sa0\\fs8\\par\n");
+        write(output, variable("Body") + "\\keepn\\sa60 ");
+        writeScalePicture(output, m_person.answers, i);
+        write(output, "\\par\n");
     }
+}
+
+// The paragraph behind the graph leaves it its height.
+void BigFiveReport::writeAnswerCounts(CFile& output, void*) {
+    constexpr double twipsPerInch = 1440;
+    write(output, variable("Body") + "\\keepn\\sb0\\sa0 ");
+    bigfive::writeAnswerCounts(output, m_person.answers);
+    write(output, "\\par\n" + variable("Small") + "\\sb" +
+                      std::to_string(static_cast<int>(cCountsHeight * twipsPerInch)) +
+                      " How many statements got each answer, from 1 to 5.\\par\n");
 }
 
 std::string BigFiveReport::itemHeadRow(const std::string& label) {

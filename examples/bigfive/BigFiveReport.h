@@ -15,8 +15,9 @@ void fillVariables(const Person& person, VarTable& vars);
 // in the program's folder.
 //
 // The templates can call PROFILE (all scales as bars), SCALE_BAR (the bar of the scale that the
-// variable "code" names) and ITEM_TABLE (the answers to all statements). The functions use the
-// paragraph formats that the template keeps in its variables.
+// variable "code" names), ANSWER_COUNTS (how often each answer was given) and ITEM_TABLE (the
+// answers to all statements). The functions use the paragraph formats that the template keeps in
+// its variables.
 class BigFiveReport : public FileBasedReport {
 public:
     enum Form { Full = 0, Short = 1 };
@@ -33,11 +34,10 @@ protected:
 private:
     void writeProfile(CFile& output, void* extraInfo);
     void writeScaleBar(CFile& output, void* extraInfo);
+    void writeAnswerCounts(CFile& output, void* extraInfo);
     void writeItemTable(CFile& output, void* extraInfo);
     // The text of one of the template's variables, for instance a paragraph format.
     std::string variable(const char* name) { return Variables().GetStr(name).GetString(); }
-    std::string axisRow(int left);
-    std::string barRow(int scale, int left, const std::string& label);
     std::string itemHeadRow(const std::string& label);
     std::string itemRow(std::size_t item);
 
