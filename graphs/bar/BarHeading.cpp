@@ -9,8 +9,9 @@
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
-using tessalink::halved;
 using tessalink::toDevice;
+using tessalink::wrapAdd;
+using tessalink::wrapMul;
 
 BarHeading::BarHeading(const char* text, double position, std::uint16_t flags, int fontSize,
                        COLORREF color, const char* typeface, int left, int right, int top,
@@ -26,9 +27,10 @@ BarHeading::~BarHeading() {
 int BarHeading::GetDesignHeight() const {
     int highest = 0;
     for (const Text& text : m_texts) {
-        highest = std::max(highest, KOVGraphUtilities::CountLines(text.text) * text.font->size);
+        highest =
+            std::max(highest, wrapMul(KOVGraphUtilities::CountLines(text.text), text.font->size));
     }
-    return GetTopMargin() + GetBottomMargin() + highest;
+    return tessalink::wrapSum(GetTopMargin(), GetBottomMargin(), highest);
 }
 
 int BarHeading::AddText(const char* text, double position, std::uint16_t flags, int fontSize,
@@ -59,7 +61,8 @@ void BarHeading::RemoveTextAt(int index) {
     FontInfo* const font = text->font;
     m_texts.erase(text);
     if (--font->refCount > 0) return;
-    m_fonts.erase(m_fonts.begin() + static_cast<std::ptrdiff_t>(place_of(font)));
+    const auto next = m_fonts.erase(m_fonts.begin() + font->index);
+    std::for_each(next, m_fonts.end(), [](const auto& later) { --later->index; });
 }
 
 void BarHeading::SetTextAt(int index, const char* text) {
@@ -79,12 +82,6 @@ std::size_t BarHeading::checked(int index, std::size_t count) const {
     return static_cast<std::size_t>(index);
 }
 
-std::size_t BarHeading::place_of(const FontInfo* font) const {
-    const auto place = std::find_if(m_fonts.begin(), m_fonts.end(),
-                                    [font](const auto& one) { return one.get() == font; });
-    return static_cast<std::size_t>(place - m_fonts.begin());
-}
-
 void BarHeading::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) {
     if (dc == nullptr) return;
     constexpr BYTE pitchAndFamily = 6;
@@ -96,8 +93,7 @@ void BarHeading::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) 
                                    pitchAndFamily);
     }
     for (const Text& text : m_texts) {
-        // By its place: records that were removed don't lead to another font.
-        dc->SelectObject(&fonts[place_of(text.font)]);
+        dc->SelectObject(&fonts[static_cast<std::size_t>(text.font->index)]);
         draw_text(*dc, text, xScale, yScale, rect);
     }
 }
@@ -106,18 +102,19 @@ void BarHeading::draw_text(CDC& dc, const Text& text, double xScale, double ySca
                            const CRect& rect) {
     const int topMargin = toDevice(GetTopMargin() * yScale);
     const int bottomMargin = toDevice(GetBottomMargin() * yScale);
-    const int block = KOVGraphUtilities::CountLines(text.text) * toDevice(text.font->size * yScale);
-    int y = rect.top + topMargin;
+    const int block =
+        wrapMul(KOVGraphUtilities::CountLines(text.text), toDevice(text.font->size * yScale));
+    int y = wrapAdd(rect.top, topMargin);
     if ((text.flags & cBottom) != 0) {
-        y = rect.bottom - block - bottomMargin;
+        y = tessalink::wrapSub(rect.bottom, wrapAdd(block, bottomMargin));
     } else if ((text.flags & cMiddle) != 0) {
-        y += halved(rect.Height() - block - bottomMargin - topMargin);
+        y = tessalink::middleTop(rect, topMargin, bottomMargin, block);
     }
     dc.SetTextColor(text.color);
     dc.SetTextAlign((text.flags & cRight) != 0    ? TA_RIGHT
                     : (text.flags & cCenter) != 0 ? TA_CENTER
                                                   : TA_LEFT);
-    print(&dc, rect.left + toDevice(text.position * xScale), y, text.text);
+    print(&dc, wrapAdd(rect.left, toDevice(text.position * xScale)), y, text.text);
 }
 
 void BarHeading::print(CDC* dc, int x, int y, CString text) {

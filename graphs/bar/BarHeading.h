@@ -17,7 +17,7 @@ public:
     struct FontInfo {
         int size = 0;      ///< the line height in design units
         CString typeface;  ///< as it was written first
-        int index = 0;     ///< its place among the fonts when it was made
+        int index = 0;     ///< its place among the fonts
         int refCount = 0;  ///< how many texts have it
     };
 
@@ -69,7 +69,6 @@ private:
 
     FontInfo* add_font(int size, const CString& typeface);
     std::size_t checked(int index, std::size_t count) const;
-    std::size_t place_of(const FontInfo* font) const;
     void draw_text(CDC& dc, const Text& text, double xScale, double yScale, const CRect& rect);
 
     std::vector<Text> m_texts;

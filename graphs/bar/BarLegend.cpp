@@ -8,8 +8,9 @@
 #include "platform/graphics/DCScope.h"
 
 using tessalink::halved;
-using tessalink::Selected;
 using tessalink::toDevice;
+using tessalink::wrapAdd;
+using tessalink::wrapSub;
 
 BarLegend::BarLegend(BarScale* scale, const char* leftDesc, const char* rightDesc,
                      COLORREF descColor, int leftMargin, int rightMargin, int topMargin,
@@ -19,6 +20,7 @@ BarLegend::BarLegend(BarScale* scale, const char* leftDesc, const char* rightDes
       m_descColor(descColor),
       m_descFontSize(descFontSize),
       m_descTypeface(descTypeface) {
+    if (scale != nullptr) m_scaleLife = scale->m_life;
     BarLegend::SetLeftDesc(leftDesc);
     BarLegend::SetRightDesc(rightDesc);
 }
@@ -33,49 +35,55 @@ void BarLegend::SetRightDesc(const char* text) {
     m_rightDescLines = KOVGraphUtilities::CountLines(text);
 }
 
+int BarLegend::GetLeftTextWidth() const {
+    const BarScale* const scale = GetScale();
+    return scale != nullptr ? scale->GetLeftTextWidth() : 0;
+}
+
+int BarLegend::GetRightTextWidth() const {
+    const BarScale* const scale = GetScale();
+    return scale != nullptr ? scale->GetRightTextWidth() : 0;
+}
+
 int BarLegend::GetDesignHeight() const {
     const int lines = std::max(m_leftDescLines, m_rightDescLines);
-    return GetTopMargin() + GetBottomMargin() +
-           std::max(lines == 0 ? 0 : m_descFontSize * lines, get_design_body_height());
+    return tessalink::wrapSum(
+        GetTopMargin(), GetBottomMargin(),
+        std::max(tessalink::wrapMul(m_descFontSize, lines), get_design_body_height()));
 }
 
 void BarLegend::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) {
-    if (dc == nullptr) return;
+    if (dc == nullptr || GetScale() == nullptr) return;
+    CRect body = rect;
+    body.DeflateRect(toDevice(wrapAdd(GetLeftMargin(), GetLeftTextWidth()) * xScale),
+                     toDevice(GetTopMargin() * yScale),
+                     toDevice(wrapAdd(GetRightMargin(), GetRightTextWidth()) * xScale),
+                     toDevice(GetBottomMargin() * yScale));
+    draw_descriptions(*dc, xScale, yScale, rect, body);
     const tessalink::RestoredState restored(*dc);
-    const int left = toDevice((GetLeftMargin() + GetLeftTextWidth()) * xScale);
-    const int right = toDevice((GetRightMargin() + GetRightTextWidth()) * xScale);
-    {
-        const tessalink::RestoredState ofDescriptions(*dc);
-        draw_descriptions(*dc, xScale, yScale, rect);
-    }
-    draw_legend_body(dc, xScale, yScale,
-                     CRect(rect.left + left, rect.top + toDevice(GetTopMargin() * yScale),
-                           rect.right - right, rect.bottom - toDevice(GetBottomMargin() * yScale)));
+    draw_legend_body(dc, xScale, yScale, body);
 }
 
-void BarLegend::draw_descriptions(CDC& dc, double xScale, double yScale, const CRect& rect) {
-    const int left = toDevice((GetLeftMargin() + GetLeftTextWidth()) * xScale);
-    const int right = toDevice((GetRightMargin() + GetRightTextWidth()) * xScale);
-    const int topMargin = toDevice(GetTopMargin() * yScale);
-    const int room = rect.Height() - toDevice(GetBottomMargin() * yScale) - topMargin;
+void BarLegend::draw_descriptions(CDC& dc, double xScale, double yScale, const CRect& rect,
+                                  const CRect& body) {
     const int lineHeight = toDevice(m_descFontSize * yScale);
     const auto top = [&](int lines, std::uint16_t alignment) {
-        const int left = room - lines * lineHeight;
-        return rect.top + topMargin +
-               ((alignment & cMiddle) != 0   ? halved(left)
-                : (alignment & cBottom) != 0 ? left
-                                             : 0);
+        const int rest = wrapSub(body.Height(), tessalink::wrapMul(lines, lineHeight));
+        return wrapAdd(body.top, (alignment & cMiddle) != 0   ? halved(rest)
+                                 : (alignment & cBottom) != 0 ? rest
+                                                              : 0);
     };
     CFont font;
     create_font(lineHeight, font);
-    const Selected selected(dc, &font);
+    const tessalink::RestoredState restored(dc);
+    dc.SelectObject(&font);
     const int gap = dc.GetTextExtent("M", 1).cx;
     dc.SetTextColor(m_descColor);
     draw_left_desc(&dc, xScale,
-                   CRect(rect.left, top(m_leftDescLines, m_leftAlignment), rect.left + left - gap,
+                   CRect(rect.left, top(m_leftDescLines, m_leftAlignment), wrapSub(body.left, gap),
                          rect.bottom));
     draw_right_desc(&dc, xScale,
-                    CRect(rect.right - right + gap, top(m_rightDescLines, m_rightAlignment),
+                    CRect(wrapAdd(body.right, gap), top(m_rightDescLines, m_rightAlignment),
                           rect.right, rect.bottom));
 }
 
@@ -87,13 +95,13 @@ void BarLegend::create_font(int height, CFont& font) {
 
 void BarLegend::draw_left_desc(CDC* dc, double xScale, const CRect& column) {
     if (m_leftDescLines == 0 || GetLeftTextWidth() == 0) return;
-    int x = column.left + toDevice(GetLeftMargin() * xScale);
+    int x = wrapAdd(column.left, toDevice(GetLeftMargin() * xScale));
     UINT align = TA_LEFT;
     if ((m_leftAlignment & cRight) != 0) {
         x = column.right;
         align = TA_RIGHT;
     } else if ((m_leftAlignment & cCenter) != 0) {
-        x = column.left + halved(column.Width());
+        x = wrapAdd(column.left, halved(column.Width()));
         align = TA_CENTER;
     }
     const UINT before = dc->SetTextAlign(align);
@@ -106,10 +114,10 @@ void BarLegend::draw_right_desc(CDC* dc, double xScale, const CRect& column) {
     int x = column.left;
     UINT align = TA_LEFT;
     if ((m_rightAlignment & cRight) != 0) {
-        x = column.right - toDevice(GetRightMargin() * xScale);
+        x = wrapSub(column.right, toDevice(GetRightMargin() * xScale));
         align = TA_RIGHT;
     } else if ((m_rightAlignment & cCenter) != 0) {
-        x = column.left + halved(column.Width());
+        x = wrapAdd(column.left, halved(column.Width()));
         align = TA_CENTER;
     }
     const UINT before = dc->SetTextAlign(align);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "graphs/bar/BarScale.h"
 #include "graphs/bar/BarSection.h"
@@ -17,7 +18,7 @@ public:
     static constexpr std::uint16_t cMiddle = 4;
     static constexpr std::uint16_t cBottom = 8;
 
-    /// The scale is not owned and must outlive the legend.
+    /// The scale is not owned. A legend whose scale is gone, or null, draws nothing.
     BarLegend(BarScale* scale, const char* leftDesc, const char* rightDesc, COLORREF descColor,
               int leftMargin, int rightMargin, int topMargin, int bottomMargin, int descFontSize,
               const char* descTypeface);
@@ -40,10 +41,11 @@ public:
     void SetLeftDescAlignment(std::uint16_t alignment) { m_leftAlignment = alignment; }
     std::uint16_t GetRightDescAlignment() const { return m_rightAlignment; }
     void SetRightDescAlignment(std::uint16_t alignment) { m_rightAlignment = alignment; }
-    /// Those of the scale.
-    int GetLeftTextWidth() const { return m_scale->GetLeftTextWidth(); }
-    int GetRightTextWidth() const { return m_scale->GetRightTextWidth(); }
-    BarScale* GetScale() const { return m_scale; }
+    /// Those of the scale; 0 without one.
+    int GetLeftTextWidth() const;
+    int GetRightTextWidth() const;
+    /// Null when it is gone.
+    BarScale* GetScale() const { return m_scaleLife.expired() ? nullptr : m_scale; }
 
 protected:
     virtual void create_font(int height, CFont& font);
@@ -56,9 +58,11 @@ protected:
     virtual void create_body_font(int height, CFont& font) = 0;
 
 private:
-    void draw_descriptions(CDC& dc, double xScale, double yScale, const CRect& rect);
+    void draw_descriptions(CDC& dc, double xScale, double yScale, const CRect& rect,
+                           const CRect& body);
 
     BarScale* m_scale;
+    std::weak_ptr<const bool> m_scaleLife;
     CString m_leftDesc;
     CString m_rightDesc;
     int m_leftDescLines = 0;

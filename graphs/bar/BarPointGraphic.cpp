@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "graphs/bar/BarScale.h"
 #include "graphs/common/DeviceUnits.h"
@@ -10,6 +11,8 @@
 using tessalink::halved;
 using tessalink::Selected;
 using tessalink::toDevice;
+using tessalink::wrapAdd;
+using tessalink::wrapSub;
 
 namespace {
 
@@ -19,30 +22,39 @@ constexpr double cHalfBase = 0.8660254;
 
 /// Triangles and diamonds are 1.2 times the size of circles, so that they look as heavy.
 int enlarged(int radius) {
-    return radius * 12 / 10;
+    return tessalink::wrapMul(radius, 12) / 10;
+}
+
+CRect around(int x, int y, int rx, int ry) {
+    CRect rect(x, y, x, y);
+    rect.InflateRect(rx, ry);
+    return rect;
 }
 
 void drawCircle(CDC& dc, int x, int y, int rx, int ry) {
-    dc.Ellipse(x - rx, y - ry, x + rx, y + ry);
+    dc.Ellipse(around(x, y, rx, ry));
 }
 
 void drawSquare(CDC& dc, int x, int y, int rx, int ry) {
-    dc.Rectangle(x - rx, y - ry, x + rx, y + ry);
+    dc.Rectangle(around(x, y, rx, ry));
 }
 
 void drawTriangle(CDC& dc, int x, int y, int rx, int ry) {
     const int height = enlarged(ry);
     const int half = toDevice(enlarged(rx) * cHalfBase);
+    const int base = wrapAdd(y, height / 2);
     const std::array<POINT, 3> corners = {
-        {{x, y - height}, {x + half, y + height / 2}, {x - half, y + height / 2}}};
+        {{x, wrapSub(y, height)}, {wrapAdd(x, half), base}, {wrapSub(x, half), base}}};
     dc.Polygon(corners.data(), static_cast<int>(corners.size()));
 }
 
 void drawDiamond(CDC& dc, int x, int y, int rx, int ry) {
     const int height = enlarged(ry);
     const int width = enlarged(rx);
-    const std::array<POINT, 4> corners = {
-        {{x, y - height}, {x + width, y}, {x, y + height}, {x - width, y}}};
+    const std::array<POINT, 4> corners = {{{x, wrapSub(y, height)},
+                                           {wrapAdd(x, width), y},
+                                           {x, wrapAdd(y, height)},
+                                           {wrapSub(x, width), y}}};
     dc.Polygon(corners.data(), static_cast<int>(corners.size()));
 }
 
@@ -53,14 +65,15 @@ constexpr std::array<void (*)(CDC&, int, int, int, int), cShapes> cDrawShape = {
 
 void BarPointGraphic::Draw(CDC* dc, double xScale, double yScale, const CRect& box) {
     const BarScale* const scale = GetContainer();
-    if (dc == nullptr || scale == nullptr) return;
+    if (dc == nullptr || scale == nullptr || std::isnan(m_value)) return;
     // The sizes round up: one is added here, and a half when they become device units.
     const int size = std::min(m_size, scale->GetBarHeight());
     const int rx = halved(toDevice(size * xScale + 1));
     const int ry = halved(toDevice(size * yScale + 1));
     const double value =
         std::min<double>(std::max<double>(m_value, scale->GetMinPlotVal()), scale->GetMaxPlotVal());
-    draw_symbol(dc, scale->PixX(value, box), box.top + halved(box.Height()), xScale, rx, ry);
+    draw_symbol(dc, scale->PixX(value, box), wrapAdd(box.top, halved(box.Height())), xScale, rx,
+                ry);
 }
 
 void BarPointGraphic::draw_symbol(CDC* dc, int x, int y, double xScale, int rx, int ry) {

@@ -6,7 +6,7 @@
 /// A symbol at one score, in the middle of the bar.
 class TESSALINK_API BarPointGraphic : public BarGraphic {
 public:
-    enum Symbol {
+    enum Symbol : int {
         Circle,
         Square,
         Triangle,  ///< point up
@@ -28,7 +28,7 @@ public:
                              int lineSize = cDefaultLineSize)
         : m_value(value), m_size(size), m_lineSize(lineSize), m_color(color), m_symbol(symbol) {}
 
-    /// A score beyond the plotted range of the scale is drawn at its end.
+    /// A score beyond the plotted range of the scale is drawn at its end, not-a-number nowhere.
     void Draw(CDC* dc, double xScale, double yScale, const CRect& box) override;
 
     double GetValue() const { return m_value; }

@@ -1,6 +1,7 @@
 #include "graphs/bar/BarRangeGraphic.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "graphs/bar/BarScale.h"
 #include "graphs/common/DeviceUnits.h"
@@ -12,17 +13,18 @@ using tessalink::toDevice;
 
 void BarRangeGraphic::Draw(CDC* dc, double xScale, double yScale, const CRect& box) {
     const BarScale* const scale = GetContainer();
-    if (dc == nullptr || scale == nullptr) return;
+    if (dc == nullptr || scale == nullptr || std::isnan(m_from) || std::isnan(m_to)) return;
     const double lowest = scale->GetScaleMin();
     const double highest = scale->GetScaleMax();
     const double from = std::min(std::max(m_from, lowest), highest);
     const double to = std::max(std::min(m_to, highest), lowest);
     if (from == to) return;
     const int height = toDevice(scale->GetBarHeight() * m_heightFraction * yScale);
-    const int inset = halved(box.bottom - height - box.top);
-    draw_bar(dc, xScale,
-             CRect(scale->PixXUnrestricted(from, box), box.top + inset,
-                   scale->PixXUnrestricted(to, box), box.bottom - inset));
+    const int inset = halved(tessalink::wrapSub(box.Height(), height));
+    CRect bar(scale->PixXUnrestricted(from, box), box.top, scale->PixXUnrestricted(to, box),
+              box.bottom);
+    bar.DeflateRect(0, inset);
+    draw_bar(dc, xScale, bar);
 }
 
 void BarRangeGraphic::draw_bar(CDC* dc, double xScale, const CRect& rect) {

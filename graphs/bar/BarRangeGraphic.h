@@ -17,7 +17,8 @@ public:
           m_borderColor(borderColor),
           m_lineSize(lineSize) {}
 
-    /// The range is cut to that of the scale; nothing is drawn when nothing is left.
+    /// The range is cut to that of the scale; nothing is drawn when nothing is left, or
+    /// an end is not a number.
     void Draw(CDC* dc, double xScale, double yScale, const CRect& box) override;
 
     double GetFromValue() const { return m_from; }

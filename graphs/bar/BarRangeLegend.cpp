@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/common/KOVGraphUtilities.h"
@@ -11,6 +12,9 @@
 using tessalink::halved;
 using tessalink::Selected;
 using tessalink::toDevice;
+using tessalink::wrapAdd;
+using tessalink::wrapMul;
+using tessalink::wrapSub;
 
 BarRangeLegend::BarRangeLegend(BarScale* scale, const char* leftDesc, const char* rightDesc,
                                COLORREF bodyColor, COLORREF descColor, int leftMargin,
@@ -23,7 +27,7 @@ BarRangeLegend::BarRangeLegend(BarScale* scale, const char* leftDesc, const char
 
 int BarRangeLegend::AddRange(double from, double to, const char* text) {
     m_ranges.push_back({from, to, text});
-    set_max_lines();
+    m_maxLines = std::max(m_maxLines, KOVGraphUtilities::CountLines(text));
     return GetRangeCount() - 1;
 }
 
@@ -61,7 +65,7 @@ int BarRangeLegend::bracket_height() const {
 }
 
 int BarRangeLegend::get_design_body_height() const {
-    return bracket_height() + m_maxLines * GetBodyFontSize();
+    return wrapAdd(bracket_height(), wrapMul(m_maxLines, GetBodyFontSize()));
 }
 
 void BarRangeLegend::draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) {
@@ -79,22 +83,23 @@ void BarRangeLegend::draw_ranges(CDC* dc, double xScale, double yScale, const CR
     const Selected selected(*dc, &pen);
     const int height = toDevice(bracket_height() * yScale);
     const int lineHeight = toDevice(GetBodyFontSize() * yScale);
+    const bool up = m_directionUp != 0;
+    const int bracketTop = up ? body.top : wrapAdd(body.top, wrapMul(m_maxLines, lineHeight));
+    const CRect bracket(body.left, bracketTop, body.right, wrapAdd(bracketTop, height));
     for (const Range& range : m_ranges) {
+        if (std::isnan(range.from) || std::isnan(range.to)) continue;
         const int from = GetScale()->PixXUnrestricted(range.from, body);
         const int to = GetScale()->PixXUnrestricted(range.to, body);
+        draw_bracket(*dc, std::min(from, to), std::max(from, to), bracket);
         // Downward, all texts end where the brackets begin.
-        const int block = KOVGraphUtilities::CountLines(range.text) * lineHeight;
-        const int textTop =
-            m_directionUp != 0 ? body.top + height : body.top + m_maxLines * lineHeight - block;
-        const int top = m_directionUp != 0 ? body.top : body.top + m_maxLines * lineHeight;
-        draw_bracket(*dc, std::min(from, to), std::max(from, to),
-                     CRect(body.left, top, body.right, top + height));
-        print_multi_lines(dc, from + halved(to - from), textTop, range.text);
+        const int block = wrapMul(KOVGraphUtilities::CountLines(range.text), lineHeight);
+        print_multi_lines(dc, wrapAdd(from, halved(wrapSub(to, from))),
+                          up ? bracket.bottom : wrapSub(bracket.top, block), range.text);
     }
 }
 
 void BarRangeLegend::draw_bracket(CDC& dc, int left, int right, const CRect& bracket) const {
-    const int middle = bracket.top + halved(bracket.Height());
+    const int middle = wrapAdd(bracket.top, halved(bracket.Height()));
     const int open = m_directionUp != 0 ? bracket.top : bracket.bottom;
     const std::array<POINT, 4> corners = {
         {{left, open}, {left, middle}, {right, middle}, {right, open}}};

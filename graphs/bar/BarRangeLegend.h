@@ -18,7 +18,8 @@ public:
                    int bottomMargin, int descFontSize, int bodyFontSize, const char* descTypeface,
                    const char* bodyTypeface);
 
-    /// Adds a range, whose text may have several lines, and returns its index.
+    /// Adds a range, whose text may have several lines, and returns its index. One with an end that
+    /// is not a number has room, but is not drawn.
     int AddRange(double from, double to, const char* text);
     /// An index out of range raises CInvalidArgException.
     void GetRangeInfo(int index, double& from, double& to, CString& text) const;
@@ -38,7 +39,7 @@ protected:
     int get_design_body_height() const override;
     void draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) override;
     virtual void draw_ranges(CDC* dc, double xScale, double yScale, const CRect& body);
-    /// Counts the lines of the highest text anew.
+    /// Counts the lines of the highest text anew, after a range has gone.
     virtual void set_max_lines();
 
 private:

@@ -80,7 +80,8 @@ public:
     void SetDescColor(COLORREF color) { m_descColor = color; }
 
 protected:
-    /// The steps of Draw. Widths of lines are those of the device.
+    /// The steps of Draw. Widths of lines are those of the device. What is drawn from draw_bar on
+    /// finds the font of the descriptions selected, if there are any, and their colour set.
     virtual void calc_line_sizes(double xScale);
     virtual void create_font(int height, CFont& font);
     virtual void draw_bar(CDC* dc, double xScale, const CRect& box);
@@ -88,8 +89,11 @@ protected:
     virtual void print_multi_lines(CDC* dc, int x, int y, CString text);
 
 private:
+    friend class BarLegend;  // notices by m_life when its scale is gone
+
     std::size_t checked(int index) const;
-    void draw_descriptions(CDC& dc, int leftWidth, int rightWidth, double yScale,
+    /// Creates the font, which stays selected, if there is anything to print beside the box.
+    void draw_descriptions(CDC& dc, CFont& font, const CRect& box, double yScale,
                            const CRect& rect);
     void draw_ticks(CDC& dc, int step, int width, COLORREF color, const CRect& box);
 
@@ -119,4 +123,5 @@ private:
     COLORREF m_majTickColor = cBlack;
     COLORREF m_descColor = cBlack;
     std::vector<std::unique_ptr<BarGraphic>> m_graphics;
+    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
 };

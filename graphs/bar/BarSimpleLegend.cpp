@@ -1,6 +1,7 @@
 #include "graphs/bar/BarSimpleLegend.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/common/KOVGraphUtilities.h"
@@ -23,7 +24,7 @@ BarSimpleLegend::BarSimpleLegend(BarScale* scale, const char* leftDesc, const ch
 
 int BarSimpleLegend::AddText(double value, const char* text) {
     m_texts.push_back({value, text});
-    set_max_lines();
+    m_maxLines = std::max(m_maxLines, KOVGraphUtilities::CountLines(text));
     return GetTextCount() - 1;
 }
 
@@ -60,7 +61,7 @@ int BarSimpleLegend::line_height() const {
 }
 
 int BarSimpleLegend::get_design_body_height() const {
-    return line_height() + m_maxLines * GetBodyFontSize();
+    return tessalink::wrapAdd(line_height(), tessalink::wrapMul(m_maxLines, GetBodyFontSize()));
 }
 
 void BarSimpleLegend::draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) {
@@ -76,8 +77,9 @@ void BarSimpleLegend::draw_legend_body(CDC* dc, double xScale, double yScale, co
 void BarSimpleLegend::draw_texts(CDC* dc, double xScale, double yScale, const CRect& body) {
     CPen pen(m_lineStyle, std::max(toDevice(m_lineSize * xScale), 1), m_lineColor);
     const Selected selected(*dc, &pen);
-    const int top = body.top + toDevice(line_height() * yScale);
+    const int top = tessalink::wrapAdd(body.top, toDevice(line_height() * yScale));
     for (const Text& text : m_texts) {
+        if (std::isnan(text.value)) continue;
         const int x = GetScale()->PixXUnrestricted(text.value, body);
         if (m_useLine != 0) {
             dc->MoveTo(x, body.top);

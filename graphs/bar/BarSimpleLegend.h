@@ -16,7 +16,8 @@ public:
                     int topMargin, int bottomMargin, int descFontSize, int bodyFontSize,
                     const char* descTypeface, const char* bodyTypeface);
 
-    /// Adds a text, which may have several lines, and returns its index.
+    /// Adds a text, which may have several lines, and returns its index. One at not-a-number has
+    /// room, but is not drawn.
     int AddText(double value, const char* text);
     /// An index out of range raises CInvalidArgException.
     void GetTextInfo(int index, double& value, CString& text) const;
@@ -40,7 +41,7 @@ protected:
     int get_design_body_height() const override;
     void draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) override;
     virtual void draw_texts(CDC* dc, double xScale, double yScale, const CRect& body);
-    /// Counts the lines of the highest text anew.
+    /// Counts the lines of the highest text anew, after a text has gone.
     virtual void set_max_lines();
 
 private:

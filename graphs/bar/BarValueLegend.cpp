@@ -13,11 +13,12 @@ BarValueLegend::BarValueLegend(BarScale* scale, const char* leftDesc, const char
                                int bodyFontSize, const char* descTypeface, const char* bodyTypeface)
     : BarBodyLegend(scale, leftDesc, rightDesc, bodyColor, descColor, leftMargin, rightMargin,
                     topMargin, bottomMargin, descFontSize, bodyFontSize, descTypeface,
-                    bodyTypeface),
-      m_firstLabelPos(scale->GetTickStart()),
-      m_lastLabelPos(scale->GetTickEnd()),
-      m_labelCalcStart(scale->GetTickStart()),
-      m_labelDelta(scale->GetMajTick()) {}
+                    bodyTypeface) {
+    if (scale == nullptr) return;
+    m_firstLabelPos = m_labelCalcStart = scale->GetTickStart();
+    m_lastLabelPos = scale->GetTickEnd();
+    m_labelDelta = scale->GetMajTick();
+}
 
 CString BarValueLegend::format_value(int value) {
     return tessalink::formatInt(value, 0, -1);

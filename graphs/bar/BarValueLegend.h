@@ -32,8 +32,8 @@ protected:
 private:
     void draw_end_label(CDC& dc, int score, const CRect& body);
 
-    int m_firstLabelPos;
-    int m_lastLabelPos;
-    int m_labelCalcStart;
-    int m_labelDelta;
+    int m_firstLabelPos = 0;
+    int m_lastLabelPos = 0;
+    int m_labelCalcStart = 0;
+    int m_labelDelta = 0;
 };

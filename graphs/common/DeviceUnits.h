@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/NumberText.h"
+#include "platform/graphics/Geometry.h"
 
 namespace tessalink {
 
@@ -13,6 +14,19 @@ inline int toDevice(double value) {
 /// Half of a length, rounded down.
 constexpr int halved(int value) {
     return value >> 1;
+}
+
+/// The sum, wrapped at 32 bits as all lengths of graphs are: sizes that make no sense make pictures
+/// that make none, and no more.
+template <class... Ints>
+constexpr int wrapSum(Ints... values) {
+    return static_cast<int>((static_cast<unsigned>(values) + ...));
+}
+
+/// The top of a block that lies in the middle between the margins.
+constexpr int middleTop(const CRect& rect, int topMargin, int bottomMargin, int height) {
+    const int rest = wrapSub(rect.Height(), wrapSum(height, bottomMargin, topMargin));
+    return wrapSum(rect.top, topMargin, halved(rest));
 }
 
 }  // namespace tessalink

@@ -44,7 +44,7 @@ void walk(std::string_view text, bool printsEscape, OnRun onRun, OnSwitch onSwit
         const auto escape = text.find(cEscape, search);
         const std::string_view run = text.substr(start, escape - start);
         if (!run.empty()) onRun(run);
-        if (escape == text.npos || escape + 1 >= text.size()) return;
+        if (escape == std::string_view::npos || escape + 1 >= text.size()) return;
         const bool doubled = text[escape + 1] == cEscape;
         if (!doubled) onSwitch(text[escape + 1]);
         start = escape + (doubled && printsEscape ? 1 : 2);
@@ -105,7 +105,8 @@ int printRuns(CDC& dc, int x, int y, const CString& text, const LabelFonts& font
 
 }  // namespace
 
-int PrintFormatted(CDC* dc, int x, int y, CString text, CFont* normal, CFont* italic, CFont* bold) {
+int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal, CFont* italic,
+                   CFont* bold) {
     if (dc == nullptr || text.IsEmpty()) return 0;
     if (text.Find(cEscape) < 0) {
         drawRun(*dc, x, y, text.View());
@@ -125,7 +126,7 @@ int PrintFormatted(CDC* dc, int x, int y, CString text, CFont* normal, CFont* it
     return printRuns(*dc, x, y, text, fonts);
 }
 
-int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic, CFont* bold,
+int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic, CFont* bold,
                        CFont* symbol) {
     if (dc == nullptr) return 0;
     const tessalink::RestoredState restored(*dc);
@@ -138,6 +139,6 @@ int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic, CFon
     return width;
 }
 
-int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic, CFont* bold) {
+int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic, CFont* bold) {
     return CalcFormattedWidth(dc, text, normal, italic, bold, nullptr);
 }

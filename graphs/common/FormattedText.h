@@ -16,14 +16,14 @@
 /// Text before the first switch has the current font. A null `normal` is the current font; a null
 /// `italic` or `bold` is derived from the normal font when the label needs it, and so is the symbol
 /// font, always. Font and alignment are as they were afterwards. Without a context: 0.
-TESSALINK_API int PrintFormatted(CDC* dc, int x, int y, CString text, CFont* normal, CFont* italic,
-                                 CFont* bold);
+TESSALINK_API int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal,
+                                 CFont* italic, CFont* bold);
 
 /// The sum of the widths of the label's runs, each in the font of the switch before it; no fonts
 /// are derived, a null font leaves the one before. Two backslashes are measured as nothing. The
 /// font is as it was afterwards.
-TESSALINK_API int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic,
+TESSALINK_API int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic,
                                      CFont* bold, CFont* symbol);
 /// The same without a symbol font.
-TESSALINK_API int CalcFormattedWidth(CDC* dc, CString text, CFont* normal, CFont* italic,
+TESSALINK_API int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic,
                                      CFont* bold);

@@ -21,7 +21,7 @@ void CalcARScaleFactors(CDC* dc, int deviceWidth, int deviceHeight, int designWi
     }
 }
 
-void PrintMultipleLines(CDC* dc, int x, int y, CString text) {
+void PrintMultipleLines(CDC* dc, int x, int y, const CString& text) {
     if (dc == nullptr) return;
     if (text.Find('\n') < 0) {
         PrintFormatted(dc, x, y, text, nullptr, nullptr, nullptr);
@@ -31,7 +31,7 @@ void PrintMultipleLines(CDC* dc, int x, int y, CString text) {
     for (std::string_view rest = text.View(); !rest.empty(); y = tessalink::wrapAdd(y, height)) {
         const auto end = rest.find('\n');
         PrintFormatted(dc, x, y, rest.substr(0, end), nullptr, nullptr, nullptr);
-        rest.remove_prefix(end == rest.npos ? rest.size() : end + 1);
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
     }
 }
 

@@ -16,7 +16,7 @@ TESSALINK_API void CalcARScaleFactors(CDC* dc, int deviceWidth, int deviceHeight
 
 /// Prints the lines of the text, which line feeds part, from (x, y) down, each as a formatted label
 /// one text height below the other. A line feed at the end adds no line.
-TESSALINK_API void PrintMultipleLines(CDC* dc, int x, int y, CString text);
+TESSALINK_API void PrintMultipleLines(CDC* dc, int x, int y, const CString& text);
 
 /// The number of lines: 0 for an empty text, otherwise one more than there are line feeds, one at
 /// the end included.
