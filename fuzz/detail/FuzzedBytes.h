@@ -28,7 +28,7 @@ public:
 
 private:
     std::string Take(std::size_t length) {
-        const std::string taken(m_rest.substr(0, length));
+        std::string taken(m_rest.substr(0, length));
         m_rest.remove_prefix(taken.size());
         return taken;
     }

@@ -47,17 +47,19 @@ Region wholePlane() {
 // Cuts the next line off a text: up to a line end, or to what fits into the width.
 std::string_view takeLine(std::string_view& text, UINT format, const SizedFont& font, int width) {
     const bool single = (format & DT_SINGLELINE) != 0;
-    const auto end = single ? text.npos : text.find('\n');
+    const auto end = single ? std::string_view::npos : text.find('\n');
     std::string_view line = text.substr(0, end);
-    std::size_t used = end == text.npos ? text.size() : end + 1;
-    if (line.ends_with('\r') && end != text.npos) line.remove_suffix(1);
+    std::size_t used = end == std::string_view::npos ? text.size() : end + 1;
+    if (line.ends_with('\r') && end != std::string_view::npos) line.remove_suffix(1);
     if ((format & DT_WORDBREAK) != 0 && !single && font.WidthOf(line) > width) {
-        std::size_t fits = line.npos;
-        for (auto blank = line.find(' '); blank != line.npos; blank = line.find(' ', blank + 1)) {
-            if (fits != line.npos && font.WidthOf(line.substr(0, blank)) > width) break;
+        std::size_t fits = std::string_view::npos;
+        for (auto blank = line.find(' '); blank != std::string_view::npos;
+             blank = line.find(' ', blank + 1)) {
+            if (fits != std::string_view::npos && font.WidthOf(line.substr(0, blank)) > width)
+                break;
             fits = blank;
         }
-        if (fits != line.npos) {
+        if (fits != std::string_view::npos) {
             line = line.substr(0, fits);
             used = fits + 1;
         }
@@ -393,8 +395,9 @@ BOOL CDC::TextOut(int x, int y, const CString& text) {
 BOOL CDC::ExtTextOut(int x, int y, UINT options, const RECT* rect, const char* text, UINT count,
                      const int* advances) {
     if (m_device == nullptr) return 0;
-    if (rect == nullptr) options &= ~(ETO_OPAQUE | ETO_CLIPPED);
-    if ((options & ETO_OPAQUE) != 0) fill(*rect, {BS_SOLID, m_state.backgroundColor, 0});
+    if (rect != nullptr && (options & ETO_OPAQUE) != 0) {
+        fill(*rect, {BS_SOLID, m_state.backgroundColor, 0});
+    }
     draw_run({x, y}, viewOf(text, static_cast<int>(count)), advances,
              (options & ETO_CLIPPED) != 0 ? rect : nullptr);
     return 1;
@@ -436,7 +439,7 @@ int CDC::DrawText(const CString& text, RECT* rect, UINT format) {
 }
 
 void CDC::draw_line_of_text(std::string_view text, const RECT& rect, int y, UINT format) {
-    const bool prefixed = (format & DT_NOPREFIX) == 0 && text.find('&') != text.npos;
+    const bool prefixed = (format & DT_NOPREFIX) == 0 && text.find('&') != std::string_view::npos;
     const auto [plain, marked] =
         prefixed ? withoutPrefixes(text) : std::pair(std::string(), std::string::npos);
     if (prefixed) text = plain;

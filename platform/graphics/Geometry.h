@@ -38,13 +38,19 @@ struct RECT {
 
 struct CSize : SIZE {
     constexpr CSize() = default;
-    constexpr CSize(int width, int height) : SIZE{width, height} {}
+    constexpr CSize(int width, int height) {
+        cx = width;
+        cy = height;
+    }
     constexpr CSize(const SIZE& size) : SIZE(size) {}
 };
 
 struct CPoint : POINT {
     constexpr CPoint() = default;
-    constexpr CPoint(int px, int py) : POINT{px, py} {}
+    constexpr CPoint(int px, int py) {
+        x = px;
+        y = py;
+    }
     constexpr CPoint(const POINT& point) : POINT(point) {}
 
     constexpr void Offset(int dx, int dy) {
@@ -64,13 +70,18 @@ struct CPoint : POINT {
 
 struct CRect : RECT {
     constexpr CRect() = default;
-    constexpr CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
+    constexpr CRect(int l, int t, int r, int b) {
+        left = l;
+        top = t;
+        right = r;
+        bottom = b;
+    }
     constexpr CRect(const RECT& rect) : RECT(rect) {}
     constexpr CRect(const POINT& topLeft, const SIZE& size)
-        : RECT{topLeft.x, topLeft.y, tessalink::wrapAdd(topLeft.x, size.cx),
-               tessalink::wrapAdd(topLeft.y, size.cy)} {}
+        : CRect(topLeft.x, topLeft.y, tessalink::wrapAdd(topLeft.x, size.cx),
+                tessalink::wrapAdd(topLeft.y, size.cy)) {}
     constexpr CRect(const POINT& topLeft, const POINT& bottomRight)
-        : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
+        : CRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y) {}
 
     constexpr int Width() const { return tessalink::wrapSub(right, left); }
     constexpr int Height() const { return tessalink::wrapSub(bottom, top); }

@@ -1,6 +1,5 @@
 #include "platform/graphics/CDC.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -18,7 +17,6 @@ using tessalink::NullDevice;
 using tessalink::RecordingDevice;
 using tessalink::test::Dice;
 using tessalink::test::DrawingProgram;
-using testing::ElementsAre;
 using Lines = std::vector<std::string>;
 
 // A context over a recording, with a font whose em has 16 units: "i" is 4 wide, a line 17 high.

@@ -16,13 +16,18 @@ using tessalink::Region;
 using tessalink::test::Dice;
 
 constexpr int cSide = 24;
-using Bitmap = std::bitset<cSide * cSide>;
+constexpr std::size_t cUnits = 24 * 24;
+using Bitmap = std::bitset<cUnits>;
+
+std::size_t indexOf(int x, int y) {
+    return static_cast<std::size_t>(y) * cSide + static_cast<std::size_t>(x);
+}
 
 Bitmap bitmapOf(const Region& region) {
     Bitmap bitmap;
     for (int y = 0; y < cSide; ++y) {
         for (int x = 0; x < cSide; ++x) {
-            bitmap[static_cast<std::size_t>(y * cSide + x)] = region.Contains({x, y});
+            bitmap[indexOf(x, y)] = region.Contains({x, y});
         }
     }
     return bitmap;
@@ -32,7 +37,7 @@ Bitmap bitmapWhere(const std::function<bool(int, int)>& holds) {
     Bitmap bitmap;
     for (int y = 0; y < cSide; ++y) {
         for (int x = 0; x < cSide; ++x) {
-            bitmap[static_cast<std::size_t>(y * cSide + x)] = holds(x, y);
+            bitmap[indexOf(x, y)] = holds(x, y);
         }
     }
     return bitmap;

@@ -12,7 +12,6 @@
 namespace {
 
 using tessalink::SvgDevice;
-using tessalink::SvgSheet;
 using tessalink::test::XmlCheck;
 
 // The elements that the calls add to an empty picture.
