@@ -16,7 +16,7 @@ using tessalink::Region;
 using tessalink::test::Dice;
 
 constexpr int cSide = 24;
-constexpr std::size_t cUnits = 24 * 24;
+constexpr std::size_t cUnits = std::size_t{cSide} * cSide;
 using Bitmap = std::bitset<cUnits>;
 
 std::size_t indexOf(int x, int y) {
