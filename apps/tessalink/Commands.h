@@ -13,8 +13,10 @@ namespace tessalink::cli {
 struct ReportOptions {
     std::string templatePath;
     std::string outputPath;
-    std::string variablesPath;  ///< empty: none
-    std::string includeFolder;  ///< empty: the folder of the template
+    std::string variablesPath;         ///< empty: none
+    std::string includeFolder;         ///< empty: the folder of the template
+    std::string graphsPath;            ///< empty: none
+    bool hasTextAlternatives = false;  ///< graphs say what they show
     Storage storage = Storage::detect;
 };
 int makeReport(const ReportOptions& options);
@@ -67,5 +69,18 @@ struct PictureOptions {
 };
 /// Converts an enhanced metafile.
 int convertPicture(const PictureOptions& options);
+
+inline const std::vector<std::string> cGraphFormats = {"emf", "svg", "png", "pdf", "rtf"};
+struct GraphOptions {
+    std::string graphsPath;
+    std::string name;
+    std::string variablesPath;  ///< empty: none
+    std::string outputPath;
+    std::string format;      ///< empty: by the ending of the output
+    std::optional<int> dpi;  ///< units per inch
+    bool hasTextAlternative = false;
+};
+/// Draws a graph that a file describes.
+int drawGraph(const GraphOptions& options);
 
 }  // namespace tessalink::cli

@@ -1,16 +1,14 @@
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 #include <stdexcept>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/PictureModule.h"
-#include "platform/files/WholeFile.h"
+#include "apps/tessalink/PictureOutput.h"
 #include "platform/graphics/EnhMetaFile.h"
 #include "platform/graphics/SvgDevice.h"
-#include "platform/qt/QtImages.h"
 
 namespace tessalink::cli {
 
@@ -18,7 +16,6 @@ namespace {
 
 constexpr double cHundredthsPerInch = 2540;  // of a millimetre
 constexpr double cMmPerInch = 25.4;
-constexpr int cScreenDpi = 96;
 
 struct DeletePicture {
     void operator()(HENHMETAFILE picture) const { DeleteEnhMetaFile(picture); }
@@ -38,18 +35,6 @@ Picture readPicture(const std::string& path) {
     return Picture(makeEnhMetaFile(std::move(bytes)));
 }
 
-std::string formatOf(const PictureOptions& options) {
-    if (!options.format.empty()) return options.format;
-    const std::string ending = std::filesystem::path(options.outputPath).extension();
-    const auto known = std::find(cPictureFormats.begin(), cPictureFormats.end(),
-                                 ending.empty() ? ending : ending.substr(1));
-    if (known == cPictureFormats.end()) {
-        throw std::runtime_error(options.outputPath +
-                                 ": the name ends in none of .png, .pdf, .svg; add --format");
-    }
-    return *known;
-}
-
 /// The size of the frame at a resolution; nothing when the picture is empty. Pixels are those of a
 /// screen unless asked otherwise, lines and curves keep the units in which they were recorded.
 std::optional<PictureTarget> targetFor(const PictureOptions& options, const std::string& format,
@@ -57,20 +42,13 @@ std::optional<PictureTarget> targetFor(const PictureOptions& options, const std:
     const int recorded =
         static_cast<int>(std::lround(header.szlDevice.cx * cMmPerInch / header.szlMillimeters.cx));
     const int dpi = options.dpi.value_or(format == "png" ? cScreenDpi : std::max(1, recorded));
-    const auto units = [dpi](LONG from, LONG to) {
-        return std::round((static_cast<double>(to) - from) * dpi / cHundredthsPerInch);
+    const auto inches = [](LONG from, LONG to) {
+        return (static_cast<double>(to) - from) / cHundredthsPerInch;
     };
     const RECT& frame = header.rclFrame;
-    const double width = units(frame.left, frame.right);
-    const double height = units(frame.top, frame.bottom);
     if (frame.left >= frame.right || frame.top >= frame.bottom) return std::nullopt;
-    const double longest = format == "png" ? cMaxImageSide : double{cMaxPageSide} * dpi;
-    if (std::max(width, height) > longest) {
-        throw std::runtime_error(options.inputPath + ": the picture is too large for --dpi " +
-                                 std::to_string(dpi));
-    }
-    return PictureTarget{format.c_str(), std::max(1, static_cast<int>(width)),
-                         std::max(1, static_cast<int>(height)), dpi};
+    return pictureTarget(options.inputPath, format, inches(frame.left, frame.right),
+                         inches(frame.top, frame.bottom), dpi);
 }
 
 std::vector<BYTE> svgOf(HENHMETAFILE picture, const PictureTarget& target) {
@@ -94,7 +72,7 @@ int refuse(const std::string& path, const char* why) {
 }  // namespace
 
 int convertPicture(const PictureOptions& options) {
-    const std::string format = formatOf(options);
+    const std::string format = pictureFormat(options.outputPath, options.format, cPictureFormats);
     const Picture picture = readPicture(options.inputPath);
     if (!picture) return refuse(options.inputPath, "no enhanced metafile, or a damaged one");
     ENHMETAHEADER header;
@@ -104,9 +82,7 @@ int convertPicture(const PictureOptions& options) {
     const std::vector<BYTE> bytes = format == "svg"
                                         ? svgOf(picture.get(), *target)
                                         : renderByModule(bytesOf(picture.get()), *target);
-    WholeFile output(options.outputPath.c_str());
-    output.Write(bytes.data(), bytes.size());
-    output.Commit();
+    storePicture(options.outputPath, bytes);
     return cSuccess;
 }
 

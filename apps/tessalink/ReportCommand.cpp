@@ -1,8 +1,10 @@
+#include <optional>
 #include <set>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
+#include "graphs/file/GraphFctTable.h"
 #include "platform/files/WholeFile.h"
 #include "report/FileParser.h"
 #include "report/VariablesFile.h"
@@ -11,12 +13,18 @@ namespace tessalink::cli {
 
 namespace {
 
-/// A run without host functions, whose includes stay in their folder.
+/// What all parsers of a run share.
+struct Run {
+    VarTable& variables;
+    GraphFctTable* graphs;  ///< null: none
+    std::set<CString> skippedCalls;
+};
+
+/// A run whose host functions are the described graphs, and whose includes stay in their folder.
 class ReportParser : public FileParser {
 public:
-    ReportParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled,
-                 std::set<CString>& skippedCalls)
-        : FileParser(templateFile, output, variables, scrambled), m_skippedCalls(skippedCalls) {}
+    ReportParser(CFile& templateFile, CFile& output, int scrambled, Run& run)
+        : FileParser(templateFile, output, run.variables, scrambled), m_run(run) {}
 
 protected:
     int do_include(const CString& name) override {
@@ -29,21 +37,32 @@ protected:
     }
 
     int call_function(const CString& name) override {
-        if (m_skippedCalls.insert(name).second) {
-            printAt(statement_place(), "warning",
-                    "no host functions here, so @CALL(" + name + ") is skipped");
+        if (m_run.graphs && m_run.graphs->Exists(name)) return draw_graph(name);
+        if (m_run.skippedCalls.insert(name).second) {
+            const CString why = m_run.graphs ? "no graph has this name" : "no host functions here";
+            printAt(statement_place(), "warning", why + ", so @CALL(" + name + ") is skipped");
         }
         return 1;
     }
 
     std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& outputFile,
                                               int scrambled) override {
-        return std::make_unique<ReportParser>(templateFile, outputFile, variables(), scrambled,
-                                              m_skippedCalls);
+        return std::make_unique<ReportParser>(templateFile, outputFile, scrambled, m_run);
     }
 
 private:
-    std::set<CString>& m_skippedCalls;
+    /// A fault is told at its own place, then at that of the call.
+    int draw_graph(const CString& name) {
+        m_run.graphs->Attach(&output());
+        try {
+            return m_run.graphs->Call(name);
+        } catch (const InputError& fault) {
+            printFault(fault);
+            return handle_error("Graph %s can't be drawn!", name);
+        }
+    }
+
+    Run& m_run;
 };
 
 }  // namespace
@@ -53,11 +72,17 @@ int makeReport(const ReportOptions& options) {
     if (!options.variablesPath.empty()) {
         readVariables(*openInput(options.variablesPath), variables);
     }
+    std::optional<GraphFile> file;
+    std::optional<GraphFctTable> graphs;
+    if (!options.graphsPath.empty()) {
+        file = GraphFile::Read(*openInput(options.graphsPath));
+        graphs.emplace(*file, variables, GraphPictureOptions{cPictureDpi, options.hasTextAlternatives});
+    }
     TemplateInput input(options.templatePath, options.storage);
     setIncludeFolder(options.templatePath, options.includeFolder);
     WholeFile output(options.outputPath.c_str());
-    std::set<CString> skippedCalls;
-    ReportParser parser(input.File(), output, variables, input.IsScrambled(), skippedCalls);
+    Run run = {variables, graphs ? &*graphs : nullptr, {}};
+    ReportParser parser(input.File(), output, input.IsScrambled(), run);
     const int complete = parser.Parse(nullptr);
     // A run that ended at a write fault leaves it to the output to say what it was.
     output.Flush();

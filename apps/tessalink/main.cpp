@@ -23,6 +23,12 @@ constexpr const char* cTemplateText = "a report template; - reads standard input
 constexpr const char* cIncludeFolderText =
     "the folder of the included .DAT templates (default: the folder of TEMPLATE)";
 
+constexpr const char* cTextAlternativeText =
+    "pictures of graphs say what they show, for those who can't see them";
+constexpr const char* cVariablesText =
+    "variables: lines of name TAB type (int, double, string) TAB value; - reads standard input";
+constexpr int cHighestDpi = 2400;
+
 /// What to run once the arguments are understood.
 using Command = std::function<int()>;
 
@@ -36,20 +42,35 @@ void addStorage(CLI::App& command, Storage& storage) {
         ->excludes(plain);
 }
 
+/// Standard input can be one of the inputs only.
+void expectOneStandardInput(
+    std::initializer_list<std::pair<const char*, const std::string*>> inputs) {
+    const char* first = nullptr;
+    for (const auto& [name, path] : inputs) {
+        if (*path != cStandardStream) continue;
+        if (first) {
+            throw CLI::ValidationError(name,
+                                       std::string("standard input is the ") + first + " already");
+        }
+        first = name;
+    }
+}
+
 void addReport(CLI::App& app, ReportOptions& options, Command& command) {
     CLI::App* report = app.add_subcommand("report", "Write the report that a template describes");
     report->add_option("template", options.templatePath, cTemplateText)->required();
     report->add_option("-o,--output", options.outputPath, "the report; - is standard output")
         ->required();
-    report->add_option("--vars", options.variablesPath,
-                       "variables: lines of name TAB type (int, double, string) TAB value; - reads "
-                       "standard input");
+    report->add_option("--vars", options.variablesPath, cVariablesText);
     report->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
+    report->add_option("--graphs", options.graphsPath,
+                       "graphs in JSON, each of which @CALL(NAME) draws; - reads standard input");
+    report->add_flag("--alt", options.hasTextAlternatives, cTextAlternativeText);
     addStorage(*report, options.storage);
     report->callback([&] {
-        if (options.templatePath == cStandardStream && options.variablesPath == cStandardStream) {
-            throw CLI::ValidationError("--vars", "standard input is the template already");
-        }
+        expectOneStandardInput({{"template", &options.templatePath},
+                                {"--vars", &options.variablesPath},
+                                {"--graphs", &options.graphsPath}});
         command = [&] { return makeReport(options); };
     });
 }
@@ -112,9 +133,7 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
             return isNumber ? std::string() : "Value " + text + " is no number";
         });
     score->callback([&] {
-        if (options.rawPath == cStandardStream && options.normsPath == cStandardStream) {
-            throw CLI::ValidationError("--norms", "standard input is the raw scores already");
-        }
+        expectOneStandardInput({{"raw scores", &options.rawPath}, {"--norms", &options.normsPath}});
         command = [&] { return scoreRaws(options); };
     });
 }
@@ -129,7 +148,6 @@ void addAge(CLI::App& app, AgeOptions& options, Command& command) {
 }
 
 void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
-    constexpr int highestDpi = 2400;
     CLI::App* picture =
         app.add_subcommand("picture", "Convert an enhanced metafile to PNG, PDF or SVG");
     picture->add_option("input", options.inputPath, "the metafile; - is standard input")
@@ -144,8 +162,32 @@ void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
         ->add_option("--dpi", options.dpi,
                      "pixels, or units of lines, per inch (default: 96 for PNG, else those of the "
                      "recording)")
-        ->check(CLI::Range(1, highestDpi));
+        ->check(CLI::Range(1, cHighestDpi));
     picture->callback([&] { command = [&] { return convertPicture(options); }; });
+}
+
+void addGraph(CLI::App& app, GraphOptions& options, Command& command) {
+    CLI::App* graph = app.add_subcommand("graph", "Draw a graph that a file describes");
+    graph->add_option("file", options.graphsPath, "graphs in JSON; - is standard input")
+        ->required();
+    graph->add_option("name", options.name, "the name of the graph")->required();
+    graph->add_option("--vars", options.variablesPath, cVariablesText);
+    graph->add_option("-o,--output", options.outputPath, "the picture; - is standard output")
+        ->required();
+    graph
+        ->add_option("--format", options.format,
+                     "emf, svg, png, pdf or rtf (default: what the name of the output ends in)")
+        ->check(CLI::IsMember(cGraphFormats));
+    graph
+        ->add_option("--dpi", options.dpi,
+                     "pixels, or units of lines, per inch (default: 96 for PNG, else 600)")
+        ->check(CLI::Range(1, cHighestDpi));
+    graph->add_flag("--alt", options.hasTextAlternative, cTextAlternativeText);
+    graph->callback([&] {
+        expectOneStandardInput(
+            {{"graph file", &options.graphsPath}, {"--vars", &options.variablesPath}});
+        command = [&] { return drawGraph(options); };
+    });
 }
 
 /// Runs a command and turns what it throws into a message and an exit code.
@@ -176,6 +218,7 @@ int run(int argc, char** argv) {
     ScoreOptions score;
     AgeOptions age;
     PictureOptions picture;
+    GraphOptions graph;
     Command command;
     addReport(app, report, command);
     addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
@@ -186,6 +229,7 @@ int run(int argc, char** argv) {
     addScore(app, score, command);
     addAge(app, age, command);
     addPicture(app, picture, command);
+    addGraph(app, graph, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -86,6 +86,11 @@ HENHMETAFILE MetaFile::Detach() {
     return std::exchange(m_handle, nullptr);
 }
 
+void MetaFile::Attach(HENHMETAFILE picture) {
+    Clear();
+    m_handle = picture;
+}
+
 void MetaFile::Clear() {
     Close();
     DeleteEnhMetaFile(std::exchange(m_handle, nullptr));

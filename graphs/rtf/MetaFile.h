@@ -43,6 +43,8 @@ public:
     HENHMETAFILE GetHandle() const { return m_handle; }
     /// Closes, and gives the picture to the caller.
     HENHMETAFILE Detach();
+    /// Clears, and takes the picture over; null is none.
+    void Attach(HENHMETAFILE picture);
     /// Closes, and drops the picture.
     void Clear();
 

@@ -1,0 +1,77 @@
+#include <functional>
+#include <map>
+#include <stdexcept>
+
+#include "apps/tessalink/Commands.h"
+#include "apps/tessalink/Messages.h"
+#include "apps/tessalink/PictureOutput.h"
+#include "graphs/file/GraphFile.h"
+#include "graphs/file/GraphPicture.h"
+#include "platform/files/CMemFile.h"
+#include "report/VariablesFile.h"
+
+namespace tessalink::cli {
+
+namespace {
+
+using Bytes = std::vector<BYTE>;
+
+/// A graph and how it is wanted.
+struct Job {
+    DescribedGraph& graph;
+    const GraphOptions& options;
+    std::string format;
+
+    /// Pixels are those of a screen unless asked otherwise, lines are as fine as in print.
+    int Dpi() const { return options.dpi.value_or(format == "png" ? cScreenDpi : cPictureDpi); }
+    GraphPictureOptions Picture() const { return {Dpi(), options.hasTextAlternative}; }
+    PictureTarget Target() const {
+        const GraphSheet& sheet = graph.GetSheet();
+        return pictureTarget(options.name, format, sheet.width, sheet.height, Dpi());
+    }
+};
+
+Bytes metafileOf(const Job& job) {
+    return graphAsMetafile(job.graph, job.Dpi());
+}
+
+Bytes svgOf(const Job& job) {
+    const std::string svg = graphAsSvg(job.graph, job.Picture());
+    return {svg.begin(), svg.end()};
+}
+
+Bytes documentOf(const Job& job) {
+    CMemFile file;
+    writeGraphDocument(job.graph, file, job.Picture());
+    return {file.View().begin(), file.View().end()};
+}
+
+Bytes renderedOf(const Job& job) {
+    const PictureTarget target = job.Target();
+    return renderByModule(metafileOf(job), target);
+}
+
+Bytes pictureOf(const Job& job) {
+    static const std::map<std::string, Bytes (*)(const Job&)> makers = {{"emf", metafileOf},
+                                                                        {"svg", svgOf},
+                                                                        {"png", renderedOf},
+                                                                        {"pdf", renderedOf},
+                                                                        {"rtf", documentOf}};
+    Bytes bytes = makers.at(job.format)(job);
+    if (bytes.empty()) throw std::runtime_error(job.options.name + ": the picture is too large");
+    return bytes;
+}
+
+}  // namespace
+
+int drawGraph(const GraphOptions& options) {
+    const std::string format = pictureFormat(options.outputPath, options.format, cGraphFormats);
+    const GraphFile graphs = GraphFile::Read(*openInput(options.graphsPath));
+    VarTable variables;
+    if (!options.variablesPath.empty()) readVariables(*openInput(options.variablesPath), variables);
+    const auto graph = graphs.Make(options.name, variables);
+    storePicture(options.outputPath, pictureOf({*graph, options, format}));
+    return cSuccess;
+}
+
+}  // namespace tessalink::cli

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "core/InputError.h"
+#include "graphs/file/DescribedGraph.h"
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "report/VarTable.h"
+
+class CFile;
+
+namespace tessalink {
+
+/// Descriptions of graphs in JSON, UTF-8, under names: docs/graph-files.md says how they are
+/// written. Numbers and texts in it may name variables of a report.
+///
+/// Every fault is an InputError with line and column (in bytes) and, in its message, the path of
+/// the value, "/graphs/Anxiety/sections/2/scale/max".
+class TESSALINK_API GraphFile {
+public:
+    /// Reads the file from its position on, and checks all of it that needs no variables. Throws
+    /// InputError and CFileException.
+    static GraphFile Read(CFile& file);
+    ~GraphFile();
+    GraphFile(GraphFile&&) noexcept;
+    GraphFile& operator=(GraphFile&&) noexcept;
+
+    /// The names in the order of the file. They are words, as @CALL takes them.
+    std::vector<CString> GetNames() const;
+    bool Has(std::string_view name) const;
+
+    /// Makes a graph. Throws InputError when the file has none of that name, when a variable is
+    /// missing or of the wrong type, and when its value can't stand where it is named.
+    std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const;
+
+private:
+    class Graphs;
+
+    explicit GraphFile(CFile& file);
+
+    std::unique_ptr<Graphs> m_graphs;
+};
+
+}  // namespace tessalink

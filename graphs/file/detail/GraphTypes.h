@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "graphs/file/DescribedGraph.h"
+#include "graphs/file/detail/ValueReader.h"
+
+namespace tessalink::detail {
+
+/// Makes a bar graph of an object whose "type" is known; the name is the title when it has none.
+/// Without variables the graph is good for nothing, but all faults that need none are found.
+std::unique_ptr<DescribedGraph> makeBarGraph(ValueReader& in, const CString& name,
+                                             const JsonValue& object);
+
+}  // namespace tessalink::detail

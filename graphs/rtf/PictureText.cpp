@@ -1,0 +1,48 @@
+#include "graphs/rtf/PictureText.h"
+
+#include "graphs/rtf/MetaFile.h"
+
+namespace tessalink {
+
+namespace {
+
+/// What the group of a picture starts with.
+constexpr std::string_view cPictureStart = "\\pict";
+
+/// One character of the text in seven bits.
+void append(CString& rtf, char ch) {
+    constexpr char lastAscii = 0x7E;
+    const auto code = static_cast<unsigned char>(ch);
+    if (ch == '\\' || ch == '{' || ch == '}') {
+        rtf += '\\';
+        rtf += ch;
+    } else if (code < ' ') {
+        rtf += ' ';
+    } else if (code > lastAscii) {
+        rtf.AppendFormat("\\'%02x", code);
+    } else {
+        rtf += ch;
+    }
+}
+
+}  // namespace
+
+CString pictureTextAsRTF(std::string_view text) {
+    if (text.empty()) return {};
+    CString rtf("{\\*\\picprop{\\sp{\\sn wzDescription}{\\sv ");
+    for (const char ch : text) append(rtf, ch);
+    return rtf + "}}}";
+}
+
+void savePictureAsRTF(const MetaFile& picture, CFile& file, double width, double height,
+                      std::string_view text) {
+    if (text.empty()) return picture.SaveAsRTF(file, width, height);
+    const CString rtf = picture.GetAsRTF(width, height);
+    const CString property = pictureTextAsRTF(text);
+    const std::size_t start = rtf.View().find(cPictureStart) + cPictureStart.size();
+    file.Write(rtf.GetString(), start);
+    file.Write(property.GetString(), property.View().size());
+    file.Write(rtf.GetString() + start, rtf.View().size() - start);
+}
+
+}  // namespace tessalink
