@@ -3,11 +3,14 @@
 //     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf,
 //     CARD.rtf gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not
 //     those
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
+#include "examples/gallery/BarGraphs.h"
 #include "examples/gallery/Cards.h"
 #include "graphs/rtf/MetaFile.h"
 #include "platform/files/CFileException.h"
@@ -17,6 +20,7 @@
 namespace {
 
 constexpr double cUnitsPerInch = 96;
+constexpr double cPageWidth = 610;
 
 // The picture as SVG, over white.
 template <class Draw>
@@ -49,9 +53,10 @@ void store(const std::string& name, const std::string& text) {
 }
 
 std::string rtfOf(const gallery::Card& card, const MetaFile& metafile) {
+    // As large as it is, unless the page is narrower.
+    const double scale = std::min(1.0, cPageWidth / card.width) / cUnitsPerInch;
     return "{\\rtf1\\ansi " +
-           std::string(metafile.GetAsRTF(card.width / cUnitsPerInch, card.height / cUnitsPerInch)
-                           .GetString()) +
+           std::string(metafile.GetAsRTF(card.width * scale, card.height * scale).GetString()) +
            "\\par}";
 }
 
@@ -81,6 +86,15 @@ bool checkCard(const gallery::Card& card, const std::string& start) {
     return isStored(start + "-played.svg", playedSvgOf(card, metafile)) && direct;
 }
 
+// Also that its texts can be read.
+bool checkBarGraph(const gallery::Card& card, const std::string& start) {
+    const std::vector<std::string> faults = gallery::textFaults(card);
+    for (const std::string& fault : faults) {
+        std::fprintf(stderr, "%s: %s\n", card.name, fault.c_str());
+    }
+    return isStored(start + ".svg", svgOf(card, card.draw)) && faults.empty();
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -91,12 +105,15 @@ int main(int count, char** arguments) {
     }
     bool same = true;
     try {
-        for (const gallery::Card& card : gallery::cards()) {
-            const std::string start = std::string(arguments[2]) + '/' + card.name;
-            if (task == "write") {
-                writeCard(card, start);
-            } else {
-                same = checkCard(card, start) && same;
+        for (const auto& set : {gallery::cards(), gallery::barGraphs()}) {
+            const bool areGraphs = set.data() != gallery::cards().data();
+            for (const gallery::Card& card : set) {
+                const std::string start = std::string(arguments[2]) + '/' + card.name;
+                if (task == "write") {
+                    writeCard(card, start);
+                } else {
+                    same = (areGraphs ? checkBarGraph : checkCard)(card, start) && same;
+                }
             }
         }
     } catch (const CFileException& error) {
