@@ -51,9 +51,9 @@ TEST(BarScale, PlacesScores) {
         double score;
         int restricted, unrestricted;
     };
-    for (const Case& c :
-         {Case{20, 200, 100}, Case{30, 200, 200}, Case{45.04, 350, 350}, Case{45.06, 351, 351},
-          Case{70, 600, 600}, Case{85, 600, 750}, Case{10, 200, 1}}) {  // -100 + 0.5 is cut to -99
+    for (const Case& c : {Case{20, 200, 100}, Case{30, 200, 200}, Case{45.04, 350, 350},
+                          Case{45.06, 351, 351}, Case{70, 600, 600}, Case{75, 600, 650},
+                          Case{85, 600, 750}, Case{10, 200, 1}}) {  // -100 + 0.5 is cut to -99
         EXPECT_EQ(scale.PixX(c.score, cBox), c.restricted) << c.score;
         EXPECT_EQ(scale.PixXUnrestricted(c.score, cBox), c.unrestricted) << c.score;
     }
