@@ -117,6 +117,7 @@ void BarHeading::draw_text(CDC& dc, const Text& text, double xScale, double ySca
     print(&dc, wrapAdd(rect.left, toDevice(text.position * xScale)), y, text.text);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature
 void BarHeading::print(CDC* dc, int x, int y, CString text) {
     KOVGraphUtilities::PrintMultipleLines(dc, x, y, text);
 }

@@ -125,6 +125,7 @@ void BarLegend::draw_right_desc(CDC* dc, double xScale, const CRect& column) {
     dc->SetTextAlign(before);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature
 void BarLegend::print_multi_lines(CDC* dc, int x, int y, CString text) {
     KOVGraphUtilities::PrintMultipleLines(dc, x, y, text);
 }

@@ -181,6 +181,7 @@ void BarScale::draw_graphics(CDC* dc, double xScale, double yScale, const CRect&
     for (int i = 0; i < GetGraphicCount(); ++i) GetGraphic(i)->Draw(dc, xScale, yScale, box);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature
 void BarScale::print_multi_lines(CDC* dc, int x, int y, CString text) {
     KOVGraphUtilities::PrintMultipleLines(dc, x, y, text);
 }
