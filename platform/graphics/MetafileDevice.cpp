@@ -45,6 +45,12 @@ RECT boundsOf(std::span<const POINT> points) {
     return bounds;
 }
 
+// Bounds far off end where the header's numbers do.
+LONG saturated(std::int64_t value) {
+    using Long = std::numeric_limits<LONG>;
+    return static_cast<LONG>(std::clamp<std::int64_t>(value, Long::min(), Long::max()));
+}
+
 RECT inclusive(const RECT& rect) {
     return {rect.left, rect.top, wrapSub(rect.right, 1), wrapSub(rect.bottom, 1)};
 }
@@ -52,9 +58,9 @@ RECT inclusive(const RECT& rect) {
 // What lies around the rectangle when a pen runs along it.
 RECT withPen(const RECT& bounds, const LOGPEN& pen) {
     if (pen.lopnStyle == PS_NULL || pen.lopnWidth.x <= 1) return bounds;
-    const int reach = pen.lopnWidth.x / 2;
-    return {wrapSub(bounds.left, reach), wrapSub(bounds.top, reach), wrapAdd(bounds.right, reach),
-            wrapAdd(bounds.bottom, reach)};
+    const std::int64_t reach = pen.lopnWidth.x / 2;
+    return {saturated(bounds.left - reach), saturated(bounds.top - reach),
+            saturated(bounds.right + reach), saturated(bounds.bottom + reach)};
 }
 
 // The objects of one kind that were created, by what they describe.
@@ -205,9 +211,7 @@ void MetafileDevice::Recorder::WriteEnd() {
 
 RECT MetafileDevice::Recorder::FrameOf(const RECT& bounds) const {
     const auto scaled = [](LONG value, int millimetres, int units) {
-        return units == 0
-                   ? 0
-                   : static_cast<LONG>(std::int64_t{value} * millimetres * cHundredths / units);
+        return units == 0 ? 0 : saturated(std::int64_t{value} * millimetres * cHundredths / units);
     };
     return {scaled(bounds.left, m_caps.widthMm, m_caps.width),
             scaled(bounds.top, m_caps.heightMm, m_caps.height),
@@ -405,21 +409,16 @@ void MetafileDevice::Recorder::IntersectClip(const Region& clip) {
 }
 
 void MetafileDevice::Recorder::AddBounds(const RECT& inclusiveBounds, const Region* clip) {
-    CRect bounds(inclusiveBounds.left, inclusiveBounds.top, wrapAdd(inclusiveBounds.right, 1),
-                 wrapAdd(inclusiveBounds.bottom, 1));
+    RECT bounds = inclusiveBounds;
     if (clip != nullptr) {
-        const CRect before = bounds;
-        const CRect inside = clip->Bounds();
-        bounds.IntersectRect(&before, &inside);
+        const RECT inside = inclusive(clip->Bounds());
+        bounds = {std::max(bounds.left, inside.left), std::max(bounds.top, inside.top),
+                  std::min(bounds.right, inside.right), std::min(bounds.bottom, inside.bottom)};
     }
-    if (bounds.IsRectEmpty()) return;
-    if (m_bounds) {
-        const CRect before(m_bounds->left, m_bounds->top, m_bounds->right + 1,
-                           m_bounds->bottom + 1);
-        const CRect added = bounds;
-        bounds.UnionRect(&before, &added);
-    }
-    m_bounds = inclusive(bounds);
+    if (bounds.left > bounds.right || bounds.top > bounds.bottom) return;
+    const RECT before = m_bounds.value_or(bounds);
+    m_bounds = {std::min(bounds.left, before.left), std::min(bounds.top, before.top),
+                std::max(bounds.right, before.right), std::max(bounds.bottom, before.bottom)};
 }
 
 // Drawing.

@@ -118,6 +118,7 @@ private:
 
     bool IsHeaderSound() const;
     void SetDefaults();
+    bool PlayRecords();
     void PlayRecord(RecordReader& record, std::uint32_t type);
     void UpdateMapping();
 
@@ -289,6 +290,18 @@ bool Player::Play() {
     if (!IsHeaderSound()) return false;
     m_firstState = m_dc.SaveDC();
     if (m_firstState == 0) return false;
+    // What a device throws leaves the context as it was, without the objects of the picture.
+    try {
+        const bool isSound = PlayRecords();
+        m_dc.RestoreDC(m_firstState);
+        return isSound;
+    } catch (...) {
+        m_dc.RestoreDC(m_firstState);
+        throw;
+    }
+}
+
+bool Player::PlayRecords() {
     m_objects.resize(m_header.nHandles);
     SetDefaults();
     bool isSound = true;
@@ -309,7 +322,6 @@ bool Player::Play() {
         ++count;
         if (type == emrEof) isSound = isSound && place == m_bytes.size();
     }
-    m_dc.RestoreDC(m_firstState);
     return isSound && type == emrEof && count == m_header.nRecords;
 }
 

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <functional>
 #include <memory>
 
+#include "platform/graphics/FailingDevice.h"
 #include "platform/graphics/MetafileDevice.h"
 #include "platform/graphics/RecordingDevice.h"
 #include "platform/graphics/SvgDevice.h"
@@ -150,6 +152,27 @@ TEST(EnhMetaFile, FillsTheRectangleAndLeavesTheContextAsItWas) {
     EXPECT_EQ(PlayEnhMetaFile(&none, nullptr, &cWholeScreen), 0);
 }
 
+// Whichever primitive fails, nothing of the picture stays selected.
+TEST(EnhMetaFile, LeavesTheContextAsItWasWhenTheDeviceFails) {
+    const Picture picture(tessalink::makeEnhMetaFile(everything()));
+    const std::size_t count = played(picture.get()).size();
+    ASSERT_GT(count, 20u);
+    for (std::size_t k = 1; k <= count; ++k) {
+        NullDevice screen;
+        tessalink::FailingDevice failing(screen, k);
+        CDC dc(failing);
+        CPen* const pen = dc.GetCurrentPen();
+        CBrush* const brush = dc.GetCurrentBrush();
+        CFont* const font = dc.GetCurrentFont();
+        EXPECT_THROW(PlayEnhMetaFile(&dc, picture.get(), &cWholeScreen),
+                     tessalink::FailingDevice::Fault);
+        EXPECT_EQ(dc.GetCurrentPen(), pen);
+        EXPECT_EQ(dc.GetCurrentBrush(), brush);
+        EXPECT_EQ(dc.GetCurrentFont(), font);
+        EXPECT_EQ(dc.SaveDC(), 1);
+    }
+}
+
 // A clip of the picture shows inside that of the context only.
 TEST(EnhMetaFile, ClipsInsideTheClipOfTheContext) {
     NullDevice screen;
@@ -201,6 +224,13 @@ TEST(EnhMetaFile, HasACompleteHeader) {
          },
          {10, 10, 49, 49},
          {264, 264, 1296, 1296}},
+        {[&](CDC& dc) {
+             dc.SelectObject(&wide);
+             dc.LineTo(INT_MAX, 30);
+             dc.LineTo(INT_MIN, 0);
+         },
+         {INT_MIN, -2, INT_MAX, 32},
+         {INT_MIN, -52, INT_MAX, 846}},
     };
     for (const Case& c : cases) {
         NullDevice screen;
