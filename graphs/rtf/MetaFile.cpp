@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <mutex>
 #include <utility>
 
@@ -39,13 +40,17 @@ constexpr char hexDigit(int half) {
 }
 
 /// A device for the default printer; null when there is none. The application has one printer
-/// selection for all threads.
+/// selection for all threads. A printer that can't be opened is none.
 std::shared_ptr<tessalink::DrawingDevice> printerDevice() {
     static std::mutex selection;
     const auto& source = tessalink::hostServices().defaultPrinter;
     if (!source) return nullptr;
     const std::lock_guard lock(selection);
-    return source();
+    try {
+        return source();
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }
 
 }  // namespace
@@ -69,16 +74,24 @@ int MetaFile::start(const char* fileName, const RECT* frame) {
     m_printer = printerDevice();
     if (m_printer) m_printerDC.AttachDevice(m_printer.get());
     m_isRecording = CreateEnhanced(m_printer ? &m_printerDC : nullptr, fileName, frame, "");
-    if (m_isRecording && m_printer) SetAttribDC(&m_printerDC);
+    if (!m_isRecording) {
+        release_printer();
+    } else if (m_printer) {
+        SetAttribDC(&m_printerDC);
+    }
     return m_isRecording;
 }
 
 void MetaFile::Close() {
     if (!m_isRecording) return;
     m_handle = CloseEnhanced();
+    release_printer();
+    m_isRecording = 0;
+}
+
+void MetaFile::release_printer() {
     m_printerDC.DeleteDC();
     m_printer.reset();
-    m_isRecording = 0;
 }
 
 HENHMETAFILE MetaFile::Detach() {
@@ -87,6 +100,7 @@ HENHMETAFILE MetaFile::Detach() {
 }
 
 void MetaFile::Attach(HENHMETAFILE picture) {
+    if (picture != nullptr && picture == m_handle) return;
     Clear();
     m_handle = picture;
 }

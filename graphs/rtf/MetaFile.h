@@ -11,7 +11,8 @@
 /// Records drawing as an enhanced metafile and hands the picture on: as a handle, as bytes, as a
 /// file, or as the text of an RTF picture for a report. It is a device context itself: while it is
 /// open, what is drawn on it is recorded. The picture is measured by the user's default printer, if
-/// the host names one (HostServices::defaultPrinter), otherwise by a fixed screen.
+/// the host names one (HostServices::defaultPrinter), otherwise, and when naming it throws, by a
+/// fixed screen.
 ///
 /// Sizes are in inches. No operation raises an error for a picture that is missing or can't be
 /// made: the results say so.
@@ -29,7 +30,8 @@ public:
     ~MetaFile() override;
 
     /// Clears, and starts recording a picture whose frame is that of what is drawn. With a file
-    /// name Close stores it there. Returns nonzero, or 0 when the file can't be made.
+    /// name Close stores it there. Returns nonzero, or 0 when the file can't be made or the
+    /// printer tells no size.
     int Create(const char* fileName);
     /// The same with a frame of this size. Not-a-numbers count as 0, what is too large as the
     /// largest that the header of a picture can say.
@@ -65,6 +67,7 @@ public:
 
 private:
     int start(const char* fileName, const RECT* frame);
+    void release_printer();
 
     int m_isRecording = 0;
     HENHMETAFILE m_handle = nullptr;

@@ -1,5 +1,6 @@
 #include "platform/graphics/CMetaFileDC.h"
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -25,6 +26,12 @@ const tessalink::DrawingDevice& fixedReference() {
     return screen;
 }
 
+// Whether the sizes that a header tells, and the units in an inch, make sense.
+bool canMeasure(const tessalink::DeviceCaps& caps) {
+    return std::min({caps.width, caps.height, caps.widthMm, caps.heightMm, caps.dpiX, caps.dpiY}) >
+           0;
+}
+
 }  // namespace
 
 CMetaFileDC::CMetaFileDC() = default;
@@ -36,6 +43,9 @@ CMetaFileDC::~CMetaFileDC() {
 BOOL CMetaFileDC::CreateEnhanced(CDC* reference, const char* fileName, const RECT* frame,
                                  const char* description) {
     DeleteDC();
+    const bool hasDevice = reference != nullptr && reference->Device() != nullptr;
+    const tessalink::DrawingDevice& device = hasDevice ? *reference->Device() : fixedReference();
+    if (!canMeasure(device.Caps())) return 0;
     if (fileName != nullptr) {
         try {
             m_file = std::make_unique<tessalink::WholeFile>(fileName);
@@ -43,10 +53,9 @@ BOOL CMetaFileDC::CreateEnhanced(CDC* reference, const char* fileName, const REC
             return 0;
         }
     }
-    const bool hasDevice = reference != nullptr && reference->Device() != nullptr;
     m_recording = std::make_unique<tessalink::MetafileDevice>(
-        hasDevice ? *reference->Device() : fixedReference(),
-        frame != nullptr ? std::optional(*frame) : std::nullopt, descriptionOf(description));
+        device, frame != nullptr ? std::optional(*frame) : std::nullopt,
+        descriptionOf(description));
     AttachDevice(m_recording.get());
     return 1;
 }

@@ -25,7 +25,7 @@ public:
     // screen. With a file name the picture is stored there when the recording is closed, wholly or
     // not at all. The frame is in hundredths of a millimetre, null for that of what is drawn. The
     // description is of the form "application\0picture\0" or null. Returns nonzero, or 0 when the
-    // file can't be made.
+    // file can't be made or the reference has a size or resolution below 1.
     BOOL CreateEnhanced(CDC* reference, const char* fileName, const RECT* frame,
                         const char* description);
 

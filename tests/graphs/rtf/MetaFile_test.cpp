@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
 #include <limits>
+#include <stdexcept>
 #include <thread>
 
 #include "platform/files/CFileException.h"
@@ -250,6 +252,51 @@ TEST(MetaFile, IsMeasuredByTheDefaultPrinter) {
     EXPECT_EQ(asked, 1);
     file.Create(nullptr);
     EXPECT_EQ(asked, 2);
+}
+
+// A printer that can't be opened is none, one without a size measures nothing, and none is held
+// longer than a recording.
+TEST(MetaFile, DoesWithoutAPrinterThatFails) {
+    using Device = std::shared_ptr<tessalink::DrawingDevice>;
+    const auto record = [](const std::function<Device()>& printer) {
+        tessalink::HostServices services;
+        services.defaultPrinter = printer;
+        const tessalink::test::HostServicesScope scope(services);
+        MetaFile file(nullptr);
+        const int created = file.Create(1, 1, nullptr);
+        EXPECT_EQ(created, file.IsOpen());
+        file.Close();
+        return file.GetHandle() != nullptr ? headerOf(file.GetHandle()).szlDevice.cx : 0;
+    };
+    EXPECT_EQ(record([]() -> Device { throw std::runtime_error("offline"); }), 1920);
+    EXPECT_EQ(record([]() -> Device { return nullptr; }), 1920);
+    for (const tessalink::DeviceCaps& caps :
+         {tessalink::DeviceCaps{600, 600, 0, 3300, 203, 279, true},
+          {600, 600, 4800, 3300, 203, -1, true},
+          {600, 0, 4800, 3300, 203, 279, true}}) {
+        EXPECT_EQ(record([&] { return std::make_shared<tessalink::NullDevice>(caps); }), 0);
+    }
+    const auto device = std::make_shared<tessalink::NullDevice>();
+    tessalink::HostServices services;
+    services.defaultPrinter = [device] { return device; };
+    const tessalink::test::HostServicesScope scope(services);
+    const auto held = device.use_count();
+    MetaFile file("missing");
+    EXPECT_EQ(file.Create("no/such/folder"), 0);
+    EXPECT_EQ(device.use_count(), held);
+    file.Create(nullptr);
+    EXPECT_GT(device.use_count(), held);
+    file.Close();
+    EXPECT_EQ(device.use_count(), held);
+}
+
+TEST(MetaFile, KeepsThePictureThatIsAttachedAgain) {
+    MetaFile file(1, 1, nullptr);
+    draw(file);
+    file.Close();
+    const std::string bytes = bytesOf(file);
+    file.Attach(file.GetHandle());
+    EXPECT_EQ(bytesOf(file), bytes);
 }
 
 // Pictures are recorded side by side; only the printer is asked for by one thread at a time.
