@@ -44,30 +44,6 @@ Region wholePlane() {
     return Region({-far, -far, far, far});
 }
 
-// Cuts the next line off a text: up to a line end, or to what fits into the width.
-std::string_view takeLine(std::string_view& text, UINT format, const SizedFont& font, int width) {
-    const bool single = (format & DT_SINGLELINE) != 0;
-    const auto end = single ? std::string_view::npos : text.find('\n');
-    std::string_view line = text.substr(0, end);
-    std::size_t used = end == std::string_view::npos ? text.size() : end + 1;
-    if (line.ends_with('\r') && end != std::string_view::npos) line.remove_suffix(1);
-    if ((format & DT_WORDBREAK) != 0 && !single && font.WidthOf(line) > width) {
-        std::size_t fits = std::string_view::npos;
-        for (auto blank = line.find(' '); blank != std::string_view::npos;
-             blank = line.find(' ', blank + 1)) {
-            if (fits != std::string_view::npos && font.WidthOf(line.substr(0, blank)) > width)
-                break;
-            fits = blank;
-        }
-        if (fits != std::string_view::npos) {
-            line = line.substr(0, fits);
-            used = fits + 1;
-        }
-    }
-    text.remove_prefix(used);
-    return line;
-}
-
 // The text without its prefixes, and where the character stands that the last one marks.
 std::pair<std::string, std::size_t> withoutPrefixes(std::string_view text) {
     std::string result;
@@ -80,6 +56,37 @@ std::pair<std::string, std::size_t> withoutPrefixes(std::string_view text) {
         result += text[i];
     }
     return {result, marked};
+}
+
+// The width of a line as it is shown.
+int widthOfLine(std::string_view line, UINT format, const SizedFont& font) {
+    const bool plain = (format & DT_NOPREFIX) != 0 || line.find('&') == std::string_view::npos;
+    return font.WidthOf(plain ? line : withoutPrefixes(line).first);
+}
+
+// Cuts the next line off a text: up to a line end, or to what fits into the width.
+std::string_view takeLine(std::string_view& text, UINT format, const SizedFont& font, int width) {
+    const bool single = (format & DT_SINGLELINE) != 0;
+    const auto end = single ? std::string_view::npos : text.find('\n');
+    std::string_view line = text.substr(0, end);
+    std::size_t used = end == std::string_view::npos ? text.size() : end + 1;
+    if (line.ends_with('\r') && end != std::string_view::npos) line.remove_suffix(1);
+    if ((format & DT_WORDBREAK) != 0 && !single && widthOfLine(line, format, font) > width) {
+        std::size_t fits = std::string_view::npos;
+        for (auto blank = line.find(' '); blank != std::string_view::npos;
+             blank = line.find(' ', blank + 1)) {
+            if (fits != std::string_view::npos &&
+                widthOfLine(line.substr(0, blank), format, font) > width)
+                break;
+            fits = blank;
+        }
+        if (fits != std::string_view::npos) {
+            line = line.substr(0, fits);
+            used = fits + 1;
+        }
+    }
+    text.remove_prefix(used);
+    return line;
 }
 
 }  // namespace
@@ -217,6 +224,7 @@ int CDC::IntersectClipRect(int left, int top, int right, int bottom) {
 }
 
 int CDC::IntersectClipRect(const RECT* rect) {
+    if (rect == nullptr) return ERRORREGION;
     return IntersectClipRect(rect->left, rect->top, rect->right, rect->bottom);
 }
 
@@ -226,6 +234,7 @@ int CDC::ExcludeClipRect(int left, int top, int right, int bottom) {
 }
 
 int CDC::ExcludeClipRect(const RECT* rect) {
+    if (rect == nullptr) return ERRORREGION;
     return ExcludeClipRect(rect->left, rect->top, rect->right, rect->bottom);
 }
 
@@ -296,6 +305,7 @@ BOOL CDC::Rectangle(int left, int top, int right, int bottom) {
 }
 
 BOOL CDC::Rectangle(const RECT* rect) {
+    if (rect == nullptr) return 0;
     return Rectangle(rect->left, rect->top, rect->right, rect->bottom);
 }
 
@@ -307,6 +317,7 @@ BOOL CDC::Ellipse(int left, int top, int right, int bottom) {
 }
 
 BOOL CDC::Ellipse(const RECT* rect) {
+    if (rect == nullptr) return 0;
     return Ellipse(rect->left, rect->top, rect->right, rect->bottom);
 }
 
@@ -324,6 +335,7 @@ BOOL CDC::FillRect(const RECT* rect, CBrush* brush) {
 }
 
 void CDC::FillSolidRect(const RECT* rect, COLORREF color) {
+    if (rect == nullptr) return;
     SetBkColor(color);
     fill(*rect, {BS_SOLID, color, 0});
 }
@@ -345,6 +357,7 @@ BOOL CDC::FrameRect(const RECT* rect, CBrush* brush) {
 }
 
 void CDC::Draw3dRect(const RECT* rect, COLORREF topLeft, COLORREF bottomRight) {
+    if (rect == nullptr) return;
     const CRect r(*rect);
     const COLORREF before = m_state.backgroundColor;
     FillSolidRect(r.left, r.top, wrapSub(r.Width(), 1), 1, topLeft);
@@ -355,6 +368,7 @@ void CDC::Draw3dRect(const RECT* rect, COLORREF topLeft, COLORREF bottomRight) {
 }
 
 void CDC::DrawFocusRect(const RECT* rect) {
+    if (rect == nullptr) return;
     const CRect area = device_rect(*rect);
     if (m_device == nullptr || area.IsRectEmpty()) return;
     Paint dotted = paint_with(cNoBrush);
@@ -423,7 +437,7 @@ int CDC::DrawText(const char* text, int count, RECT* rect, UINT format) {
     int widest = 0;
     while (!rest.empty()) {
         const std::string_view line = takeLine(rest, format, font, width);
-        widest = std::max(widest, font.WidthOf(line));
+        widest = std::max(widest, widthOfLine(line, format, font));
         if ((format & DT_CALCRECT) == 0) draw_line_of_text(line, *rect, y, format);
         y = wrapAdd(y, height);
     }

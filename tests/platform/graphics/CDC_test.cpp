@@ -226,6 +226,10 @@ TEST_F(CDCTest, DrawTextBreaksAndAlignsLines) {
     CRect rect = room;
     m_dc.DrawText("a&ib", -1, &rect, DT_NOCLIP);
     EXPECT_EQ(m_device.Lines().back(), "fill 109,115,112,116 brush solid 000000");
+    m_dc.DrawText("a&i&&b", -1, &rect, DT_CALCRECT);
+    EXPECT_EQ(rect.Width(), m_dc.GetTextExtent("ai&b").cx);
+    rect.right = rect.left + m_dc.GetTextExtent("ai b").cx;
+    EXPECT_EQ(m_dc.DrawText("a&i &b", -1, &rect, DT_WORDBREAK), m_dc.GetTextExtent("ai b").cy);
 }
 
 TEST_F(CDCTest, SavesAndRestoresTheWholeState) {
@@ -313,6 +317,14 @@ TEST_F(CDCTest, KeepsObjectsOutThatAreNoObjects) {
     EXPECT_EQ(stock->DeleteObject(), 0);
     EXPECT_EQ(static_cast<CBrush*>(stock)->CreateSolidBrush(0xFF), 0);
     EXPECT_EQ(m_dc.Polygon(nullptr, 5), 0);
+    const RECT* const none = nullptr;
+    EXPECT_EQ(m_dc.Rectangle(none), 0);
+    EXPECT_EQ(m_dc.Ellipse(none), 0);
+    EXPECT_EQ(m_dc.IntersectClipRect(none), ERRORREGION);
+    EXPECT_EQ(m_dc.ExcludeClipRect(none), ERRORREGION);
+    m_dc.FillSolidRect(none, 0);
+    m_dc.Draw3dRect(none, 0, 0);
+    m_dc.DrawFocusRect(none);
     EXPECT_EQ(m_dc.FillRect(CRect(0, 0, 1, 1), &brush), 0);
     EXPECT_TRUE(m_device.Primitives().empty());
     LOGPEN description;
