@@ -16,6 +16,8 @@ namespace {
 
 constexpr double cHundredthsPerInch = 2540;  // of a millimetre
 constexpr double cMmPerInch = 25.4;
+// A header that tells more units per inch tells nothing.
+constexpr double cHighestRecorded = 9600;
 
 struct DeletePicture {
     void operator()(HENHMETAFILE picture) const { DeleteEnhMetaFile(picture); }
@@ -39,9 +41,10 @@ Picture readPicture(const std::string& path) {
 /// screen unless asked otherwise, lines and curves keep the units in which they were recorded.
 std::optional<PictureTarget> targetFor(const PictureOptions& options, const std::string& format,
                                        const ENHMETAHEADER& header) {
+    const double unitsPerInch = header.szlDevice.cx * cMmPerInch / header.szlMillimeters.cx;
     const int recorded =
-        static_cast<int>(std::lround(header.szlDevice.cx * cMmPerInch / header.szlMillimeters.cx));
-    const int dpi = options.dpi.value_or(format == "png" ? cScreenDpi : std::max(1, recorded));
+        static_cast<int>(std::lround(std::clamp(unitsPerInch, 1.0, cHighestRecorded)));
+    const int dpi = options.dpi.value_or(format == "png" ? cScreenDpi : recorded);
     const auto inches = [](LONG from, LONG to) {
         return (static_cast<double>(to) - from) / cHundredthsPerInch;
     };

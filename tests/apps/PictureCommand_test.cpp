@@ -92,6 +92,19 @@ TEST_F(PictureCommand, FaultsLeaveNothing) {
     EXPECT_THAT(folder.Names(), ElementsAre("bad.emf", "in.emf"));
 }
 
+// A header of 2^31 - 1 units in a millimetre.
+TEST_F(PictureCommand, TakesAHeaderOfAnyResolution) {
+    std::string bytes = folder.Read("in.emf");
+    constexpr std::size_t units = 72;
+    constexpr std::size_t millimetres = 80;
+    bytes.replace(units, 4, std::string("\xFF\xFF\xFF\x7F", 4));
+    bytes.replace(millimetres, 4, std::string("\x01\0\0\0", 4));
+    folder.Write("dense.emf", bytes);
+    const Finished svg = Run({"picture", "dense.emf", "-", "--format", "svg"});
+    EXPECT_EQ(svg.exitCode, 0) << svg.err;
+    EXPECT_THAT(svg.out, HasSubstr("viewBox=\"0 0 19200 9600\""));
+}
+
 TEST_F(PictureCommand, NamesThePackageThatIsMissing) {
     std::filesystem::copy_file(TESSALINK_CLI, folder.Path("tessalink"));
     Setting setting;
