@@ -103,23 +103,6 @@ TEST(BarGraphics, AreDrawnToThePixel) {
     EXPECT_EQ(BarRangeGraphic(0, 1, 0, 0, 0).GetHeightFraction(), 0.6);
 }
 
-TEST(BarScale, DrawsLinesByTheScale) {
-    struct Case {
-        double xScale;
-        const char* box;
-        const char* minor;
-    };
-    for (const Case& c : {Case{0.2, "solid 1", "solid 1"}, Case{3, "solid 6", "solid 3"}}) {
-        BarScale scale(0, 10, "", "", 0, 0, 0, 5, 0, 10, 0, 0, 0, 0, 20, 20, 0, 10);
-        RecordingDevice device;
-        CDC dc(device);
-        scale.Draw(&dc, c.xScale, 1, CRect(0, 0, 100, 20));
-        ASSERT_EQ(device.Lines().size(), 4U);
-        EXPECT_NE(device.Lines()[0].find(c.box), std::string::npos);
-        EXPECT_NE(device.Lines()[3].find(c.minor), std::string::npos);
-    }
-}
-
 TEST(BarHeading, SharesFonts) {
     BarHeading heading("one", 0, 0, 20, 0, "Arial", 0, 0, 5, 5);
     EXPECT_EQ(heading.AddText("one\ntwo\nthree", 0, 0, 20, 0, "ARIAL"), 1);

@@ -217,7 +217,7 @@ private:
 TEST(RTFGraph, RandomCallsFollowTheFormulas) {
     Dice dice(7);
     const auto number = [&](int least, int most) {
-        return least + static_cast<int>(dice.Below(static_cast<std::size_t>(most - least + 1)));
+        return least + static_cast<int>(dice.Below(static_cast<std::size_t>(most - least) + 1));
     };
     const auto inches = [&](int least, int most) {
         return number(least * 100, most * 100) / 100.0;
