@@ -46,7 +46,15 @@ public:
     DescribedBarGraph(GraphSheet sheet, std::unique_ptr<BarGraph> graph)
         : DescribedGraph(std::move(sheet)), m_graph(std::move(graph)) {}
 
-    void Draw(CDC& dc, const CRect& rect) override { m_graph->Draw(&dc, rect); }
+    /// The frame has the context's pen: one unit of a fine device would not be seen.
+    void Draw(CDC& dc, const CRect& rect) override {
+        constexpr int screenDpi = 96;
+        const int width = dc.GetDeviceCaps(LOGPIXELSX) / screenDpi;
+        if (width <= 1) return m_graph->Draw(&dc, rect);
+        CPen pen(PS_SOLID, width, cBlack);
+        const Selected selected(dc, &pen);
+        m_graph->Draw(&dc, rect);
+    }
 
 private:
     std::unique_ptr<BarGraph> m_graph;
@@ -83,7 +91,6 @@ public:
 
     /// How wide a column must be for the text and the space between it and the bar.
     int ColumnFor(const CString& text, const CString& font, int size) {
-        if (text.IsEmpty()) return 0;
         constexpr BYTE pitch = 4;
         CFont normal;
         createGraphFont(normal, size, font, OUT_DEFAULT_PRECIS, DEFAULT_QUALITY, pitch);
@@ -113,7 +120,7 @@ private:
 class BarBuilder {
 public:
     BarBuilder(ValueReader& in, const CString& name, const JsonValue& object)
-        : m_in(in), m_name(name), m_object(object) {
+        : m_in(in), m_name(name) {
         in.SetPalette(readPalette(in, object));
         m_bar = readBar(in, object);
         read_sections();
@@ -198,8 +205,12 @@ private:
             const auto* legend = std::get_if<LegendSpec>(&section.spec);
             if (!legend && (!scale || scale->*width)) continue;
             const RowSpec& row = scale ? static_cast<const RowSpec&>(*scale) : *legend;
-            widest = std::max(widest, ruler.ColumnFor((row.*text).value_or(CString()),
-                                                      font(row.font), text_size(row.textSize)));
+            const CString words = (row.*text).value_or(CString());
+            if (words.IsEmpty()) continue;
+            // Labels at the ends of a legend reach into the column.
+            const int label = legend ? text_size(legend->labelSize) : 0;
+            widest = std::max(
+                widest, ruler.ColumnFor(words, font(row.font), text_size(row.textSize)) + label);
         }
         return widest;
     }
@@ -472,7 +483,6 @@ private:
 
     ValueReader& m_in;
     const CString& m_name;
-    const JsonValue& m_object;
     BarSpec m_bar;
     std::vector<SectionSpec> m_sections;
     int m_left = 0;

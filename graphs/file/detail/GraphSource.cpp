@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/FileText.h"
 #include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 
@@ -12,25 +13,14 @@ namespace {
 constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
 constexpr const char* cLacking = "this character is not in Windows-1252, the characters of reports";
 
-std::string textOf(CFile& file) {
-    constexpr std::size_t blockSize = std::size_t{1} << 16;
-    std::string text;
-    for (std::size_t count = 1; count != 0 && text.size() <= cMaxGraphFile;) {
-        const std::size_t length = text.size();
-        text.resize(length + blockSize);
-        count = file.Read(text.data() + length, blockSize);
-        text.resize(length + count);
-    }
-    return text;
-}
-
 }  // namespace
 
 std::string quoted(std::string_view text) {
     return "'" + std::string(text) + "'";
 }
 
-GraphSource::GraphSource(CFile& file) : m_file(file.GetGivenPath()), m_text(textOf(file)) {
+GraphSource::GraphSource(CFile& file)
+    : m_file(file.GetGivenPath()), m_text(readText(file, cMaxGraphFile)) {
     if (m_text.size() > cMaxGraphFile) Throw(0, "", "the graph file is larger than 64 MiB");
     // Blanks instead of the mark: offsets stay those of the file.
     if (m_text.starts_with(cByteOrderMark)) m_text.replace(0, cByteOrderMark.size(), 3, ' ');

@@ -6,13 +6,17 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdint>
+
+#include "platform/base/NumberText.h"
 
 namespace tessalink::detail {
 
 namespace {
 
 constexpr unsigned cParseFlags = rapidjson::kParseIterativeFlag |
-                                 rapidjson::kParseFullPrecisionFlag |
+                                 rapidjson::kParseNumbersAsStringsFlag |
                                  rapidjson::kParseValidateEncodingFlag;
 
 /// The first byte at or after `offset` that is none of those.
@@ -36,17 +40,17 @@ public:
         m_added->isTrue = value;
         return true;
     }
-    bool Double(double value) {
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
         AddScalar(JsonValue::Kind::Number);
-        m_added->number = value;
-        return true;
+        m_added->number = readDouble({text, length});
+        return std::isfinite(m_added->number) || Fail(m_added->start, "the number is too large");
     }
-    bool Int(int value) { return Double(value); }
-    bool Uint(unsigned value) { return Double(value); }
-    bool Int64(std::int64_t value) { return Double(static_cast<double>(value)); }
-    bool Uint64(std::uint64_t value) { return Double(static_cast<double>(value)); }
-    /// The reader makes numbers itself.
-    bool RawNumber(const char*, rapidjson::SizeType, bool) { return false; }
+    // All numbers come as they are written.
+    bool Double(double) { return false; }
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
     bool String(const char* text, rapidjson::SizeType length, bool) {
         AddScalar(JsonValue::Kind::Text);
         m_added->text.assign(text, length);
@@ -86,7 +90,8 @@ private:
         return *m_added;
     }
     bool AddScalar(JsonValue::Kind kind) {
-        Add(kind).end = m_end = m_stream.Tell();
+        JsonValue& value = Add(kind);
+        value.end = m_end = m_stream.Tell();
         return true;
     }
     bool Open(JsonValue::Kind kind) {

@@ -1,0 +1,130 @@
+// The command `graph`, and `report --graphs`.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/apps/CommandLine.h"
+
+namespace tessalink::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+#ifdef TESSALINK_QT_MODULE
+constexpr bool cHasModule = true;
+#else
+constexpr bool cHasModule = false;
+#endif
+
+class GraphCommand : public CommandLine {
+protected:
+    GraphCommand() {
+        folder.Write("g.json", R"({"graphs": {"Worry": {"width": 2, "height": 0.5, "sections": [
+  {"scale": {"min": 20, "max": 80, "left": "Worry", "points": ["@T"]}}]}}})");
+        folder.Write("v.tsv", "T\tint\t63\n");
+    }
+    Finished Graph(Strings arguments) const {
+        arguments.insert(arguments.begin(), {"graph", "g.json", "Worry"});
+        return Run(arguments);
+    }
+    Finished Report(const std::string& text, Strings arguments = {}) const {
+        folder.Write("t.rtf", "{\\rtf " + text + "}");
+        arguments.insert(arguments.begin(), {"report", "t.rtf", "--graphs", "g.json", "-o", "out"});
+        return Run(arguments);
+    }
+};
+
+TEST_F(GraphCommand, DrawsEveryFormat) {
+    const struct {
+        const char* format;
+        const char* start;
+    } cases[] = {{"svg", "<?xml"}, {"rtf", "{\\rtf1"}, {"png", "\x89PNG"}, {"pdf", "%PDF"}};
+    for (const auto& c : cases) {
+        if (!cHasModule && c.start[1] == 'P') continue;
+        const Finished drawn = Graph({"--vars", "v.tsv", "-o", "-", "--format", c.format});
+        EXPECT_EQ(drawn.exitCode, 0) << drawn.err;
+        EXPECT_THAT(drawn.out, StartsWith(c.start));
+    }
+    EXPECT_EQ(Graph({"--vars", "v.tsv", "-o", "a.emf"}).exitCode, 0);
+    EXPECT_THAT(Run({"picture", "a.emf", "-", "--format", "svg"}).out,
+                HasSubstr("viewBox=\"0 0 1200 300\""));
+    EXPECT_THAT(Graph({"--vars", "v.tsv", "-o", "-", "--format", "svg", "--dpi", "96"}).out,
+                HasSubstr("viewBox=\"0 0 192 48\""));
+    for (const char* format : {"svg", "rtf"}) {
+        const Strings plain = {"--vars", "v.tsv", "-o", "-", "--format", format};
+        Strings told = plain;
+        told.emplace_back("--alt");
+        EXPECT_THAT(Graph(plain).out, Not(HasSubstr("on a scale")));
+        EXPECT_THAT(Graph(told).out, HasSubstr("Worry: 63, on a scale from 20 to 80."));
+    }
+}
+
+TEST_F(GraphCommand, FaultsLeaveNothing) {
+    const struct {
+        Strings arguments;
+        int exitCode;
+        const char* message;
+    } cases[] = {
+        {{"g.json", "Worry", "-o", "out.svg"},
+         1,
+         "g.json:2:64: error: /graphs/Worry/sections/0/scale/points/0: there is no variable 'T'\n"},
+        {{"g.json", "Wory", "-o", "out.svg"}, 1, "did you mean 'Worry'?"},
+        {{"v.tsv", "Worry", "-o", "out.svg"}, 1, "v.tsv:1:1: error: no JSON"},
+        {{"none.json", "Worry", "-o", "out.svg"}, 2, "none.json: the file does not exist"},
+        {{"g.json", "Worry", "-o", "out.gif"},
+         2,
+         "out.gif: the name ends in none of .emf, .svg, .png, .pdf, .rtf"},
+        {{"-", "Worry", "--vars", "-", "-o", "out.svg"}, 2, "standard input is the graph file"},
+        {{"g.json", "Worry", "-o", "out.svg", "--dpi", "2401"}, 2, "--dpi"},
+    };
+    for (const auto& c : cases) {
+        Strings arguments = c.arguments;
+        arguments.insert(arguments.begin(), "graph");
+        const Finished drawn = Run(arguments);
+        EXPECT_EQ(drawn.exitCode, c.exitCode);
+        EXPECT_THAT(drawn.err, HasSubstr(c.message));
+    }
+    ExpectOnly({"g.json", "v.tsv"});
+}
+
+TEST_F(GraphCommand, ReportsCallGraphs) {
+    // The variables as they are at the call; deferred and included calls alike.
+    Store("PART.DAT", "{\\rtf @LET(T=40)@CALL(Worry)}");
+    const Finished made = Report(
+        "@LET(T=30)@CALL(Worry)@DEFER_START(T)@CALL(Worry)@DEFER_END @PRINT_DEFERRED(ASC) "
+        "@INCLUDE([part]) @CALL(Other)",
+        {"--alt", "--vars", "v.tsv"});
+    EXPECT_EQ(made.exitCode, 0);
+    EXPECT_EQ(made.err,
+              "t.rtf:1:105: warning: no graph has this name, so @CALL(Other) is skipped\n");
+    const std::string report = folder.Read("out");
+    std::string order;
+    for (std::size_t at = 0; (at = report.find("Worry: ", at)) != std::string::npos; ++at) {
+        order += report.substr(at + 7, 2) + " ";
+    }
+    EXPECT_EQ(order, "30 30 40 ");
+    EXPECT_THAT(report, HasSubstr("{\\*\\shppict{\\pict{\\*\\picprop"));
+}
+
+TEST_F(GraphCommand, AFaultInAReportHasBothPlaces) {
+    const std::string fault =
+        "g.json:2:64: error: /graphs/Worry/sections/0/scale/points/0: there is no variable 'T'\n";
+    const Finished direct = Report("\n  @CALL(Worry)");
+    EXPECT_EQ(direct.exitCode, 1);
+    EXPECT_EQ(direct.err, fault + "t.rtf:2:9: error: Graph Worry can't be drawn!\n");
+    Store("PART.DAT", "{\\rtf @CALL(Worry)}");
+    const Finished included = Report("@INCLUDE([part])");
+    EXPECT_EQ(included.exitCode, 1);
+    EXPECT_THAT(included.err, StartsWith(fault));
+    EXPECT_THAT(included.err, HasSubstr("PART.DAT:1:13: error: Graph Worry can't be drawn!\n"
+                                        "t.rtf:1:7: note: included from here\n"));
+    folder.Write("g.json", "{\"graphs\": [}");
+    EXPECT_EQ(Report("").exitCode, 1);
+    ExpectOnly({"PART.DAT", "g.json", "t.rtf", "v.tsv"});
+}
+
+}  // namespace
+}  // namespace tessalink::test

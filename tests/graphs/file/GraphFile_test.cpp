@@ -1,0 +1,485 @@
+// Graph files: what is drawn, and where faults are said to be.
+#include "graphs/file/GraphFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "graphs/bar/BarGraph.h"
+#include "graphs/bar/BarHeading.h"
+#include "graphs/bar/BarPointGraphic.h"
+#include "graphs/bar/BarRangeGraphic.h"
+#include "graphs/bar/BarRangeLegend.h"
+#include "graphs/bar/BarScale2.h"
+#include "graphs/bar/BarSimpleLegend.h"
+#include "graphs/bar/BarValueLegend.h"
+#include "graphs/common/ColorMgr.h"
+#include "graphs/file/GraphFctTable.h"
+#include "graphs/file/GraphPicture.h"
+#include "graphs/rtf/MetaFile.h"
+#include "platform/files/CMemFile.h"
+#include "report/VariablesFile.h"
+
+namespace tessalink::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+GraphFile fileOf(const std::string& text) {
+    CMemFile file(text);
+    file.SetFilePath("g.json");
+    return GraphFile::Read(file);
+}
+
+std::string graphOf(const std::string& members) {
+    return R"({"graphs": {"G": {)" + members + "}}}";
+}
+
+/// A graph of one scale from 0 to 10 and more.
+std::string scaleOf(const std::string& members) {
+    return graphOf(R"("sections": [{"scale": {"min": 0, "max": 10, )" + members + "}}]");
+}
+
+struct Variables : VarTable {
+    Variables() {
+        AddVar("Name", "A\\b\xE4");
+        AddVar("Score", 7);
+        AddVar("Mean", 3.25);
+        AddVar("Color", "navy");
+        AddVar("NaN", std::numeric_limits<double>::quiet_NaN());
+    }
+};
+
+/// "LINE:COLUMN: MESSAGE" of the fault of reading the file and making G; empty without a fault.
+std::string faultOf(const std::string& text) {
+    try {
+        fileOf(text).Make("G", Variables());
+    } catch (const InputError& fault) {
+        const TextPlace& place = fault.GetPlace();
+        EXPECT_EQ(place.file, "g.json");
+        return std::to_string(place.line) + ":" + std::to_string(place.column) + ": " +
+               fault.what();
+    }
+    return "";
+}
+
+std::string metafileOf(const std::function<void(CDC&, const CRect&)>& draw) {
+    MetaFile picture(6, 4, nullptr);
+    draw(picture, CRect(0, 0, 576, 384));
+    picture.Close();
+    const auto bytes = bytesOf(picture.GetHandle());
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string metafileOf(const std::string& text) {
+    const auto graph = fileOf(text).Make("G", Variables());
+    return metafileOf([&](CDC& dc, const CRect& rect) { graph->Draw(dc, rect); });
+}
+
+TEST(GraphFile, DrawsWhatTheSameGraphInCodeDraws) {
+    BarGraph graph(0, BarGraph::cCenter | BarGraph::cBottom);
+    graph.AddSection(
+        new BarHeading("A\\\\b\xE4 \\b3.2", 30, BarHeading::cRight, 40, 0xFF, "Times", 0, 0, 5, 6));
+    auto* const scale = new BarScale2(20, 80, "Left\nline", "7", 200, 100, 20, 5, 30, 70, 11, 12,
+                                      13, 14, 30, 50, 25, 75);
+    scale->SetTypeface("Symbol");
+    scale->SetLineSize(3);
+    scale->SetBoxColor(RGB(1, 2, 3));
+    scale->SetMajTickColor(RGB(0, 128, 0));
+    scale->SetMinTickColor(RGB(1, 2, 3));
+    scale->SetDescColor(ColorMgr::ColorSafePalette()[2]);
+    scale->SetBoxFillColor(RGB(0x80, 0x80, 0x80));
+    auto* const range = new BarRangeGraphic(30, 40.5, RGB(0, 0, 128), cWhite, -1);
+    range->SetHeightFraction(0.25);
+    scale->AddGraphic(range);
+    scale->AddGraphic(new BarPointGraphic(7, 30));  // six tenths of the bar
+    scale->AddGraphic(
+        new BarPointGraphic(3.25, 9, RGB(255, 0, 0), BarPointGraphic::HollowTriangle, 4));
+    graph.AddSection(scale);
+    graph.AddSection(new BarHeading(0, 0, 25, 0));
+    auto* const values = new BarValueLegend(scale, "V", "", RGB(255, 255, 0), 0, 11, 12, 1, 2, 24,
+                                            20, "Arial", "Times");
+    values->SetFirstLabelPos(22);
+    values->SetLastLabelPos(77);
+    values->SetLabelCalcStart(30);
+    values->SetLabelDelta(11);
+    values->SetLeftDescAlignment(BarLegend::cCenter | BarLegend::cBottom);
+    graph.AddSection(values);
+    auto* const texts =
+        new BarSimpleLegend(scale, "", "", 0, 0, 11, 12, 4, 4, 24, 24, "Arial", "Arial");
+    texts->AddText(50, "mean");
+    texts->SetUseLine(1);
+    texts->SetLineStyle(PS_DASH);
+    texts->SetLineSize(0);
+    graph.AddSection(texts);
+    auto* const ranges =
+        new BarRangeLegend(scale, "", "R", 0, 0, 11, 12, 4, 4, 24, 24, "Arial", "Arial");
+    ranges->AddRange(20, 50, "low\n7");
+    ranges->SetDirectionUp(0);
+    ranges->SetLineColor(RGB(0xAB, 0xCD, 0xEF));
+    graph.AddSection(ranges);
+    const auto coded = metafileOf([&](CDC& dc, const CRect& rect) { graph.Draw(&dc, rect); });
+    const auto described = metafileOf(graphOf(R"(
+        "type": "bar", "frame": false, "align": "bottom center", "palette": "safe", "sections": [
+        {"heading": {"texts": [{"text": "@Name \\b@{Mean:1}", "position": 30, "align": "right",
+            "textSize": 40, "textColor": "#ff0000", "font": "Times"}],
+            "marginTop": 5, "marginBottom": 6}},
+        {"scale": {"name": "s", "min": 20, "max": 80, "left": "Left\nline", "right": "@Score",
+            "leftWidth": 200, "rightWidth": 100, "majorTick": 20, "minorTick": 5, "ticksFrom": 30,
+            "ticksTo": 70, "marginLeft": 11, "marginRight": 12, "marginTop": 13,
+            "marginBottom": 14, "textSize": 30, "barHeight": 50, "plotMin": 25, "plotMax": 75,
+            "font": "Symbol", "lineWidth": 3, "lineColor": "#010203", "majorTickColor": "green",
+            "textColor": 2, "fill": "gray",
+            "ranges": [{"from": 30, "to": 40.5, "color": "@Color", "borderColor": "white",
+                "lineWidth": -1, "height": 0.25}],
+            "points": ["@Score", {"at": "@Mean", "size": 9, "color": "red",
+                "symbol": "hollow-triangle", "lineWidth": 4}]}},
+        {"space": 25},
+        {"legend": {"left": "V", "labelColor": "yellow", "marginTop": 1, "marginBottom": 2,
+            "labelSize": 20, "labelFont": "Times", "first": 22, "last": 77, "start": 30,
+            "step": 11, "leftAlign": "center bottom"}},
+        {"legend": {"texts": [{"at": 50, "text": "mean"}], "lines": true, "lineStyle": "dash",
+            "lineWidth": 0}},
+        {"legend": {"scale": "s", "right": "R", "ranges": [{"from": 20, "to": 50,
+            "text": "low\n@Score"}], "direction": "down", "lineColor": "#abcdef"}}])"));
+    EXPECT_TRUE(described == coded);
+    EXPECT_GT(described.size(), 1000u);
+}
+
+TEST(GraphFile, FindsTicksColumnsAndHeight) {
+    const auto scale = [](const std::string& left, const std::string& keys) {
+        return R"({"scale": {"left": ")" + left + R"(", )" + keys + "}}";
+    };
+    const auto graph = [](const std::string& sections) {
+        return graphOf(R"("sections": [)" + sections + "]");
+    };
+    for (const auto& [ends, ticks] :
+         {std::pair(R"("min": 20, "max": 80)", R"("majorTick": 10, "ticksFrom": 20)"),
+          {R"("min": 17, "max": 43)", R"("majorTick": 5, "ticksFrom": 20, "ticksTo": 40)"},
+          {R"("min": -3, "max": 997)", R"("majorTick": 100, "ticksFrom": 0, "ticksTo": 900)"},
+          {R"("min": 1, "max": 9)", R"("majorTick": 1, "ticksFrom": 1, "ticksTo": 9)"}}) {
+        EXPECT_TRUE(metafileOf(graph(scale("", ends))) ==
+                    metafileOf(graph(scale("", ends + std::string(", ") + ticks))))
+            << ends;
+    }
+    // The bars of both scales leave room for the longer description.
+    const std::string ends = R"("min": 0, "max": 9)";
+    const auto found = metafileOf(graph(scale("", ends) + "," + scale("A long name", ends)));
+    const auto given = [&](int width) {
+        const std::string keys = ends + R"(, "leftWidth": )" + std::to_string(width);
+        return metafileOf(graph(scale("", keys) + "," + scale("A long name", keys)));
+    };
+    int width = 0;
+    while (width < 400 && given(width) != found) ++width;
+    EXPECT_GT(width, 120);
+    EXPECT_LT(width, 160);
+    const GraphSheet sheet = fileOf(graphOf(R"("width": 5, "sections": [{"space": 200}])"))
+                                 .Make("G", VarTable())
+                                 ->GetSheet();
+    EXPECT_EQ(sheet.width, 5);
+    EXPECT_NEAR(sheet.height, 1.03, 1e-9);
+}
+
+/// Where in the first line of a text the fault is.
+constexpr std::string_view cHere = "<<";
+
+TEST(GraphFile, FaultsHavePlaceAndPath) {
+    const struct {
+        std::string text;
+        const char* fault;  ///< how it starts; with its place when the text does not show it
+    } cases[] = {
+        // The text.
+        {"", "1:1: no JSON: the document is empty"},
+        {"{\"graphs\": {}\n 7", "2:2: no JSON: missing a comma or '}'"},
+        {"{\"graphs\": {\"A\": \"\xFF\"}}", "1:19: no JSON: invalid encoding"},
+        {std::string("{\"graphs\"\0: {}}", 15), "1:10: no JSON: a byte of number 0"},
+        {R"({"graphs": {"A": {"sections": [{"heading": <<"\u0000"}]}}})", "the text has a"},
+        {"{\"graphs\": {\"A\": {},\n\"B\": {}, \"A\": {}}}", "2:10: the key 'A' is there twice"},
+        {std::string(33, '['), "1:33: more than 32 objects and lists"},
+        {"\xEF\xBB\xBF[]", "1:4: this must be an object, and is a list"},
+        {graphOf(R"("width": <<-1e999)"), "no JSON: number too big"},
+        {graphOf("\"width\": <<" + std::string(400, '9')), "no JSON: number too big"},
+        {graphOf(R"("width": <<1e-999)"), "/graphs/G/width: 0 is not from"},
+        {"{}", "1:1: 'graphs' is missing"},
+        {R"({"graphs": {<<"9": {}}})", "/graphs/9: a graph's name has up to 32 letters"},
+        {R"({"graphs": {<<"a/~": {}}})", "/graphs/a~1~0: a graph's name"},
+        {R"({"graphs": <<{"H": {"sections": [{"space": 1}]}}})",
+         "/graphs: there is no graph 'G'; did you mean 'H'?"},
+        // Keys and types.
+        {graphOf(R"("type": <<"pie")"), "/graphs/G/type: this is no type of graphs; there are bar"},
+        {graphOf(""), "1:18: /graphs/G: 'sections' is missing"},
+        {graphOf(R"("sections": <<[])"), "/graphs/G/sections: a graph has a section"},
+        {graphOf(R"("sections": [<<{"heading": "a", "space": 1}])"),
+         "/graphs/G/sections/0: a section is one of"},
+        {graphOf("\"sections\":\n [{\"heding\": \"a\"}]"),
+         "2:4: /graphs/G/sections/0/heding: no key has this name; did you mean 'heading'?"},
+        {graphOf(R"("sections": <<{})"),
+         "/graphs/G/sections: this must be a list, and is an object"},
+        {graphOf(R"("sections": [{"scale": <<{"max": 3}}])"),
+         "/graphs/G/sections/0/scale: 'min' is missing"},
+        {scaleOf(R"(<<"lines": true)"), "/graphs/G/sections/0/scale/lines: no key has this name"},
+        {scaleOf(R"("points": [<<null])"),
+         "/graphs/G/sections/0/scale/points/0: this must be a number, and is null"},
+        {scaleOf(R"("points": [<<{}])"), "/graphs/G/sections/0/scale/points/0: 'at' is missing"},
+        {graphOf(R"("frame": <<1)"),
+         "/graphs/G/frame: this must be true or false, and is a number"},
+        {graphOf(R"("title": <<1)"), "/graphs/G/title: this must be a text"},
+        // Values.
+        {graphOf(R"("width": <<0.05)"), "/graphs/G/width: 0.05 is not from 0.1 to 200"},
+        {scaleOf(R"("textSize": <<1001)"),
+         "/graphs/G/sections/0/scale/textSize: 1001 is not from 1 to 1000"},
+        {scaleOf(R"("leftWidth": <<2.5)"),
+         "/graphs/G/sections/0/scale/leftWidth: 2.5 is no whole number"},
+        {scaleOf(R"("leftWidth": 600, "rightWidth": 360)"),
+         "1:42: /graphs/G/sections/0/scale: margins and text widths take 1000 of 1000"},
+        {scaleOf(R"("plotMin": 5, "plotMax": <<5)"),
+         "/graphs/G/sections/0/scale/plotMax: this must be above 'plotMin'"},
+        {graphOf(R"("sections": [{"scale": {"min": 5, "max": <<5}}])"),
+         "/graphs/G/sections/0/scale/max: this must be above 'min'"},
+        {scaleOf(R"("ranges": [{"from": 3, "to": <<2}])"),
+         "/graphs/G/sections/0/scale/ranges/0/to: this must be above 'from', or the same"},
+        {graphOf(R"("sections": [{"scale": {"min": 0, "max": 1000, "minorTick": <<1}}])"),
+         "/graphs/G/sections/0/scale/minorTick: more than 1000 ticks"},
+        {graphOf(R"("sections": [{"scale": {"min": 0, "max": 10}}, {"legend": <<{"last": 1000}}])"),
+         "/graphs/G/sections/1/legend: more than 1000 labels"},
+        {scaleOf(R"("fill": <<"grean")"), "/graphs/G/sections/0/scale/fill: 'grean' is no color"},
+        {scaleOf(R"("fill": <<"#12345G")"),
+         "/graphs/G/sections/0/scale/fill: '#12345G' is no color"},
+        {scaleOf(R"("fill": <<9)"), "/graphs/G/sections/0/scale/fill: 9 is not from 0 to 8"},
+        {graphOf(R"("align": <<"left right")"), "/graphs/G/align: 'right' contradicts the word"},
+        {graphOf(R"("align": <<"")"), "/graphs/G/align: '' can't stand here"},
+        {scaleOf(R"("points": [{"at": 1, "symbol": <<"star"}])"),
+         "/graphs/G/sections/0/scale/points/0/symbol: 'star' can't stand here; there are "
+         "circle"},
+        {graphOf(R"("palette": <<[])"), "/graphs/G/palette: a palette has a color"},
+        {graphOf(R"("width": 200, "sections": [{"space": 1000}, {"space": <<1}])"),
+         "/graphs/G/sections/1/space: with this section the graph is higher than 200"},
+        // Scales of legends.
+        {graphOf(R"("sections": [{"legend": <<{}}])"),
+         "/graphs/G/sections/0/legend: no scale stands above"},
+        {graphOf(
+             R"("sections": [{"scale": {"name": "one", "min": 0, "max": 1}}, {"legend": {"scale": <<"onn"}}])"),
+         "/graphs/G/sections/1/legend/scale: no scale has this name; did you mean 'one'?"},
+        {graphOf(
+             R"("sections": [{"scale": {"name": "a", "min": 0, "max": 1}}, {"scale": {"name": <<"a", "min": 0, "max": 1}}])"),
+         "/graphs/G/sections/1/scale/name: another scale has this name"},
+        // Characters and variables.
+        {graphOf(R"("title": "a\n\u00e4<<\ud83d\ude00")"),
+         "/graphs/G/title: this character is not in Windows-1252"},
+        {graphOf("\"title\": \"\xC3\xA4\xE2\x86\x92\""),
+         "1:31: /graphs/G/title: this character is not"},
+        {graphOf(R"("title": <<"a @ b")"), "/graphs/G/title: write @Name for a variable"},
+        {graphOf(R"("title": <<"@{Name:16}")"), "/graphs/G/title: write @Name for a variable"},
+        {scaleOf(R"("points": [<<"7"])"),
+         "/graphs/G/sections/0/scale/points/0: this must be a number, or a variable"},
+        {scaleOf(R"("left": <<"a @Scor b")"),
+         "/graphs/G/sections/0/scale/left: there is no variable 'Scor'; did you mean "
+         "'Score'?"},
+        {scaleOf(R"("points": [<<"@Name"])"),
+         "/graphs/G/sections/0/scale/points/0: the variable 'Name' is no number"},
+        {scaleOf(R"("points": [<<"@NaN"])"),
+         "/graphs/G/sections/0/scale/points/0: the variable 'NaN' is no number"},
+        {scaleOf(R"("textSize": <<"@Mean")"),
+         "/graphs/G/sections/0/scale/textSize: 3.25 is no whole number"},
+        {graphOf(R"("sections": [{"scale": {"min": 7, "max": <<"@Score"}}])"),
+         "/graphs/G/sections/0/scale/max: this must be above 'min'"},
+        {scaleOf(R"("fill": <<"@Name")"), "/graphs/G/sections/0/scale/fill: 'A"},
+    };
+    for (const auto& c : cases) {
+        std::string text = c.text;
+        std::string fault = c.fault;
+        if (const auto at = text.find(cHere); at != std::string::npos) {
+            text.erase(at, cHere.size());
+            fault = "1:" + std::to_string(at + 1) + ": " + fault;
+        }
+        EXPECT_THAT(faultOf(text), StartsWith(fault)) << text;
+    }
+}
+
+TEST(GraphFile, ChecksAllGraphsWithoutVariables) {
+    const std::string good = R"({"min": "@A", "max": "@B", "points": ["@A"], "fill": "@C",
+        "majorTick": "@A", "left": "@{A:2}", "lineWidth": "@A"})";
+    const std::string text = R"({"graphs": {"A": {"align": "@C", "sections": [{"scale": )" + good +
+                             R"(}, {"legend": {"step": "@A"}}]}, "B": {"sections": [{"space": )";
+    EXPECT_EQ(fileOf(text + "1}]}}}").GetNames(), (std::vector<CString>{"A", "B"}));
+    EXPECT_THAT(faultOf(text + "-1}]}}}"), HasSubstr("/graphs/B/sections/0/space: -1 is not from"));
+}
+
+TEST(GraphFile, LimitsOfLists) {
+    const auto repeated = [](const std::string& text, int count) {
+        std::string list = text;
+        for (int i = 1; i < count; ++i) list += "," + text;
+        return "[" + list + "]";
+    };
+    const auto sections = [&](int count) {
+        return graphOf(R"("sections": )" + repeated(R"({"space": 1})", count));
+    };
+    EXPECT_EQ(faultOf(sections(1000)), "");
+    EXPECT_THAT(faultOf(sections(1001)), HasSubstr("/sections/1000: too many: there may be 1000"));
+    const auto points = [&](int count) { return scaleOf(R"("points": )" + repeated("1", count)); };
+    EXPECT_EQ(faultOf(points(100000)), "");
+    EXPECT_THAT(faultOf(points(100001)), HasSubstr("/points/100000: too many"));
+    const auto title = [](std::size_t length) {
+        return graphOf(R"("sections": [{"space": 1}], "title": ")" + std::string(length, 'x') +
+                       "\"");
+    };
+    EXPECT_EQ(faultOf(title(32767)), "");
+    EXPECT_THAT(faultOf(title(32768)), HasSubstr("/title: the text is longer than 32767"));
+}
+
+TEST(GraphFile, FillsVariablesIntoTexts) {
+    for (const auto& [text, filled] : {std::pair("@Name, @@ @Score.", "A\\b\xE4, @ 7."),
+                                       {"@{Score}th @Mean @{Mean:1}", "7th 3.25 3.2"},
+                                       {"@{Score:2}@{Name:2}@Color", "7.00A\\b\xE4navy"},
+                                       {"", ""}}) {
+        const auto graph =
+            fileOf(graphOf(R"("sections": [{"space": 1}], "title": ")" + std::string(text) + "\""))
+                .Make("G", Variables());
+        EXPECT_EQ(graph->GetSheet().title, filled);
+    }
+}
+
+TEST(GraphPicture, SaysWhatItShowsOnRequest) {
+    const std::string text = graphOf(R"("title": "\u00e4{", "sections": [
+        {"scale": {"min": 0, "max": 10, "left": "\\bWorry\n\\\\", "points": ["@Score"],
+            "ranges": [{"from": "@Mean", "to": 8.5, "name": "90%"}, {"from": -0.001, "to": 1}]}},
+        {"scale": {"min": 0, "max": 5, "right": "B", "points": [{"at": 1, "name": "before"}, 2]}},
+        {"scale": {"min": 0, "max": 5}}])");
+    const auto graph = fileOf(text).Make("G", Variables());
+    EXPECT_EQ(graph->GetSheet().description,
+              "Worry \\: 7, 90% 3.25 to 8.5, range 0 to 1, on a scale from 0 to 10. "
+              "B: before 1, 2, on a scale from 0 to 5. "
+              "no score, on a scale from 0 to 5.");
+    const auto rtf = [&](bool hasText) {
+        CMemFile file;
+        writeGraphAsRTF(*graph, file, {cPictureDpi, hasText});
+        return std::string(file.View());
+    };
+    const std::string property =
+        "{\\*\\picprop{\\sp{\\sn wzDescription}{\\sv \\'e4\\{. Worry \\\\: 7, 90%";
+    EXPECT_THAT(rtf(true), StartsWith("{\\*\\shppict{\\pict" + property));
+    std::string without = rtf(true);
+    const auto start = without.find("{\\*\\picprop");
+    without.erase(start, without.find("}}}", start) + 3 - start);
+    EXPECT_EQ(without, rtf(false));
+    EXPECT_THAT(graphAsSvg(*graph, {96, true}), HasSubstr("<title>\xC3\xA4{</title>\n<desc>Worry"));
+    EXPECT_THAT(graphAsSvg(*graph, {96, false}), Not(HasSubstr("<title>")));
+    // The author's own words instead.
+    const auto told =
+        fileOf(graphOf(R"("description": "Score @Score", "sections": [{"space": 1}])"))
+            .Make("G", Variables());
+    EXPECT_EQ(textAlternative(*told), "G. Score 7");
+    const std::string many = scaleOf(R"("points": [1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1])");
+    EXPECT_THAT(std::string(fileOf(many).Make("G", VarTable())->GetSheet().description),
+                HasSubstr("1, 1, 2 more, on a scale"));
+}
+
+TEST(GraphFctTable, WritesAPictureOrNothing) {
+    const GraphFile file = fileOf(scaleOf(R"("points": ["@Late"])"));
+    VarTable table;
+    CMemFile output;
+    GraphFctTable functions(file, table, {}, &output);
+    EXPECT_EQ(functions.Call("H"), 0);
+    EXPECT_THROW(functions.Call("G"), InputError);
+    EXPECT_EQ(output.GetLength(), 0u);
+    table.AddVar("Late", 3);
+    EXPECT_NE(functions.Call("G"), 0);
+    EXPECT_THAT(std::string(output.View()), StartsWith("{\\*\\shppict{\\pict\\emfblip"));
+}
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream file(TESSALINK_SOURCE_DIR "/docs/" + path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> blocksOf(const std::string& text, const std::string& kind) {
+    std::vector<std::string> blocks;
+    const std::string fence = "```" + kind + "\n";
+    for (auto at = text.find(fence); at != std::string::npos; at = text.find(fence, at)) {
+        at += fence.size();
+        blocks.push_back(text.substr(at, text.find("```", at) - at));
+    }
+    return blocks;
+}
+
+TEST(GraphManual, PicturesAreThoseOfItsExamples) {
+    const std::string manual = contentsOf("graph-files.md");
+    const auto files = blocksOf(manual, "json");
+    const auto tables = blocksOf(manual, "text");
+    const char* const names[] = {"Anxiety", "Progress"};
+    const char* const pictures[] = {"images/graph-anxiety.svg", "images/graph-progress.svg"};
+    ASSERT_EQ(files.size(), std::size(names));
+    ASSERT_EQ(tables.size(), std::size(names));
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        CMemFile file(tables[i]);
+        VarTable table;
+        readVariables(file, table);
+        const auto graph = fileOf(files[i]).Make(names[i], table);
+        EXPECT_EQ(graphAsSvg(*graph, {cPictureDpi, true}), contentsOf(pictures[i])) << pictures[i];
+    }
+}
+
+/// The keys that a fault at an unknown one lists.
+std::set<std::string> listedKeys(const std::string& text) {
+    const std::string fault = faultOf(text);
+    std::set<std::string> keys;
+    const std::regex word("[a-zA-Z]+");
+    const std::string list = fault.substr(fault.find("there are ") + 10);
+    for (std::sregex_iterator at(list.begin(), list.end(), word), end; at != end; ++at) {
+        keys.insert(at->str());
+    }
+    return keys;
+}
+
+/// The properties of a definition of the schema.
+std::set<std::string> schemaKeys(const std::string& schema, const std::string& definition) {
+    const auto start = schema.find("\n    \"" + definition + "\": {");
+    const auto end = schema.find("\n    }", start);
+    const std::string text = schema.substr(start, end - start);
+    std::set<std::string> keys;
+    const std::regex property("\n        \"([a-zA-Z]+)\":");
+    for (std::sregex_iterator at(text.begin(), text.end(), property), last; at != last; ++at) {
+        keys.insert((*at)[1]);
+    }
+    return keys;
+}
+
+TEST(GraphManual, SchemaHasTheKeysThatAreRead) {
+    const std::string schema = contentsOf("graph-file.schema.json");
+    const std::string none = R"("_________________": 0)";
+    const auto section = [](const std::string& kind, const std::string& members) {
+        return graphOf(R"("sections": [{"scale": {"min": 0, "max": 1}}, {")" + kind + "\": {" +
+                       members + "}}]");
+    };
+    const std::pair<const char*, std::string> places[] = {
+        {"graph", graphOf(none)},
+        {"section", graphOf("\"sections\": [{" + none + "}]")},
+        {"heading", section("heading", none)},
+        {"headingOfTexts", section("heading", R"("texts": [], )" + none)},
+        {"textItem", section("heading", R"("texts": [{)" + none + "}]")},
+        {"scale", section("scale", none)},
+        {"point", scaleOf(R"("points": [{)" + none + "}]")},
+        {"range", scaleOf(R"("ranges": [{)" + none + "}]")},
+        {"valueLegend", section("legend", none)},
+        {"textLegend", section("legend", R"("texts": [], )" + none)},
+        {"textLabel", section("legend", R"("texts": [{)" + none + "}]")},
+        {"rangeLegend", section("legend", R"("ranges": [], )" + none)},
+        {"rangeLabel", section("legend", R"("ranges": [{)" + none + "}]")},
+    };
+    for (const auto& [definition, text] : places) {
+        EXPECT_EQ(schemaKeys(schema, definition), listedKeys(text)) << definition;
+    }
+}
+
+}  // namespace
+}  // namespace tessalink::test
