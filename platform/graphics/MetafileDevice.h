@@ -24,8 +24,7 @@ public:
     ~MetafileDevice() override;
 
     // Ends the recording, closes what is open, and returns the metafile; empty when it has become
-    // larger than
-    // cMaxMetafile. Drawing afterwards does nothing.
+    // larger than cMaxMetafile. Drawing afterwards does nothing.
     std::vector<BYTE> Finish();
 
     const DeviceCaps& Caps() const override;
