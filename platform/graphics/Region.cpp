@@ -179,22 +179,22 @@ Region Region::OfPolygon(std::span<const POINT> points) {
     Builder builder;
     std::vector<double> crossings;
     for (LONG row = top; row < bottom; ++row) {
-        const double y = row + 0.5;
         crossings.clear();
         for (std::size_t i = 0; i < points.size(); ++i) {
             const POINT& a = points[i];
             const POINT& b = points[(i + 1) % points.size()];
-            if ((a.y <= y) == (b.y <= y)) continue;
+            if ((a.y <= row) == (b.y <= row)) continue;
             // One division, so that a line through the centre of a unit is found there.
             const double dx = static_cast<double>(b.x) - a.x;
             const double dy = static_cast<double>(b.y) - a.y;
-            const double x = (a.x * dy + (y - a.y) * dx) / dy;
+            const double x = (a.x * dy + (static_cast<double>(row) - a.y) * dx) / dy;
             crossings.push_back(std::clamp<double>(x, -cFarthest, cFarthest));
         }
         std::sort(crossings.begin(), crossings.end());
         Spans spans;
         for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
-            const Span span = {firstUnit(crossings[i]), firstUnit(crossings[i + 1])};
+            const Span span = {static_cast<LONG>(std::ceil(crossings[i])),
+                               static_cast<LONG>(std::ceil(crossings[i + 1]))};
             if (span.left >= span.right) continue;
             if (!spans.empty() && spans.back().right == span.left) {
                 spans.back().right = span.right;

@@ -33,6 +33,10 @@ QRect toQRect(const RECT& rect) {
     return {QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1)};
 }
 
+// Where the corners of polygons lie in their pixel: the classic rule has them at its centre, so
+// that filled polygons meet their outline.
+constexpr double cCentre = 0.5;
+
 std::vector<Place> placesOf(std::span<const POINT> points, double shift) {
     std::vector<Place> places;
     places.reserve(points.size());
@@ -80,7 +84,7 @@ void PixelCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points,
 
 void PixelCanvas::FillPolygon(const Paint& paint, std::span<const POINT> points) {
     fill(toQBrush(paint),
-         pixelsOfPolygon(placesOf(points, 0), paint.fillMode == WINDING, m_visible));
+         pixelsOfPolygon(placesOf(points, cCentre), paint.fillMode == WINDING, m_visible));
 }
 
 void PixelCanvas::FillRectangles(const Paint& paint, std::span<const RECT> rects) {

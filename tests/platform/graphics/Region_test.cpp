@@ -115,16 +115,12 @@ TEST(Region, OfPolygonHasTheUnitsWhoseCentreLiesInside) {
         const auto inside = [&](int x, int y) {
             bool odd = false;
             for (std::size_t i = 0; i < corners.size(); ++i) {
-                // Twice the coordinates: the centre is whole, and no corner lies at its height.
                 const auto& a = corners[i];
                 const auto& b = corners[(i + 1) % corners.size()];
-                const int cx = 2 * x + 1;
-                const int cy = 2 * y + 1;
-                if ((2 * a.y < cy) == (2 * b.y < cy)) continue;
-                const int side =
-                    (2 * b.x - 2 * a.x) * (cy - 2 * a.y) - (cx - 2 * a.x) * (2 * b.y - 2 * a.y);
+                if ((a.y <= y) == (b.y <= y)) continue;
+                const int side = (b.x - a.x) * (y - a.y) - (x - a.x) * (b.y - a.y);
                 // A centre on the line belongs to the right of it.
-                odd ^= 2 * b.y > 2 * a.y ? side <= 0 : side >= 0;
+                odd ^= b.y > a.y ? side <= 0 : side >= 0;
             }
             return odd;
         };
