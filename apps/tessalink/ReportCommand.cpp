@@ -76,7 +76,8 @@ int makeReport(const ReportOptions& options) {
     std::optional<GraphFctTable> graphs;
     if (!options.graphsPath.empty()) {
         file = GraphFile::Read(*openInput(options.graphsPath));
-        graphs.emplace(*file, variables, GraphPictureOptions{cPictureDpi, options.hasTextAlternatives});
+        graphs.emplace(*file, variables,
+                       GraphPictureOptions{cPictureDpi, options.hasTextAlternatives});
     }
     TemplateInput input(options.templatePath, options.storage);
     setIncludeFolder(options.templatePath, options.includeFolder);
