@@ -258,7 +258,7 @@ TextSpec readText(const ValueReader& in, const JsonValue& value) {
 }
 
 ScaleSpec readScale(const ValueReader& in, const JsonValue& value) {
-    const ScaleSpec spec = read(in, value, scaleTable());
+    ScaleSpec spec = read(in, value, scaleTable());
     checkOrder(in, value, "min", "max", false);
     checkOrder(in, value, "plotMin", "plotMax", false);
     return spec;
@@ -272,7 +272,7 @@ PointSpec readPoint(const ValueReader& in, const JsonValue& value) {
 }
 
 RangeSpec readRange(const ValueReader& in, const JsonValue& value) {
-    const RangeSpec spec = read(in, value, rangeTable());
+    RangeSpec spec = read(in, value, rangeTable());
     checkOrder(in, value, "from", "to", true);
     return spec;
 }
@@ -289,7 +289,7 @@ LabelSpec readTextLabel(const ValueReader& in, const JsonValue& value) {
 }
 
 LabelSpec readRangeLabel(const ValueReader& in, const JsonValue& value) {
-    const LabelSpec spec = read(in, value, rangeLabelTable());
+    LabelSpec spec = read(in, value, rangeLabelTable());
     checkOrder(in, value, "from", "to", true);
     return spec;
 }
@@ -319,8 +319,9 @@ std::vector<COLORREF> readPalette(const ValueReader& in, const JsonValue& object
     const auto safe = ColorMgr::ColorSafePalette();
     if (isSafe) return {safe.begin(), safe.end()};
     const ColorMgr standard;
-    std::vector<COLORREF> colors;
-    for (int i = 0; i < standard.GetColorCount(); ++i) colors.push_back(standard.GetColor(i));
+    std::vector<COLORREF> colors(static_cast<std::size_t>(standard.GetColorCount()));
+    std::generate(colors.begin(), colors.end(),
+                  [&, i = 0]() mutable { return standard.GetColor(i++); });
     return colors;
 }
 

@@ -52,10 +52,10 @@ std::string shown(double number) {
 std::size_t editDistance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (const char ch : a) {
         std::size_t diagonal = row[0]++;
         for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            const std::size_t replaced = diagonal + (ch == b[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
         }
