@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <initializer_list>
+#include <string_view>
 #include <utility>
 
 #include "graphs/common/DeviceUnits.h"
@@ -24,18 +26,18 @@ struct Anchors {
 constexpr std::array<Anchors, 3> cAnchors = {
     {{"page", "page"}, {"margin", "para"}, {"margin", "page"}}};
 
-constexpr const char* cLineFormat =
-    "{\\do\\dobx%s\\doby%s\\dpline\\dpptx0\\dppty%d\\dpptx%d\\dppty%d\\dpx%d\\dpy%d"
-    "\\dpxsize%d\\dpysize%d%s\\dplinecor0\\dplinecog0\\dplinecob0\\dplinew%d"
+// Each % stands for the next value.
+constexpr std::string_view cLineFormat =
+    "{\\do\\dobx%\\doby%\\dpline\\dpptx0\\dppty%\\dpptx%\\dppty%\\dpx%\\dpy%"
+    "\\dpxsize%\\dpysize%%\\dplinecor0\\dplinecog0\\dplinecob0\\dplinew%"
     "\\dpfillbgcr255\\dpfillbgcg255\\dpfillbgcb255\\dpfillpat0}\r\n";
-constexpr const char* cBoxHeadFormat =
-    "{\\do\\dobx%s\\doby%s\\dptxbx\\dptxbxmar0 {\\dptxbxtext \\plain\\sa0\\sb0 \\fs%d %s {";
-constexpr const char* cBoxEndFormat =
-    "\\par }}\r\n\\dpx%d\\dpy%d\\dpxsize%d\\dpysize%d\\dplinehollow"
+constexpr std::string_view cBoxFormat =
+    "{\\do\\dobx%\\doby%\\dptxbx\\dptxbxmar0 {\\dptxbxtext \\plain\\sa0\\sb0 \\fs% % {%"
+    "\\par }}\r\n\\dpx%\\dpy%\\dpxsize%\\dpysize%\\dplinehollow"
     "\\dplinecor0\\dplinecog0\\dplinecob0\\dplinew0"
     "\\dpfillbgcr255\\dpfillbgcg255\\dpfillbgcb255\\dpfillpat0}\r\n";
-constexpr const char* cSignFormat =
-    "{{\\field{\\*\\fldinst SYMBOL %d \\\\f \"Symbol\" \\\\s %d}{\\fldrslt\\f3\\fs%d}}} %d";
+constexpr std::string_view cSignFormat =
+    "{{\\field{\\*\\fldinst SYMBOL % \\\\f \"Symbol\" \\\\s %}{\\fldrslt\\f3\\fs%}}} %";
 
 // Codes of the Symbol face.
 constexpr int cGreaterOrEqual = 179;
@@ -52,6 +54,32 @@ constexpr double cLegendExtraHeight = 0.01;
 
 int toTwips(double inches) {
     return toDevice(inches * cTwipsPerInch);
+}
+
+/// A value of a format: a text or a number.
+struct Value {
+    Value(const char* value) : text(value != nullptr ? value : "") {}
+    Value(int value) : number(value), isNumber(true) {}
+
+    std::string_view text;
+    int number = 0;
+    bool isNumber = false;
+};
+
+/// Appends the format with the values in the places of its % signs.
+void fillIn(std::string& text, std::string_view format, std::initializer_list<Value> values) {
+    for (const Value& value : values) {
+        const auto place = format.find('%');
+        text += format.substr(0, place);
+        format.remove_prefix(place + 1);
+        char digits[tessalink::cMaxIntText];
+        text +=
+            value.isNumber
+                ? std::string_view(digits, static_cast<std::size_t>(
+                                               tessalink::writeInt(digits, value.number) - digits))
+                : value.text;
+    }
+    text += format;
 }
 
 double limited(double value, int lowest, int highest) {
@@ -169,9 +197,9 @@ void RTFGraph::YLegendLE(int y, int sides) {
 }
 
 void RTFGraph::write_sign_legend(int symbol, int y, int sides) {
-    CString text;
-    text.Format(cSignFormat, symbol, tessalink::halved(m_legendSize), m_legendSize, y);
-    YLegend(y, text, sides);
+    std::string text;
+    fillIn(text, cSignFormat, {symbol, tessalink::halved(m_legendSize), m_legendSize, y});
+    YLegend(y, text.c_str(), sides);
 }
 
 double RTFGraph::xpos(double x) const {
@@ -197,25 +225,22 @@ void RTFGraph::draw_line(double x1, double y1, double x2, double y2) {
     const int width = tessalink::wrapSub(toTwips(x2), left);
     const int height = tessalink::wrapSub(toTwips(y2), first);
     const int above = height < 0 ? tessalink::wrapNeg(height) : 0;
-    CString object;
-    object.Format(cLineFormat, m_xAnchor, m_yAnchor, above, width,
-                  tessalink::wrapAdd(height, above), left, tessalink::wrapSub(first, above), width,
-                  height < 0 ? above : height, m_lineType, m_lineSize);
-    write(object);
+    m_text.clear();
+    fillIn(m_text, cLineFormat,
+           {m_xAnchor, m_yAnchor, above, width, tessalink::wrapAdd(height, above), left,
+            tessalink::wrapSub(first, above), width, height < 0 ? above : height, m_lineType,
+            m_lineSize});
+    m_file.Write(m_text.data(), m_text.size());
 }
 
 void RTFGraph::text_box(double x, double y, double width, double height, const char* text,
                         const char* paragraphFormat) {
     const int left = toTwips(x);
     const int top = toTwips(y);
-    CString head;
-    head.Format(cBoxHeadFormat, m_xAnchor, m_yAnchor, m_legendSize, paragraphFormat);
-    CString end;
-    end.Format(cBoxEndFormat, left, top, tessalink::wrapSub(toTwips(x + width), left),
-               tessalink::wrapSub(toTwips(y + height), top));
-    write(head + text + end);
-}
-
-void RTFGraph::write(const CString& text) {
-    m_file.Write(text.GetString(), text.View().size());
+    m_text.clear();
+    fillIn(m_text, cBoxFormat,
+           {m_xAnchor, m_yAnchor, m_legendSize, paragraphFormat, text, left, top,
+            tessalink::wrapSub(toTwips(x + width), left),
+            tessalink::wrapSub(toTwips(y + height), top)});
+    m_file.Write(m_text.data(), m_text.size());
 }

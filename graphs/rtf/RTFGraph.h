@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/base/CObject.h"
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
@@ -69,7 +71,6 @@ private:
                   const char* paragraphFormat);
     void set_alignment(int alignment);
     void write_sign_legend(int symbol, int y, int sides);
-    void write(const CString& text);
 
     CFile& m_file;
     double m_left;
@@ -87,4 +88,5 @@ private:
     const char* m_lineType;
     const char* m_xAnchor;
     const char* m_yAnchor;
+    std::string m_text;  // of the object that is being written; keeps its room
 };
