@@ -488,6 +488,49 @@ def drawing(bench):
     table(("", "of", "us", "the product takes x of this"), rows)
 
 
+GNUPLOT = """set terminal {terminal}
+set output '/dev/null'
+set key
+do for [i=1:{count}] {{
+    plot '{data}' using 1:2 with points title 'marks', '' using 1:2:3 with labels title 'labels'
+}}
+"""
+
+
+def gnuplot_time(bench, terminal):
+    """Nanoseconds for a chart: the slope between few and many in one process."""
+    data = bench.file("marks.txt", "".join(f"{i % 24} {i // 24} {i}\n" for i in range(480)))
+    few, many = 5, bench.size(105, 25)
+    commands = {count: [bench.tools["gnuplot"], bench.file(
+        f"{terminal}-{count}.gp", GNUPLOT.format(terminal=terminal, count=count, data=data))]
+        for count in (few, many)}
+    times = bench.processes(commands)
+    return (times[many].time - times[few].time) / (many - few)
+
+
+@row
+def charts(bench):
+    """A bar graph of 480 marks with labels and a legend; RTF drawing objects; 100,000 marks."""
+    if not bench.tools.has("charts"):
+        return
+    rows = []
+    for mode, peer, bound in (("emf", "libemf", 1), ("svg", None, None), ("rtf", "snprintf", 1)):
+        series = self_timed({"charts": [bench.tools["charts"], mode, bench.rounds]}, 1)["charts"]
+        rows += [(name, mode, f"{one.time / 1000:,.1f}") for name, one in series.items()]
+        if peer in series:
+            bench.expect(f"{mode}: time against {peer}",
+                         series["tessalink"].over(series[peer]), bound)
+        if bench.tools.has("gnuplot") and mode != "rtf":
+            time = gnuplot_time(bench, mode)
+            rows.append(("gnuplot", mode, f"{time / 1000:,.1f}"))
+            bench.expect(f"{mode}: time against gnuplot", series["tessalink"].time / time,
+                         {"emf": 1 / 12, "svg": 1 / 4}[mode])
+    series = self_timed({"charts": [bench.tools["charts"], "linear", 3]}, 1)["charts"]
+    rows += [(name, "emf, a mark", f"{one.time / 1000:,.3f}") for name, one in series.items()]
+    print()
+    table(("", "of", "us"), rows)
+
+
 def run(names, tools, base, quick, rounds):
     """Runs the named rows, each in a folder of its own below `base` that is removed after it;
     gives whether every bound was kept."""

@@ -18,6 +18,7 @@ PEERS = {
                          ["-lneo_cs", "-lneo_utl", "-lz"]),
     "flat_hash": ("libabsl-dev", "/usr/include/absl/container/flat_hash_map.h", [], ABSL),
     "m4": ("m4", "/usr/bin/m4", [], []),
+    "gnuplot": ("gnuplot-nox", "/usr/bin/gnuplot", [], []),
 }
 
 # The libraries that the program md5 measures beside the product, as far as they are installed.
@@ -69,8 +70,8 @@ class Tools:
         for name, (package, proof, before, after) in PEERS.items():
             if not Path(proof).exists():
                 print(f"{name} is left out: package {package} is not installed")
-            elif name == "m4":
-                self.paths[name] = shutil.which("m4")
+            elif name in ("m4", "gnuplot"):
+                self.paths[name] = shutil.which(name)
             else:
                 self.compile(name, before, after)
         if with_product:
@@ -107,6 +108,8 @@ class Tools:
         self.compile("md5", [], [*map(str, libraries), *installed(MD5_LIBRARIES)])
         peer = [LIBEMF_PEER] if Path(DRAWING_LIBRARIES["libemf-dev"][0]).exists() else []
         graphs = str(next(self.build.rglob("libtessalink_graphs.a")))
-        self.compile("drawing", peer, [graphs, *map(str, libraries), *installed(DRAWING_LIBRARIES)])
+        for name in ("drawing", "charts"):
+            self.compile(name, peer,
+                         [graphs, *map(str, libraries), *installed(DRAWING_LIBRARIES)])
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())
