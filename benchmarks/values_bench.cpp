@@ -59,6 +59,7 @@ std::vector<Date> dates() {
 template <class Input, class Make>
 auto mapped(const std::vector<Input>& all, Make&& make) {
     std::vector<decltype(make(all.front()))> made;
+    made.reserve(all.size());
     for (const Input& one : all) made.push_back(make(one));
     return made;
 }
