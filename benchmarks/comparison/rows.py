@@ -488,22 +488,38 @@ def drawing(bench):
     table(("", "of", "us", "the product takes x of this"), rows)
 
 
+# The same chart as that of the program charts: bars of marks with a label under each, one axis with
+# seven ticks and numbers, and a legend of one mark and its name.
 GNUPLOT = """set terminal {terminal}
-set output '/dev/null'
-set key
+set output '{output}'
+set border 1
+set xrange [0:240]
+set yrange [-21:1]
+set xtics 40 nomirror
+unset ytics
+set key bottom right
 do for [i=1:{count}] {{
-    plot '{data}' using 1:2 with points title 'marks', '' using 1:2:3 with labels title 'labels'
+    plot '{bars}' using 1:2:3:4:5:6 with boxxyerror notitle, \\
+         '{marks}' using 1:2 with points pt 7 title 'marks', \\
+         '' using 1:2:3 with labels offset 0,-1 notitle
 }}
 """
 
 
+def gnuplot_script(bench, terminal, count=1, output="/dev/null"):
+    """A file by which gnuplot draws the chart so many times."""
+    bars = "".join(f"120 {-bar} 0 240 {-bar - .2} {-bar + .2}\n" for bar in range(20))
+    marks = "".join(f"{i % 24 * 10 + 5} {-(i // 24)} {i}\n" for i in range(480))
+    text = GNUPLOT.format(terminal=terminal, count=count, output=output,
+                          bars=bench.file("bars.txt", bars), marks=bench.file("marks.txt", marks))
+    return bench.file(f"{terminal.split()[0]}-{count}.gp", text)
+
+
 def gnuplot_time(bench, terminal):
     """Nanoseconds for a chart: the slope between few and many in one process."""
-    data = bench.file("marks.txt", "".join(f"{i % 24} {i // 24} {i}\n" for i in range(480)))
     few, many = 5, bench.size(105, 25)
-    commands = {count: [bench.tools["gnuplot"], bench.file(
-        f"{terminal}-{count}.gp", GNUPLOT.format(terminal=terminal, count=count, data=data))]
-        for count in (few, many)}
+    commands = {count: [bench.tools["gnuplot"], gnuplot_script(bench, terminal, count)]
+                for count in (few, many)}
     times = bench.processes(commands)
     return (times[many].time - times[few].time) / (many - few)
 

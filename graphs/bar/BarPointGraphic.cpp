@@ -25,6 +25,10 @@ int enlarged(int radius) {
     return tessalink::wrapMul(radius, 12) / 10;
 }
 
+CBrush* nullBrush() {
+    return static_cast<CBrush*>(CGdiObject::FromStock(NULL_BRUSH));
+}
+
 CRect around(int x, int y, int rx, int ry) {
     CRect rect(x, y, x, y);
     rect.InflateRect(rx, ry);
@@ -81,10 +85,9 @@ void BarPointGraphic::draw_symbol(CDC* dc, int x, int y, double xScale, int rx, 
     const int shape = hollow ? m_symbol - cShapes : m_symbol;
     if (shape < 0 || shape >= cShapes) return;
     CBrush solid(m_color);
-    auto* const none = static_cast<CBrush*>(CGdiObject::FromStock(NULL_BRUSH));
     const int width = toDevice(m_lineSize * xScale);
     CPen pen(PS_SOLID, m_lineSize == 0 || width == 0 ? 1 : width, m_color);
-    const Selected brush(*dc, hollow ? none : &solid);
+    const Selected brush(*dc, hollow ? nullBrush() : &solid);
     const Selected outline(*dc, &pen);
     cDrawShape[static_cast<std::size_t>(shape)](*dc, x, y, rx, ry);
 }

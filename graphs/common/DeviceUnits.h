@@ -1,5 +1,7 @@
 #pragma once
 
+#include <limits>
+
 #include "platform/base/NumberText.h"
 #include "platform/graphics/Geometry.h"
 
@@ -8,7 +10,11 @@ namespace tessalink {
 /// Design units to device units, as all graphs convert them: 0.5 is added and the rest cut off
 /// toward zero, so that -1.2 becomes 0. Beyond 32 bits it saturates, not-a-number is 0.
 inline int toDevice(double value) {
-    return toInt(value + 0.5);
+    constexpr double farthest = std::numeric_limits<int>::max();
+    const double raised = value + 0.5;
+    // What most lengths are, without a call.
+    if (raised > -farthest && raised < farthest) return static_cast<int>(raised);
+    return toInt(raised);
 }
 
 /// Half of a length, rounded down.

@@ -1,5 +1,6 @@
 #include "graphs/common/FormattedText.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -52,11 +53,25 @@ void walk(std::string_view text, bool printsEscape, OnRun onRun, OnSwitch onSwit
     }
 }
 
+/// Whether the label is one run in one line, as most are.
+bool isPlain(std::string_view text) {
+    return std::none_of(text.begin(), text.end(),
+                        [](char ch) { return ch == cEscape || ch == '\n'; });
+}
+
 int widthOf(const CDC& dc, std::string_view run) {
     return dc.GetTextExtent(run.data(), static_cast<int>(run.size())).cx;
 }
 
+void printLine(CDC& dc, int x, int y, std::string_view line) {
+    dc.TextOut(x, y, line.data(), static_cast<int>(line.size()));
+}
+
 void drawRun(CDC& dc, int x, int y, std::string_view run) {
+    if (run.find('\n') == std::string_view::npos) {
+        printLine(dc, x, y, run);
+        return;
+    }
     const CSize size = dc.GetTextExtent(run.data(), static_cast<int>(run.size()));
     CRect rect(CPoint(x, y), size);
     dc.DrawText(run.data(), static_cast<int>(run.size()), &rect, cLabelFormat);
@@ -108,7 +123,11 @@ int printRuns(CDC& dc, int x, int y, const CString& text, const LabelFonts& font
 int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal, CFont* italic,
                    CFont* bold) {
     if (dc == nullptr || text.IsEmpty()) return 0;
-    if (text.Find(cEscape) < 0) {
+    if (isPlain(text.View())) {
+        printLine(*dc, x, y, text.View());
+        return 0;
+    }
+    if (text.View().find(cEscape) == std::string_view::npos) {
         drawRun(*dc, x, y, text.View());
         return 0;
     }

@@ -1,6 +1,5 @@
 #include "graphs/common/KOVGraphUtilities.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "graphs/common/FormattedText.h"
@@ -23,7 +22,7 @@ void CalcARScaleFactors(CDC* dc, int deviceWidth, int deviceHeight, int designWi
 
 void PrintMultipleLines(CDC* dc, int x, int y, const CString& text) {
     if (dc == nullptr) return;
-    if (text.Find('\n') < 0) {
+    if (text.View().find('\n') == std::string_view::npos) {
         PrintFormatted(dc, x, y, text, nullptr, nullptr, nullptr);
         return;
     }
@@ -36,9 +35,10 @@ void PrintMultipleLines(CDC* dc, int x, int y, const CString& text) {
 }
 
 int CountLines(const char* text) {
-    const std::string_view view = text != nullptr ? text : "";
-    if (view.empty()) return 0;
-    return 1 + static_cast<int>(std::count(view.begin(), view.end(), '\n'));
+    if (text == nullptr || *text == '\0') return 0;
+    int lines = 1;
+    for (; *text != '\0'; ++text) lines += *text == '\n' ? 1 : 0;
+    return lines;
 }
 
 }  // namespace KOVGraphUtilities

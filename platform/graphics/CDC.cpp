@@ -148,20 +148,6 @@ BOOL CDC::RestoreDC(int savedState) {
     return 1;
 }
 
-CPen* CDC::SelectObject(CPen* pen) {
-    return pen != nullptr && !pen->IsNull() ? std::exchange(m_state.pen, pen) : nullptr;
-}
-
-CBrush* CDC::SelectObject(CBrush* brush) {
-    return brush != nullptr && !brush->IsNull() ? std::exchange(m_state.brush, brush) : nullptr;
-}
-
-CFont* CDC::SelectObject(CFont* font) {
-    if (font == nullptr || font->IsNull()) return nullptr;
-    forget_font();
-    return std::exchange(m_state.font, font);
-}
-
 CGdiObject* CDC::SelectStockObject(int index) {
     CGdiObject* const object = CGdiObject::FromStock(index);
     if (CPen* pen = DYNAMIC_DOWNCAST(CPen, object)) return SelectObject(pen);
@@ -182,21 +168,9 @@ CGdiObject* CDC::GetCurrentObject(UINT type) const {
     }
 }
 
-COLORREF CDC::SetTextColor(COLORREF color) {
-    return std::exchange(m_state.textColor, color);
-}
-
-COLORREF CDC::SetBkColor(COLORREF color) {
-    return std::exchange(m_state.backgroundColor, color);
-}
-
 int CDC::SetBkMode(int mode) {
     if (mode != OPAQUE && mode != TRANSPARENT) return 0;
     return std::exchange(m_state.backgroundMode, mode);
-}
-
-UINT CDC::SetTextAlign(UINT align) {
-    return std::exchange(m_state.textAlign, align);
 }
 
 int CDC::SetPolyFillMode(int mode) {
@@ -541,18 +515,15 @@ std::span<const POINT> CDC::device_points(const POINT* points, int count) {
     return m_points;
 }
 
-const SizedFont& CDC::sized_font() const {
-    if (!m_sizedFont) {
-        const LOGFONT& font =
-            m_state.font != nullptr ? m_state.font->Get() : stock<CFont>(SYSTEM_FONT)->Get();
-        const DrawingDevice* device = attributes();
-        const double aspect =
-            device != nullptr ? static_cast<double>(device->Caps().dpiX) / device->Caps().dpiY : 1;
-        m_sizedFont.emplace(device != nullptr ? device->TextMetrics().MetricsOf(font)
-                                              : tessalink::builtInMetrics(font),
-                            font, aspect);
-    }
-    return *m_sizedFont;
+void CDC::size_font() const {
+    const LOGFONT& font =
+        m_state.font != nullptr ? m_state.font->Get() : stock<CFont>(SYSTEM_FONT)->Get();
+    const DrawingDevice* device = attributes();
+    const double aspect =
+        device != nullptr ? static_cast<double>(device->Caps().dpiX) / device->Caps().dpiY : 1;
+    m_sizedFont.emplace(device != nullptr ? device->TextMetrics().MetricsOf(font)
+                                          : tessalink::builtInMetrics(font),
+                        font, aspect);
 }
 
 int CDC::place(std::string_view text, const int* advances) const {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/base/CObject.h"
@@ -87,9 +88,12 @@ public:
     int SaveDC();
     BOOL RestoreDC(int savedState);
 
-    CPen* SelectObject(CPen* pen);
-    CBrush* SelectObject(CBrush* brush);
-    CFont* SelectObject(CFont* font);
+    CPen* SelectObject(CPen* pen) { return select(m_state.pen, pen); }
+    CBrush* SelectObject(CBrush* brush) { return select(m_state.brush, brush); }
+    CFont* SelectObject(CFont* font) {
+        forget_font();
+        return select(m_state.font, font);
+    }
     // The stock object takes the place of the object of its kind, which is returned.
     CGdiObject* SelectStockObject(int index);
     CPen* GetCurrentPen() const { return m_state.pen; }
@@ -98,13 +102,13 @@ public:
     // OBJ_PEN, OBJ_BRUSH or OBJ_FONT.
     CGdiObject* GetCurrentObject(UINT type) const;
 
-    COLORREF SetTextColor(COLORREF color);
+    COLORREF SetTextColor(COLORREF color) { return std::exchange(m_state.textColor, color); }
     COLORREF GetTextColor() const { return m_state.textColor; }
-    COLORREF SetBkColor(COLORREF color);
+    COLORREF SetBkColor(COLORREF color) { return std::exchange(m_state.backgroundColor, color); }
     COLORREF GetBkColor() const { return m_state.backgroundColor; }
     int SetBkMode(int mode);
     int GetBkMode() const { return m_state.backgroundMode; }
-    UINT SetTextAlign(UINT align);
+    UINT SetTextAlign(UINT align) { return std::exchange(m_state.textAlign, align); }
     UINT GetTextAlign() const { return m_state.textAlign; }
     int SetPolyFillMode(int mode);
     int GetPolyFillMode() const { return m_state.fillMode; }
@@ -189,13 +193,22 @@ private:
     tessalink::DrawingDevice* attributes() const {
         return m_attributes != nullptr ? m_attributes : m_device;
     }
+    template <class Object>
+    static Object* select(Object*& selected, Object* object) {
+        if (object == nullptr || object->IsNull()) return nullptr;
+        return std::exchange(selected, object);
+    }
     tessalink::Paint paint() const;
     tessalink::Paint paint_with(const LOGBRUSH& brush) const;
     const tessalink::Region* clip() const { return m_state.clip.get(); }
     POINT device_point(int x, int y) const;
     CRect device_rect(const RECT& rect) const;
     std::span<const POINT> device_points(const POINT* points, int count);
-    const tessalink::SizedFont& sized_font() const;
+    const tessalink::SizedFont& sized_font() const {
+        if (!m_sizedFont) size_font();
+        return *m_sizedFont;
+    }
+    void size_font() const;
     int set_clip(tessalink::Region clip);
     void forget_font() { m_sizedFont.reset(); }
 

@@ -20,20 +20,20 @@ constexpr std::array<std::string_view, 8> cSerifNames = {
 constexpr std::size_t cFirstSerif = 4;
 constexpr std::size_t cSymbol = 8;
 
-bool startsNoCase(std::string_view text, std::string_view start) {
+// Whether a name that ends in a NUL starts so.
+bool startsNoCase(const char* name, std::string_view start) {
     const auto lower = [](char ch) {
         return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch;
     };
-    const std::string_view begin = text.substr(0, start.size());
-    return std::equal(begin.begin(), begin.end(), start.begin(), start.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
+    return std::all_of(start.begin(), start.end(),
+                       [&](char ch) { return lower(*name++) == lower(ch); });
 }
 
 bool hasSerifs(const LOGFONT& font) {
-    const std::string_view name = font.lfFaceName;
+    const char* const name = font.lfFaceName;
     const bool known = std::any_of(cSerifNames.begin(), cSerifNames.end(),
                                    [&](std::string_view s) { return startsNoCase(name, s); });
-    return known || (name.empty() && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
+    return known || (*name == '\0' && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
 }
 
 int rounded(double value) {

@@ -57,7 +57,7 @@ namespace tessalink {
 template <class Description>
 class DescribedObject : public CGdiObject {
 public:
-    int IsNull() const override { return !m_description.has_value(); }
+    int IsNull() const final { return !m_description.has_value(); }
     int DeleteObject() override {
         const bool was = m_description.has_value() && !m_isStock;
         if (was) m_description.reset();

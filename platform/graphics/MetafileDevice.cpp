@@ -13,6 +13,7 @@
 namespace tessalink {
 
 using detail::EmfBuffer;
+using detail::EmfCursor;
 using detail::EmfRecord;
 
 namespace {
@@ -26,6 +27,10 @@ constexpr int cHundredths = 100;  // of a millimetre
 constexpr int cMicrometres = 1000;
 // Handles of each kind that are kept; the one that was used longest ago makes room.
 constexpr std::size_t cKeptObjects = 32;
+
+// What any bounds replace.
+constexpr RECT cNothing = {std::numeric_limits<LONG>::max(), std::numeric_limits<LONG>::max(),
+                           std::numeric_limits<LONG>::min(), std::numeric_limits<LONG>::min()};
 
 bool fitsShort(const POINT& point) {
     using Short = std::numeric_limits<std::int16_t>;
@@ -45,10 +50,27 @@ RECT boundsOf(std::span<const POINT> points) {
     return bounds;
 }
 
+bool isWithin(const RECT& inner, const RECT& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
 // Bounds far off end where the header's numbers do.
 LONG saturated(std::int64_t value) {
     using Long = std::numeric_limits<LONG>;
     return static_cast<LONG>(std::clamp<std::int64_t>(value, Long::min(), Long::max()));
+}
+
+// Hundredths of a millimetre to the unit, as records of texts tell them.
+float textScale(int millimetres, int units) {
+    return static_cast<float>(millimetres * cHundredths) / static_cast<float>(units);
+}
+
+// The code of a character in a record of text: of symbol faces the byte, else Unicode.
+std::uint32_t codeOf(char ch, bool isSymbol) {
+    constexpr BYTE firstBeyondAscii = 0x80;
+    const auto byte = static_cast<BYTE>(ch);
+    return isSymbol || byte < firstBeyondAscii ? byte : static_cast<std::uint32_t>(toUnicode(ch));
 }
 
 RECT inclusive(const RECT& rect) {
@@ -101,7 +123,11 @@ class MetafileDevice::Recorder {
 public:
     Recorder(const DrawingDevice& reference, const std::optional<RECT>& frame,
              std::string_view description)
-        : m_reference(reference), m_caps(reference.Caps()), m_frame(frame) {
+        : m_reference(reference),
+          m_caps(reference.Caps()),
+          m_textScaleX(textScale(m_caps.widthMm, m_caps.width)),
+          m_textScaleY(textScale(m_caps.heightMm, m_caps.height)),
+          m_frame(frame) {
         WriteHeader(description);
     }
 
@@ -126,7 +152,7 @@ private:
     void WriteHeader(std::string_view description);
     void WriteEnd();
     // Starts a record; false when there is no more room.
-    bool Begin(EmfRecord type, std::size_t size);
+    EmfCursor Begin(EmfRecord type, std::size_t size);
     void WriteState(EmfRecord type, std::uint32_t value);
     template <class Value>
     void SetState(Value& written, Value value, EmfRecord type) {
@@ -157,12 +183,14 @@ private:
 
     const DrawingDevice& m_reference;
     DeviceCaps m_caps;
+    float m_textScaleX;
+    float m_textScaleY;
     std::optional<RECT> m_frame;
     EmfBuffer m_buffer;
     std::uint32_t m_records = 0;
     bool m_isOpen = true;
     bool m_isTooLarge = false;
-    std::optional<RECT> m_bounds;
+    RECT m_bounds = cNothing;  // of all that is drawn, right and bottom included
 
     Written m_written;
     std::vector<Written> m_saved;
@@ -179,34 +207,35 @@ void MetafileDevice::Recorder::WriteHeader(std::string_view description) {
         1;  // the NUL behind an empty first and second text, and one more
     const std::size_t characters = std::max<std::size_t>(description.size() + ends, 3);
     const std::size_t size = (detail::cHeaderSize + 2 * characters + cWord - 1) / cWord * cWord;
-    Begin(detail::emrHeader, size);
-    m_buffer.Skip(2 * cRect);  // bounds and frame, known at the end
-    m_buffer.Put(detail::cEmfSignature);
-    m_buffer.Put(detail::cEmfVersion);
-    m_buffer.Skip(3 * cWord);  // size, records, handles
-    m_buffer.Put(static_cast<std::uint32_t>(characters));
-    m_buffer.Put(static_cast<std::uint32_t>(detail::cHeaderSize));
-    m_buffer.Put(std::uint32_t{0});  // no palette
-    m_buffer.Put(POINT{m_caps.width, m_caps.height});
-    m_buffer.Put(POINT{m_caps.widthMm, m_caps.heightMm});
-    m_buffer.Skip(3 * cWord);  // no pixel format, no OpenGL
-    m_buffer.Put(POINT{m_caps.widthMm * cMicrometres, m_caps.heightMm * cMicrometres});
-    for (const char ch : description) m_buffer.Put16(static_cast<std::uint32_t>(toUnicode(ch)));
+    EmfCursor record = Begin(detail::emrHeader, size);
+    record.Skip(2 * cRect);  // bounds and frame, known at the end
+    record.Put(detail::cEmfSignature);
+    record.Put(detail::cEmfVersion);
+    record.Skip(3 * cWord);  // size, records, handles
+    record.Put(static_cast<std::uint32_t>(characters));
+    record.Put(static_cast<std::uint32_t>(detail::cHeaderSize));
+    record.Put(std::uint32_t{0});  // no palette
+    record.Put(POINT{m_caps.width, m_caps.height});
+    record.Put(POINT{m_caps.widthMm, m_caps.heightMm});
+    record.Skip(3 * cWord);  // no pixel format, no OpenGL
+    record.Put(POINT{m_caps.widthMm * cMicrometres, m_caps.heightMm * cMicrometres});
+    for (const char ch : description) record.Put16(static_cast<std::uint32_t>(toUnicode(ch)));
 }
 
 void MetafileDevice::Recorder::WriteEnd() {
     constexpr std::size_t size = 20;
-    if (!Begin(detail::emrEof, size)) return;
-    m_buffer.Skip(2 * cWord);  // no palette
-    m_buffer.Put(static_cast<std::uint32_t>(size));
-    const RECT bounds = m_bounds.value_or(RECT{0, 0, -1, -1});
-    m_buffer.At(detail::cHeaderBounds);
-    m_buffer.Put(bounds);
-    m_buffer.Put(m_frame ? *m_frame : FrameOf(bounds));
-    m_buffer.At(detail::cHeaderBytes);
-    m_buffer.Put(static_cast<std::uint32_t>(m_buffer.Size()));
-    m_buffer.Put(m_records);
-    m_buffer.Put16(static_cast<std::uint32_t>(m_handles.size()));
+    EmfCursor record = Begin(detail::emrEof, size);
+    if (!record) return;
+    record.Skip(2 * cWord);  // no palette
+    record.Put(static_cast<std::uint32_t>(size));
+    const RECT bounds = m_bounds.left <= m_bounds.right ? m_bounds : RECT{0, 0, -1, -1};
+    record = m_buffer.At(detail::cHeaderBounds);
+    record.Put(bounds);
+    record.Put(m_frame ? *m_frame : FrameOf(bounds));
+    record = m_buffer.At(detail::cHeaderBytes);
+    record.Put(static_cast<std::uint32_t>(m_buffer.Size()));
+    record.Put(m_records);
+    record.Put16(static_cast<std::uint32_t>(m_handles.size()));
 }
 
 RECT MetafileDevice::Recorder::FrameOf(const RECT& bounds) const {
@@ -238,16 +267,15 @@ std::vector<BYTE> MetafileDevice::Recorder::Finish() {
     return m_isTooLarge ? std::vector<BYTE>() : m_buffer.Take();
 }
 
-bool MetafileDevice::Recorder::Begin(EmfRecord type, std::size_t size) {
+EmfCursor MetafileDevice::Recorder::Begin(EmfRecord type, std::size_t size) {
     m_isTooLarge = m_isTooLarge || size > cMaxMetafile - m_buffer.Size();
-    if (m_isTooLarge) return false;
-    m_buffer.Begin(type, size);
+    if (m_isTooLarge) return {};
     ++m_records;
-    return true;
+    return m_buffer.Begin(type, size);
 }
 
 void MetafileDevice::Recorder::WriteState(EmfRecord type, std::uint32_t value) {
-    if (Begin(type, cRecordHead + cWord)) m_buffer.Put(value);
+    if (auto record = Begin(type, cRecordHead + cWord)) record.Put(value);
 }
 
 // States beyond what a player takes are not written; every primitive brings its state anyway.
@@ -330,11 +358,12 @@ void MetafileDevice::Recorder::UsePen(const LOGPEN& pen) {
         return Select(m_written.pen, detail::cStockObject | std::uint32_t{NULL_PEN});
     const LOGPEN plain = {pen.lopnStyle, {std::max(pen.lopnWidth.x, 0), 0}, pen.lopnColor};
     Select(m_written.pen, HandleFor(m_pens, plain, [&](std::uint32_t handle) {
-               if (!Begin(detail::emrCreatePen, 28)) return;
-               m_buffer.Put(handle);
-               m_buffer.Put(plain.lopnStyle);
-               m_buffer.Put(plain.lopnWidth);
-               m_buffer.Put(plain.lopnColor);
+               EmfCursor record = Begin(detail::emrCreatePen, 28);
+               if (!record) return;
+               record.Put(handle);
+               record.Put(plain.lopnStyle);
+               record.Put(plain.lopnWidth);
+               record.Put(plain.lopnColor);
            }));
 }
 
@@ -343,11 +372,12 @@ void MetafileDevice::Recorder::UseBrush(const LOGBRUSH& brush) {
         return Select(m_written.brush, detail::cStockObject | std::uint32_t{NULL_BRUSH});
     }
     Select(m_written.brush, HandleFor(m_brushes, brush, [&](std::uint32_t handle) {
-               if (!Begin(detail::emrCreateBrushIndirect, 24)) return;
-               m_buffer.Put(handle);
-               m_buffer.Put(brush.lbStyle);
-               m_buffer.Put(brush.lbColor);
-               m_buffer.Put(static_cast<std::uint32_t>(brush.lbHatch));
+               EmfCursor record = Begin(detail::emrCreateBrushIndirect, 24);
+               if (!record) return;
+               record.Put(handle);
+               record.Put(brush.lbStyle);
+               record.Put(brush.lbColor);
+               record.Put(static_cast<std::uint32_t>(brush.lbHatch));
            }));
 }
 
@@ -357,18 +387,19 @@ void MetafileDevice::Recorder::UseFont(const LOGFONT& font) {
 }
 
 void MetafileDevice::Recorder::CreateFontRecord(std::uint32_t handle, const LOGFONT& font) {
-    if (!Begin(detail::emrExtCreateFontIndirectW, detail::cExtendedFontSize)) return;
-    m_buffer.Put(handle);
+    EmfCursor record = Begin(detail::emrExtCreateFontIndirectW, detail::cExtendedFontSize);
+    if (!record) return;
+    record.Put(handle);
     for (const LONG field : {font.lfHeight, LONG{0}, LONG{0}, LONG{0}, font.lfWeight}) {
-        m_buffer.Put(field);
+        record.Put(field);
     }
     for (const BYTE field :
          {font.lfItalic, font.lfUnderline, font.lfStrikeOut, font.lfCharSet, font.lfOutPrecision,
           font.lfClipPrecision, font.lfQuality, font.lfPitchAndFamily}) {
-        m_buffer.Put8(field);
+        record.Put8(field);
     }
     for (const char* ch = font.lfFaceName; *ch != '\0'; ++ch) {
-        m_buffer.Put16(static_cast<std::uint32_t>(toUnicode(*ch)));
+        record.Put16(static_cast<std::uint32_t>(toUnicode(*ch)));
     }
 }
 
@@ -382,9 +413,11 @@ void MetafileDevice::Recorder::UseBackground(const Paint& paint) {
 // Some readers take a copied region for none at all: a clip is reset and then intersected.
 void MetafileDevice::Recorder::UseClip(const Region* clip) {
     if (clip == nullptr ? !m_written.clip : m_written.clip == *clip) return;
-    if (m_written.clip && Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord)) {
-        m_buffer.Put(std::uint32_t{0});
-        m_buffer.Put(static_cast<std::uint32_t>(RGN_COPY));
+    if (m_written.clip) {
+        if (auto record = Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord)) {
+            record.Put(std::uint32_t{0});
+            record.Put(static_cast<std::uint32_t>(RGN_COPY));
+        }
     }
     m_written.clip = clip != nullptr ? std::optional(*clip) : std::nullopt;
     if (clip != nullptr) IntersectClip(*clip);
@@ -393,22 +426,26 @@ void MetafileDevice::Recorder::UseClip(const Region* clip) {
 void MetafileDevice::Recorder::IntersectClip(const Region& clip) {
     const auto count = clip.Rects().size();
     if (count <= 1) {
-        if (Begin(detail::emrIntersectClipRect, cRecordHead + cRect)) m_buffer.Put(clip.Bounds());
+        if (auto record = Begin(detail::emrIntersectClipRect, cRecordHead + cRect)) {
+            record.Put(clip.Bounds());
+        }
         return;
     }
     const std::size_t data = detail::cRegionHeader + count * cRect;
-    if (!Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord + data)) return;
-    m_buffer.Put(static_cast<std::uint32_t>(data));
-    m_buffer.Put(static_cast<std::uint32_t>(RGN_AND));
-    m_buffer.Put(detail::cRegionHeader);
-    m_buffer.Put(detail::cRegionRects);
-    m_buffer.Put(static_cast<std::uint32_t>(count));
-    m_buffer.Put(static_cast<std::uint32_t>(count * cRect));
-    m_buffer.Put(clip.Bounds());
-    for (const RECT& rect : clip.Rects()) m_buffer.Put(rect);
+    EmfCursor record = Begin(detail::emrExtSelectClipRgn, cRecordHead + 2 * cWord + data);
+    if (!record) return;
+    record.Put(static_cast<std::uint32_t>(data));
+    record.Put(static_cast<std::uint32_t>(RGN_AND));
+    record.Put(detail::cRegionHeader);
+    record.Put(detail::cRegionRects);
+    record.Put(static_cast<std::uint32_t>(count));
+    record.Put(static_cast<std::uint32_t>(count * cRect));
+    record.Put(clip.Bounds());
+    for (const RECT& rect : clip.Rects()) record.Put(rect);
 }
 
 void MetafileDevice::Recorder::AddBounds(const RECT& inclusiveBounds, const Region* clip) {
+    if (isWithin(inclusiveBounds, m_bounds)) return;
     RECT bounds = inclusiveBounds;
     if (clip != nullptr) {
         const RECT inside = inclusive(clip->Bounds());
@@ -416,9 +453,8 @@ void MetafileDevice::Recorder::AddBounds(const RECT& inclusiveBounds, const Regi
                   std::min(bounds.right, inside.right), std::min(bounds.bottom, inside.bottom)};
     }
     if (bounds.left > bounds.right || bounds.top > bounds.bottom) return;
-    const RECT before = m_bounds.value_or(bounds);
-    m_bounds = {std::min(bounds.left, before.left), std::min(bounds.top, before.top),
-                std::max(bounds.right, before.right), std::max(bounds.bottom, before.bottom)};
+    m_bounds = {std::min(bounds.left, m_bounds.left), std::min(bounds.top, m_bounds.top),
+                std::max(bounds.right, m_bounds.right), std::max(bounds.bottom, m_bounds.bottom)};
 }
 
 // Drawing.
@@ -428,8 +464,10 @@ void MetafileDevice::Recorder::Line(const Paint& paint, POINT from, POINT to) {
     UsePen(paint.pen);
     if (paint.pen.lopnStyle != PS_SOLID) UseBackground(paint);
     constexpr std::size_t size = cRecordHead + cPoint;
-    if (m_written.position != from && Begin(detail::emrMoveToEx, size)) m_buffer.Put(from);
-    if (Begin(detail::emrLineTo, size)) m_buffer.Put(to);
+    if (m_written.position != from) {
+        if (auto record = Begin(detail::emrMoveToEx, size)) record.Put(from);
+    }
+    if (auto record = Begin(detail::emrLineTo, size)) record.Put(to);
     m_written.position = to;
     const std::array<POINT, 2> ends = {from, to};
     AddBounds(withPen(boundsOf(ends), paint.pen), paint.clip);
@@ -448,15 +486,16 @@ void MetafileDevice::Recorder::Points(const Paint& paint, std::span<const POINT>
     const RECT bounds = withPen(boundsOf(points), paint.pen);
     const bool isShort = std::all_of(points.begin(), points.end(), fitsShort);
     const std::size_t data = points.size() * (isShort ? cShortPoint : cPoint);
-    if (!Begin(isShort ? shortType : type, cRecordHead + cRect + cWord + data)) return;
-    m_buffer.Put(bounds);
-    m_buffer.Put(static_cast<std::uint32_t>(points.size()));
+    EmfCursor record = Begin(isShort ? shortType : type, cRecordHead + cRect + cWord + data);
+    if (!record) return;
+    record.Put(bounds);
+    record.Put(static_cast<std::uint32_t>(points.size()));
     for (const POINT& point : points) {
         if (isShort) {
-            m_buffer.Put16(static_cast<std::uint32_t>(point.x));
-            m_buffer.Put16(static_cast<std::uint32_t>(point.y));
+            record.Put16(static_cast<std::uint32_t>(point.x));
+            record.Put16(static_cast<std::uint32_t>(point.y));
         } else {
-            m_buffer.Put(point);
+            record.Put(point);
         }
     }
     AddBounds(bounds, paint.clip);
@@ -467,8 +506,9 @@ void MetafileDevice::Recorder::Shape(const Paint& paint, const RECT& rect, EmfRe
     UsePen(paint.pen);
     UseBrush(paint.brush);
     if (paint.pen.lopnStyle != PS_SOLID || paint.brush.lbStyle == BS_HATCHED) UseBackground(paint);
-    if (!Begin(type, cRecordHead + cRect)) return;
-    m_buffer.Put(inclusive(rect));
+    EmfCursor record = Begin(type, cRecordHead + cRect);
+    if (!record) return;
+    record.Put(inclusive(rect));
     AddBounds(withPen(inclusive(rect), paint.pen), paint.clip);
 }
 
@@ -478,13 +518,14 @@ void MetafileDevice::Recorder::Fill(const Paint& paint, const RECT& rect) {
     UseBrush(paint.brush);
     if (paint.brush.lbStyle == BS_HATCHED) UseBackground(paint);
     constexpr std::size_t size = 100;
-    if (!Begin(detail::emrBitBlt, size)) return;
-    m_buffer.Put(inclusive(rect));
-    m_buffer.Put(POINT{rect.left, rect.top});
-    m_buffer.Put(POINT{CRect(rect).Width(), CRect(rect).Height()});
-    m_buffer.Put(detail::cPatCopy);
-    m_buffer.Skip(cPoint);
-    for (const float part : {1.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F}) m_buffer.Put(part);
+    EmfCursor record = Begin(detail::emrBitBlt, size);
+    if (!record) return;
+    record.Put(inclusive(rect));
+    record.Put(POINT{rect.left, rect.top});
+    record.Put(POINT{CRect(rect).Width(), CRect(rect).Height()});
+    record.Put(detail::cPatCopy);
+    record.Skip(cPoint);
+    for (const float part : {1.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F}) record.Put(part);
     AddBounds(inclusive(rect), paint.clip);
 }
 
@@ -494,9 +535,10 @@ void MetafileDevice::Recorder::Fill(const Paint& paint, const Region& region) {
 
 void MetafileDevice::Recorder::Pixel(const Paint& paint, POINT point, COLORREF color) {
     UseClip(paint.clip);
-    if (!Begin(detail::emrSetPixelV, cRecordHead + cPoint + cWord)) return;
-    m_buffer.Put(point);
-    m_buffer.Put(color);
+    EmfCursor record = Begin(detail::emrSetPixelV, cRecordHead + cPoint + cWord);
+    if (!record) return;
+    record.Put(point);
+    record.Put(color);
     AddBounds({point.x, point.y, point.x, point.y}, paint.clip);
 }
 
@@ -521,29 +563,28 @@ void MetafileDevice::Recorder::Text(const TextRun& run) {
     }
     const std::size_t length = run.text.size();
     const std::size_t textBytes = (2 * length + 3) / 4 * 4;
-    if (!Begin(detail::emrExtTextOutW, detail::cTextSize + textBytes + cWord * length)) return;
+    EmfCursor record =
+        Begin(detail::emrExtTextOutW, detail::cTextSize + textBytes + cWord * length);
+    if (!record) return;
     const RECT cell = {run.origin.x, wrapSub(run.origin.y, run.sizedFont->Ascent()),
                        wrapAdd(run.origin.x, run.positions.back()),
                        wrapAdd(run.origin.y, run.sizedFont->Descent())};
-    m_buffer.Put(inclusive(cell));
-    m_buffer.Put(detail::cGraphicsCompatible);
-    m_buffer.Put(static_cast<float>(m_caps.widthMm * cHundredths) /
-                 static_cast<float>(m_caps.width));
-    m_buffer.Put(static_cast<float>(m_caps.heightMm * cHundredths) /
-                 static_cast<float>(m_caps.height));
-    m_buffer.Put(run.origin);
-    m_buffer.Put(static_cast<std::uint32_t>(length));
-    m_buffer.Put(static_cast<std::uint32_t>(detail::cTextSize));
-    m_buffer.Put(opaque ? ETO_OPAQUE : run.isClipped ? ETO_CLIPPED : 0);
-    m_buffer.Put(opaque ? run.background : run.isClipped ? run.clipRect : RECT{0, 0, -1, -1});
-    m_buffer.Put(static_cast<std::uint32_t>(detail::cTextSize + textBytes));
-    const bool codes = isSymbolFont(*run.font);
-    for (const char ch : run.text) {
-        m_buffer.Put16(static_cast<std::uint32_t>(codes ? static_cast<BYTE>(ch) : toUnicode(ch)));
-    }
-    m_buffer.Skip(textBytes - 2 * length);
+    record.Put(inclusive(cell));
+    record.Put(detail::cGraphicsCompatible);
+    record.Put(static_cast<float>(m_caps.widthMm * cHundredths) / static_cast<float>(m_caps.width));
+    record.Put(static_cast<float>(m_caps.heightMm * cHundredths) /
+               static_cast<float>(m_caps.height));
+    record.Put(run.origin);
+    record.Put(static_cast<std::uint32_t>(length));
+    record.Put(static_cast<std::uint32_t>(detail::cTextSize));
+    record.Put(opaque ? ETO_OPAQUE : run.isClipped ? ETO_CLIPPED : 0);
+    record.Put(opaque ? run.background : run.isClipped ? run.clipRect : RECT{0, 0, -1, -1});
+    record.Put(static_cast<std::uint32_t>(detail::cTextSize + textBytes));
+    const bool isSymbol = isSymbolFont(*run.font);
+    for (const char ch : run.text) record.Put16(codeOf(ch, isSymbol));
+    record.Skip(textBytes - 2 * length);
     for (std::size_t i = 0; i < length; ++i) {
-        m_buffer.Put(wrapSub(run.positions[i + 1], run.positions[i]));
+        record.Put(wrapSub(run.positions[i + 1], run.positions[i]));
     }
     AddBounds(inclusive(cell), run.clip);
     if (opaque) AddBounds(inclusive(run.background), run.clip);

@@ -24,6 +24,9 @@ constexpr LONG cFirstBoldWeight = 600;
 // Clips and hatches that are kept for use again; the oldest makes room.
 constexpr std::size_t cKeptClips = 32;
 constexpr std::size_t cKeptHatches = 32;
+// What texts have room for at first.
+constexpr std::size_t cRoomOfPicture = std::size_t{64} << 10;
+constexpr std::size_t cRoomOfFont = 256;
 
 // Where lines under and through a text lie above its base line, and their thickness, in parts of
 // the em.
@@ -158,23 +161,31 @@ bool isKnown(std::string_view face) {
 // The text of a picture while it is written.
 class Text {
 public:
-    std::size_t Size() const { return m_text.size(); }
-    std::string Take() { return std::move(m_text); }
-    std::string_view View() const { return m_text; }
-    void Clear() { m_text.clear(); }
+    explicit Text(std::size_t firstRoom) : m_firstRoom(firstRoom) {}
+    std::size_t Size() const { return m_size; }
+    // The text, in no more than twice its memory.
+    std::string Take() {
+        if (m_size < m_text.size() / 2) return std::string(View());
+        m_text.resize(m_size);
+        return std::move(m_text);
+    }
+    std::string_view View() const { return {m_text.data(), m_size}; }
+    void Clear() { m_size = 0; }
 
     Text& Put(std::string_view text) {
-        m_text += text;
+        m_size += text.copy(Room(text.size()), text.size());
         return *this;
     }
     Text& Put(std::int64_t number) {
-        std::array<char, 20> digits;
-        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-        return Put({digits.data(), static_cast<std::size_t>(end - digits.data())});
+        constexpr std::size_t longest = 20;
+        char* const start = Room(longest);
+        const bool isInt = number == static_cast<int>(number);
+        return EndAt(isInt ? writeInt(start, static_cast<int>(number))
+                           : std::to_chars(start, start + longest, number).ptr);
     }
     Text& Put(LONG number) { return Put(std::int64_t{number}); }
     Text& Halves(std::int64_t halves) {
-        if (halves < 0) m_text += '-';
+        if (halves < 0) Put('-');
         const std::int64_t size = halves < 0 ? -halves : halves;
         Put(size / 2);
         if (size % 2 != 0) Put(".5");
@@ -183,31 +194,32 @@ public:
     // With two decimals at most.
     Text& Put(double number) {
         constexpr int decimals = 2;
-        std::array<char, cMaxDoubleHead + decimals> digits;
-        const char* end = writeDouble(digits.data(), number, decimals);
+        char* end = writeDouble(Room(cMaxDoubleHead + decimals), number, decimals);
         while (end[-1] == '0') --end;
         if (end[-1] == '.') --end;
-        return Put({digits.data(), static_cast<std::size_t>(end - digits.data())});
+        return EndAt(end);
     }
     Text& Color(COLORREF color) {
         constexpr std::string_view digits = "0123456789abcdef";
         constexpr unsigned twice = 0x11;
+        constexpr std::size_t longest = 7;
         const std::array<unsigned, 3> parts = {GetRValue(color), GetGValue(color),
                                                GetBValue(color)};
         const bool isShort = std::all_of(parts.begin(), parts.end(),
                                          [](unsigned part) { return part % twice == 0; });
-        m_text += '#';
+        char* end = Room(longest);
+        *end++ = '#';
         for (const unsigned part : parts) {
-            m_text += digits[part / 16];
-            if (!isShort) m_text += digits[part % 16];
+            *end++ = digits[part / 16];
+            if (!isShort) *end++ = digits[part % 16];
         }
-        return *this;
+        return EndAt(end);
     }
     Text& Attribute(std::string_view start, std::int64_t number) {
-        return Put(start).Put(number).Put("\"");
+        return Put(start).Put(number).Put('"');
     }
     Text& HalvesAttribute(std::string_view start, std::int64_t halves) {
-        return Put(start).Halves(halves).Put("\"");
+        return Put(start).Halves(halves).Put('"');
     }
     // Whether the character is one that XML allows and that has a picture.
     static bool IsWritten(char32_t character) {
@@ -239,20 +251,39 @@ public:
     }
 
 private:
+    Text& Put(char ch) {
+        *Room(1) = ch;
+        ++m_size;
+        return *this;
+    }
     // Up to three bytes: no character here is beyond the basic plane.
     void Utf8(char32_t character) {
         const auto more = [](char32_t bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
         if (character < 0x80) {
-            m_text += static_cast<char>(character);
+            Put(static_cast<char>(character));
         } else if (character < 0x800) {
-            m_text += {static_cast<char>(0xC0 | character >> 6), more(character)};
+            Put(static_cast<char>(0xC0 | character >> 6)).Put(more(character));
         } else {
-            m_text +=
-                {static_cast<char>(0xE0 | character >> 12), more(character >> 6), more(character)};
+            Put(static_cast<char>(0xE0 | character >> 12)).Put(more(character >> 6));
+            Put(more(character));
         }
     }
+    // Where so many characters may be written behind the text.
+    char* Room(std::size_t size) {
+        if (size > m_text.size() - m_size) Grow(size);
+        return m_text.data() + m_size;
+    }
+    Text& EndAt(const char* end) {
+        m_size = static_cast<std::size_t>(end - m_text.data());
+        return *this;
+    }
+    void Grow(std::size_t size) {
+        m_text.resize(std::max(2 * m_text.size(), std::max(m_firstRoom, m_size + size)));
+    }
 
-    std::string m_text;
+    std::string m_text;      // with room for more than is written
+    std::size_t m_size = 0;  // what is written
+    std::size_t m_firstRoom;
 };
 
 // Rectangles as one path, as far as they lie on the sheet: viewers have no room for numbers without
@@ -325,14 +356,14 @@ private:
     void TextLine(const TextRun& run, double place);
 
     DeviceCaps m_caps;
-    Text m_text;
+    Text m_text{cRoomOfPicture};
     bool m_isOpen = true;
     std::optional<Region> m_clip;
     Definitions<Region, cKeptClips> m_clips;
     Definitions<Hatch, cKeptHatches> m_hatches;
     LOGFONT m_font;  // the one that m_fontText describes
     double m_fontEm = 0;
-    Text m_fontText;
+    Text m_fontText{cRoomOfFont};
 };
 
 SvgDevice::Writer::Writer(const SvgSheet& sheet) {

@@ -14,13 +14,8 @@
 #include <cmath>
 #include <string>
 
-#include "benchmarks/comparison/programs/Marks.h"
+#include "benchmarks/comparison/programs/ChartGraph.h"
 #include "benchmarks/comparison/programs/Timing.h"
-#include "graphs/bar/BarGraph.h"
-#include "graphs/bar/BarPointGraphic.h"
-#include "graphs/bar/BarScale2.h"
-#include "graphs/bar/BarSimpleLegend.h"
-#include "graphs/bar/BarValueLegend.h"
 #include "graphs/rtf/RTFGraph.h"
 #include "platform/files/CMemFile.h"
 #include "platform/graphics/CDC.h"
@@ -30,36 +25,12 @@
 
 namespace {
 
-constexpr int cMarksOfScale = 24;
-constexpr int cHighest = 240;
-constexpr int cWidth = 800;
-
-// Scales with 24 marks each, a label under every mark, and the numbers of the scale at the end.
-void fill(BarGraph& graph, int marks) {
-    BarScale* scale = nullptr;
-    for (int i = 0; i < marks; i += cMarksOfScale) {
-        scale = new BarScale2(0, cHighest, "", "", 0, 0, 40, 20, 0, cHighest, 10, 10, 2, 0, 12, 16,
-                              0, cHighest);
-        graph.AddSection(scale);
-        auto* const legend =
-            new BarSimpleLegend(scale, "", "", 0, 0, 10, 10, 0, 0, 10, 10, "Arial", "Arial");
-        for (int mark = i; mark < std::min(i + cMarksOfScale, marks); ++mark) {
-            const double value = (mark - i) * 10 + 5;
-            scale->AddGraphic(new BarPointGraphic(value, 9, marks::cBrushColor));
-            legend->AddText(value, std::to_string(mark).c_str());
-        }
-        graph.AddSection(legend);
-    }
-    graph.AddSection(
-        new BarValueLegend(scale, "", "", 0, 0, 10, 10, 0, 0, 12, 12, "Arial", "Arial"));
-}
-
 template <class Device>
 std::size_t draw(Device& device, int marks) {
     BarGraph graph;
-    fill(graph, marks);
+    charts::fill(graph, marks);
     CDC dc(device);
-    graph.Draw(&dc, CRect(0, 0, cWidth, graph.GetDesignHeight() * cWidth / 1000));
+    graph.Draw(&dc, charts::placeOf(graph));
     return device.Finish().size();
 }
 
@@ -71,8 +42,8 @@ std::size_t productEmf(int marks) {
 
 std::size_t productSvg() {
     tessalink::SvgSheet sheet;
-    sheet.width = cWidth;
-    sheet.height = cWidth;
+    sheet.width = charts::cWidth;
+    sheet.height = charts::cWidth;
     tessalink::SvgDevice device(sheet);
     return draw(device, marks::cCount);
 }

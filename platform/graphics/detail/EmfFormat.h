@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "platform/graphics/Geometry.h"
@@ -84,24 +86,18 @@ inline constexpr std::size_t cTextSize = 76;       // an EXTTEXTOUT before its t
 inline constexpr std::size_t cFontSize = 12 + 92;  // EXTCREATEFONTINDIRECTW up to the LOGFONT's end
 inline constexpr std::size_t cExtendedFontSize = 332;  // with the rest of an EXTLOGFONTW
 
-// The bytes of a metafile while it is written.
-class EmfBuffer {
+// Where the fields of a record go, one after the other; false where there is no room. A value of
+// its own, so that the place of the next field need not be stored after each.
+class EmfCursor {
 public:
-    std::size_t Size() const { return m_bytes.size(); }
-    const std::vector<BYTE>& Bytes() const { return m_bytes; }
-    std::vector<BYTE> Take() { return std::move(m_bytes); }
+    EmfCursor() = default;
+    explicit EmfCursor(BYTE* place) : m_place(place) {}
+    explicit operator bool() const { return m_place != nullptr; }
 
-    // Starts a record of this size; what is not put into it is 0.
-    void Begin(EmfRecord type, std::size_t size) {
-        m_next = m_bytes.size();
-        m_bytes.resize(m_next + size);
-        Put(type);
-        Put(static_cast<std::uint32_t>(size));
-    }
     void Put(std::uint32_t value) { Store(value); }
     void Put(std::int32_t value) { Store(static_cast<std::uint32_t>(value)); }
     void Put16(std::uint32_t value) { Store(static_cast<std::uint16_t>(value)); }
-    void Put8(BYTE value) { m_bytes[m_next++] = value; }
+    void Put8(BYTE value) { *m_place++ = value; }
     void Put(float value) { Store(std::bit_cast<std::uint32_t>(value)); }
     void Put(const POINT& point) {
         Put(point.x);
@@ -113,9 +109,7 @@ public:
         Put(rect.right);
         Put(rect.bottom);
     }
-    void Skip(std::size_t bytes) { m_next += bytes; }
-    // Goes back to a place in what was written.
-    void At(std::size_t place) { m_next = place; }
+    void Skip(std::size_t bytes) { m_place += bytes; }
 
 private:
     template <class Number>
@@ -124,12 +118,46 @@ private:
             value = static_cast<Number>(sizeof(Number) == 2 ? __builtin_bswap16(value & 0xFFFF)
                                                             : __builtin_bswap32(value));
         }
-        std::memcpy(m_bytes.data() + m_next, &value, sizeof(value));
-        m_next += sizeof(value);
+        std::memcpy(m_place, &value, sizeof(value));
+        m_place += sizeof(value);
     }
 
-    std::vector<BYTE> m_bytes;
-    std::size_t m_next = 0;
+    BYTE* m_place = nullptr;
+};
+
+// The bytes of a metafile while it is written.
+class EmfBuffer {
+public:
+    std::size_t Size() const { return m_size; }
+    // What is written, in no more than twice its memory.
+    std::vector<BYTE> Take() {
+        const auto end = m_bytes.begin() + static_cast<std::ptrdiff_t>(m_size);
+        if (m_size < m_bytes.size() / 2) return {m_bytes.begin(), end};
+        m_bytes.erase(end, m_bytes.end());
+        return std::move(m_bytes);
+    }
+
+    // Starts a record of this size, up to the next Begin; what is not put into it is 0.
+    EmfCursor Begin(EmfRecord type, std::size_t size) {
+        if (size > m_bytes.size() - m_size) Grow(size);
+        EmfCursor record(m_bytes.data() + m_size);
+        m_size += size;
+        record.Put(static_cast<std::uint32_t>(type));
+        record.Put(static_cast<std::uint32_t>(size));
+        return record;
+    }
+    // A place in what was written.
+    EmfCursor At(std::size_t place) { return EmfCursor(m_bytes.data() + place); }
+
+private:
+    static constexpr std::size_t cFirstRoom = std::size_t{64} << 10;
+
+    void Grow(std::size_t size) {
+        m_bytes.resize(std::max(2 * m_bytes.size(), std::max(cFirstRoom, m_size + size)));
+    }
+
+    std::vector<BYTE> m_bytes;  // with room for more than is written
+    std::size_t m_size = 0;     // what is written
 };
 
 }  // namespace tessalink::detail
