@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "graphs/profile/ProfileGraph2.h"
+#include "platform/base/CByteArray.h"
+
+/// A profile graph with regions, whose limits may differ from scale to scale, in place of flat
+/// bands, and with breaks of several kinds. The legend lists the regions that have a label, too.
+class TESSALINK_API ProfileGraph3 : public ProfileGraph2 {
+public:
+    // What a break looks like. All of them interrupt the profiles.
+    static constexpr int cLineBreak = 0;
+    static constexpr int cDashedBreak = 1;
+    static constexpr int cDoubleBreak = 2;
+    static constexpr int cInvisibleBreak = 3;
+
+    using ProfileGraph2::ProfileGraph2;
+    ~ProfileGraph3() override;
+
+    /// A region with one low and one high limit for all scales; the label may be null.
+    void AddBand(double low, double high, COLORREF color, const char* label);
+    /// A region with limits for each scale, of which there must be as many as the graph has scales
+    /// now; both arrays are copied.
+    void AddBand(const double* lows, const double* highs, COLORREF color, const char* label);
+    /// Deletes the flat bands and the regions.
+    void RemoveBands();
+    /// A kind that there is not is a line.
+    void AddBreak(int scale, int kind = cLineBreak);
+    void Clear();
+
+protected:
+    /// A shaded area of the plot.
+    struct RegionInfo {
+        std::vector<double> lows;
+        std::vector<double> highs;
+        COLORREF color = 0;
+        CString label;
+        bool isConstant = false;
+    };
+
+    void draw_bands(CDC* dc) override;
+    void draw_breaks(CDC* dc) override;
+    int legend_entry_count() const override;
+    CString legend_entry_name(int index) const override;
+    void draw_legend_sample(CDC* dc, int index, int left, int y) override;
+    void draw_regions(CDC* dc);
+
+    std::vector<std::unique_ptr<RegionInfo>> m_regions;
+    CByteArray m_breakKinds;  ///< beside the breaks
+
+private:
+    void draw_region(CDC* dc, const RegionInfo& region) const;
+    /// The region of a legend entry after those of the profiles.
+    const RegionInfo& labelled_region(int index) const;
+};

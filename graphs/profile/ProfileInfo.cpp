@@ -1,0 +1,7 @@
+#include "graphs/profile/ProfileInfo.h"
+
+namespace tessalink {
+
+IMPLEMENT_DYNAMIC(ProfileInfo, CObject)
+
+}  // namespace tessalink
