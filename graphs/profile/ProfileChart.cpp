@@ -310,13 +310,22 @@ void ProfileChart::draw_y_axis(CDC* dc, int x, int isLeft) {
     dc->LineTo(x, dev_y(m_yMax));
     draw_score_ticks(dc, x, left);
     draw_score_labels(dc, x, left);
-    if (m_yLegend.IsEmpty()) return;
-    dc->SetTextAlign((left ? TA_RIGHT : TA_LEFT) | TA_TOP);
+    if (!m_yLegend.IsEmpty()) draw_y_legend(dc, x, left);
+}
+
+void ProfileChart::draw_y_legend(CDC* dc, int x, bool isLeft) {
     CFont italic;
     CFont bold;
     createFont(italic, m_fontHeight, FW_NORMAL, 1);
     createFont(bold, m_fontHeight, FW_BOLD, 0);
-    PrintFormatted(dc, left ? x - m_charWidth : x + m_charWidth,
+    const int width = m_yLegend.Find('\\') < 0
+                          ? static_cast<int>(dc->GetTextExtent(m_yLegend).cx)
+                          : CalcFormattedWidth(dc, m_yLegend, nullptr, &italic, &bold);
+    // A title that is wider than the room beside the plot goes on above it.
+    const int room = (cAxisCharacters - 1) * m_charWidth - m_charWidth / 2;
+    const int inward = std::max(0, width - room);
+    dc->SetTextAlign((isLeft ? TA_RIGHT : TA_LEFT) | TA_TOP);
+    PrintFormatted(dc, isLeft ? x - m_charWidth + inward : x + m_charWidth - inward,
                    dev_y(m_yMax) - m_charHeight - m_fontHeight, m_yLegend, nullptr, &italic, &bold);
 }
 

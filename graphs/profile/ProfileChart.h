@@ -218,6 +218,7 @@ private:
     }
     int row_count() const;
     void draw_profile(CDC* dc, ProfileInfo& profile, int size);
+    void draw_y_legend(CDC* dc, int x, bool isLeft);
     void draw_score_ticks(CDC* dc, int x, bool isLeft);
     void draw_score_labels(CDC* dc, int x, bool isLeft);
     void draw_end_label(CDC* dc, int x, bool isLeft, int score, char sign, CFont& symbols);
