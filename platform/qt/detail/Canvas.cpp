@@ -126,9 +126,16 @@ void Canvas::Fill(const RECT& rect, COLORREF color) {
 void Canvas::draw_glyphs(const TextRun& run) {
     const double em = run.sizedFont->Em();
     const QtGlyphs& look = qtGlyphs(*run.font, em);
-    const SavedPainter saved(m_painter);
-    m_painter.translate(run.origin.x, run.origin.y);
-    m_painter.scale(m_aspect, 1);  // the em is in vertical units
+    // The em is in vertical units. Where that makes no difference, the painter need not save
+    // itself.
+    std::optional<SavedPainter> saved;
+    QPointF origin(run.origin.x, run.origin.y);
+    if (m_aspect != 1) {
+        saved.emplace(m_painter);
+        m_painter.translate(origin);
+        m_painter.scale(m_aspect, 1);
+        origin = QPointF();
+    }
     m_painter.setPen(toQColor(run.color));
     for (std::size_t font = 0; font < look.fonts.size(); ++font) {
         QList<quint32> indexes;
@@ -144,7 +151,7 @@ void Canvas::draw_glyphs(const TextRun& run) {
         glyphs.setRawFont(look.fonts[font]);
         glyphs.setGlyphIndexes(indexes);
         glyphs.setPositions(places);
-        m_painter.drawGlyphRun(QPointF(0, 0), glyphs);
+        m_painter.drawGlyphRun(origin, glyphs);
     }
 }
 

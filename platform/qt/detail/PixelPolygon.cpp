@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <utility>
 
 namespace tessalink::detail {
 
@@ -22,15 +24,23 @@ int firstPixel(double place, LONG least, LONG most) {
     return static_cast<int>(std::clamp<double>(std::ceil(place - 0.5), least, most));
 }
 
+bool crosses(const Place& a, const Place& b, double y) {
+    return (a.y <= y) != (b.y <= y);
+}
+
+double crossingOf(const Place& a, const Place& b, double y) {
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    return (a.x * dy + (y - a.y) * dx) / dy;
+}
+
 void findCrossings(std::span<const Place> corners, double y, std::vector<Crossing>& crossings) {
     crossings.clear();
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const Place& a = corners[i];
         const Place& b = corners[i + 1 < corners.size() ? i + 1 : 0];
-        if ((a.y <= y) == (b.y <= y)) continue;
-        const double dx = b.x - a.x;
-        const double dy = b.y - a.y;
-        crossings.push_back({(a.x * dy + (y - a.y) * dx) / dy, a.y <= y ? 1 : -1});
+        if (!crosses(a, b, y)) continue;
+        crossings.push_back({crossingOf(a, b, y), a.y <= y ? 1 : -1});
     }
     std::sort(crossings.begin(), crossings.end());
 }
@@ -41,13 +51,20 @@ void addSpan(std::vector<QRect>& spans, LONG row, double from, double to, const 
     if (left < right) spans.emplace_back(left, row, right - left, 1);
 }
 
-void addPolygon(std::vector<QRect>& spans, std::span<const Place> corners, bool isWinding,
-                const RECT& visible) {
+// The visible rows, from the first to before the last, whose centres lie within the polygon's
+// height.
+std::pair<LONG, LONG> rowsOf(std::span<const Place> corners, const RECT& visible) {
     const auto [highest, lowest] = std::minmax_element(
         corners.begin(), corners.end(), [](const Place& a, const Place& b) { return a.y < b.y; });
+    return {firstPixel(highest->y, visible.top, visible.bottom),
+            firstPixel(lowest->y, visible.top, visible.bottom)};
+}
+
+void addPolygon(std::vector<QRect>& spans, std::span<const Place> corners, bool isWinding,
+                const RECT& visible) {
     std::vector<Crossing> crossings;
-    const LONG last = firstPixel(lowest->y, visible.top, visible.bottom);
-    for (LONG row = firstPixel(highest->y, visible.top, visible.bottom); row < last; ++row) {
+    const auto [first, last] = rowsOf(corners, visible);
+    for (LONG row = first; row < last; ++row) {
         findCrossings(corners, row + 0.5, crossings);
         int inside = 0;
         for (std::size_t i = 0; i + 1 < crossings.size(); ++i) {
@@ -55,6 +72,26 @@ void addPolygon(std::vector<QRect>& spans, std::span<const Place> corners, bool 
             if (isWinding ? inside == 0 : inside % 2 == 0) continue;
             addSpan(spans, row, crossings[i].x, crossings[i + 1].x, visible);
         }
+    }
+}
+
+// A row crosses the outline of a convex polygon twice or not at all.
+void addConvex(std::vector<QRect>& spans, std::span<const Place> corners, const RECT& visible) {
+    const auto [first, last] = rowsOf(corners, visible);
+    for (LONG row = first; row < last; ++row) {
+        const double y = row + 0.5;
+        double left = std::numeric_limits<double>::infinity();
+        double right = -left;
+        const Place* before = &corners.back();
+        for (const Place& corner : corners) {
+            if (crosses(*before, corner, y)) {
+                const double x = crossingOf(*before, corner, y);
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+            before = &corner;
+        }
+        if (left <= right) addSpan(spans, row, left, right, visible);
     }
 }
 
@@ -79,7 +116,40 @@ void addBar(std::vector<QRect>& spans, const Place& from, const Place& to, doubl
                                            {to.x + x, to.y + y},
                                            {to.x - x, to.y - y},
                                            {from.x - x, from.y - y}}};
-    addPolygon(spans, corners, true, visible);
+    addConvex(spans, corners, visible);
+}
+
+// The same pixels, each of them once, row by row.
+std::vector<QRect> united(std::vector<QRect> spans) {
+    std::sort(spans.begin(), spans.end(), [](const QRect& a, const QRect& b) {
+        return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
+    });
+    std::size_t count = 0;
+    for (const QRect& span : spans) {
+        const bool meets = count > 0 && spans[count - 1].y() == span.y() &&
+                           span.left() <= spans[count - 1].right() + 1;
+        if (!meets) {
+            spans[count++] = span;
+        } else if (span.right() > spans[count - 1].right()) {
+            spans[count - 1].setRight(span.right());
+        }
+    }
+    spans.resize(count);
+    return spans;
+}
+
+// Corners of a regular polygon in the unit circle, clockwise from the right. The last one is kept:
+// marks come in hundreds of one size.
+const std::vector<Place>& unitCircle(std::size_t count) {
+    thread_local std::vector<Place> corners;
+    if (corners.size() == count) return corners;
+    corners.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double angle =
+            2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(count);
+        corners[i] = {std::cos(angle), std::sin(angle)};
+    }
+    return corners;
 }
 
 }  // namespace
@@ -100,7 +170,7 @@ std::vector<QRect> pixelsOfWideLine(std::span<const Place> points, bool isClosed
         if (i > 0) addBar(spans, points[i - 1], points[i], radius, visible);
     }
     if (isClosed) addBar(spans, points.back(), points.front(), radius, visible);
-    return spans;
+    return united(std::move(spans));
 }
 
 std::vector<Place> cornersOfEllipse(const Place& centre, double halfWidth, double halfHeight) {
@@ -109,12 +179,9 @@ std::vector<Place> cornersOfEllipse(const Place& centre, double halfWidth, doubl
     constexpr double most = 4096;
     const double wanted = std::sqrt(std::max(halfWidth, halfHeight)) * 10;
     const auto count = static_cast<std::size_t>(std::clamp(wanted, least, most));
-    std::vector<Place> corners(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double angle =
-            2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(count);
-        corners[i] = {centre.x + halfWidth * std::cos(angle),
-                      centre.y + halfHeight * std::sin(angle)};
+    std::vector<Place> corners = unitCircle(count);
+    for (Place& corner : corners) {
+        corner = {centre.x + halfWidth * corner.x, centre.y + halfHeight * corner.y};
     }
     return corners;
 }

@@ -19,8 +19,7 @@ struct Place {
 std::vector<QRect> pixelsOfPolygon(std::span<const Place> corners, bool isWinding,
                                    const RECT& visible);
 
-// The pixels whose centre is no farther from a line than half its width; some of them several
-// times.
+// The pixels whose centre is no farther from a line than half its width, row by row.
 std::vector<QRect> pixelsOfWideLine(std::span<const Place> points, bool isClosed, double width,
                                     const RECT& visible);
 

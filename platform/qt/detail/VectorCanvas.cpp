@@ -35,6 +35,13 @@ QPointF halfUnitBefore(const QPointF& from, const QPointF& to) {
     return longer == 0 ? to : to - way * (cHalf / longer);
 }
 
+// A pen of more than a unit ends its lines roundly.
+QPen solidPen(const LOGPEN& pen, COLORREF color) {
+    const bool isWide = pen.lopnWidth.x > 1;
+    return {toQColor(color), static_cast<double>(isWide ? pen.lopnWidth.x : 1), Qt::SolidLine,
+            isWide ? Qt::RoundCap : Qt::FlatCap, isWide ? Qt::RoundJoin : Qt::MiterJoin};
+}
+
 struct HatchLines {
     bool horizontal;
     bool vertical;
@@ -47,21 +54,25 @@ constexpr HatchLines cHatchLines[] = {{true, false, false, false}, {false, true,
 
 }  // namespace
 
+// The painter keeps pen and brush from one shape to the next: files name them only where they
+// change.
+void VectorCanvas::use(const QPen& pen, const QBrush& brush) {
+    if (painter().pen() != pen) painter().setPen(pen);
+    if (painter().brush() != brush) painter().setBrush(brush);
+}
+
+void VectorCanvas::draw(const QPainterPath& path, const QPen& pen, const QBrush& brush) {
+    use(pen, brush);
+    painter().drawPath(path);
+}
+
 void VectorCanvas::stroke(const Paint& paint, const QPainterPath& path) {
-    if (paint.pen.lopnWidth.x > 1) {
-        return painter().strokePath(path, QPen(toQColor(paint.pen.lopnColor), paint.pen.lopnWidth.x,
-                                               Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    }
-    QPen pen(toQColor(paint.pen.lopnColor), 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
     const auto dashes = dashesOf(paint.pen);
-    if (!dashes.empty()) {
-        if (paint.opaque) {
-            painter().strokePath(path, QPen(toQColor(paint.background), 1, Qt::SolidLine,
-                                            Qt::FlatCap, Qt::MiterJoin));
-        }
-        pen.setDashPattern(QList<qreal>(dashes.begin(), dashes.end()));
-    }
-    painter().strokePath(path, pen);
+    if (dashes.empty()) return draw(path, solidPen(paint.pen, paint.pen.lopnColor), Qt::NoBrush);
+    if (paint.opaque) draw(path, solidPen(paint.pen, paint.background), Qt::NoBrush);
+    QPen pen = solidPen(paint.pen, paint.pen.lopnColor);
+    pen.setDashPattern(QList<qreal>(dashes.begin(), dashes.end()));
+    draw(path, pen, Qt::NoBrush);
 }
 
 void VectorCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) {
@@ -86,9 +97,9 @@ void VectorCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points
 void VectorCanvas::fill(const Paint& paint, const QPainterPath& path) {
     if (paint.brush.lbStyle == BS_NULL) return;
     if (paint.brush.lbStyle != BS_HATCHED) {
-        return painter().fillPath(path, toQColor(paint.brush.lbColor));
+        return draw(path, Qt::NoPen, toQColor(paint.brush.lbColor));
     }
-    if (paint.opaque) painter().fillPath(path, toQColor(paint.background));
+    if (paint.opaque) draw(path, Qt::NoPen, toQColor(paint.background));
     const SavedPainter saved(painter());
     painter().setClipPath(path, Qt::IntersectClip);
     const QRectF page(0, 0, painter().device()->width(), painter().device()->height());
@@ -149,6 +160,11 @@ void VectorCanvas::FillPolygon(const Paint& paint, std::span<const POINT> points
 }
 
 void VectorCanvas::FillRectangles(const Paint& paint, std::span<const RECT> rects) {
+    if (paint.brush.lbStyle == BS_SOLID) {
+        use(Qt::NoPen, toQColor(paint.brush.lbColor));
+        for (const RECT& rect : rects) painter().drawRect(toQRectF(rect));
+        return;
+    }
     QPainterPath path;
     for (const RECT& rect : rects) path.addRect(toQRectF(rect));
     fill(paint, path);
@@ -161,6 +177,9 @@ void VectorCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
         return fill(paint, path);
     }
     path.addEllipse(penFrame(paint.pen, rect));
+    if (paint.brush.lbStyle == BS_SOLID && dashesOf(paint.pen).empty()) {
+        return draw(path, solidPen(paint.pen, paint.pen.lopnColor), toQColor(paint.brush.lbColor));
+    }
     fill(paint, path);
     stroke(paint, path);
 }

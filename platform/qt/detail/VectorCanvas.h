@@ -15,6 +15,8 @@ public:
     void DrawEllipse(const Paint& paint, const RECT& rect) override;
 
 private:
+    void use(const QPen& pen, const QBrush& brush);
+    void draw(const QPainterPath& path, const QPen& pen, const QBrush& brush);
     void fill(const Paint& paint, const QPainterPath& path);
     void stroke(const Paint& paint, const QPainterPath& path);
     void hatch(const Paint& paint, const QRectF& area);
