@@ -7,8 +7,8 @@ namespace tessalink {
 // The order of the fields of a date, numbered as in the classic locale value.
 enum DateOrder : int { monthDayYear = 0, dayMonthYear = 1, yearMonthDay = 2 };
 
-// How the user writes times and dates. The default values are those of no particular country:
-// 13:05:09 and 03/07/2001.
+// How the user writes times, dates and decimals. The default values are those of no particular country:
+// 13:05:09, 03/07/2001 and 2.5.
 struct LocaleValues {
     CString timeSeparator = ":";
     bool is24Hour = true;
@@ -19,6 +19,8 @@ struct LocaleValues {
 
     int dateOrder = monthDayYear;  // a DateOrder; any other number is an order that nobody knows
     CString dateSeparator = "/";
+
+    CString decimalSeparator = ".";  // in what is keyed; files and reports have the full stop
 };
 
 // A moment as calendar and clock on the wall show it.

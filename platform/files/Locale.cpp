@@ -15,11 +15,14 @@ namespace tessalink {
 namespace {
 
 LocaleValues readSystem() {
-    const locale_t locale = ::newlocale(LC_TIME_MASK, "", locale_t{});
+    const locale_t locale = ::newlocale(LC_TIME_MASK | LC_NUMERIC_MASK, "", locale_t{});
     if (locale == locale_t{}) return {};
     const auto text = [locale](nl_item item) { return ::nl_langinfo_l(item, locale); };
     LocaleValues values =
         detail::localeOf({text(T_FMT), text(T_FMT_AMPM), text(AM_STR), text(PM_STR), text(D_FMT)});
+    // In the locale's own encoding: only what is one character in all of them.
+    const CString decimals = text(RADIXCHAR);
+    if (decimals == "," || decimals == ".") values.decimalSeparator = decimals;
     ::freelocale(locale);
     return values;
 }
