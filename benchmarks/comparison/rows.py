@@ -1,16 +1,19 @@
 """The rows of the comparison. Each makes its files in a folder in memory, checks that all
 contestants write the same bytes, lets them run in turns and prints times, ratios and verdicts."""
 
+import json
 import resource
 import shutil
 import subprocess
 from math import log2
+from pathlib import Path
 
 import workloads
 from languages import M4, ClearSilver, CTemplate, Product, Ref, Text
 from measure import Failed, processes, same_bytes, self_timed, table, verdict
 
 ROWS = {}
+HERE = Path(__file__).resolve().parent
 
 
 def row(function):
@@ -545,6 +548,91 @@ def charts(bench):
     rows += [(name, "emf, a mark", f"{one.time / 1000:,.3f}") for name, one in series.items()]
     print()
     table(("", "of", "us"), rows)
+
+
+@row
+def images(bench):
+    """The chart of 480 marks as PNG and PDF files, against a charting library of the toolkit."""
+    if not bench.tools.has("qt_charts"):
+        return
+    rows = []
+    for mode in ("png", "pdf"):
+        command = [bench.tools["qt_charts"], mode, max(9, bench.rounds), bench.folder]
+        series = self_timed({"charts": command}, 1)["charts"]
+        rows += [(name, mode, f"{one.time / 1e6:,.2f}") for name, one in series.items()]
+        bench.expect(f"{mode}: time against qcustomplot",
+                     series["tessalink"].over(series["qcustomplot"]), 0.5)
+    print()
+    table(("", "of", "ms"), rows)
+
+
+def chart_description():
+    """The chart in the product's JSON."""
+    def scale(points, **more):
+        return {"scale": {"min": 0, "max": 240, "majorTick": 0, "textSize": 12, "barHeight": 16,
+                          "marginTop": 2, "marginBottom": 0, "points": points, **more}}
+
+    def point(at):
+        return {"at": at, "symbol": "circle", "size": 9, "color": "#C00000"}
+
+    sections = []
+    for bar in range(20):
+        marks = [(mark, mark % 24 * 10 + 5) for mark in range(bar * 24, bar * 24 + 24)]
+        last = {"majorTick": 40} if bar == 19 else {}
+        sections.append(scale([point(at) for _, at in marks], **last))
+        if last:
+            sections.append({"legend": {"labelSize": 12, "marginTop": 0, "marginBottom": 0}})
+        sections.append({"legend": {
+            "labelSize": 10, "textSize": 10, "marginTop": 0, "marginBottom": 0,
+            "texts": [{"at": at, "text": str(mark)} for mark, at in marks]}})
+    sections.append(scale([point(240)], right="marks"))
+    return {"graphs": {"Marks": {"width": 8.33, "marginLeft": 10, "marginRight": 10,
+                                 "rightWidth": 60, "sections": sections}}}
+
+
+# The terminals of gnuplot by the format of the file.
+TERMINALS = {"svg": "svg size 800,466", "emf": "emf size 800,466", "png": "pngcairo size 800,466",
+             "pdf": "pdfcairo size 8.3,4.9"}
+
+
+def chart_commands(bench, form):
+    """The command lines that write the chart into a file of this format, start-up included."""
+    def out(name):
+        return bench.folder / f"{name}.{form}"
+
+    description = bench.file("chart.json", json.dumps(chart_description()))
+    programs = HERE / "programs"
+    commands = {
+        "tessalink": [bench.tools["tessalink"], "graph", description, "Marks", "-o",
+                      out("tessalink")],
+        "gnuplot": [gnuplot_script(bench, TERMINALS[form], output=out("gnuplot"))],
+        "matplotlib": [programs / "chart_matplotlib.py", out("matplotlib")],
+        "plplot_peer": [form, out("plplot_peer")],
+        "Rscript": [programs / "chart.R", form, out("Rscript")],
+    }
+    missing = {"svg": (), "emf": ("matplotlib", "plplot_peer", "Rscript"),
+               "png": ("plplot_peer",), "pdf": ()}[form]
+    return {name: words if name == "tessalink" else [bench.tools[name], *words]
+            for name, words in commands.items()
+            if name not in missing and bench.tools.has(name)}
+
+
+@row
+def commandline(bench):
+    """The chart of 480 marks by the command line, start-up included."""
+    if not bench.tools.has("tessalink"):
+        return
+    rows = []
+    for form in TERMINALS:
+        series = bench.processes(chart_commands(bench, form))
+        product = series["tessalink"]
+        rows += [(name, form, f"{one.wall / 1e6:,.2f}", f"{one.time / 1e6:,.2f}",
+                  f"{product.over(one):.2f}") for name, one in series.items()]
+        for name, one in series.items():
+            if name != "tessalink":
+                bench.expect(f"{form}: time against {name}", product.over(one), 1)
+    print()
+    table(("", "of", "ms", "CPU ms", "the product takes x of this"), rows)
 
 
 def run(names, tools, base, quick, rounds):

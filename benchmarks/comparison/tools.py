@@ -19,7 +19,20 @@ PEERS = {
     "flat_hash": ("libabsl-dev", "/usr/include/absl/container/flat_hash_map.h", [], ABSL),
     "m4": ("m4", "/usr/bin/m4", [], []),
     "gnuplot": ("gnuplot-nox", "/usr/bin/gnuplot", [], []),
+    "plplot_peer": ("libplplot-dev", "/usr/include/plplot/plplot.h",
+                    ["-isystem", "/usr/include/plplot"], ["-lplplot"]),
+    "Rscript": ("r-base-core", "/usr/bin/Rscript", [], []),
+    "matplotlib": ("python3-matplotlib", "/usr/lib/python3/dist-packages/matplotlib/__init__.py",
+                   [], []),
 }
+
+# Peers that are run as they are installed, and what runs them.
+INSTALLED = {"m4": "m4", "gnuplot": "gnuplot", "Rscript": "Rscript",
+             "matplotlib": "/usr/bin/python3"}
+
+# The library that the program qt_charts measures beside the product's toolkit part.
+QT_PEER = ("libqcustomplot-dev", "/usr/include/qcustomplot.h")
+QT_MODULES = ["Qt6Widgets", "Qt6PrintSupport"]
 
 # The libraries that the program md5 measures beside the product, as far as they are installed.
 MD5_LIBRARIES = {
@@ -44,7 +57,7 @@ def installed(libraries):
 
 
 def install_peers():
-    proofs = [(package, proof) for package, proof, _, _ in PEERS.values()]
+    proofs = [(package, proof) for package, proof, _, _ in PEERS.values()] + [QT_PEER]
     for libraries in (MD5_LIBRARIES, DRAWING_LIBRARIES):
         proofs += [(package, proof) for package, (proof, _) in libraries.items()]
     missing = [package for package, proof in proofs if not Path(proof).exists()]
@@ -70,8 +83,8 @@ class Tools:
         for name, (package, proof, before, after) in PEERS.items():
             if not Path(proof).exists():
                 print(f"{name} is left out: package {package} is not installed")
-            elif name in ("m4", "gnuplot"):
-                self.paths[name] = shutil.which(name)
+            elif name in INSTALLED:
+                self.paths[name] = shutil.which(INSTALLED[name])
             else:
                 self.compile(name, before, after)
         if with_product:
@@ -111,5 +124,18 @@ class Tools:
         for name in ("drawing", "charts"):
             self.compile(name, peer,
                          [graphs, *map(str, libraries), *installed(DRAWING_LIBRARIES)])
+        self.build_qt_charts([graphs, *map(str, libraries)])
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())
+
+    def build_qt_charts(self, libraries):
+        """Builds the program that draws by the toolkit, where both it and the peer are there."""
+        toolkit = next((str(path) for path in self.build.rglob("libtessalink_qt.a")), None)
+        if toolkit is None or not Path(QT_PEER[1]).exists():
+            print(f"qt_charts is left out: it needs Qt 6 and package {QT_PEER[0]}")
+            return
+        options = {kind: subprocess.run(["pkg-config", kind, *QT_MODULES], text=True, check=True,
+                                        stdout=subprocess.PIPE).stdout.split()
+                   for kind in ("--cflags", "--libs")}
+        self.compile("qt_charts", ["-fPIC", *options["--cflags"]],
+                     [toolkit, *libraries, "-lQCustomPlotQt6", *options["--libs"]])
