@@ -16,6 +16,7 @@
 #include "graphs/bar/BarSimpleLegend.h"
 #include "graphs/bar/BarValueLegend.h"
 #include "graphs/common/ColorMgr.h"
+#include "graphs/file/PercentileScale.h"
 #include "platform/graphics/DCScope.h"
 #include "platform/graphics/RecordingDevice.h"
 #include "scores/Reliability.h"
@@ -160,26 +161,6 @@ void stanines(BarGraph& graph) {
     addSpace(graph, 8);
 }
 
-// Ranks where the normal curve has them.
-class PercentileScale : public BarScale2 {
-public:
-    using BarScale2::BarScale2;
-
-    int PixX(double rank, const CRect& box) const override {
-        return PixXUnrestricted(std::clamp<double>(rank, GetMinPlotVal(), GetMaxPlotVal()), box);
-    }
-    int PixXUnrestricted(double rank, const CRect& box) const override {
-        const double from = z(GetScaleMin());
-        const double part = (z(rank) - from) / (z(GetScaleMax()) - from);
-        return box.left + static_cast<int>(std::lround(part * box.Width()));
-    }
-
-private:
-    static double z(double rank) {
-        return KOVStandardScores::PercentileRank(std::clamp(rank, 0.1, 99.9)).GetAsZScore();
-    }
-};
-
 void percentiles(BarGraph& graph) {
     addTitle(graph, "Aptitude", "percentile ranks, spaced as the normal curve has them");
     struct Test {
@@ -189,7 +170,8 @@ void percentiles(BarGraph& graph) {
     BarScale* scale = nullptr;
     for (const Test& test : {Test{"Verbal", 84}, Test{"Numerical", 37}, Test{"Spatial", 95.5}}) {
         const CString rank = KOVStandardScores::PercentileRank(test.rank).Format1();
-        scale = addScale<PercentileScale>(graph, {1, 99, 0, 0, 180, 70}, test.name, rank);
+        scale =
+            addScale<tessalink::PercentileScale>(graph, {1, 99, 0, 0, 180, 70}, test.name, rank);
         addRange(scale, 1, test.rank, 0.35, cPale);
         addPoint(scale, test.rank);
     }

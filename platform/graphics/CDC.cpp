@@ -64,28 +64,39 @@ int widthOfLine(std::string_view line, UINT format, const SizedFont& font) {
     return font.WidthOf(plain ? line : withoutPrefixes(line).first);
 }
 
+bool endsLine(std::string_view text, std::size_t at) {
+    return text.substr(at).starts_with('\n') || text.substr(at).starts_with("\r\n");
+}
+
+// The blank at which a line is cut that is wider than there is room: the last one up to which it
+// fits, or the first. None when the line fits, or has no blank. What lies behind is not looked at.
+std::size_t cutOf(std::string_view text, UINT format, const SizedFont& font, int room) {
+    std::size_t blank = std::string_view::npos;
+    bool isMarked = (format & DT_NOPREFIX) != 0;
+    std::uint64_t width = 0;
+    for (std::size_t i = 0; i < text.size() && !endsLine(text, i); ++i) {
+        if (text[i] == ' ') blank = i;
+        if (text[i] == '&' && !isMarked) {
+            isMarked = true;
+            continue;
+        }
+        isMarked = (format & DT_NOPREFIX) != 0;
+        width += font.Advance(text[i]);
+        if (blank != std::string_view::npos && font.Position(width) > room) return blank;
+    }
+    return std::string_view::npos;
+}
+
 // Cuts the next line off a text: up to a line end, or to what fits into the width.
 std::string_view takeLine(std::string_view& text, UINT format, const SizedFont& font, int width) {
     const bool single = (format & DT_SINGLELINE) != 0;
-    const auto end = single ? std::string_view::npos : text.find('\n');
+    std::size_t end = std::string_view::npos;
+    if ((format & DT_WORDBREAK) != 0 && !single) end = cutOf(text, format, font, width);
+    const bool isCut = end != std::string_view::npos;
+    if (!isCut && !single) end = text.find('\n');
     std::string_view line = text.substr(0, end);
-    std::size_t used = end == std::string_view::npos ? text.size() : end + 1;
-    if (line.ends_with('\r') && end != std::string_view::npos) line.remove_suffix(1);
-    if ((format & DT_WORDBREAK) != 0 && !single && widthOfLine(line, format, font) > width) {
-        std::size_t fits = std::string_view::npos;
-        for (auto blank = line.find(' '); blank != std::string_view::npos;
-             blank = line.find(' ', blank + 1)) {
-            if (fits != std::string_view::npos &&
-                widthOfLine(line.substr(0, blank), format, font) > width)
-                break;
-            fits = blank;
-        }
-        if (fits != std::string_view::npos) {
-            line = line.substr(0, fits);
-            used = fits + 1;
-        }
-    }
-    text.remove_prefix(used);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (!isCut && end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
 
@@ -521,9 +532,9 @@ void CDC::size_font() const {
     const DrawingDevice* device = attributes();
     const double aspect =
         device != nullptr ? static_cast<double>(device->Caps().dpiX) / device->Caps().dpiY : 1;
-    m_sizedFont.emplace(device != nullptr ? device->TextMetrics().MetricsOf(font)
-                                          : tessalink::builtInMetrics(font),
-                        font, aspect);
+    m_sizedFont.emplace(
+        device != nullptr ? device->TextMetrics().MetricsOf(font) : tessalink::builtInMetrics(font),
+        font, aspect);
 }
 
 int CDC::place(std::string_view text, const int* advances) const {

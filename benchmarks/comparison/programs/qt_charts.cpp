@@ -59,7 +59,9 @@ void peerChart(bool isPng, const std::string& path, int width, int height) {
     addBars(plot);
     addMarks(plot);
     plot.xAxis->setRange(0, charts::cHighest);
-    plot.xAxis->ticker()->setTickCount(charts::cHighest / charts::cTick + 1);
+    const auto ticks = QSharedPointer<QCPAxisTickerFixed>::create();
+    ticks->setTickStep(charts::cTick);
+    plot.xAxis->setTicker(ticks);
     plot.xAxis->setSubTicks(false);
     plot.yAxis->setRange(-21, 1);
     plot.yAxis->setVisible(false);

@@ -14,6 +14,7 @@
 #include "graphs/bar/BarValueLegend.h"
 #include "graphs/common/FormattedText.h"
 #include "graphs/common/GraphFont.h"
+#include "graphs/file/PercentileScale.h"
 #include "graphs/file/detail/BarSpecs.h"
 #include "graphs/file/detail/GraphTypes.h"
 #include "platform/base/NumberText.h"
@@ -266,22 +267,26 @@ private:
         return own.value_or(m_bar.marginRight.value_or(cDefaultSide));
     }
 
-    std::unique_ptr<BarSection> make_scale(SectionSpec& section) const {
-        const ScaleSpec& spec = std::get<ScaleSpec>(section.spec);
-        const JsonValue& value = *section.value;
+    template <class Scale>
+    std::unique_ptr<BarScale2> new_scale(const ScaleSpec& spec) const {
         const auto [min, max] = ends(spec);
         const int major = spec.majorTick.value_or(niceStep(min, max));
-        const int minor = spec.minorTick.value_or(0);
         const int from = spec.ticksFrom.value_or(roundedTo(min, major, std::ceil));
         const int to = spec.ticksTo.value_or(roundedTo(max, major, std::floor));
-        const int leftWidth = spec.leftWidth.value_or(m_left);
-        const int rightWidth = spec.rightWidth.value_or(m_right);
-        auto scale = std::make_unique<BarScale2>(
-            min, max, spec.left.value_or(CString()), spec.right.value_or(CString()), leftWidth,
-            rightWidth, major, minor, from, to, margin_left(spec.marginLeft),
+        return std::make_unique<Scale>(
+            min, max, spec.left.value_or(CString()), spec.right.value_or(CString()),
+            spec.leftWidth.value_or(m_left), spec.rightWidth.value_or(m_right), major,
+            spec.minorTick.value_or(0), from, to, margin_left(spec.marginLeft),
             margin_right(spec.marginRight), spec.marginTop.value_or(cDefaultGap),
             spec.marginBottom.value_or(cDefaultGap), text_size(spec.textSize),
             spec.barHeight.value_or(0), spec.plotMin.value_or(min), spec.plotMax.value_or(max));
+    }
+
+    std::unique_ptr<BarSection> make_scale(SectionSpec& section) const {
+        const ScaleSpec& spec = std::get<ScaleSpec>(section.spec);
+        const JsonValue& value = *section.value;
+        auto scale = spec.spacing == cNormalSpacing ? new_scale<PercentileScale>(spec)
+                                                    : new_scale<BarScale2>(spec);
         check_ticks(*scale, value);
         check_room(*scale, value);
         const COLORREF lines = spec.lineColor.value_or(cBlack);
@@ -299,6 +304,7 @@ private:
 
     /// The ends of a scale; while variables are missing, some.
     static std::pair<int, int> ends(const ScaleSpec& spec) {
+        if (spec.spacing == cNormalSpacing) return {spec.min.value_or(1), spec.max.value_or(99)};
         const int width = cDefaultScale[1] - cDefaultScale[0];
         const int min = spec.min.value_or(spec.max ? *spec.max - width : cDefaultScale[0]);
         return {min, spec.max.value_or(min + width)};

@@ -1,6 +1,7 @@
 #include "graphs/file/detail/BarSpecs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "graphs/bar/BarGraph.h"
 #include "graphs/bar/BarPointGraphic.h"
@@ -42,6 +43,7 @@ constexpr Word cSymbols[] = {{"circle", BarPointGraphic::Circle},
                              {"hollow-diamond", BarPointGraphic::HollowDiamond}};
 constexpr Word cLineStyles[] = {
     {"solid", PS_SOLID}, {"dash", PS_DASH}, {"dot", PS_DOT}, {"dash-dot", PS_DASHDOT}};
+constexpr Word cSpacings[] = {{"even", 0}, {"normal", cNormalSpacing}};
 constexpr Word cDirections[] = {{"up", cDirectionUp}, {"down", 0}};
 
 template <class T>
@@ -115,6 +117,7 @@ const Fields<ScaleSpec>& scaleTable() {
         joined<S>({{{.key = "name", .member = &S::name, .form = TextForm::Literal},
                     {.key = "min", .member = &S::min, .bounds = cScore, .isRequired = true},
                     {.key = "max", .member = &S::max, .bounds = cScore, .isRequired = true},
+                    {.key = "spacing", .member = &S::spacing, .words = cSpacings},
                     {.key = "plotMin", .member = &S::plotMin, .bounds = cScore},
                     {.key = "plotMax", .member = &S::plotMax, .bounds = cScore},
                     {.key = "leftWidth", .member = &S::leftWidth, .bounds = cLength},
@@ -242,6 +245,16 @@ T read(const ValueReader& in, const JsonValue& value, const Fields<T>& table) {
     return readFields<T>(in, value, table);
 }
 
+/// The normal curve has a place for ranks between these alone.
+void checkRanks(const ValueReader& in, const JsonValue& value, const ScaleSpec& spec) {
+    constexpr int lowest = 1;
+    constexpr int highest = 99;
+    for (const auto& [key, rank] : {std::pair("min", spec.min), std::pair("max", spec.max)}) {
+        if (!rank || (*rank >= lowest && *rank <= highest)) continue;
+        in.Source().Fail(*value.Find(key), "with normal spacing this must be between 1 and 99");
+    }
+}
+
 }  // namespace
 
 HeadingSpec readHeading(const ValueReader& in, const JsonValue& value) {
@@ -261,6 +274,7 @@ ScaleSpec readScale(const ValueReader& in, const JsonValue& value) {
     ScaleSpec spec = read(in, value, scaleTable());
     checkOrder(in, value, "min", "max", false);
     checkOrder(in, value, "plotMin", "plotMax", false);
+    if (spec.spacing == cNormalSpacing) checkRanks(in, value, spec);
     return spec;
 }
 

@@ -46,6 +46,7 @@ struct ScaleSpec : RowSpec {
     std::optional<CString> name;
     std::optional<int> min;
     std::optional<int> max;
+    std::optional<std::uint16_t> spacing;
     std::optional<int> plotMin;
     std::optional<int> plotMax;
     std::optional<int> leftWidth;
@@ -129,6 +130,8 @@ struct BarSpec {
     const JsonValue* sections = nullptr;
 };
 
+/// "normal" of a scale.
+inline constexpr std::uint16_t cNormalSpacing = 1;
 /// "up" of a legend of ranges.
 inline constexpr std::uint16_t cDirectionUp = 1;
 

@@ -25,6 +25,7 @@
 #include "graphs/file/GraphPicture.h"
 #include "graphs/rtf/MetaFile.h"
 #include "platform/files/CMemFile.h"
+#include "platform/graphics/RecordingDevice.h"
 #include "report/VariablesFile.h"
 
 namespace tessalink::test {
@@ -189,6 +190,27 @@ TEST(GraphFile, FindsTicksColumnsAndHeight) {
     EXPECT_NEAR(sheet.height, 1.03, 1e-9);
 }
 
+TEST(GraphFile, PlacesRanksByTheNormalCurve) {
+    const std::string graph = graphOf(
+        R"("frame": false, "marginLeft": 0, "marginRight": 0, "sections": [{"scale": {"min": 1,
+           "max": 99, "spacing": "normal", "majorTick": 0, "points": [1, 2.27501, 15.86553, 50,
+           84.13447, 97.72499, 99, 0.01, 100]}}])");
+    RecordingDevice device;
+    CDC dc(device);
+    fileOf(graph).Make("G", VarTable())->Draw(dc, CRect(0, 0, 10000, 10000));
+    std::vector<int> places;
+    for (const Primitive& primitive : device.Primitives()) {
+        if (primitive.kind == Primitive::Kind::Polygon) places.push_back(primitive.points[0].x);
+    }
+    // The first percent lies 2.32635 standard deviations below the middle.
+    const double deviation = 5000 / 2.32635;
+    const double wanted[] = {-2.32635, -2, -1, 0, 1, 2, 2.32635, -2.32635, 2.32635};
+    ASSERT_EQ(places.size(), std::size(wanted));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        EXPECT_NEAR(places[i], 5000 + wanted[i] * deviation, 1) << i;
+    }
+}
+
 /// Where in the first line of a text the fault is.
 constexpr std::string_view cHere = "<<";
 
@@ -243,6 +265,9 @@ TEST(GraphFile, FaultsHavePlaceAndPath) {
          "1:42: /graphs/G/sections/0/scale: margins and text widths take 1000 of 1000"},
         {scaleOf(R"("plotMin": 5, "plotMax": <<5)"),
          "/graphs/G/sections/0/scale/plotMax: this must be above 'plotMin'"},
+        {scaleOf(R"("spacing": "normal")"),
+         "1:50: /graphs/G/sections/0/scale/min: with normal spacing this must be between 1 and 99"},
+        {scaleOf(R"("spacing": <<"log")"), "/graphs/G/sections/0/scale/spacing: "},
         {graphOf(R"("sections": [{"scale": {"min": 5, "max": <<5}}])"),
          "/graphs/G/sections/0/scale/max: this must be above 'min'"},
         {scaleOf(R"("ranges": [{"from": 3, "to": <<2}])"),

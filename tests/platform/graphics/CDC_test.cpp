@@ -201,6 +201,10 @@ TEST_F(CDCTest, DrawTextBreaksAndAlignsLines) {
          {{{100, 114}, "iiii"}, {{100, 131}, "iiii"}, {{100, 148}, "iiii"}},
          51},
         {"WWWWWWWWW i", DT_WORDBREAK, {{{100, 114}, "WWWWWWWWW"}, {{100, 131}, "i"}}, 34},
+        {"ii\r\n&W&& W",
+         DT_WORDBREAK,
+         {{{100, 114}, "ii"}, {{100, 131}, "W&"}, {{100, 148}, "W"}},
+         51},
         {"", 0, {}, 0},
     };
     m_dc.SetBkMode(TRANSPARENT);
@@ -230,6 +234,16 @@ TEST_F(CDCTest, DrawTextBreaksAndAlignsLines) {
     EXPECT_EQ(rect.Width(), m_dc.GetTextExtent("ai&b").cx);
     rect.right = rect.left + m_dc.GetTextExtent("ai b").cx;
     EXPECT_EQ(m_dc.DrawText("a&i &b", -1, &rect, DT_WORDBREAK), m_dc.GetTextExtent("ai b").cy);
+}
+
+// A line costs what it shows, not what lies behind it.
+TEST_F(CDCTest, DrawTextBreaksLongTextsInTheirTime) {
+    constexpr int words = 200'000;
+    CString text;
+    for (int i = 0; i < words; ++i) text += "word ";
+    CRect rect(0, 0, m_dc.GetTextExtent("word").cx, 0);
+    EXPECT_EQ(m_dc.DrawText(text, &rect, DT_WORDBREAK | DT_CALCRECT),
+              words * m_dc.GetTextExtent("w").cy);
 }
 
 TEST_F(CDCTest, SavesAndRestoresTheWholeState) {
