@@ -1,0 +1,197 @@
+#pragma once
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+#include "platform/graphics/CDC.h"
+
+namespace tessalink {
+
+/// What the circumplex and the style graph have in common: a square range of data drawn as a circle
+/// (an ellipse in units of a device whose resolutions differ) with rings, a dotted grid, numbers
+/// along both axes, texts on the four sides and in the four corners, and a title. It is used
+/// through CircumplexGraph and StyleGraph.
+///
+/// The picture is designed in inches, its fonts in points, for a sheet of design width and design
+/// height, and scaled to any rectangle, at whose left top it lies. Texts are labels with switches
+/// of fonts (PrintFormatted). A text that is too wide for its place is broken at blanks, and when a
+/// word is too wide gets a smaller font; a text that would cover another is moved outward.
+class TESSALINK_API CircleChart {
+public:
+    /// A circle around the middle of the data.
+    struct circle_info {
+        double radius = 0;  ///< in units of the data
+        COLORREF color = cWhite;
+        BOOL filled = 0;
+    };
+
+    /// No more labels are drawn along an axis,
+    static constexpr int cMaxLabels = 200;
+    /// no more lines of the grid in each direction,
+    static constexpr int cMaxGridLines = 100;
+    /// and no more dots along each.
+    static constexpr int cMaxGridDots = 500;
+
+    virtual ~CircleChart();
+    CircleChart(const CircleChart&) = delete;
+    CircleChart& operator=(const CircleChart&) = delete;
+
+    void ShowGrid(int show) { m_gridShown = show; }
+    /// Adds a circle, white or in a colour. Circles are drawn in this order: the largest comes
+    /// first.
+    void AddCircle(double radius) { m_circles.push_back({radius, cWhite, 0}); }
+    void AddCircle(double radius, std::uint32_t color) { m_circles.push_back({radius, color, 1}); }
+    int GetCircleCount() const { return static_cast<int>(m_circles.size()); }
+    /// An index out of range raises CInvalidArgException.
+    const circle_info& GetCircle(int index) const;
+
+    /// Draws the picture as large as the rectangle allows. The context's colours, background mode,
+    /// alignment, pen, brush and font are as before afterwards, also after an exception. In a
+    /// rectangle without room, and for sizes that make no sense, nothing is drawn. Numbers along an
+    /// axis and the grid need a step above 0; an axis whose ends are equal has all at its start.
+    virtual void Draw(CDC* dc, const CRect& rect);
+
+protected:
+    /// The data, the steps and the font sizes in points, in the order of the constructors.
+    struct Settings {
+        int xMin, xMax, yMin, yMax;
+        int labelStep;    ///< between numbers and between lines of the grid; 0: no numbers
+        int gridDotStep;  ///< between dots of the grid; 0 or the label step: no grid
+        int titleSize, subtitleSize, axisTextSize;
+        std::array<int, 3> quadrantTextSizes;
+        int labelSize;
+    };
+    /// Sizes in inches.
+    struct Design {
+        double width = 5.5;
+        double height = 5.0;
+        double topPadding = 0.5;
+        double bottomPadding = 0.5;
+        double maxPlotSize = 3.5;
+        double sideMargin = 0.75;
+        double maxSymbolSize = 0;
+        /// How far the texts in the corners reach into the square around the circle, as far as the
+        /// circle lets them.
+        double styleMarginH = 0.5;
+        double styleMarginV = 0.5;
+        /// A column for a legend right of the sheet.
+        double legendColumn = 0;
+    };
+    /// The texts; those of a corner are three, one below the other.
+    enum Text {
+        TitleText = 0,
+        NorthText = 3,
+        SouthText,
+        EastText,
+        WestText,
+        NorthWestText,
+        NorthEastText = NorthWestText + 3,
+        SouthWestText = NorthEastText + 3,
+        SouthEastText = SouthWestText + 3,
+        cTextCount = SouthEastText + 3,
+    };
+
+    explicit CircleChart(const Settings& settings) : m_settings(settings) {}
+
+    /// The text with this number, as it is to be drawn.
+    virtual CString load_text(int text) const = 0;
+    /// Whether there is a text with this number.
+    virtual bool has_text(int text) const = 0;
+
+    // The steps of Draw, in their order. Variants override them.
+
+    /// Computes scale and plot from the rectangle.
+    virtual void recalc_layout(CDC* dc, const CRect& rect);
+    virtual void draw_title(CDC* dc, const CRect& rect);
+    /// Circles, grid, outline and numbers.
+    virtual void draw_circumplex(CDC* dc);
+    virtual void draw_circles(CDC* dc, const CPoint& center);
+    /// Dotted chords of the circle, at the label steps after x0 and y0, all in units of the data.
+    virtual void draw_grid(CDC* dc, int x0, int x1, int y0, int y1);
+    virtual void draw_axis_text(CDC* dc);
+    virtual void draw_style_texts(CDC* dc, const CRect& rect);
+    /// Sets `color`, and the context's background, to what lies under a number at (x, y): the
+    /// colour of the topmost circle there, white where there is none or that is not filled.
+    virtual void update_bk_color(CDC* dc, int x, int y, int& color);
+
+    /// Takes room for a legend off the height that is there for the plot, in inches; here none.
+    virtual void reserve_legend(CDC* dc, double& plotHeight);
+    /// Draws what lies on the circles and under the grid; here nothing.
+    virtual void draw_sectors(CDC* dc);
+    /// Draws what comes last; here nothing.
+    virtual void draw_data(CDC* dc, const CRect& rect);
+
+    // Conversions, by the layout of the last drawing. 0.5 is added and the rest cut off.
+
+    int dev_x(double x) const;
+    int dev_x(int x) const { return dev_x(static_cast<double>(x)); }
+    int dev_y(double y) const;
+    int dev_y(int y) const { return dev_y(static_cast<double>(y)); }
+    int log_in_to_dev_h(double inches) const;
+    int log_in_to_dev_v(double inches) const;
+    /// The height of a font of so many points.
+    int font_height(int points) const;
+    /// The width of the picture's lines: at least one unit.
+    int line_width() const;
+
+    /// The rectangle of the drawing, and in it the square around the circle.
+    const CRect& rect() const { return m_rect; }
+    const CRect& plot() const { return m_plot; }
+    CPoint center() const;
+    /// The half axes of the circle.
+    CSize radii() const;
+    /// A place at an angle (degrees from the right, counterclockwise) and a distance from the
+    /// middle in units of the data, which counts as the circle's radius at most.
+    CPoint polar_point(double angle, double length) const;
+    double scale_factor() const { return m_scaleFactor; }
+    double horz_pixels_per_inch() const { return m_horzPixelsPerInch; }
+    double vert_pixels_per_inch() const { return m_vertPixelsPerInch; }
+    double x_scale() const { return m_xScale; }
+    double y_scale() const { return m_yScale; }
+    const Settings& settings() const { return m_settings; }
+    Design& design() { return m_design; }
+    const Design& design() const { return m_design; }
+    /// The width of the sheet in device units.
+    int sheet_width() const;
+    /// Prints a text outside the circle at an angle in degrees.
+    void draw_rim_text(CDC* dc, const CString& text, double angle, int points);
+    /// The places of the texts and numbers so far.
+    const std::vector<CRect>& taken() const { return m_taken; }
+    bool is_drawable() const;
+
+private:
+    struct Corner;
+    struct Step;
+
+    bool has_scale() const;
+    bool has_title() const;
+    double title_height() const;
+    CSize rim_gap(CDC& dc) const;
+    void draw_outline(CDC& dc);
+    void draw_labels(CDC* dc);
+    void draw_label(CDC* dc, int value, int x, int y, int& color);
+    void draw_dots(CDC& dc, bool isVertical, int at, int first, int end);
+    void draw_corner(CDC& dc, const Corner& corner);
+    bool is_free(const CRect& place) const;
+    void move_out(CRect& place, std::span<const Step> steps) const;
+
+    Settings m_settings;
+    Design m_design;
+    int m_gridShown = 1;
+    std::vector<circle_info> m_circles;
+
+    double m_scaleFactor = 0;
+    double m_horzPixelsPerInch = 0;
+    double m_vertPixelsPerInch = 0;
+    int m_pixelsPer100Points = 0;
+    CRect m_plot;
+    CRect m_rect;
+    double m_xScale = 0;
+    double m_yScale = 0;
+    std::vector<CRect> m_taken;
+};
+
+}  // namespace tessalink

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/graphics/CDC.h"
+
+namespace tessalink::test {
+
+/// A context with everything changed, and whether it still has that.
+class MarkedContext {
+public:
+    explicit MarkedContext(DrawingDevice& device) : dc(device) {
+        m_font.CreateFont(31, 0, 0, 0, FW_NORMAL, 1, 0, 0, 0, 0, 0, 0, 0, "Arial");
+        dc.SelectObject(&m_pen);
+        dc.SelectObject(&m_brush);
+        dc.SelectObject(&m_font);
+        dc.SetTextColor(0x111111);
+        dc.SetBkColor(0x222222);
+        dc.SetBkMode(TRANSPARENT);
+        dc.SetTextAlign(TA_CENTER | TA_BASELINE);
+    }
+    bool IsUnchanged() const {
+        return dc.GetCurrentPen() == &m_pen && dc.GetCurrentBrush() == &m_brush &&
+               dc.GetCurrentFont() == &m_font && dc.GetTextColor() == 0x111111 &&
+               dc.GetBkColor() == 0x222222 && dc.GetBkMode() == TRANSPARENT &&
+               dc.GetTextAlign() == (TA_CENTER | TA_BASELINE);
+    }
+
+private:
+    CPen m_pen{PS_SOLID, 7, 0x333333};
+    CBrush m_brush{0x444444};
+    CFont m_font;
+
+public:
+    CDC dc;
+};
+
+}  // namespace tessalink::test
