@@ -40,19 +40,22 @@ int BarHeading::AddText(const char* text, double position, std::uint16_t flags, 
 }
 
 BarHeading::FontInfo* BarHeading::add_font(int size, const CString& typeface) {
-    const auto known = std::find_if(m_fonts.begin(), m_fonts.end(), [&](const auto& font) {
-        return font->size == size && font->typeface.CompareNoCase(typeface) == 0;
-    });
-    if (known != m_fonts.end()) {
-        ++(*known)->refCount;
-        return known->get();
+    const auto [known, isNew] = m_fontByLook.try_emplace(look_of(size, typeface));
+    if (isNew) {
+        m_fonts.push_back(std::make_unique<FontInfo>(FontInfo{size, typeface, GetFontCount(), 0}));
+        known->second = m_fonts.back().get();
     }
-    m_fonts.push_back(std::make_unique<FontInfo>(FontInfo{size, typeface, GetFontCount(), 1}));
-    return m_fonts.back().get();
+    ++known->second->refCount;
+    return known->second;
+}
+
+BarHeading::FontLook BarHeading::look_of(int size, CString typeface) {
+    return {size, typeface.MakeLower()};
 }
 
 void BarHeading::Clear() {
     m_texts.clear();
+    m_fontByLook.clear();
     m_fonts.clear();
 }
 
@@ -61,6 +64,7 @@ void BarHeading::RemoveTextAt(int index) {
     FontInfo* const font = text->font;
     m_texts.erase(text);
     if (--font->refCount > 0) return;
+    m_fontByLook.erase(look_of(font->size, font->typeface));
     const auto next = m_fonts.erase(m_fonts.begin() + font->index);
     std::for_each(next, m_fonts.end(), [](const auto& later) { --later->index; });
 }

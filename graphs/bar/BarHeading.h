@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "graphs/bar/BarSection.h"
@@ -67,10 +69,15 @@ private:
         FontInfo* font;  ///< of m_fonts
     };
 
+    /// The size and the typeface in lower case: texts of one look share a font.
+    using FontLook = std::pair<int, CString>;
+
     FontInfo* add_font(int size, const CString& typeface);
+    static FontLook look_of(int size, CString typeface);
     std::size_t checked(int index, std::size_t count) const;
     void draw_text(CDC& dc, const Text& text, double xScale, double yScale, const CRect& rect);
 
     std::vector<Text> m_texts;
     std::vector<std::unique_ptr<FontInfo>> m_fonts;
+    std::map<FontLook, FontInfo*> m_fontByLook;
 };

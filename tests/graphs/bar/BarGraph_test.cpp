@@ -131,8 +131,14 @@ TEST(BarHeading, SharesFonts) {
     EXPECT_THROW(heading.RemoveTextAt(2), CInvalidArgException);
     EXPECT_THROW(heading.SetTextAt(-1, ""), CInvalidArgException);
     EXPECT_THROW(heading.GetText(2), CInvalidArgException);
+    EXPECT_EQ(heading.AddText("back", 0, 0, 12, 0, "arial"), 2);  // that of a font that had gone
+    EXPECT_EQ(heading.GetFont(2).index, 2);
+    EXPECT_STREQ(heading.GetFont(2).typeface, "arial");
     heading.Clear();
     EXPECT_EQ(heading.GetDesignHeight(), 10);
+    constexpr int many = 100'000;  // found by their look, not one by one
+    for (int i = 0; i < many; ++i) heading.AddText("", 0, 0, i, 0, "Arial");
+    EXPECT_EQ(heading.GetFontCount(), many);
 }
 
 TEST(BarValueLegend, LabelsTheScale) {
@@ -218,6 +224,45 @@ TEST(BarGraph, OwnsItsSectionsAndScalesTheirMarks) {
         graph.AddSection(new LoggedSection("e", gone, 10));
     }
     EXPECT_THAT(gone, ElementsAre("b", "a", "c", "d", "e"));
+}
+
+/// Where the boxes and marks of a graph lie on a device, in inches.
+std::vector<double> inchesOf(BarGraph& graph, const DeviceCaps& caps) {
+    RecordingDevice device(caps);
+    CDC dc(device);
+    graph.Draw(&dc, CRect(caps.dpiX, caps.dpiY, 7 * caps.dpiX, 4 * caps.dpiY));
+    std::vector<double> inches;
+    for (const Primitive& primitive : device.Primitives()) {
+        if (primitive.kind != Primitive::Kind::Rectangle) continue;
+        const RECT& rect = primitive.rect;
+        for (const LONG x : {rect.left, rect.right}) inches.push_back(double{1} * x / caps.dpiX);
+        for (const LONG y : {rect.top, rect.bottom}) inches.push_back(double{1} * y / caps.dpiY);
+    }
+    return inches;
+}
+
+TEST(BarGraph, KeepsItsPhysicalProportionsOnEveryDevice) {
+    BarGraph graph(0, BarGraph::cRight | BarGraph::cBottom);
+    auto scale = makeScale("left", "", 200, 0, 60);
+    scale->AddGraphic(new BarPointGraphic(50, 40, 0, BarPointGraphic::Square));
+    scale->AddGraphic(new BarRangeGraphic(30, 70, 0, 0, 0));
+    auto* const legend = new BarValueLegend(scale.get(), "", "", 0, 0, 0, 0, 9, 0, 30, 20, "", "");
+    graph.AddSection(scale.release());
+    graph.AddSection(legend);
+    graph.AddSection(makeScale().release());
+    // The box is 4.8 inches wide and as high as 60 thousandths of six.
+    const auto printed = inchesOf(graph, {2400, 2400});
+    ASSERT_EQ(printed.size(), 16U);
+    EXPECT_NEAR(printed[0], 2.2, 0.001);
+    EXPECT_NEAR(printed[1], 7, 0.001);
+    EXPECT_NEAR(printed[3] - printed[2], 0.36, 0.001);
+    for (const auto& [x, y] : {std::pair(96, 96), {300, 300}, {600, 600}, {600, 300}, {96, 144}}) {
+        const auto inches = inchesOf(graph, {x, y});
+        ASSERT_EQ(inches.size(), printed.size());
+        for (std::size_t i = 0; i < inches.size(); ++i) {
+            EXPECT_NEAR(inches[i], printed[i], 2.0 / (i % 4 < 2 ? x : y)) << x << " " << i;
+        }
+    }
 }
 
 TEST(BarLegend, OutlivesItsScale) {
