@@ -158,8 +158,10 @@ protected:
     int sheet_width() const;
     /// Prints a text outside the circle at an angle in degrees.
     void draw_rim_text(CDC* dc, const CString& text, double angle, int points);
-    /// The places of the texts and numbers so far.
+    /// The places of the texts and numbers so far, and others that are taken.
     const std::vector<CRect>& taken() const { return m_taken; }
+    /// No text is moved to this place.
+    void take(const CRect& place) { m_taken.push_back(place); }
     bool is_drawable() const;
 
 private:

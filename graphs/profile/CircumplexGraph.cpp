@@ -40,19 +40,38 @@ constexpr std::array cDistances = {1.0, 1.4, 2.0, 2.8};
 /// Distances in the diagonals, by those along the axes.
 constexpr double cDiagonal = 0.75;
 
+/// From a point to a name: 1 is wholly on that side, 0 is centered.
 struct Direction {
-    int x, y;
+    double x, y;
 };
-constexpr std::array<Direction, 8> cDirections = {
-    {{1, 0}, {-1, 0}, {0, -1}, {0, 1}, {1, -1}, {-1, -1}, {1, 1}, {-1, 1}}};
+using Directions = std::array<Direction, 16>;
+constexpr Directions cDirections = {{{1, 0},
+                                     {-1, 0},
+                                     {0, -1},
+                                     {0, 1},
+                                     {1, -1},
+                                     {-1, -1},
+                                     {1, 1},
+                                     {-1, 1},
+                                     {1, -0.5},
+                                     {1, 0.5},
+                                     {-1, -0.5},
+                                     {-1, 0.5},
+                                     {0.5, -1},
+                                     {-0.5, -1},
+                                     {0.5, 1},
+                                     {-0.5, 1}}};
+
+bool isDiagonal(const Direction& direction) {
+    return direction.x * direction.y == 1 || direction.x * direction.y == -1;
+}
 
 /// The directions for a name, those that lead away from the middle of the circle first.
-std::array<Direction, 8> outwardFirst(double dx, double dy) {
+Directions outwardFirst(double dx, double dy) {
     const auto outward = [&](const Direction& d) {
-        const double length = d.x != 0 && d.y != 0 ? std::sqrt(2.0) : 1.0;
-        return (d.x * dx + d.y * dy) / length;
+        return (d.x * dx + d.y * dy) / std::hypot(d.x, d.y);
     };
-    auto directions = cDirections;
+    Directions directions = cDirections;
     std::stable_sort(
         directions.begin(), directions.end(),
         [&](const Direction& a, const Direction& b) { return outward(a) > outward(b); });
@@ -374,6 +393,7 @@ void CircumplexGraph::update_bk_color(CDC* dc, int x, int y, int& color) {
 }
 
 void CircumplexGraph::draw_axis_text(CDC* dc) {
+    take(legend_place());
     CircleChart::draw_axis_text(dc);
     for (const sector_info& sector : m_sectors) {
         const double middle = sector.from + turnFrom(sector.from, sector.to) / 2;
@@ -499,15 +519,11 @@ struct CircumplexGraph::Names {
         }
         return At(point, directions[0], 1, size);
     }
-    CRect At(POINT point, Direction direction, double distance, CSize size) const {
-        const double part = direction.x != 0 && direction.y != 0 ? distance * cDiagonal : distance;
-        const auto start = [part](int at, int side, int away, int length) {
-            const int gap = toDevice(away * part);
-            return side > 0 ? at + gap : side < 0 ? at - gap - length : at - length / 2;
-        };
-        return {CPoint(start(point.x, direction.x, offset.cx, size.cx),
-                       start(point.y, direction.y, offset.cy, size.cy)),
-                size};
+    CRect At(POINT point, const Direction& direction, double distance, CSize size) const {
+        const double part = isDiagonal(direction) ? distance * cDiagonal : distance;
+        const double x = point.x + direction.x * (offset.cx * part + size.cx / 2.0);
+        const double y = point.y + direction.y * (offset.cy * part + size.cy / 2.0);
+        return {CPoint(toDevice(x - size.cx / 2.0), toDevice(y - size.cy / 2.0)), size};
     }
 };
 
@@ -621,6 +637,20 @@ void CircumplexGraph::adjust_plot_height_for_legend(double& plotHeight) {
     plotHeight -= m_legendHeight;
 }
 
+/// What lies right of the sheet, or below the plot and its padding; empty without a legend.
+CRect CircumplexGraph::legend_place() const {
+    CRect place = rect();
+    if (m_legendPlacement == LegendRight) {
+        place.left += sheet_width();
+        place.top = plot().top;
+    } else if (m_legendPlacement == LegendBelow && m_legendHeight > 0) {
+        place.top = plot().bottom + log_in_to_dev_v(design().bottomPadding);
+    } else {
+        place.SetRectEmpty();
+    }
+    return place;
+}
+
 void CircumplexGraph::draw_legend(CDC* dc) {
     const Legend legend = legend_of(*dc);
     if (legend.entries.empty()) return;
@@ -632,8 +662,9 @@ void CircumplexGraph::draw_legend(CDC* dc) {
     get_symbol_sizes(m_legendTextSize / cPointsPerInch, width, height, inner, offset);
     LabelFonts fonts(*dc, legend.lineHeight, cTimes);
     const int free = sheet_width() - legend.columns * legend.cellWidth;
-    const int left = rect().left + (isBelow ? std::max(0, free / 2) : sheet_width());
-    int y = isBelow ? plot().bottom + log_in_to_dev_v(design().bottomPadding) : plot().top;
+    const CRect place = legend_place();
+    const int left = place.left + (isBelow ? std::max(0, free / 2) : 0);
+    int y = place.top;
     for (std::size_t i = 0; i < legend.entries.size(); ++i) {
         const int column = static_cast<int>(i) % legend.columns;
         if (column == 0 && i > 0)

@@ -209,6 +209,7 @@ private:
     bool arc_covers(const arc_info& arc, int x, int y) const;
     std::vector<POINT> arc_points(const arc_info& arc, double radius) const;
     Legend legend_of(CDC& dc) const;
+    CRect legend_place() const;
 
     std::array<CString, cTextCount> m_texts;
     int m_legendTextSize;
