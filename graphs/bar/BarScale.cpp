@@ -81,6 +81,8 @@ int BarScale::PixXUnrestricted(double value, const CRect& box) const {
 
 int BarScale::AddGraphic(BarGraphic* graphic) {
     if (graphic == nullptr) return -1;
+    constexpr std::size_t usual = 16;
+    if (m_graphics.empty()) m_graphics.reserve(usual);
     graphic->SetContainer(this);
     m_graphics.emplace_back(graphic);
     return GetGraphicCount() - 1;

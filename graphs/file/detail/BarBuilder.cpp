@@ -285,8 +285,9 @@ private:
     std::unique_ptr<BarSection> make_scale(SectionSpec& section) const {
         const ScaleSpec& spec = std::get<ScaleSpec>(section.spec);
         const JsonValue& value = *section.value;
-        auto scale = spec.spacing == cNormalSpacing ? new_scale<PercentileScale>(spec)
-                                                    : new_scale<BarScale2>(spec);
+        const auto make = spec.spacing == cNormalSpacing ? &BarBuilder::new_scale<PercentileScale>
+                                                         : &BarBuilder::new_scale<BarScale2>;
+        auto scale = (this->*make)(spec);
         check_ticks(*scale, value);
         check_room(*scale, value);
         const COLORREF lines = spec.lineColor.value_or(cBlack);

@@ -88,8 +88,8 @@ TEST(Memory, PrimitivesTakeNothing) {
         const int taken = allocationsOf([&] {
             for (int i = 0; i < marks; ++i) mark(dc, i);
         });
-        // A buffer that doubles from a kilobyte to a megabyte or less.
-        EXPECT_LE(taken, 12);
+        // A buffer that doubles from 64 KiB to a megabyte or less.
+        EXPECT_LE(taken, 5);
     }
 }
 
