@@ -263,6 +263,7 @@ HeadingSpec readHeading(const ValueReader& in, const JsonValue& value) {
         heading.text = in.Text(value, TextForm::Label);
         return heading;
     }
+    in.ExpectObjectOr("a text", value);
     return read(in, value, value.Find("texts") ? textsTable() : headingTable());
 }
 
@@ -279,10 +280,13 @@ ScaleSpec readScale(const ValueReader& in, const JsonValue& value) {
 }
 
 PointSpec readPoint(const ValueReader& in, const JsonValue& value) {
-    if (value.Is(JsonValue::Kind::Object)) return read(in, value, pointTable());
-    PointSpec point;
-    point.at = in.Number(value, cScore);
-    return point;
+    if (value.Is(JsonValue::Kind::Number) || value.Is(JsonValue::Kind::Text)) {
+        PointSpec point;
+        point.at = in.Number(value, cScore);
+        return point;
+    }
+    in.ExpectObjectOr("a score", value);
+    return read(in, value, pointTable());
 }
 
 RangeSpec readRange(const ValueReader& in, const JsonValue& value) {

@@ -166,6 +166,12 @@ std::string hintAt(std::string_view name, std::span<const std::string_view> cand
     return hint + (candidates.size() > mostListed ? " ..." : "");
 }
 
+void ValueReader::ExpectObjectOr(const char* other, const JsonValue& value) const {
+    if (value.Is(JsonValue::Kind::Object)) return;
+    m_source.Fail(value, std::string("this must be ") + other + " or an object, and is " +
+                             nameOf(value.kind));
+}
+
 void ValueReader::Expect(const JsonValue& value, JsonValue::Kind kind) const {
     if (value.Is(kind)) return;
     m_source.Fail(value, "this must be " + nameOf(kind) + ", and is " + nameOf(value.kind));

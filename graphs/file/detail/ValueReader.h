@@ -53,6 +53,8 @@ public:
     void SetPalette(std::vector<COLORREF> palette) { m_palette = std::move(palette); }
 
     void Expect(const JsonValue& value, JsonValue::Kind kind) const;
+    /// The same where an object may stand for what is `other`, as "a text".
+    void ExpectObjectOr(const char* other, const JsonValue& value) const;
     /// The members of a list or object, of which there are not more than `limit`.
     const std::vector<JsonMember>& Members(const JsonValue& value, JsonValue::Kind kind,
                                            std::size_t limit) const;
