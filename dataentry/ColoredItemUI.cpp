@@ -1,0 +1,97 @@
+#include "dataentry/ColoredItemUI.h"
+
+#include <algorithm>
+
+#include "platform/graphics/DCScope.h"
+
+using tessalink::RestoredState;
+
+namespace {
+
+constexpr int cFocusedLabelPercent = 120;
+constexpr int cNormalWeight = 300;
+
+void createItemFont(CFont& font, int height, int weight) {
+    font.DeleteObject();
+    font.CreateFont(height, 0, 0, 0, weight, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
+                    CLIP_CHARACTER_PRECIS, PROOF_QUALITY, VARIABLE_PITCH, "Arial");
+}
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(ColoredItemUI, DataEntryItemUI)
+
+ColoredItemUI::ColoredItemUI()
+    : m_focusBackground(GetSysColor(COLOR_WINDOW)),
+      m_focusText(GetSysColor(COLOR_WINDOWTEXT)),
+      m_labelBackground(GetSysColor(COLOR_BTNSHADOW)),
+      m_labelText(GetSysColor(COLOR_BTNHIGHLIGHT)),
+      m_textBackground(GetSysColor(COLOR_BTNFACE)),
+      m_text(GetSysColor(COLOR_BTNTEXT)),
+      m_readOnlyText(GetSysColor(COLOR_GRAYTEXT)) {}
+
+void ColoredItemUI::colors_changed() {
+    if (m_item != nullptr) Invalidate(1);
+}
+
+void ColoredItemUI::SetFocusColors(COLORREF text, COLORREF background) {
+    m_focusText = text;
+    m_focusBackground = background;
+    colors_changed();
+}
+
+void ColoredItemUI::SetLabelColors(COLORREF text, COLORREF background) {
+    m_labelText = text;
+    m_labelBackground = background;
+    colors_changed();
+}
+
+void ColoredItemUI::SetTextColors(COLORREF text, COLORREF background) {
+    m_text = text;
+    m_textBackground = background;
+    colors_changed();
+}
+
+void ColoredItemUI::SetReadOnlyColor(COLORREF text) {
+    m_readOnlyText = text;
+    colors_changed();
+}
+
+void ColoredItemUI::create_fonts(int height) {
+    createItemFont(m_boldFont, height, FW_BOLD);
+    createItemFont(m_normalFont, height, cNormalWeight);
+}
+
+void ColoredItemUI::draw_label(CDC& dc, DataEntryItem& item, const CRect& place, bool focused,
+                               int labelWidth, int lineHeight) const {
+    const RestoredState restored(dc);
+    CRect area(place.left, place.top, place.left + labelWidth, place.bottom);
+    const CString label = item.GetLabel();
+    const int lines = CountLabelLines(label);
+    const int top = std::max(0, (place.Height() - lines * lineHeight) / 2);
+    const COLORREF background =
+        focused ? AdjustColor(m_labelBackground, cFocusedLabelPercent) : m_labelBackground;
+    dc.SelectObject(&m_boldFont);
+    dc.SetTextColor(m_labelText);
+    dc.SetTextAlign(TA_RIGHT | TA_TOP);
+    PaintLabel(&dc, area.right - m_halfWidth, place.top + top, area, label, background, lineHeight);
+    if (!focused) return;
+    area.right = area.left + std::max(m_halfWidth / 2, 2);
+    dc.FillSolidRect(&area, m_labelText);
+}
+
+void ColoredItemUI::draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const {
+    const bool isReadOnly = item.IsReadOnly() != 0;
+    CPen frame(isReadOnly ? PS_DOT : PS_SOLID, 1, m_readOnlyText);
+    CPen line(PS_DOT, 1, value_color(item));
+    const RestoredState restored(dc);
+    dc.SetBkMode(TRANSPARENT);
+    dc.SelectStockObject(HOLLOW_BRUSH);
+    dc.SelectObject(&frame);
+    dc.Rectangle(&box);
+    if (item.IsNull() == 0) return;
+    dc.SelectObject(&line);
+    const int y = box.bottom - 1 - std::max(box.Height() / 5, 2);
+    dc.MoveTo(box.left + m_halfWidth, y);
+    dc.LineTo(box.right - m_halfWidth, y);
+}

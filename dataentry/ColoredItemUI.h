@@ -1,0 +1,48 @@
+#pragma once
+
+#include "dataentry/DataEntryItemUI.h"
+
+/// What the interfaces of texts and choices share: colours, those of the system at start, two
+/// fonts, and a label on the left.
+class TESSALINK_API ColoredItemUI : public DataEntryItemUI {
+    DECLARE_DYNAMIC(ColoredItemUI)
+
+public:
+    void SetFocusColors(COLORREF text, COLORREF background);
+    void SetLabelColors(COLORREF text, COLORREF background);
+    void SetTextColors(COLORREF text, COLORREF background);
+    void SetReadOnlyColor(COLORREF text);
+    COLORREF GetFocusBgColor() const { return m_focusBackground; }
+    COLORREF GetFocusFgColor() const { return m_focusText; }
+    COLORREF GetReadOnlyColor() const { return m_readOnlyText; }
+    COLORREF GetTextBgColor() const { return m_textBackground; }
+    COLORREF GetTextFgColor() const { return m_text; }
+
+protected:
+    ColoredItemUI();
+
+    /// Makes the fonts of values and of labels.
+    virtual void create_fonts(int height);
+    void colors_changed();
+    COLORREF value_color(const DataEntryItem& item) const {
+        return item.IsReadOnly() != 0 ? m_readOnlyText : m_text;
+    }
+    /// Draws the label of an item, `labelWidth` wide, in the bold font; the current one is darker
+    /// and has a bar at its left edge.
+    void draw_label(CDC& dc, DataEntryItem& item, const CRect& place, bool focused, int labelWidth,
+                    int lineHeight) const;
+    /// Draws what a field without the focus looks like: a frame, dotted for one that is read-only,
+    /// and a line to write on for one without a value.
+    void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const;
+
+    COLORREF m_focusBackground;
+    COLORREF m_focusText;
+    COLORREF m_labelBackground;
+    COLORREF m_labelText;
+    COLORREF m_textBackground;
+    COLORREF m_text;
+    COLORREF m_readOnlyText;
+    mutable CFont m_normalFont;
+    mutable CFont m_boldFont;
+    int m_halfWidth = 0;  ///< half the width of a wide letter
+};

@@ -1,0 +1,632 @@
+#include "dataentry/DataEntryCtl.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+#include "platform/base/CInvalidArgException.h"
+
+namespace {
+
+constexpr int cWheelNotch = 120;
+constexpr int cDefaultWheelLines = 3;
+/// An item keeps the low bits of its index only.
+constexpr int cIndexStep = 0x10000;
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(DataEntryCtl, CWnd)
+
+struct DataEntryCtl::Axis {
+    int bar;
+    UINT message;
+    LONG POINT::*position;
+    LONG SIZE::*size;
+    int (DataEntryLayoutMgr::*scrolls)() const;
+    int (DataEntryLayoutMgr::*itemAfterScroll)(DataEntryCtl*, int, int);
+
+    static const Axis cHorizontal;
+    static const Axis cVertical;
+};
+
+const DataEntryCtl::Axis DataEntryCtl::Axis::cHorizontal = {
+    SB_HORZ,
+    WM_HSCROLL,
+    &POINT::x,
+    &SIZE::cx,
+    &DataEntryLayoutMgr::HorizontalScrolling,
+    &DataEntryLayoutMgr::GetItemAfterHorzScroll};
+const DataEntryCtl::Axis DataEntryCtl::Axis::cVertical = {
+    SB_VERT,
+    WM_VSCROLL,
+    &POINT::y,
+    &SIZE::cy,
+    &DataEntryLayoutMgr::VerticalScrolling,
+    &DataEntryLayoutMgr::GetItemAfterVertScroll};
+
+DataEntryCtl::DataEntryCtl(DataEntryLayoutMgr* layoutMgr)
+    : m_background(GetSysColor(COLOR_BTNFACE)), m_layoutMgr(layoutMgr) {}
+
+DataEntryCtl::~DataEntryCtl() {
+    DestroyWindow();
+}
+
+// Creation.
+
+BOOL DataEntryCtl::Create(const RECT& rect, UINT id, CWnd* parent) {
+    DWORD style = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_GROUP | WS_TABSTOP;
+    if (m_layoutMgr && m_layoutMgr->HorizontalScrolling() != 0) style |= WS_HSCROLL;
+    if (m_layoutMgr && m_layoutMgr->VerticalScrolling() != 0) style |= WS_VSCROLL;
+    m_id = static_cast<int>(id);
+    return CWnd::Create(nullptr, "Items", style, rect, parent, id);
+}
+
+BOOL DataEntryCtl::SubclassDlgItem(UINT id, CWnd* parent) {
+    if (!m_layoutMgr || CWnd::SubclassDlgItem(id, parent) == 0) return 0;
+    m_id = static_cast<int>(id);
+    DWORD bars = 0;
+    if (m_layoutMgr->HorizontalScrolling() != 0) bars |= WS_HSCROLL;
+    if (m_layoutMgr->VerticalScrolling() != 0) bars |= WS_VSCROLL;
+    ModifyStyle(0, bars);
+    set_up();
+    return 1;
+}
+
+int DataEntryCtl::OnCreate(CREATESTRUCT* create) {
+    if (!m_layoutMgr || CWnd::OnCreate(create) != 0) return -1;
+    RecalcLayout();
+    return 0;
+}
+
+void DataEntryCtl::OnDestroy() {
+    m_hasFocus = false;
+    m_isAttached = false;
+    CWnd::OnDestroy();
+}
+
+int DataEntryCtl::AddItem(DataEntryItem* item, DataEntryItemUI* interface) {
+    std::unique_ptr<DataEntryItem> ownedItem(item);
+    const auto known = std::find_if(m_interfaces.begin(), m_interfaces.end(),
+                                    [interface](const auto& ui) { return ui.get() == interface; });
+    const auto uiIndex = static_cast<int>(known - m_interfaces.begin());
+    std::unique_ptr<DataEntryItemUI> ownedUi(known == m_interfaces.end() ? interface : nullptr);
+    if (item == nullptr || interface == nullptr) return 0;
+    try {
+        m_items.reserve(m_items.size() + 1 > m_items.capacity() ? m_items.size() * 2 + 1
+                                                                : m_items.capacity());
+        m_interfaces.reserve(m_interfaces.size() + 1);
+        m_places.emplace_back();
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+    if (ownedUi) {
+        ownedUi->SetContainer(this);
+        m_interfaces.push_back(std::move(ownedUi));
+    }
+    item->SetInterfaceIdx(uiIndex);
+    item->SetIndex(static_cast<unsigned short>(GetItemCount()));
+    m_items.push_back(std::move(ownedItem));
+    m_neighbours.Forget();
+    if (m_current < 0) m_current = 0;
+    set_up();
+    return 1;
+}
+
+void DataEntryCtl::set_up() {
+    if (GetSafeHwnd() == nullptr) return;
+    RecalcLayout();
+    Invalidate(1);
+}
+
+void DataEntryCtl::SetLayoutMgr(DataEntryLayoutMgr* layoutMgr) {
+    if (layoutMgr != m_layoutMgr.get()) m_layoutMgr.reset(layoutMgr);
+    if (m_layoutMgr) set_up();
+}
+
+// Items.
+
+std::size_t DataEntryCtl::checked(int index) const {
+    if (index < 0 || index >= GetItemCount()) AfxThrowInvalidArgException();
+    return static_cast<std::size_t>(index);
+}
+
+DataEntryItemUI* DataEntryCtl::GetItemUI(int index) const {
+    const int interface = GetItem(index)->GetInterfaceIdx();
+    if (interface >= static_cast<int>(m_interfaces.size())) AfxThrowInvalidArgException();
+    return m_interfaces[static_cast<std::size_t>(interface)].get();
+}
+
+int DataEntryCtl::IndexOf(const DataEntryItem* item) const {
+    if (item == nullptr) return -1;
+    for (int i = item->GetIndex(); i < GetItemCount(); i += cIndexStep) {
+        if (GetItem(i) == item) return i;
+    }
+    return -1;
+}
+
+void DataEntryCtl::SetItemLoc(int index, const CRect& place) {
+    m_places[checked(index)] = place;
+    m_extent.cx = std::max(m_extent.cx, place.right);
+    m_extent.cy = std::max(m_extent.cy, place.bottom);
+    m_neighbours.Forget();
+}
+
+int DataEntryCtl::ClosestItem(int index, tessalink::Side side) const {
+    checked(index);
+    return m_neighbours.Closest(m_places, index, side);
+}
+
+CRect DataEntryCtl::window_rect(int index) const {
+    CRect rect = GetItemLoc(index);
+    rect.OffsetRect(-m_scroll.x, -m_scroll.y);
+    return rect;
+}
+
+CRect DataEntryCtl::GetVisibleArea() const {
+    return CRect(m_scroll, m_client);
+}
+
+int DataEntryCtl::ItemIsVisible(int index) const {
+    const CRect rect = window_rect(index);
+    return rect.left < m_client.cx && rect.right >= 1 && rect.top < m_client.cy && rect.bottom >= 1;
+}
+
+int DataEntryCtl::ItemIsFullyVisible(int index) const {
+    const CRect rect = window_rect(index);
+    const auto isInside = [](int start, int end, int size) {
+        return start >= 0 && start < size && end >= 1 && end <= size;
+    };
+    return isInside(rect.left, rect.right, m_client.cx) &&
+           isInside(rect.top, rect.bottom, m_client.cy);
+}
+
+int DataEntryCtl::SetReadOnly(int readOnly) {
+    commit();
+    const int was = m_isReadOnly ? 1 : 0;
+    m_isReadOnly = readOnly != 0;
+    for (const auto& item : m_items) item->SetReadOnly(readOnly);
+    if (m_current >= 0) value_shown_again(m_current);
+    if (GetSafeHwnd() != nullptr) Invalidate(1);
+    return was;
+}
+
+int DataEntryCtl::SetReadOnlyItem(int index, int readOnly) {
+    DataEntryItem* item = GetItem(index);
+    if (index == m_current) commit();
+    const int was = item->SetReadOnly(readOnly);
+    if ((was != 0) != (readOnly != 0)) value_shown_again(index);
+    return was;
+}
+
+void DataEntryCtl::SetBkgndColor(COLORREF color) {
+    m_background = color;
+    if (GetSafeHwnd() != nullptr) Invalidate(1);
+}
+
+// Layout and scroll bars.
+
+void DataEntryCtl::RecalcLayout() {
+    if (GetSafeHwnd() == nullptr || !m_layoutMgr) return;
+    CRect client;
+    GetClientRect(&client);
+    m_client = client.Size();
+    m_extent = CSize();
+    CClientDC dc(this);
+    m_layoutMgr->RecalcLayout(this, &dc, client);
+    set_scroll_bars();
+    const auto inRange = [](int position, int extent, int size) {
+        return std::clamp(position, 0, std::max(extent - size, 0));
+    };
+    scroll_to(CPoint(inRange(m_scroll.x, m_extent.cx, m_client.cx),
+                     inRange(m_scroll.y, m_extent.cy, m_client.cy)));
+    move_attached();
+}
+
+void DataEntryCtl::set_scroll_bars() {
+    for (const Axis* axis : {&Axis::cHorizontal, &Axis::cVertical}) {
+        if ((m_layoutMgr.get()->*axis->scrolls)() == 0) continue;
+        SCROLLINFO info;
+        info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+        info.nMin = 0;
+        info.nMax = m_extent.*axis->size;
+        info.nPage = static_cast<UINT>(m_client.*axis->size);
+        info.nPos = m_scroll.*axis->position;
+        SetScrollInfo(axis->bar, &info);
+    }
+}
+
+void DataEntryCtl::OnSize(UINT type, int width, int height) {
+    CWnd::OnSize(type, width, height);
+    if (width == m_client.cx && height == m_client.cy) return;
+    RecalcLayout();
+    if (m_current >= 0) scroll_curr_into_view();
+    Invalidate(1);
+}
+
+void DataEntryCtl::scroll_curr_into_view() {
+    if (m_current < 0) return;
+    const CRect place = GetItemLoc(m_current);
+    const auto least = [](int position, int start, int end, int size) {
+        if (start < position || end - start > size) return start;
+        return end > position + size ? end - size : position;
+    };
+    scroll_to(CPoint(least(m_scroll.x, place.left, place.right, m_client.cx),
+                     least(m_scroll.y, place.top, place.bottom, m_client.cy)));
+}
+
+void DataEntryCtl::scroll_to(CPoint position) {
+    const int dx = m_scroll.x - position.x;
+    const int dy = m_scroll.y - position.y;
+    if (dx == 0 && dy == 0) return;
+    m_scroll = position;
+    if (dx != 0) SetScrollPos(SB_HORZ, position.x);
+    if (dy != 0) SetScrollPos(SB_VERT, position.y);
+    ScrollWindow(dx, dy);
+    move_attached();
+}
+
+void DataEntryCtl::move_attached() {
+    if (!m_isAttached || m_current < 0) return;
+    GetItemUI(m_current)->FollowItem(window_rect(m_current));
+}
+
+// The current item.
+
+int DataEntryCtl::commit() {
+    return m_isAttached && m_current >= 0 ? GetItemUI(m_current)->Commit() : 1;
+}
+
+void DataEntryCtl::SetCurrItem(int index) {
+    checked(index);
+    const tessalink::WindowGuard alive(*this);
+    const int before = m_current;
+    if (index != m_current && commit() == 0) return;
+    // The parent may have gone elsewhere while it was told of a change.
+    if (!alive || m_current != before) return;
+    ++m_busy;
+    set_curr_item(index);
+    if (alive) scroll_curr_into_view();
+    if (alive) set_focus(true);
+    if (alive) --m_busy;
+}
+
+void DataEntryCtl::set_curr_item(int index) {
+    if (index == m_current) return;
+    const int before = std::exchange(m_current, index);
+    DataEntryItemUI* old = before >= 0 ? GetItemUI(before) : nullptr;
+    if (GetSafeHwnd() == nullptr) return;
+    DataEntryItemUI* now = GetItemUI(index);
+    const tessalink::WindowGuard alive(*this);
+    if (old != nullptr && old->IsFocused()) {
+        m_isAttached = now->Attach(GetItem(index), window_rect(index), 1) != 0;
+    }
+    if (!alive) return;
+    if (old != nullptr && old != now) old->Detach(1);
+    if (alive && before >= 0) InvalidateRect(window_rect(before));
+}
+
+void DataEntryCtl::set_focus(bool notifies) {
+    if (m_current < 0 || GetSafeHwnd() == nullptr) return;
+    const tessalink::WindowGuard alive(*this);
+    const bool had = std::exchange(m_hasFocus, true);
+    DataEntryItemUI* interface = GetItemUI(m_current);
+    ++m_busy;
+    m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
+    if (m_isAttached) interface->SetFocus();
+    if (!alive) return;
+    --m_busy;
+    if (notifies) notify(had ? DATAENTRY_MOVED : NM_SETFOCUS, m_current, nullptr);
+    if (alive && m_current >= 0) {
+        NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
+    }
+}
+
+void DataEntryCtl::do_navigate(int target) {
+    int code = 0;
+    const int last = GetItemCount() - 1;
+    if (target < 0) {
+        code = DATAENTRY_BEFORE_FIRST;
+    } else if (target > last) {
+        code = DATAENTRY_PAST_LAST;
+    }
+    target = std::clamp(target, 0, last);
+    const tessalink::WindowGuard alive(*this);
+    if (target != m_current) SetCurrItem(target);
+    if (alive && code != 0) notify(code, m_current, GetItem(m_current));
+}
+
+int DataEntryCtl::AdvanceToNext() {
+    if (!m_autoAdvance || m_current < 0) return 0;
+    for (int i = m_current + 1; i < GetItemCount(); ++i) {
+        if (GetItem(i)->IsReadOnly() != 0) continue;
+        SetCurrItem(i);
+        return 1;
+    }
+    notify(DATAENTRY_PAST_LAST, m_current, GetItem(m_current));
+    return 0;
+}
+
+int DataEntryCtl::HandleChar(UINT ch, UINT repeat, UINT flags) {
+    if (m_items.empty() || !m_layoutMgr) return 0;
+    int target = m_current;
+    if (m_layoutMgr->NavigateOnChar(this, ch, repeat, flags, target) == 0) return 0;
+    do_navigate(target);
+    return 1;
+}
+
+int DataEntryCtl::HandleKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (m_items.empty() || !m_layoutMgr) return 0;
+    int target = m_current;
+    if (m_layoutMgr->NavigateOnKeyDown(this, key, repeat, flags, target) != 0) {
+        do_navigate(target);
+        return 1;
+    }
+    return key == VK_PRIOR || key == VK_NEXT ? page(key) : 0;
+}
+
+int DataEntryCtl::page(UINT key) {
+    for (const Axis* axis : {&Axis::cVertical, &Axis::cHorizontal}) {
+        const bool scrolls = (m_layoutMgr.get()->*axis->scrolls)() != 0;
+        if (!scrolls || m_extent.*axis->size < m_client.*axis->size) continue;
+        PostMessage(axis->message, key == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN, 0);
+        return 1;
+    }
+    return 0;
+}
+
+// What the parent is told.
+
+LRESULT DataEntryCtl::notify(int code, int index, const DataEntryItem* item) {
+    CWnd* parent = GetParent();
+    if (parent == nullptr) return 0;
+    DATAENTRYCTL_NOTIFICATION notification;
+    notification.hdr.hwndFrom = GetSafeHwnd();
+    notification.hdr.idFrom = static_cast<UINT_PTR>(m_id);
+    notification.hdr.code = code;
+    notification.itemIndex = index;
+    notification.item = const_cast<DataEntryItem*>(item);
+    return parent->SendMessage(WM_NOTIFY, static_cast<WPARAM>(m_id),
+                               reinterpret_cast<LPARAM>(&notification));
+}
+
+int DataEntryCtl::OnDataChanging(const DataEntryItem* item) {
+    return notify(DATAENTRY_CHANGING, IndexOf(item), item) == 0 ? 1 : 0;
+}
+
+void DataEntryCtl::OnDataChanged(const DataEntryItem* item) {
+    const tessalink::WindowGuard alive(*this);
+    const bool was = std::exchange(m_isReporting, true);
+    const int index = IndexOf(item);
+    notify(DATAENTRY_CHANGED, index, item);
+    if (!alive) return;
+    m_isReporting = was;
+    if (index >= 0) NotifyAccessible(tessalink::AccessibleEvent::ValueChanged, index);
+}
+
+void DataEntryCtl::OnDataChanged(int index) {
+    if (m_isReporting && index == m_current) return;
+    checked(index);
+    value_shown_again(index);
+}
+
+void DataEntryCtl::OnDataChanged() {
+    if (GetSafeHwnd() == nullptr) return;
+    if (m_isAttached && m_current >= 0 && !m_isReporting) GetItemUI(m_current)->ShowValue();
+    Invalidate(1);
+    UpdateWindow();
+}
+
+void DataEntryCtl::value_shown_again(int index) {
+    if (GetSafeHwnd() == nullptr) return;
+    if (m_isAttached && index == m_current) GetItemUI(index)->ShowValue();
+    InvalidateRect(window_rect(index));
+    UpdateWindow();
+}
+
+// Focus.
+
+UINT DataEntryCtl::OnGetDlgCode() {
+    return DLGC_WANTALLKEYS;
+}
+
+void DataEntryCtl::OnSetFocus(CWnd* old) {
+    CWnd::OnSetFocus(old);
+    if (m_busy == 0) set_focus(true);
+}
+
+void DataEntryCtl::OnKillFocus(CWnd* next) {
+    CWnd::OnKillFocus(next);
+    if (m_busy > 0 || !m_hasFocus) return;
+    if (next != nullptr && (next == this || IsChild(next))) return;
+    m_hasFocus = false;
+    notify(NM_KILLFOCUS, -1, nullptr);
+}
+
+void DataEntryCtl::LeaveForm() {
+    CWnd* parent = GetParent();
+    if (parent == nullptr) return;
+    const tessalink::WindowGuard alive(*this);
+    parent->SetFocus();
+    if (!alive || GetFocus() != parent) return;
+    CWnd* next = parent->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT));
+    if (next != nullptr && next != this && !IsChild(next)) next->SetFocus();
+}
+
+void DataEntryCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
+    if (HandleChar(ch, repeat, flags) == 0) CWnd::OnChar(ch, repeat, flags);
+}
+
+void DataEntryCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (key == VK_TAB) {
+        LeaveForm();
+    } else if (HandleKeyDown(key, repeat, flags) == 0) {
+        CWnd::OnKeyDown(key, repeat, flags);
+    }
+}
+
+// Painting.
+
+BOOL DataEntryCtl::OnEraseBkgnd(CDC*) {
+    return 1;  // painting covers everything
+}
+
+void DataEntryCtl::OnPaint() {
+    CPaintDC dc(this);
+    CRect area;
+    dc.GetClipBox(&area);
+    dc.FillSolidRect(&area, m_background);
+    CDC* before = std::exchange(m_paintDC, &dc);
+    for (int i = 0; i < GetItemCount(); ++i) {
+        const CRect rect = window_rect(i);
+        CRect shown;
+        if (shown.IntersectRect(&rect, &area) == 0) continue;
+        // The current item has its interface's window over it.
+        if (i == m_current && m_isAttached) continue;
+        GetItemUI(i)->Paint(GetItem(i), rect, i == m_current && m_hasFocus);
+    }
+    m_paintDC = before;
+}
+
+// Mouse.
+
+int DataEntryCtl::item_at(CPoint point) const {
+    const auto found = std::find_if(m_places.begin(), m_places.end(),
+                                    [&](const CRect& place) { return place.PtInRect(point) != 0; });
+    return found == m_places.end() ? -1 : static_cast<int>(found - m_places.begin());
+}
+
+void DataEntryCtl::OnLButtonDown(UINT flags, CPoint point) {
+    CWnd::OnLButtonDown(flags, point);
+    const int index = item_at(CPoint(point.x + m_scroll.x, point.y + m_scroll.y));
+    if (index < 0) return;
+    const tessalink::WindowGuard alive(*this);
+    if (notify(DATAENTRY_CLICKED, index, GetItem(index)) != 0) {
+        if (alive) set_focus(false);
+        return;
+    }
+    if (!alive) return;
+    const CRect before = window_rect(index);
+    SetCurrItem(index);
+    if (!alive || m_current != index) return;
+    GetItemUI(index)->OnClick(CPoint(point.x - before.left, point.y - before.top));
+}
+
+BOOL DataEntryCtl::OnMouseWheel(UINT, short delta, CPoint point) {
+    if (!m_layoutMgr) return 0;
+    const bool horizontal = m_layoutMgr->HorizontalScrolling() != 0;
+    const bool vertical = m_layoutMgr->VerticalScrolling() != 0;
+    if (!horizontal && !vertical) return 0;
+    int lines = 0;
+    if (SystemParametersInfo(SPI_GETWHEELSCROLLLINES, 0, &lines, 0) == 0 || lines == 0) {
+        lines = cDefaultWheelLines;
+    }
+    CRect window;
+    GetWindowRect(&window);
+    const bool overBar = horizontal && point.y >= window.bottom - GetSystemMetrics(SM_CYHSCROLL) &&
+                         point.y < window.bottom;
+    const UINT message = vertical && !overBar ? WM_VSCROLL : WM_HSCROLL;
+    const int count = std::abs(static_cast<int>(delta)) * lines / cWheelNotch;
+    for (int i = 0; i < count; ++i) {
+        PostMessage(message, delta < 0 ? SB_LINEDOWN : SB_LINEUP, 0);
+    }
+    return 1;
+}
+
+void DataEntryCtl::OnContextMenu(CWnd* window, CPoint point) {
+    CPoint client = point;
+    ScreenToClient(&client);
+    const int index = item_at(CPoint(client.x + m_scroll.x, client.y + m_scroll.y));
+    if (index < 0 || GetItemUI(index)->OnContextMenu() == 0) CWnd::OnContextMenu(window, point);
+}
+
+// Scrolling.
+
+int DataEntryCtl::new_position(const Axis& axis, UINT code, UINT thumb) const {
+    const int position = m_scroll.*axis.position;
+    const int size = m_client.*axis.size;
+    const int end = m_extent.*axis.size - size;
+    const auto back = [&](int step) { return position == 0 ? 0 : std::max(position - step, 0); };
+    const auto on = [&](int step) {
+        return position >= end ? position : std::min(position + step, end);
+    };
+    switch (code) {
+        case SB_LINEUP:
+            return back(size >> 2);
+        case SB_LINEDOWN:
+            return on(size >> 2);
+        case SB_PAGEUP:
+            return back(size);
+        case SB_PAGEDOWN:
+            return on(size);
+        case SB_THUMBPOSITION:
+            return std::clamp(static_cast<int>(thumb), 0, std::max(end, 0));
+        case SB_TOP:
+            return 0;
+        case SB_BOTTOM:
+            return std::max(end, 0);
+        default:
+            return position;
+    }
+}
+
+void DataEntryCtl::scroll(const Axis& axis, UINT code, UINT thumb) {
+    const tessalink::WindowGuard alive(*this);
+    if (!m_isAttached || !m_hasFocus) set_focus(true);
+    if (!alive) return;
+    const int before = m_scroll.*axis.position;
+    const int now = new_position(axis, code, thumb);
+    if (now == before) return;
+    CPoint position = m_scroll;
+    position.*axis.position = now;
+    scroll_to(position);
+    choose_visible_item(axis, now > before);
+}
+
+void DataEntryCtl::choose_visible_item(const Axis& axis, bool forward) {
+    if (m_current < 0) return;
+    const int index = (m_layoutMgr.get()->*axis.itemAfterScroll)(this, m_current, forward ? 1 : 0);
+    if (index < 0 || index == m_current || commit() == 0) return;
+    ++m_busy;
+    const tessalink::WindowGuard alive(*this);
+    set_curr_item(index);
+    if (alive) set_focus(true);
+    if (alive) --m_busy;
+}
+
+void DataEntryCtl::OnVScroll(UINT code, UINT position, CWnd* bar) {
+    if (bar != nullptr) {
+        CWnd::OnVScroll(code, position, bar);
+    } else {
+        scroll(Axis::cVertical, code, position);
+    }
+}
+
+void DataEntryCtl::OnHScroll(UINT code, UINT position, CWnd* bar) {
+    if (bar != nullptr) {
+        CWnd::OnHScroll(code, position, bar);
+    } else {
+        scroll(Axis::cHorizontal, code, position);
+    }
+}
+
+// Accessibility.
+
+tessalink::AccessibleElement DataEntryCtl::Accessible() const {
+    tessalink::AccessibleElement element = CWnd::Accessible();
+    element.role = tessalink::AccessibleRole::Form;
+    return element;
+}
+
+tessalink::AccessibleElement DataEntryCtl::AccessibleChild(int index) const {
+    DataEntryItem* item = GetItem(index);
+    const DataEntryItemUI* interface = GetItemUI(index);
+    tessalink::AccessibleElement element;
+    element.role = interface->Role();
+    element.name = item->GetLabel();
+    element.value = interface->ValueText(item);
+    element.isReadOnly = item->IsReadOnly() != 0;
+    element.isFocused = m_hasFocus && index == m_current;
+    element.rect = window_rect(index);
+    return element;
+}

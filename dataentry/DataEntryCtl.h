@@ -1,0 +1,180 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "dataentry/DataEntryItem.h"
+#include "dataentry/DataEntryItemUI.h"
+#include "dataentry/DataEntryLayoutMgr.h"
+#include "dataentry/detail/NeighbourIndex.h"
+#include "platform/windows/CWnd.h"
+
+/// What a form tells its parent by WM_NOTIFY.
+struct DATAENTRYCTL_NOTIFICATION {
+    NMHDR hdr;
+    std::int32_t itemIndex;  ///< -1 when none
+    DataEntryItem* item;     ///< the item concerned, or null
+};
+
+// The codes. Those of gaining and losing the focus are NM_SETFOCUS (the current item's index) and
+// NM_KILLFOCUS (-1).
+/// A value is about to change; the item has the new one. Nonzero refuses: it gets the old one back.
+inline constexpr int DATAENTRY_CHANGING = 1;
+/// A value has changed.
+inline constexpr int DATAENTRY_CHANGED = 2;
+/// The user clicked an item. Nonzero refuses to go there.
+inline constexpr int DATAENTRY_CLICKED = 3;
+/// The focus moved to the current item while the form had the focus; no item is given.
+inline constexpr int DATAENTRY_MOVED = 4;
+/// Navigation went before the first item, or past the last; the current item is the nearest.
+inline constexpr int DATAENTRY_BEFORE_FIRST = 5;
+inline constexpr int DATAENTRY_PAST_LAST = 6;
+
+/// A data-entry form: a scrollable child window with items, which are drawn and edited by a few
+/// interfaces and placed by a layout manager. One item is current; keys, clicks and committed
+/// entries make others current. The parent is told of every change and may refuse it.
+///
+/// The form owns its layout manager, items and interfaces. An index out of range raises
+/// CInvalidArgException.
+class TESSALINK_API DataEntryCtl : public CWnd {
+    DECLARE_DYNAMIC(DataEntryCtl)
+
+public:
+    /// Takes the manager over; null for one that is set later, before the window is created.
+    explicit DataEntryCtl(DataEntryLayoutMgr* layoutMgr);
+    ~DataEntryCtl() override;
+
+    /// Creates the window, with the scroll bars that the manager asks for. Returns nonzero on
+    /// success; there is none without a layout manager.
+    virtual BOOL Create(const RECT& rect, UINT id, CWnd* parent);
+    /// Goes to the next item that is not read-only, if auto-advance is on. Returns 0 when it does
+    /// not; without such an item the parent is told.
+    virtual int AdvanceToNext();
+    /// What interfaces offer the form first; nonzero when it has used it.
+    virtual int HandleChar(UINT ch, UINT repeat, UINT flags);
+    virtual int HandleKeyDown(UINT key, UINT repeat, UINT flags);
+    /// Draws everything anew: values have changed.
+    virtual void OnDataChanged();
+    /// Draws an item anew: its value has changed.
+    virtual void OnDataChanged(int index);
+    /// Places all items for the size of the window.
+    virtual void RecalcLayout();
+    /// Makes an item current, scrolls it into view and gives it the focus. What was typed into the
+    /// item before is kept first; when that is refused, the item before stays current.
+    virtual void SetCurrItem(int index);
+
+    /// Takes over the place of a dialog's placeholder window.
+    BOOL SubclassDlgItem(UINT id, CWnd* parent);
+    /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
+    /// 0 without memory; both are deleted then.
+    int AddItem(DataEntryItem* item, DataEntryItemUI* interface);
+    DataEntryItem* GetItem(int index) const { return m_items[checked(index)].get(); }
+    DataEntryItemUI* GetItemUI(int index) const;
+    int GetItemCount() const { return static_cast<int>(m_items.size()); }
+    /// -1 before there are items.
+    int GetCurrItemIdx() const { return m_current; }
+    /// The place of an item in the form, whatever is scrolled.
+    CRect GetItemLoc(int index) const { return m_places[checked(index)]; }
+    CSize GetItemSize(int index) const { return GetItemLoc(index).Size(); }
+    /// For layout managers.
+    void SetItemLoc(int index, const CRect& place);
+    /// The part of the form that shows.
+    CRect GetVisibleArea() const;
+    int ItemIsVisible(int index) const;
+    int ItemIsFullyVisible(int index) const;
+    int GetAutoAdvance() const { return m_autoAdvance ? 1 : 0; }
+    void SetAutoAdvance(int advance) { m_autoAdvance = advance != 0; }
+    /// Deletes the manager before and places the items anew.
+    void SetLayoutMgr(DataEntryLayoutMgr* layoutMgr);
+    void SetBkgndColor(COLORREF color);
+    /// Makes all items read-only, or none; returns what was set before. What is being typed is kept
+    /// first.
+    int SetReadOnly(int readOnly);
+    int SetReadOnlyItem(int index, int readOnly);
+
+    // For interfaces and layout managers.
+
+    /// The index of an item of the form, or -1.
+    int IndexOf(const DataEntryItem* item) const;
+    /// The nearest item on a side, or -1.
+    int ClosestItem(int index, tessalink::Side side) const;
+    /// Leaves the form as Tab does: the parent gets the focus and, if it keeps it, the next control
+    /// after the form.
+    void LeaveForm();
+    /// What the form is being painted on; null at other times.
+    CDC* PaintDC() const { return m_paintDC; }
+
+    int OnCreate(CREATESTRUCT* create) override;
+    void OnDestroy() override;
+    UINT OnGetDlgCode() override;
+    void OnPaint() override;
+    BOOL OnEraseBkgnd(CDC* dc) override;
+    void OnSize(UINT type, int width, int height) override;
+    void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnLButtonDown(UINT flags, CPoint point) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    void OnHScroll(UINT code, UINT position, CWnd* bar) override;
+    void OnVScroll(UINT code, UINT position, CWnd* bar) override;
+    void OnContextMenu(CWnd* window, CPoint point) override;
+    tessalink::AccessibleElement Accessible() const override;
+    int AccessibleChildCount() const override { return GetItemCount(); }
+    tessalink::AccessibleElement AccessibleChild(int index) const override;
+    int AccessibleFocusChild() const override { return m_hasFocus ? m_current : -1; }
+    void ChooseAccessibleChild(int index) override { SetCurrItem(index); }
+    using CWnd::Create;
+
+protected:
+    friend class DataEntryItemUI;
+
+    virtual void OnDataChanged(const DataEntryItem* item);
+    /// Nonzero when the parent accepts.
+    virtual int OnDataChanging(const DataEntryItem* item);
+    virtual void scroll_curr_into_view();
+
+    void set_curr_item(int index);
+    void set_focus(bool notify);
+    void do_navigate(int target);
+    LRESULT notify(int code, int index, const DataEntryItem* item);
+
+private:
+    /// One direction that the form scrolls in.
+    struct Axis;
+
+    std::size_t checked(int index) const;
+    CRect window_rect(int index) const;
+    int item_at(CPoint point) const;
+    void set_up();
+    void set_scroll_bars();
+    int scroll_position(const Axis& axis) const;
+    int new_position(const Axis& axis, UINT code, UINT thumb) const;
+    void scroll(const Axis& axis, UINT code, UINT thumb);
+    void scroll_to(CPoint position);
+    void move_attached();
+    void choose_visible_item(const Axis& axis, bool forward);
+    int page(UINT key);
+    int commit();
+    void value_shown_again(int index);
+
+    COLORREF m_background;
+    std::unique_ptr<DataEntryLayoutMgr> m_layoutMgr;
+    int m_id = -1;
+    bool m_isReadOnly = false;
+    std::vector<std::unique_ptr<DataEntryItemUI>> m_interfaces;
+    std::vector<std::unique_ptr<DataEntryItem>> m_items;
+    std::vector<CRect> m_places;
+    mutable tessalink::NeighbourIndex m_neighbours;
+    CPoint m_scroll;
+    int m_current = -1;
+    CSize m_client;
+    CSize m_extent;
+    bool m_hasFocus = false;
+    bool m_isAttached = false;
+    int m_busy = 0;
+    bool m_autoAdvance = true;
+    bool m_isReporting = false;
+    CDC* m_paintDC = nullptr;
+};

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "dataentry/DataEntryItem.h"
+#include "platform/graphics/CDC.h"
+#include "platform/windows/CWnd.h"
+
+class DataEntryCtl;
+
+/// Shows and edits the items of one kind in a form: a single child window that the form moves onto
+/// whichever item is current ("attaches"), and draws the others with. Before a changed value is
+/// kept, the form is asked.
+///
+/// The application creates it and hands it to the form with its first item (DataEntryCtl::AddItem);
+/// the form owns it from then on.
+class TESSALINK_API DataEntryItemUI : public CWnd {
+    DECLARE_DYNAMIC(DataEntryItemUI)
+
+public:
+    DataEntryItemUI() = default;
+    ~DataEntryItemUI() override = default;
+
+    /// Sets what an item needs, in pixels.
+    virtual void OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) = 0;
+    /// Creates the hidden window. Returns nonzero on success.
+    virtual BOOL Create(const RECT& rect, UINT id, CWnd* parent);
+    /// Moves the window onto an item, in place of the one before, and shows it. `rect` is the
+    /// item's place in the form's client area. Creates the window when there is none; returns 0
+    /// when that fails.
+    virtual BOOL Attach(DataEntryItem* item, const CRect& rect, int focused);
+    /// Hides the window and forgets the item.
+    virtual void Detach(int repaint);
+    /// The menu of a context click; returns whether there is one. There is none here.
+    virtual int OnContextMenu();
+    /// Draws an item into the form while that is painted, or else has it painted there; nothing is
+    /// moved, shown or focused.
+    virtual void Paint(DataEntryItem* item, const CRect& rect, int focused);
+    /// Tells the form that the attached item has changed.
+    virtual void OnDataChanged();
+    /// Asks the form whether the attached item may change; nonzero means that it may.
+    virtual int OnDataChanging();
+
+    /// The form. It sets it.
+    void SetContainer(DataEntryCtl* container) { m_container = container; }
+    DataEntryCtl* GetContainer() const { return m_container; }
+    /// The attached item, or null.
+    DataEntryItem* GetCurrItem() const { return m_item; }
+    const CRect& GetItemRect() const { return m_itemRect; }
+    bool IsFocused() const { return m_focused; }
+
+    /// The attached item has moved, or got another size.
+    void FollowItem(const CRect& rect);
+    /// While it is locked, the interface ignores focus that comes. Locks count.
+    void LockFocus() { ++m_focusLocks; }
+    void UnlockFocus() { --m_focusLocks; }
+    bool IgnoreFocus() const { return m_focusLocks > 0; }
+
+    /// Keeps what is being typed, with the form's consent; 0 when that was refused.
+    virtual int Commit() { return 1; }
+    /// Shows the attached item's value again, which something else has changed.
+    virtual void ShowValue() {}
+    /// Does what a click at the point of the window does to the item; returns whether anything.
+    virtual bool OnClick(CPoint point);
+    /// What kind of field its items are, for the platform's accessibility interface.
+    virtual tessalink::AccessibleRole Role() const = 0;
+    /// The value as text, for the same.
+    virtual CString ValueText(DataEntryItem* item) const = 0;
+
+    /// The lines of the attached item's label; 0 without an item.
+    int CountLabelLines() const;
+    static int CountLabelLines(const CString& label);
+    /// Each channel c becomes c * p + 255 - 255 * p, p being the percent / 100: above 100 the
+    /// colour is darker.
+    static COLORREF AdjustColor(COLORREF color, int percent);
+    /// Draws a label at (x, y) in the context's alignment over the background, inside the
+    /// rectangle.
+    static void PaintLabel(CDC* dc, int x, int y, const CRect& rect, const CString& text,
+                           COLORREF background, int lineHeight);
+
+    UINT OnGetDlgCode() override;
+    void OnPaint() override;
+    BOOL OnEraseBkgnd(CDC* dc) override;
+    void OnLButtonDown(UINT flags, CPoint point) override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
+    using CWnd::Create;
+    using CWnd::OnContextMenu;
+
+protected:
+    friend class DataEntryCtl;
+
+    /// Draws an item at a place of any device context.
+    virtual void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) = 0;
+    /// Leaves the form: its parent gets the focus or hands it on to its next control.
+    void leave_form();
+    /// The place of the attached item in the form.
+    int item_index() const;
+
+    DataEntryCtl* m_container = nullptr;
+    DataEntryItem* m_item = nullptr;
+    CRect m_itemRect;
+    bool m_focused = false;
+    int m_focusLocks = 0;
+};

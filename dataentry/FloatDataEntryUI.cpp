@@ -1,0 +1,26 @@
+#include "dataentry/FloatDataEntryUI.h"
+
+#include <algorithm>
+
+#include "dataentry/FloatEditCtl.h"
+#include "dataentry/detail/DecimalPoint.h"
+#include "platform/base/NumberText.h"
+
+IMPLEMENT_DYNAMIC(FloatDataEntryUI, TextDataEntryUI)
+
+CEdit* FloatDataEntryUI::create_edit_box() {
+    return new FloatEditCtl(*this, max_chars(), m_decimals, m_allowNegative);
+}
+
+CString FloatDataEntryUI::text_value(DataEntryItem& item) const {
+    const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item);
+    if (number == nullptr || item.IsNull() != 0) return {};
+    return tessalink::withLocalPoint(
+        tessalink::formatDouble(number->GetValue(), 0, std::max(m_decimals, 0)));
+}
+
+void FloatDataEntryUI::store_text(const CString& text, DataEntryItem& item) {
+    if (auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {
+        number->SetValue(tessalink::readDouble(tessalink::withFullStop(text).View()));
+    }
+}

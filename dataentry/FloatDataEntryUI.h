@@ -1,0 +1,23 @@
+#pragma once
+
+#include "dataentry/TextDataEntryUI.h"
+
+/// Shows and edits numbers with a fixed number of decimals.
+class TESSALINK_API FloatDataEntryUI : public TextDataEntryUI {
+    DECLARE_DYNAMIC(FloatDataEntryUI)
+
+public:
+    FloatDataEntryUI(int labelWidth, int maxChars, int decimals, int allowNegative)
+        : TextDataEntryUI(labelWidth, maxChars, 1, maxChars),
+          m_decimals(decimals),
+          m_allowNegative(allowNegative) {}
+
+protected:
+    CEdit* create_edit_box() override;
+    CString text_value(DataEntryItem& item) const override;
+    void store_text(const CString& text, DataEntryItem& item) override;
+
+private:
+    int m_decimals;
+    int m_allowNegative;
+};

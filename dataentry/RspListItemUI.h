@@ -1,0 +1,24 @@
+#pragma once
+
+#include "dataentry/ChoiceItemUI.h"
+
+/// The responses as a list of captions, of which the chosen one is circled, as on paper. One
+/// response is chosen, and the item holds its code.
+class TESSALINK_API RspListItemUI : public ChoiceItemUI {
+    DECLARE_DYNAMIC(RspListItemUI)
+
+public:
+    RspListItemUI(const char* responseSet, int labelWidth);
+
+    /// The colours of the circle and of what is in it.
+    void SetCircleColors(COLORREF line, COLORREF background);
+
+protected:
+    int mark_width() const override { return 0; }
+    void draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
+                     bool readOnly) const override;
+
+private:
+    COLORREF m_circle;
+    COLORREF m_circleBackground;
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/windows/CEdit.h"
+
+class TextDataEntryUI;
+
+/// The edit box of a form. Tab, Return and Escape belong to the interface; the keys that would lead
+/// out of the text, to the form: Page Up and Down, Left and Right at the ends, Up in the first and
+/// Down in the last line. With Ctrl, Return is a new line in a box of several lines.
+class TESSALINK_API SimpleTextEditCtl : public CEdit {
+public:
+    /// `interface` must outlive it.
+    explicit SimpleTextEditCtl(TextDataEntryUI& interface) : m_interface(interface) {}
+
+    UINT OnGetDlgCode() override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    void OnKillFocus(CWnd* next) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+
+protected:
+    /// The text as it is, and the selected part of it.
+    struct Selection {
+        CString text;
+        int start = 0;
+        int end = 0;
+    };
+
+    Selection selection() const;
+    /// What the text becomes when a text replaces the selection.
+    static CString replaced(const Selection& selection, const CString& text);
+
+    TextDataEntryUI& m_interface;
+
+private:
+    bool leads_out(UINT key) const;
+};

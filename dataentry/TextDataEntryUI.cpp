@@ -1,0 +1,306 @@
+#include "dataentry/TextDataEntryUI.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+#include "dataentry/DataEntryCtl.h"
+#include "dataentry/SimpleTextEditCtl.h"
+#include "platform/graphics/DCScope.h"
+
+using tessalink::RestoredState;
+
+namespace {
+
+constexpr int cDefaultLabelLetters = 7;
+constexpr int cDefaultWidthChars = 10;
+/// What an edit box is larger than its text, and where the text starts in it.
+constexpr int cEditFrame = 6;
+constexpr int cEditMargin = 3;
+
+/// Whether a commit is under way anywhere in the process.
+bool isCommitting = false;
+
+class CommitScope {
+public:
+    CommitScope() { isCommitting = true; }
+    ~CommitScope() { isCommitting = false; }
+    CommitScope(const CommitScope&) = delete;
+    CommitScope& operator=(const CommitScope&) = delete;
+};
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(TextDataEntryUI, ColoredItemUI)
+
+/// A change that is taken back must bring back every digit, not only what is shown.
+class TextDataEntryUI::KeptValue {
+public:
+    explicit KeptValue(DataEntryItem& item) : m_item(item), m_isNull(item.IsNull()) {
+        if (const auto* whole = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item)) {
+            m_value = whole->GetValue();
+        } else if (const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {
+            m_value = number->GetValue();
+        } else if (const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, &item)) {
+            m_value = text->GetValue();
+        }
+    }
+
+    void Restore() const {
+        if (const int* whole = std::get_if<int>(&m_value)) {
+            static_cast<IntegerDataEntryItem&>(m_item).SetValue(*whole);
+        } else if (const double* number = std::get_if<double>(&m_value)) {
+            static_cast<FloatDataEntryItem&>(m_item).SetValue(*number);
+        } else if (const CString* text = std::get_if<CString>(&m_value)) {
+            static_cast<TextDataEntryItem&>(m_item).SetValue(*text);
+        }
+        // Of the base class: the others change the value as well.
+        m_item.DataEntryItem::SetNull(m_isNull);
+    }
+
+private:
+    DataEntryItem& m_item;
+    int m_isNull;
+    std::variant<std::monostate, int, double, CString> m_value;
+};
+
+TextDataEntryUI::TextDataEntryUI(int labelWidth, int maxChars, int lines, int widthChars)
+    : m_labelPixels(labelWidth), m_maxChars(maxChars), m_lines(lines), m_widthChars(widthChars) {}
+
+TextDataEntryUI::~TextDataEntryUI() = default;
+
+void TextDataEntryUI::initialize(CDC* dc) {
+    create_fonts(dc->GetTextExtent("M", 1).cy);
+    const tessalink::Selected bold(*dc, &m_boldFont);
+    const CSize letter = dc->GetTextExtent("M", 1);
+    m_halfWidth = (letter.cx + 1) >> 1;
+    m_labelGap = 2 * m_halfWidth;
+    m_labelWidth =
+        (m_labelPixels != 0 ? m_labelPixels : cDefaultLabelLetters * letter.cx) + m_halfWidth;
+    m_lineHeight = letter.cy;
+    const int textHeight = std::max(m_lines, 1) * letter.cy;
+    m_editHeight = textHeight + cEditFrame;
+    m_minItemHeight = textHeight + cEditFrame + letter.cy / 2;
+    const int width = (m_widthChars != 0 ? m_widthChars : cDefaultWidthChars) * letter.cx;
+    m_editWidth = width + cEditFrame;
+    m_itemWidth = width + m_labelWidth + cEditFrame + m_labelGap;
+    if (!m_edit) m_edit.reset(create_edit_box());
+    m_initialised = true;
+}
+
+void TextDataEntryUI::OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) {
+    if (!m_initialised) initialize(dc);
+    // A label that is asked for may be made then; items are never constant themselves.
+    const int lines = CountLabelLines(const_cast<DataEntryItem*>(item)->GetLabel());
+    size.cx = m_itemWidth;
+    size.cy = std::max(m_minItemHeight, lines * m_lineHeight + m_lineHeight / 2 + cEditFrame);
+}
+
+int TextDataEntryUI::OnCreate(CREATESTRUCT* create) {
+    if (ColoredItemUI::OnCreate(create) != 0) return -1;
+    if (!m_initialised) {
+        CClientDC dc(this);
+        initialize(&dc);
+    }
+    return 0;
+}
+
+// The edit box.
+
+CEdit* TextDataEntryUI::create_edit_box() {
+    return new SimpleTextEditCtl(*this);
+}
+
+void TextDataEntryUI::create_edit_wnd() {
+    const DWORD kind = m_lines < 1 ? ES_AUTOHSCROLL : ES_MULTILINE | ES_AUTOVSCROLL;
+    m_edit->Create(WS_CHILD | WS_BORDER | ES_WANTRETURN | kind | extra_edit_style(), CRect(), this,
+                   cEditId);
+    if (m_maxChars > 0) m_edit->SetLimitText(static_cast<UINT>(m_maxChars));
+    m_edit->SetFont(&m_normalFont);
+}
+
+CRect TextDataEntryUI::edit_rect(const CRect& place) const {
+    const int height = place.Height();
+    const int top = std::max(0, (height - m_editHeight) >> 1);
+    const int bottom = std::min(top + m_editHeight, height);
+    const int left = m_labelWidth + m_halfWidth;
+    const int end = place.Width() - m_halfWidth;
+    const bool fits = m_widthChars != 0 && left + m_editWidth <= end;
+    CRect rect(left, top, fits ? left + m_editWidth : end, bottom);
+    rect.OffsetRect(place.left, place.top);
+    return rect;
+}
+
+void TextDataEntryUI::display_edit_box() {
+    if (m_edit->GetSafeHwnd() == nullptr) create_edit_wnd();
+    if (m_edit->GetSafeHwnd() == nullptr || m_item == nullptr) return;
+    m_edit->MoveWindow(edit_rect(CRect(CPoint(), m_itemRect.Size())));
+    m_edit->SetReadOnly(m_item->IsReadOnly());
+    update_edit_box();
+    m_edit->ShowWindow(SW_SHOW);
+    m_edit->UpdateWindow();
+    m_editIsShown = true;
+    m_edit->SetFocus();
+}
+
+void TextDataEntryUI::update_edit_box() {
+    if (m_item == nullptr || m_edit->GetSafeHwnd() == nullptr) return;
+    m_edit->SetWindowText(get_curr_item_text_value());
+    // All is selected, so that typing replaces it.
+    m_edit->SetSel(0, -1);
+}
+
+void TextDataEntryUI::remove_edit_box() {
+    m_editIsShown = false;
+    if (m_edit != nullptr && m_edit->GetSafeHwnd() != nullptr) m_edit->ShowWindow(SW_HIDE);
+}
+
+void TextDataEntryUI::ShowValue() {
+    if (m_editIsShown) {
+        m_edit->SetReadOnly(m_item->IsReadOnly());
+        update_edit_box();
+    }
+    Invalidate(1);
+}
+
+void TextDataEntryUI::Detach(int repaint) {
+    if (m_item != nullptr && m_focused) remove_edit_box();
+    ColoredItemUI::Detach(repaint);
+}
+
+void TextDataEntryUI::OnSetFocus(CWnd* old) {
+    ColoredItemUI::OnSetFocus(old);
+    if (!IgnoreFocus() && m_focused && m_item != nullptr) display_edit_box();
+}
+
+void TextDataEntryUI::OnSize(UINT type, int width, int height) {
+    ColoredItemUI::OnSize(type, width, height);
+    if (m_editIsShown) m_edit->MoveWindow(edit_rect(CRect(0, 0, width, height)));
+}
+
+void TextDataEntryUI::OnEditKillFocus(CWnd* next) {
+    if (!m_editIsShown || m_item == nullptr) return;
+    const tessalink::WindowGuard alive(*this);
+    const int kept = update_curr_from_edit();
+    if (!alive || kept == 0 || m_item == nullptr) return;
+    if (next != nullptr && (next == this || IsChild(next))) return;
+    remove_edit_box();
+    DataEntryItemUI::OnKillFocus(next);
+}
+
+void TextDataEntryUI::OnReturn() {
+    const tessalink::WindowGuard alive(*this);
+    if (update_curr_from_edit() != 0 && alive && m_container != nullptr) {
+        m_container->AdvanceToNext();
+    }
+}
+
+void TextDataEntryUI::OnCancel() {
+    if (m_item != nullptr) update_edit_box();
+}
+
+void TextDataEntryUI::OnTab() {
+    leave_form();
+}
+
+int TextDataEntryUI::Commit() {
+    return m_editIsShown ? update_curr_from_edit() : 1;
+}
+
+int TextDataEntryUI::update_curr_from_edit() {
+    if (m_item == nullptr || m_item->IsReadOnly() != 0 || !m_editIsShown) return 1;
+    if (isCommitting) return 0;
+    DataEntryItem& item = *m_item;
+    const tessalink::WindowGuard alive(*this);
+    {
+        const CommitScope scope;
+        CString typed;
+        m_edit->GetWindowText(typed);
+        if (typed == get_curr_item_text_value()) return 1;
+        const KeptValue before(item);
+        set_item_text_value(typed, &item);
+        const int accepted = OnDataChanging();
+        if (!alive) return 0;
+        if (accepted != 0) {
+            OnDataChanged();
+            if (!alive) return 0;
+            if (m_item == &item) update_edit_box();
+            return 1;
+        }
+        before.Restore();
+        if (m_item == &item) update_edit_box();
+    }
+    if (m_container != nullptr) m_container->SetCurrItem(m_container->IndexOf(&item));
+    return 0;
+}
+
+// Values.
+
+CString TextDataEntryUI::text_value(DataEntryItem& item) const {
+    const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, &item);
+    return text == nullptr || item.IsNull() != 0 ? CString() : text->GetValue();
+}
+
+void TextDataEntryUI::set_item_text_value(CString text, DataEntryItem* item) {
+    CString trimmed = text;
+    trimmed.Trim();
+    if (trimmed.IsEmpty()) {
+        item->SetNull(1);
+    } else {
+        store_text(text, *item);
+    }
+}
+
+void TextDataEntryUI::store_text(const CString& text, DataEntryItem& item) {
+    auto* target = DYNAMIC_DOWNCAST(TextDataEntryItem, &item);
+    if (target == nullptr) return;
+    target->SetNull(0);
+    target->SetValue(text);
+}
+
+tessalink::AccessibleRole TextDataEntryUI::Role() const {
+    return tessalink::AccessibleRole::EditableText;
+}
+
+CString TextDataEntryUI::ValueText(DataEntryItem* item) const {
+    return text_value(*item);
+}
+
+// Drawing.
+
+void TextDataEntryUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
+    if (!m_initialised) initialize(&dc);
+    const RestoredState restored(dc);
+    draw_label(dc, item, place, focused, m_labelWidth, m_lineHeight);
+    draw_value(dc, item, place);
+}
+
+void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& place) const {
+    const CRect area(place.left + m_labelWidth, place.top, place.right, place.bottom);
+    dc.SelectObject(&m_normalFont);
+    dc.SetTextColor(value_color(item));
+    dc.SetBkColor(m_textBackground);
+    dc.SetTextAlign(TA_LEFT | TA_TOP);
+    dc.ExtTextOut(area.left, area.top, ETO_OPAQUE, &area, "", 0, nullptr);
+    const CRect box = edit_rect(place);
+    draw_field_frame(dc, item, box);
+    const CString text = text_value(item);
+    CRect inside = box;
+    inside.right = std::max<int>(inside.left, inside.right - 1);
+    int y = box.top + cEditMargin;
+    std::string_view rest = text.View();
+    if (m_lines <= 1) {
+        dc.ExtTextOut(box.left + cEditMargin, y, ETO_CLIPPED, &inside, text, nullptr);
+        return;
+    }
+    for (;; y += m_lineHeight) {
+        const std::size_t end = rest.find('\n');
+        std::string_view line = rest.substr(0, end);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        dc.ExtTextOut(box.left + cEditMargin, y, ETO_CLIPPED, &inside, line.data(),
+                      static_cast<UINT>(line.size()), nullptr);
+        if (end == std::string_view::npos) return;
+        rest.remove_prefix(end + 1);
+    }
+}

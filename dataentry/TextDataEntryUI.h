@@ -1,0 +1,98 @@
+#pragma once
+
+#include <memory>
+
+#include "dataentry/ColoredItemUI.h"
+#include "platform/windows/CEdit.h"
+
+/// Shows items as texts beside their labels and edits the current one in an edit box. This class
+/// itself serves TextDataEntryItem; the derived ones other types.
+///
+/// What is typed becomes the item's value when Return is pressed, when another item becomes current
+/// or when the focus leaves, and only if the form agrees. Blanks around it do not count when it is
+/// asked whether there is a value; a text is stored as it was typed.
+class TESSALINK_API TextDataEntryUI : public ColoredItemUI {
+    DECLARE_DYNAMIC(TextDataEntryUI)
+
+public:
+    static constexpr UINT cEditId = 1000;
+
+    /// `labelWidth` in pixels (0: seven wide letters), at most `maxChars` characters (0: as many as
+    /// an edit box takes), `lines` of text (below 1: an edit box for a single line) and a box for
+    /// `widthChars` characters (0: for ten).
+    explicit TextDataEntryUI(int labelWidth = 0, int maxChars = 0, int lines = 1,
+                             int widthChars = 0);
+    ~TextDataEntryUI() override;
+
+    void OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) override;
+    void Detach(int repaint) override;
+    int Commit() override;
+    void ShowValue() override;
+    tessalink::AccessibleRole Role() const override;
+    CString ValueText(DataEntryItem* item) const override;
+
+    /// Shows the item's value again, and drops what was typed.
+    virtual void OnCancel();
+    /// Keeps what was typed and goes to the next item.
+    virtual void OnReturn();
+    /// Leaves the form.
+    virtual void OnTab();
+
+    int OnCreate(CREATESTRUCT* create) override;
+    void OnSetFocus(CWnd* old) override;
+    void OnSize(UINT type, int width, int height) override;
+    /// The edit box has lost the focus to a window, or to none.
+    void OnEditKillFocus(CWnd* next);
+    /// A key of the edit box that the form may use.
+    void OnEditKey(UINT key, UINT repeat, UINT flags) { OnKeyDown(key, repeat, flags); }
+
+protected:
+    /// Computes sizes and makes fonts and edit box, once.
+    virtual void initialize(CDC* dc);
+    /// Puts the edit box over the value and gives it the focus.
+    virtual void display_edit_box();
+    /// The attached item's value as text.
+    virtual CString get_curr_item_text_value() { return text_value(*m_item); }
+    /// Stores a text as the value of an item.
+    virtual void set_item_text_value(CString text, DataEntryItem* item);
+    virtual void update_edit_box();
+    /// Keeps what was typed; 0 when that was refused or is being done already.
+    virtual int update_curr_from_edit();
+    virtual void remove_edit_box();
+    /// A new edit box, not yet a window.
+    virtual CEdit* create_edit_box();
+    virtual void create_edit_wnd();
+
+    /// The value of an item as text; empty when it has none.
+    virtual CString text_value(DataEntryItem& item) const;
+    /// Stores what remains of a text without blanks around it; it is not empty.
+    virtual void store_text(const CString& text, DataEntryItem& item);
+    /// Style bits of the edit box besides those of its kind.
+    virtual DWORD extra_edit_style() const { return 0; }
+    void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) override;
+
+    int max_chars() const { return m_maxChars; }
+    CRect edit_rect(const CRect& place) const;
+
+    std::unique_ptr<CEdit> m_edit;
+    bool m_editIsShown = false;
+
+private:
+    /// Everything of an item that a refused change must bring back.
+    class KeptValue;
+
+    void draw_value(CDC& dc, DataEntryItem& item, const CRect& place) const;
+
+    int m_labelPixels;
+    int m_maxChars;
+    int m_lines;
+    int m_widthChars;
+    bool m_initialised = false;
+    int m_labelWidth = 0;
+    int m_editWidth = 0;
+    int m_editHeight = 0;
+    int m_lineHeight = 0;
+    int m_itemWidth = 0;
+    int m_minItemHeight = 0;
+    int m_labelGap = 0;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "dataentry/TextDataEntryUI.h"
+
+/// Shows and edits times of day, in the user's format. The item's number is HHMMSS, or HHMM in the
+/// short format, which has no seconds. What is no time makes the item null.
+class TESSALINK_API TimeDataEntryUI : public TextDataEntryUI {
+    DECLARE_DYNAMIC(TimeDataEntryUI)
+
+public:
+    explicit TimeDataEntryUI(int labelWidth = 0, int shortFormat = 1);
+
+    CString ValueText(DataEntryItem* item) const override;
+
+protected:
+    CEdit* create_edit_box() override;
+    CString text_value(DataEntryItem& item) const override;
+    void store_text(const CString& text, DataEntryItem& item) override;
+
+private:
+    int m_shortFormat;
+};

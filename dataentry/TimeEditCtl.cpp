@@ -1,0 +1,134 @@
+#include "dataentry/TimeEditCtl.h"
+
+#include <algorithm>
+
+#include "core/Time.h"
+#include "platform/base/HostServices.h"
+
+namespace {
+
+constexpr char cPlace = '_';
+constexpr UINT cBackspace = 8;
+constexpr UINT cFirstPrintable = 32;
+
+char lowered(char ch) {
+    return CString(ch).MakeLower()[0];
+}
+
+}  // namespace
+
+TimeEditCtl::TimeEditCtl(TextDataEntryUI& interface, int shortFormat)
+    : SimpleTextEditCtl(interface),
+      m_shortFormat(shortFormat),
+      m_pattern(Time::GetBlankFormatStr(shortFormat)) {}
+
+int TimeEditCtl::place_from(int from) const {
+    for (int i = std::max(from, 0); i < m_pattern.GetLength(); ++i) {
+        if (m_pattern[i] == cPlace) return i;
+    }
+    return -1;
+}
+
+bool TimeEditCtl::Key(char ch, CString& text, int& caret) const {
+    if ((ch >= '0' && ch <= '9') || ch == ' ') {
+        const int place = place_from(caret);
+        if (place < 0) return false;
+        text.SetAt(place, ch == ' ' ? cPlace : ch);
+        const int next = place_from(place + 1);
+        caret = next < 0 ? place + 1 : next;
+        return true;
+    }
+    const CString separator = Time::GetTimeSep();
+    if (!separator.IsEmpty() && ch == separator[0]) {
+        // The separator that was just gone over may be keyed all the same.
+        int next = caret;
+        if (caret < separator.GetLength() || text[caret - 1] != ch) {
+            next = m_pattern.Find(separator, caret);
+        }
+        if (next < 0) return false;
+        caret = std::max(place_from(next), caret);
+        return true;
+    }
+    return key_indicator(ch, text, caret);
+}
+
+bool TimeEditCtl::key_indicator(char ch, CString& text, int& caret) const {
+    const int start = Time::GetIndicatorPos(m_shortFormat);
+    if (start < 0) return false;
+    const CString morning = Time::TimeFormat::FORMAT_AM_STR;
+    const CString afternoon = Time::TimeFormat::FORMAT_PM_STR;
+    const int width = std::max(morning.GetLength(), afternoon.GetLength());
+    const auto matches = [ch](const CString& indicator, int at) {
+        return at >= 0 && at < indicator.GetLength() && lowered(indicator[at]) == lowered(ch);
+    };
+    // Where both begin alike the place decides.
+    int at = 0;
+    if (matches(morning, 0) && matches(afternoon, 0)) at = caret - start;
+    const CString* found = matches(morning, at)     ? &morning
+                           : matches(afternoon, at) ? &afternoon
+                                                    : nullptr;
+    if (found == nullptr) return false;
+    for (int i = 0; i < width; ++i) {
+        text.SetAt(start + i, i < found->GetLength() ? (*found)[i] : ' ');
+    }
+    const int place = place_from(caret);
+    caret = place < 0 ? std::min(start + at + 1, text.GetLength()) : place;
+    return true;
+}
+
+void TimeEditCtl::clear(CString& text, int start, int end) const {
+    for (int i = start; i < end; ++i) {
+        if (m_pattern[i] == cPlace) text.SetAt(i, cPlace);
+    }
+}
+
+void TimeEditCtl::show(const CString& text, int caret) {
+    SetWindowText(text);
+    SetSel(caret, caret);
+}
+
+void TimeEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
+    if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) return;
+    if (ch < cFirstPrintable && ch != cBackspace) {
+        SimpleTextEditCtl::OnChar(ch, repeat, flags);
+        return;
+    }
+    Selection now = selection();
+    if (now.text.GetLength() != m_pattern.GetLength()) now = {m_pattern, 0, 0};
+    int caret = now.start;
+    if (ch == cBackspace) {
+        if (now.start == now.end && caret > 0) now.start = --caret;
+        clear(now.text, now.start, now.end);
+        show(now.text, caret);
+        return;
+    }
+    CString text = now.text;
+    clear(text, now.start, now.end);
+    if (Key(static_cast<char>(ch), text, caret)) {
+        show(text, caret);
+    } else {
+        MessageBeep(MB_ICONHAND);
+    }
+}
+
+void TimeEditCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (key != VK_DELETE) {
+        SimpleTextEditCtl::OnKeyDown(key, repeat, flags);
+        return;
+    }
+    Selection now = selection();
+    if (now.text.GetLength() != m_pattern.GetLength()) now = {m_pattern, 0, 0};
+    if (now.start == now.end) now.end = std::min(now.end + 1, now.text.GetLength());
+    clear(now.text, now.start, now.end);
+    show(now.text, now.start);
+}
+
+void TimeEditCtl::OnPaste() {
+    CString text;
+    const Time time = tessalink::clipboardText(text) ? Time(text.GetString()) : Time();
+    if (time.IsValid() == 0) {
+        MessageBeep(MB_ICONHAND);
+        return;
+    }
+    show(time.GetAsStr(m_shortFormat), 0);
+}

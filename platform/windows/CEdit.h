@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/windows/CWnd.h"
+
+// An edit box: an edit field of the system, with its selection, clipboard, undo and input methods.
+// Positions count characters from 0 on, -1 is the end; lines end in "\r\n". Its parent gets
+// WM_COMMAND with EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS.
+//
+// Keys and characters come to the handlers first; the base class's pass them to the field. What a
+// paste would insert can be asked of tessalink::clipboardText. Characters that Windows-1252 lacks
+// are refused with a beep, a paste as a whole.
+class TESSALINK_API CEdit : public CWnd {
+    DECLARE_DYNAMIC(CEdit)
+
+public:
+    CEdit() = default;
+    ~CEdit() override = default;
+
+    BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    void SetSel(int start, int end);
+    void GetSel(int& start, int& end) const;
+    void ReplaceSel(const char* text);
+    BOOL SetReadOnly(BOOL readOnly = 1);
+    void SetLimitText(UINT characters);
+    // The line of a position, or of the caret.
+    int LineFromChar(int position = -1) const;
+    int GetLineCount() const;
+    int LineIndex(int line) const;
+    void ScrollCaret();
+    void Cut();
+    void Copy();
+    void Paste() { SendMessage(WM_PASTE); }
+    void Undo();
+
+    virtual void OnPaste();
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
+    UINT OnGetDlgCode() override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    BOOL OnSetCursor(CWnd* window, UINT hitTest, UINT message) override;
+    tessalink::AccessibleElement Accessible() const override;
+    using CWnd::Create;
+
+protected:
+    CString window_text() const override;
+
+private:
+    void tell_parent(UINT code);
+};

@@ -1,0 +1,454 @@
+#include "platform/windows/CWnd.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "platform/windows/detail/WindowCore.h"
+#include "platform/windows/detail/WindowState.h"
+
+using tessalink::NativeWindow;
+using tessalink::Region;
+using tessalink::WindowCore;
+using tessalink::WindowGuard;
+
+namespace {
+
+constexpr const char* cEditClass = "EDIT";
+
+bool isEditClass(const char* className) {
+    return className != nullptr && CString(className).CompareNoCase(cEditClass) == 0;
+}
+
+void removeFrom(std::vector<CWnd*>& windows, const CWnd* window) {
+    windows.erase(std::remove(windows.begin(), windows.end(), window), windows.end());
+}
+
+void collectTabStops(const CWnd& window, std::vector<CWnd*>& stops) {
+    for (CWnd* child : WindowCore::Of(window)->children) {
+        const WindowCore& core = *WindowCore::Of(*child);
+        if (!core.HasStyle(WS_VISIBLE) || core.HasStyle(WS_DISABLED)) continue;
+        if (core.HasStyle(WS_TABSTOP)) {
+            stops.push_back(child);
+        } else {
+            collectTabStops(*child, stops);
+        }
+    }
+}
+
+}  // namespace
+
+IMPLEMENT_DYNAMIC(CWnd, CObject)
+
+WindowGuard::WindowGuard(const CWnd& window) : m_token(window.m_token) {}
+
+CWnd::CWnd() : m_token(std::make_shared<const char>('\0')) {}
+
+CWnd::~CWnd() {
+    m_token.reset();
+    CWnd::DestroyWindow();
+}
+
+CRect WindowCore::Client() const {
+    CRect client(CPoint(), rect.Size());
+    if (HasStyle(WS_BORDER)) {
+        client.DeflateRect(GetSystemMetrics(SM_CXBORDER), GetSystemMetrics(SM_CYBORDER));
+    }
+    if (ShowsBar(SB_VERT)) client.right -= GetSystemMetrics(SM_CXVSCROLL);
+    if (ShowsBar(SB_HORZ)) client.bottom -= GetSystemMetrics(SM_CYHSCROLL);
+    client.right = std::max(client.right, client.left);
+    client.bottom = std::max(client.bottom, client.top);
+    return client;
+}
+
+NativeWindow* CWnd::native() const {
+    return m_core ? m_core->native.get() : nullptr;
+}
+
+// Creation.
+
+BOOL CWnd::Create(const char* className, const char* name, DWORD style, const RECT& rect,
+                  CWnd* parent, UINT id) {
+    if (m_core || (parent != nullptr && !parent->m_core)) return 0;
+    m_core = std::make_unique<WindowCore>(*this);
+    m_core->parent = parent;
+    m_core->id = id;
+    m_core->style = style;
+    m_core->rect = CRect(rect);
+    m_core->text = name != nullptr ? name : "";
+    m_core->clientSize = m_core->Client().Size();
+    if (parent != nullptr) parent->m_core->children.push_back(this);
+    tessalink::WindowSetup setup;
+    setup.owner = this;
+    setup.parent = parent != nullptr ? parent->native() : nullptr;
+    setup.isEdit = isEditClass(className);
+    setup.style = style;
+    setup.rect = m_core->rect;
+    setup.text = m_core->text;
+    m_core->native = tessalink::windowSystem().CreateNative(setup);
+    CREATESTRUCT create{m_core->text, style, m_core->rect};
+    const WindowGuard alive(*this);
+    const bool refused =
+        !m_core->native || SendMessage(WM_CREATE, 0, reinterpret_cast<LPARAM>(&create)) != 0;
+    if (!alive || !m_core) return 0;
+    if (refused) {
+        DestroyWindow();
+        return 0;
+    }
+    Invalidate(1);
+    if ((style & WS_VISIBLE) != 0) m_core->native->Show(true);
+    return 1;
+}
+
+BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
+    CWnd* placeholder = parent != nullptr ? parent->GetDlgItem(id) : nullptr;
+    if (placeholder == nullptr || m_core) return 0;
+    const DWORD style = placeholder->GetStyle();
+    const CRect rect = placeholder->m_core->rect;
+    auto& siblings = parent->m_core->children;
+    const auto place = std::find(siblings.begin(), siblings.end(), placeholder) - siblings.begin();
+    placeholder->DestroyWindow();
+    if (Create(nullptr, "", style, rect, parent, id) == 0) return 0;
+    // The new window takes the place of the old one in the order of Tab.
+    siblings.pop_back();
+    siblings.insert(siblings.begin() + place, this);
+    return 1;
+}
+
+BOOL CWnd::DestroyWindow() {
+    if (!m_core || m_core->isBeingDestroyed) return 0;
+    m_core->isBeingDestroyed = true;
+    const WindowGuard alive(*this);
+    const bool isObjectAlive = static_cast<bool>(alive);
+    tessalink::leaveFocus(*this);
+    if (isObjectAlive) {
+        SendMessage(WM_DESTROY);
+        if (!alive) return 1;
+    }
+    while (!m_core->children.empty()) {
+        CWnd* child = m_core->children.back();
+        const WindowGuard childAlive(*child);
+        child->DestroyWindow();
+        if (isObjectAlive && !alive) return 1;
+        if (childAlive) removeFrom(m_core->children, child);
+    }
+    if (m_core->parent != nullptr && m_core->parent->m_core) {
+        removeFrom(m_core->parent->m_core->children, this);
+    }
+    tessalink::forgetWindow(*this);
+    m_core.reset();
+    return 1;
+}
+
+CWnd* CWnd::FromHandle(HWND window) {
+    return window != nullptr ? window->owner : nullptr;
+}
+
+// The tree.
+
+CWnd* CWnd::GetParent() const {
+    return m_core ? m_core->parent : nullptr;
+}
+
+CWnd* CWnd::GetParentFrame() const {
+    for (CWnd* window = GetParent(); window != nullptr; window = window->GetParent()) {
+        if (window->is_frame()) return window;
+    }
+    return nullptr;
+}
+
+CWnd* CWnd::GetDlgItem(UINT id) const {
+    if (!m_core) return nullptr;
+    const auto found = std::find_if(m_core->children.begin(), m_core->children.end(),
+                                    [id](const CWnd* child) { return child->m_core->id == id; });
+    return found != m_core->children.end() ? *found : nullptr;
+}
+
+int CWnd::GetDlgCtrlID() const {
+    return m_core ? static_cast<int>(m_core->id) : 0;
+}
+
+CWnd* CWnd::GetNextDlgTabItem(const CWnd* from, BOOL previous) const {
+    if (!m_core) return nullptr;
+    std::vector<CWnd*> stops;
+    collectTabStops(*this, stops);
+    if (stops.empty()) return nullptr;
+    const auto holds = [from](const CWnd* stop) {
+        return from != nullptr && (stop == from || stop->IsChild(from) != 0);
+    };
+    const auto found = std::find_if(stops.begin(), stops.end(), holds);
+    const auto count = static_cast<std::ptrdiff_t>(stops.size());
+    if (found == stops.end()) return previous != 0 ? stops.back() : stops.front();
+    const std::ptrdiff_t next = found - stops.begin() + (previous != 0 ? count - 1 : 1);
+    return stops[static_cast<std::size_t>(next % count)];
+}
+
+BOOL CWnd::IsChild(const CWnd* window) const {
+    while (window != nullptr && window != this) window = window->GetParent();
+    return window == this && m_core != nullptr;
+}
+
+int CWnd::GetChildCount() const {
+    return m_core ? static_cast<int>(m_core->children.size()) : 0;
+}
+
+CWnd* CWnd::GetChild(int index) const {
+    if (index < 0 || index >= GetChildCount()) return nullptr;
+    return m_core->children[static_cast<std::size_t>(index)];
+}
+
+// Style, state and place.
+
+DWORD CWnd::GetStyle() const {
+    return m_core ? m_core->style : 0;
+}
+
+BOOL CWnd::ModifyStyle(DWORD remove, DWORD add) {
+    if (!m_core) return 0;
+    const DWORD before = std::exchange(m_core->style, (m_core->style & ~remove) | add);
+    if (before == m_core->style) return 0;
+    tessalink::clientMayHaveChanged(*this);
+    return 1;
+}
+
+BOOL CWnd::ShowWindow(int command) {
+    if (!m_core) return 0;
+    const bool show = command != SW_HIDE;
+    const BOOL was = m_core->HasStyle(WS_VISIBLE);
+    if (show == (was != 0)) return was;
+    const WindowGuard alive(*this);
+    if (!show) tessalink::leaveFocus(*this);
+    if (!alive || !m_core) return was;
+    m_core->style = show ? m_core->style | WS_VISIBLE : m_core->style & ~WS_VISIBLE;
+    SendMessage(WM_SHOWWINDOW, show ? 1 : 0);
+    if (!alive || !m_core) return was;
+    if (show) Invalidate(1);
+    m_core->native->Show(show);
+    return was;
+}
+
+BOOL CWnd::IsWindowVisible() const {
+    for (const CWnd* window = this; window != nullptr; window = window->GetParent()) {
+        if (!window->m_core || !window->m_core->HasStyle(WS_VISIBLE)) return 0;
+    }
+    return 1;
+}
+
+BOOL CWnd::EnableWindow(BOOL enable) {
+    if (!m_core) return 0;
+    const BOOL was = m_core->HasStyle(WS_DISABLED);
+    if ((enable == 0) == (was != 0)) return was;
+    const WindowGuard alive(*this);
+    if (enable == 0) tessalink::leaveFocus(*this);
+    if (!alive || !m_core) return was;
+    m_core->style = enable != 0 ? m_core->style & ~WS_DISABLED : m_core->style | WS_DISABLED;
+    m_core->native->Enable(enable != 0);
+    SendMessage(WM_ENABLE, enable != 0 ? 1 : 0);
+    return was;
+}
+
+BOOL CWnd::IsWindowEnabled() const {
+    return m_core && !m_core->HasStyle(WS_DISABLED);
+}
+
+void CWnd::MoveWindow(const RECT& rect, BOOL repaint) {
+    if (!m_core || (m_core->rect == rect && !m_core->isLost)) return;
+    m_core->rect = CRect(rect);
+    m_core->native->Move(m_core->rect);
+    if (repaint != 0) Invalidate(1);
+    tessalink::clientMayHaveChanged(*this);
+}
+
+void CWnd::BringWindowToTop() {
+    if (m_core) m_core->native->Raise();
+}
+
+void CWnd::GetClientRect(RECT* rect) const {
+    *rect = m_core ? CRect(CPoint(), m_core->Client().Size()) : CRect();
+}
+
+void CWnd::GetWindowRect(RECT* rect) const {
+    CRect result;
+    if (m_core) {
+        const CRect client = m_core->Client();
+        result = CRect(CPoint(), m_core->rect.Size());
+        result.OffsetRect(-client.left, -client.top);
+        result.OffsetRect(m_core->native->ClientOrigin());
+    }
+    *rect = result;
+}
+
+void CWnd::ClientToScreen(POINT* point) const {
+    if (!m_core) return;
+    const CPoint origin = m_core->native->ClientOrigin();
+    point->x += origin.x;
+    point->y += origin.y;
+}
+
+void CWnd::ScreenToClient(POINT* point) const {
+    if (!m_core) return;
+    const CPoint origin = m_core->native->ClientOrigin();
+    point->x -= origin.x;
+    point->y -= origin.y;
+}
+
+// Text and font.
+
+CString CWnd::window_text() const {
+    return m_core ? m_core->text : CString();
+}
+
+void CWnd::SetWindowText(const char* text) {
+    if (!m_core) return;
+    m_core->text = text;
+    m_core->native->SetText(m_core->text);
+    NotifyAccessible(tessalink::AccessibleEvent::ValueChanged);
+}
+
+void CWnd::SetFont(CFont* font) {
+    SendMessage(WM_SETFONT, 0, reinterpret_cast<LPARAM>(font));
+}
+
+CFont* CWnd::GetFont() const {
+    return m_core ? m_core->font : nullptr;
+}
+
+// Painting.
+
+void CWnd::Invalidate(BOOL erase) {
+    InvalidateRect(nullptr, erase);
+}
+
+void CWnd::InvalidateRect(const RECT* rect, BOOL erase) {
+    if (!m_core) return;
+    CRect client;
+    GetClientRect(&client);
+    CRect area = client;
+    if (rect != nullptr && !area.IntersectRect(rect, &client)) return;
+    if (area.IsRectEmpty()) return;
+    m_core->update = m_core->update.Or(Region(area));
+    m_core->isUpdateErased = m_core->isUpdateErased || erase != 0;
+    m_core->native->RequestPaint(area);
+}
+
+void CWnd::ValidateRect(const RECT* rect) {
+    if (!m_core) return;
+    m_core->update = rect != nullptr ? m_core->update.Minus(Region(*rect)) : Region();
+}
+
+BOOL CWnd::GetUpdateRect(RECT* rect) const {
+    const CRect bounds = m_core ? m_core->update.Bounds() : CRect();
+    if (rect != nullptr) *rect = bounds;
+    return bounds.IsRectEmpty() ? 0 : 1;
+}
+
+void CWnd::UpdateWindow() {
+    if (m_core && !m_core->update.IsEmpty() && IsWindowVisible() != 0) m_core->native->PaintNow();
+}
+
+void CWnd::ScrollWindow(int dx, int dy) {
+    if (!m_core || (dx == 0 && dy == 0)) return;
+    CRect client;
+    GetClientRect(&client);
+    m_core->update.Offset(dx, dy);
+    m_core->update = m_core->update.And(Region(client));
+    m_core->native->Scroll(dx, dy);
+    CRect kept = client;
+    kept.OffsetRect(dx, dy);
+    for (const RECT& shown : Region(client).Minus(Region(kept)).Rects()) InvalidateRect(&shown);
+}
+
+// Scroll bars.
+
+int CWnd::SetScrollInfo(int bar, const SCROLLINFO* info, BOOL) {
+    if (!m_core || bar < SB_HORZ || bar > SB_VERT) return 0;
+    SCROLLINFO& own = m_core->scroll[static_cast<std::size_t>(bar)];
+    if ((info->fMask & SIF_RANGE) != 0) {
+        own.nMin = info->nMin;
+        own.nMax = std::max(info->nMax, info->nMin);
+    }
+    if ((info->fMask & SIF_PAGE) != 0) own.nPage = info->nPage;
+    if ((info->fMask & SIF_POS) != 0) own.nPos = info->nPos;
+    const std::int64_t last = std::int64_t{own.nMax} - (own.nPage > 0 ? own.nPage - 1 : 0);
+    own.nPos = static_cast<int>(
+        std::clamp<std::int64_t>(own.nPos, own.nMin, std::max<std::int64_t>(own.nMin, last)));
+    const int position = own.nPos;
+    m_core->native->SetScrollBar(bar, m_core->ShowsBar(bar), own);
+    tessalink::clientMayHaveChanged(*this);
+    return position;
+}
+
+BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info) const {
+    if (!m_core || bar < SB_HORZ || bar > SB_VERT) return 0;
+    *info = m_core->scroll[static_cast<std::size_t>(bar)];
+    info->fMask = SIF_ALL;
+    return 1;
+}
+
+int CWnd::SetScrollPos(int bar, int position, BOOL redraw) {
+    const int before = GetScrollPos(bar);
+    SCROLLINFO info;
+    info.fMask = SIF_POS;
+    info.nPos = position;
+    SetScrollInfo(bar, &info, redraw);
+    return before;
+}
+
+int CWnd::GetScrollPos(int bar) const {
+    SCROLLINFO info;
+    return GetScrollInfo(bar, &info) != 0 ? info.nPos : 0;
+}
+
+void CWnd::SetScrollRange(int bar, int min, int max, BOOL redraw) {
+    SCROLLINFO info;
+    info.fMask = SIF_RANGE;
+    info.nMin = min;
+    info.nMax = max;
+    SetScrollInfo(bar, &info, redraw);
+}
+
+void CWnd::GetScrollRange(int bar, int* min, int* max) const {
+    SCROLLINFO info;
+    GetScrollInfo(bar, &info);
+    *min = info.nMin;
+    *max = info.nMax;
+}
+
+// Accessibility.
+
+tessalink::AccessibleElement CWnd::Accessible() const {
+    tessalink::AccessibleElement element;
+    element.name = window_text();
+    element.isDisabled = IsWindowEnabled() == 0;
+    element.isFocused = GetFocus() == this;
+    GetClientRect(&element.rect);
+    return element;
+}
+
+tessalink::AccessibleElement CWnd::AccessibleChild(int) const {
+    return {};
+}
+
+void CWnd::NotifyAccessible(tessalink::AccessibleEvent event, int child, const CString& text) {
+    if (m_core) m_core->native->NotifyAccessible(event, child, text);
+}
+
+// Device contexts.
+
+CPaintDC::CPaintDC(CWnd* window) {
+    WindowCore* core = WindowCore::Of(*window);
+    if (core == nullptr) return;
+    const Region area = std::exchange(core->update, Region());
+    const bool erases = std::exchange(core->isUpdateErased, false);
+    if (core->paintDevice == nullptr) return;
+    AttachDevice(core->paintDevice);
+    CRgn clip;
+    clip.Assign(area);
+    SelectClipRgn(&clip);
+    if (erases)
+        window->SendMessage(WM_ERASEBKGND, 0, reinterpret_cast<LPARAM>(static_cast<CDC*>(this)));
+}
+
+CClientDC::CClientDC(CWnd*) {
+    AttachDevice(&tessalink::windowSystem().Screen());
+}

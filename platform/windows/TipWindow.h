@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/windows/CWnd.h"
+
+// A small window on top of all others that shows one text, for instance near the mouse.
+class TESSALINK_API TipWindow : public CWnd {
+    DECLARE_DYNAMIC(TipWindow)
+
+public:
+    // Shows the text in a font right below a point of the screen, or above it when there is no room
+    // below. The font must outlive its use.
+    void ShowText(const CString& text, CPoint screenPoint, CFont* font);
+    void Hide() { ShowWindow(SW_HIDE); }
+    const CString& GetText() const { return m_text; }
+
+    void OnPaint() override;
+    tessalink::AccessibleElement Accessible() const override;
+
+private:
+    CString m_text;
+};

@@ -1,0 +1,366 @@
+#include "platform/windows/WindowSystem.h"
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "platform/windows/HeadlessSystem.h"
+#include "platform/windows/detail/WindowCore.h"
+#include "platform/windows/detail/WindowState.h"
+
+namespace tessalink {
+
+namespace {
+
+struct Posted {
+    CWnd* window;
+    WindowGuard alive;
+    const WindowCore* core;  // the window that it was posted to, should the object get another one
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+
+struct Timer {
+    CWnd* window;
+    UINT_PTR id;
+};
+
+struct SharedState {
+    WindowSystem* system = nullptr;
+    CWnd* focus = nullptr;
+    CWnd* capture = nullptr;
+    CWnd* main = nullptr;
+    std::deque<Posted> posted;
+    std::map<int, Timer> timers;
+    int lastTimer = 0;
+    bool inputUsed = true;
+    InputHook::Function hook;
+};
+
+SharedState& state() {
+    static SharedState shared;
+    return shared;
+}
+
+// Moves the focus and tells both windows; stops when one of them moves it elsewhere.
+void moveFocus(CWnd* window) {
+    CWnd* old = std::exchange(state().focus, window);
+    if (old == window) return;
+    const HWND oldHandle = old != nullptr ? old->GetSafeHwnd() : nullptr;
+    const HWND newHandle = window != nullptr ? window->GetSafeHwnd() : nullptr;
+    std::optional<WindowGuard> oldAlive;
+    if (old != nullptr) {
+        oldAlive.emplace(*old);
+        old->SendMessage(WM_KILLFOCUS, reinterpret_cast<WPARAM>(newHandle));
+    }
+    if (window == nullptr || state().focus != window) return;
+    const bool knowsOld = oldAlive && *oldAlive && old->GetSafeHwnd() == oldHandle;
+    window->SendMessage(WM_SETFOCUS, reinterpret_cast<WPARAM>(knowsOld ? oldHandle : nullptr));
+}
+
+// Whether the dialog around a window takes the key; `handled` tells what came of it.
+bool dialogTakes(CWnd& window, UINT key, bool& handled) {
+    const auto code = static_cast<UINT>(window.SendMessage(WM_GETDLGCODE));
+    if ((code & DLGC_WANTALLKEYS) != 0) return false;
+    handled = false;
+    if (key == VK_TAB) {
+        if ((code & DLGC_WANTTAB) != 0) return false;
+        CWnd* top = &window;
+        while (top->GetParent() != nullptr && (top->GetStyle() & WS_CHILD) != 0) {
+            top = top->GetParent();
+        }
+        CWnd* next = top->GetNextDlgTabItem(&window, IsKeyDown(VK_SHIFT) ? 1 : 0);
+        if (next != nullptr && next != &window) {
+            next->SetFocus();
+            handled = true;
+        }
+        return true;
+    }
+    const bool isArrow = key >= VK_LEFT && key <= VK_DOWN;
+    return (isArrow && (code & DLGC_WANTARROWS) == 0) || key == VK_RETURN || key == VK_ESCAPE;
+}
+
+bool sendInput(CWnd& window, UINT message, UINT value, UINT repeat) {
+    const bool before = std::exchange(state().inputUsed, true);
+    window.SendMessage(message, value, static_cast<LPARAM>(repeat));
+    return std::exchange(state().inputUsed, before);
+}
+
+}  // namespace
+
+void setWindowSystem(WindowSystem* system) {
+    state().system = system;
+}
+
+WindowSystem& windowSystem() {
+    if (state().system == nullptr) state().system = &HeadlessSystem::Default();
+    return *state().system;
+}
+
+void leaveFocus(CWnd& window) {
+    if (state().focus == nullptr || window.IsChild(state().focus) == 0) return;
+    windowSystem().DropFocus();
+    moveFocus(nullptr);
+}
+
+void forgetWindow(CWnd& window) {
+    SharedState& shared = state();
+    if (shared.focus == &window) shared.focus = nullptr;
+    if (shared.capture == &window) shared.capture = nullptr;
+    if (shared.main == &window) shared.main = nullptr;
+    for (auto timer = shared.timers.begin(); timer != shared.timers.end();) {
+        if (timer->second.window != &window) {
+            ++timer;
+            continue;
+        }
+        windowSystem().StopTimer(timer->first);
+        timer = shared.timers.erase(timer);
+    }
+}
+
+void postMessage(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
+    state().posted.push_back(
+        {&window, WindowGuard(window), WindowCore::Of(window), message, wParam, lParam});
+    windowSystem().WakeUp();
+}
+
+void dispatchPosted() {
+    // Those posted meanwhile have their turn afterwards.
+    for (std::size_t left = state().posted.size(); left > 0 && !state().posted.empty(); --left) {
+        const Posted next = state().posted.front();
+        state().posted.pop_front();
+        if (!next.alive || WindowCore::Of(*next.window) != next.core) continue;
+        next.window->SendMessage(next.message, next.wParam, next.lParam);
+    }
+    if (!state().posted.empty()) windowSystem().WakeUp();
+}
+
+void clientMayHaveChanged(CWnd& window) {
+    WindowCore* core = WindowCore::Of(window);
+    if (core == nullptr || core->isBeingDestroyed) return;
+    const CSize size = core->Client().Size();
+    if (size == core->clientSize) return;
+    core->clientSize = size;
+    window.SendMessage(WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
+}
+
+void inputNotUsed() {
+    state().inputUsed = false;
+}
+
+// Input.
+
+bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat) {
+    if (state().hook && state().hook(window, WM_KEYDOWN, key, CPoint())) return true;
+    bool handled = false;
+    const WindowGuard alive(window);
+    if (dialogTakes(window, key, handled)) return handled;
+    if (!alive || window.GetSafeHwnd() == nullptr) return true;
+    const WindowCore* core = WindowCore::Of(window);
+    handled = sendInput(window, WM_KEYDOWN, key, repeat);
+    for (const char ch : characters) {
+        // A key that has moved the focus makes no characters elsewhere.
+        if (!alive || WindowCore::Of(window) != core || state().focus != &window) return true;
+        handled = sendInput(window, WM_CHAR, static_cast<unsigned char>(ch), repeat) || handled;
+    }
+    return handled;
+}
+
+void charactersTyped(CWnd& window, std::string_view characters) {
+    const WindowGuard alive(window);
+    for (const char ch : characters) {
+        if (!alive || state().focus != &window) return;
+        sendInput(window, WM_CHAR, static_cast<unsigned char>(ch), 1);
+    }
+}
+
+LRESULT mouseUsed(CWnd& window, UINT message, WPARAM wParam, CPoint point) {
+    if (state().hook && state().hook(window, message, wParam, point)) return 0;
+    const WindowGuard alive(window);
+    if (message == WM_MOUSEMOVE) {
+        window.SendMessage(WM_SETCURSOR, reinterpret_cast<WPARAM>(window.GetSafeHwnd()),
+                           static_cast<LPARAM>(MAKEWPARAM(HTCLIENT, message)));
+        if (!alive) return 0;
+    }
+    return window.SendMessage(message, wParam, MAKELPARAM(point.x, point.y));
+}
+
+void focusMoved(CWnd* window) {
+    moveFocus(window);
+}
+
+InputHook::InputHook(Function function)
+    : m_before(std::exchange(state().hook, std::move(function))) {}
+
+InputHook::~InputHook() {
+    state().hook = std::move(m_before);
+}
+
+// What happens to native windows.
+
+void paintWindow(CWnd& window, DrawingDevice& device, const Region& area) {
+    WindowCore* core = WindowCore::Of(window);
+    if (core == nullptr || area.IsEmpty()) return;
+    core->update = area;
+    core->isUpdateErased = true;
+    core->paintDevice = &device;
+    const WindowGuard alive(window);
+    window.SendMessage(WM_PAINT);
+    if (!alive) return;
+    core = WindowCore::Of(window);
+    if (core == nullptr) return;
+    core->paintDevice = nullptr;
+    core->update = core->update.Minus(area);
+}
+
+void windowMoved(CWnd& window, const CRect& rect) {
+    WindowCore* core = WindowCore::Of(window);
+    if (core == nullptr) return;
+    core->rect = rect;
+    clientMayHaveChanged(window);
+}
+
+void windowLost(CWnd& window) {
+    if (WindowCore* core = WindowCore::Of(window)) {
+        core->isLost = true;
+        window.DestroyWindow();
+    }
+}
+
+void timerElapsed(int number) {
+    const auto timer = state().timers.find(number);
+    if (timer != state().timers.end()) {
+        timer->second.window->SendMessage(WM_TIMER, timer->second.id);
+    }
+}
+
+void editChanged(CWnd& window) {
+    CWnd* parent = window.GetParent();
+    if (parent == nullptr) return;
+    parent->SendMessage(WM_COMMAND, MAKEWPARAM(static_cast<UINT>(window.GetDlgCtrlID()), EN_CHANGE),
+                        reinterpret_cast<LPARAM>(window.GetSafeHwnd()));
+}
+
+void adoptNative(CWnd& window, std::unique_ptr<NativeWindow> native, const CRect& rect) {
+    auto& core = WindowCore::Slot(window);
+    if (core) return;
+    core = std::make_unique<WindowCore>(window);
+    core->native = std::move(native);
+    core->rect = rect;
+    core->clientSize = rect.Size();
+    core->style = WS_VISIBLE;
+}
+
+NativeWindow* nativeOf(const CWnd& window) {
+    const WindowCore* core = WindowCore::Of(window);
+    return core != nullptr ? core->native.get() : nullptr;
+}
+
+CRect windowPlace(const CWnd& window) {
+    const WindowCore* core = WindowCore::Of(window);
+    return core != nullptr ? core->rect : CRect();
+}
+
+CRect clientArea(const CWnd& window) {
+    const WindowCore* core = WindowCore::Of(window);
+    return core != nullptr ? core->Client() : CRect();
+}
+
+bool clipboardText(CString& text) {
+    return windowSystem().ClipboardText(text);
+}
+
+}  // namespace tessalink
+
+using tessalink::state;
+using tessalink::windowSystem;
+
+CWnd* CWnd::SetFocus() {
+    CWnd* before = state().focus;
+    if (!m_core || !IsWindowEnabled() || before == this) return before;
+    const tessalink::WindowGuard alive(*this);
+    // The native window follows; what it tells of that is known already.
+    tessalink::moveFocus(this);
+    if (alive && m_core && state().focus == this) m_core->native->TakeFocus();
+    return before;
+}
+
+CWnd* CWnd::GetFocus() {
+    return state().focus;
+}
+
+CWnd* CWnd::SetCapture() {
+    CWnd* before = state().capture;
+    if (!m_core) return before;
+    state().capture = this;
+    m_core->native->Capture(true);
+    return before;
+}
+
+CWnd* CWnd::GetCapture() {
+    return state().capture;
+}
+
+BOOL ReleaseCapture() {
+    CWnd* window = std::exchange(state().capture, nullptr);
+    if (window != nullptr) tessalink::nativeOf(*window)->Capture(false);
+    return 1;
+}
+
+UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT period) {
+    if (!m_core) return 0;
+    KillTimer(id);
+    const int number = ++state().lastTimer;
+    state().timers.insert({number, {this, id}});
+    windowSystem().StartTimer(number, period);
+    return id;
+}
+
+BOOL CWnd::KillTimer(UINT_PTR id) {
+    auto& timers = state().timers;
+    const auto timer = std::find_if(timers.begin(), timers.end(), [&](const auto& entry) {
+        return entry.second.window == this && entry.second.id == id;
+    });
+    if (timer == timers.end()) return 0;
+    windowSystem().StopTimer(timer->first);
+    timers.erase(timer);
+    return 1;
+}
+
+CWnd* AfxGetMainWnd() {
+    return state().main;
+}
+
+void AfxSetMainWnd(CWnd* window) {
+    state().main = window;
+}
+
+COLORREF GetSysColor(int index) {
+    return windowSystem().Color(index);
+}
+
+int GetSystemMetrics(int index) {
+    return windowSystem().Metric(index);
+}
+
+BOOL SystemParametersInfo(UINT action, UINT, void* value, UINT) {
+    if (action != SPI_GETWHEELSCROLLLINES || value == nullptr) return 0;
+    *static_cast<int*>(value) = windowSystem().WheelLines();
+    return 1;
+}
+
+short GetKeyState(int key) {
+    return windowSystem().IsKeyDown(key) ? -1 : 0;
+}
+
+BOOL GetCursorPos(POINT* point) {
+    *point = windowSystem().CursorPosition();
+    return 1;
+}
+
+void SetCursor(int shape) {
+    if (CWnd* window = CWnd::GetCapture()) tessalink::nativeOf(*window)->SetCursor(shape);
+}

@@ -1,0 +1,17 @@
+#include "platform/windows/WindowText.h"
+
+#include "platform/windows/CWnd.h"
+
+void ReplaceWindowText(CWnd* window, CString argument) {
+    if (window == nullptr) return;
+    CString text;
+    window->GetWindowText(text);
+    text.Replace("%1", argument);
+    window->SetWindowText(text);
+}
+
+void ReplaceWindowText(CWnd* window, unsigned int resourceId) {
+    CString argument;
+    argument.LoadString(resourceId);
+    ReplaceWindowText(window, argument);
+}
