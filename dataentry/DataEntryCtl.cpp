@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "dataentry/detail/NeighbourIndex.h"
 #include "platform/base/CInvalidArgException.h"
 
 namespace {
@@ -46,7 +47,9 @@ const DataEntryCtl::Axis DataEntryCtl::Axis::cVertical = {
     &DataEntryLayoutMgr::GetItemAfterVertScroll};
 
 DataEntryCtl::DataEntryCtl(DataEntryLayoutMgr* layoutMgr)
-    : m_background(GetSysColor(COLOR_BTNFACE)), m_layoutMgr(layoutMgr) {}
+    : m_background(GetSysColor(COLOR_BTNFACE)),
+      m_layoutMgr(layoutMgr),
+      m_neighbours(std::make_unique<tessalink::NeighbourIndex>()) {}
 
 DataEntryCtl::~DataEntryCtl() {
     DestroyWindow();
@@ -107,7 +110,7 @@ int DataEntryCtl::AddItem(DataEntryItem* item, DataEntryItemUI* interface) {
     item->SetInterfaceIdx(uiIndex);
     item->SetIndex(static_cast<unsigned short>(GetItemCount()));
     m_items.push_back(std::move(ownedItem));
-    m_neighbours.Forget();
+    m_neighbours->Forget();
     if (m_current < 0) m_current = 0;
     set_up();
     return 1;
@@ -149,12 +152,12 @@ void DataEntryCtl::SetItemLoc(int index, const CRect& place) {
     m_places[checked(index)] = place;
     m_extent.cx = std::max(m_extent.cx, place.right);
     m_extent.cy = std::max(m_extent.cy, place.bottom);
-    m_neighbours.Forget();
+    m_neighbours->Forget();
 }
 
 int DataEntryCtl::ClosestItem(int index, tessalink::Side side) const {
     checked(index);
-    return m_neighbours.Closest(m_places, index, side);
+    return m_neighbours->Closest(m_places, index, side);
 }
 
 CRect DataEntryCtl::window_rect(int index) const {

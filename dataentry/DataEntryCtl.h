@@ -7,8 +7,12 @@
 #include "dataentry/DataEntryItem.h"
 #include "dataentry/DataEntryItemUI.h"
 #include "dataentry/DataEntryLayoutMgr.h"
-#include "dataentry/detail/NeighbourIndex.h"
 #include "platform/windows/CWnd.h"
+
+namespace tessalink {
+class NeighbourIndex;
+enum class Side : int;
+}  // namespace tessalink
 
 /// What a form tells its parent by WM_NOTIFY.
 struct DATAENTRYCTL_NOTIFICATION {
@@ -166,7 +170,7 @@ private:
     std::vector<std::unique_ptr<DataEntryItemUI>> m_interfaces;
     std::vector<std::unique_ptr<DataEntryItem>> m_items;
     std::vector<CRect> m_places;
-    mutable tessalink::NeighbourIndex m_neighbours;
+    std::unique_ptr<tessalink::NeighbourIndex> m_neighbours;
     CPoint m_scroll;
     int m_current = -1;
     CSize m_client;

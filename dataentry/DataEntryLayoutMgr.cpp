@@ -1,6 +1,7 @@
 #include "dataentry/DataEntryLayoutMgr.h"
 
 #include "dataentry/DataEntryCtl.h"
+#include "dataentry/detail/NeighbourIndex.h"
 #include "platform/windows/Messages.h"
 
 using tessalink::Side;

@@ -8,7 +8,7 @@
 namespace tessalink {
 
 /// Where a neighbour is looked for.
-enum class Side { Above, Below, Left, Right };
+enum class Side : int { Above, Below, Left, Right };
 
 /// Finds the nearest rectangle on one side of another: of those beyond its edge the one with the
 /// least sum of the gap and the distance of the centres across; the lowest index of several. Only
