@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/windows/CWnd.h"
+
+/// What a list tells its parent by WM_NOTIFY, besides NM_SETFOCUS and NM_KILLFOCUS.
+struct LISTCTL_NOTIFICATION {
+    NMHDR hdr;
+    std::int32_t itemIndex;
+    std::int32_t value;
+};
+
+/// An item's value has changed: the item, its new value.
+inline constexpr int LIST_VALUE_CHANGED = 1;
+/// Another item has become current: the item, 0.
+inline constexpr int LIST_CURRENT_CHANGED = 2;
+
+/// What the lists of responses and of numbers share: cells that run down columns, which continue to
+/// the right and scroll by whole columns; one cell is current, and keys, the mouse and entries make
+/// others current. Only what has changed is painted, whatever the number of cells.
+class TESSALINK_API ColumnListCtl : public CWnd {
+    DECLARE_DYNAMIC(ColumnListCtl)
+
+public:
+    /// Creates the window. Returns nonzero on success.
+    virtual BOOL Create(const RECT& rect, UINT id, CWnd* parent);
+    /// Takes over the place of a dialog's placeholder window.
+    BOOL SubclassDlgItem(UINT id, CWnd* parent);
+    /// -1 for an empty list.
+    int GetCurrItemIdx() const { return m_current; }
+    int GetItemCount() const { return m_count; }
+    /// Whether keys and clicks leave all values as they are; returns what was set before.
+    int SetReadOnly(int readOnly);
+    int IsReadOnly() const { return m_isReadOnly ? 1 : 0; }
+    /// The place of a cell in the client area; empty for an index out of range.
+    CRect GetItemRect(int index) const;
+    /// The cell at a point of the client area, or -1.
+    int ItemAt(CPoint point) const;
+
+    int OnCreate(CREATESTRUCT* create) override;
+    void OnSize(UINT type, int width, int height) override;
+    void OnPaint() override;
+    BOOL OnEraseBkgnd(CDC* dc) override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnHScroll(UINT code, UINT position, CWnd* bar) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    tessalink::AccessibleElement Accessible() const override;
+    int AccessibleChildCount() const override { return m_count; }
+    int AccessibleFocusChild() const override { return m_current; }
+    void ChooseAccessibleChild(int index) override { set_curr_cell(index); }
+    using CWnd::Create;
+
+protected:
+    ColumnListCtl() = default;
+
+    /// Measures the cells and places them in columns.
+    virtual void RecalcLayout();
+    /// Sets m_cellWidth and m_rowHeight.
+    virtual void measure_cells(CDC& dc) = 0;
+    virtual void draw_cell(CDC& dc, int index, const CRect& rect) = 0;
+    /// Makes a cell current, the nearest for an index out of range, and tells the parent.
+    virtual void set_curr_cell(int index);
+
+    void set_count(int count);
+    void scroll_into_view(int index);
+    void repaint_cell(int index);
+    /// Something that stands on a cell has to follow it.
+    virtual void cells_moved() {}
+    LRESULT notify(int code, int index, int value);
+    void notify_focus(int code, int index);
+    /// The colour of a cell, and of what is written in it.
+    COLORREF cell_background(bool isCurrent) const;
+    COLORREF cell_text(bool isCurrent) const;
+    /// Fills a cell; the current one has a bar and a frame besides another colour.
+    void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
+
+    bool m_isReadOnly = false;
+    int m_id = -1;
+    int m_count = 0;
+    int m_current = -1;
+    int m_halfWidth = 0;  ///< half the width of "m"
+    int m_cellWidth = 1;
+    int m_rowHeight = 1;
+    int m_rows = 1;  ///< per column
+    int m_columns = 0;
+    int m_visibleColumns = 0;  ///< those that show whole
+    int m_firstColumn = 0;
+
+private:
+    void scroll_to(int column);
+    int last_first_column() const;
+};

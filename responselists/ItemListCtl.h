@@ -1,0 +1,149 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/ResponseSet.h"
+#include "responselists/ColumnListCtl.h"
+#include "responselists/DoubleKeying.h"
+
+/// Told on request (ItemListCtl::ReportCounts) when the number of answered items has changed.
+struct ITEMLIST_COUNTS_NOTIFICATION {
+    NMHDR hdr;
+    std::int32_t answered;
+    std::int32_t missing;
+    std::int32_t total;
+};
+
+inline constexpr int ITEMLIST_COUNTS = 3;
+/// In a second pass the keyed answer differs from the first one: the item, the second answer.
+inline constexpr int ITEMLIST_DIFFERENCE = 4;
+
+/// A list for keying in the answers to numbered test items, one keystroke per item: every item
+/// shows its number and the captions of its responses; a key that belongs to a response circles it,
+/// and the next item becomes current. The backspace takes the last answers back.
+///
+/// The responses are defined as "[Yes|Yy|1][No|Nn|2]" (see core/ResponseSet.h); a code that is left
+/// out is the response's place, codes have 16 bits. An index out of range raises
+/// CInvalidArgException.
+///
+/// The parent is told of every change (LISTCTL_NOTIFICATION); when the list gains the focus, of the
+/// current item.
+class TESSALINK_API ItemListCtl : public ColumnListCtl {
+    DECLARE_DYNAMIC(ItemListCtl)
+
+public:
+    /// The answer to an item without response.
+    static constexpr std::uint16_t cNoResponse = 0xFFFF;
+    /// So many answers can be taken back.
+    static constexpr std::size_t cMaxUndo = 100'000;
+
+    /// As SetLegend; an empty list when that refuses.
+    ItemListCtl(int count, const char* definition, int defaultResponse);
+    ~ItemListCtl() override;
+
+    /// Replaces the list: so many items, each with the default response, an index within its
+    /// responses, or none when that is negative. Returns 1; an invalid definition, a default beyond
+    /// the responses, a negative count or no definition give 0, the former two an empty list.
+    int SetLegend(int count, const char* definition, int defaultResponse);
+    std::uint16_t GetItem(int index) const { return m_answers[checked(index)]; }
+    void SetItem(int index, std::uint16_t value);
+    /// Removes items and responses.
+    void Clear();
+
+    /// Takes the last answer back and makes its item current; 0 when there is none.
+    int Undo();
+    /// Whether the parent is told how many items are answered.
+    void ReportCounts(int report) { m_reportsCounts = report != 0; }
+    int GetAnsweredCount() const { return m_answered; }
+
+    /// Starts a second pass: answers are hidden until they are keyed again and compared. The object
+    /// must outlive the pass.
+    void BeginVerification(tessalink::DoubleKeying& keying);
+    void EndVerification();
+
+    UINT OnGetDlgCode() override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnLButtonDown(UINT flags, CPoint point) override;
+    void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
+    tessalink::AccessibleElement AccessibleChild(int index) const override;
+
+protected:
+    /// One response, with the width of its caption.
+    struct Response {
+        CString caption;
+        CString keys;
+        std::uint16_t value = 0;
+        int width = 0;
+    };
+    using ResponseList = std::vector<Response>;
+
+    ItemListCtl();
+
+    /// Reads the definition into m_sets (and m_setOfItem); false when it is invalid.
+    virtual bool parse_def_str(std::string_view definition, int count);
+    /// Reads responses off the front of a text.
+    static bool parse_responses(std::string_view& text, ResponseList& responses);
+    /// The responses of an item; null when it has none.
+    virtual const ResponseList* responses_of(int index) const;
+    virtual void create_fonts(int height);
+    void measure_cells(CDC& dc) override;
+    void draw_cell(CDC& dc, int index, const CRect& rect) override;
+    void draw_item(CDC& dc, int index, const CRect& rect);
+    /// Makes a response of the current item its answer.
+    bool set_curr_cell_value_index(int response);
+    void advance_to_next_cell();
+
+    std::vector<ResponseList> m_sets;
+    int m_firstNumber = 1;
+
+private:
+    struct Undone {
+        int item;
+        std::uint16_t before;
+    };
+
+    std::size_t checked(int index) const;
+    void change(int index, std::uint16_t value);
+    void store(int index, std::uint16_t value);
+    bool verify(std::uint16_t value);
+    void told_counts();
+    CString number_text(int index) const;
+    void draw_circle(CDC& dc, const CRect& caption, UINT style) const;
+    int response_at(int index, int x) const;
+
+    std::vector<std::uint16_t> m_answers;
+    std::vector<Undone> m_undo;
+    int m_answered = 0;
+    bool m_reportsCounts = false;
+    tessalink::DoubleKeying* m_keying = nullptr;
+    int m_numberWidth = 0;
+    mutable CFont m_font;
+    mutable CFont m_boldFont;
+};
+
+/// A list whose items have different responses: "[T|Tt][F|Ff]:0-9,12;[1|1][2|2][3|3]:10,11" gives
+/// the first ten items and the thirteenth two responses, the others three. Items are numbered from
+/// 0 here; a number past the last item raises CInvalidArgException and leaves an empty list. An
+/// item that no set names shows its number only.
+class TESSALINK_API ItemListCtl2 : public ItemListCtl {
+    DECLARE_DYNAMIC(ItemListCtl2)
+
+public:
+    ItemListCtl2(int count, const char* definition, int defaultResponse);
+
+    /// The number that is shown for item 0; 1 at start.
+    void SetFirstItemNumber(int number);
+    int GetFirstItemNumber() const { return m_firstNumber; }
+
+protected:
+    bool parse_def_str(std::string_view definition, int count) override;
+    const ResponseList* responses_of(int index) const override;
+
+private:
+    bool assign_items(std::string_view& text, int set);
+
+    std::vector<std::int32_t> m_setOfItem;  ///< -1: none
+};

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "responselists/ColumnListCtl.h"
+#include "responselists/XNumberEdit.h"
+
+/// A list for keying in one whole number for each of a few named entries, for instance a raw score
+/// for each scale. One edit box travels to the current cell. A number outside the range of its
+/// entry is refused with a message when it is committed: by Return, by going to another cell, or
+/// when the focus leaves, then without a message: the number stays in the box, marked, and the
+/// message comes when the focus is back.
+///
+/// The parent is told of every change (LISTCTL_NOTIFICATION). An index out of range raises
+/// CInvalidArgException.
+class TESSALINK_API NumberListCtl : public ColumnListCtl {
+    DECLARE_DYNAMIC(NumberListCtl)
+
+public:
+    static constexpr int cDefaultTextLen = 5;
+    /// So many characters of the box are read.
+    static constexpr int cMaxReadLen = 20;
+    static constexpr UINT cEditId = 1000;
+
+    /// As SetLegend.
+    NumberListCtl(int count, const char** names, int* ranges);
+    ~NumberListCtl() override;
+
+    /// Replaces the list by one of so many entries, all 0. The arrays are not copied and must
+    /// outlive the list: the names, and a minimum and a maximum for each entry, or null for no
+    /// ranges. Returns 1; with a negative count or without names 0, and the list is empty.
+    int SetLegend(int count, const char** names, int* ranges);
+    /// Removes all entries.
+    void Clear();
+    int GetItem(int index) const { return static_cast<int>(m_values[checked(index)]); }
+    void SetItem(int index, int value);
+    /// The current entry can't be changed any more. An index of 65,536 and more counts by its low
+    /// 16 bits.
+    void SetReadOnlyItem(int index);
+    /// The most characters of a number; 5 at start.
+    void SetMaxTextLen(int length);
+    int GetMaxTextLen() const { return m_maxTextLen; }
+
+    // What the edit box tells the list.
+
+    /// Goes to the next entry that can be changed; without one, keeps the number.
+    virtual void OnReturn();
+    /// Shows the entry's number again; false when it was shown already.
+    bool OnCancel();
+    void OnEditSetFocus();
+    void OnEditKillFocus(CWnd* next);
+    /// Gives the focus to the next control of the dialog, or the one before with Shift.
+    void LeaveList();
+
+    int OnCreate(CREATESTRUCT* create) override;
+    UINT OnGetDlgCode() override;
+    void OnLButtonDown(UINT flags, CPoint point) override;
+    void OnSetFocus(CWnd* old) override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    tessalink::AccessibleElement AccessibleChild(int index) const override;
+
+protected:
+    NumberListCtl();
+
+    void measure_cells(CDC& dc) override;
+    void draw_cell(CDC& dc, int index, const CRect& rect) override;
+    void cells_moved() override;
+    void set_curr_cell(int index) override;
+    /// Keeps the number in the box; 0 when it is refused.
+    int update_curr_from_edit(int showMessage);
+    int validate_edit(int value, int showMessage);
+    bool cell_is_read_only(int index) const;
+    bool curr_cell_is_read_only() const { return cell_is_read_only(m_current); }
+    virtual XNumberEdit* create_edit() { return new XNumberEdit(*this); }
+    /// What an entry shows, and what a text of the box stands for.
+    virtual CString value_text(int index) const;
+    virtual std::uint32_t value_of(const CString& text) const;
+    /// Whether a number needs no check of its range.
+    virtual bool is_exempt(std::uint32_t) const { return false; }
+    virtual std::uint32_t start_value() const { return 0; }
+
+    std::vector<std::uint32_t> m_values;
+
+private:
+    std::size_t checked(int index) const;
+    CString name(int index) const;
+    CRect edit_rect(int index) const;
+    void show_edit();
+    void load_edit();
+    int next_editable() const;
+
+    const char** m_names = nullptr;
+    const int* m_ranges = nullptr;
+    std::unique_ptr<XNumberEdit> m_edit;
+    bool m_editIsShown = false;
+    bool m_hasFocus = false;
+    bool m_isRefused = false;  ///< what is in the box was refused when the focus left
+    int m_maxTextLen = cDefaultTextLen;
+    std::set<std::uint16_t> m_readOnly;
+    int m_legendWidth = 0;
+    int m_editWidth = 0;
+    mutable CFont m_font;
+    mutable CFont m_boldFont;
+};
+
+/// A number list whose current entry a program may choose.
+class TESSALINK_API NumberListCtl2 : public NumberListCtl {
+    DECLARE_DYNAMIC(NumberListCtl2)
+
+public:
+    NumberListCtl2(int count, const char** names, int* ranges);
+
+    void SetCurrItem(int index);
+
+protected:
+    XNumberEdit* create_edit() override { return new XNumberEdit2(*this); }
+};
+
+/// A number list whose entries may be missing: they show nothing and hold the missing-value code,
+/// as all do at start. An empty text is missing, whatever the range.
+class TESSALINK_API NumberListCtl3 : public NumberListCtl {
+    DECLARE_DYNAMIC(NumberListCtl3)
+
+public:
+    NumberListCtl3(int count, const char** names, int* ranges, unsigned int missingValue);
+
+    /// Entries that are missing get the new code.
+    void SetMissingValue(unsigned int value);
+    unsigned int GetMissingValue() const { return m_missing; }
+    void SetItemMissing(int index) { SetItem(index, static_cast<int>(m_missing)); }
+
+protected:
+    XNumberEdit* create_edit() override { return new XNumberEdit3(*this); }
+    CString value_text(int index) const override;
+    std::uint32_t value_of(const CString& text) const override;
+    bool is_exempt(std::uint32_t value) const override { return value == m_missing; }
+    std::uint32_t start_value() const override { return m_missing; }
+
+private:
+    std::uint32_t m_missing;
+};

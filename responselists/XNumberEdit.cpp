@@ -1,0 +1,92 @@
+#include "responselists/XNumberEdit.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "responselists/NumberListCtl.h"
+
+namespace {
+
+constexpr UINT cFirstPrintable = 32;
+
+}  // namespace
+
+UINT XNumberEdit::OnGetDlgCode() {
+    return DLGC_WANTALLKEYS;
+}
+
+bool XNumberEdit::IsValid(const CString& text) const {
+    std::string_view digits = text.View();
+    if (!digits.empty() && digits.front() == '-') digits.remove_prefix(1);
+    return std::all_of(digits.begin(), digits.end(),
+                       [](char ch) { return ch >= '0' && ch <= '9'; }) &&
+           text.GetLength() <= m_list.GetMaxTextLen();
+}
+
+CString XNumberEdit::replaced(const CString& text) const {
+    CString now;
+    GetWindowText(now);
+    int start = 0;
+    int end = 0;
+    GetSel(start, end);
+    return now.Left(start) + text + now.Mid(end);
+}
+
+bool XNumberEdit::leads_out(UINT key) const {
+    if (key < VK_PRIOR || key > VK_DOWN) return false;
+    if (key != VK_LEFT && key != VK_RIGHT) return true;
+    if (IsKeyDown(VK_SHIFT)) return false;
+    int start = 0;
+    int end = 0;
+    GetSel(start, end);
+    const int length = GetWindowTextLength();
+    if (start != end) return start == 0 && end == length;
+    return key == VK_LEFT ? start == 0 : end == length;
+}
+
+void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (key == VK_TAB) {
+        m_list.LeaveList();
+    } else if (key == VK_RETURN) {
+        m_list.OnReturn();
+    } else if (key == VK_ESCAPE) {
+        if (!m_list.OnCancel()) CWnd::OnKeyDown(key, repeat, flags);
+    } else if (leads_out(key)) {
+        m_list.OnKeyDown(key, repeat, flags);
+    } else {
+        CEdit::OnKeyDown(key, repeat, flags);
+    }
+}
+
+void XNumberEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
+    if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) return;
+    const bool isCommand = ch < cFirstPrintable;
+    if (isCommand || IsValid(replaced(CString(static_cast<char>(ch))))) {
+        CEdit::OnChar(ch, repeat, flags);
+    } else {
+        MessageBeep(MB_ICONHAND);
+    }
+}
+
+void XNumberEdit::OnPaste() {
+    CString text;
+    if (!tessalink::clipboardText(text) || !IsValid(replaced(text))) {
+        MessageBeep(MB_ICONHAND);
+    } else {
+        CEdit::OnPaste();
+    }
+}
+
+void XNumberEdit::OnSetFocus(CWnd* old) {
+    CEdit::OnSetFocus(old);
+    m_list.OnEditSetFocus();
+}
+
+void XNumberEdit::OnKillFocus(CWnd* next) {
+    CEdit::OnKillFocus(next);
+    m_list.OnEditKillFocus(next);
+}
+
+BOOL XNumberEdit::OnMouseWheel(UINT flags, short delta, CPoint point) {
+    return m_list.OnMouseWheel(flags, delta, point);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/windows/CEdit.h"
+
+class NumberListCtl;
+
+/// The edit box of a number list: digits, with a minus sign in front if wanted. What else is keyed
+/// or pasted is refused with a beep. The keys that move between cells go to the list: all but Left
+/// and Right, which do at the ends of the text or when all of it is selected.
+class TESSALINK_API XNumberEdit : public CEdit {
+public:
+    /// `list` must outlive it.
+    explicit XNumberEdit(NumberListCtl& list) : m_list(list) {}
+
+    UINT OnGetDlgCode() override;
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
+    void OnChar(UINT ch, UINT repeat, UINT flags) override;
+    void OnPaste() override;
+    void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
+    BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+
+    /// Whether the box may have this text.
+    virtual bool IsValid(const CString& text) const;
+
+private:
+    bool leads_out(UINT key) const;
+    CString replaced(const CString& text) const;
+
+    NumberListCtl& m_list;
+};
+
+/// The edit boxes of the two further lists. They take what the first one takes.
+class TESSALINK_API XNumberEdit2 : public XNumberEdit {
+public:
+    using XNumberEdit::XNumberEdit;
+};
+
+class TESSALINK_API XNumberEdit3 : public XNumberEdit {
+public:
+    using XNumberEdit::XNumberEdit;
+};
