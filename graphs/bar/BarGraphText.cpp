@@ -6,35 +6,11 @@
 #include "graphs/bar/BarPointGraphic.h"
 #include "graphs/bar/BarRangeGraphic.h"
 #include "graphs/bar/BarScale.h"
-#include "platform/base/NumberText.h"
+#include "graphs/common/PlainLabel.h"
 
 namespace tessalink {
 
 namespace {
-
-constexpr char cSwitch = '\\';
-constexpr int cDecimals = 2;
-
-/// A label as running text.
-CString plainText(const CString& label) {
-    CString plain;
-    for (std::string_view rest = label.View(); !rest.empty(); rest.remove_prefix(1)) {
-        if (rest.front() == cSwitch && rest.size() > 1) {
-            rest.remove_prefix(1);
-            if (rest.front() == cSwitch) plain += cSwitch;
-        } else {
-            plain += rest.front() == '\n' || rest.front() == '\r' ? ' ' : rest.front();
-        }
-    }
-    return plain.Trim();
-}
-
-/// Whole numbers as such, others with up to two decimals.
-CString numberText(double value) {
-    CString text = formatDouble(value, 0, cDecimals);
-    if (text.Find('.') >= 0) text.TrimRight('0').TrimRight('.');
-    return text == "-0" ? CString("0") : text;
-}
 
 void addMark(ScaleText& text, const BarGraphic* mark) {
     if (const auto* point = dynamic_cast<const BarPointGraphic*>(mark)) {
@@ -46,8 +22,8 @@ void addMark(ScaleText& text, const BarGraphic* mark) {
 
 ScaleText textOf(const BarScale& scale) {
     ScaleText text;
-    text.name = plainText(scale.GetLeftDesc());
-    if (text.name.IsEmpty()) text.name = plainText(scale.GetRightDesc());
+    text.name = plainLabel(scale.GetLeftDesc());
+    if (text.name.IsEmpty()) text.name = plainLabel(scale.GetRightDesc());
     text.min = scale.GetScaleMin();
     text.max = scale.GetScaleMax();
     for (int i = 0; i < scale.GetGraphicCount(); ++i) addMark(text, scale.GetGraphic(i));
@@ -55,12 +31,12 @@ ScaleText textOf(const BarScale& scale) {
 }
 
 CString pointText(const ScaleText::Point& point) {
-    return point.name + (point.name.IsEmpty() ? "" : " ") + numberText(point.value);
+    return point.name + (point.name.IsEmpty() ? "" : " ") + plainNumber(point.value);
 }
 
 CString rangeText(const ScaleText::Range& range) {
-    return (range.name.IsEmpty() ? CString("range") : range.name) + " " + numberText(range.from) +
-           " to " + numberText(range.to);
+    return (range.name.IsEmpty() ? CString("range") : range.name) + " " + plainNumber(range.from) +
+           " to " + plainNumber(range.to);
 }
 
 /// The marks, each with a comma after it.

@@ -11,9 +11,6 @@ public:
     /// None 0, Inside 1, Below 2.
     using LegendType = tessalink::ProfileLegend;
 
-    /// The size of symbols, in percent of what it is designed to be.
-    static constexpr int cFullPointScale = 100;
-
     /// As that of ProfileGraph.
     ProfileGraph2(int yMin, int yMax, int majorStep, int minorStep, int leftAxis, int rightAxis,
                   int designWidth, int designHeight);
@@ -27,7 +24,9 @@ public:
     /// of the lines (PS_SOLID to PS_DASHDOTDOT), `decimals` how many the values beside the points
     /// have. Returns 0 when there is no memory.
     int AddProfile(const char* name, double* values, COLORREF color, std::uint32_t id,
-                   PointType type, int lineStyle, int decimals);
+                   PointType type, int lineStyle, int decimals) {
+        return add_profile(name, values, color, id, type, lineStyle, decimals);
+    }
     void ShowLegend(LegendType type) { m_legend = type; }
     /// Percent; 100 at start.
     void SetPointScale(int percent) { m_pointScale = percent; }
@@ -39,31 +38,10 @@ public:
 protected:
     /// Writes the value above or below the point: where the profile's lines are not, or on the
     /// other side when only there no other point is.
-    virtual void draw_point_text(CDC* dc, int x, int y, int size, int scaleIndex,
-                                 ProfileInfo* profile);
-
-    void calc_legend_rect(CDC* dc) override;
-    void draw_line_legends(CDC* dc) override;
-    void plot_data(CDC* dc, int x, int y, int size, int scaleIndex, ProfileInfo* profile) override;
-    void recalc_layout(CDC* dc, CRect& rect) override;
-    int symbol_size() const override;
+    void draw_point_text(CDC* dc, int x, int y, int size, int scaleIndex,
+                         ProfileInfo* profile) override;
 
 private:
-    /// Which way a line leaves a point: 1 upward, -1 downward, 0 level; nothing without neighbour.
-    struct Slope {
-        bool exists = false;
-        int direction = 0;
-    };
-
-    Slope slope_to(const ProfileInfo& profile, int scaleIndex, int neighbour) const;
-    bool break_between(int scaleIndex, int neighbour) const;
     /// Whether a point of another profile lies where a line of text would, from `top` down.
     bool is_taken(int scaleIndex, int top, const ProfileInfo* own) const;
-    /// Calls `visit(entry, left, row)` for each entry of a legend so wide, and returns its rows.
-    template <class Visit>
-    int flow_entries(const CDC& dc, int width, Visit visit) const;
-
-    int m_pointScale = cFullPointScale;
-    int m_pointTextsShown = 1;
-    CRect m_legendArea;  ///< below the plot
 };

@@ -25,7 +25,7 @@ void ProfileGraph3::AddBand(const double* lows, const double* highs, COLORREF co
                                                                 {highs, highs + m_scaleCount},
                                                                 color,
                                                                 label != nullptr ? label : "",
-                                                                0}));
+                                                                false}));
 }
 
 void ProfileGraph3::RemoveBands() {
@@ -42,6 +42,14 @@ void ProfileGraph3::Clear() {
     ProfileGraph2::Clear();
     RemoveBands();
     m_breakKinds.RemoveAll();
+}
+
+std::vector<tessalink::ProfileRegion> ProfileGraph3::GetRegions() const {
+    std::vector<tessalink::ProfileRegion> regions;
+    if (m_bandsShown == 0) return regions;
+    regions.reserve(m_regions.size());
+    for (const auto& region : m_regions) regions.push_back(*region);
+    return regions;
 }
 
 void ProfileGraph3::draw_bands(CDC* dc) {
@@ -85,6 +93,7 @@ void ProfileGraph3::draw_region(CDC* dc, const RegionInfo& region) const {
 }
 
 void ProfileGraph3::draw_breaks(CDC* dc) {
+    if (m_breaks.IsEmpty() || is_empty_plot()) return;
     CPen pen(PS_SOLID, line_width(), cBlack);
     const Selected selected(*dc, &pen);
     for (int i = 0; i < m_breaks.GetSize(); ++i) {
@@ -94,8 +103,8 @@ void ProfileGraph3::draw_breaks(CDC* dc) {
         const int x = dev_x(m_breaks[i] + 0.5);
         tessalink::DashedPath path(kind == cDashedBreak ? PS_DASH : PS_SOLID, m_scaleFactor);
         for (const int offset : {-apart, apart}) {
-            path.MoveTo({x + offset, dev_y(m_yMin)});
-            path.LineTo(*dc, {x + offset, dev_y(m_yMax)});
+            path.MoveTo({x + offset, dev_y(m_scores.min)});
+            path.LineTo(*dc, {x + offset, dev_y(m_scores.max)});
             if (apart == 0) break;
         }
     }

@@ -30,15 +30,10 @@ public:
     void AddBreak(int scale, int kind = cLineBreak);
     void Clear();
 
+    std::vector<tessalink::ProfileRegion> GetRegions() const override;
+
 protected:
-    /// A shaded area of the plot.
-    struct RegionInfo {
-        std::vector<double> lows;
-        std::vector<double> highs;
-        COLORREF color = 0;
-        CString label;
-        bool isConstant = false;
-    };
+    using RegionInfo = tessalink::ProfileRegion;
 
     void draw_bands(CDC* dc) override;
     void draw_breaks(CDC* dc) override;

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "graphs/common/DeviceUnits.h"
+#include "graphs/profile/detail/MarkShape.h"
 #include "platform/graphics/DCScope.h"
 
 namespace tessalink {
@@ -12,8 +12,8 @@ namespace tessalink {
 namespace {
 
 constexpr int cFilledSymbols = 4;
-/// The half width of a triangle of even sides, by its height above the middle.
-constexpr double cTriangleWidth = 0.8660254;
+/// The disc among the shapes of marks.
+constexpr int cFirstShape = 2;
 /// More dashes than these in one line are a solid line to every eye.
 constexpr double cMaxDashes = 10'000;
 
@@ -21,48 +21,20 @@ constexpr double cMaxDashes = 10'000;
 constexpr std::array<std::array<double, 6>, 5> cPatterns = {
     {{}, {5, 3}, {1, 2}, {5, 2, 1, 2}, {5, 2, 1, 2, 1, 2}}};
 
-void drawPolygon(CDC& dc, std::initializer_list<POINT> points) {
-    dc.Polygon(points.begin(), static_cast<int>(points.size()));
-}
-
 void drawDash(CDC& dc, POINT from, POINT to) {
     dc.MoveTo(from);
     dc.LineTo(to);
-}
-
-void drawShape(CDC& dc, int x, int y, int r, int shape) {
-    const int d = wrapMul(12, r) / 10;
-    const int below = wrapAdd(y, d / 2);
-    const int left = wrapSub(x, r);
-    const int top = wrapSub(y, r);
-    switch (shape) {
-        case 0:
-            dc.Ellipse(left, top, wrapAdd(x, r), wrapAdd(y, r));
-            break;
-        case 1:
-            dc.Rectangle(left, top, wrapAdd(x, r), wrapAdd(y, r));
-            break;
-        case 2: {
-            const int w = toDevice(d * cTriangleWidth);
-            drawPolygon(dc, {{x, wrapSub(y, d)}, {wrapAdd(x, w), below}, {wrapSub(x, w), below}});
-            break;
-        }
-        default:
-            drawPolygon(
-                dc,
-                {{x, wrapSub(y, d)}, {wrapAdd(x, d), y}, {x, wrapAdd(y, d)}, {wrapSub(x, d), y}});
-    }
 }
 
 }  // namespace
 
 void drawProfileSymbol(CDC& dc, int x, int y, int size, int symbol) {
     if (symbol < cFilledSymbols) {
-        drawShape(dc, x, y, size, symbol);
+        drawMarkShape(dc, x, y, size, size, cFirstShape + symbol);
         return;
     }
     const Selected hollow(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    drawShape(dc, x, y, size, symbol - cFilledSymbols);
+    drawMarkShape(dc, x, y, size, size, cFirstShape + symbol - cFilledSymbols);
 }
 
 DashedPath::DashedPath(int style, double unit) {

@@ -1,0 +1,201 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "graphs/profile/BandInfo.h"
+#include "graphs/profile/ProfileInfo.h"
+#include "graphs/profile/ScoreAxis.h"
+#include "platform/graphics/CDC.h"
+
+namespace tessalink {
+
+/// Where the names of the profiles stand.
+enum class ProfileLegend {
+    None = 0,
+    Inside = 1,  ///< in the plot, at the place that SetLegendPosition names
+    Below = 2,   ///< under everything, in rows that take room from the plot
+};
+
+/// A range of scores that is shaded: the same for all scales, or one for each.
+struct ProfileRegion {
+    std::vector<double> lows;
+    std::vector<double> highs;
+    COLORREF color = 0;
+    CString label;  ///< may be empty
+    bool isConstant = true;
+};
+
+/// What upright and horizontal profile graphs have in common: profiles, a range of scores, bands,
+/// reference lines and a legend, scaled from a design size to any rectangle. It is used through
+/// ProfileGraph, ProfileGraph2, ProfileGraph3 and HorProfileGraph.
+///
+/// Scales are numbered from 1. A score that equals the missing value, is not a number, or has no
+/// place in the profile's array is no score. All arrays that are handed over come from an array new
+/// and are deleted by the graph.
+class TESSALINK_API BasicProfileGraph {
+public:
+    using ProfileInfo = tessalink::ProfileInfo;
+
+    static constexpr double cDefaultMissingValue = -999999999.0;
+    /// The size of symbols, in percent of what it is designed to be.
+    static constexpr int cFullPointScale = 100;
+
+    virtual ~BasicProfileGraph();
+    BasicProfileGraph(const BasicProfileGraph&) = delete;
+    BasicProfileGraph& operator=(const BasicProfileGraph&) = delete;
+
+    /// Draws the whole graph. The context's colours, alignment, pen, brush and font are as before
+    /// afterwards, also after an exception. A rectangle too small for any text gets its frame only.
+    virtual void Draw(CDC* dc, CRect rect);
+
+    /// The size that all fonts and pens are designed for.
+    void SetDesignSize(int width, int height) {
+        m_designWidth = width;
+        m_designHeight = height;
+    }
+    void SetMissingValue(double value) { m_missingValue = value; }
+    double GetMissingValue() const { return m_missingValue; }
+
+    /// Changes the name, the scores or both (those that are not null) of the first profile with the
+    /// identifier. Returns 0 when there is none; the scores stay the caller's then.
+    int UpdateProfile(std::uint32_t id, const char* name, double* values);
+    /// Deletes the first profile with the identifier, if there is one.
+    void RemoveProfile(std::uint32_t id);
+    void RemoveProfiles();
+
+    void AddBand(int from, int to, COLORREF color) { m_bands.Add({from, to, color}); }
+    void RemoveBands() { m_bands.RemoveAll(); }
+    void ShowBands(int show) { m_bandsShown = show; }
+    const BandInfoArray& GetBands() const { return m_bands; }
+    /// Stores the bands, or replaces them by those loaded. Faults are those of CArchive; what was
+    /// loaded before one stays.
+    void SerializeBands(CArchive& archive) { m_bands.Serialize(archive); }
+
+    /// Where the legend's left top corner lies, in percent of the plot from its left top corner.
+    void SetLegendPosition(int xPercent, int yPercent) {
+        m_legendX = xPercent;
+        m_legendY = yPercent;
+    }
+
+    // What the graph holds.
+    const ScoreAxis& GetScores() const { return m_scores; }
+    int GetScaleCount() const { return m_scaleCount; }
+    /// The name of a scale, from 1. A number out of range raises CInvalidArgException.
+    virtual CString GetScaleText(int scale) const = 0;
+    int GetProfileCount() const { return static_cast<int>(m_profiles.size()); }
+    /// An index out of range raises CInvalidArgException.
+    const ProfileInfo& GetProfile(int index) const { return *m_profiles[checked_profile(index)]; }
+    bool IsScore(const ProfileInfo& profile, int scaleIndex) const;
+    int GetReferenceLineCount() const { return m_referenceLines.GetSize(); }
+    /// The score of a reference line; an index out of range raises CInvalidArgException.
+    int GetReferenceLine(int index) const { return static_cast<int>(m_referenceLines[index]); }
+    /// The ranges of scores that are shaded: none when bands are not shown.
+    virtual std::vector<ProfileRegion> GetRegions() const;
+
+protected:
+    BasicProfileGraph() = default;
+
+    // The steps of Draw. Variants override them.
+
+    /// Draws everything into the frame.
+    virtual void draw_contents(CDC* dc, CRect& rect) = 0;
+    virtual void draw_data_series(CDC* dc);
+    /// What stands at one point; `scaleIndex` counts from 0.
+    virtual void plot_data(CDC* dc, int x, int y, int size, int scaleIndex, ProfileInfo* profile);
+    /// Writes the value beside a point, when such texts are shown.
+    virtual void draw_point_text(CDC*, int, int, int, int, ProfileInfo*) {}
+    /// Sets the rectangle of the legend.
+    virtual void calc_legend_rect(CDC* dc);
+    virtual void draw_line_legends(CDC* dc);
+
+    // The entries of the legend: one for each profile, to which a variant adds.
+    virtual int legend_entry_count() const { return GetProfileCount(); }
+    virtual CString legend_entry_name(int index) const { return GetProfile(index).GetName(); }
+    /// The sample of an entry: 3 characters wide from (left, y), y is its middle.
+    virtual void draw_legend_sample(CDC* dc, int index, int left, int y);
+    virtual bool legend_is_drawn() const;
+
+    // Where a variant has its plot.
+    virtual CRect plot_rect() const = 0;
+    virtual CPoint score_place(int scaleIndex, double score) const = 0;
+    /// For each scale, whether lines end at it.
+    virtual std::vector<bool> line_ends() const = 0;
+
+    /// Appends a profile with the next symbol. Returns null when there is no memory for it; the
+    /// scores are deleted then.
+    ProfileInfo* add_profile(const char* name, double* values, COLORREF color, std::uint32_t id);
+    int add_profile(const char* name, double* values, COLORREF color, std::uint32_t id,
+                    ProfilePointType type, int lineStyle, int decimals);
+    bool find_profile_location(std::uint32_t id, int& index) const;
+    int get_symbol() const;
+    void draw_symbol(CDC* dc, int x, int y, int size, int symbol);
+    /// The half size of a symbol in the plot.
+    int symbol_size() const;
+    /// The width of thin lines: breaks, sky line and profiles.
+    int line_width() const;
+    /// The width of the lines around the plot.
+    int axis_width() const;
+    void measure_letter(CDC* dc);
+    /// A legend below the plot takes its rows from the rectangle.
+    void take_legend_room(CDC* dc, CRect& rect);
+
+    /// The label of an end of the axis: the score after a sign of the symbol font.
+    struct EndLabel {
+        CString sign;
+        CString text;
+        int signWidth = 0;
+        int width = 0;
+    };
+    EndLabel end_label(CDC* dc, bool isLower, CFont& symbols) const;
+    void draw_end_label(CDC* dc, int left, int top, const EndLabel& label, CFont& symbols) const;
+
+    /// Where a line leads from a point: 1 to higher scores, -1 to lower ones, 0 to equal ones.
+    struct Slope {
+        bool exists = false;
+        int direction = 0;
+
+        bool IsUp() const { return exists && direction > 0; }
+        bool IsDown() const { return exists && direction < 0; }
+    };
+    Slope slope_to(const ProfileInfo& profile, int scaleIndex, int neighbour) const;
+    CString point_text(const ProfileInfo& profile, int scaleIndex) const;
+
+    double m_missingValue = cDefaultMissingValue;
+    int m_designWidth = 0;
+    int m_designHeight = 0;
+    std::array<int, 8> m_symbolUse{};
+    int m_scaleCount = 0;
+    ScoreAxis m_scores;
+    int m_fontHeight = 0;
+    int m_charWidth = 0;
+    int m_charHeight = 0;
+    CArray<unsigned, unsigned> m_referenceLines;
+    std::vector<std::unique_ptr<ProfileInfo>> m_profiles;
+    ProfileLegend m_legend = ProfileLegend::Inside;
+    int m_legendX = 5;
+    int m_legendY = 5;
+    CRect m_legendRect;
+    BandInfoArray m_bands;
+    int m_bandsShown = 1;
+    double m_scaleFactor = 0;
+    int m_pointScale = cFullPointScale;
+    int m_pointTextsShown = 1;
+
+private:
+    std::size_t checked_profile(int index) const;
+    void draw_profile(CDC* dc, ProfileInfo& profile, int size);
+    /// The half size of a symbol in the legend.
+    int legend_symbol_size() const { return (m_charWidth / 2 + 1) & ~1; }
+    void draw_legend_entry(CDC* dc, int index, int left, int top);
+    /// Calls `visit(entry, left, row)` for each entry of a legend so wide, and returns its rows.
+    template <class Visit>
+    int flow_entries(const CDC& dc, int width, Visit visit) const;
+
+    std::vector<bool> m_lineEnds;  ///< of the profiles that are being drawn
+    CRect m_legendArea;            ///< below the plot
+};
+
+}  // namespace tessalink
