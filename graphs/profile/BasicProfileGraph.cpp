@@ -163,9 +163,11 @@ void BasicProfileGraph::measure_letter(CDC* dc) {
 BasicProfileGraph::EndLabel BasicProfileGraph::end_label(CDC* dc, bool isLower,
                                                          CFont& symbols) const {
     EndLabel label;
-    label.sign = CString(isLower ? cLessOrEqual : cGreaterOrEqual, 1);
-    label.text.Format(" %d", isLower ? m_scores.labelStart : m_scores.labelEnd);
+    const bool hasSign = has_end_sign(isLower);
+    label.text.Format(hasSign ? " %d" : "%d", isLower ? m_scores.labelStart : m_scores.labelEnd);
     label.width = dc->GetTextExtent(label.text).cx;
+    if (!hasSign) return label;
+    label.sign = CString(isLower ? cLessOrEqual : cGreaterOrEqual, 1);
     const Selected selected(*dc, &symbols);
     label.signWidth = dc->GetTextExtent(label.sign).cx;
     label.width = wrapAdd(label.width, label.signWidth);
@@ -179,6 +181,7 @@ void BasicProfileGraph::draw_end_label(CDC* dc, int left, int top, const EndLabe
     const int baseLine = wrapAdd(top, metrics.tmAscent);
     dc->SetTextAlign(TA_LEFT | TA_BASELINE);
     dc->TextOut(wrapAdd(left, label.signWidth), baseLine, label.text);
+    if (label.sign.IsEmpty()) return;
     const Selected selected(*dc, &symbols);
     dc->TextOut(left, baseLine, label.sign);
 }
@@ -206,7 +209,7 @@ void BasicProfileGraph::draw_profile(CDC* dc, ProfileInfo& profile, int size) {
     for (int i = 0; i < m_scaleCount; ++i) {
         const bool isScore = IsScore(profile, i);
         if (isScore) {
-            const CPoint point = score_place(i, profile.GetValue(i));
+            const CPoint point = score_place(i, drawn_score(&profile, i));
             plot_data(dc, point.x, point.y, size, i, &profile);
             if (connected) {
                 path.LineTo(*dc, point);

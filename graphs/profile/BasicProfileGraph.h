@@ -117,6 +117,12 @@ protected:
     /// The sample of an entry: 3 characters wide from (left, y), y is its middle.
     virtual void draw_legend_sample(CDC* dc, int index, int left, int y);
     virtual bool legend_is_drawn() const;
+    /// Whether the label of an end has a sign that stands for the scores beyond.
+    virtual bool has_end_sign(bool) const { return true; }
+    /// The score that a point stands at.
+    virtual double drawn_score(ProfileInfo* profile, int scaleIndex) const {
+        return profile->GetValue(scaleIndex);
+    }
 
     // Where a variant has its plot.
     virtual CRect plot_rect() const = 0;

@@ -94,6 +94,10 @@ protected:
     int dev_y_in_plot(double score) const;
     /// The axes and the scales' legend.
     void draw_legends(CDC* dc);
+    // The parts of a score axis beside its line.
+    void draw_y_legend(CDC* dc, int x, bool isLeft);
+    void draw_score_ticks(CDC* dc, int x, bool isLeft);
+    void draw_score_labels(CDC* dc, int x, bool isLeft);
     void draw_x_legend(CDC* dc, CStringArray* row, int y, CFont* normal, CFont* italic,
                        CFont* bold);
     /// Whether nothing is drawn between the axes.
@@ -119,9 +123,6 @@ private:
         return m_legendRows[static_cast<std::size_t>(index)] != nullptr;
     }
     int row_count() const;
-    void draw_y_legend(CDC* dc, int x, bool isLeft);
-    void draw_score_ticks(CDC* dc, int x, bool isLeft);
-    void draw_score_labels(CDC* dc, int x, bool isLeft);
     void draw_scale_rows(CDC* dc);
     void draw_first_row(CDC* dc, CFont* normal, CFont* italic, CFont* bold);
     int label_top(int score) const { return wrapSub(dev_y(score), m_charHeight / 2); }

@@ -442,8 +442,10 @@ CPaintDC::CPaintDC(CWnd* window) {
     const bool erases = std::exchange(core->isUpdateErased, false);
     if (core->paintDevice == nullptr) return;
     AttachDevice(core->paintDevice);
+    SetViewportOrg(core->paintOrigin);
     CRgn clip;
     clip.Assign(area);
+    clip.OffsetRgn(core->paintOrigin.x, core->paintOrigin.y);
     SelectClipRgn(&clip);
     if (erases)
         window->SendMessage(WM_ERASEBKGND, 0, reinterpret_cast<LPARAM>(static_cast<CDC*>(this)));

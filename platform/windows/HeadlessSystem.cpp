@@ -258,13 +258,17 @@ bool HeadlessSystem::paint_invalid() {
     return any;
 }
 
-void HeadlessSystem::PaintAll(CWnd& window, DrawingDevice& device) {
+void HeadlessSystem::PaintAll(CWnd& window, DrawingDevice& device, CPoint origin) {
     CRect client;
     window.GetClientRect(&client);
-    paintWindow(window, device, Region(client));
+    paintWindow(window, device, Region(client), origin);
     for (int i = 0; i < window.GetChildCount(); ++i) {
         CWnd* child = window.GetChild(i);
-        if (child->IsWindowVisible() != 0) PaintAll(*child, device);
+        if (child->IsWindowVisible() == 0) continue;
+        const CPoint place = windowPlace(*child).TopLeft();
+        const CPoint inside = clientArea(*child).TopLeft();
+        PaintAll(*child, device,
+                 CPoint(origin.x + place.x + inside.x, origin.y + place.y + inside.y));
     }
 }
 

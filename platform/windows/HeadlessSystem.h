@@ -48,7 +48,7 @@ public:
     void Queue(std::function<void()> step) { m_steps.push_back(std::move(step)); }
 
     // Paints a window and what is in it on a device.
-    void PaintAll(CWnd& window, DrawingDevice& device);
+    void PaintAll(CWnd& window, DrawingDevice& device, CPoint origin = {});
 
     // What windows have told assistive technology.
     struct Told {

@@ -201,12 +201,13 @@ InputHook::~InputHook() {
 
 // What happens to native windows.
 
-void paintWindow(CWnd& window, DrawingDevice& device, const Region& area) {
+void paintWindow(CWnd& window, DrawingDevice& device, const Region& area, CPoint origin) {
     WindowCore* core = WindowCore::Of(window);
     if (core == nullptr || area.IsEmpty()) return;
     core->update = area;
     core->isUpdateErased = true;
     core->paintDevice = &device;
+    core->paintOrigin = origin;
     const WindowGuard alive(window);
     window.SendMessage(WM_PAINT);
     if (!alive) return;

@@ -118,8 +118,9 @@ TESSALINK_API void charactersTyped(CWnd& window, std::string_view characters);
 TESSALINK_API LRESULT mouseUsed(CWnd& window, UINT message, WPARAM wParam, CPoint point);
 // The focus went to a window, or to none, without SetFocus.
 TESSALINK_API void focusMoved(CWnd* window);
-// The window paints an area of its client area on a device whose origin is that of the client area.
-TESSALINK_API void paintWindow(CWnd& window, DrawingDevice& device, const Region& area);
+// The window paints an area of its client area on a device, where that lies at the origin.
+TESSALINK_API void paintWindow(CWnd& window, DrawingDevice& device, const Region& area,
+                               CPoint origin = {});
 // The window has another size or place, or is gone, without a call of ours.
 TESSALINK_API void windowMoved(CWnd& window, const CRect& rect);
 TESSALINK_API void windowLost(CWnd& window);

@@ -28,6 +28,7 @@ struct WindowCore {
     Region update;
     bool isUpdateErased = false;
     DrawingDevice* paintDevice = nullptr;  // while it is painted
+    CPoint paintOrigin;                    // of the client area on that
     bool isBeingDestroyed = false;
     bool isLost = false;  // its native window is gone
     std::unique_ptr<NativeWindow> native;
