@@ -184,7 +184,7 @@ tessalink::ProfileInfo* ProfileGraphWindow<Graph>::profile_at(CPoint point, int&
     // The scales lie at equal distances.
     const double first = this->dev_x(1);
     scale = toInt(std::floor((point.x - first) / this->m_xScale + 1.5));
-    if (scale <= this->m_xMin || scale >= this->m_xMax) return nullptr;
+    if (scale < 1 || scale > this->m_scaleCount) return nullptr;
     const int radius = this->m_charWidth / 2;
     if (!isWithin(point.x, this->dev_x(scale), radius)) return nullptr;
     const auto found =
