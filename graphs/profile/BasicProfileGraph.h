@@ -70,8 +70,8 @@ public:
     void RemoveBands() { m_bands.RemoveAll(); }
     void ShowBands(int show) { m_bandsShown = show; }
     const BandInfoArray& GetBands() const { return m_bands; }
-    /// Stores the bands, or replaces them by those loaded. Faults are those of CArchive; what was
-    /// loaded before one stays.
+    /// Stores the bands, or replaces them by those loaded. Faults are those of CArchive, and a
+    /// CInvalidArgException for a count beyond 31 bits.
     void SerializeBands(CArchive& archive) { m_bands.Serialize(archive); }
 
     /// Where the legend's left top corner lies, in percent of the plot from its left top corner.

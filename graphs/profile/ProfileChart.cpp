@@ -112,7 +112,7 @@ void ProfileChart::recalc_layout(CDC* dc, CRect& rect) {
         rect.bottom - ((m_charHeight + gap) * rows + gap + tick) - (rows == 1 ? m_charHeight : 0);
     const int top = rect.top + (m_yLegend.IsEmpty() ? 0 : m_charHeight);
     const int columns = m_axis == ScaleAxis::Points ? m_xMax - m_xMin : std::max(m_scaleCount, 1);
-    m_xScale = static_cast<double>(m_plotRight - m_plotLeft) / columns;
+    m_xScale = (static_cast<double>(m_plotRight) - m_plotLeft) / columns;
     const double range = static_cast<double>(m_scores.max) - m_scores.min;
     m_yScale = range == 0 ? 0 : (static_cast<double>(m_plotBottom) - top) / range;
 }
