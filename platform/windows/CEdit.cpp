@@ -1,5 +1,6 @@
 #include "platform/windows/CEdit.h"
 
+#include "platform/graphics/DCScope.h"
 #include "platform/windows/WindowSystem.h"
 
 using tessalink::NativeEdit;
@@ -132,6 +133,23 @@ LRESULT CEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         default:
             return CWnd::WindowProc(message, wParam, lParam);
     }
+}
+
+void CEdit::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    CPen frame(PS_SOLID, 1, GetSysColor(COLOR_WINDOWTEXT));
+    CBrush ground(GetSysColor(COLOR_WINDOW));
+    const tessalink::RestoredState restored(dc);
+    dc.SelectObject(&frame);
+    dc.SelectObject(&ground);
+    if (CFont* font = GetFont()) dc.SelectObject(font);
+    dc.Rectangle(&client);
+    dc.SetBkMode(TRANSPARENT);
+    dc.SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
+    client.DeflateRect(2, 2);
+    dc.DrawText(window_text(), &client, DT_NOPREFIX);
 }
 
 void CEdit::tell_parent(UINT code) {

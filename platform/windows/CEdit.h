@@ -35,6 +35,8 @@ public:
     virtual void OnPaste();
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Where the system doesn't draw its edit fields itself.
+    void OnPaint() override;
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
     UINT OnGetDlgCode() override;

@@ -41,7 +41,8 @@ FOREIGN = {"graphs/file/": re.compile(r"^rapidjson/")}
 SYSTEM_CALLS = ("platform/files/",)
 
 # Who may include headers of the toolkit.
-TOOLKIT_USERS = ("platform/qt/", "tests/platform/qt/", "benchmarks/comparison/programs/qt_charts.cpp")
+TOOLKIT_USERS = ("platform/qt/", "tests/platform/qt/", "benchmarks/comparison/programs/qt_charts.cpp",
+                 "examples/windows/")
 
 # Who may include a folder's detail/ besides the folder: what is linked into the same library.
 SAME_LIBRARY = {"platform/base/": ("platform/files/",)}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+
+#include "graphs/profile/ProfileGraphCtl.h"
+#include "platform/windows/CFrameWnd.h"
+#include "responselists/ItemListCtl.h"
+#include "responselists/NumberListCtl.h"
+
+namespace keying {
+
+inline constexpr int cItems = 240;
+inline constexpr int cDomains = 5;
+inline constexpr int cScales = 40;
+
+/// The sums of an answer sheet: item i belongs to domain i modulo 5, answers count from 1 to 5.
+class DomainScores {
+public:
+    void Change(int item, int answer);
+    /// The T-score of a domain; the missing value while less than half of its items are answered.
+    double TScore(int domain) const;
+
+private:
+    std::array<int, cItems> m_answers{};  ///< 0: none
+    std::array<int, cDomains> m_sums{};
+    std::array<int, cDomains> m_counts{};
+};
+
+/// The T-score of a raw score of one of the forty scales.
+double scaleTScore(int raw);
+
+/// An answer sheet of 240 items and a list of forty raw scores, each beside a profile that follows
+/// every keystroke.
+class KeyingFrame : public CFrameWnd {
+public:
+    KeyingFrame();
+    ~KeyingFrame() override;
+
+    BOOL CreateFrame(const RECT& rect);
+    ItemListCtl& Sheet() { return m_sheet; }
+    NumberListCtl3& Numbers() { return m_numbers; }
+
+    int OnCreate(CREATESTRUCT* create) override;
+    void OnSize(UINT type, int width, int height) override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+private:
+    void place();
+    void show_domains();
+    void show_scales();
+
+    ItemListCtl m_sheet;
+    NumberListCtl3 m_numbers;
+    ProfileGraphCtl m_domains;
+    ProfileGraphCtl m_scales;
+    DomainScores m_scores;
+};
+
+}  // namespace keying
