@@ -190,7 +190,7 @@ void BasicProfileGraph::draw_end_label(CDC* dc, int left, int top, const EndLabe
 
 int BasicProfileGraph::symbol_size() const {
     const std::int64_t size = (((m_charWidth * 3) >> 3) + 1) & ~1;
-    return toInt(static_cast<double>(size * m_pointScale / cFullPointScale)) & ~1;
+    return toInt(static_cast<double>(size * m_pointScale) / cFullPointScale) & ~1;
 }
 
 void BasicProfileGraph::draw_data_series(CDC* dc) {

@@ -5,6 +5,7 @@
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/profile/detail/ChartLabel.h"
 #include "graphs/profile/detail/ProfileFont.h"
+#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
@@ -335,13 +336,14 @@ void HorProfileGraph::draw_labels(CDC* dc, int top) {
 }
 
 void HorProfileGraph::draw_vert_lines(CDC* dc) {
-    CPen pen(PS_DASH, 1, cBlack);
+    CPen pen(PS_SOLID, line_width(), cBlack);
     const Selected selected(*dc, &pen);
+    tessalink::DashedPath path(PS_DASH, m_scaleFactor);
     for (int i = 0; i < m_referenceLines.GetSize(); ++i) {
         const int x = dev_x(GetReferenceLine(i));
         if (x < m_plot.left || x > m_plot.right) continue;
-        dc->MoveTo(x, m_plot.top);
-        dc->LineTo(x, m_plot.bottom);
+        path.MoveTo({x, m_plot.top});
+        path.LineTo(*dc, {x, m_plot.bottom});
     }
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "graphs/common/FormattedText.h"
 #include "graphs/profile/HorProfileGraph.h"
 #include "graphs/profile/ProfileGraph3.h"
@@ -166,7 +168,7 @@ private:
     }
     void Symbol(int x, int y, int r, std::size_t symbol) {
         const int u = 12 * r / 10;
-        const int w = static_cast<int>(u * 0.8660254 + 0.5);
+        const int w = static_cast<int>(std::floor(u * 0.8660254 + 0.5));
         const POINT triangle[] = {{x, y - u}, {x + w, y + u / 2}, {x - w, y + u / 2}};
         const POINT diamond[] = {{x, y - u}, {x + u, y}, {x, y + u}, {x - u, y}};
         const Selected hollow(
@@ -564,7 +566,7 @@ TEST(HorProfileGraph, LetsTextsOverlapNothing) {
     EXPECT_GT(texts, 10000U);
 }
 
-// Rows of 12 units between 47 and 131: the scores, clamped, in the middle of their rows.
+// The scores, clamped, in the middle of their rows.
 TEST(HorProfileGraph, PlacesScoresAndInterruptsThemAtHeaders) {
     HorProfileGraph graph(0, 100, 50, 0, 200, 150);
     graph.SetXLabelStart(10);
@@ -579,14 +581,16 @@ TEST(HorProfileGraph, PlacesScoresAndInterruptsThemAtHeaders) {
     const auto primitives = drawn(graph, {0, 0, 200, 200});
     CRect plot;
     std::vector<CPoint> points;
-    std::vector<int> across;
+    std::set<int> dashes;  // where they are
     int lines = 0;
     for (const Primitive& p : primitives) {
         if (p.kind == Primitive::Kind::Polyline) plot = CRect(p.points[0], p.points[2]);
         if (p.kind == Primitive::Kind::Ellipse) points.push_back(CRect(p.rect).CenterPoint());
         if (p.kind == Primitive::Kind::Line && p.pen.lopnColor == 0xFF) ++lines;
-        if (p.pen.lopnStyle == PS_DASH && p.kind == Primitive::Kind::Line) {
-            across.push_back(p.points[0].x);
+        if (p.kind == Primitive::Kind::Line && p.pen.lopnColor == 0 &&
+            p.points[0].x == p.points[1].x && p.points[0].y >= plot.top &&
+            p.points[1].y <= plot.bottom) {
+            dashes.insert(p.points[0].x);
         }
     }
     const double row = plot.Height() / 7.0;
@@ -596,11 +600,49 @@ TEST(HorProfileGraph, PlacesScoresAndInterruptsThemAtHeaders) {
     };
     EXPECT_THAT(points, ElementsAre(at(0, 0), at(50, 1), at(100, 3), at(40, 4), at(100, 6)));
     EXPECT_EQ(lines, 2);  // a to b and c to d
-    EXPECT_THAT(across, ElementsAre(plot.left, at(50, 0).x));
+    EXPECT_THAT(dashes, ElementsAre(plot.left, at(50, 0).x));
     EXPECT_EQ(toText(primitives[1]),
               toText(fillOf(primitives[1], {plot.left, plot.top, at(50, 0).x, plot.bottom},
                             {BS_SOLID, 0x00FF00, 0})));
     EXPECT_GT(row, 10);
+}
+
+// Where the lines to the rows above and below are not.
+TEST(HorProfileGraph, WritesValuesOffTheLines) {
+    struct Case {
+        double above, value, below;
+        int side, level;  // left -1, right 1; above -1, level 0, below 1
+    };
+    const Case cases[] = {
+        {20, 60, 20, 1, 0},  {90, 60, 90, -1, 0},      {cMissing, 60, 90, -1, 0},
+        {20, 60, 90, 1, -1}, {90, 60, 20, 1, 1},       {20, 60, cMissing, 1, 0},
+        {0, 100, 0, -1, 0},  {90, 100, 300, -1, 0},    {50, 100, 100, -1, 0},
+        {90, 0, 90, 1, 0},   {cMissing, -9, 90, 1, 0}, {60, 60, 60, 1, 0},
+    };
+    for (const Case& c : cases) {
+        for (const bool reversed : {false, true}) {
+            HorProfileGraph graph(reversed ? 100 : 0, reversed ? 0 : 100, 0, 0, 200, 200);
+            for (int row = 0; row < 3; ++row) graph.AddRow("");
+            const auto turned = [&](double score) {
+                return reversed && score != cMissing ? 100 - score : score;
+            };
+            graph.AddProfile("", owned({turned(c.above), turned(c.value), turned(c.below)}), 0xFF,
+                             1, HorProfileGraph::PointType::SymbolAndValue);
+            graph.ShowLegend(HorProfileGraph::LegendType::None);
+            const auto primitives = drawn(graph, {0, 0, 400, 400});
+            int before = c.above == cMissing ? 0 : 1;
+            const auto symbol = std::find_if(primitives.begin(), primitives.end(), [&](auto& p) {
+                return p.kind == Primitive::Kind::Ellipse && before-- == 0;
+            });
+            ASSERT_LT(symbol, primitives.end() - 1);
+            const CPoint at = CRect(symbol->rect).CenterPoint();
+            const Primitive& text = symbol[1];  // follows its symbol
+            ASSERT_EQ(text.kind, Primitive::Kind::Text);
+            EXPECT_EQ(text.points[0].x > at.x, c.side > 0) << &c - cases;
+            const int level = text.points[0].y - at.y;  // of the base line
+            EXPECT_EQ(level < 0 ? -1 : level > 8 ? 1 : 0, c.level) << &c - cases << ' ' << level;
+        }
+    }
 }
 
 /// One graph of each class, with the same.
@@ -631,7 +673,7 @@ TEST(ProfileGraphs, AreTheSamePictureAsMetafile) {
 // Whatever primitive fails, the state is back and the graph is drawn as ever afterwards.
 TEST(ProfileGraphs, LeaveTheContextAsItWas) {
     ProfileData data = ProfileDice(3, false).Graph(12, 3);
-    ASSERT_GT(data.Scales() * data.profiles.size(), 8U);
+    ASSERT_GT(data.rows[0].size() * data.profiles.size(), 8U);
     const CRect rect(0, 0, 600, 500);
     for (const auto& graph : buildAll(data)) {
         RecordingDevice device;

@@ -55,7 +55,8 @@ public:
     }
     double Value(int least, int most) {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        constexpr std::array ends = {-infinity, -1e308, 0.0, 1e10, infinity, std::nan("")};
+        constexpr std::array ends = {-infinity, -1e308,   0.0,
+                                     1e10,      infinity, std::numeric_limits<double>::quiet_NaN()};
         if (OneIn(8)) return cMissing;
         return m_wild && OneIn(8) ? m_dice.Pick(ends) : Number(100 * least, 100 * most) / 100.0;
     }
