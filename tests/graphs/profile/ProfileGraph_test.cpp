@@ -541,6 +541,7 @@ TEST(HorProfileGraph, LetsTextsOverlapNothing) {
         ProfileDice dice(seed, false);
         ProfileData data = dice.Graph(30, 4);
         data.legend = 2 * dice.Number(0, 1);
+        for (std::string& name : data.rows[0]) name.append(seed % 3 == 0 ? 60 : 0, 'n');
         data.designWidth = 280;
         data.designHeight = 200;
         const CRect rect(0, 0, dice.Number(300, 2000), dice.Number(300, 2000));
