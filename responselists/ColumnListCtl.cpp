@@ -11,6 +11,8 @@ namespace {
 constexpr COLORREF cCurrentCell = RGB(255, 255, 192);
 constexpr int cBarWidth = 3;
 constexpr int cWheelNotch = 120;
+/// Cells further away than this many pixels are placed here.
+constexpr std::int64_t cFarAway = 1 << 29;
 
 }  // namespace
 
@@ -55,6 +57,7 @@ int ColumnListCtl::SetReadOnly(int readOnly) {
 // Layout.
 
 void ColumnListCtl::set_count(int count) {
+    ++m_contents;
     m_count = count;
     m_current = count > 0 ? 0 : -1;
     m_firstColumn = 0;
@@ -72,28 +75,54 @@ void ColumnListCtl::RecalcLayout() {
     measure_cells(dc);
     m_cellWidth = std::max(m_cellWidth, 1);
     m_rowHeight = std::max(m_rowHeight, 1);
-    m_rows = std::max(client.Height() / m_rowHeight, 1);
-    m_columns = (m_count + m_rows - 1) / m_rows;
-    m_visibleColumns = client.Width() / m_cellWidth;
+    // Whether there is a scroll bar follows from the place and the contents, never from what was
+    // there before.
+    const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    CSize whole = client.Size();
+    if (shows_bar()) whole.cy += barHeight;
+    fit_columns(whole);
+    if (needs_bar()) fit_columns({whole.cx, whole.cy - barHeight});
     m_firstColumn = std::clamp(m_firstColumn, 0, last_first_column());
     SCROLLINFO info;
     info.fMask = SIF_ALL;
     info.nMax = m_columns;
-    info.nPage = static_cast<UINT>(std::max(m_visibleColumns, 1));
+    info.nPage = static_cast<UINT>(page_columns());
     info.nPos = m_firstColumn;
     SetScrollInfo(SB_HORZ, &info);
     cells_moved();
 }
 
+void ColumnListCtl::fit_columns(CSize client) {
+    m_rows = std::max(static_cast<int>(client.cy) / m_rowHeight, 1);
+    m_columns = m_count / m_rows + (m_count % m_rows != 0 ? 1 : 0);
+    m_visibleColumns = static_cast<int>(client.cx) / m_cellWidth;
+}
+
+bool ColumnListCtl::needs_bar() const {
+    return (GetStyle() & WS_HSCROLL) != 0 && m_columns > page_columns();
+}
+
+bool ColumnListCtl::shows_bar() const {
+    SCROLLINFO info;
+    return (GetStyle() & WS_HSCROLL) != 0 && GetScrollInfo(SB_HORZ, &info) != 0 &&
+           std::int64_t{info.nMax} - info.nMin > std::int64_t{info.nPage};
+}
+
+// A column that is cut off counts when no whole one is visible.
+int ColumnListCtl::page_columns() const {
+    return std::max(m_visibleColumns, 1);
+}
+
 int ColumnListCtl::last_first_column() const {
-    return std::max(m_columns - std::max(m_visibleColumns, 1), 0);
+    return std::max(m_columns - page_columns(), 0);
 }
 
 CRect ColumnListCtl::GetItemRect(int index) const {
     if (index < 0 || index >= m_count) return {};
-    return CRect(
-        CPoint((index / m_rows - m_firstColumn) * m_cellWidth, index % m_rows * m_rowHeight),
-        CSize(m_cellWidth, m_rowHeight));
+    const std::int64_t left = (std::int64_t{index / m_rows} - m_firstColumn) * m_cellWidth;
+    return CRect(CPoint(static_cast<int>(std::clamp(left, -cFarAway, cFarAway)),
+                        index % m_rows * m_rowHeight),
+                 CSize(m_cellWidth, m_rowHeight));
 }
 
 int ColumnListCtl::ItemAt(CPoint point) const {
@@ -111,9 +140,15 @@ void ColumnListCtl::set_curr_cell(int index) {
     const int before = std::exchange(m_current, index);
     repaint_cell(before);
     repaint_cell(index);
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     notify(LIST_CURRENT_CHANGED, index, 0);
-    if (alive) NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
+    if (same) NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
+}
+
+void ColumnListCtl::go_to(int index) {
+    const SameList same(*this);
+    set_curr_cell(index);
+    if (same) scroll_into_view(m_current);
 }
 
 void ColumnListCtl::repaint_cell(int index) {
@@ -124,26 +159,27 @@ void ColumnListCtl::repaint_cell(int index) {
 void ColumnListCtl::scroll_into_view(int index) {
     if (index < 0) return;
     const int column = index / m_rows;
-    const int visible = std::max(m_visibleColumns, 1);
     if (column < m_firstColumn) {
         scroll_to(column);
-    } else if (column >= m_firstColumn + visible) {
-        scroll_to(column - visible + 1);
+    } else if (column >= m_firstColumn + page_columns()) {
+        scroll_to(column - page_columns() + 1);
     }
 }
 
 void ColumnListCtl::scroll_to(int column) {
     column = std::clamp(column, 0, last_first_column());
     if (column == m_firstColumn) return;
-    const int dx = (m_firstColumn - column) * m_cellWidth;
+    // Further than all that is visible is as far as that.
+    const int farthest = m_visibleColumns + 1;
+    const int columns = std::clamp(m_firstColumn - column, -farthest, farthest);
     m_firstColumn = column;
     SetScrollPos(SB_HORZ, column);
-    ScrollWindow(dx, 0);
+    ScrollWindow(columns * m_cellWidth, 0);
     cells_moved();
 }
 
 void ColumnListCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-    const std::int64_t page = std::int64_t{m_rows} * std::max(m_visibleColumns, 1);
+    const std::int64_t page = std::int64_t{m_rows} * page_columns();
     const auto target = [&]() -> std::int64_t {
         switch (key) {
             case VK_PRIOR:
@@ -169,9 +205,7 @@ void ColumnListCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         return;
     }
     if (m_count == 0) return;
-    const tessalink::WindowGuard alive(*this);
-    set_curr_cell(static_cast<int>(std::clamp<std::int64_t>(target(), 0, m_count - 1)));
-    if (alive) scroll_into_view(m_current);
+    go_to(static_cast<int>(std::clamp<std::int64_t>(target(), 0, m_count - 1)));
 }
 
 void ColumnListCtl::OnHScroll(UINT code, UINT position, CWnd* bar) {
@@ -179,7 +213,7 @@ void ColumnListCtl::OnHScroll(UINT code, UINT position, CWnd* bar) {
         CWnd::OnHScroll(code, position, bar);
         return;
     }
-    const int page = std::max(m_visibleColumns, 1);
+    const int page = page_columns();
     switch (code) {
         case SB_LINELEFT:
             scroll_to(m_firstColumn - 1);
@@ -227,10 +261,6 @@ LRESULT ColumnListCtl::notify(int code, int index, int value) {
                                reinterpret_cast<LPARAM>(&notification));
 }
 
-void ColumnListCtl::notify_focus(int code, int index) {
-    notify(code, index, 0);
-}
-
 // Painting.
 
 BOOL ColumnListCtl::OnEraseBkgnd(CDC*) {
@@ -249,8 +279,10 @@ void ColumnListCtl::OnPaint() {
         std::min(m_columns, (area.right + m_cellWidth - 1) / m_cellWidth + m_firstColumn);
     for (int column = firstColumn; column < endColumn; ++column) {
         for (int row = firstRow; row < endRow; ++row) {
-            const int index = column * m_rows + row;
-            if (index < m_count) draw_cell(dc, index, GetItemRect(index));
+            const std::int64_t index = std::int64_t{column} * m_rows + row;
+            if (index >= m_count) break;
+            const int cell = static_cast<int>(index);
+            draw_cell(dc, cell, GetItemRect(cell));
         }
     }
 }
@@ -269,6 +301,7 @@ void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) 
     if (!isCurrent) return;
     CBrush frame(cBlack);
     dc.FrameRect(&rect, &frame);
+    if (IsChild(GetFocus()) == 0) return;
     const CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
     dc.FillRect(&bar, &frame);
 }

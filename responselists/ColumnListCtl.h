@@ -4,7 +4,8 @@
 
 #include "platform/windows/CWnd.h"
 
-/// What a list tells its parent by WM_NOTIFY, besides NM_SETFOCUS and NM_KILLFOCUS.
+/// What a list tells its parent by WM_NOTIFY: a change, NM_SETFOCUS with the current item, or
+/// NM_KILLFOCUS with item -1.
 struct LISTCTL_NOTIFICATION {
     NMHDR hdr;
     std::int32_t itemIndex;
@@ -19,6 +20,9 @@ inline constexpr int LIST_CURRENT_CHANGED = 2;
 /// What the lists of responses and of numbers share: cells that run down columns, which continue to
 /// the right and scroll by whole columns; one cell is current, and keys, the mouse and entries make
 /// others current. Only what has changed is painted, whatever the number of cells.
+///
+/// A handler of a notification may destroy the list, delete it or give it other contents: what the
+/// user did ends there.
 class TESSALINK_API ColumnListCtl : public CWnd {
     DECLARE_DYNAMIC(ColumnListCtl)
 
@@ -31,7 +35,7 @@ public:
     int GetCurrItemIdx() const { return m_current; }
     int GetItemCount() const { return m_count; }
     /// Whether keys and clicks leave all values as they are; returns what was set before.
-    int SetReadOnly(int readOnly);
+    virtual int SetReadOnly(int readOnly);
     int IsReadOnly() const { return m_isReadOnly ? 1 : 0; }
     /// The place of a cell in the client area; empty for an index out of range.
     CRect GetItemRect(int index) const;
@@ -48,11 +52,24 @@ public:
     tessalink::AccessibleElement Accessible() const override;
     int AccessibleChildCount() const override { return m_count; }
     int AccessibleFocusChild() const override { return m_current; }
-    void ChooseAccessibleChild(int index) override { set_curr_cell(index); }
+    void ChooseAccessibleChild(int index) override { go_to(index); }
     using CWnd::Create;
 
 protected:
     ColumnListCtl() = default;
+
+    /// Tells after a notification whether the list still stands, with the cells that it had before.
+    class SameList {
+    public:
+        explicit SameList(const ColumnListCtl& list)
+            : m_list(list), m_alive(list), m_contents(list.m_contents) {}
+        explicit operator bool() const { return m_alive && m_list.m_contents == m_contents; }
+
+    private:
+        const ColumnListCtl& m_list;
+        tessalink::WindowGuard m_alive;
+        unsigned m_contents;
+    };
 
     /// Measures the cells and places them in columns.
     virtual void RecalcLayout();
@@ -62,17 +79,19 @@ protected:
     /// Makes a cell current, the nearest for an index out of range, and tells the parent.
     virtual void set_curr_cell(int index);
 
+    /// Other contents: so many cells, of which the first becomes current.
     void set_count(int count);
+    /// Makes a cell current and shows it.
+    void go_to(int index);
     void scroll_into_view(int index);
     void repaint_cell(int index);
     /// Something that stands on a cell has to follow it.
     virtual void cells_moved() {}
     LRESULT notify(int code, int index, int value);
-    void notify_focus(int code, int index);
     /// The colour of a cell, and of what is written in it.
     COLORREF cell_background(bool isCurrent) const;
     COLORREF cell_text(bool isCurrent) const;
-    /// Fills a cell; the current one has a bar and a frame besides another colour.
+    /// Fills a cell; the current one has a frame besides another colour, and a bar with the focus.
     void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
 
     bool m_isReadOnly = false;
@@ -88,6 +107,12 @@ protected:
     int m_firstColumn = 0;
 
 private:
+    void fit_columns(CSize client);
+    bool needs_bar() const;
+    bool shows_bar() const;
     void scroll_to(int column);
+    int page_columns() const;
     int last_first_column() const;
+
+    unsigned m_contents = 0;  ///< how often the contents were replaced
 };

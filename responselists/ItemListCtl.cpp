@@ -51,6 +51,11 @@ const ItemListCtl::ResponseList* ItemListCtl::responses_of(int) const {
 }
 
 void ItemListCtl::Clear() {
+    reset();
+    tell_counts();
+}
+
+void ItemListCtl::reset() {
     m_sets.clear();
     m_answers.clear();
     m_undo.clear();
@@ -61,12 +66,8 @@ void ItemListCtl::Clear() {
 
 int ItemListCtl::SetLegend(int count, const char* definition, int defaultResponse) {
     if (count < 0 || definition == nullptr) return 0;
-    Clear();
-    const auto fits = [&](const ResponseList& responses) {
-        return defaultResponse < static_cast<int>(responses.size());
-    };
-    if (!parse_def_str(definition, count) ||
-        (defaultResponse >= 0 && !std::all_of(m_sets.begin(), m_sets.end(), fits))) {
+    reset();
+    if (!parse_def_str(definition, count) || !is_default(defaultResponse)) {
         Clear();
         return 0;
     }
@@ -77,7 +78,16 @@ int ItemListCtl::SetLegend(int count, const char* definition, int defaultRespons
         store(i, (*responses)[static_cast<std::size_t>(defaultResponse)].value);
     }
     set_count(count);
+    tell_counts();
     return 1;
+}
+
+// Whether all sets have the response, or none is wanted.
+bool ItemListCtl::is_default(int response) const {
+    const auto has = [response](const ResponseList& responses) {
+        return response < static_cast<int>(responses.size());
+    };
+    return response < 0 || (!m_sets.empty() && std::all_of(m_sets.begin(), m_sets.end(), has));
 }
 
 // Answers.
@@ -93,8 +103,10 @@ void ItemListCtl::store(int index, std::uint16_t value) {
 }
 
 void ItemListCtl::SetItem(int index, std::uint16_t value) {
+    const int answered = m_answered;
     store(index, value);
     repaint_cell(index);
+    if (m_answered != answered) tell_counts();
 }
 
 void ItemListCtl::change(int index, std::uint16_t value) {
@@ -102,20 +114,25 @@ void ItemListCtl::change(int index, std::uint16_t value) {
     const int answered = m_answered;
     store(index, value);
     repaint_cell(index);
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     notify(LIST_VALUE_CHANGED, index, value);
-    if (!alive) return;
+    if (!same) return;
     NotifyAccessible(tessalink::AccessibleEvent::ValueChanged, index);
-    if (m_answered != answered) told_counts();
+    if (m_answered != answered) tell_counts();
 }
 
-void ItemListCtl::told_counts() {
+void ItemListCtl::ReportCounts(int report) {
+    m_reportsCounts = report != 0;
+    tell_counts();
+}
+
+void ItemListCtl::tell_counts() {
     CWnd* parent = GetParent();
     if (!m_reportsCounts || parent == nullptr) return;
     ITEMLIST_COUNTS_NOTIFICATION counts;
     counts.hdr = {GetSafeHwnd(), static_cast<UINT_PTR>(m_id), ITEMLIST_COUNTS};
     counts.answered = m_answered;
-    counts.missing = m_count - m_answered;
+    counts.missing = GetMissingCount();
     counts.total = m_count;
     parent->SendMessage(WM_NOTIFY, static_cast<WPARAM>(m_id), reinterpret_cast<LPARAM>(&counts));
 }
@@ -132,15 +149,18 @@ bool ItemListCtl::set_curr_cell_value_index(int response) {
 
 bool ItemListCtl::verify(std::uint16_t value) {
     const int item = m_current;
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
+    const int openBefore = m_keying->OpenItem();
     const KeyingOutcome outcome = m_keying->Key(item, value);
     repaint_cell(item);
+    repaint_cell(openBefore);
     if (outcome == KeyingOutcome::Corrected) change(item, value);
     if (outcome != KeyingOutcome::Differs) return true;
-    notify(ITEMLIST_DIFFERENCE, item, value);
-    if (alive) {
+    MessageBeep(MB_ICONEXCLAMATION);  // who keys from paper does not look
+    if (same) notify(ITEMLIST_DIFFERENCE, item, value);
+    if (same && m_keying != nullptr) {
         NotifyAccessible(tessalink::AccessibleEvent::Announcement, item,
-                         "Differs from the first answer");
+                         AccessibleChild(item).value);
     }
     return false;
 }
@@ -149,10 +169,9 @@ int ItemListCtl::Undo() {
     if (m_undo.empty() || m_isReadOnly || m_keying != nullptr) return 0;
     const Undone last = m_undo.back();
     m_undo.pop_back();
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     change(last.item, last.before);
-    if (alive) set_curr_cell(last.item);
-    if (alive) scroll_into_view(m_current);
+    if (same) go_to(last.item);
     return 1;
 }
 
@@ -161,6 +180,7 @@ void ItemListCtl::BeginVerification(tessalink::DoubleKeying& keying) {
     m_keying = &keying;
     m_undo.clear();
     Invalidate();
+    go_to(0);
 }
 
 void ItemListCtl::EndVerification() {
@@ -169,9 +189,7 @@ void ItemListCtl::EndVerification() {
 }
 
 void ItemListCtl::advance_to_next_cell() {
-    const tessalink::WindowGuard alive(*this);
-    set_curr_cell(m_current + 1);
-    if (alive) scroll_into_view(m_current);
+    go_to(m_current + 1);
 }
 
 // Input.
@@ -188,17 +206,14 @@ void ItemListCtl::OnChar(UINT ch, UINT, UINT) {
         responses->begin(), responses->end(),
         [ch](const Response& response) { return response.keys.Find(static_cast<char>(ch)) >= 0; });
     if (found == responses->end()) return;
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     const bool goesOn = set_curr_cell_value_index(static_cast<int>(found - responses->begin()));
-    if (alive && goesOn) advance_to_next_cell();
+    if (same && goesOn) advance_to_next_cell();
 }
 
 void ItemListCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-    if (key == VK_BACK) {
-        Undo();
-    } else {
-        ColumnListCtl::OnKeyDown(key, repeat, flags);
-    }
+    if (key == VK_BACK && Undo() != 0) return;
+    ColumnListCtl::OnKeyDown(key, repeat, flags);
 }
 
 int ItemListCtl::response_at(int index, int x) const {
@@ -215,27 +230,32 @@ int ItemListCtl::response_at(int index, int x) const {
 
 void ItemListCtl::OnLButtonDown(UINT flags, CPoint point) {
     ColumnListCtl::OnLButtonDown(flags, point);
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     SetFocus();
-    const int index = alive ? ItemAt(point) : -1;
+    const int index = same ? ItemAt(point) : -1;
     if (index < 0) return;
     const int response = response_at(index, point.x - GetItemRect(index).left);
     set_curr_cell(index);
-    if (!alive || m_current != index) return;
+    if (!same || m_current != index) return;
     if (response >= 0 && !m_isReadOnly) set_curr_cell_value_index(response);
-    if (alive) scroll_into_view(m_current);
+    if (same) scroll_into_view(m_current);
+}
+
+// In a second pass the second click of two would confirm what the first one has said.
+void ItemListCtl::OnLButtonDblClk(UINT flags, CPoint point) {
+    if (m_keying == nullptr) ColumnListCtl::OnLButtonDblClk(flags, point);
 }
 
 void ItemListCtl::OnSetFocus(CWnd* old) {
     ColumnListCtl::OnSetFocus(old);
     repaint_cell(m_current);
-    notify_focus(NM_SETFOCUS, m_current);
+    notify(NM_SETFOCUS, m_current, 0);
 }
 
 void ItemListCtl::OnKillFocus(CWnd* next) {
     ColumnListCtl::OnKillFocus(next);
     repaint_cell(m_current);
-    notify_focus(NM_KILLFOCUS, -1);
+    notify(NM_KILLFOCUS, -1, 0);
 }
 
 // Drawing.
@@ -287,7 +307,7 @@ void ItemListCtl::draw_item(CDC& dc, int index, const CRect& rect) {
     dc.SelectObject(isCurrent ? &m_boldFont : &m_font);
     dc.SetTextAlign(TA_RIGHT | TA_TOP);
     const int y = rect.top + (m_rowHeight - m_rowHeight * 2 / 3) / 2;
-    int x = rect.left + m_halfWidth / 2 + m_numberWidth;
+    int x = rect.left + m_numberWidth;
     dc.TextOut(x, y, number_text(index));
     const ResponseList* responses = responses_of(index);
     if (responses == nullptr) return;
@@ -320,13 +340,24 @@ tessalink::AccessibleElement ItemListCtl::AccessibleChild(int index) const {
     element.isReadOnly = m_isReadOnly;
     element.isFocused = index == m_current && GetFocus() == this;
     element.rect = GetItemRect(index);
-    const bool isHidden = m_keying != nullptr && !m_keying->IsSettled(index);
-    const ResponseList* responses = isHidden ? nullptr : responses_of(index);
-    if (responses == nullptr) return element;
-    for (const Response& response : *responses) {
-        if (response.value == GetItem(index)) element.value = response.caption;
+    if (m_keying == nullptr || m_keying->IsSettled(index)) {
+        element.value = caption_of(index, GetItem(index));
+    } else if (m_keying->OpenItem() == index) {
+        element.value.Format("First %s, now %s", caption_of(index, GetItem(index)).GetString(),
+                             caption_of(index, m_keying->OpenAnswer()).GetString());
+        element.isInvalid = true;
     }
     return element;
+}
+
+// Of the response with this code; empty without one.
+CString ItemListCtl::caption_of(int index, int value) const {
+    if (const ResponseList* responses = responses_of(index)) {
+        for (const Response& response : *responses) {
+            if (response.value == value) return response.caption;
+        }
+    }
+    return {};
 }
 
 // Several response sets.

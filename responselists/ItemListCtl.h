@@ -7,7 +7,8 @@
 #include "responselists/ColumnListCtl.h"
 #include "responselists/DoubleKeying.h"
 
-/// Told on request (ItemListCtl::ReportCounts) when the number of answered items has changed.
+/// Told on request (ItemListCtl::ReportCounts) when the number of answered items or of all items
+/// has changed, by the user or by the program.
 struct ITEMLIST_COUNTS_NOTIFICATION {
     NMHDR hdr;
     std::int32_t answered;
@@ -16,19 +17,21 @@ struct ITEMLIST_COUNTS_NOTIFICATION {
 };
 
 inline constexpr int ITEMLIST_COUNTS = 3;
-/// In a second pass the keyed answer differs from the first one: the item, the second answer.
+/// In a second pass the keyed answer differs from the first one: the item, the second answer. The
+/// bell has sounded.
 inline constexpr int ITEMLIST_DIFFERENCE = 4;
 
 /// A list for keying in the answers to numbered test items, one keystroke per item: every item
 /// shows its number and the captions of its responses; a key that belongs to a response circles it,
-/// and the next item becomes current. The backspace takes the last answers back.
+/// and the next item becomes current. The backspace takes the last answers back. A click on a
+/// caption chooses that response, and its item stays current.
 ///
 /// The responses are defined as "[Yes|Yy|1][No|Nn|2]" (see core/ResponseSet.h); a code that is left
 /// out is the response's place, codes have 16 bits. An index out of range raises
 /// CInvalidArgException.
 ///
-/// The parent is told of every change (LISTCTL_NOTIFICATION); when the list gains the focus, of the
-/// current item.
+/// The parent is told of every change that the user makes (LISTCTL_NOTIFICATION): first the value,
+/// then the counts, then the next item.
 class TESSALINK_API ItemListCtl : public ColumnListCtl {
     DECLARE_DYNAMIC(ItemListCtl)
 
@@ -48,17 +51,20 @@ public:
     int SetLegend(int count, const char* definition, int defaultResponse);
     std::uint16_t GetItem(int index) const { return m_answers[checked(index)]; }
     void SetItem(int index, std::uint16_t value);
-    /// Removes items and responses.
+    /// Removes items and responses, and ends a second pass.
     void Clear();
 
     /// Takes the last answer back and makes its item current; 0 when there is none.
     int Undo();
-    /// Whether the parent is told how many items are answered.
-    void ReportCounts(int report) { m_reportsCounts = report != 0; }
+    /// Whether the parent is told how many items are answered; it is at once.
+    void ReportCounts(int report);
     int GetAnsweredCount() const { return m_answered; }
+    int GetMissingCount() const { return m_count - m_answered; }
 
-    /// Starts a second pass: answers are hidden until they are keyed again and compared. The object
-    /// must outlive the pass.
+    /// Starts a second pass at the first item: answers are hidden until they are keyed again and
+    /// compared. At a difference the item stays current and shows both answers until one of them is
+    /// keyed again. What was keyed before can't be taken back any more. The object must outlive the
+    /// pass, and the program leaves the answers alone meanwhile.
     void BeginVerification(tessalink::DoubleKeying& keying);
     void EndVerification();
 
@@ -66,6 +72,7 @@ public:
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
     void OnLButtonDown(UINT flags, CPoint point) override;
+    void OnLButtonDblClk(UINT flags, CPoint point) override;
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
     tessalink::AccessibleElement AccessibleChild(int index) const override;
@@ -92,7 +99,7 @@ protected:
     void measure_cells(CDC& dc) override;
     void draw_cell(CDC& dc, int index, const CRect& rect) override;
     void draw_item(CDC& dc, int index, const CRect& rect);
-    /// Makes a response of the current item its answer.
+    /// Makes a response of the current item its answer; false when it differs in a second pass.
     bool set_curr_cell_value_index(int response);
     void advance_to_next_cell();
 
@@ -106,10 +113,13 @@ private:
     };
 
     std::size_t checked(int index) const;
+    void reset();
+    bool is_default(int response) const;
     void change(int index, std::uint16_t value);
     void store(int index, std::uint16_t value);
     bool verify(std::uint16_t value);
-    void told_counts();
+    void tell_counts();
+    CString caption_of(int index, int value) const;
     CString number_text(int index) const;
     void draw_circle(CDC& dc, const CRect& caption, UINT style) const;
     int response_at(int index, int x) const;

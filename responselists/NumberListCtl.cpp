@@ -44,8 +44,11 @@ NumberListCtl::~NumberListCtl() {
 }
 
 int NumberListCtl::SetLegend(int count, const char** names, int* ranges) {
-    Clear();
-    if (count < 0 || names == nullptr) return 0;
+    reset();
+    if (count < 0 || names == nullptr) {
+        Clear();
+        return 0;
+    }
     m_names = names;
     m_ranges = ranges;
     m_values.assign(static_cast<std::size_t>(count), start_value());
@@ -55,12 +58,20 @@ int NumberListCtl::SetLegend(int count, const char** names, int* ranges) {
 }
 
 void NumberListCtl::Clear() {
+    reset();
+    set_count(0);
+    load_edit();
+}
+
+void NumberListCtl::reset() {
     m_values.clear();
     m_readOnly.clear();
     m_names = nullptr;
     m_ranges = nullptr;
     m_isRefused = false;
-    set_count(0);
+    m_legendWidth = 0;
+    m_count = 0;
+    m_current = -1;
 }
 
 std::size_t NumberListCtl::checked(int index) const {
@@ -79,6 +90,12 @@ void NumberListCtl::SetItem(int index, int value) {
     if (index == m_current) load_edit();
 }
 
+int NumberListCtl::SetReadOnly(int readOnly) {
+    const int was = ColumnListCtl::SetReadOnly(readOnly);
+    if (was != IsReadOnly()) load_edit();
+    return was;
+}
+
 void NumberListCtl::SetReadOnlyItem(int index) {
     m_readOnly.insert(static_cast<std::uint16_t>(index));
     repaint_cell(index);
@@ -90,10 +107,8 @@ bool NumberListCtl::cell_is_read_only(int index) const {
 }
 
 void NumberListCtl::SetMaxTextLen(int length) {
-    m_maxTextLen = std::max(length, 1);
-    if (m_edit && m_edit->GetSafeHwnd() != nullptr) {
-        m_edit->SetLimitText(static_cast<UINT>(m_maxTextLen));
-    }
+    m_maxTextLen = std::clamp(length, 1, cLongestText);
+    if (has_edit()) m_edit->SetLimitText(static_cast<UINT>(m_maxTextLen));
     RecalcLayout();
     Invalidate();
 }
@@ -110,6 +125,7 @@ std::uint32_t NumberListCtl::value_of(const CString& text) const {
 
 int NumberListCtl::OnCreate(CREATESTRUCT* create) {
     if (ColumnListCtl::OnCreate(create) != 0) return -1;
+    m_editIsShown = m_hasFocus = m_isRefused = false;
     m_edit.reset(create_edit());
     m_edit->Create(WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, CRect(), this, cEditId);
     m_edit->SetLimitText(static_cast<UINT>(m_maxTextLen));
@@ -126,26 +142,40 @@ CRect NumberListCtl::edit_rect(int index) const {
 }
 
 void NumberListCtl::cells_moved() {
-    if (!m_edit || m_edit->GetSafeHwnd() == nullptr || m_current < 0) return;
-    m_edit->MoveWindow(edit_rect(m_current));
+    if (has_edit() && m_current >= 0) m_edit->MoveWindow(edit_rect(m_current));
+}
+
+bool NumberListCtl::has_edit() const {
+    return m_edit && m_edit->GetSafeHwnd() != nullptr;
 }
 
 void NumberListCtl::load_edit() {
-    if (!m_edit || m_edit->GetSafeHwnd() == nullptr) return;
-    m_isRefused = false;
+    if (!has_edit()) return;
+    set_refused(false);
     if (m_current < 0) {
-        m_edit->ShowWindow(SW_HIDE);
-        m_editIsShown = false;
+        hide_edit();
         return;
     }
     m_edit->MoveWindow(edit_rect(m_current));
     m_edit->SetReadOnly(curr_cell_is_read_only() ? 1 : 0);
     m_edit->SetWindowText(value_text(m_current));
     m_edit->SetSel(0, -1);
+    if (GetFocus() == this) show_edit();
+}
+
+void NumberListCtl::hide_edit() {
+    m_editIsShown = false;
+    const tessalink::WindowGuard alive(*this);
+    if (GetFocus() == m_edit.get()) SetFocus();
+    if (alive && has_edit()) m_edit->ShowWindow(SW_HIDE);
+}
+
+void NumberListCtl::set_refused(bool isRefused) {
+    if (std::exchange(m_isRefused, isRefused) != isRefused) repaint_cell(m_current);
 }
 
 void NumberListCtl::show_edit() {
-    if (!m_edit || m_edit->GetSafeHwnd() == nullptr || m_current < 0) return;
+    if (!has_edit() || m_current < 0) return;
     if (!m_editIsShown) {
         m_editIsShown = true;
         if (!m_isRefused) load_edit();
@@ -156,49 +186,61 @@ void NumberListCtl::show_edit() {
 
 void NumberListCtl::OnSetFocus(CWnd* old) {
     ColumnListCtl::OnSetFocus(old);
-    show_edit();
-    if (m_current < 0) notify_focus(NM_SETFOCUS, -1);
+    if (m_current < 0) {
+        gain_focus();
+    } else {
+        show_edit();
+    }
+}
+
+void NumberListCtl::OnKillFocus(CWnd* next) {
+    ColumnListCtl::OnKillFocus(next);
+    if (next == nullptr || next != m_edit.get()) lose_focus();
+}
+
+// The list and its edit box have the focus in common.
+void NumberListCtl::gain_focus() {
+    repaint_cell(m_current);
+    if (!std::exchange(m_hasFocus, true)) notify(NM_SETFOCUS, m_current, 0);
+}
+
+void NumberListCtl::lose_focus() {
+    repaint_cell(m_current);
+    if (std::exchange(m_hasFocus, false)) notify(NM_KILLFOCUS, -1, 0);
 }
 
 void NumberListCtl::OnEditSetFocus() {
-    repaint_cell(m_current);
-    if (std::exchange(m_hasFocus, true)) return;
     const tessalink::WindowGuard alive(*this);
-    notify_focus(NM_SETFOCUS, m_current);
+    gain_focus();
     if (alive && m_isRefused) PostMessage(cAskAgain);
 }
 
 void NumberListCtl::OnEditKillFocus(CWnd* next) {
     if (next == this) return;
     const tessalink::WindowGuard alive(*this);
-    if (m_editIsShown && m_current >= 0 && !curr_cell_is_read_only()) {
-        m_isRefused = update_curr_from_edit(0) == 0 && !isCommitting;
+    // While a commit is under way the box waits for what comes of it.
+    if (!isCommitting) {
+        if (m_editIsShown && m_current >= 0 && !curr_cell_is_read_only()) update_curr_from_edit(0);
+        if (alive && !m_isRefused && GetFocus() != m_edit.get()) hide_edit();
     }
-    if (!alive) return;
-    if (!m_isRefused && !isCommitting) {
-        m_editIsShown = false;
-        m_edit->ShowWindow(SW_HIDE);
-    }
-    repaint_cell(m_current);
-    m_hasFocus = false;
-    notify_focus(NM_KILLFOCUS, -1);
+    const CWnd* focus = alive ? GetFocus() : nullptr;
+    if (alive && focus != this && focus != m_edit.get()) lose_focus();
 }
 
 LRESULT NumberListCtl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != cAskAgain) return ColumnListCtl::WindowProc(message, wParam, lParam);
-    if (!m_isRefused) return 0;
-    m_isRefused = false;
-    const tessalink::WindowGuard alive(*this);
-    update_curr_from_edit(1);
-    if (alive) show_edit();
+    // The focus may have left again meanwhile, or the number was asked for already.
+    if (m_isRefused && m_hasFocus) update_curr_from_edit(1);
     return 0;
 }
 
-void NumberListCtl::LeaveList() {
-    CWnd* parent = GetParent();
-    if (parent == nullptr) return;
-    CWnd* next = parent->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT) ? 1 : 0);
-    (next != nullptr && next != this ? next : parent)->SetFocus();
+bool NumberListCtl::LeaveList() {
+    const CWnd* top = this;
+    while (top->GetParent() != nullptr && (top->GetStyle() & WS_CHILD) != 0) top = top->GetParent();
+    CWnd* next = top->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT) ? 1 : 0);
+    if (next == nullptr || next == this) return false;
+    next->SetFocus();
+    return true;
 }
 
 bool NumberListCtl::OnCancel() {
@@ -219,15 +261,16 @@ UINT NumberListCtl::OnGetDlgCode() {
 void NumberListCtl::set_curr_cell(int index) {
     index = std::max(std::min(index, m_count - 1), 0);
     if (index == m_current || m_count == 0) return;
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     if (m_editIsShown && !curr_cell_is_read_only() && update_curr_from_edit(1) == 0) return;
-    if (!alive) return;
+    if (!same) return;
     const int before = std::exchange(m_current, index);
     repaint_cell(before);
     repaint_cell(index);
     load_edit();
+    if (!same) return;
     notify(LIST_CURRENT_CHANGED, index, 0);
-    if (alive) NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
+    if (same) NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
 }
 
 int NumberListCtl::next_editable() const {
@@ -239,16 +282,12 @@ int NumberListCtl::next_editable() const {
 
 void NumberListCtl::OnReturn() {
     if (m_current < 0) return;
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     const int target = next_editable();
-    if (target == m_current) {
-        if (m_editIsShown && !curr_cell_is_read_only() && update_curr_from_edit(1) != 0 && alive) {
-            load_edit();
-        }
-        return;
+    if (target == m_current && m_editIsShown && !curr_cell_is_read_only()) {
+        if (update_curr_from_edit(1) != 0 && same) load_edit();
     }
-    set_curr_cell(target);
-    if (alive) scroll_into_view(m_current);
+    if (same) go_to(target);
 }
 
 int NumberListCtl::update_curr_from_edit(int showMessage) {
@@ -258,19 +297,29 @@ int NumberListCtl::update_curr_from_edit(int showMessage) {
     m_edit->GetWindowText(text);
     const std::uint32_t value = value_of(text.Left(cMaxReadLen));
     const int index = m_current;
-    const tessalink::WindowGuard alive(*this);
+    const bool hadFocus = m_hasFocus;
+    const SameList same(*this);
+    set_refused(false);
     if (value == m_values[checked(index)]) return 1;
     if (m_ranges != nullptr && !is_exempt(value) &&
         validate_edit(static_cast<int>(value), showMessage) == 0) {
+        if (same && showMessage == 0) set_refused(true);
+        if (same && showMessage != 0 && hadFocus) retype();
         return 0;
     }
-    if (!alive || index >= m_count) return 0;
     m_values[checked(index)] = value;
     repaint_cell(index);
     notify(LIST_VALUE_CHANGED, index, static_cast<int>(value));
-    if (!alive) return 0;
+    if (!same) return 0;
     NotifyAccessible(tessalink::AccessibleEvent::ValueChanged, index);
     return 1;
+}
+
+// After the message the refused number can be typed over.
+void NumberListCtl::retype() {
+    if (!has_edit()) return;
+    m_edit->SetSel(0, -1);
+    m_edit->SetFocus();
 }
 
 int NumberListCtl::validate_edit(int value, int showMessage) {
@@ -288,12 +337,10 @@ int NumberListCtl::validate_edit(int value, int showMessage) {
 
 void NumberListCtl::OnLButtonDown(UINT flags, CPoint point) {
     ColumnListCtl::OnLButtonDown(flags, point);
-    const tessalink::WindowGuard alive(*this);
+    const SameList same(*this);
     SetFocus();
-    const int index = alive ? ItemAt(point) : -1;
-    if (index < 0) return;
-    set_curr_cell(index);
-    if (alive) scroll_into_view(m_current);
+    const int index = same ? ItemAt(point) : -1;
+    if (index >= 0) go_to(index);
 }
 
 // Drawing.
@@ -307,13 +354,19 @@ void NumberListCtl::measure_cells(CDC& dc) {
                          VARIABLE_PITCH, "Arial");
     }
     const int gap = 2 * m_halfWidth;
-    m_legendWidth = gap;
-    for (int i = 0; i < m_count; ++i) {
-        m_legendWidth = std::max<int>(m_legendWidth, dc.GetTextExtent(name(i)).cx + gap);
-    }
+    if (m_legendWidth == 0) m_legendWidth = widest_name(dc) + gap;
     m_editWidth = (m_maxTextLen + 2) * dc.GetTextExtent("9", 1).cx;
     m_rowHeight = (3 * height) >> 1;
     m_cellWidth = gap + m_legendWidth + m_editWidth;
+}
+
+int NumberListCtl::widest_name(CDC& dc) {
+    const Selected font(dc, &m_boldFont);
+    int widest = 0;
+    for (int i = 0; i < m_count; ++i) {
+        widest = std::max<int>(widest, dc.GetTextExtent(name(i)).cx);
+    }
+    return widest;
 }
 
 void NumberListCtl::draw_cell(CDC& dc, int index, const CRect& rect) {
@@ -355,9 +408,7 @@ NumberListCtl2::NumberListCtl2(int count, const char** names, int* ranges) {
 }
 
 void NumberListCtl2::SetCurrItem(int index) {
-    const tessalink::WindowGuard alive(*this);
-    set_curr_cell(index);
-    if (alive) scroll_into_view(m_current);
+    go_to(index);
 }
 
 NumberListCtl3::NumberListCtl3(int count, const char** names, int* ranges,
@@ -366,10 +417,16 @@ NumberListCtl3::NumberListCtl3(int count, const char** names, int* ranges,
     SetLegend(count, names, ranges);
 }
 
+// Here, so that a last commit still knows what is missing.
+NumberListCtl3::~NumberListCtl3() {
+    DestroyWindow();
+}
+
 void NumberListCtl3::SetMissingValue(unsigned int value) {
     std::replace(m_values.begin(), m_values.end(), m_missing, std::uint32_t{value});
     m_missing = value;
     Invalidate();
+    load_edit();
 }
 
 CString NumberListCtl3::value_text(int index) const {

@@ -12,15 +12,16 @@
 /// for each scale. One edit box travels to the current cell. A number outside the range of its
 /// entry is refused with a message when it is committed: by Return, by going to another cell, or
 /// when the focus leaves, then without a message: the number stays in the box, marked, and the
-/// message comes when the focus is back.
+/// message comes when the focus is back. Escape brings the entry's number back.
 ///
-/// The parent is told of every change (LISTCTL_NOTIFICATION). An index out of range raises
-/// CInvalidArgException.
+/// The parent is told of every change that the user makes (LISTCTL_NOTIFICATION): first the value,
+/// then the other entry. An index out of range raises CInvalidArgException.
 class TESSALINK_API NumberListCtl : public ColumnListCtl {
     DECLARE_DYNAMIC(NumberListCtl)
 
 public:
     static constexpr int cDefaultTextLen = 5;
+    static constexpr int cLongestText = 1000;
     /// So many characters of the box are read.
     static constexpr int cMaxReadLen = 20;
     static constexpr UINT cEditId = 1000;
@@ -36,11 +37,13 @@ public:
     /// Removes all entries.
     void Clear();
     int GetItem(int index) const { return static_cast<int>(m_values[checked(index)]); }
+    /// What was being typed for the entry is lost.
     void SetItem(int index, int value);
-    /// The current entry can't be changed any more. An index of 65,536 and more counts by its low
+    int SetReadOnly(int readOnly) override;
+    /// The user can't change the entry any more. An index of 65,536 and more counts by its low
     /// 16 bits.
     void SetReadOnlyItem(int index);
-    /// The most characters of a number; 5 at start.
+    /// The most characters of a number, 1 to 1,000; 5 at start.
     void SetMaxTextLen(int length);
     int GetMaxTextLen() const { return m_maxTextLen; }
 
@@ -52,13 +55,15 @@ public:
     bool OnCancel();
     void OnEditSetFocus();
     void OnEditKillFocus(CWnd* next);
-    /// Gives the focus to the next control of the dialog, or the one before with Shift.
-    void LeaveList();
+    /// Gives the focus to the next control of the dialog, or the one before with Shift; false when
+    /// there is none.
+    bool LeaveList();
 
     int OnCreate(CREATESTRUCT* create) override;
     UINT OnGetDlgCode() override;
     void OnLButtonDown(UINT flags, CPoint point) override;
     void OnSetFocus(CWnd* old) override;
+    void OnKillFocus(CWnd* next) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     tessalink::AccessibleElement AccessibleChild(int index) const override;
 
@@ -81,6 +86,8 @@ protected:
     /// Whether a number needs no check of its range.
     virtual bool is_exempt(std::uint32_t) const { return false; }
     virtual std::uint32_t start_value() const { return 0; }
+    /// The edit box shows the current entry as it is.
+    void load_edit();
 
     std::vector<std::uint32_t> m_values;
 
@@ -88,9 +95,16 @@ private:
     std::size_t checked(int index) const;
     CString name(int index) const;
     CRect edit_rect(int index) const;
+    void reset();
+    bool has_edit() const;
     void show_edit();
-    void load_edit();
+    void hide_edit();
+    void set_refused(bool isRefused);
+    void gain_focus();
+    void lose_focus();
+    void retype();
     int next_editable() const;
+    int widest_name(CDC& dc);
 
     const char** m_names = nullptr;
     const int* m_ranges = nullptr;
@@ -100,7 +114,7 @@ private:
     bool m_isRefused = false;  ///< what is in the box was refused when the focus left
     int m_maxTextLen = cDefaultTextLen;
     std::set<std::uint16_t> m_readOnly;
-    int m_legendWidth = 0;
+    int m_legendWidth = 0;  ///< 0: to be measured
     int m_editWidth = 0;
     mutable CFont m_font;
     mutable CFont m_boldFont;
@@ -126,8 +140,9 @@ class TESSALINK_API NumberListCtl3 : public NumberListCtl {
 
 public:
     NumberListCtl3(int count, const char** names, int* ranges, unsigned int missingValue);
+    ~NumberListCtl3() override;
 
-    /// Entries that are missing get the new code.
+    /// Entries that are missing get the new code. What was being typed is lost.
     void SetMissingValue(unsigned int value);
     unsigned int GetMissingValue() const { return m_missing; }
     void SetItemMissing(int index) { SetItem(index, static_cast<int>(m_missing)); }

@@ -34,8 +34,8 @@ CString XNumberEdit::replaced(const CString& text) const {
 
 bool XNumberEdit::leads_out(UINT key) const {
     if (key < VK_PRIOR || key > VK_DOWN) return false;
+    if (key != VK_UP && key != VK_DOWN && IsKeyDown(VK_SHIFT)) return false;
     if (key != VK_LEFT && key != VK_RIGHT) return true;
-    if (IsKeyDown(VK_SHIFT)) return false;
     int start = 0;
     int end = 0;
     GetSel(start, end);
@@ -46,7 +46,7 @@ bool XNumberEdit::leads_out(UINT key) const {
 
 void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     if (key == VK_TAB) {
-        m_list.LeaveList();
+        if (!m_list.LeaveList()) CWnd::OnKeyDown(key, repeat, flags);
     } else if (key == VK_RETURN) {
         m_list.OnReturn();
     } else if (key == VK_ESCAPE) {
@@ -59,7 +59,10 @@ void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 }
 
 void XNumberEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
-    if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) return;
+    if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) {
+        CWnd::OnChar(ch, repeat, flags);  // the key has done it, or nobody wants it
+        return;
+    }
     const bool isCommand = ch < cFirstPrintable;
     if (isCommand || IsValid(replaced(CString(static_cast<char>(ch))))) {
         CEdit::OnChar(ch, repeat, flags);
