@@ -369,6 +369,7 @@ ItemListCtl2::ItemListCtl2(int count, const char* definition, int defaultRespons
 void ItemListCtl2::SetFirstItemNumber(int number) {
     m_firstNumber = number;
     RecalcLayout();
+    scroll_into_view(m_current);
     Invalidate();
 }
 

@@ -110,6 +110,7 @@ void NumberListCtl::SetMaxTextLen(int length) {
     m_maxTextLen = std::clamp(length, 1, cLongestText);
     if (has_edit()) m_edit->SetLimitText(static_cast<UINT>(m_maxTextLen));
     RecalcLayout();
+    scroll_into_view(m_current);
     Invalidate();
 }
 
@@ -156,11 +157,19 @@ void NumberListCtl::load_edit() {
         hide_edit();
         return;
     }
+    fill_edit();
+    if (GetFocus() == this) {
+        show_edit();
+    } else if (!m_hasFocus) {
+        hide_edit();
+    }
+}
+
+void NumberListCtl::fill_edit() {
     m_edit->MoveWindow(edit_rect(m_current));
     m_edit->SetReadOnly(curr_cell_is_read_only() ? 1 : 0);
     m_edit->SetWindowText(value_text(m_current));
     m_edit->SetSel(0, -1);
-    if (GetFocus() == this) show_edit();
 }
 
 void NumberListCtl::hide_edit() {
@@ -178,7 +187,7 @@ void NumberListCtl::show_edit() {
     if (!has_edit() || m_current < 0) return;
     if (!m_editIsShown) {
         m_editIsShown = true;
-        if (!m_isRefused) load_edit();
+        if (!m_isRefused) fill_edit();
         m_edit->ShowWindow(SW_SHOW);
     }
     m_edit->SetFocus();
@@ -319,7 +328,7 @@ int NumberListCtl::update_curr_from_edit(int showMessage) {
 void NumberListCtl::retype() {
     if (!has_edit()) return;
     m_edit->SetSel(0, -1);
-    m_edit->SetFocus();
+    show_edit();
 }
 
 int NumberListCtl::validate_edit(int value, int showMessage) {

@@ -97,6 +97,7 @@ private:
     CRect edit_rect(int index) const;
     void reset();
     bool has_edit() const;
+    void fill_edit();
     void show_edit();
     void hide_edit();
     void set_refused(bool isRefused);

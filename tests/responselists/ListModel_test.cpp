@@ -1,0 +1,612 @@
+// The lists against plain models of them: any events, the same notifications, values and places.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/base/CInvalidArgException.h"
+#include "responselists/ItemListCtl.h"
+#include "responselists/NumberListCtl.h"
+#include "tests/responselists/ListHost.h"
+#include "tests/support/Dice.h"
+#include "tests/support/ResponseGrammar.h"
+
+using tessalink::test::Dice;
+using tessalink::test::ListHost;
+using tessalink::test::Log;
+using tessalink::test::ResponseGrammar;
+using tessalink::test::windows;
+
+namespace {
+
+constexpr int cNoResponse = 65535;
+constexpr int cScrollBar = 17;
+constexpr UINT cMissing = 77;
+
+// TESSALINK_LIST_EVENTS: so many for each list.
+int eventCount() {
+    const char* wanted = std::getenv("TESSALINK_LIST_EVENTS");
+    return wanted != nullptr ? std::atoi(wanted) : 10'000;
+}
+
+std::string told(int code, int item, int value) {
+    return std::to_string(code) + " " + std::to_string(item) + " " + std::to_string(value);
+}
+
+// Cells in columns, of which one is current.
+struct ColumnModel {
+    int count = 0;
+    int current = -1;
+    int first = 0;
+    int rows = 1;
+    int columns = 0;
+    int visible = 1;
+    bool hasFocus = false;
+    bool isReadOnly = false;
+    Log log;
+    std::size_t notifications = 0;
+
+    void Layout(CSize window, CSize cell) {
+        for (const int bar : {0, cScrollBar}) {
+            rows = std::max((static_cast<int>(window.cy) - 2 - bar) / static_cast<int>(cell.cy), 1);
+            columns = (count + rows - 1) / rows;
+            visible = std::max((static_cast<int>(window.cx) - 2) / static_cast<int>(cell.cx), 1);
+            if (columns <= visible) break;
+        }
+        Scroll(first);
+    }
+    void Scroll(int column) { first = std::clamp(column, 0, std::max(columns - visible, 0)); }
+    void Show() {
+        if (current < 0) return;
+        const int column = current / rows;
+        Scroll(std::clamp(first, column - visible + 1, column));
+    }
+    int Target(UINT key) const {
+        const std::map<UINT, int> targets = {{VK_PRIOR, current - rows * visible},
+                                             {VK_NEXT, current + rows * visible},
+                                             {VK_END, count - 1},
+                                             {VK_HOME, 0},
+                                             {VK_LEFT, current - rows},
+                                             {VK_UP, current - 1},
+                                             {VK_RIGHT, current + rows},
+                                             {VK_DOWN, current + 1}};
+        return targets.at(key);
+    }
+    int Clamped(int index) const { return std::max(std::min(index, count - 1), 0); }
+    void Focus(bool focus) {
+        if (std::exchange(hasFocus, focus) == focus) return;
+        log.push_back(focus ? told(NM_SETFOCUS, current, 0) : told(NM_KILLFOCUS, -1, 0));
+    }
+};
+
+struct ItemModel : ColumnModel {
+    ResponseGrammar grammar;
+    std::vector<int> values;
+    std::vector<std::pair<int, int>> undo;
+    bool isVerifying = false;
+    std::vector<int> firstAnswers;
+    std::pair<int, int> open{-1, 0};
+
+    void Counts() {
+        const auto answered = count - std::count(values.begin(), values.end(), cNoResponse);
+        log.push_back("3 " + std::to_string(answered) + "/" + std::to_string(count - answered) +
+                      "/" + std::to_string(count));
+    }
+    bool SetLegend(int newCount, const std::string& definition, int defaultResponse) {
+        undo.clear();
+        isVerifying = false;
+        first = 0;
+        grammar = ResponseGrammar::OfSeveral(definition, static_cast<std::size_t>(newCount));
+        bool isValid = grammar.verdict == ResponseGrammar::Verdict::Valid;
+        for (const auto& set : grammar.sets) {
+            isValid = isValid && defaultResponse < static_cast<int>(set.size());
+        }
+        isValid = isValid && (defaultResponse < 0 || !grammar.sets.empty());
+        count = isValid ? newCount : 0;
+        current = count > 0 ? 0 : -1;
+        values.clear();
+        for (int i = 0; i < count; ++i) {
+            const bool has = defaultResponse >= 0 && !Of(i).empty();
+            values.push_back(has ? Of(i)[static_cast<std::size_t>(defaultResponse)].value
+                                 : cNoResponse);
+        }
+        Counts();
+        return isValid;
+    }
+    const ResponseGrammar::Responses& Of(int item) const {
+        return grammar.items[static_cast<std::size_t>(item)];
+    }
+    int& Value(int item) { return values[static_cast<std::size_t>(item)]; }
+    void Set(int item, int value, bool tells) {
+        const int before = std::exchange(Value(item), value);
+        if (before == value) return;
+        if (tells) log.push_back(told(1, item, value));
+        if ((before == cNoResponse) != (value == cNoResponse)) Counts();
+    }
+    void Move(int index) {
+        if (count == 0) return;
+        if (Clamped(index) != current) log.push_back(told(2, current = Clamped(index), 0));
+    }
+    void Go(int index) {
+        Move(index);
+        Show();
+    }
+    bool Answer(int value) {
+        if (!isVerifying) {
+            undo.emplace_back(current, Value(current));
+            Set(current, value, true);
+            return true;
+        }
+        int& firstAnswer = firstAnswers[static_cast<std::size_t>(current)];
+        if (value == firstAnswer) {
+            open.first = -1;
+        } else if (open == std::pair(current, value)) {
+            firstAnswer = value;
+            open.first = -1;
+            Set(current, value, true);
+        } else {
+            open = {current, value};
+            log.insert(log.end(), {"bell", told(4, current, value)});
+            return false;
+        }
+        return true;
+    }
+    void Char(char ch) {
+        if (current < 0 || isReadOnly) return;
+        for (const auto& response : Of(current)) {
+            if (response.keys.find(ch) == std::string::npos) continue;
+            if (Answer(response.value)) Go(current + 1);
+            return;
+        }
+    }
+    void Undo() {
+        if (undo.empty() || isReadOnly || isVerifying) return;
+        const auto [item, before] = undo.back();
+        undo.pop_back();
+        Set(item, before, true);
+        Go(item);
+    }
+    void Click(int item, int response) {
+        Focus(true);
+        Move(item);
+        if (response >= 0 && !isReadOnly)
+            Answer(Of(item)[static_cast<std::size_t>(response)].value);
+        Show();
+    }
+    void Verify() {
+        isVerifying = true;
+        firstAnswers = values;
+        open.first = -1;
+        undo.clear();
+        Go(0);
+    }
+};
+
+// Knows where captions stand.
+class OpenedList : public ItemListCtl2 {
+public:
+    using ItemListCtl2::ItemListCtl2;
+
+    CPoint MiddleOf(int item, int response) const {
+        int widest = 0;
+        for (const auto& set : m_sets) {
+            int width = 0;
+            for (const auto& one : set) width += one.width + m_halfWidth;
+            widest = std::max(widest, width);
+        }
+        const CRect cell = GetItemRect(item);
+        const auto& responses = *responses_of(item);
+        int x = cell.right - widest;
+        for (int i = 0; i < response; ++i) {
+            x += responses[static_cast<std::size_t>(i)].width + m_halfWidth;
+        }
+        return {x + responses[static_cast<std::size_t>(response)].width / 2, cell.CenterPoint().y};
+    }
+};
+
+constexpr UINT cKeys[] = {VK_PRIOR, VK_NEXT, VK_END, VK_HOME, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN};
+
+// What both lists have in common.
+template <class List, class Model>
+class Driver {
+public:
+    explicit Driver(std::uint64_t seed) : dice(seed) {}
+
+    int Below(int bound) { return static_cast<int>(dice.Below(static_cast<std::size_t>(bound))); }
+    void Start(std::unique_ptr<List> made) {
+        list = std::move(made);
+        list->Create(CRect(CPoint(), size), 5, &host);
+        host.Take();
+    }
+    void Layout() {
+        if (model.count > 0) model.Layout(size, list->GetItemRect(0).Size());
+    }
+    void Resize() {
+        size = CSize(40 + Below(600), 20 + Below(300));
+        list->MoveWindow(CRect(CPoint(), size));
+        Layout();
+        model.Show();
+    }
+    void Scroll() {
+        const int position = Below(20);
+        const std::map<UINT, int> targets = {{SB_LINELEFT, model.first - 1},
+                                             {SB_LINERIGHT, model.first + 1},
+                                             {SB_PAGELEFT, model.first - model.visible},
+                                             {SB_PAGERIGHT, model.first + model.visible},
+                                             {SB_THUMBPOSITION, position},
+                                             {SB_THUMBTRACK, position},
+                                             {SB_LEFT, 0},
+                                             {SB_RIGHT, INT_MAX}};
+        auto target = targets.begin();
+        std::advance(target, Below(static_cast<int>(targets.size())));
+        list->SendMessage(WM_HSCROLL, MAKEWPARAM(target->first, static_cast<UINT>(position)));
+        if (model.count > 0) model.Scroll(target->second);
+    }
+    void Wheel() {
+        const int notches = Below(7) - 3;
+        windows().Turn({5, 5}, static_cast<short>(120 * notches));
+        if (model.count > 0) model.Scroll(model.first - (notches == 0 ? 1 : notches));
+    }
+    // A cell that shows, or -1.
+    int ShownCell() {
+        CRect client;
+        list->GetClientRect(&client);
+        const CPoint point(Below(std::max<int>(client.right, 1)),
+                           Below(std::max<int>(client.bottom, 1)));
+        return list->ItemAt(point);
+    }
+    void Check(int event) {
+        windows().Pump();
+        model.notifications += model.log.size();
+        ASSERT_EQ(host.Take(), std::exchange(model.log, {})) << event;
+        ASSERT_EQ(list->GetCurrItemIdx(), model.current) << event;
+        ASSERT_EQ(list->GetItemCount(), model.count) << event;
+        for (int i = 0; i < model.count; ++i) {
+            ASSERT_EQ(static_cast<int>(list->GetItem(i)), model.values[static_cast<std::size_t>(i)])
+                << event << " " << i;
+        }
+        if (model.count == 0) return;
+        const CRect cell = list->GetItemRect(0);
+        ASSERT_EQ(cell.left, -model.first * cell.Width()) << event;
+        const CRect last = list->GetItemRect(model.count - 1);
+        ASSERT_EQ(last.top, (model.count - 1) % model.rows * cell.Height()) << event;
+    }
+
+    Dice dice;
+    ListHost host;
+    std::unique_ptr<List> list;
+    Model model;
+    CSize size{300, 120};
+};
+
+TEST(ListModels, ItemListCtl2) {
+    Driver<OpenedList, ItemModel> run(61);
+    auto& [dice, host, list, model, size] = run;
+    const std::vector<std::string> definitions = {"[Yes|Yy|1][No|Nn|2]:0-9;[1|1][2|2][3|3]:3,12-14",
+                                                  "[T|Tty][F|Ffn][none||65535]:0-4",
+                                                  "[a|y|7][b|y1|7][c|n2|8]:0",
+                                                  "[Yes|Yy|1]:0-40",
+                                                  "",
+                                                  "[x",
+                                                  "[a]:2;"};
+    tessalink::DoubleKeying keying;
+    run.Start(std::make_unique<OpenedList>(0, "", -1));
+    list->ReportCounts(1);
+    host.Take();
+    const auto setLegend = [&] {
+        const int count = dice.OneIn(6) ? run.Below(16) : 16 + run.Below(45);
+        const auto& definition = definitions[dice.OneIn(3) ? dice.Below(definitions.size()) : 0];
+        const int defaultResponse = dice.OneIn(3) ? run.Below(4) - 1 : -1;
+        bool isValid = false;
+        try {
+            isValid = list->SetLegend(count, definition.c_str(), defaultResponse) != 0;
+        } catch (const CInvalidArgException&) {
+        }
+        ASSERT_EQ(isValid, model.SetLegend(count, definition, defaultResponse)) << definition;
+        run.Layout();
+    };
+    const auto click = [&] {
+        const int item = run.ShownCell();
+        if (item < 0) return;
+        const auto responses = static_cast<int>(model.Of(item).size());
+        const int response = run.Below(responses + 1) - 1;
+        CPoint point = list->GetItemRect(item).TopLeft() + CSize(2, 2);
+        if (response >= 0) point = list->MiddleOf(item, response);
+        list->SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
+        model.Click(item, response);
+    };
+    const auto press = [&] {
+        const UINT key = dice.Pick(cKeys);
+        windows().PressKey(key);
+        if (model.hasFocus) model.Go(model.Target(key));
+    };
+    for (int event = 0; event < eventCount(); ++event) {
+        const auto kind = dice.Below(100);
+        if (kind < 50) {
+            const char ch = dice.Pick(std::string_view("YyNn123TtFfx "));
+            windows().Type(std::string(1, ch));
+            if (model.hasFocus) model.Char(ch);
+        } else if (kind < 66) {
+            press();
+        } else if (kind < 74) {
+            windows().PressKey(VK_BACK);
+            if (model.hasFocus) model.Undo();
+        } else if (kind < 80) {
+            click();
+        } else if (kind < 83) {
+            run.Scroll();
+        } else if (kind < 85) {
+            run.Wheel();
+        } else if (kind < 87) {
+            run.Resize();
+        } else if (kind < 90 && model.count > 0) {
+            const int item = run.Below(model.count);
+            const auto value = static_cast<std::uint16_t>(dice.OneIn(3) ? 65535 : dice.Below(9));
+            list->SetItem(item, value);
+            model.Set(item, value, false);
+        } else if (kind < 91) {
+            setLegend();
+        } else if (kind < 93) {
+            EXPECT_EQ(list->SetReadOnly(dice.OneIn(4)), model.isReadOnly);
+            model.isReadOnly = list->IsReadOnly() != 0;
+        } else if (kind < 95) {
+            model.isVerifying ? list->EndVerification() : list->BeginVerification(keying);
+            if (model.isVerifying) {
+                model.isVerifying = false;
+            } else {
+                model.Verify();
+            }
+        } else {
+            const bool focus = !dice.OneIn(5);
+            focus ? list->SetFocus() : host.other.SetFocus();
+            model.Focus(focus);
+        }
+        run.Check(event);
+        if (testing::Test::HasFailure()) return;
+    }
+    EXPECT_GT(model.notifications, static_cast<std::size_t>(eventCount()) / 4);
+}
+
+struct NumberModel : ColumnModel {
+    std::vector<int> values;
+    const char** names = nullptr;
+    const int* ranges = nullptr;
+    bool knowsMissing = false;
+    std::set<int> readOnly;
+    bool isShown = false;
+    bool isRefused = false;
+    int longest = 5;
+    std::string text;
+    bool isSelected = false;
+    std::size_t caret = 0;
+
+    bool IsMissing(int value) const { return knowsMissing && value == static_cast<int>(cMissing); }
+    bool IsLocked(int index) const { return isReadOnly || readOnly.count(index) != 0; }
+    std::string TextOf(int index) const {
+        const int value = values[static_cast<std::size_t>(index)];
+        return IsMissing(value) ? "" : std::to_string(value);
+    }
+    void Select() {
+        isSelected = !text.empty();
+        caret = text.size();
+    }
+    void Load() {
+        isRefused = false;
+        if (current < 0) {
+            isShown = false;
+            return;
+        }
+        text = TextOf(current);
+        Select();
+        isShown = hasFocus;
+    }
+    void Cancel() {
+        if (current >= 0 && text != TextOf(current)) Load();
+    }
+    bool Commit(bool asks) {
+        isRefused = false;
+        const int value =
+            text.empty() && knowsMissing ? static_cast<int>(cMissing) : std::atoi(text.c_str());
+        int& own = values[static_cast<std::size_t>(current)];
+        if (value == own) return true;
+        const int* range = ranges != nullptr && !IsMissing(value) ? ranges + 2 * current : nullptr;
+        if (range != nullptr && (value < range[0] || value > range[1])) {
+            isRefused = !asks;
+            if (!asks) return false;
+            const bool isBelow = value < range[0];
+            log.push_back("box " + std::string(names[current]) + " The " +
+                          (isBelow ? "minimum" : "maximum") + " value is " +
+                          std::to_string(range[isBelow ? 0 : 1]) + "!");
+            if (hasFocus) Select();
+            return false;
+        }
+        own = value;
+        log.push_back(told(1, current, value));
+        return true;
+    }
+    void Go(int index) {
+        if (count == 0) return;
+        index = Clamped(index);
+        if (index != current && (!isShown || IsLocked(current) || Commit(true))) {
+            current = index;
+            Load();
+            log.push_back(told(2, index, 0));
+        }
+        Show();
+    }
+    void Return() {
+        int target = current + 1;
+        while (target < count && IsLocked(target)) ++target;
+        if (target >= count) target = current;
+        if (target == current && !IsLocked(current) && Commit(true)) Load();
+        Go(target);
+    }
+    void FocusIn(bool asks = true) {
+        if (hasFocus) return;
+        const bool wasShown = std::exchange(isShown, count > 0);
+        Focus(true);
+        if (count > 0 && !wasShown) Load();
+        if (isRefused && asks) Commit(true);
+    }
+    void FocusOut() {
+        if (!hasFocus) return;
+        if (count > 0 && !IsLocked(current)) Commit(false);
+        isShown = isRefused;
+        Focus(false);
+    }
+    void Change(const std::string& now, std::size_t place) {
+        text = now;
+        caret = place;
+        isSelected = false;
+    }
+    void Char(char ch) {
+        if (current < 0) return;
+        const std::string now =
+            isSelected ? std::string(1, ch) : text.substr(0, caret) + ch + text.substr(caret);
+        const bool isNumber =
+            now.find_first_not_of("0123456789", now[0] == '-') == std::string::npos;
+        if (!isNumber || static_cast<int>(now.size()) > longest || IsLocked(current)) {
+            log.push_back("bell");
+        } else {
+            Change(now, isSelected ? 1 : caret + 1);
+        }
+    }
+    void Back() {
+        if (current < 0 || IsLocked(current)) return;
+        if (isSelected) {
+            Change("", 0);
+        } else if (caret > 0) {
+            Change(text.substr(0, caret - 1) + text.substr(caret), caret - 1);
+        }
+    }
+    void Key(UINT key) {
+        if (current < 0) return;
+        const bool isInside = !isSelected && ((key == VK_LEFT && caret > 0) ||
+                                              (key == VK_RIGHT && caret < text.size()));
+        if (isInside) {
+            caret = key == VK_LEFT ? caret - 1 : caret + 1;
+        } else {
+            Go(Target(key));
+        }
+    }
+};
+
+template <class List>
+void runNumbers(std::unique_ptr<List> made, bool knowsMissing, std::uint64_t seed) {
+    static const char* names[60];
+    static int ranges[120];
+    for (int i = 0; i < 60; ++i) {
+        names[i] = i % 3 == 0 ? "Scale A" : "A scale with a longer name";
+        ranges[2 * i] = i % 5 - 2;
+        ranges[2 * i + 1] = i % 7 == 6 ? -10 : 40 + i;
+    }
+    Driver<List, NumberModel> run(seed);
+    auto& [dice, host, list, model, size] = run;
+    model.knowsMissing = knowsMissing;
+    run.Start(std::move(made));
+    const auto setLegend = [&] {
+        const int count = run.Below(61) - 1;
+        int* allowed = dice.OneIn(3) ? nullptr : ranges;
+        EXPECT_EQ(list->SetLegend(count, names, allowed), count >= 0 ? 1 : 0);
+        model.count = std::max(count, 0);
+        model.current = model.count > 0 ? 0 : -1;
+        model.first = 0;
+        model.values.assign(static_cast<std::size_t>(model.count), knowsMissing ? cMissing : 0);
+        model.names = names;
+        model.ranges = allowed;
+        model.readOnly.clear();
+        model.Load();
+        run.Layout();
+    };
+    const auto set = [&](int item) {
+        const int value = run.Below(2000) - 100;
+        if (dice.OneIn(3)) {
+            list->SetReadOnlyItem(item);
+            model.readOnly.insert(item);
+        } else {
+            list->SetItem(item, value);
+            model.values[static_cast<std::size_t>(item)] = value;
+        }
+        if (item == model.current) model.Load();
+    };
+    const auto click = [&] {
+        const int item = run.ShownCell();
+        if (item < 0) return;
+        const CPoint point = list->GetItemRect(item).TopLeft() + CSize(2, 2);
+        list->SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
+        model.FocusIn(item == model.current);
+        model.Go(item);
+    };
+    for (int event = 0; event < eventCount() / 2; ++event) {
+        const auto kind = dice.Below(100);
+        if (kind < 45) {
+            const char ch = dice.Pick(std::string_view("0123456789011223-x"));
+            windows().Type(std::string(1, ch));
+            if (model.hasFocus) model.Char(ch);
+        } else if (kind < 65) {
+            const UINT key = dice.Pick(cKeys);
+            windows().PressKey(key);
+            if (model.hasFocus) model.Key(key);
+        } else if (kind < 75) {
+            windows().PressKey(VK_RETURN);
+            if (model.hasFocus && model.count > 0) model.Return();
+        } else if (kind < 78) {
+            const bool isEscape = dice.OneIn(3);
+            windows().PressKey(isEscape ? VK_ESCAPE : VK_BACK);
+            if (model.hasFocus && !isEscape) model.Back();
+            if (model.hasFocus && isEscape) model.Cancel();
+        } else if (kind < 82) {
+            click();
+        } else if (kind < 84) {
+            run.Scroll();
+        } else if (kind < 86) {
+            run.Wheel();
+        } else if (kind < 88) {
+            run.Resize();
+        } else if (kind < 90 && model.count > 0) {
+            set(run.Below(model.count));
+        } else if (kind < 91) {
+            setLegend();
+        } else if (kind < 93) {
+            const bool locks = dice.OneIn(4);
+            list->SetReadOnly(locks);
+            if (std::exchange(model.isReadOnly, locks) != locks) model.Load();
+        } else if (kind < 94) {
+            model.longest = 1 + run.Below(8);
+            list->SetMaxTextLen(model.longest);
+            run.Layout();
+            model.Show();
+        } else if (dice.OneIn(4)) {
+            host.other.SetFocus();
+            model.FocusOut();
+        } else {
+            list->SetFocus();
+            model.FocusIn();
+        }
+        run.Check(event);
+        if (testing::Test::HasFailure()) return;
+        const auto* box = static_cast<CEdit*>(list->GetDlgItem(NumberListCtl::cEditId));
+        ASSERT_EQ(box->IsWindowVisible() != 0, model.isShown) << event;
+        CString text;
+        box->GetWindowText(text);
+        if (model.isShown) {
+            ASSERT_EQ(text.GetString(), model.text) << event;
+        }
+    }
+    EXPECT_GT(model.notifications, static_cast<std::size_t>(eventCount()) / 8);
+}
+
+TEST(ListModels, NumberListCtl) {
+    runNumbers(std::make_unique<NumberListCtl>(0, nullptr, nullptr), false, 62);
+}
+
+TEST(ListModels, NumberListCtl3) {
+    runNumbers(std::make_unique<NumberListCtl3>(0, nullptr, nullptr, cMissing), true, 63);
+}
+
+}  // namespace
