@@ -21,15 +21,6 @@ void createItemFont(CFont& font, int height, int weight) {
 
 IMPLEMENT_DYNAMIC(ColoredItemUI, DataEntryItemUI)
 
-ColoredItemUI::ColoredItemUI()
-    : m_focusBackground(GetSysColor(COLOR_WINDOW)),
-      m_focusText(GetSysColor(COLOR_WINDOWTEXT)),
-      m_labelBackground(GetSysColor(COLOR_BTNSHADOW)),
-      m_labelText(GetSysColor(COLOR_BTNHIGHLIGHT)),
-      m_textBackground(GetSysColor(COLOR_BTNFACE)),
-      m_text(GetSysColor(COLOR_BTNTEXT)),
-      m_readOnlyText(GetSysColor(COLOR_GRAYTEXT)) {}
-
 void ColoredItemUI::colors_changed() {
     if (m_item != nullptr) Invalidate(1);
 }

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "dataentry/DataEntryItemUI.h"
+#include "dataentry/SystemColor.h"
 
-/// What the interfaces of texts and choices share: colours, those of the system at start, two
-/// fonts, and a label on the left.
+/// What the interfaces of texts and choices share: colours, those of the system until others are
+/// set, two fonts, and a label on the left.
 class TESSALINK_API ColoredItemUI : public DataEntryItemUI {
     DECLARE_DYNAMIC(ColoredItemUI)
 
@@ -19,7 +20,7 @@ public:
     COLORREF GetTextFgColor() const { return m_text; }
 
 protected:
-    ColoredItemUI();
+    ColoredItemUI() = default;
 
     /// Makes the fonts of values and of labels.
     virtual void create_fonts(int height);
@@ -35,13 +36,13 @@ protected:
     /// and a line to write on for one without a value.
     void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const;
 
-    COLORREF m_focusBackground;
-    COLORREF m_focusText;
-    COLORREF m_labelBackground;
-    COLORREF m_labelText;
-    COLORREF m_textBackground;
-    COLORREF m_text;
-    COLORREF m_readOnlyText;
+    tessalink::SystemColor m_focusBackground{COLOR_WINDOW};
+    tessalink::SystemColor m_focusText{COLOR_WINDOWTEXT};
+    tessalink::SystemColor m_labelBackground{COLOR_BTNSHADOW};
+    tessalink::SystemColor m_labelText{COLOR_BTNHIGHLIGHT};
+    tessalink::SystemColor m_textBackground{COLOR_BTNFACE};
+    tessalink::SystemColor m_text{COLOR_BTNTEXT};
+    tessalink::SystemColor m_readOnlyText{COLOR_GRAYTEXT};
     mutable CFont m_normalFont;
     mutable CFont m_boldFont;
     int m_halfWidth = 0;  ///< half the width of a wide letter

@@ -47,9 +47,7 @@ const DataEntryCtl::Axis DataEntryCtl::Axis::cVertical = {
     &DataEntryLayoutMgr::GetItemAfterVertScroll};
 
 DataEntryCtl::DataEntryCtl(DataEntryLayoutMgr* layoutMgr)
-    : m_background(GetSysColor(COLOR_BTNFACE)),
-      m_layoutMgr(layoutMgr),
-      m_neighbours(std::make_unique<tessalink::NeighbourIndex>()) {}
+    : m_layoutMgr(layoutMgr), m_neighbours(std::make_unique<tessalink::NeighbourIndex>()) {}
 
 DataEntryCtl::~DataEntryCtl() {
     DestroyWindow();

@@ -7,6 +7,7 @@
 #include "dataentry/DataEntryItem.h"
 #include "dataentry/DataEntryItemUI.h"
 #include "dataentry/DataEntryLayoutMgr.h"
+#include "dataentry/SystemColor.h"
 #include "platform/windows/CWnd.h"
 
 namespace tessalink {
@@ -163,7 +164,7 @@ private:
     int commit();
     void value_shown_again(int index);
 
-    COLORREF m_background;
+    tessalink::SystemColor m_background{COLOR_BTNFACE};
     std::unique_ptr<DataEntryLayoutMgr> m_layoutMgr;
     int m_id = -1;
     bool m_isReadOnly = false;

@@ -9,9 +9,7 @@ using tessalink::RestoredState;
 IMPLEMENT_DYNAMIC(RspListItemUI, ChoiceItemUI)
 
 RspListItemUI::RspListItemUI(const char* responseSet, int labelWidth)
-    : ChoiceItemUI(responseSet, labelWidth, true),
-      m_circle(GetSysColor(COLOR_WINDOWTEXT)),
-      m_circleBackground(GetSysColor(COLOR_WINDOW)) {}
+    : ChoiceItemUI(responseSet, labelWidth, true) {}
 
 void RspListItemUI::SetCircleColors(COLORREF line, COLORREF background) {
     m_circle = line;

@@ -19,6 +19,6 @@ protected:
                      bool readOnly) const override;
 
 private:
-    COLORREF m_circle;
-    COLORREF m_circleBackground;
+    tessalink::SystemColor m_circle{COLOR_WINDOWTEXT};
+    tessalink::SystemColor m_circleBackground{COLOR_WINDOW};
 };

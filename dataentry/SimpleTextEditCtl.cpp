@@ -66,3 +66,12 @@ void SimpleTextEditCtl::OnKillFocus(CWnd* next) {
 BOOL SimpleTextEditCtl::OnMouseWheel(UINT flags, short delta, CPoint point) {
     return m_interface.OnMouseWheel(flags, delta, point);
 }
+
+tessalink::AccessibleElement SimpleTextEditCtl::Accessible() const {
+    tessalink::AccessibleElement element = CEdit::Accessible();
+    if (DataEntryItem* item = m_interface.GetCurrItem()) {
+        element.name = item->GetLabel();
+        element.isReadOnly = item->IsReadOnly() != 0;
+    }
+    return element;
+}

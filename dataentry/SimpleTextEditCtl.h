@@ -17,6 +17,8 @@ public:
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
     void OnKillFocus(CWnd* next) override;
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    /// It is called by the label of its item.
+    tessalink::AccessibleElement Accessible() const override;
 
 protected:
     /// The text as it is, and the selected part of it.

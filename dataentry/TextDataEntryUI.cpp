@@ -174,6 +174,12 @@ void TextDataEntryUI::OnSetFocus(CWnd* old) {
     if (!IgnoreFocus() && m_focused && m_item != nullptr) display_edit_box();
 }
 
+void TextDataEntryUI::OnCtlColor(CDC* dc, CWnd*, UINT) {
+    const bool isReadOnly = m_item != nullptr && m_item->IsReadOnly() != 0;
+    dc->SetTextColor(isReadOnly ? m_readOnlyText : m_focusText);
+    dc->SetBkColor(isReadOnly ? m_textBackground : m_focusBackground);
+}
+
 void TextDataEntryUI::OnSize(UINT type, int width, int height) {
     ColoredItemUI::OnSize(type, width, height);
     if (m_editIsShown) m_edit->MoveWindow(edit_rect(CRect(0, 0, width, height)));

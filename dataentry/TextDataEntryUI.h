@@ -40,6 +40,8 @@ public:
 
     int OnCreate(CREATESTRUCT* create) override;
     void OnSetFocus(CWnd* old) override;
+    /// The edit box has the colours of the focus; of a read-only item, that of its text.
+    void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnSize(UINT type, int width, int height) override;
     /// The edit box has lost the focus to a window, or to none.
     void OnEditKillFocus(CWnd* next);

@@ -9,6 +9,8 @@
 #include "platform/base/HostServices.h"
 #include "platform/base/Windows1252.h"
 #include "platform/qt/detail/PrinterReference.h"
+#include "platform/qt/detail/QtWindowSystem.h"
+#include "platform/windows/WindowSystem.h"
 
 namespace tessalink {
 
@@ -77,6 +79,8 @@ void useQt() {
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr) {
         services.messageBox = showMessage;
         services.beep = [](UINT) { QApplication::beep(); };
+        detail::QtWindowSystem::Get().Start();
+        setWindowSystem(&detail::QtWindowSystem::Get());
     }
     setHostServices(std::move(services));
 }

@@ -10,7 +10,9 @@ namespace tessalink {
 //
 // - Pictures are recorded against the user's default printer when there is one, by its resolution
 //   and page, with the measures of toolkitTextMetrics().
-// - With a QApplication, message boxes and the bell are those of the toolkit.
+// - With a QApplication, message boxes and the bell are those of the toolkit, and windows are
+// widgets
+//   of it (QtHost.h). No window may exist then that was made without the toolkit.
 // - Numbers in the C library are written with a full stop again: the application object has set the
 //   user's locale.
 TESSALINK_API void useQt();

@@ -188,6 +188,7 @@ BOOL CEdit::OnSetCursor(CWnd*, UINT, UINT) {
 tessalink::AccessibleElement CEdit::Accessible() const {
     tessalink::AccessibleElement element = CWnd::Accessible();
     element.role = tessalink::AccessibleRole::EditableText;
-    element.value = window_text();
+    element.value = element.name;
+    element.name = "";
     return element;
 }

@@ -77,7 +77,11 @@ BOOL CWnd::Create(const char* className, const char* name, DWORD style, const RE
     m_core->rect = CRect(rect);
     m_core->text = name != nullptr ? name : "";
     m_core->clientSize = m_core->Client().Size();
-    if (parent != nullptr) parent->m_core->children.push_back(this);
+    if (parent != nullptr) {
+        parent->m_core->children.push_back(this);
+    } else {
+        tessalink::rememberRoot(*this);
+    }
     tessalink::WindowSetup setup;
     setup.owner = this;
     setup.parent = parent != nullptr ? parent->native() : nullptr;

@@ -167,7 +167,10 @@ public:
     virtual void OnVScroll(UINT code, UINT position, CWnd* bar);
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
+    // Sets the text and background colours in which a child edit box shows its text.
     virtual void OnCtlColor(CDC* dc, CWnd* window, UINT type);
+    // The system has other colours: the base has everything painted anew.
+    virtual void OnSysColorChange();
     virtual void OnSetFont(CFont* font);
 
 protected:

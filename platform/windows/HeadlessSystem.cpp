@@ -118,8 +118,10 @@ void HeadlessSystem::PressKey(UINT key, std::string_view characters) {
 
 void HeadlessSystem::Type(std::string_view text) {
     for (const char& ch : text) {
-        PressKey(static_cast<UINT>(std::toupper(static_cast<unsigned char>(ch))),
-                 std::string_view(&ch, 1));
+        // The codes of other characters are those of the arrows and their like.
+        const auto code = static_cast<unsigned char>(ch);
+        const bool isKey = std::isalnum(code) != 0 || code == VK_SPACE;
+        PressKey(isKey ? static_cast<UINT>(std::toupper(code)) : 0, std::string_view(&ch, 1));
     }
 }
 

@@ -38,6 +38,12 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
             OnEnable(static_cast<BOOL>(wParam));
             return 0;
+        case WM_CLOSE:
+            DestroyWindow();
+            return 0;
+        case WM_SYSCOLORCHANGE:
+            OnSysColorChange();
+            return 0;
         case WM_PAINT:
             OnPaint();
             return 0;
@@ -191,6 +197,10 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM, LRESULT*) {
 
 BOOL CWnd::OnCommand(WPARAM, LPARAM) {
     return 0;
+}
+
+void CWnd::OnSysColorChange() {
+    Invalidate(1);
 }
 
 void CWnd::OnCtlColor(CDC*, CWnd*, UINT) {}

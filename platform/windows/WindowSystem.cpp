@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/windows/HeadlessSystem.h"
 #include "platform/windows/detail/WindowCore.h"
@@ -33,6 +34,7 @@ struct SharedState {
     CWnd* focus = nullptr;
     CWnd* capture = nullptr;
     CWnd* main = nullptr;
+    std::vector<CWnd*> roots;  // windows without a parent
     std::deque<Posted> posted;
     std::map<int, Timer> timers;
     int lastTimer = 0;
@@ -83,6 +85,12 @@ bool dialogTakes(CWnd& window, UINT key, bool& handled) {
     return (isArrow && (code & DLGC_WANTARROWS) == 0) || key == VK_RETURN || key == VK_ESCAPE;
 }
 
+// A window and what is in it, parents first.
+void collectWindows(CWnd& window, std::vector<std::pair<CWnd*, WindowGuard>>& windows) {
+    windows.emplace_back(&window, WindowGuard(window));
+    for (CWnd* child : WindowCore::Of(window)->children) collectWindows(*child, windows);
+}
+
 bool sendInput(CWnd& window, UINT message, UINT value, UINT repeat) {
     const bool before = std::exchange(state().inputUsed, true);
     window.SendMessage(message, value, static_cast<LPARAM>(repeat));
@@ -106,11 +114,16 @@ void leaveFocus(CWnd& window) {
     moveFocus(nullptr);
 }
 
+void rememberRoot(CWnd& window) {
+    state().roots.push_back(&window);
+}
+
 void forgetWindow(CWnd& window) {
     SharedState& shared = state();
     if (shared.focus == &window) shared.focus = nullptr;
     if (shared.capture == &window) shared.capture = nullptr;
     if (shared.main == &window) shared.main = nullptr;
+    std::erase(shared.roots, &window);
     for (auto timer = shared.timers.begin(); timer != shared.timers.end();) {
         if (timer->second.window != &window) {
             ++timer;
@@ -245,6 +258,15 @@ void editChanged(CWnd& window) {
                         reinterpret_cast<LPARAM>(window.GetSafeHwnd()));
 }
 
+void settingsChanged() {
+    std::vector<std::pair<CWnd*, WindowGuard>> windows;
+    for (CWnd* root : state().roots) collectWindows(*root, windows);
+    for (const auto& [window, alive] : windows) {
+        if (alive) window->SendMessage(WM_SYSCOLORCHANGE);
+        if (alive) clientMayHaveChanged(*window);
+    }
+}
+
 void adoptNative(CWnd& window, std::unique_ptr<NativeWindow> native, const CRect& rect) {
     auto& core = WindowCore::Slot(window);
     if (core) return;
@@ -253,11 +275,18 @@ void adoptNative(CWnd& window, std::unique_ptr<NativeWindow> native, const CRect
     core->rect = rect;
     core->clientSize = rect.Size();
     core->style = WS_VISIBLE;
+    rememberRoot(window);
 }
 
 NativeWindow* nativeOf(const CWnd& window) {
     const WindowCore* core = WindowCore::Of(window);
     return core != nullptr ? core->native.get() : nullptr;
+}
+
+const Region& invalidRegion(const CWnd& window) {
+    static const Region none;
+    const WindowCore* core = WindowCore::Of(window);
+    return core != nullptr ? core->update : none;
 }
 
 CRect windowPlace(const CWnd& window) {

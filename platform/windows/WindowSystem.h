@@ -128,7 +128,8 @@ TESSALINK_API void timerElapsed(int number);
 TESSALINK_API void dispatchPosted();
 // The text of an edit box has changed.
 TESSALINK_API void editChanged(CWnd& window);
-// Colours, fonts or settings of the system have changed.
+// Colours, fonts or settings of the system have changed: all windows get WM_SYSCOLORCHANGE, and
+// those whose frame has another width now, WM_SIZE.
 TESSALINK_API void settingsChanged();
 
 // While it lives, input goes to a function first, which returns whether it has used it.
@@ -150,6 +151,8 @@ TESSALINK_API void adoptNative(CWnd& window, std::unique_ptr<NativeWindow> nativ
                                const CRect& rect);
 // The native window of an object; null without one.
 TESSALINK_API NativeWindow* nativeOf(const CWnd& window);
+// What is invalid of a window's client area.
+TESSALINK_API const Region& invalidRegion(const CWnd& window);
 // The place of a window in its parent's client area.
 TESSALINK_API CRect windowPlace(const CWnd& window);
 // The client area of a window in its own window rectangle.

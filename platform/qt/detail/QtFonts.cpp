@@ -15,6 +15,7 @@
 
 #include "platform/base/Windows1252.h"
 #include "platform/graphics/SymbolText.h"
+#include "platform/qt/detail/QtText.h"
 
 namespace tessalink::detail {
 
@@ -56,11 +57,6 @@ LOGFONT faceOf(const LOGFONT& font) {
     const std::string_view name = font.lfFaceName;
     std::copy(name.begin(), name.end(), face.lfFaceName);
     return face;
-}
-
-QString toQString(std::string_view windows1252) {
-    const std::string text = toUtf8(windows1252);
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 const Substitute* substituteOf(const LOGFONT& face) {
@@ -210,6 +206,17 @@ const QtGlyphs& qtGlyphs(const LOGFONT& font, double em) {
         }
     }
     return cache->Get(font, em);
+}
+
+QFont widgetFont(const LOGFONT& font) {
+    QFont result = toolkitFont(faceOf(font));
+    constexpr double cPointsPerInch = 72;
+    constexpr int cUnitsPerInch = 96;
+    const double em = SizedFont(qtMetrics(font), font).Em();
+    result.setPointSizeF(em * cPointsPerInch / cUnitsPerInch);
+    result.setUnderline(font.lfUnderline != 0);
+    result.setStrikeOut(font.lfStrikeOut != 0);
+    return result;
 }
 
 const FaceMetrics& qtMetrics(const LOGFONT& font) {

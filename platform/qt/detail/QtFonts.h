@@ -36,4 +36,7 @@ const QtGlyphs& qtGlyphs(const LOGFONT& font, double em);
 // Any thread may call it; the result stays.
 const FaceMetrics& qtMetrics(const LOGFONT& font);
 
+// The font for a widget whose text shall look as it is drawn elsewhere.
+QFont widgetFont(const LOGFONT& font);
+
 }  // namespace tessalink::detail

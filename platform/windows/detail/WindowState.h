@@ -7,6 +7,8 @@ namespace tessalink {
 
 // The focus leaves the window and what is in it.
 void leaveFocus(CWnd& window);
+// The window has no parent.
+void rememberRoot(CWnd& window);
 // The window is destroyed: its timers end, its messages are dropped, and it has no capture.
 void forgetWindow(CWnd& window);
 void postMessage(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/windows/CWnd.h"
+
+namespace tessalink {
+
+/// A colour that is one of the system's until another is set.
+class SystemColor {
+public:
+    /// COLOR_...
+    explicit SystemColor(int index) : m_index(index) {}
+    SystemColor& operator=(COLORREF color) {
+        m_own = color;
+        return *this;
+    }
+    operator COLORREF() const { return m_own ? *m_own : GetSysColor(m_index); }
+
+private:
+    int m_index;
+    std::optional<COLORREF> m_own;
+};
+
+}  // namespace tessalink

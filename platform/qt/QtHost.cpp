@@ -1,0 +1,130 @@
+#include "platform/qt/QtHost.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPointer>
+#include <utility>
+
+#include "platform/qt/detail/QtWindowSystem.h"
+
+namespace tessalink {
+
+namespace {
+
+// A widget of the host. What it lacks as a window of ours, it leaves to the host.
+class HostNative final : public QObject, public detail::QtNative {
+public:
+    HostNative(CWnd& owner, QWidget& widget) : m_owner(owner), m_widget(&widget) {
+        widget.installEventFilter(this);
+        connect(&widget, &QObject::destroyed, this, [this] { windowLost(m_owner); });
+    }
+
+    void Move(const CRect&) override {}
+    void Show(bool) override {}
+    void Enable(bool) override {}
+    void Raise() override {}
+    void RequestPaint(const CRect&) override {}
+    void PaintNow() override {}
+    void Scroll(int, int) override {}
+    void TakeFocus() override {
+        if (m_widget != nullptr && m_widget->focusPolicy() != Qt::NoFocus) {
+            m_widget->setFocus();
+        } else {
+            detail::QtWindowSystem::Get().DropFocus();
+        }
+    }
+    void Capture(bool) override {}
+    void SetCursor(int) override {}
+    void SetText(const CString&) override {}
+    void SetFont(const LOGFONT&) override {}
+    void SetScrollBar(int, bool, const SCROLLINFO&) override {}
+    CPoint ClientOrigin() const override {
+        const QPoint origin = m_widget != nullptr ? m_widget->mapToGlobal(QPoint()) : QPoint();
+        return {origin.x(), origin.y()};
+    }
+    void ShowOutline(const CRect&) override {}
+    void NotifyAccessible(AccessibleEvent, int, const CString&) override {}
+
+    QWidget* Client() const override { return m_widget; }
+    QWidget* Outer() const override { return m_widget; }
+    bool IsHost() const override { return true; }
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Resize && m_widget != nullptr) {
+            windowMoved(m_owner, CRect(0, 0, m_widget->width(), m_widget->height()));
+        }
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    CWnd& m_owner;
+    QPointer<QWidget> m_widget;
+};
+
+constexpr QSize cHolderSize(400, 300);
+
+}  // namespace
+
+HostWindow::HostWindow(QWidget& widget, Handler handler) : m_handler(std::move(handler)) {
+    adoptNative(*this, std::make_unique<HostNative>(*this, widget),
+                CRect(0, 0, widget.width(), widget.height()));
+}
+
+HostWindow::~HostWindow() {
+    m_handler = nullptr;
+    DestroyWindow();
+}
+
+LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (m_handler) {
+        // It may end inside.
+        const Handler handler = m_handler;
+        const WindowGuard alive(*this);
+        const Answer answer = handler(message, wParam, lParam);
+        if (answer) return *answer;
+        if (!alive) return 0;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+void HostWindow::OnSetFocus(CWnd* old) {
+    CWnd::OnSetFocus(old);
+    auto& system = detail::QtWindowSystem::Get();
+    const QKeyEvent* const key = system.CurrentKey();
+    const bool isTab =
+        key != nullptr && (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab);
+    if (isTab && old != nullptr) system.MoveOn(*old);
+}
+
+WindowHolder::WindowHolder(HostWindow::Handler handler, QWidget* parent)
+    : QWidget(parent),
+      m_sizeHint(cHolderSize),
+      m_host(std::make_unique<HostWindow>(*this, std::move(handler))) {}
+
+WindowHolder::~WindowHolder() = default;
+
+void WindowHolder::SetSizeHint(QSize size) {
+    m_sizeHint = size;
+    updateGeometry();
+}
+
+void WindowHolder::resizeEvent(QResizeEvent*) {
+    fill();
+}
+
+void WindowHolder::showEvent(QShowEvent*) {
+    fill();
+}
+
+void WindowHolder::fill() {
+    if (CWnd* const window = m_host->GetChild(0)) {
+        window->MoveWindow(CRect(0, 0, width(), height()));
+    }
+}
+
+QWidget* widgetOf(const CWnd& window) {
+    const detail::QtNative* const native = detail::toolkitNative(window);
+    return native != nullptr ? native->Outer() : nullptr;
+}
+
+}  // namespace tessalink

@@ -1,0 +1,446 @@
+// Windows and forms in the toolkit, worked by its own events.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTextEdit>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include "dataentry/CheckBoxItemUI.h"
+#include "dataentry/DataEntryCtl.h"
+#include "dataentry/IntegerDataEntryUI.h"
+#include "dataentry/SingleColLayoutMgr.h"
+#include "dataentry/TextDataEntryUI.h"
+#include "platform/base/HostServices.h"
+#include "platform/qt/QtHost.h"
+#include "platform/qt/UseQt.h"
+
+namespace tessalink::test {
+namespace {
+
+constexpr int cName = 0;
+constexpr int cAge = 1;
+constexpr int cSex = 2;
+constexpr int cRemarks = 3;
+
+std::string notificationText(const DATAENTRYCTL_NOTIFICATION& record) {
+    return std::to_string(record.hdr.code) + ":" + std::to_string(record.itemIndex);
+}
+
+// A dialog with a field and a button of its own, and a form between them.
+class QtForm : public testing::Test {
+protected:
+    QtForm() {
+        useQt();
+        HostServices services = hostServices();
+        services.beep = [this](UINT) { ++m_beeps; };
+        setHostServices(services);
+        auto* const layout = new QVBoxLayout(&*m_dialog);
+        layout->addWidget(m_before);
+        m_holder = new WindowHolder(
+            [this](UINT message, WPARAM, LPARAM lParam) { return Answer(message, lParam); });
+        m_form = std::make_unique<DataEntryCtl>(new SingleColLayoutMgr);
+        m_form->Create(CRect(0, 0, 400, 300), 7, &m_holder->Host());
+        layout->addWidget(m_holder);
+        layout->addWidget(m_after);
+        auto* const text = new TextDataEntryUI(100, 5, 0, 20);
+        m_form->AddItem(new TextDataEntryItem("Ada", "Name"), text);
+        m_form->AddItem(new IntegerDataEntryItem(42, "Age"), new IntegerDataEntryUI(100, 3));
+        m_form->AddItem(new IntegerDataEntryItem("Sex"),
+                        new RadioBtnItemUI("[Female|fF|1][Male|mM|2]", 100));
+        m_form->AddItem(new TextDataEntryItem(nullptr, "Remarks"),
+                        new TextDataEntryUI(100, 0, 3, 20));
+        m_dialog->resize(500, 400);
+        m_dialog->show();
+        m_dialog->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&*m_dialog));
+        m_before->setFocus();
+        Settle();
+        m_told.clear();
+    }
+    ~QtForm() override {
+        m_form.reset();
+        m_dialog.reset();
+        Settle();
+        setHostServices(m_former);
+    }
+
+    HostWindow::Answer Answer(UINT message, LPARAM lParam) {
+        if (message != WM_NOTIFY) return HostWindow::cNotHandled;
+        const auto& record = *reinterpret_cast<const DATAENTRYCTL_NOTIFICATION*>(lParam);
+        m_told.push_back(notificationText(record));
+        const bool isRefused = m_refuses && record.hdr.code == DATAENTRY_CHANGING;
+        if (m_whenTold) m_whenTold(record.hdr.code);
+        return isRefused ? 1 : 0;
+    }
+    static void Settle() {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    static void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QWidget* const focus = QApplication::focusWidget();
+        if (focus != nullptr) QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
+    }
+    static void Type(const char* text) {
+        if (QWidget* const focus = QApplication::focusWidget()) QTest::keyClicks(focus, text);
+    }
+    // A click on an item, from its left top corner.
+    void Click(int item, int x, int y = 12) {
+        const CPoint place = m_form->GetItemLoc(item).TopLeft();
+        CPoint point(place.x + x, place.y + y);
+        m_form->ClientToScreen(&point);
+        QWidget* const target = QApplication::widgetAt(point.x, point.y);
+        ASSERT_NE(target, nullptr);
+        QTest::mouseClick(target, Qt::LeftButton, {},
+                          target->mapFromGlobal(QPoint(point.x, point.y)));
+    }
+    std::string Name() const { return Text(cName); }
+    std::string Text(int item) const {
+        return static_cast<TextDataEntryItem*>(m_form->GetItem(item))->GetValue().GetString();
+    }
+    int Number(int item) const {
+        return static_cast<IntegerDataEntryItem*>(m_form->GetItem(item))->GetValue();
+    }
+    std::string Told() {
+        std::string all;
+        for (const std::string& one : std::exchange(m_told, {})) all += one + " ";
+        return all;
+    }
+    static std::string FieldText() {
+        if (auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
+            return line->text().toStdString();
+        }
+        auto* const text = qobject_cast<QTextEdit*>(QApplication::focusWidget());
+        return text != nullptr ? text->toPlainText().toStdString() : "no field";
+    }
+
+    HostServices m_former = hostServices();
+    int m_beeps = 0;
+    bool m_refuses = false;
+    std::function<void(int)> m_whenTold;
+    std::vector<std::string> m_told;
+    std::unique_ptr<QDialog> m_dialog = std::make_unique<QDialog>();
+    QLineEdit* m_before = new QLineEdit;
+    QPushButton* m_after = new QPushButton("Go");
+    WindowHolder* m_holder = nullptr;
+    std::unique_ptr<DataEntryCtl> m_form;
+};
+
+TEST_F(QtForm, KeysEnterValues) {
+    Click(cName, 150);
+    EXPECT_EQ(Told(), "3:0 -7:0 ");
+    EXPECT_EQ(FieldText(), "Ada");
+    Type("Eva");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Told(), "1:0 2:0 4:1 ");
+    EXPECT_EQ(Name(), "Eva");
+    Type("7x8");
+    EXPECT_EQ(m_beeps, 1);
+    Press(Qt::Key_Backspace);
+    Type("9");
+    EXPECT_EQ(FieldText(), "79");
+    Press(Qt::Key_Left);
+    Press(Qt::Key_Left);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(FieldText(), "9");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Number(cAge), 9);
+    Type("m");
+    EXPECT_EQ(Number(cSex), 2);
+    EXPECT_EQ(m_form->GetCurrItemIdx(), cRemarks);
+    Type("one");
+    Press(Qt::Key_Return, Qt::ControlModifier);
+    Type("tw");
+    QInputMethodEvent composed;
+    composed.setCommitString(QString::fromUtf8("\xC3\xB6"));
+    QApplication::sendEvent(QApplication::focusWidget(), &composed);
+    composed.setCommitString(QString::fromUtf8("a\xCE\xA9"));
+    QApplication::sendEvent(QApplication::focusWidget(), &composed);
+    EXPECT_EQ(m_beeps, 2) << "an omega is not in the code page";
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(m_form->GetCurrItemIdx(), cSex);
+    EXPECT_EQ(Text(cRemarks), "one\r\ntw\xF6");
+}
+
+TEST_F(QtForm, RefusedChangeKeepsItemAndFocus) {
+    Click(cName, 150);
+    m_refuses = true;
+    for (const auto leave : {+[] { Press(Qt::Key_Tab); }, +[] { Press(Qt::Key_Down); }}) {
+        Type("Bo");
+        leave();
+        EXPECT_EQ(Name(), "Ada");
+        EXPECT_EQ(FieldText(), "Ada");
+        EXPECT_EQ(m_form->GetCurrItemIdx(), cName);
+    }
+    Type("Bo");
+    m_after->setFocus();
+    EXPECT_EQ(FieldText(), "Ada") << "the focus has come back";
+    Type("Bo");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(FieldText(), "Ada");
+    EXPECT_TRUE(m_dialog->isVisible());
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(m_dialog->isVisible()) << "radio buttons leave Escape to the dialog";
+}
+
+TEST_F(QtForm, TabPassesThroughTheDialogBothWays) {
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(FieldText(), "Ada");
+    EXPECT_EQ(Told(), "-7:0 ");
+    Type("Bo");
+    Press(Qt::Key_Tab);
+    EXPECT_TRUE(m_after->hasFocus());
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    EXPECT_EQ(Told(), "1:0 2:0 -8:-1 ");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(FieldText(), "Bo");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(m_before->hasFocus());
+    EXPECT_EQ(Told(), "-7:0 -8:-1 ");
+    QDialog other;
+    Press(Qt::Key_Tab);
+    Type("Cy");
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_EQ(Name(), "Cy") << "another window is active";
+    other.hide();
+    m_dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*m_dialog));
+    EXPECT_EQ(FieldText(), "Cy");
+    EXPECT_EQ(Told(), "-7:0 1:0 2:0 -8:-1 -7:0 ");
+}
+
+TEST_F(QtForm, PasteIsRefusedAsAWhole) {
+    const struct {
+        int item;
+        const char* text;
+        const char* shown;
+        int beeps;
+    } cases[] = {
+        {cName, "Zo\xC3\xAB", "Zo\xC3\xAB", 0},
+        {cName, "sixsix", "Ada", 1},
+        {cName, "\xCE\xA9", "Ada", 1},
+        {cAge, "12", "12", 0},
+        {cAge, "1-2", "42", 1},
+    };
+    for (const auto& c : cases) {
+        m_beeps = 0;
+        QApplication::clipboard()->setText(QString::fromUtf8(c.text));
+        Click(c.item, 150);
+        Press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(FieldText(), c.shown) << c.text;
+        EXPECT_EQ(m_beeps, c.beeps) << c.text;
+        Press(Qt::Key_Escape);
+    }
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QMimeData dragged;
+    dragged.setText("12-");
+    QDropEvent dropped(QPointF(1, 1), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+    QApplication::sendEvent(QApplication::focusWidget(), &dropped);
+    EXPECT_EQ(FieldText(), "42") << "dropped";
+}
+
+TEST_F(QtForm, ScrollBarsAndWheelScroll) {
+    for (int i = 0; i < 40; ++i) {
+        m_form->AddItem(new IntegerDataEntryItem(i, "More"), m_form->GetItemUI(cAge));
+    }
+    Settle();
+    QScrollBar* bar = nullptr;
+    for (QScrollBar* const found : widgetOf(*m_form)->findChildren<QScrollBar*>()) {
+        if (found->isVisible() && found->orientation() == Qt::Vertical) bar = found;
+    }
+    ASSERT_NE(bar, nullptr);
+    CRect client;
+    m_form->GetClientRect(&client);
+    EXPECT_EQ(client.right, widgetOf(*m_form)->width() - bar->width() - 2);
+    const int page = client.Height();
+    const int end = m_form->GetItemLoc(43).bottom - page;
+    const struct {
+        QAbstractSlider::SliderAction action;
+        int position;
+    } cases[] = {
+        {QAbstractSlider::SliderSingleStepAdd, page / 4},
+        {QAbstractSlider::SliderPageStepAdd, page / 4 + page},
+        {QAbstractSlider::SliderSingleStepSub, page},
+        {QAbstractSlider::SliderPageStepSub, 0},
+        {QAbstractSlider::SliderToMaximum, end},
+        {QAbstractSlider::SliderToMinimum, 0},
+    };
+    for (const auto& c : cases) {
+        bar->triggerAction(c.action);
+        EXPECT_EQ(m_form->GetVisibleArea().top, c.position) << c.action;
+        EXPECT_EQ(bar->value(), c.position) << c.action;
+    }
+    bar->setSliderDown(true);
+    bar->setSliderPosition(100);
+    EXPECT_EQ(m_form->GetVisibleArea().top, 0) << "a thumb that is dragged";
+    bar->setSliderDown(false);
+    EXPECT_EQ(m_form->GetVisibleArea().top, 100);
+    // From wherever it is turned, by notches or little by little.
+    const auto turn = [](QWidget* widget, int delta) {
+        const QPointF place(5, 5);
+        if (auto* const text = qobject_cast<QTextEdit*>(widget)) widget = text->viewport();
+        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, delta}, {}, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &event);
+        Settle();
+    };
+    turn(bar, 120);
+    EXPECT_EQ(m_form->GetVisibleArea().top, 0);
+    turn(QApplication::focusWidget(), -40);
+    EXPECT_EQ(m_form->GetVisibleArea().top, page / 4);
+    for (int i = 0; i < 4; ++i) turn(QApplication::focusWidget(), -10);
+    EXPECT_EQ(m_form->GetVisibleArea().top, page / 4 * 2);
+}
+
+TEST_F(QtForm, WindowsEndInsideTheirEvents) {
+    for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED, NM_KILLFOCUS}) {
+        if (!m_form) {
+            m_form = std::make_unique<DataEntryCtl>(new SingleColLayoutMgr);
+            m_form->AddItem(new TextDataEntryItem("Ada", "Name"), new TextDataEntryUI(100, 5));
+            m_form->Create(CRect(0, 0, 300, 200), 7, &m_holder->Host());
+        }
+        m_whenTold = [&](int told) {
+            if (told == code) m_form.reset();
+        };
+        m_form->SetFocus();
+        ASSERT_EQ(FieldText(), "Ada");
+        Type("Bo");
+        Press(code == NM_KILLFOCUS ? Qt::Key_Tab : Qt::Key_Return);
+        EXPECT_EQ(m_form, nullptr) << code;
+        EXPECT_EQ(QApplication::focusWidget(), nullptr) << code;
+        Settle();
+    }
+}
+
+// Counts what its window gets.
+class Counter : public CWnd {
+public:
+    void OnTimer(UINT_PTR) override {
+        ++timers;
+        if (endsInTimer) DestroyWindow();
+    }
+    void OnDestroy() override { ++destroyed; }
+    void OnPaint() override {
+        const CPaintDC dc(this);
+        ++paints;
+    }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_USER) ++posted;
+        if (message >= WM_MOUSEMOVE && message <= WM_MBUTTONUP && message != WM_MOUSEMOVE) {
+            clicks += std::to_string(message - WM_MOUSEMOVE) + "@" +
+                      std::to_string(pointOf(lParam).x) + " ";
+        }
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+
+    int timers = 0;
+    int destroyed = 0;
+    int paints = 0;
+    int posted = 0;
+    bool endsInTimer = false;
+    std::string clicks;
+};
+
+TEST_F(QtForm, ToolkitParentMayGoFirst) {
+    m_form->SetFocus();
+    Counter outer;
+    Counter inner;
+    outer.Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &m_holder->Host(), 8);
+    inner.Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(0, 0, 20, 20), &outer, 9);
+    inner.SetTimer(1, 1);
+    inner.PostMessage(WM_USER);
+    m_dialog.reset();
+    EXPECT_EQ(m_form->GetSafeHwnd(), nullptr);
+    EXPECT_EQ(outer.destroyed + inner.destroyed, 2);
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    QTest::qWait(20);
+    EXPECT_EQ(inner.timers + inner.posted, 0);
+    EXPECT_EQ(Text(cName), "Ada") << "the objects stay";
+}
+
+TEST_F(QtForm, TimersMessagesMouseAndPainting) {
+    Counter window;
+    window.Create(nullptr, "", WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(10, 20, 110, 70),
+                  &m_holder->Host(), 8);
+    QWidget* const widget = widgetOf(window);
+    widget->raise();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.paints == 1; }));
+    window.Invalidate();
+    window.InvalidateRect(CRect(0, 0, 5, 5));
+    window.UpdateWindow();
+    EXPECT_EQ(window.paints, 2);
+    QTest::qWait(20);
+    EXPECT_EQ(window.paints, 2);
+    QWidget* const client = widget->childAt(50, 25);
+    QTest::mouseClick(client, Qt::RightButton, {}, QPoint(7, 7));
+    QTest::mouseDClick(client, Qt::LeftButton, {}, QPoint(9, 7));
+    EXPECT_EQ(window.clicks, "4@7 5@7 3@9 ");
+    CPoint origin;
+    window.ClientToScreen(&origin);
+    EXPECT_EQ(QPoint(origin.x, origin.y), widget->mapToGlobal(QPoint(1, 1)));
+    window.SetTimer(1, 1);
+    window.endsInTimer = true;
+    window.PostMessage(WM_USER);
+    EXPECT_EQ(window.posted, 0);
+    QTest::qWait(50);
+    EXPECT_EQ(window.posted, 1);
+    EXPECT_EQ(window.timers, 1);
+}
+
+TEST_F(QtForm, ScreenReaderSeesTheItems) {
+    m_form->SetReadOnlyItem(cRemarks, 1);
+    Click(cSex, 5);
+    Type("f");
+    m_form->SetCurrItem(cName);
+    QObject* client = QApplication::focusWidget();
+    while (client != nullptr && client->parent() != widgetOf(*m_form)) client = client->parent();
+    QAccessibleInterface* const shown = QAccessible::queryAccessibleInterface(client);
+    ASSERT_NE(shown, nullptr);
+    EXPECT_EQ(shown->role(), QAccessible::Form);
+    ASSERT_GE(shown->childCount(), 4);
+    const struct {
+        int item;
+        const char* name;
+        const char* value;
+        QAccessible::Role role;
+        bool isReadOnly;
+    } cases[] = {
+        {cName, "Name", "Ada", QAccessible::EditableText, false},
+        {cSex, "Sex", "Female", QAccessible::Grouping, false},
+        {cRemarks, "Remarks", "", QAccessible::EditableText, true},
+    };
+    for (const auto& c : cases) {
+        QAccessibleInterface* const item = shown->child(c.item);
+        EXPECT_EQ(item->text(QAccessible::Name), c.name);
+        EXPECT_EQ(item->text(QAccessible::Value), c.value);
+        EXPECT_EQ(item->role(), c.role);
+        EXPECT_EQ(item->state().readOnly, c.isReadOnly);
+        EXPECT_EQ(item->state().focused, c.item == cName);
+        EXPECT_EQ(shown->indexOfChild(item), c.item);
+        EXPECT_EQ(item->parent(), shown);
+        const CRect place = m_form->GetItemLoc(c.item);
+        EXPECT_EQ(item->rect().size(), QSize(place.Width(), place.Height()));
+        EXPECT_EQ(shown->childAt(item->rect().center().x(), item->rect().center().y()), item);
+    }
+    EXPECT_EQ(shown->focusChild(), shown->child(cName));
+    EXPECT_EQ(
+        QAccessible::queryAccessibleInterface(QApplication::focusWidget())->text(QAccessible::Name),
+        "Name");
+    shown->child(cSex)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(m_form->GetCurrItemIdx(), cSex);
+}
+
+}  // namespace
+}  // namespace tessalink::test
