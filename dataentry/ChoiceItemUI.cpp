@@ -143,7 +143,6 @@ int ChoiceItemUI::set_curr_cell_value_index(int index) {
         Invalidate(1);
         return 0;
     }
-    m_cursor = index;
     OnDataChanged();
     if (alive) Invalidate(1);
     return 1;

@@ -312,11 +312,17 @@ void DataEntryCtl::set_focus(bool notifies) {
     const tessalink::WindowGuard alive(*this);
     const bool had = std::exchange(m_hasFocus, true);
     DataEntryItemUI* interface = GetItemUI(m_current);
-    ++m_busy;
-    m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
-    if (m_isAttached) interface->SetFocus();
-    if (!alive) return;
-    --m_busy;
+    // What is being typed is not disturbed.
+    const bool isThere = m_isAttached && interface->IsFocused() &&
+                         interface->GetCurrItem() == GetItem(m_current) &&
+                         interface->IsChild(GetFocus()) != 0;
+    if (!isThere) {
+        ++m_busy;
+        m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
+        if (m_isAttached) interface->SetFocus();
+        if (!alive) return;
+        --m_busy;
+    }
     if (notifies) notify(had ? DATAENTRY_MOVED : NM_SETFOCUS, m_current, nullptr);
     if (alive && m_current >= 0) {
         NotifyAccessible(tessalink::AccessibleEvent::Focus, m_current);
