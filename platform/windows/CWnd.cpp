@@ -359,7 +359,8 @@ void CWnd::ScrollWindow(int dx, int dy) {
     m_core->native->Scroll(dx, dy);
     CRect kept = client;
     kept.OffsetRect(dx, dy);
-    for (const RECT& shown : Region(client).Minus(Region(kept)).Rects()) InvalidateRect(&shown);
+    const Region shown = Region(client).Minus(Region(kept));
+    for (const RECT& rect : shown.Rects()) InvalidateRect(&rect);
 }
 
 // Scroll bars.
