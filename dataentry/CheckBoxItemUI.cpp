@@ -17,7 +17,7 @@ void CheckBoxItemUI::draw_choice(CDC& dc, const Choice& choice, const CRect& cel
     box.DeflateRect(std::max(m_boxSide / 8, 1), std::max(cell.Height() / 8, 1));
     {
         const RestoredState restored(dc);
-        CPen pen(readOnly ? PS_DOT : PS_SOLID, 1, dc.GetTextColor());
+        CPen pen(PS_SOLID, 1, dc.GetTextColor());
         CBrush brush(readOnly ? m_textBackground : m_focusBackground);
         dc.SelectObject(&pen);
         dc.SelectObject(&brush);

@@ -222,12 +222,28 @@ CString ChoiceItemUI::ValueText(DataEntryItem* item) const {
 
 // Drawing.
 
+void ChoiceItemUI::draw_read_only_frame(CDC& dc, const CRect& place) const {
+    CRect frame(place.left + m_labelWidth, place.top, place.left + m_totalWidth,
+                place.top + m_totalHeight);
+    frame.DeflateRect(m_halfWidth / 2, 1);
+    CPen dotted(PS_DOT, 1, m_readOnlyText);
+    const RestoredState restored(dc);
+    dc.SetBkMode(TRANSPARENT);
+    dc.SelectStockObject(HOLLOW_BRUSH);
+    dc.SelectObject(&dotted);
+    dc.Rectangle(&frame);
+}
+
 void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
     initialize(&dc);
     const RestoredState restored(dc);
-    draw_label(dc, item, place, focused, m_labelWidth, m_height);
+    const CString label = item.GetLabel();
+    // Beside the first choices, which stand at the top.
+    draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelWidth, place.bottom),
+               focused, std::min(line_top(0), centred(label, place.Height(), m_height)), m_height);
     const CRect area(place.left + m_labelWidth, place.top, place.right, place.bottom);
     dc.FillSolidRect(&area, m_textBackground);
+    if (item.IsReadOnly() != 0) draw_read_only_frame(dc, place);
     dc.SelectObject(&m_normalFont);
     dc.SetTextColor(value_color(item));
     dc.SetBkMode(TRANSPARENT);

@@ -69,6 +69,7 @@ protected:
 private:
     int change(IntegerDataEntryItem& item, const Choice& choice) const;
     int choice_for(char key) const;
+    void draw_read_only_frame(CDC& dc, const CRect& place) const;
     void move_cursor(int step);
 
     bool m_singleChoice;

@@ -53,19 +53,19 @@ void ColoredItemUI::create_fonts(int height) {
     createItemFont(m_normalFont, height, cNormalWeight);
 }
 
-void ColoredItemUI::draw_label(CDC& dc, DataEntryItem& item, const CRect& place, bool focused,
-                               int labelWidth, int lineHeight) const {
+int ColoredItemUI::centred(const CString& label, int height, int lineHeight) {
+    return std::max(0, (height - CountLabelLines(label) * lineHeight) / 2);
+}
+
+void ColoredItemUI::draw_label(CDC& dc, const CString& label, CRect area, bool focused, int top,
+                               int lineHeight) const {
     const RestoredState restored(dc);
-    CRect area(place.left, place.top, place.left + labelWidth, place.bottom);
-    const CString label = item.GetLabel();
-    const int lines = CountLabelLines(label);
-    const int top = std::max(0, (place.Height() - lines * lineHeight) / 2);
     const COLORREF background =
         focused ? AdjustColor(m_labelBackground, cFocusedLabelPercent) : m_labelBackground;
     dc.SelectObject(&m_boldFont);
     dc.SetTextColor(m_labelText);
     dc.SetTextAlign(TA_RIGHT | TA_TOP);
-    PaintLabel(&dc, area.right - m_halfWidth, place.top + top, area, label, background, lineHeight);
+    PaintLabel(&dc, area.right - m_halfWidth, area.top + top, area, label, background, lineHeight);
     if (!focused) return;
     area.right = area.left + std::max(m_halfWidth / 2, 2);
     dc.FillSolidRect(&area, m_labelText);

@@ -28,10 +28,12 @@ protected:
     COLORREF value_color(const DataEntryItem& item) const {
         return item.IsReadOnly() != 0 ? m_readOnlyText : m_text;
     }
-    /// Draws the label of an item, `labelWidth` wide, in the bold font; the current one is darker
-    /// and has a bar at its left edge.
-    void draw_label(CDC& dc, DataEntryItem& item, const CRect& place, bool focused, int labelWidth,
+    /// Draws the label of an item over an area, in the bold font, from `top` below its upper edge
+    /// on; the current one is darker and has a bar at its left edge.
+    void draw_label(CDC& dc, const CString& label, CRect area, bool focused, int top,
                     int lineHeight) const;
+    /// Where a label starts that is in the middle of a height.
+    static int centred(const CString& label, int height, int lineHeight);
     /// Draws what a field without the focus looks like: a frame, dotted for one that is read-only,
     /// and a line to write on for one without a value.
     void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const;

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "dataentry/DataEntryCtl.h"
 #include "dataentry/SimpleTextEditCtl.h"
@@ -18,6 +19,44 @@ constexpr int cDefaultWidthChars = 10;
 /// What an edit box is larger than its text, and where the text starts in it.
 constexpr int cEditFrame = 6;
 constexpr int cEditMargin = 3;
+
+constexpr int cUnbroken = 0;
+
+int widthOf(const CDC& dc, std::string_view text) {
+    return dc.GetTextExtent(text.data(), static_cast<int>(text.size())).cx;
+}
+
+/// How much of a line fits in a width: whole words with the blanks after them, or a part of the
+/// first word; one character at least.
+std::size_t fittingLength(const CDC& dc, std::string_view line, int width) {
+    std::size_t fits = 0;
+    while (fits < line.size()) {
+        const std::size_t word = std::min(line.find(' ', fits), line.size());
+        if (widthOf(dc, line.substr(0, word)) > width) break;
+        fits = std::min(line.find_first_not_of(' ', word), line.size());
+    }
+    if (fits > 0) return fits;
+    for (fits = 1; fits < line.size() && widthOf(dc, line.substr(0, fits + 1)) <= width;) ++fits;
+    return std::min(fits, line.size());
+}
+
+/// The lines of a text as an edit box shows them, broken at the width if one is given.
+std::vector<std::string_view> linesOf(const CDC& dc, std::string_view text, int width) {
+    std::vector<std::string_view> lines;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        std::string_view line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        do {
+            const std::size_t length =
+                width == cUnbroken ? line.size() : fittingLength(dc, line, width);
+            lines.push_back(line.substr(0, length));
+            line.remove_prefix(length);
+        } while (!line.empty());
+        start = end + 1;
+    }
+    return lines;
+}
 
 /// Whether a commit is under way anywhere in the process.
 bool isCommitting = false;
@@ -278,7 +317,9 @@ CString TextDataEntryUI::ValueText(DataEntryItem* item) const {
 void TextDataEntryUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
     if (!m_initialised) initialize(&dc);
     const RestoredState restored(dc);
-    draw_label(dc, item, place, focused, m_labelWidth, m_lineHeight);
+    const CString label = item.GetLabel();
+    draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelWidth, place.bottom),
+               focused, centred(label, place.Height(), m_lineHeight), m_lineHeight);
     draw_value(dc, item, place);
 }
 
@@ -293,20 +334,13 @@ void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& plac
     draw_field_frame(dc, item, box);
     const CString text = text_value(item);
     CRect inside = box;
-    inside.right = std::max<int>(inside.left, inside.right - 1);
+    inside.DeflateRect(1, 1);
+    const int width = m_lines > 1 ? box.Width() - 2 * cEditMargin : cUnbroken;
     int y = box.top + cEditMargin;
-    std::string_view rest = text.View();
-    if (m_lines <= 1) {
-        dc.ExtTextOut(box.left + cEditMargin, y, ETO_CLIPPED, &inside, text, nullptr);
-        return;
-    }
-    for (;; y += m_lineHeight) {
-        const std::size_t end = rest.find('\n');
-        std::string_view line = rest.substr(0, end);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    for (const std::string_view line : linesOf(dc, text.View(), width)) {
+        if (y >= inside.bottom) return;
         dc.ExtTextOut(box.left + cEditMargin, y, ETO_CLIPPED, &inside, line.data(),
                       static_cast<UINT>(line.size()), nullptr);
-        if (end == std::string_view::npos) return;
-        rest.remove_prefix(end + 1);
+        y += m_lineHeight;
     }
 }

@@ -21,8 +21,9 @@ namespace tessalink {
 // is then the square around the place where a screen would have a pixel. Texts are drawn with
 // unhinted glyphs at the places that the device context has found, smoothed.
 //
-// One unit is one unit of the painter as it is handed over: a painter that is scaled, or one for a
-// screen of 150 or 200 percent, draws bigger pixels. Faces of the classic desktop are shown by
+// One unit is one unit of the painter as it is handed over: a painter that is scaled draws bigger
+// pixels. So do widgets on a screen of 150 or 200 percent, but for round and slanted edges, which
+// are smoothed there. Faces of the classic desktop are shown by
 // metric-compatible ones (Arial by Liberation Sans); a face that is not installed by the one that
 // measures it. A QGuiApplication must exist.
 class TESSALINK_API PainterDevice final : public DrawingDevice {

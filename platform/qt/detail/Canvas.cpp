@@ -7,6 +7,7 @@
 #include <cmath>
 #include <vector>
 
+#include "platform/qt/detail/FineCanvas.h"
 #include "platform/qt/detail/PixelCanvas.h"
 #include "platform/qt/detail/QtFonts.h"
 #include "platform/qt/detail/VectorCanvas.h"
@@ -75,6 +76,13 @@ double penCentre(const LOGPEN& pen) {
 
 std::unique_ptr<Canvas> Canvas::For(QPainter& painter, double aspect) {
     if (isVector(painter)) return std::make_unique<VectorCanvas>(painter, aspect);
+    // A widget may be painted on something else, a picture of it for instance.
+    const bool isWidget = painter.device()->devType() == QInternal::Widget;
+    const QPaintEngine* const engine = painter.paintEngine();
+    const QPaintDevice* const screen = engine != nullptr ? engine->paintDevice() : nullptr;
+    if (isWidget && screen != nullptr && screen->devicePixelRatioF() > 1) {
+        return std::make_unique<FineCanvas>(painter, aspect);
+    }
     return std::make_unique<PixelCanvas>(painter, aspect);
 }
 

@@ -51,8 +51,12 @@ void addSpan(std::vector<QRect>& spans, LONG y, LONG left, LONG right) {
 }  // namespace
 
 PixelCanvas::PixelCanvas(QPainter& painter, double aspect) : Canvas(painter, aspect) {
-    const QRectF whole(0, 0, painter.device()->width(), painter.device()->height());
-    const QRect visible = painter.combinedTransform().inverted().mapRect(whole).toAlignedRect();
+    const QPaintDevice& device = *painter.device();
+    // An image tells its pixels, a widget its units.
+    const bool isWidget = device.devType() == QInternal::Widget;
+    const QTransform place = isWidget ? painter.worldTransform() : painter.combinedTransform();
+    const QRectF whole(0, 0, device.width(), device.height());
+    const QRect visible = place.inverted().mapRect(whole).toAlignedRect();
     m_visible = {visible.left(), visible.top(), visible.right() + 1, visible.bottom() + 1};
 }
 

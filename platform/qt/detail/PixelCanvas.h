@@ -9,7 +9,7 @@
 namespace tessalink::detail {
 
 // Draws on screens and images, pixel by pixel as the rules say.
-class PixelCanvas final : public Canvas {
+class PixelCanvas : public Canvas {
 public:
     PixelCanvas(QPainter& painter, double aspect);
 

@@ -126,6 +126,7 @@ protected:
 class TextField final : public Field<QTextEdit> {
 public:
     using Field::Field;
+    void SetUnbroken(bool isUnbroken) { m_isUnbroken = isUnbroken; }
 
 protected:
     // Whatever is pasted or dropped, by whatever means.
@@ -134,6 +135,15 @@ protected:
         event->setDropAction(Qt::CopyAction);
         QTextEdit::dropEvent(event);
     }
+    // Lines break at the right edge; with room for one line only, that scrolls instead.
+    void resizeEvent(QResizeEvent* event) override {
+        const bool isLow = height() < 2 * fontMetrics().height();
+        setLineWrapMode(isLow || m_isUnbroken ? QTextEdit::NoWrap : QTextEdit::WidgetWidth);
+        QTextEdit::resizeEvent(event);
+    }
+
+private:
+    bool m_isUnbroken = false;
 };
 
 class LineEdit final : public QtEdit {
@@ -190,8 +200,7 @@ public:
         m_field->setFrameShape(QFrame::NoFrame);
         m_field->setAcceptRichText(false);
         m_field->document()->setDocumentMargin(cTextMargin);
-        const bool wraps = (style & ES_AUTOHSCROLL) == 0;
-        m_field->setLineWrapMode(wraps ? QTextEdit::WidgetWidth : QTextEdit::NoWrap);
+        m_field->SetUnbroken((style & ES_AUTOHSCROLL) != 0);
         const auto bar = [style](DWORD bit) {
             return (style & bit) != 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
         };

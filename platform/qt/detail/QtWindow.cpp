@@ -74,10 +74,13 @@ protected:
             toQColor(GetSysColor(isFocusedEdit ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
         const int x = GetSystemMetrics(SM_CXBORDER);
         const int y = GetSystemMetrics(SM_CYBORDER);
-        painter.fillRect(0, 0, width(), y, color);
-        painter.fillRect(0, height() - y, width(), y, color);
-        painter.fillRect(0, 0, x, height(), color);
-        painter.fillRect(width() - x, 0, x, height(), color);
+        const bool isReadOnly =
+            window != nullptr && window->Client()->property("readOnly").toBool();
+        QBrush brush(color, isReadOnly ? Qt::Dense4Pattern : Qt::SolidPattern);
+        painter.fillRect(0, 0, width(), y, brush);
+        painter.fillRect(0, height() - y, width(), y, brush);
+        painter.fillRect(0, 0, x, height(), brush);
+        painter.fillRect(width() - x, 0, x, height(), brush);
     }
     void resizeEvent(QResizeEvent*) override {
         if (*m_link != nullptr) (*m_link)->FrameMoved();

@@ -12,6 +12,8 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 #include <QtTest>
+#include <algorithm>
+#include <cmath>
 
 #include "dataentry/CheckBoxItemUI.h"
 #include "dataentry/DataEntryCtl.h"
@@ -397,6 +399,83 @@ TEST_F(QtForm, TimersMessagesMouseAndPainting) {
     QTest::qWait(50);
     EXPECT_EQ(window.posted, 1);
     EXPECT_EQ(window.timers, 1);
+}
+
+// Black shapes on white.
+class Shapes : public CWnd {
+public:
+    void OnPaint() override {
+        CPaintDC dc(this);
+        dc.FillSolidRect(0, 0, 40, 20, cWhite);
+        dc.FillSolidRect(3, 3, 10, 10, cBlack);
+        dc.SelectStockObject(BLACK_BRUSH);
+        dc.Ellipse(20, 2, 36, 18);
+        dc.MoveTo(0, 19);
+        dc.LineTo(40, 19);
+    }
+};
+
+TEST_F(QtForm, PicturesAreSharpAtEveryScale) {
+    Shapes window;
+    window.Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(0, 0, 40, 20), &m_holder->Host(), 8);
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        QImage picture((QSizeF(40, 20) * ratio).toSize(), QImage::Format_RGB32);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(Qt::red);
+        widgetOf(window)->render(&picture);
+        int between = 0;
+        int black = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor color = picture.pixelColor(x, y);
+                ASSERT_EQ(color.red(), color.green()) << x << "," << y << " at " << ratio;
+                const bool isBetween = color.red() > 0 && color.red() < 255;
+                between += isBetween ? 1 : 0;
+                black += color.red() == 0 ? 1 : 0;
+                const bool isRound = x >= 19 * ratio && x <= 37 * ratio && y < 19 * ratio;
+                EXPECT_TRUE(isRound || !isBetween) << x << "," << y << " at " << ratio;
+            }
+        }
+        EXPECT_EQ(between > 0, ratio > 1) << ratio;
+        const double expected = (100 + 40 + 3.14159 * 64) * ratio * ratio;
+        EXPECT_NEAR(black + between * 0.5, expected, 0.08 * expected) << ratio;
+    }
+}
+
+double luminance(COLORREF color) {
+    const auto linear = [](int channel) {
+        const double c = channel / 255.0;
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(GetRValue(color)) + 0.7152 * linear(GetGValue(color)) +
+           0.0722 * linear(GetBValue(color));
+}
+
+TEST_F(QtForm, ColoursFollowThePaletteAndStayLegible) {
+    constexpr int pairs[][2] = {
+        {COLOR_WINDOWTEXT, COLOR_WINDOW},      {COLOR_BTNTEXT, COLOR_BTNFACE},
+        {COLOR_GRAYTEXT, COLOR_BTNFACE},       {COLOR_INFOTEXT, COLOR_INFOBK},
+        {COLOR_BTNHIGHLIGHT, COLOR_BTNSHADOW}, {COLOR_HIGHLIGHTTEXT, COLOR_HIGHLIGHT}};
+    const QPalette before = QApplication::palette();
+    auto* const name = static_cast<TextDataEntryUI*>(m_form->GetItemUI(cName));
+    static_cast<TextDataEntryUI*>(m_form->GetItemUI(cAge))->SetTextColors(1, 2);
+    for (const QColor& ground : {QColor(239, 239, 239), QColor(53, 53, 53), QColor(0, 0, 0),
+                                 QColor(128, 128, 128), QColor(255, 255, 255)}) {
+        QApplication::setPalette(QPalette(ground));
+        Settle();
+        for (const auto& [text, on] : pairs) {
+            const double first = luminance(GetSysColor(text)) + 0.05;
+            const double second = luminance(GetSysColor(on)) + 0.05;
+            EXPECT_GE(std::max(first, second) / std::min(first, second), 4.5)
+                << text << " on " << on << " " << ground.name().toStdString();
+        }
+        EXPECT_EQ(name->GetTextBgColor(), GetSysColor(COLOR_BTNFACE));
+        const QColor shown = m_holder->grab().toImage().pixelColor(
+            m_holder->width() - 30, m_form->GetItemLoc(cRemarks).bottom + 20);
+        EXPECT_EQ(shown, ground) << "painted anew";
+    }
+    EXPECT_EQ(static_cast<TextDataEntryUI*>(m_form->GetItemUI(cAge))->GetTextBgColor(), 2U);
+    QApplication::setPalette(before);
 }
 
 TEST_F(QtForm, ScreenReaderSeesTheItems) {
