@@ -165,10 +165,8 @@ void ChoiceItemUI::OnChar(UINT ch, UINT repeat, UINT flags) {
         return;
     }
     const tessalink::WindowGuard alive(*this);
-    if (set_curr_cell_value_index(index) != 0 && m_singleChoice && alive &&
-        m_container != nullptr) {
-        m_container->AdvanceToNext();
-    }
+    const bool chosen = set_curr_cell_value_index(index) != 0;
+    if (chosen && alive && m_singleChoice && m_container != nullptr) m_container->AdvanceToNext();
 }
 
 void ChoiceItemUI::move_cursor(int step) {

@@ -318,6 +318,8 @@ TEST(ProfileGraphCtl4Texts, TitleTopTextsLegendsAndRewrittenScales) {
     graph.RemoveTopLegend(0);
 }
 
+constexpr int cMaxScales = 8;
+
 TEST(ProfileGraphCtlRandom, AnyInputOnAnyGraph) {
     CFrameWnd host;
     host.Create("Host", CRect(0, 0, 900, 700));
@@ -328,11 +330,12 @@ TEST(ProfileGraphCtlRandom, AnyInputOnAnyGraph) {
     for (int round = 0; round < 60; ++round) {
         Shown<ProfileGraphCtl3> graph(below(50), below(100), below(20), below(5), below(2),
                                       below(2), below(400), below(300));
-        const int scaleCount = below(8);
+        const int scaleCount = below(cMaxScales);
         graph.SetXLegendPoints(scaleCount);
         for (int i = below(4); i > 0; --i) {
-            auto* values = new double[static_cast<std::size_t>(scaleCount)];
-            std::generate_n(values, scaleCount,
+            // A profile that is there before the scales has as many scores as these will be.
+            auto* values = new double[cMaxScales];
+            std::generate_n(values, cMaxScales,
                             [&] { return below(4) == 0 ? cMissing : below(120); });
             graph.AddProfile("P", values, 0, static_cast<unsigned>(i),
                              ProfileGraph3::PointType::SymbolAndValue, 0, 0);
@@ -351,7 +354,7 @@ TEST(ProfileGraphCtlRandom, AnyInputOnAnyGraph) {
                     graph.MoveWindow(CRect(0, 0, below(700), below(500)));
                     break;
                 case 3:
-                    graph.SetXLegendPoints(below(8));
+                    graph.SetXLegendPoints(below(cMaxScales));
                     break;
                 default:
                     windows().MoveMouse(point);
