@@ -25,7 +25,7 @@ namespace {
 std::vector<CRect> placesOf(DataEntryLayoutMgr* manager, const std::vector<CSize>& sizes,
                             CSize area) {
     DataEntryCtl form(manager);
-    auto* ui = new SizedItemUI(sizes);
+    auto* ui = sizes.empty() ? nullptr : new SizedItemUI(sizes);
     for (std::size_t i = 0; i < sizes.size(); ++i) form.AddItem(new IntegerDataEntryItem, ui);
     manager->RecalcLayout(&form, nullptr, CRect(CPoint(), area));
     std::vector<CRect> places;
@@ -108,7 +108,7 @@ class Navigation {
 public:
     Navigation(DataEntryLayoutMgr* manager, int count, CSize area)
         : m_manager(*manager), m_form(manager) {
-        auto* ui = new SizedItemUI({CSize(50, 20)});
+        auto* ui = count == 0 ? nullptr : new SizedItemUI({CSize(50, 20)});
         for (int i = 0; i < count; ++i) m_form.AddItem(new IntegerDataEntryItem, ui);
         manager->RecalcLayout(&m_form, nullptr, CRect(CPoint(), area));
     }
