@@ -9,7 +9,8 @@ import os
 import subprocess
 import sys
 
-MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "apps/")
+MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "responselists/",
+            "apps/")
 
 
 def programs(build):

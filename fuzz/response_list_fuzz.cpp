@@ -1,5 +1,6 @@
 // Any text as the definition of both response lists: they read what a second reader reads, and
 // their cells can be painted.
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -67,7 +68,7 @@ void compare(const std::string& text, const ResponseGrammar& expected) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);
-    text = text.c_str();  // definitions end at a NUL
+    text.resize(std::min(text.find('\0'), text.size()));  // definitions end at a NUL
     compare<ItemListCtl>(text, ResponseGrammar::OfOne(text, cItems));
     compare<ItemListCtl2>(text, ResponseGrammar::OfSeveral(text, cItems));
     return 0;

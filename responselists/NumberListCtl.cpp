@@ -43,6 +43,7 @@ NumberListCtl::~NumberListCtl() {
     DestroyWindow();
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): hosts know this signature
 int NumberListCtl::SetLegend(int count, const char** names, int* ranges) {
     reset();
     if (count < 0 || names == nullptr) {

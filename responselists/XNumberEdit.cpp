@@ -45,12 +45,13 @@ bool XNumberEdit::leads_out(UINT key) const {
 }
 
 void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+    // What the list has no use for either is left to the dialog.
     if (key == VK_TAB) {
-        if (!m_list.LeaveList()) CWnd::OnKeyDown(key, repeat, flags);
+        if (!m_list.LeaveList()) m_list.OnKeyDown(key, repeat, flags);
     } else if (key == VK_RETURN) {
         m_list.OnReturn();
     } else if (key == VK_ESCAPE) {
-        if (!m_list.OnCancel()) CWnd::OnKeyDown(key, repeat, flags);
+        if (!m_list.OnCancel()) m_list.OnKeyDown(key, repeat, flags);
     } else if (leads_out(key)) {
         m_list.OnKeyDown(key, repeat, flags);
     } else {
@@ -60,7 +61,7 @@ void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 
 void XNumberEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
     if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) {
-        CWnd::OnChar(ch, repeat, flags);  // the key has done it, or nobody wants it
+        m_list.OnChar(ch, repeat, flags);  // the key has done it, or nobody wants it
         return;
     }
     const bool isCommand = ch < cFirstPrintable;

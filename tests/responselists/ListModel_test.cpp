@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -216,6 +218,7 @@ template <class List, class Model>
 class Driver {
 public:
     explicit Driver(std::uint64_t seed) : dice(seed) {}
+    virtual ~Driver() = default;
 
     int Below(int bound) { return static_cast<int>(dice.Below(static_cast<std::size_t>(bound))); }
     void Start(std::unique_ptr<List> made) {
@@ -260,7 +263,23 @@ public:
                            Below(std::max<int>(client.bottom, 1)));
         return list->ItemAt(point);
     }
-    void Check(int event) {
+    // Events by chance, each as often as its weight says.
+    struct Event {
+        int weight;
+        std::function<void()> happens;
+    };
+    void Run(const std::vector<Event>& events, int count) {
+        int all = 0;
+        for (const Event& event : events) all += event.weight;
+        for (int number = 0; number < count && !testing::Test::HasFailure(); ++number) {
+            auto event = events.begin();
+            for (int left = Below(all); left >= event->weight; ++event) left -= event->weight;
+            event->happens();
+            Check(number);
+        }
+        EXPECT_GT(model.notifications, static_cast<std::size_t>(count) / 4);
+    }
+    virtual void Check(int event) {
         windows().Pump();
         model.notifications += model.log.size();
         ASSERT_EQ(host.Take(), std::exchange(model.log, {})) << event;
@@ -284,92 +303,102 @@ public:
     CSize size{300, 120};
 };
 
-TEST(ListModels, ItemListCtl2) {
-    Driver<OpenedList, ItemModel> run(61);
-    auto& [dice, host, list, model, size] = run;
-    const std::vector<std::string> definitions = {"[Yes|Yy|1][No|Nn|2]:0-9;[1|1][2|2][3|3]:3,12-14",
+class ItemRun : public Driver<OpenedList, ItemModel> {
+public:
+    ItemRun() : Driver(61) {
+        Start(std::make_unique<OpenedList>(0, "", -1));
+        list->ReportCounts(1);
+        host.Take();
+    }
+
+    void Type() {
+        const char ch = dice.Pick(std::string_view("YyNn123TtFfx "));
+        windows().Type(std::string(1, ch));
+        if (model.hasFocus) model.Char(ch);
+    }
+    void Press() {
+        const UINT key = dice.Pick(cKeys);
+        windows().PressKey(key);
+        if (model.hasFocus) model.Go(model.Target(key));
+    }
+    void TakeBack() {
+        windows().PressKey(VK_BACK);
+        if (model.hasFocus) model.Undo();
+    }
+    void Click() {
+        const int item = ShownCell();
+        if (item < 0) return;
+        const int response = Below(static_cast<int>(model.Of(item).size()) + 1) - 1;
+        CPoint point = list->GetItemRect(item).TopLeft() + CSize(2, 2);
+        if (response >= 0) point = list->MiddleOf(item, response);
+        list->SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
+        model.Click(item, response);
+    }
+    void SetItem() {
+        if (model.count == 0) return;
+        const int item = Below(model.count);
+        const auto value = static_cast<std::uint16_t>(dice.OneIn(3) ? 65535 : dice.Below(9));
+        list->SetItem(item, value);
+        model.Set(item, value, false);
+    }
+    void SetLegend() {
+        static const std::string definitions[] = {"[Yes|Yy|1][No|Nn|2]:0-9;[1|1][2|2][3|3]:3,12-14",
                                                   "[T|Tty][F|Ffn][none||65535]:0-4",
                                                   "[a|y|7][b|y1|7][c|n2|8]:0",
                                                   "[Yes|Yy|1]:0-40",
                                                   "",
                                                   "[x",
                                                   "[a]:2;"};
-    tessalink::DoubleKeying keying;
-    run.Start(std::make_unique<OpenedList>(0, "", -1));
-    list->ReportCounts(1);
-    host.Take();
-    const auto setLegend = [&] {
-        const int count = dice.OneIn(6) ? run.Below(16) : 16 + run.Below(45);
-        const auto& definition = definitions[dice.OneIn(3) ? dice.Below(definitions.size()) : 0];
-        const int defaultResponse = dice.OneIn(3) ? run.Below(4) - 1 : -1;
+        const int count = dice.OneIn(6) ? Below(16) : 16 + Below(45);
+        const auto& definition = dice.OneIn(3) ? dice.Pick(definitions) : definitions[0];
+        const int defaultResponse = dice.OneIn(3) ? Below(4) - 1 : -1;
         bool isValid = false;
         try {
             isValid = list->SetLegend(count, definition.c_str(), defaultResponse) != 0;
         } catch (const CInvalidArgException&) {
+            isValid = false;
         }
         ASSERT_EQ(isValid, model.SetLegend(count, definition, defaultResponse)) << definition;
-        run.Layout();
-    };
-    const auto click = [&] {
-        const int item = run.ShownCell();
-        if (item < 0) return;
-        const auto responses = static_cast<int>(model.Of(item).size());
-        const int response = run.Below(responses + 1) - 1;
-        CPoint point = list->GetItemRect(item).TopLeft() + CSize(2, 2);
-        if (response >= 0) point = list->MiddleOf(item, response);
-        list->SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
-        model.Click(item, response);
-    };
-    const auto press = [&] {
-        const UINT key = dice.Pick(cKeys);
-        windows().PressKey(key);
-        if (model.hasFocus) model.Go(model.Target(key));
-    };
-    for (int event = 0; event < eventCount(); ++event) {
-        const auto kind = dice.Below(100);
-        if (kind < 50) {
-            const char ch = dice.Pick(std::string_view("YyNn123TtFfx "));
-            windows().Type(std::string(1, ch));
-            if (model.hasFocus) model.Char(ch);
-        } else if (kind < 66) {
-            press();
-        } else if (kind < 74) {
-            windows().PressKey(VK_BACK);
-            if (model.hasFocus) model.Undo();
-        } else if (kind < 80) {
-            click();
-        } else if (kind < 83) {
-            run.Scroll();
-        } else if (kind < 85) {
-            run.Wheel();
-        } else if (kind < 87) {
-            run.Resize();
-        } else if (kind < 90 && model.count > 0) {
-            const int item = run.Below(model.count);
-            const auto value = static_cast<std::uint16_t>(dice.OneIn(3) ? 65535 : dice.Below(9));
-            list->SetItem(item, value);
-            model.Set(item, value, false);
-        } else if (kind < 91) {
-            setLegend();
-        } else if (kind < 93) {
-            EXPECT_EQ(list->SetReadOnly(dice.OneIn(4)), model.isReadOnly);
-            model.isReadOnly = list->IsReadOnly() != 0;
-        } else if (kind < 95) {
-            model.isVerifying ? list->EndVerification() : list->BeginVerification(keying);
-            if (model.isVerifying) {
-                model.isVerifying = false;
-            } else {
-                model.Verify();
-            }
-        } else {
-            const bool focus = !dice.OneIn(5);
-            focus ? list->SetFocus() : host.other.SetFocus();
-            model.Focus(focus);
-        }
-        run.Check(event);
-        if (testing::Test::HasFailure()) return;
+        Layout();
     }
-    EXPECT_GT(model.notifications, static_cast<std::size_t>(eventCount()) / 4);
+    void SetReadOnly() {
+        EXPECT_EQ(list->SetReadOnly(dice.OneIn(4) ? 1 : 0) != 0, model.isReadOnly);
+        model.isReadOnly = list->IsReadOnly() != 0;
+    }
+    void Verify() {
+        if (model.isVerifying) {
+            list->EndVerification();
+            model.isVerifying = false;
+        } else {
+            list->BeginVerification(m_keying);
+            model.Verify();
+        }
+    }
+    void MoveFocus() {
+        const bool focus = !dice.OneIn(5);
+        (focus ? static_cast<CWnd*>(list.get()) : &host.other)->SetFocus();
+        model.Focus(focus);
+    }
+
+private:
+    tessalink::DoubleKeying m_keying;
+};
+
+TEST(ListModels, ItemListCtl2) {
+    ItemRun run;
+    run.Run({{50, [&] { run.Type(); }},
+             {16, [&] { run.Press(); }},
+             {8, [&] { run.TakeBack(); }},
+             {6, [&] { run.Click(); }},
+             {3, [&] { run.Scroll(); }},
+             {2, [&] { run.Wheel(); }},
+             {2, [&] { run.Resize(); }},
+             {3, [&] { run.SetItem(); }},
+             {1, [&] { run.SetLegend(); }},
+             {2, [&] { run.SetReadOnly(); }},
+             {2, [&] { run.Verify(); }},
+             {5, [&] { run.MoveFocus(); }}},
+            eventCount());
 }
 
 struct NumberModel : ColumnModel {
@@ -414,7 +443,8 @@ struct NumberModel : ColumnModel {
             text.empty() && knowsMissing ? static_cast<int>(cMissing) : std::atoi(text.c_str());
         int& own = values[static_cast<std::size_t>(current)];
         if (value == own) return true;
-        const int* range = ranges != nullptr && !IsMissing(value) ? ranges + 2 * current : nullptr;
+        const int* range =
+            ranges != nullptr && !IsMissing(value) ? ranges + std::ptrdiff_t{2} * current : nullptr;
         if (range != nullptr && (value < range[0] || value > range[1])) {
             isRefused = !asks;
             if (!asks) return false;
@@ -497,116 +527,139 @@ struct NumberModel : ColumnModel {
 };
 
 template <class List>
-void runNumbers(std::unique_ptr<List> made, bool knowsMissing, std::uint64_t seed) {
-    static const char* names[60];
-    static int ranges[120];
-    for (int i = 0; i < 60; ++i) {
-        names[i] = i % 3 == 0 ? "Scale A" : "A scale with a longer name";
-        ranges[2 * i] = i % 5 - 2;
-        ranges[2 * i + 1] = i % 7 == 6 ? -10 : 40 + i;
-    }
-    Driver<List, NumberModel> run(seed);
-    auto& [dice, host, list, model, size] = run;
-    model.knowsMissing = knowsMissing;
-    run.Start(std::move(made));
-    const auto setLegend = [&] {
-        const int count = run.Below(61) - 1;
-        int* allowed = dice.OneIn(3) ? nullptr : ranges;
-        EXPECT_EQ(list->SetLegend(count, names, allowed), count >= 0 ? 1 : 0);
-        model.count = std::max(count, 0);
-        model.current = model.count > 0 ? 0 : -1;
-        model.first = 0;
-        model.values.assign(static_cast<std::size_t>(model.count), knowsMissing ? cMissing : 0);
-        model.names = names;
-        model.ranges = allowed;
-        model.readOnly.clear();
-        model.Load();
-        run.Layout();
-    };
-    const auto set = [&](int item) {
-        const int value = run.Below(2000) - 100;
-        if (dice.OneIn(3)) {
-            list->SetReadOnlyItem(item);
-            model.readOnly.insert(item);
-        } else {
-            list->SetItem(item, value);
-            model.values[static_cast<std::size_t>(item)] = value;
+class NumberRun : public Driver<List, NumberModel> {
+public:
+    using Driver<List, NumberModel>::dice;
+    using Driver<List, NumberModel>::host;
+    using Driver<List, NumberModel>::list;
+    using Driver<List, NumberModel>::model;
+
+    NumberRun(std::unique_ptr<List> made, bool knowsMissing) : Driver<List, NumberModel>(62) {
+        for (std::size_t i = 0; i < cMost; ++i) {
+            const int number = static_cast<int>(i);
+            m_names[i] = i % 3 == 0 ? "Scale A" : "A scale with a longer name";
+            m_ranges[2 * i] = number % 5 - 2;
+            m_ranges[2 * i + 1] = number % 7 == 6 ? -10 : 40 + number;
         }
-        if (item == model.current) model.Load();
-    };
-    const auto click = [&] {
-        const int item = run.ShownCell();
+        model.knowsMissing = knowsMissing;
+        this->Start(std::move(made));
+    }
+
+    void Type() {
+        const char ch = dice.Pick(std::string_view("0123456789011223-x"));
+        windows().Type(std::string(1, ch));
+        if (model.hasFocus) model.Char(ch);
+    }
+    void Press() {
+        const UINT key = dice.Pick(cKeys);
+        windows().PressKey(key);
+        if (model.hasFocus) model.Key(key);
+    }
+    void Return() {
+        windows().PressKey(VK_RETURN);
+        if (model.hasFocus && model.count > 0) model.Return();
+    }
+    void TakeBack() {
+        const bool isEscape = dice.OneIn(3);
+        windows().PressKey(isEscape ? VK_ESCAPE : VK_BACK);
+        if (!model.hasFocus) return;
+        isEscape ? model.Cancel() : model.Back();
+    }
+    void Click() {
+        const int item = this->ShownCell();
         if (item < 0) return;
         const CPoint point = list->GetItemRect(item).TopLeft() + CSize(2, 2);
         list->SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
         model.FocusIn(item == model.current);
         model.Go(item);
-    };
-    for (int event = 0; event < eventCount() / 2; ++event) {
-        const auto kind = dice.Below(100);
-        if (kind < 45) {
-            const char ch = dice.Pick(std::string_view("0123456789011223-x"));
-            windows().Type(std::string(1, ch));
-            if (model.hasFocus) model.Char(ch);
-        } else if (kind < 65) {
-            const UINT key = dice.Pick(cKeys);
-            windows().PressKey(key);
-            if (model.hasFocus) model.Key(key);
-        } else if (kind < 75) {
-            windows().PressKey(VK_RETURN);
-            if (model.hasFocus && model.count > 0) model.Return();
-        } else if (kind < 78) {
-            const bool isEscape = dice.OneIn(3);
-            windows().PressKey(isEscape ? VK_ESCAPE : VK_BACK);
-            if (model.hasFocus && !isEscape) model.Back();
-            if (model.hasFocus && isEscape) model.Cancel();
-        } else if (kind < 82) {
-            click();
-        } else if (kind < 84) {
-            run.Scroll();
-        } else if (kind < 86) {
-            run.Wheel();
-        } else if (kind < 88) {
-            run.Resize();
-        } else if (kind < 90 && model.count > 0) {
-            set(run.Below(model.count));
-        } else if (kind < 91) {
-            setLegend();
-        } else if (kind < 93) {
-            const bool locks = dice.OneIn(4);
-            list->SetReadOnly(locks);
-            if (std::exchange(model.isReadOnly, locks) != locks) model.Load();
-        } else if (kind < 94) {
-            model.longest = 1 + run.Below(8);
-            list->SetMaxTextLen(model.longest);
-            run.Layout();
-            model.Show();
-        } else if (dice.OneIn(4)) {
+    }
+    void SetItem() {
+        if (model.count == 0) return;
+        const int item = this->Below(model.count);
+        if (dice.OneIn(3)) {
+            list->SetReadOnlyItem(item);
+            model.readOnly.insert(item);
+        } else {
+            const int value = this->Below(2000) - 100;
+            list->SetItem(item, value);
+            model.values[static_cast<std::size_t>(item)] = value;
+        }
+        if (item == model.current) model.Load();
+    }
+    void SetLegend() {
+        const int count = this->Below(cMost + 1) - 1;
+        int* ranges = dice.OneIn(3) ? nullptr : m_ranges.data();
+        EXPECT_EQ(list->SetLegend(count, m_names.data(), ranges), count >= 0 ? 1 : 0);
+        model.count = std::max(count, 0);
+        model.current = model.count > 0 ? 0 : -1;
+        model.first = 0;
+        model.values.assign(static_cast<std::size_t>(model.count),
+                            model.knowsMissing ? static_cast<int>(cMissing) : 0);
+        model.names = m_names.data();
+        model.ranges = ranges;
+        model.readOnly.clear();
+        model.Load();
+        this->Layout();
+    }
+    void SetReadOnly() {
+        const bool locks = dice.OneIn(4);
+        list->SetReadOnly(locks ? 1 : 0);
+        if (std::exchange(model.isReadOnly, locks) != locks) model.Load();
+    }
+    void SetMaxTextLen() {
+        model.longest = 1 + this->Below(8);
+        list->SetMaxTextLen(model.longest);
+        this->Layout();
+        model.Show();
+    }
+    void MoveFocus() {
+        if (dice.OneIn(4)) {
             host.other.SetFocus();
             model.FocusOut();
         } else {
             list->SetFocus();
             model.FocusIn();
         }
-        run.Check(event);
-        if (testing::Test::HasFailure()) return;
-        const auto* box = static_cast<CEdit*>(list->GetDlgItem(NumberListCtl::cEditId));
+    }
+    void Check(int event) override {
+        Driver<List, NumberModel>::Check(event);
+        const CWnd* box = list->GetDlgItem(NumberListCtl::cEditId);
         ASSERT_EQ(box->IsWindowVisible() != 0, model.isShown) << event;
+        if (!model.isShown) return;
         CString text;
         box->GetWindowText(text);
-        if (model.isShown) {
-            ASSERT_EQ(text.GetString(), model.text) << event;
-        }
+        ASSERT_EQ(text.GetString(), model.text) << event;
     }
-    EXPECT_GT(model.notifications, static_cast<std::size_t>(eventCount()) / 8);
-}
+    void RunAll() {
+        this->Run({{45, [this] { Type(); }},
+                   {20, [this] { Press(); }},
+                   {10, [this] { Return(); }},
+                   {3, [this] { TakeBack(); }},
+                   {4, [this] { Click(); }},
+                   {2, [this] { this->Scroll(); }},
+                   {2, [this] { this->Wheel(); }},
+                   {2, [this] { this->Resize(); }},
+                   {2, [this] { SetItem(); }},
+                   {1, [this] { SetLegend(); }},
+                   {2, [this] { SetReadOnly(); }},
+                   {1, [this] { SetMaxTextLen(); }},
+                   {6, [this] { MoveFocus(); }}},
+                  eventCount() / 2);
+    }
+
+private:
+    static constexpr int cMost = 60;
+
+    std::array<const char*, cMost> m_names;
+    std::array<int, 2 * cMost> m_ranges;
+};
 
 TEST(ListModels, NumberListCtl) {
-    runNumbers(std::make_unique<NumberListCtl>(0, nullptr, nullptr), false, 62);
+    NumberRun(std::make_unique<NumberListCtl>(0, nullptr, nullptr), false).RunAll();
 }
 
 TEST(ListModels, NumberListCtl3) {
-    runNumbers(std::make_unique<NumberListCtl3>(0, nullptr, nullptr, cMissing), true, 63);
+    NumberRun(std::make_unique<NumberListCtl3>(0, nullptr, nullptr, cMissing), true).RunAll();
 }
 
 }  // namespace
