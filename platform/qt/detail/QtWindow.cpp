@@ -450,7 +450,7 @@ void QtWindow::FocusLeft(Qt::FocusReason reason) {
     if (reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason) return;
     if (system.Focused() != nullptr) return;
     const QPointer<QWidget> entry =
-        reason == Qt::ActiveWindowFocusReason ? system.EntryOf(m_owner) : nullptr;
+        reason == Qt::ActiveWindowFocusReason ? QtWindowSystem::EntryOf(m_owner) : nullptr;
     focusMoved(nullptr);
     // Where the focus comes back to with the window; the field may be hidden then.
     if (entry != nullptr && CWnd::GetFocus() == nullptr && !entry->isActiveWindow()) {

@@ -23,6 +23,8 @@
 #include "platform/base/HostServices.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/UseQt.h"
+#include "platform/windows/CRectTracker.h"
+#include "platform/windows/TipWindow.h"
 
 namespace tessalink::test {
 namespace {
@@ -148,6 +150,10 @@ TEST_F(QtForm, KeysEnterValues) {
     Press(Qt::Key_Backspace);
     Type("9");
     EXPECT_EQ(FieldText(), "79");
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(FieldText(), "79");
+    Press(Qt::Key_Escape);
+    Type("79");
     Press(Qt::Key_Left);
     Press(Qt::Key_Left);
     Press(Qt::Key_Delete);
@@ -182,9 +188,20 @@ TEST_F(QtForm, RefusedChangeKeepsItemAndFocus) {
         EXPECT_EQ(FieldText(), "Ada");
         EXPECT_EQ(m_form->GetCurrItemIdx(), cName);
     }
-    Type("Bo");
-    m_after->setFocus();
-    EXPECT_EQ(FieldText(), "Ada") << "the focus has come back";
+    for (const bool withBox : {false, true}) {
+        m_whenTold = [&](int code) {
+            if (!withBox || code != DATAENTRY_CHANGING) return;
+            QTimer::singleShot(
+                0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+            AfxMessageBox("No");
+        };
+        Type("Bo");
+        m_after->setFocus();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&*m_dialog));
+        EXPECT_EQ(Name(), "Ada");
+        EXPECT_EQ(FieldText(), "Ada") << "the focus has come back " << withBox;
+    }
+    m_whenTold = nullptr;
     Type("Bo");
     Press(Qt::Key_Escape);
     EXPECT_EQ(FieldText(), "Ada");
@@ -399,6 +416,51 @@ TEST_F(QtForm, TimersMessagesMouseAndPainting) {
     QTest::qWait(50);
     EXPECT_EQ(window.posted, 1);
     EXPECT_EQ(window.timers, 1);
+}
+
+// Moves a rectangle with the mouse.
+class Tracked : public CWnd {
+public:
+    void OnLButtonDown(UINT, CPoint point) override { hasMoved = tracker.Track(this, point); }
+
+    CRectTracker tracker{CRect(10, 10, 30, 30)};
+    BOOL hasMoved = 0;
+};
+
+TEST_F(QtForm, TopLevelWindowsTipsAndDragging) {
+    Click(cName, 150);
+    TipWindow tip;
+    CFont font;
+    font.CreateFont(16, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, 0, 0, 0, 0, "Arial");
+    tip.ShowText("A hint", CPoint(50, 50), &font);
+    QTest::qWait(20);
+    EXPECT_TRUE(widgetOf(tip)->isVisible());
+    EXPECT_TRUE(m_dialog->isActiveWindow());
+    EXPECT_EQ(FieldText(), "Ada") << "the tip has not taken the focus";
+    tip.DestroyWindow();
+
+    Tracked window;
+    window.Create(nullptr, "T\xF6p", WS_VISIBLE, CRect(100, 100, 300, 200), nullptr, 0);
+    QWidget* const widget = widgetOf(window);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(widget));
+    EXPECT_EQ(widget->windowTitle(), QString::fromUtf8("T\xC3\xB6p"));
+    widget->resize(250, 150);
+    CRect client;
+    window.GetClientRect(&client);
+    EXPECT_EQ(client, CRect(0, 0, 250, 150));
+    QWidget* const inner = widget->childAt(20, 20);
+    QTimer::singleShot(0, [inner] {
+        EXPECT_EQ(QWidget::mouseGrabber(), inner);
+        QTest::mouseMove(inner, QPoint(25, 40));
+        QTest::mouseRelease(inner, Qt::LeftButton, {}, QPoint(45, 50));
+    });
+    QTest::mousePress(inner, Qt::LeftButton, {}, QPoint(20, 20));
+    EXPECT_NE(window.hasMoved, 0);
+    EXPECT_EQ(window.tracker.m_rect, CRect(35, 40, 55, 60));
+    EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+    widget->close();
+    EXPECT_EQ(window.GetSafeHwnd(), nullptr);
+    Settle();
 }
 
 // Black shapes on white.
