@@ -200,6 +200,8 @@ public:
         m_field->setFrameShape(QFrame::NoFrame);
         m_field->setAcceptRichText(false);
         m_field->document()->setDocumentMargin(cTextMargin);
+        // Characters are as wide as where the library draws them, and lines break at the same.
+        m_field->document()->setUseDesignMetrics(true);
         m_field->SetUnbroken((style & ES_AUTOHSCROLL) != 0);
         const auto bar = [style](DWORD bit) {
             return (style & bit) != 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;

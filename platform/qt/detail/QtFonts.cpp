@@ -210,10 +210,11 @@ const QtGlyphs& qtGlyphs(const LOGFONT& font, double em) {
 
 QFont widgetFont(const LOGFONT& font) {
     QFont result = toolkitFont(faceOf(font));
-    constexpr double cPointsPerInch = 72;
-    constexpr int cUnitsPerInch = 96;
+    // The toolkit has whole sizes only: the spaces between the characters make up for the rest.
     const double em = SizedFont(qtMetrics(font), font).Em();
-    result.setPointSizeF(em * cPointsPerInch / cUnitsPerInch);
+    const int size = std::max(1, static_cast<int>(std::lround(em)));
+    result.setPixelSize(size);
+    result.setLetterSpacing(QFont::PercentageSpacing, 100 * em / size);
     result.setUnderline(font.lfUnderline != 0);
     result.setStrikeOut(font.lfStrikeOut != 0);
     return result;

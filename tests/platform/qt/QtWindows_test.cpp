@@ -353,6 +353,7 @@ public:
     void OnDestroy() override { ++destroyed; }
     void OnPaint() override {
         const CPaintDC dc(this);
+        dc.GetClipBox(&painted);
         ++paints;
     }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -367,6 +368,7 @@ public:
     int timers = 0;
     int destroyed = 0;
     int paints = 0;
+    CRect painted;
     int posted = 0;
     bool endsInTimer = false;
     std::string clicks;
@@ -402,6 +404,10 @@ TEST_F(QtForm, TimersMessagesMouseAndPainting) {
     EXPECT_EQ(window.paints, 2);
     QTest::qWait(20);
     EXPECT_EQ(window.paints, 2);
+    window.ScrollWindow(0, -10);
+    QTest::qWait(20);
+    EXPECT_EQ(window.paints, 3);
+    EXPECT_EQ(window.painted, CRect(0, 38, 98, 48)) << "what came into view";
     QWidget* const client = widget->childAt(50, 25);
     QTest::mouseClick(client, Qt::RightButton, {}, QPoint(7, 7));
     QTest::mouseDClick(client, Qt::LeftButton, {}, QPoint(9, 7));
