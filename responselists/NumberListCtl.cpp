@@ -273,7 +273,6 @@ void NumberListCtl::set_curr_cell(int index) {
     if (index == m_current || m_count == 0) return;
     const SameList same(*this);
     if (m_editIsShown && !curr_cell_is_read_only() && update_curr_from_edit(1) == 0) return;
-    if (!same) return;
     const int before = std::exchange(m_current, index);
     repaint_cell(before);
     repaint_cell(index);

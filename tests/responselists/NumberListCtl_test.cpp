@@ -99,10 +99,15 @@ TEST_F(NumberListCtlTest, NumbersAreCommittedWhenTheyAreLeft) {
 }
 
 TEST_F(NumberListCtlTest, ARefusedNumberWaitsForTheFocusAndIsAskedForOnce) {
-    show(ranges);
+    auto& list = show(ranges);
     key("45\t");
-    EXPECT_EQ(CWnd::GetFocus(), &m_host.other);
     EXPECT_EQ(m_host.Take(), (Log{"-8 -1 0"}));
+    list.SetCurrItem(2);
+    EXPECT_EQ(m_host.Take(), (Log{"box Scale A The maximum value is 40!"}));
+    EXPECT_EQ(CWnd::GetFocus(), &m_host.other) << "the program's move leaves it there";
+    m_list->SetFocus();
+    m_host.other.SetFocus();
+    m_host.Take();
     EXPECT_TRUE(m_list->AccessibleChild(0).isInvalid);
     EXPECT_STREQ(typed(), "45");
     EXPECT_TRUE(box().IsWindowVisible());
@@ -214,7 +219,7 @@ TEST_F(NumberListCtlTest, ANotificationMayDestroyDeleteOrReplaceTheList) {
     const std::vector<std::function<void()>> deeds = {
         [&] { m_list->DestroyWindow(); },
         [&] { m_list.reset(); },
-        [&] { m_list->SetLegend(1, names, nullptr); },
+        [&] { m_list->SetLegend(6, names, nullptr); },
         [&] { m_list->SetLegend(0, nullptr, nullptr); },
     };
     constexpr int cBox = 100;
@@ -230,15 +235,16 @@ TEST_F(NumberListCtlTest, ANotificationMayDestroyDeleteOrReplaceTheList) {
             };
             m_host.whenBox = [&] { m_host.whenTold(cBox); };
             m_list->SetFocus();
-            if (m_list && m_list->GetSafeHwnd() != nullptr) key("77v3v4v\t");
-            if (m_list && m_list->GetSafeHwnd() != nullptr) m_list->SetFocus();
+            for (const char ch : std::string("77v3v4v\t")) {
+                if (!done) key(std::string(1, ch));
+            }
             windows().Pump();
-            m_host.whenTold(0);
-            m_host.other.SetFocus();
             m_host.whenTold = nullptr;
+            m_host.whenBox = nullptr;
             EXPECT_TRUE(done) << deed << " " << code;
             if (deed == 2) {
-                EXPECT_LE(m_list->GetCurrItemIdx(), 0);
+                EXPECT_EQ(m_list->GetCurrItemIdx(), 0) << code;
+                EXPECT_EQ(m_list->GetItem(0), 0) << code;
             }
         }
     }
