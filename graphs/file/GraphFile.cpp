@@ -20,7 +20,11 @@ struct GraphType {
                                             const detail::JsonValue& object);
 };
 /// The first one is meant when a graph doesn't say.
-constexpr GraphType cTypes[] = {{"bar", detail::makeBarGraph}};
+constexpr GraphType cTypes[] = {{"bar", detail::makeBarGraph},
+                                {"profile", detail::makeProfileGraph},
+                                {"horizontal-profile", detail::makeHorizontalProfile},
+                                {"circumplex", detail::makeCircumplex},
+                                {"style", detail::makeStyleGraph}};
 
 const GraphType& typeOf(const detail::ValueReader& in, const detail::JsonValue& object) {
     in.Expect(object, detail::JsonValue::Kind::Object);

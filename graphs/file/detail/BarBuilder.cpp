@@ -17,6 +17,7 @@
 #include "graphs/file/PercentileScale.h"
 #include "graphs/file/detail/BarSpecs.h"
 #include "graphs/file/detail/GraphTypes.h"
+#include "graphs/file/detail/SheetSpec.h"
 #include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
 #include "platform/graphics/NullDevice.h"
@@ -41,25 +42,6 @@ constexpr int cMaxColumn = 400;            // of a column whose width is found
 constexpr double cHighest = 200;           // inches, of a graph whose height is found
 constexpr double cFrameRoom = 0.03;        // inches, for the frame and what is rounded up
 constexpr int cDefaultScale[] = {0, 100};  // for scales that wait for variables
-
-class DescribedBarGraph final : public DescribedGraph {
-public:
-    DescribedBarGraph(GraphSheet sheet, std::unique_ptr<BarGraph> graph)
-        : DescribedGraph(std::move(sheet)), m_graph(std::move(graph)) {}
-
-    /// The frame has the context's pen: one unit of a fine device would not be seen.
-    void Draw(CDC& dc, const CRect& rect) override {
-        constexpr int screenDpi = 96;
-        const int width = dc.GetDeviceCaps(LOGPIXELSX) / screenDpi;
-        if (width <= 1) return m_graph->Draw(&dc, rect);
-        CPen pen(PS_SOLID, width, cBlack);
-        const Selected selected(dc, &pen);
-        m_graph->Draw(&dc, rect);
-    }
-
-private:
-    std::unique_ptr<BarGraph> m_graph;
-};
 
 /// A section as it was read.
 struct SectionSpec {
@@ -147,7 +129,7 @@ public:
             graph->AddSection(sections[i].release());
         }
         GraphSheet sheet = sheet_of(*graph);
-        return std::make_unique<DescribedBarGraph>(std::move(sheet), std::move(graph));
+        return std::make_unique<DrawnGraph<BarGraph>>(std::move(sheet), std::move(graph));
     }
 
 private:

@@ -12,4 +12,14 @@ namespace tessalink::detail {
 std::unique_ptr<DescribedGraph> makeBarGraph(ValueReader& in, const CString& name,
                                              const JsonValue& object);
 
+/// The same for the other types.
+std::unique_ptr<DescribedGraph> makeProfileGraph(ValueReader& in, const CString& name,
+                                                 const JsonValue& object);
+std::unique_ptr<DescribedGraph> makeHorizontalProfile(ValueReader& in, const CString& name,
+                                                      const JsonValue& object);
+std::unique_ptr<DescribedGraph> makeCircumplex(ValueReader& in, const CString& name,
+                                               const JsonValue& object);
+std::unique_ptr<DescribedGraph> makeStyleGraph(ValueReader& in, const CString& name,
+                                               const JsonValue& object);
+
 }  // namespace tessalink::detail
