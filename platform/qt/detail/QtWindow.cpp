@@ -385,8 +385,11 @@ void QtWindow::Painted(QPaintEvent& event) {
 // Keyboard.
 
 void QtWindow::KeyPressed(QKeyEvent& event) {
-    // A key that another window of ours has left comes to those around it.
-    if (CWnd::GetFocus() != &m_owner) {
+    // With Alt, keys belong to the menus of the host. A key that another window of ours has left
+    // comes to those around it.
+    const bool isAlt = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) ==
+                       Qt::KeyboardModifiers(Qt::AltModifier);
+    if (isAlt || CWnd::GetFocus() != &m_owner) {
         event.ignore();
         return;
     }

@@ -145,6 +145,8 @@ TEST_F(QtForm, KeysEnterValues) {
     Press(Qt::Key_Return);
     EXPECT_EQ(Told(), "1:0 2:0 4:1 ");
     EXPECT_EQ(Name(), "Eva");
+    Press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(m_form->GetCurrItemIdx(), cAge);
     Type("7x8");
     EXPECT_EQ(m_beeps, 1);
     Press(Qt::Key_Backspace);
