@@ -114,12 +114,18 @@ struct FieldStore {
     void operator()(std::optional<std::uint16_t> T::*member) const {
         result.*member = in.Words(value, field.words);
     }
-    // Inlined, GCC 12 warns of texts in records that have none.
-    [[gnu::noinline]] void operator()(std::optional<CString> T::*member) const {
+    void operator()(std::optional<CString> T::*member) const {
         result.*member = in.Text(value, field.form);
     }
     void operator()(const JsonValue* T::*member) const { result.*member = &value; }
 };
+
+/// Inlined, GCC 12 warns of members in records that have none of their type.
+template <class T>
+[[gnu::noinline]] void storeField(const ValueReader& in, const JsonValue& value,
+                                  const Field<T>& field, T& result) {
+    std::visit(FieldStore<T>{in, value, field, result}, field.member);
+}
 
 /// Reads an object by the table of its keys.
 template <class T>
@@ -130,7 +136,7 @@ T readFields(const ValueReader& in, const JsonValue& object, std::span<const Fie
     T result;
     for (const Field<T>& field : fields) {
         if (const JsonValue* value = object.Find(field.key)) {
-            std::visit(FieldStore<T>{in, *value, field, result}, field.member);
+            storeField(in, *value, field, result);
         } else if (field.isRequired) {
             in.Source().Fail(object, quoted(field.key) + " is missing");
         }
