@@ -445,8 +445,9 @@ TEST(GraphManual, PicturesAreThoseOfItsExamples) {
     const std::string manual = contentsOf("graph-files.md");
     const auto files = blocksOf(manual, "json");
     const auto tables = blocksOf(manual, "text");
-    const char* const names[] = {"Anxiety", "Progress"};
-    const char* const pictures[] = {"images/graph-anxiety.svg", "images/graph-progress.svg"};
+    const char* const names[] = {"Anxiety", "Progress", "Clinical"};
+    const char* const pictures[] = {"images/graph-anxiety.svg", "images/graph-progress.svg",
+                                    "images/graph-clinical.svg"};
     ASSERT_EQ(files.size(), std::size(names));
     ASSERT_EQ(tables.size(), std::size(names));
     for (std::size_t i = 0; i < std::size(names); ++i) {
@@ -485,6 +486,47 @@ std::set<std::string> schemaKeys(const std::string& schema, const std::string& d
     return keys;
 }
 
+std::string textOf(const std::string& members) {
+    return textAlternative(*fileOf(graphOf(members)).Make("G", Variables())).GetString();
+}
+
+TEST(GraphFile, FurtherTypesSayWhatTheyShow) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"("type": "profile", "min": 0, "max": 10, "scales": ["A", {"text": "B", "texts": ["1"]}],
+            "profiles": [{"name": "P", "values": ["@Score", null]}], "lines": [5],
+            "bands": [{"from": [1, 2], "to": [3, 4], "name": "N"}], "breaks": [1])",
+         "G. P: A 7, no score for B, on a scale from 0 to 10. N: A 1 to 3, B 2 to 4. Line at 5."},
+        {R"("type": "horizontal-profile", "title": "T", "columns": ["Raw"],
+            "scales": [{"group": "X"}, {"text": "A", "texts": ["3"]}],
+            "profiles": [{"values": ["@Mean"]}])",
+         "T. A 3.25, on a scale from 0 to 100."},
+        {R"("type": "circumplex", "range": 8, "titles": ["C"],
+            "points": [{"angle": 90, "length": "@Score", "name": "Q"}, {"x": 1, "y": 0}])",
+         "G. C: x from -8 to 8, y from -8 to 8. Q: x 0, y 7, angle 90, length 7. x 1, y 0, angle "
+         "0, "
+         "length 1."},
+        {R"("type": "style", "titles": ["S"])", "G. S: x from -10 to 10, y from -10 to 10."}};
+    for (const auto& [members, text] : cases) EXPECT_EQ(textOf(members), text);
+}
+
+TEST(GraphFile, FaultsOfFurtherTypes) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"("type": "profile", "scales": [])", "a profile has a scale"},
+        {R"("type": "profile", "scales": ["A"], "profiles": [{"values": [1, 2]}])",
+         "2 values for 1 scales"},
+        {R"("type": "profile", "scales": ["A"], "min": 5, "max": 5)", "this must be above 'min'"},
+        {R"("type": "profile", "scales": [{"text": "A", "texts": ["1", "2", "3", "4"]}])", "3"},
+        {R"("type": "profile", "scales": ["A"], "profiles": [{"values": ["@Name"]}])",
+         "the variable 'Name' is no number"},
+        {R"("type": "profile", "scales": ["A"], "legend": "left")", "none, inside, below"},
+        {R"("type": "circumplex", "points": [{"angle": 1}])", "'length' is missing"},
+        {R"("type": "style", "points": [])", "points"},
+        {R"("type": "circle")", "circumplex"}};
+    for (const auto& [members, part] : cases) {
+        EXPECT_THAT(faultOf(graphOf(members)), HasSubstr(part)) << members;
+    }
+}
+
 TEST(GraphManual, SchemaHasTheKeysThatAreRead) {
     const std::string schema = contentsOf("graph-file.schema.json");
     const std::string none = R"("_________________": 0)";
@@ -507,6 +549,33 @@ TEST(GraphManual, SchemaHasTheKeysThatAreRead) {
         {"rangeLegend", section("legend", R"("ranges": [], )" + none)},
         {"rangeLabel", section("legend", R"("ranges": [{)" + none + "}]")},
     };
+    const auto typed = [](const std::string& type, const std::string& members) {
+        return graphOf(R"("type": ")" + type + "\", " + members);
+    };
+    const auto scaled = [&](const std::string& members) {
+        return typed("profile", R"("scales": ["A"], )" + members);
+    };
+    const std::pair<const char*, std::string> further[] = {
+        {"profileGraph", typed("profile", none)},
+        {"horizontalProfile", typed("horizontal-profile", none)},
+        {"profileScale", typed("profile", R"("scales": [{)" + none + "}]")},
+        {"profileGroup",
+         typed("horizontal-profile", R"("scales": [{"group": "G", )" + none + "}]")},
+        {"profile", scaled(R"("profiles": [{)" + none + "}]")},
+        {"profileBand", scaled(R"("bands": [{)" + none + "}]")},
+        {"profileBreak", scaled(R"("breaks": [{)" + none + "}]")},
+        {"style", typed("style", none)},
+        {"circumplex", typed("circumplex", none)},
+        {"circleRing", typed("style", R"("rings": [{)" + none + "}]")},
+        {"circleSector", typed("circumplex", R"("sectors": [{)" + none + "}]")},
+        {"circleArc", typed("circumplex", R"("arcs": [{)" + none + "}]")},
+        {"circlePoint", typed("circumplex", R"("points": [{)" + none + "}]")},
+        {"polarPoint", typed("circumplex", R"("points": [{"angle": 1, )" + none + "}]")},
+        {"circleProfile", typed("circumplex", R"("profiles": [{)" + none + "}]")},
+    };
+    for (const auto& [definition, text] : further) {
+        EXPECT_EQ(schemaKeys(schema, definition), listedKeys(text)) << definition;
+    }
     for (const auto& [definition, text] : places) {
         EXPECT_EQ(schemaKeys(schema, definition), listedKeys(text)) << definition;
     }
