@@ -5,6 +5,7 @@
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/common/FormattedText.h"
 #include "graphs/profile/detail/ProfileFont.h"
+#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
@@ -304,12 +305,14 @@ void ProfileChart::draw_breaks(CDC* dc) {
 
 void ProfileChart::draw_horz_lines(CDC* dc) {
     if (m_referenceLines.IsEmpty() || is_empty_plot()) return;
-    CPen pen(PS_DASH, 1, cBlack);
+    const bool isScaled = m_horzLinesScaled != 0;
+    CPen pen(isScaled ? PS_SOLID : PS_DASH, isScaled ? line_width() : 1, cBlack);
     const Selected selected(*dc, &pen);
+    DashedPath path(isScaled ? PS_DASH : PS_SOLID, m_scaleFactor);
     for (int i = 0; i < m_referenceLines.GetSize(); ++i) {
         const int y = dev_y(static_cast<int>(m_referenceLines[i]));
-        dc->MoveTo(dev_x(m_xMin), y);
-        dc->LineTo(dev_x(m_xMax), y);
+        path.MoveTo({dev_x(m_xMin), y});
+        path.LineTo(*dc, {dev_x(m_xMax), y});
     }
 }
 

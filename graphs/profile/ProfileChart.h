@@ -69,6 +69,9 @@ public:
     /// A dashed line at the score.
     void AddHorzLine(int score) { m_referenceLines.Add(static_cast<unsigned>(score)); }
     void RemoveHorzLines() { m_referenceLines.RemoveAll(); }
+    /// Whether these lines are as wide as other thin lines, so that they show on devices of any
+    /// resolution; off at start: they are one unit wide.
+    void ScaleHorzLines(int scale) { m_horzLinesScaled = scale; }
 
     // What the graph holds.
     int GetYMin() const { return m_scores.min; }
@@ -112,6 +115,7 @@ protected:
     CArray<unsigned, unsigned> m_breaks;
     std::unique_ptr<ProfileInfo> m_skyLine;
     int m_skyLineShown = 0;
+    int m_horzLinesScaled = 0;
     double m_xScale = 0;
     double m_yScale = 0;
     int m_plotLeft = 0;

@@ -290,6 +290,7 @@ private:
             graph = std::make_unique<Graph>(
                 min, max, major, minor, m_spec.leftAxis.value_or(true) ? 1 : 0,
                 m_spec.rightAxis.value_or(false) ? 1 : 0, width, height);
+            graph->ScaleHorzLines(1);
             graph->SetYLegend(m_spec.axisTitle.value_or(CString()));
             if (m_spec.labelsFrom) graph->SetYLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetYLabelEnd(*m_spec.labelsTo);
