@@ -1,12 +1,17 @@
 #include "examples/bigfive/BigFiveGraphs.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
 
 #include "graphs/bar/BarGraph.h"
 #include "graphs/bar/BarPointGraphic.h"
 #include "graphs/bar/BarRangeGraphic.h"
 #include "graphs/bar/BarScale2.h"
 #include "graphs/bar/BarValueLegend.h"
+#include "graphs/profile/CircumplexGraph.h"
+#include "graphs/profile/ProfileGraph3.h"
 #include "graphs/rtf/MetaFile.h"
 #include "graphs/rtf/RTFGraph.h"
 
@@ -56,15 +61,21 @@ BarLegend* scoreLegend(BarScale* scale) {
     return legend;
 }
 
-// Draws the graph into a picture as wide as the text, and the picture into the report.
-void writePicture(CFile& output, BarGraph& graph) {
+// Draws a graph of this size in inches into a picture, and the picture into the report.
+template <class Graph>
+void writePictureOf(CFile& output, Graph& graph, double width, double height) {
     constexpr double unitsPerInch = 96;
-    const double height = cTextWidth * graph.GetDesignHeight() / BarGraph::cDesignWidth;
-    MetaFile picture(cTextWidth, height, nullptr);
-    graph.Draw(&picture, CRect(0, 0, static_cast<int>(cTextWidth * unitsPerInch),
+    MetaFile picture(width, height, nullptr);
+    graph.Draw(&picture, CRect(0, 0, static_cast<int>(width * unitsPerInch),
                                static_cast<int>(height * unitsPerInch)));
     picture.Close();
-    picture.SaveAsRTF(output, cTextWidth, height);
+    picture.SaveAsRTF(output, width, height);
+}
+
+// Draws the graph as wide as the text.
+void writePicture(CFile& output, BarGraph& graph) {
+    writePictureOf(output, graph, cTextWidth,
+                   cTextWidth * graph.GetDesignHeight() / BarGraph::cDesignWidth);
 }
 
 int countAnswers(const Answers& answers, int answer) {
@@ -72,6 +83,94 @@ int countAnswers(const Answers& answers, int answer) {
 }
 
 }  // namespace
+
+void writeProfileLine(CFile& output, const Answers& answers) {
+    constexpr double height = 2.9;       // inches
+    constexpr double unitsPerInch = 56;  // of the design: texts of nine points
+    constexpr COLORREF average = RGB(232, 232, 232);
+    ProfileGraph3 graph(cMinT, cMaxT, cTickStep, cTickStep / 2, 1, 1,
+                        static_cast<int>(cTextWidth * unitsPerInch),
+                        static_cast<int>(height * unitsPerInch));
+    auto names = std::make_unique<CStringArray>();
+    names->Add("");
+    auto scores = std::make_unique<double[]>(cScales);
+    std::array<double, cScales> lows{};
+    std::array<double, cScales> highs{};
+    for (std::size_t i = 0; i < cScales; ++i) {
+        const Score score = scoreScale(answers, static_cast<int>(i));
+        names->Add(cScaleTable[i].name);
+        scores[i] = score.tScore;
+        lows[i] = score.low;
+        highs[i] = score.high;
+    }
+    graph.SetXLegend(names.release());
+    graph.SetYLegend("T score");
+    graph.AddBand(static_cast<double>(cAverageFrom), static_cast<double>(cAverageTo), average,
+                  "average range");
+    graph.AddBand(lows.data(), highs.data(), cAverage, "90% range");
+    graph.AddProfile("T score", scores.release(), cMark, 1,
+                     ProfileGraph3::PointType::SymbolAndValue, PS_SOLID, 0);
+    graph.ShowLegend(ProfileGraph3::LegendType::Below);
+    writePictureOf(output, graph, cTextWidth, height);
+}
+
+// Extraversion and agreeableness are the axes of dominance and warmth, turned by 45 degrees (McCrae
+// and Costa, 1989).
+void writeCircle(CFile& output, const Answers& answers) {
+    struct Octant {
+        double angle;
+        const char* name;
+    };
+    static constexpr std::array<Octant, 8> octants = {{{90, "dominant"},
+                                                       {135, "competitive"},
+                                                       {180, "cold"},
+                                                       {225, "withdrawn"},
+                                                       {270, "submissive"},
+                                                       {315, "trusting"},
+                                                       {0, "warm"},
+                                                       {45, "outgoing"}}};
+    constexpr int meanT = 50;
+    constexpr int rim = cMaxT - cMinT;
+    constexpr double halfSector = 22.5;
+    constexpr int person = 1;
+    constexpr int norm = 100;
+    const auto tScore = [&](const char* code) {
+        const auto scale =
+            std::find_if(cScaleTable.begin(), cScaleTable.end(),
+                         [&](const Scale& s) { return std::string(s.code) == code; });
+        return scoreScale(answers, static_cast<int>(scale - cScaleTable.begin())).tScore - meanT;
+    };
+    const double outgoing = tScore("E");
+    const double trusting = tScore("A");
+    CircumplexGraph graph(-rim, rim, -rim, rim, 0, 0, 12, 12, 11, 11, 11, 11, 11, 11);
+    graph.AddCircle(rim, cBoxFill);
+    graph.AddCircle(meanT - cMinT, cAverage);
+    std::array<int, octants.size()> ids{};
+    std::array<int, octants.size()> normIds{};
+    for (std::size_t i = 0; i < octants.size(); ++i) {
+        const double angle = octants[i].angle;
+        const auto along = [angle](double axis) {
+            return std::cos((angle - axis) * std::numbers::pi / 180);
+        };
+        const double length = std::clamp<double>(
+            meanT - cMinT + outgoing * along(45) + trusting * along(315), 0, rim);
+        const bool isFirst = i == 0;
+        const auto legend = isFirst ? CircumplexGraph::NameInLegend : CircumplexGraph::NoName;
+        ids[i] = person + static_cast<int>(i);
+        normIds[i] = norm + static_cast<int>(i);
+        graph.AddPoint(tessalink::Polar{angle, length}, ids[i], isFirst ? "person" : "", cMark,
+                       CircumplexGraph::Disc, legend);
+        graph.AddPoint(tessalink::Polar{angle, static_cast<double>(meanT - cMinT)}, normIds[i],
+                       isFirst ? "average" : "", cSmallPrint, CircumplexGraph::Ring, legend);
+        graph.AddSector(angle - halfSector, angle + halfSector, octants[i].name);
+    }
+    graph.AddConnection(ids, cMark);
+    graph.AddConnection(normIds, cSmallPrint, PS_DASH);
+    graph.SetLegendPlacement(CircumplexGraph::LegendBelow);
+    constexpr double width = 5.0;  // inches
+    constexpr double height = 4.1;
+    writePictureOf(output, graph, width, height);
+}
 
 void writeProfilePicture(CFile& output, const Answers& answers) {
     BarGraph graph(0);

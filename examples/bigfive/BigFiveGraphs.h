@@ -12,7 +12,14 @@ namespace bigfive {
 // picture that is as wide as the text.
 void writeProfilePicture(CFile& output, const Answers& answers);
 
-// One scale likewise.
+// The T scores as a line over the average range, with the 90% range of each.
+void writeProfileLine(CFile& output, const Answers& answers);
+
+// The interpersonal circle of the person, made of extraversion and agreeableness, and that of the
+// average of the norm group.
+void writeCircle(CFile& output, const Answers& answers);
+
+// One scale as a bar.
 void writeScalePicture(CFile& output, const Answers& answers, int scale);
 
 // How often each answer was given, as RTF drawing objects over the paragraph that follows, which

@@ -139,6 +139,8 @@ void fillVariables(const Person& person, VarTable& vars) {
 
 BigFiveReport::BigFiveReport(const Person& person) : m_person(person) {
     AddFct("PROFILE", &BigFiveReport::writeProfile);
+    AddFct("PROFILE_LINE", &BigFiveReport::writeLine);
+    AddFct("CIRCLE", &BigFiveReport::writeCircle);
     AddFct("SCALE_BAR", &BigFiveReport::writeScaleBar);
     AddFct("ANSWER_COUNTS", &BigFiveReport::writeAnswerCounts);
     AddFct("ITEM_TABLE", &BigFiveReport::writeItemTable);
@@ -160,6 +162,18 @@ void BigFiveReport::writeProfile(CFile& output, void*) {
                       " Diamond: T score. Blue bar: 90% range. Light band: average range, " +
                       std::to_string(cAverageFrom) + " to " + std::to_string(cAverageTo) +
                       ".\\par\n");
+}
+
+void BigFiveReport::writeLine(CFile& output, void*) {
+    write(output, variable("Body") + "\\sa60 ");
+    writeProfileLine(output, m_person.answers);
+    write(output, "\\par\n");
+}
+
+void BigFiveReport::writeCircle(CFile& output, void*) {
+    write(output, variable("Body") + "\\qc\\sa60 ");
+    bigfive::writeCircle(output, m_person.answers);
+    write(output, "\\par\n");
 }
 
 void BigFiveReport::writeScaleBar(CFile& output, void*) {

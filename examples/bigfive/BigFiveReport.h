@@ -14,10 +14,10 @@ void fillVariables(const Person& person, VarTable& vars);
 // The report on one person, in a full and a short form, from the templates full.DAT and short.DAT
 // in the program's folder.
 //
-// The templates can call PROFILE (all scales as bars), SCALE_BAR (the bar of the scale that the
-// variable "code" names), ANSWER_COUNTS (how often each answer was given) and ITEM_TABLE (the
-// answers to all statements). The functions use the paragraph formats that the template keeps in
-// its variables.
+// The templates can call PROFILE (all scales as bars), PROFILE_LINE (the same as a line), CIRCLE
+// (the interpersonal circle), SCALE_BAR (the bar of the scale that the variable "code" names),
+// ANSWER_COUNTS (how often each answer was given) and ITEM_TABLE (the answers to all statements).
+// The functions use the paragraph formats that the template keeps in its variables.
 class BigFiveReport : public FileBasedReport {
 public:
     enum Form { Full = 0, Short = 1 };
@@ -33,6 +33,8 @@ protected:
 
 private:
     void writeProfile(CFile& output, void* extraInfo);
+    void writeLine(CFile& output, void* extraInfo);
+    void writeCircle(CFile& output, void* extraInfo);
     void writeScaleBar(CFile& output, void* extraInfo);
     void writeAnswerCounts(CFile& output, void* extraInfo);
     void writeItemTable(CFile& output, void* extraInfo);
