@@ -121,10 +121,6 @@ Score scoreScale(const Answers& answers, int scale) {
     return score;
 }
 
-double smallestDifference(int scale) {
-    return c90Percent * std::numbers::sqrt2 * cScaleTable[static_cast<std::size_t>(scale)].error;
-}
-
 const char* levelName(int level) {
     constexpr std::array names = {"low", "slightly below average", "average",
                                   "slightly above average", "high"};

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 
 // The fifty Big-Five marker statements of the International Personality Item Pool (Goldberg, 1992),
 // which are in the public domain, and their scoring.
@@ -58,9 +57,6 @@ struct Score {
 int countMissing(const Answers& answers, int scale);
 // The score of one scale, of which at least one statement must have been answered.
 Score scoreScale(const Answers& answers, int scale);
-// The smallest difference between the T scores of two ratings on a scale that errors of measurement
-// make in fewer than one of ten cases.
-double smallestDifference(int scale);
 // "low" to "high" for the levels 1 to 5.
 const char* levelName(int level);
 
