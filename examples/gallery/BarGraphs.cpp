@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "examples/gallery/Ink.h"
 #include "graphs/bar/BarGraph.h"
 #include "graphs/bar/BarHeading.h"
 #include "graphs/bar/BarPointGraphic.h"
@@ -18,7 +19,6 @@
 #include "graphs/common/ColorMgr.h"
 #include "graphs/file/PercentileScale.h"
 #include "platform/graphics/DCScope.h"
-#include "platform/graphics/RecordingDevice.h"
 #include "scores/Reliability.h"
 
 namespace gallery {
@@ -29,14 +29,6 @@ using tessalink::cIQScale;
 using tessalink::cTScale;
 using tessalink::Reliability;
 using Symbol = BarPointGraphic::Symbol;
-
-constexpr COLORREF cInk = RGB(45, 45, 50);
-constexpr COLORREF cMuted = RGB(100, 100, 108);
-constexpr COLORREF cLine = RGB(150, 150, 158);
-constexpr COLORREF cGrid = RGB(205, 205, 212);
-constexpr COLORREF cBlue = RGB(28, 75, 140);
-constexpr COLORREF cPale = RGB(190, 210, 236);
-constexpr COLORREF cRed = RGB(170, 45, 40);
 
 constexpr const char* cFace = "Arial";
 constexpr int cTitleSize = 34;
@@ -431,14 +423,6 @@ void symbols(BarGraph& graph) {
     addSpace(graph, 8);
 }
 
-// As a printer without colour shows it.
-COLORREF inGrey(COLORREF color) {
-    const double luminance =
-        0.299 * GetRValue(color) + 0.587 * GetGValue(color) + 0.114 * GetBValue(color);
-    const auto grey = static_cast<BYTE>(std::lround(luminance));
-    return RGB(grey, grey, grey);
-}
-
 template <bool isGrey>
 void groups(BarGraph& graph) {
     ColorMgr colors(ColorMgr::ColorSafePalette());
@@ -579,59 +563,11 @@ std::vector<Card> makeCards() {
     };
 }
 
-using tessalink::Primitive;
-
-// Where a primitive shows.
-CRect placeOf(const Primitive& primitive) {
-    if (primitive.textBackground) return *primitive.textBackground;
-    if (primitive.points.empty()) return primitive.rect;
-    CRect place(primitive.points[0], CSize());
-    for (const POINT& point : primitive.points) {
-        place.left = std::min(place.left, point.x);
-        place.top = std::min(place.top, point.y);
-        place.right = std::max(place.right, point.x);
-        place.bottom = std::max(place.bottom, point.y);
-    }
-    return place;
-}
-
-bool holds(const RECT& outer, const RECT& inner) {
-    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
-           inner.bottom <= outer.bottom;
-}
-
-// Whether a text, which lies at `place`, can't be read because of the other.
-bool disturbs(const Primitive& other, const RECT& place) {
-    const CRect around = placeOf(other);
-    const bool overlap = place.left < around.right && around.left < place.right &&
-                         place.top < around.bottom && around.top < place.bottom;
-    return overlap && (other.textBackground || !holds(around, place));
-}
-
 }  // namespace
 
 std::span<const Card> barGraphs() {
     static const std::vector<Card> cards = makeCards();
     return cards;
-}
-
-std::vector<std::string> textFaults(const Card& card) {
-    tessalink::RecordingDevice device;
-    CDC dc(device);
-    card.draw(dc);
-    const CRect sheet(0, 0, card.width, card.height);
-    std::vector<std::string> faults;
-    for (const Primitive& text : device.Primitives()) {
-        if (!text.textBackground) continue;
-        const RECT& place = *text.textBackground;
-        if (!holds(sheet, place)) faults.push_back('"' + text.text + "\" leaves the sheet");
-        for (const Primitive& other : device.Primitives()) {
-            if (&other != &text && disturbs(other, place)) {
-                faults.push_back('"' + text.text + "\" meets " + toText(other));
-            }
-        }
-    }
-    return faults;
 }
 
 }  // namespace gallery

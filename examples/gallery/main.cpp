@@ -1,18 +1,24 @@
 // Draws the test cards through every device that needs no toolkit.
 //
-//     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf,
-//     CARD.rtf gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not
-//     those
+//     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf and
+//                              CARD.rtf
+//     gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not those, or
+//                              texts of the graphs can't be read
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "examples/gallery/BarGraphs.h"
 #include "examples/gallery/Cards.h"
+#include "examples/gallery/CircleGraphs.h"
+#include "examples/gallery/ProfileGraphs.h"
+#include "examples/gallery/TextFaults.h"
 #include "graphs/rtf/MetaFile.h"
+#include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
 #include "platform/files/WholeFile.h"
 #include "platform/graphics/SvgDevice.h"
@@ -87,13 +93,25 @@ bool checkCard(const gallery::Card& card, const std::string& start) {
 }
 
 // Also that its texts can be read.
-bool checkBarGraph(const gallery::Card& card, const std::string& start) {
-    const std::vector<std::string> faults = gallery::textFaults(card);
+template <gallery::UnderText ALLOWED>
+bool checkGraph(const gallery::Card& card, const std::string& start) {
+    const std::vector<std::string> faults = gallery::textFaults(card, ALLOWED);
     for (const std::string& fault : faults) {
         std::fprintf(stderr, "%s: %s\n", card.name, fault.c_str());
     }
     return isStored(start + ".svg", svgOf(card, card.draw)) && faults.empty();
 }
+
+struct Set {
+    std::span<const gallery::Card> (*cards)();
+    bool (*check)(const gallery::Card& card, const std::string& start);
+};
+constexpr Set cSets[] = {
+    {gallery::cards, checkCard},
+    {gallery::barGraphs, checkGraph<gallery::UnderText::Nothing>},
+    {gallery::profileGraphs, checkGraph<gallery::UnderText::Nothing>},
+    {gallery::circleGraphs, checkGraph<gallery::UnderText::LinesAndRings>},
+};
 
 }  // namespace
 
@@ -103,16 +121,18 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "usage: gallery write|check FOLDER\n");
         return 2;
     }
+    tessalink::HostServices services;
+    services.stringTable = gallery::styleText;
+    tessalink::setHostServices(services);
     bool same = true;
     try {
-        for (const auto& set : {gallery::cards(), gallery::barGraphs()}) {
-            const bool areGraphs = set.data() != gallery::cards().data();
-            for (const gallery::Card& card : set) {
+        for (const Set& set : cSets) {
+            for (const gallery::Card& card : set.cards()) {
                 const std::string start = std::string(arguments[2]) + '/' + card.name;
                 if (task == "write") {
                     writeCard(card, start);
                 } else {
-                    same = (areGraphs ? checkBarGraph : checkCard)(card, start) && same;
+                    same = set.check(card, start) && same;
                 }
             }
         }

@@ -505,19 +505,33 @@ struct CircumplexGraph::Names {
     LabelFonts fonts;
     LabelGrid grid;
     CSize offset;  ///< from a symbol's middle to its name
+    CPoint middle;
+    CSize radii;
 
-    /// The place of a name of this size at a point.
-    CRect Find(POINT point, CPoint middle, CSize size) const {
-        const double dx = point.x - middle.x;
-        const double dy = point.y - middle.y;
-        const auto directions = outwardFirst(dx, dy);
+    /// The place of a name of this size at a point: rather not over the rim.
+    CRect Find(POINT point, CSize size) const {
+        const auto directions = outwardFirst(point.x - middle.x, point.y - middle.y);
+        std::optional<CRect> overRim;
         for (const double distance : cDistances) {
             for (const Direction& direction : directions) {
                 const CRect place = At(point, direction, distance, size);
-                if (grid.IsFree(place)) return place;
+                if (!grid.IsFree(place)) continue;
+                if (!MeetsRim(place)) return place;
+                if (!overRim) overRim = place;
             }
         }
-        return At(point, directions[0], 1, size);
+        return overRim.value_or(At(point, directions[0], 1, size));
+    }
+    bool MeetsRim(const CRect& place) const {
+        const auto distance = [this](double dx, double dy) {
+            return std::hypot(dx / radii.cx, dy / radii.cy);
+        };
+        const double left = static_cast<double>(place.left) - middle.x;
+        const double right = static_cast<double>(place.right) - middle.x;
+        const double top = static_cast<double>(place.top) - middle.y;
+        const double bottom = static_cast<double>(place.bottom) - middle.y;
+        return distance(std::clamp(0.0, left, right), std::clamp(0.0, top, bottom)) < 1 &&
+               distance(std::max(-left, right), std::max(-top, bottom)) > 1;
     }
     CRect At(POINT point, const Direction& direction, double distance, CSize size) const {
         const double part = isDiagonal(direction) ? distance * cDiagonal : distance;
@@ -539,7 +553,9 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
     sheet.right = std::min(sheet.right, sheet.left + sheet_width());
     Names names{{dc, font_height(m_legendTextSize), cTimes},
                 LabelGrid(sheet),
-                {toDevice(offset * toHorizontal), offset}};
+                {toDevice(offset * toHorizontal), offset},
+                center(),
+                radii()};
     for (const CRect& place : taken()) names.grid.Take(place);
     // The polygons are larger by a fifth, and half of the pen lies outside.
     const CSize half(width * 6 / 5 + inner / 2 + 1, height * 6 / 5 + inner / 2 + 1);
@@ -554,7 +570,7 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
         if (!places[i].isShown || !isBeside(m_points[i])) continue;
         const CString& label = m_points[i].label;
         const CSize size(names.fonts.Width(label), names.fonts.Height());
-        const CRect place = names.Find(places[i].place, center(), size);
+        const CRect place = names.Find(places[i].place, size);
         names.fonts.Print(place.left, place.top, label);
         names.grid.Take(place);
     }

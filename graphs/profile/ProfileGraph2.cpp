@@ -7,6 +7,7 @@
 #include "platform/graphics/DCScope.h"
 
 using tessalink::RestoredState;
+using tessalink::wrapAdd;
 using tessalink::wrapSum;
 
 namespace {
@@ -40,21 +41,24 @@ void ProfileGraph2::draw_point_text(CDC* dc, int x, int y, int size, int scaleIn
     if (m_pointTextsShown == 0) return;
     const Slope before = slope_to(*profile, scaleIndex, scaleIndex - 1);
     const Slope after = slope_to(*profile, scaleIndex, scaleIndex + 1);
-    const int up = before.IsUp() + after.IsUp();
-    const int down = before.IsDown() + after.IsDown();
     const int away = std::abs(size) + m_charHeight / 4;
     const int above = wrapSum(y, -away, -m_charHeight);
     const int below = wrapSum(y, away);
+    const bool fitsAbove = above >= dev_y(m_scores.max);
+    const bool fitsBelow = wrapAdd(below, m_charHeight) <= dev_y(m_scores.min);
     // A line that rises on one side only leaves the other side above the point free.
-    bool isBelow = up > down || above < dev_y(m_scores.max);
-    if (is_taken(scaleIndex, isBelow ? below : above, profile) &&
+    bool isBelow = before.IsUp() + after.IsUp() > before.IsDown() + after.IsDown();
+    if (!(isBelow ? fitsBelow : fitsAbove)) isBelow = !isBelow;
+    if ((isBelow ? fitsAbove : fitsBelow) &&
+        is_taken(scaleIndex, isBelow ? below : above, profile) &&
         !is_taken(scaleIndex, isBelow ? above : below, profile)) {
         isBelow = !isBelow;
     }
     const RestoredState restored(*dc);
     dc->SetBkMode(TRANSPARENT);
-    UINT align = TA_CENTER;
-    if (up == 1 && down == 1) align = (before.direction > 0) != isBelow ? TA_LEFT : TA_RIGHT;
+    const bool meetsBefore = isBelow ? before.IsDown() : before.IsUp();
+    const bool meetsAfter = isBelow ? after.IsDown() : after.IsUp();
+    const UINT align = meetsBefore == meetsAfter ? TA_CENTER : meetsBefore ? TA_LEFT : TA_RIGHT;
     dc->SetTextAlign(align | TA_TOP);
     dc->TextOut(x, isBelow ? below : above, point_text(*profile, scaleIndex));
 }
