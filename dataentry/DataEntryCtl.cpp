@@ -14,6 +14,9 @@ constexpr int cWheelNotch = 120;
 constexpr int cDefaultWheelLines = 3;
 /// An item keeps the low bits of its index only.
 constexpr int cIndexStep = 0x10000;
+/// Scroll bars that come and go change the size and so the layout. After so many layouts inside
+/// each other they only come.
+constexpr int cMaxLayouts = 4;
 
 }  // namespace
 
@@ -45,6 +48,23 @@ const DataEntryCtl::Axis DataEntryCtl::Axis::cVertical = {
     &SIZE::cy,
     &DataEntryLayoutMgr::VerticalScrolling,
     &DataEntryLayoutMgr::GetItemAfterVertScroll};
+
+/// Counts what is under way, as long as the form is there.
+class DataEntryCtl::Raised {
+public:
+    Raised(const DataEntryCtl& form, int& counter) : m_alive(form), m_counter(counter) {
+        ++m_counter;
+    }
+    ~Raised() {
+        if (m_alive) --m_counter;
+    }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    tessalink::WindowGuard m_alive;
+    int& m_counter;
+};
 
 DataEntryCtl::DataEntryCtl(DataEntryLayoutMgr* layoutMgr)
     : m_layoutMgr(layoutMgr), m_neighbours(std::make_unique<tessalink::NeighbourIndex>()) {}
@@ -83,6 +103,8 @@ int DataEntryCtl::OnCreate(CREATESTRUCT* create) {
 void DataEntryCtl::OnDestroy() {
     m_hasFocus = false;
     m_isAttached = false;
+    // What is still being typed was refused; nobody is asked about it again.
+    for (const auto& interface : m_interfaces) interface->Detach(0);
     CWnd::OnDestroy();
 }
 
@@ -183,8 +205,10 @@ int DataEntryCtl::ItemIsFullyVisible(int index) const {
 }
 
 int DataEntryCtl::SetReadOnly(int readOnly) {
-    commit();
+    const tessalink::WindowGuard alive(*this);
     const int was = m_isReadOnly ? 1 : 0;
+    commit();
+    if (!alive) return was;
     m_isReadOnly = readOnly != 0;
     for (const auto& item : m_items) item->SetReadOnly(readOnly);
     if (m_current >= 0) value_shown_again(m_current);
@@ -194,7 +218,9 @@ int DataEntryCtl::SetReadOnly(int readOnly) {
 
 int DataEntryCtl::SetReadOnlyItem(int index, int readOnly) {
     DataEntryItem* item = GetItem(index);
+    const tessalink::WindowGuard alive(*this);
     if (index == m_current) commit();
+    if (!alive) return 0;
     const int was = item->SetReadOnly(readOnly);
     if ((was != 0) != (readOnly != 0)) value_shown_again(index);
     return was;
@@ -209,6 +235,7 @@ void DataEntryCtl::SetBkgndColor(COLORREF color) {
 
 void DataEntryCtl::RecalcLayout() {
     if (GetSafeHwnd() == nullptr || !m_layoutMgr) return;
+    const Raised layouts(*this, m_layouts);
     CRect client;
     GetClientRect(&client);
     m_client = client.Size();
@@ -226,12 +253,17 @@ void DataEntryCtl::RecalcLayout() {
 
 void DataEntryCtl::set_scroll_bars() {
     for (const Axis* axis : {&Axis::cHorizontal, &Axis::cVertical}) {
-        if ((m_layoutMgr.get()->*axis->scrolls)() == 0) continue;
+        const bool scrolls = (m_layoutMgr.get()->*axis->scrolls)() != 0;
+        SCROLLINFO before;
+        if (GetScrollInfo(axis->bar, &before) == 0) continue;
+        const int page = m_client.*axis->size;
+        const bool isShown = before.nMax > static_cast<int>(before.nPage);
+        const int least = m_layouts > cMaxLayouts && isShown ? page + 1 : 0;
         SCROLLINFO info;
         info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
         info.nMin = 0;
-        info.nMax = m_extent.*axis->size;
-        info.nPage = static_cast<UINT>(m_client.*axis->size);
+        info.nMax = scrolls ? std::max<int>(m_extent.*axis->size, least) : 0;
+        info.nPage = static_cast<UINT>(page);
         info.nPos = m_scroll.*axis->position;
         SetScrollInfo(axis->bar, &info);
     }
@@ -285,11 +317,13 @@ void DataEntryCtl::SetCurrItem(int index) {
     if (index != m_current && commit() == 0) return;
     // The parent may have gone elsewhere while it was told of a change.
     if (!alive || m_current != before) return;
-    ++m_busy;
-    set_curr_item(index);
-    if (alive) scroll_curr_into_view();
+    {
+        const Raised busy(*this, m_busy);
+        set_curr_item(index);
+        if (alive) scroll_curr_into_view();
+    }
+    // The parent may send the focus elsewhere when it is told, and that is no part of this.
     if (alive) set_focus(true);
-    if (alive) --m_busy;
 }
 
 void DataEntryCtl::set_curr_item(int index) {
@@ -317,11 +351,10 @@ void DataEntryCtl::set_focus(bool notifies) {
                          interface->GetCurrItem() == GetItem(m_current) &&
                          interface->IsChild(GetFocus()) != 0;
     if (!isThere) {
-        ++m_busy;
+        const Raised busy(*this, m_busy);
         m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
         if (m_isAttached) interface->SetFocus();
         if (!alive) return;
-        --m_busy;
     }
     if (notifies) notify(had ? DATAENTRY_MOVED : NM_SETFOCUS, m_current, nullptr);
     if (alive && m_current >= 0) {
@@ -484,13 +517,12 @@ void DataEntryCtl::OnPaint() {
     dc.GetClipBox(&area);
     dc.FillSolidRect(&area, m_background);
     CDC* before = std::exchange(m_paintDC, &dc);
-    for (int i = 0; i < GetItemCount(); ++i) {
-        const CRect rect = window_rect(i);
-        CRect shown;
-        if (shown.IntersectRect(&rect, &area) == 0) continue;
+    CRect shown = area;
+    shown.OffsetRect(m_scroll.x, m_scroll.y);
+    for (const int i : m_neighbours->Touching(m_places, shown)) {
         // The current item has its interface's window over it.
         if (i == m_current && m_isAttached) continue;
-        GetItemUI(i)->Paint(GetItem(i), rect, i == m_current && m_hasFocus);
+        GetItemUI(i)->Paint(GetItem(i), window_rect(i), i == m_current && m_hasFocus);
     }
     m_paintDC = before;
 }
@@ -498,9 +530,8 @@ void DataEntryCtl::OnPaint() {
 // Mouse.
 
 int DataEntryCtl::item_at(CPoint point) const {
-    const auto found = std::find_if(m_places.begin(), m_places.end(),
-                                    [&](const CRect& place) { return place.PtInRect(point) != 0; });
-    return found == m_places.end() ? -1 : static_cast<int>(found - m_places.begin());
+    const std::vector<int> hits = m_neighbours->Touching(m_places, CRect(point, CSize(1, 1)));
+    return hits.empty() ? -1 : hits.front();
 }
 
 void DataEntryCtl::OnLButtonDown(UINT flags, CPoint point) {
@@ -591,14 +622,15 @@ void DataEntryCtl::scroll(const Axis& axis, UINT code, UINT thumb) {
 }
 
 void DataEntryCtl::choose_visible_item(const Axis& axis, bool forward) {
-    if (m_current < 0) return;
+    if (m_current < 0 || !m_layoutMgr) return;
     const int index = (m_layoutMgr.get()->*axis.itemAfterScroll)(this, m_current, forward ? 1 : 0);
     if (index < 0 || index == m_current || commit() == 0) return;
-    ++m_busy;
     const tessalink::WindowGuard alive(*this);
-    set_curr_item(index);
+    {
+        const Raised busy(*this, m_busy);
+        set_curr_item(index);
+    }
     if (alive) set_focus(true);
-    if (alive) --m_busy;
 }
 
 void DataEntryCtl::OnVScroll(UINT code, UINT position, CWnd* bar) {

@@ -148,13 +148,13 @@ protected:
 private:
     /// One direction that the form scrolls in.
     struct Axis;
+    class Raised;
 
     std::size_t checked(int index) const;
     CRect window_rect(int index) const;
     int item_at(CPoint point) const;
     void set_up();
     void set_scroll_bars();
-    int scroll_position(const Axis& axis) const;
     int new_position(const Axis& axis, UINT code, UINT thumb) const;
     void scroll(const Axis& axis, UINT code, UINT thumb);
     void scroll_to(CPoint position);
@@ -179,6 +179,7 @@ private:
     bool m_hasFocus = false;
     bool m_isAttached = false;
     int m_busy = 0;
+    int m_layouts = 0;  ///< under way
     bool m_autoAdvance = true;
     bool m_isReporting = false;
     CDC* m_paintDC = nullptr;

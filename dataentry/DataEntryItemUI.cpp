@@ -142,9 +142,13 @@ BOOL DataEntryItemUI::OnEraseBkgnd(CDC*) {
 void DataEntryItemUI::OnLButtonDown(UINT flags, CPoint point) {
     if (m_item == nullptr || m_container == nullptr) {
         CWnd::OnLButtonDown(flags, point);
-    } else if (!OnClick(point)) {
-        m_container->SetCurrItem(item_index());
+        return;
     }
+    const tessalink::WindowGuard alive(*this);
+    const bool isDone = OnClick(point);
+    if (!alive || m_item == nullptr) return;
+    // What is chosen has the focus.
+    if (!isDone || !m_focused) m_container->SetCurrItem(item_index());
 }
 
 void DataEntryItemUI::OnChar(UINT ch, UINT repeat, UINT flags) {

@@ -226,12 +226,18 @@ void TextDataEntryUI::OnSize(UINT type, int width, int height) {
 
 void TextDataEntryUI::OnEditKillFocus(CWnd* next) {
     if (!m_editIsShown || m_item == nullptr) return;
+    m_leftInCommit = isCommitting;
+    if (isCommitting) return;
     const tessalink::WindowGuard alive(*this);
     const int kept = update_curr_from_edit();
-    if (!alive || kept == 0 || m_item == nullptr) return;
-    if (next != nullptr && (next == this || IsChild(next))) return;
+    if (alive && kept != 0) leave_if_unfocused(next);
+}
+
+void TextDataEntryUI::leave_if_unfocused(CWnd* focus) {
+    if (!m_editIsShown || m_item == nullptr) return;
+    if (focus != nullptr && (focus == this || IsChild(focus))) return;
     remove_edit_box();
-    DataEntryItemUI::OnKillFocus(next);
+    DataEntryItemUI::OnKillFocus(focus);
 }
 
 void TextDataEntryUI::OnReturn() {
@@ -270,8 +276,10 @@ int TextDataEntryUI::update_curr_from_edit() {
         if (accepted != 0) {
             OnDataChanged();
             if (!alive) return 0;
-            if (m_item == &item) update_edit_box();
-            return 1;
+            if (m_item != &item) return 1;
+            update_edit_box();
+            if (std::exchange(m_leftInCommit, false)) leave_if_unfocused(GetFocus());
+            return alive ? 1 : 0;
         }
         before.Restore();
         if (m_item == &item) update_edit_box();

@@ -83,6 +83,7 @@ private:
     /// Everything of an item that a refused change must bring back.
     class KeptValue;
 
+    void leave_if_unfocused(CWnd* focus);
     void draw_value(CDC& dc, DataEntryItem& item, const CRect& place) const;
 
     int m_labelPixels;
@@ -90,6 +91,7 @@ private:
     int m_lines;
     int m_widthChars;
     bool m_initialised = false;
+    bool m_leftInCommit = false;  ///< the focus went while the parent was asked
     int m_labelWidth = 0;
     int m_editWidth = 0;
     int m_editHeight = 0;

@@ -35,35 +35,80 @@ std::int64_t centre(const SideRule& rule, const CRect& rect) {
 
 }  // namespace
 
-void NeighbourIndex::sort(const std::vector<CRect>& rects) {
-    for (std::size_t side = 0; side < m_order.size(); ++side) {
-        const SideRule& rule = cRules[side];
-        auto& order = m_order[side];
-        order.resize(rects.size());
-        std::iota(order.begin(), order.end(), 0);
-        const auto edge = [&](int i) {
-            return along(rule, rects[static_cast<std::size_t>(i)].*rule.other);
-        };
-        std::stable_sort(order.begin(), order.end(),
-                         [&](int a, int b) { return edge(a) < edge(b); });
+void NeighbourIndex::Forget() {
+    for (auto& order : m_order) order.clear();
+    for (auto& reach : m_reach) reach.clear();
+}
+
+const NeighbourIndex::Order& NeighbourIndex::order(const std::vector<CRect>& rects, Side side) {
+    const SideRule& rule = cRules[static_cast<std::size_t>(side)];
+    Order& order = m_order[static_cast<std::size_t>(side)];
+    if (!order.empty()) return order;
+    order.resize(rects.size());
+    std::iota(order.begin(), order.end(), 0);
+    if (rule.direction < 0) std::reverse(order.begin(), order.end());
+    const auto edge = [&](int i) {
+        return along(rule, rects[static_cast<std::size_t>(i)].*rule.other);
+    };
+    const auto isNearer = [&](int a, int b) { return edge(a) < edge(b); };
+    // Most layouts place their items in order.
+    if (!std::is_sorted(order.begin(), order.end(), isNearer)) {
+        std::sort(order.begin(), order.end(), isNearer);
     }
-    m_isSorted = true;
+    return order;
+}
+
+// Those of the order that start before the area's end and are not known to end before its start.
+std::span<const int> NeighbourIndex::reaching(const std::vector<CRect>& rects, const CRect& area,
+                                              Side side) {
+    const SideRule& rule = cRules[static_cast<std::size_t>(side)];
+    const Order& all = order(rects, side);
+    auto& reach = m_reach[static_cast<std::size_t>(side)];
+    if (reach.empty()) {
+        LONG farthest = std::numeric_limits<LONG>::min();
+        reach.reserve(all.size());
+        for (const int i : all) {
+            farthest = std::max(farthest, rects[static_cast<std::size_t>(i)].*rule.own);
+            reach.push_back(farthest);
+        }
+    }
+    const auto first = std::partition_point(reach.begin(), reach.end(),
+                                            [&](LONG end) { return end <= area.*rule.other; });
+    const auto last = std::partition_point(all.begin(), all.end(), [&](int i) {
+        return rects[static_cast<std::size_t>(i)].*rule.other < area.*rule.own;
+    });
+    const auto start = first - reach.begin();
+    const auto end = std::max(last - all.begin(), start);
+    return {all.data() + start, static_cast<std::size_t>(end - start)};
+}
+
+std::vector<int> NeighbourIndex::Touching(const std::vector<CRect>& rects, const CRect& area) {
+    const auto byTop = reaching(rects, area, Side::Below);
+    const auto byLeft = reaching(rects, area, Side::Right);
+    std::vector<int> found;
+    for (const int i : byTop.size() <= byLeft.size() ? byTop : byLeft) {
+        CRect common;
+        if (common.IntersectRect(&rects[static_cast<std::size_t>(i)], &area) != 0) {
+            found.push_back(i);
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
 int NeighbourIndex::Closest(const std::vector<CRect>& rects, int index, Side side) {
-    if (!m_isSorted) sort(rects);
     const SideRule& rule = cRules[static_cast<std::size_t>(side)];
-    const auto& order = m_order[static_cast<std::size_t>(side)];
+    const Order& all = order(rects, side);
     const CRect& own = rects[static_cast<std::size_t>(index)];
     const std::int64_t start = along(rule, own.*rule.own);
     const auto edge = [&](int i) {
         return along(rule, rects[static_cast<std::size_t>(i)].*rule.other);
     };
     auto next =
-        std::partition_point(order.begin(), order.end(), [&](int i) { return edge(i) < start; });
+        std::partition_point(all.begin(), all.end(), [&](int i) { return edge(i) < start; });
     std::int64_t best = std::numeric_limits<std::int64_t>::max();
     int found = -1;
-    for (; next != order.end(); ++next) {
+    for (; next != all.end(); ++next) {
         const std::int64_t gap = edge(*next) - start;
         if (gap > best) break;
         if (*next == index) continue;

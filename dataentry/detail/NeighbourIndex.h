@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <vector>
 
 #include "platform/graphics/Geometry.h"
@@ -10,22 +11,27 @@ namespace tessalink {
 /// Where a neighbour is looked for.
 enum class Side : int { Above, Below, Left, Right };
 
-/// Finds the nearest rectangle on one side of another: of those beyond its edge the one with the
-/// least sum of the gap and the distance of the centres across; the lowest index of several. Only
-/// rectangles as near as the best one are looked at.
+/// Finds rectangles by their place, and looks at few others. The rectangles are those of the calls
+/// before unless they were forgotten.
 class NeighbourIndex {
 public:
     /// The rectangles have changed.
-    void Forget() { m_isSorted = false; }
-    /// The index of the neighbour of rectangle `index`, or -1. The rectangles are those of the
-    /// calls before unless they were forgotten.
+    void Forget();
+    /// The nearest rectangle on one side of rectangle `index`: of those beyond its edge the one
+    /// with the least sum of the gap and the distance of the centres across; the lowest index of
+    /// several. -1 when there is none.
     int Closest(const std::vector<CRect>& rects, int index, Side side);
+    /// The rectangles that overlap an area, by ascending index.
+    std::vector<int> Touching(const std::vector<CRect>& rects, const CRect& area);
 
 private:
-    void sort(const std::vector<CRect>& rects);
+    using Order = std::vector<int>;
 
-    bool m_isSorted = false;
-    std::array<std::vector<int>, 4> m_order;  ///< by side: from the edge that faces it on
+    const Order& order(const std::vector<CRect>& rects, Side side);
+    std::span<const int> reaching(const std::vector<CRect>& rects, const CRect& area, Side side);
+
+    std::array<Order, 4> m_order;              ///< by side: from the edge that faces it on
+    std::array<std::vector<LONG>, 4> m_reach;  ///< how far an order's rectangles reach, up to each
 };
 
 }  // namespace tessalink

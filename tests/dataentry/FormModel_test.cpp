@@ -62,6 +62,11 @@ public:
         m_hasFocus = false;
         notes.push_back({NM_KILLFOCUS, -1});
     }
+    // What is still refused goes with the window.
+    void Recreate() {
+        Leave();
+        m_hasFocus = m_wasFocused = false;
+    }
     void Click(int index) {
         // The window over the current item gets clicks there.
         if (index == current && m_wasFocused) return SetCurrent(index);
@@ -294,7 +299,7 @@ public:
                                          VK_END,    VK_TAB, VK_BACK, VK_NEXT, VK_PRIOR, VK_ESCAPE};
         const int index = Below(static_cast<int>(m_model.items.size()));
         auto& windows = HeadlessSystem::Default();
-        switch (Below(12)) {
+        switch (Below(13)) {
             case 0:
                 m_log += " click" + std::to_string(index);
                 m_model.Click(index);
@@ -318,9 +323,16 @@ public:
                 m_subject.Form().SetCurrItem(index);
                 break;
             case 4:
+                if (!m_dice.OneIn(4)) break;
+                m_log += " recreate";
+                m_model.Recreate();
+                m_subject.Form().DestroyWindow();
+                m_subject.Create();
+                break;
             case 5:
             case 6:
-            case 7: {
+            case 7:
+            case 8: {
                 const UINT key = m_dice.Pick(cKeys);
                 m_log += " key" + std::to_string(key);
                 m_model.Press(key);

@@ -1,15 +1,20 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "dataentry/CheckBoxItemUI.h"
 #include "dataentry/FlowLayoutMgr.h"
+#include "dataentry/GridLayoutMgr.h"
 #include "dataentry/IntegerDataEntryUI.h"
 #include "dataentry/SingleColLayoutMgr.h"
 #include "platform/base/CInvalidArgException.h"
+#include "platform/windows/CEdit.h"
+#include "tests/support/Dice.h"
 #include "tests/support/FormHost.h"
 
 using tessalink::HeadlessSystem;
+using tessalink::test::Dice;
 using tessalink::test::FormHost;
 using tessalink::test::SizedItemUI;
 
@@ -187,6 +192,188 @@ TEST(FormLife, AFormWithoutLayoutIsRefusedAndOneOfManyItemsKnowsThem) {
     EXPECT_EQ(form.ItemIsFullyVisible(69'999), 1);
     EXPECT_THROW(form.SetCurrItem(70'000), CInvalidArgException);
     EXPECT_THROW(form.GetItemLoc(-1), CInvalidArgException);
+}
+
+// Requests, sizes and calls at random; what a form shows is what plain rules tell.
+class RandomScroll {
+public:
+    explicit RandomScroll(Dice& dice) : m_dice(dice), m_form(make_manager()) {
+        std::vector<CSize> sizes;
+        for (int i = 0; i < 7; ++i) sizes.emplace_back(20 + below(90), 5 + below(60));
+        auto* ui = new SizedItemUI(sizes);
+        for (int i = 1 + below(30); i > 0; --i) m_form.AddItem(new IntegerDataEntryItem, ui);
+        m_form.Create(CRect(0, 0, 150, 120), 1, &m_host);
+        m_form.SetFocus();
+    }
+    void Step() {
+        static constexpr UINT cCodes[] = {SB_LINEUP,        SB_LINEDOWN, SB_PAGEUP, SB_PAGEDOWN,
+                                          SB_THUMBPOSITION, SB_TOP,      SB_BOTTOM, SB_THUMBTRACK};
+        const int action = below(8);
+        if (action == 0) {
+            m_form.MoveWindow(CRect(0, 0, below(260), below(260)));
+        } else if (action == 1) {
+            const int index = below(m_form.GetItemCount());
+            m_form.SetCurrItem(index);
+            EXPECT_EQ(m_form.GetCurrItemIdx(), index);
+            check_in_view(index);
+        } else {
+            const bool isVertical = below(2) != 0;
+            request(isVertical, m_dice.Pick(cCodes), below(300));
+        }
+        windows().Pump();
+        check_range();
+    }
+
+private:
+    int below(int count) { return static_cast<int>(m_dice.Below(static_cast<std::size_t>(count))); }
+    DataEntryLayoutMgr* make_manager() {
+        switch (below(4)) {
+            case 0:
+                return new FlowLayoutMgr(0);
+            case 1:
+                return new FlowLayoutMgr(1);
+            case 2:
+                return new GridLayoutMgr(0, 3, below(2));
+            default:
+                return new SingleColLayoutMgr;
+        }
+    }
+    CSize extent() const {
+        CSize all;
+        for (int i = 0; i < m_form.GetItemCount(); ++i) {
+            all.cx = std::max(all.cx, m_form.GetItemLoc(i).right);
+            all.cy = std::max(all.cy, m_form.GetItemLoc(i).bottom);
+        }
+        return all;
+    }
+    void check_range() const {
+        const CRect area = m_form.GetVisibleArea();
+        EXPECT_GE(area.left, 0);
+        EXPECT_GE(area.top, 0);
+        EXPECT_TRUE(area.left == 0 || area.right <= extent().cx);
+        EXPECT_TRUE(area.top == 0 || area.bottom <= extent().cy);
+        CRect client;
+        m_form.GetClientRect(&client);
+        EXPECT_EQ(area.Size(), client.Size());
+    }
+    void check_in_view(int index) const {
+        const CRect area = m_form.GetVisibleArea();
+        const CRect place = m_form.GetItemLoc(index);
+        const bool isWider = place.Width() > area.Width();
+        const bool isHigher = place.Height() > area.Height();
+        EXPECT_TRUE(isWider ? place.left == area.left || area.right >= extent().cx
+                            : place.left >= area.left && place.right <= area.right);
+        EXPECT_TRUE(isHigher ? place.top == area.top || area.bottom >= extent().cy
+                             : place.top >= area.top && place.bottom <= area.bottom);
+    }
+    void request(bool isVertical, UINT code, int thumb) {
+        const CRect before = m_form.GetVisibleArea();
+        const int from = isVertical ? before.top : before.left;
+        const int size = isVertical ? before.Height() : before.Width();
+        const int end = std::max((isVertical ? extent().cy : extent().cx) - size, 0);
+        const int target = code == SB_LINEUP          ? from - size / 4
+                           : code == SB_LINEDOWN      ? from + size / 4
+                           : code == SB_PAGEUP        ? from - size
+                           : code == SB_PAGEDOWN      ? from + size
+                           : code == SB_THUMBPOSITION ? thumb
+                           : code == SB_TOP           ? 0
+                           : code == SB_BOTTOM        ? end
+                                                      : from;
+        m_form.SendMessage(isVertical ? WM_VSCROLL : WM_HSCROLL,
+                           code == SB_THUMBPOSITION ? scrollParam(code, thumb) : code);
+        const CRect after = m_form.GetVisibleArea();
+        EXPECT_EQ(isVertical ? after.top : after.left, std::clamp(target, 0, end)) << code;
+    }
+
+    Dice& m_dice;
+    FormHost m_host;
+    DataEntryCtl m_form;
+};
+
+TEST(FormScrollRandom, PositionsFollowTheRules) {
+    Dice dice(77);
+    for (int round = 0; round < 300 && !testing::Test::HasFailure(); ++round) {
+        RandomScroll form(dice);
+        for (int i = 0; i < 30; ++i) form.Step();
+    }
+}
+
+// Wide enough for two a row the items need a bar, which leaves room for other rows that need none.
+TEST(FormLife, ABarThatIsNeededOnlyWithoutItStays) {
+    FormHost host;
+    DataEntryCtl form(new FlowLayoutMgr(0));
+    auto* ui = new SizedItemUI({{60, 10}, {50, 100}, {40, 100}, {60, 10}});
+    for (int i = 0; i < 4; ++i) form.AddItem(new IntegerDataEntryItem, ui);
+    form.Create(CRect(0, 0, 112, 152), 1, &host);
+    CRect client;
+    form.GetClientRect(&client);
+    EXPECT_EQ(client.Width(), 93);
+    EXPECT_EQ(form.GetItemLoc(3).bottom, 120);
+}
+
+// A form with one number being typed.
+struct Typing {
+    Typing() : form(new DataEntryCtl(new SingleColLayoutMgr)) {
+        auto* ui = new IntegerDataEntryUI(0, 3);
+        for (int i = 0; i < 3; ++i) form->AddItem(new IntegerDataEntryItem, ui);
+        form->Create(CRect(0, 0, 300, 200), 1, &host);
+        form->SetFocus();
+        windows().Type("5");
+        host.Taken();
+    }
+
+    FormHost host;
+    std::unique_ptr<DataEntryCtl> form;
+};
+
+TEST(FormLife, FocusThatGoesInANotificationIsToldOnce) {
+    for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED, DATAENTRY_MOVED}) {
+        Typing typing;
+        CEdit other;
+        other.Create(WS_CHILD | WS_VISIBLE, CRect(400, 0, 500, 20), &typing.host, 2);
+        typing.host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
+            if (told.hdr.code == code) other.SetFocus();
+            return 0;
+        };
+        typing.form->SetReadOnlyItem(2, 1);
+        windows().PressKey(VK_RETURN);
+        windows().PressKey(VK_RETURN);
+        const std::vector<Note> notes = typing.host.Taken();
+        const auto gone = std::count(notes.begin(), notes.end(), Note{NM_KILLFOCUS, -1});
+        const bool isThere = typing.form->IsChild(CWnd::GetFocus()) != 0;
+        const auto back = std::count(notes.begin(), notes.end(), Note{NM_SETFOCUS, 1});
+        EXPECT_EQ(gone, back + (isThere ? 0 : 1)) << code;
+        EXPECT_EQ(gone, 1) << code;
+        EXPECT_TRUE(code != DATAENTRY_MOVED || CWnd::GetFocus() == &other);
+    }
+}
+
+TEST(FormLife, SettingReadOnlySurvivesWhatTheParentDoes) {
+    for (const bool all : {false, true}) {
+        Typing typing;
+        typing.host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
+            if (told.hdr.code == DATAENTRY_CHANGED) typing.form.reset();
+            return 0;
+        };
+        DataEntryCtl& form = *typing.form;
+        if (all) {
+            form.SetReadOnly(1);
+        } else {
+            form.SetReadOnlyItem(0, 1);
+        }
+        EXPECT_EQ(typing.form, nullptr);
+    }
+}
+
+TEST(FormLife, WhatIsRefusedWhileAFormGoesIsAskedOnce) {
+    Typing typing;
+    typing.host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
+        return told.hdr.code == DATAENTRY_CHANGING;
+    };
+    typing.form->DestroyWindow();
+    const std::vector<Note> notes = typing.host.Taken();
+    EXPECT_EQ(std::count(notes.begin(), notes.end(), Note{DATAENTRY_CHANGING, 0}), 1);
+    EXPECT_EQ(typing.form->GetItem(0)->IsNull(), 1);
 }
 
 }  // namespace

@@ -100,6 +100,14 @@ TEST(Layout, NeighboursAreTheNearestOfAll) {
                 ASSERT_EQ(neighbours.Closest(places, i, side), closestOfAll(places, i, side));
             }
         }
+        const CRect area(CPoint(below(range), below(range)), CSize(1 + below(range), 1 + below(9)));
+        std::vector<int> touching;
+        for (int i = 0; i < static_cast<int>(places.size()); ++i) {
+            CRect common;
+            const CRect& place = places[static_cast<std::size_t>(i)];
+            if (common.IntersectRect(&place, &area) != 0) touching.push_back(i);
+        }
+        ASSERT_EQ(neighbours.Touching(places, area), touching);
     }
 }
 
