@@ -9,8 +9,8 @@ import os
 import subprocess
 import sys
 
-MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "responselists/",
-            "apps/")
+MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "dataentry/",
+            "responselists/", "apps/")
 
 
 def programs(build):
