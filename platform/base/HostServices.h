@@ -52,8 +52,8 @@ struct TESSALINK_API HostServices {
     // The folder that GetModuleDir returns. Default: empty, the folder of the running executable.
     CString moduleDirectory;
 
-    // How the user writes times, dates and decimals. It is called once: on first use, in a program with
-    // times when services are set. Default: empty, what the system's settings for times say.
+    // How the user writes times, dates and decimals. It is called once: on first use, in a program
+    // with times when services are set. Default: empty, what the system's settings for times say.
     std::function<LocaleValues()> localeValues;
 
     // The local time. Default: empty, the system's clock.

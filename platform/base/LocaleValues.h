@@ -7,8 +7,8 @@ namespace tessalink {
 // The order of the fields of a date, numbered as in the classic locale value.
 enum DateOrder : int { monthDayYear = 0, dayMonthYear = 1, yearMonthDay = 2 };
 
-// How the user writes times, dates and decimals. The default values are those of no particular country:
-// 13:05:09, 03/07/2001 and 2.5.
+// How the user writes times, dates and decimals. The default values are those of no particular
+// country: 13:05:09, 03/07/2001 and 2.5.
 struct LocaleValues {
     CString timeSeparator = ":";
     bool is24Hour = true;
