@@ -73,10 +73,10 @@ void octants(CDC& dc) {
     graph.AddCircle(5, RGB(235, 240, 247));
     int id = 0;
     for (const Word& word :
-         {Word{"proud", 78, 8.4}, Word{"stern", 128, 6.9}, Word{"aloof", 171, 9.1},
+         {Word{"proud", 78, 8.4}, Word{"stern", 128, 6.9}, Word{"aloof", 171, 7.6},
           Word{"shy", 221, 7.2}, Word{"meek", 262, 8.8}, Word{"naive", 311, 5.9},
-          Word{"kind", 4, 9.3}, Word{"loving", 352, 6.4}, Word{"merry", 47, 7.7},
-          Word{"lively", 55, 9.2}}) {
+          Word{"kind", 8, 8.4}, Word{"loving", 352, 6.4}, Word{"merry", 55, 7.9},
+          Word{"lively", 36, 8.6}}) {
         graph.AddPoint(Polar{word.angle, word.length}, id++, word.name, cBlue,
                        CircumplexGraph::Disc, CircumplexGraph::NameBeside);
     }
@@ -122,14 +122,13 @@ void beyondRim(CDC& dc) {
     graph.SetNAxisText("Dominance").SetSAxisText("Submission");
     graph.SetEAxisText("Affection").SetWAxisText("Hostility");
     graph.AddCircle(10, RGB(246, 246, 249));
-    graph.AddCircle(7.5, RGB(228, 235, 244));
-    graph.AddCircle(5, RGB(208, 221, 238));
-    graph.AddCircle(2.5, cWhite);
+    graph.AddCircle(6, RGB(222, 231, 243));
+    graph.AddCircle(1.5, cWhite);
     graph.AddPoint(3.2, 6.8, 1, "self", cBlue, CircumplexGraph::Disc, CircumplexGraph::NameBeside);
     graph.AddPoint(-14, 9, 2, "boss", cRed, CircumplexGraph::Square, CircumplexGraph::NameBeside);
     graph.AddPoint(8, -16, 3, "mother", cRed, CircumplexGraph::Triangle,
                    CircumplexGraph::NameBeside);
-    graph.AddPoint(1, -3.2, 4, "partner", cBlue, CircumplexGraph::Diamond,
+    graph.AddPoint(1.4, -3.2, 4, "partner", cBlue, CircumplexGraph::Diamond,
                    CircumplexGraph::NameBeside);
     draw(graph, dc);
 }

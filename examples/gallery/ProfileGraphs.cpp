@@ -302,7 +302,7 @@ void horizontalValues(CDC& dc) {
 
 // For the cell of a table.
 void tiny(CDC& dc) {
-    ProfileGraph2 graph(20, 80, 30, 0, 1, 1, 100, 60);
+    ProfileGraph2 graph(20, 80, 30, 0, 1, 0, 90, 60);
     graph.SetXLegend(row({"", "N", "E", "O", "A", "C"}));
     graph.AddHorzLine(50);
     graph.AddProfile("", owned({62, 41, 55, 48, 70}), cBlue, 1, ProfilePointType::Symbol, PS_SOLID,

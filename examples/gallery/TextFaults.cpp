@@ -80,9 +80,10 @@ bool ringMeets(const RECT& ellipse, const RECT& place) {
     return std::hypot(nearX / rx, nearY / ry) < 1 && std::hypot(farX / rx, farY / ry) > 1;
 }
 
-// What a text that is drawn `isLater` than the other one, at `place`, suffers from it.
-bool disturbs(const Primitive& other, const RECT& place, bool isLater, UnderText allowed) {
-    const bool isUnder = isLater && allowed == UnderText::LinesAndRings;
+// Whether a text, which lies at `place`, can't be read because of the other. `isLater` says that
+// the text was drawn later, `mayCover` that it may lie over lines and rings.
+bool disturbs(const Primitive& other, const RECT& place, bool isLater, bool mayCover) {
+    const bool isUnder = isLater && mayCover;
     switch (other.kind) {
         case Kind::Text:
             return overlap(textPlace(other), place);
@@ -120,11 +121,13 @@ std::vector<std::string> textFaults(const Card& card, UnderText allowed) {
     for (const Primitive& text : device.Primitives()) {
         if (text.kind != Kind::Text || text.text.empty()) continue;
         const CRect place = textPlace(text);
+        const bool mayCover =
+            allowed == UnderText::LinesAndRings && text.textBackground.has_value();
         if (!holds(sheet, place)) faults.push_back('"' + text.text + "\" leaves the sheet");
         for (const Primitive& other : device.Primitives()) {
             if (&other == &text || isSame(other, text)) continue;
             if (other.kind == Kind::Text && other.text.empty()) continue;
-            if (disturbs(other, place, &other < &text, allowed)) {
+            if (disturbs(other, place, &other < &text, mayCover)) {
                 faults.push_back('"' + text.text + "\" meets " + toText(other));
             }
         }

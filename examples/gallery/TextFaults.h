@@ -7,7 +7,8 @@
 
 namespace gallery {
 
-// Whether texts may lie over lines and rings that were drawn before them, as numbers on axes do.
+// Whether texts with a background may lie over lines and rings that were drawn before them, as
+// numbers on axes do.
 enum class UnderText { Nothing, LinesAndRings };
 
 // What is wrong with the texts of a picture: those that leave the sheet, and those that overlap one
