@@ -50,18 +50,6 @@ struct SectionSpec {
     BarScale* scale = nullptr;  ///< of a scale
 };
 
-/// The step of 1, 2 or 5 times a power of ten that makes up to ten parts of the range.
-int niceStep(int min, int max) {
-    constexpr double mostParts = 10;
-    constexpr double ten = 10;
-    const double smallest = (static_cast<double>(max) - min) / mostParts;
-    const double power = std::pow(ten, std::floor(std::log10(smallest)));
-    for (const double factor : {1.0, 2.0, 5.0}) {
-        if (factor * power >= smallest) return std::max(1, toInt(factor * power));
-    }
-    return std::max(1, toInt(ten * power));
-}
-
 /// The multiple of the step next to a score, upward or downward.
 int roundedTo(int score, int step, double (*round)(double)) {
     return step > 0 ? toInt(round(static_cast<double>(score) / step) * step) : score;

@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <memory>
 #include <utility>
 
+#include "graphs/common/PlainLabel.h"
 #include "graphs/file/detail/BarSpecs.h"
 #include "graphs/file/detail/GraphTypes.h"
 #include "graphs/file/detail/SheetSpec.h"
@@ -21,11 +24,11 @@ constexpr std::size_t cTitleLines = 3;
 
 // What stands where a description says nothing; docs/graph-files.md repeats it.
 constexpr double cWidth = 5.5;  // inches
-constexpr double cHeight = 5.0;
+constexpr double cHeight = 4.5;
+constexpr double cTitleRoom = 0.5;
 constexpr int cRange = 10;
 constexpr double cTextSize = 9;  // points, of the texts around the circle
 constexpr COLORREF cRingColor = RGB(205, 210, 215);
-constexpr double cFullCircle = 360;
 constexpr double cTop = 90;
 
 constexpr Bounds cAngle = {-3600, 3600};
@@ -176,7 +179,7 @@ const std::vector<Field<MarkSpec>>& markTable(bool isPolar) {
     using S = MarkSpec;
     const auto with = [](std::vector<Field<S>> place) {
         const std::vector<Field<S>> more = {
-            {.key = "name", .member = &S::name, .form = TextForm::Plain},
+            {.key = "name", .member = &S::name},
             {.key = "color", .member = &S::color},
             {.key = "symbol", .member = &S::symbol, .words = cSymbols},
             {.key = "show", .member = &S::show, .words = cNamePlaces}};
@@ -195,7 +198,7 @@ const std::vector<Field<MarkSpec>>& markTable(bool isPolar) {
 const std::vector<Field<OutlineSpec>>& outlineTable() {
     using S = OutlineSpec;
     static const std::vector<Field<S>> table = {
-        {.key = "name", .member = &S::name, .form = TextForm::Plain},
+        {.key = "name", .member = &S::name},
         {.key = "color", .member = &S::color},
         {.key = "symbol", .member = &S::symbol, .words = cSymbols},
         {.key = "line", .member = &S::line, .words = cPenStyles},
@@ -209,32 +212,21 @@ class CircumplexBuilder {
 public:
     CircumplexBuilder(ValueReader& in, const CString& name, const JsonValue& object, bool hasPoints)
         : m_in(in), m_name(name) {
-        in.SetPalette(readPalette(in, object));
         m_palette = readPalette(in, object);
+        in.SetPalette(m_palette);
         m_spec = readFields<CircleSpec>(in, object, circleTable(hasPoints));
     }
 
     std::unique_ptr<DescribedGraph> Make() {
         m_graph = make_graph();
         add_texts();
-        each<RingSpec>(m_spec.rings, cMaxRings, ringTable(), [this](const RingSpec& ring) {
-            m_graph->AddCircle(ring.radius.value_or(0), ring.color.value_or(cRingColor));
-        });
-        each<SectorSpec>(m_spec.sectors, CircumplexGraph::cMaxSectors, sectorTable(),
-                         [this](const SectorSpec& sector) {
-                             m_graph->AddSector(sector.from.value_or(0), sector.to.value_or(0),
-                                                sector.text.value_or(CString()));
-                         });
-        each<ArcSpec>(m_spec.arcs, cMaxRings, arcTable(), [this](const ArcSpec& arc) {
-            m_graph->AddArc(arc.from.value_or(0), arc.to.value_or(0), arc.inner.value_or(0),
-                            arc.outer.value_or(0), arc.color.value_or(cBlack),
-                            arc.filled.value_or(false) ? 1 : 0);
-        });
+        add_parts();
         add_points();
-        each<OutlineSpec>(m_spec.profiles, cMaxProfiles, outlineTable(),
-                          [this](const OutlineSpec& profile) { add_profile(profile); });
-        GraphSheet sheet =
-            sheetOf(m_spec, cWidth, cHeight, m_name, sentencesOf(circumplexText(*m_graph)));
+        each<OutlineSpec>(
+            m_spec.profiles, cMaxProfiles, outlineTable(),
+            [this](const OutlineSpec& profile, const JsonValue&) { add_profile(profile); });
+        GraphSheet sheet = sheetOf(m_spec, usual_width(), usual_height(), m_name, sentences());
+        design_for(sheet);
         return std::make_unique<DrawnGraph<CircumplexGraph>>(std::move(sheet), std::move(m_graph));
     }
 
@@ -245,7 +237,7 @@ private:
         if (list == nullptr) return;
         for (const JsonMember& member : m_in.Members(*list, JsonValue::Kind::List, limit)) {
             m_in.Expect(member.value, JsonValue::Kind::Object);
-            add(readFields<T>(m_in, member.value, fields));
+            add(readFields<T>(m_in, member.value, fields), member.value);
         }
     }
 
@@ -259,6 +251,85 @@ private:
             points(1.1), points(1), points(1), points(0.9), points(0.9), points(0.8), points(0.9));
         graph->SetLegendPlacement(m_spec.legend.value_or(CircumplexGraph::LegendBelow));
         return graph;
+    }
+
+    double legend_column() const {
+        constexpr double column = 1;
+        return m_graph->GetLegendPlacement() == CircumplexGraph::LegendRight ? column : 0;
+    }
+    double usual_width() const { return cWidth + legend_column(); }
+    double title_room() const { return m_graph->GetTitle().IsEmpty() ? 0 : cTitleRoom; }
+    double usual_height() const { return cHeight + title_room(); }
+
+    /// The sizes of the usual sheet in proportion; fonts keep theirs.
+    void design_for(const GraphSheet& sheet) {
+        constexpr double styleMargin = 0.5;
+        constexpr double padding = 0.5;
+        constexpr double plot = 3.5;
+        constexpr double side = 0.75;
+        constexpr double symbol = 0.08;
+        const double scale = std::min(sheet.width / usual_width(), sheet.height / usual_height());
+        const double column = legend_column() * scale;
+        // Without a title graphs take their room off what they are designed for.
+        m_graph->SetAdvancedOptions(sheet.width - column, sheet.height + cTitleRoom - title_room(),
+                                    styleMargin * scale, styleMargin * scale, column,
+                                    padding * scale, padding * scale, plot * scale, side * scale,
+                                    symbol * scale);
+    }
+
+    /// Rings, sectors and arcs.
+    void add_parts() {
+        each<RingSpec>(m_spec.rings, cMaxRings, ringTable(),
+                       [this](const RingSpec& ring, const JsonValue& value) {
+                           if (m_spec.range && ring.radius > *m_spec.range) {
+                               m_in.Source().Fail(*value.Find("radius"),
+                                                  "a ring is no larger than the circle, 'range'");
+                           }
+                           m_graph->AddCircle(ring.radius.value_or(0),
+                                              ring.color.value_or(cRingColor));
+                       });
+        each<SectorSpec>(m_spec.sectors, CircumplexGraph::cMaxSectors, sectorTable(),
+                         [this](const SectorSpec& sector, const JsonValue&) {
+                             m_sectors.push_back(sector);
+                             m_graph->AddSector(sector.from.value_or(0), sector.to.value_or(0),
+                                                sector.text.value_or(CString()));
+                         });
+        each<ArcSpec>(m_spec.arcs, cMaxRings, arcTable(),
+                      [this](const ArcSpec& arc, const JsonValue&) {
+                          m_graph->AddArc(arc.from.value_or(0), arc.to.value_or(0),
+                                          arc.inner.value_or(0), arc.outer.value_or(0),
+                                          arc.color.value_or(cBlack), arc.filled.value_or(false));
+                      });
+    }
+
+    /// The sentences of the graph, with the names of profiles and sectors for the points of
+    /// profiles.
+    CString sentences() const {
+        CircumplexText text = circumplexText(*m_graph);
+        for (std::size_t i = 0; i < text.points.size(); ++i) {
+            if (!m_profileNames[i]) continue;
+            CString& name = text.points[i].name;
+            name = plainLabel(*m_profileNames[i]);
+            const CString sector = plainLabel(sector_at(text.points[i].angle));
+            if (!name.IsEmpty() && !sector.IsEmpty()) name += ", ";
+            name += sector;
+        }
+        return sentencesOf(text);
+    }
+
+    /// The text of the sector in which an angle lies.
+    CString sector_at(double angle) const {
+        const auto turn = [](double from, double to) {
+            const double rest = std::fmod(to - from, cFullTurn);
+            return rest < 0 ? rest + cFullTurn : rest;
+        };
+        for (const SectorSpec& sector : m_sectors) {
+            const double from = sector.from.value_or(0);
+            if (turn(from, angle) <= turn(from, sector.to.value_or(0))) {
+                return sector.text.value_or(CString());
+            }
+        }
+        return {};
     }
 
     std::array<CString, cTitleLines> three(const JsonValue* list) const {
@@ -303,6 +374,7 @@ private:
                 mark.show.value_or(CircumplexGraph::NameBeside));
             const CString label = mark.name.value_or(CString());
             const COLORREF color = next_color(mark.color);
+            m_profileNames.emplace_back();
             if (isPolar) {
                 m_graph->AddPoint(Polar{mark.angle.value_or(0), mark.length.value_or(0)}, m_id++,
                                   label, color, symbol, show);
@@ -313,25 +385,58 @@ private:
         }
     }
 
-    /// A line around the middle: one length for each of the angles, from the first one on.
+    /// A line around the middle: one length for each of the angles, from the first one on; null is
+    /// none.
     void add_profile(const OutlineSpec& spec) {
         const auto& lengths = m_in.Members(*spec.lengths, JsonValue::Kind::List, cMaxProfilePoints);
         const COLORREF color = next_color(spec.color);
         const double step =
-            cFullCircle / static_cast<double>(std::max<std::size_t>(lengths.size(), 1));
+            cFullTurn / static_cast<double>(std::max<std::size_t>(lengths.size(), 1));
+        const CString name = spec.name.value_or(CString());
+        auto symbol = static_cast<CircumplexGraph::SymbolType>(spec.symbol.value_or(0));
         double angle = spec.start.value_or(cTop);
-        std::vector<int> ids;
+        bool isFirst = true;
+        std::vector<std::optional<int>> ids;
         for (const JsonMember& length : lengths) {
-            const bool isFirst = ids.empty();
-            const auto symbol = isFirst ? CircumplexGraph::SymbolType(spec.symbol.value_or(0))
-                                        : m_graph->GetPoint(m_graph->GetPointCount() - 1).symbol;
-            m_graph->AddPoint(Polar{angle, m_in.Number(length.value, cScores).value_or(0)}, m_id,
-                              isFirst ? spec.name.value_or(CString()) : CString(), color, symbol,
+            const Polar place = {std::exchange(angle, angle + step), length_of(length.value)};
+            if (std::isnan(place.length)) {
+                ids.emplace_back();
+                continue;
+            }
+            m_graph->AddPoint(place, m_id, isFirst ? name : CString(), color, symbol,
                               isFirst ? CircumplexGraph::NameInLegend : CircumplexGraph::NoName);
-            ids.push_back(m_id++);
-            angle += step;
+            symbol = m_graph->GetPoint(m_graph->GetPointCount() - 1).symbol;
+            isFirst = false;
+            m_profileNames.emplace_back(name);
+            ids.emplace_back(m_id++);
         }
-        m_graph->AddConnection(ids, color, spec.line.value_or(PS_SOLID));
+        connect(ids, color, spec.line.value_or(PS_SOLID));
+    }
+
+    /// NaN when there is none.
+    double length_of(const JsonValue& value) const {
+        if (value.Is(JsonValue::Kind::Null)) return std::numeric_limits<double>::quiet_NaN();
+        return m_in.Number(value, cScores).value_or(0);
+    }
+
+    /// Joins neighbours in the circle; those that are missing part the line.
+    void connect(std::vector<std::optional<int>> ids, COLORREF color, int penStyle) {
+        const auto gap = std::find(ids.begin(), ids.end(), std::nullopt);
+        const bool isClosed = gap == ids.end();
+        if (!isClosed) std::rotate(ids.begin(), gap, ids.end());
+        std::vector<int> run;
+        const auto finish = [&] {
+            if (run.size() > 1) m_graph->AddConnection(run, color, penStyle, isClosed);
+            run.clear();
+        };
+        for (const auto& id : ids) {
+            if (id) {
+                run.push_back(*id);
+            } else {
+                finish();
+            }
+        }
+        finish();
     }
 
     ValueReader& m_in;
@@ -339,6 +444,8 @@ private:
     CircleSpec m_spec;
     std::vector<COLORREF> m_palette;
     std::unique_ptr<CircumplexGraph> m_graph;
+    std::vector<SectorSpec> m_sectors;
+    std::vector<std::optional<CString>> m_profileNames;  ///< of points that belong to one
     std::size_t m_colors = 0;
     int m_id = 0;
 };

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cmath>
 #include <memory>
+#include <string>
 #include <type_traits>
 
 #include "graphs/file/detail/BarSpecs.h"
@@ -8,6 +10,7 @@
 #include "graphs/profile/HorProfileGraph.h"
 #include "graphs/profile/ProfileGraph3.h"
 #include "graphs/profile/ProfileGraphText.h"
+#include "platform/base/NumberText.h"
 
 namespace tessalink::detail {
 
@@ -33,7 +36,7 @@ constexpr double cPointsPerInch = 72;
 constexpr Bounds cPercent = {-1000, 1000};
 constexpr Bounds cPointSize = {10, 1000};
 constexpr Bounds cDecimals = {0, 9};
-constexpr Bounds cAfterScale = {0, cMaxScales};
+constexpr Bounds cAfterScale = {1, cMaxScales};
 
 constexpr Word cLegends[] = {{"none", static_cast<std::uint16_t>(ProfileLegend::None)},
                              {"inside", static_cast<std::uint16_t>(ProfileLegend::Inside)},
@@ -96,6 +99,11 @@ struct ChartBand {
     const JsonValue* to = nullptr;
     std::optional<COLORREF> color;
     std::optional<CString> name;
+};
+
+struct ChartSkyLine {
+    const JsonValue* values = nullptr;
+    std::optional<COLORREF> color;
 };
 
 struct ChartBreak {
@@ -170,13 +178,22 @@ const std::vector<Field<ChartProfile>>& profileTable() {
     return table;
 }
 
-const std::vector<Field<ChartBand>>& bandTable() {
+const std::vector<Field<ChartBand>>& bandTable(bool hasName) {
     using B = ChartBand;
-    static const std::vector<Field<B>> table = {
+    static const std::vector<Field<B>> plain = {
         {.key = "from", .member = &B::from, .isRequired = true},
         {.key = "to", .member = &B::to, .isRequired = true},
-        {.key = "color", .member = &B::color},
-        {.key = "name", .member = &B::name, .form = TextForm::Plain}};
+        {.key = "color", .member = &B::color}};
+    static const auto named =
+        joinedWith<B>(plain, {{.key = "name", .member = &B::name, .form = TextForm::Plain}});
+    return hasName ? named : plain;
+}
+
+const std::vector<Field<ChartSkyLine>>& skyLineTable() {
+    using L = ChartSkyLine;
+    static const std::vector<Field<L>> table = {
+        {.key = "values", .member = &L::values, .isRequired = true},
+        {.key = "color", .member = &L::color}};
     return table;
 }
 
@@ -192,6 +209,14 @@ template <class T>
 T readBy(const ValueReader& in, const JsonValue& value, const std::vector<Field<T>>& fields) {
     in.Expect(value, JsonValue::Kind::Object);
     return readFields<T>(in, value, fields);
+}
+
+/// A score that steps are counted from so that they lie at their multiples.
+int stepBase(int min, int step) {
+    if (step <= 0) return 0;
+    const int base = toInt(std::floor(static_cast<double>(min) / step) * step);
+    // A base of 0 would mean the minimum.
+    return base != 0 ? base : step;
 }
 
 /// A profile graph with up to four rows of texts, and regions.
@@ -210,10 +235,10 @@ public:
 
     ProfileBuilder(ValueReader& in, const CString& name, const JsonValue& object)
         : m_in(in), m_name(name) {
-        in.SetPalette(readPalette(in, object));
         m_palette = readPalette(in, object);
+        in.SetPalette(m_palette);
         m_spec = readBy<ChartSpec>(in, object, cIsUpright ? uprightTable() : horizontalTable());
-        checkOrder(in, object, "min", "max", false);
+        check_range(object);
         read_scales();
     }
 
@@ -222,6 +247,7 @@ public:
         if constexpr (cIsUpright) {
             add_rows();
             add_breaks();
+            add_sky_line();
         } else {
             add_table();
         }
@@ -229,8 +255,9 @@ public:
         add_lines();
         add_profiles();
         m_graph->SetPointScale(m_spec.pointSize.value_or(Graph::cFullPointScale));
-        m_graph->ShowLegend(static_cast<ProfileLegend>(
-            m_spec.legend.value_or(static_cast<std::uint16_t>(ProfileLegend::Below))));
+        const ProfileLegend legend = m_hasNames ? ProfileLegend::Below : ProfileLegend::None;
+        m_graph->ShowLegend(
+            static_cast<ProfileLegend>(m_spec.legend.value_or(static_cast<std::uint16_t>(legend))));
         constexpr double corner = 5;
         m_graph->SetLegendPosition(toInt(m_spec.legendX.value_or(corner)),
                                    toInt(m_spec.legendY.value_or(corner)));
@@ -247,6 +274,27 @@ private:
         std::vector<CString> texts;
         bool isGroup = false;
     };
+
+    /// The ends of the scores, also where one is left out, and in them those of the labels.
+    void check_range(const JsonValue& object) {
+        checkOrder(m_in, object, "min", "max", false);
+        checkOrder(m_in, object, "labelsFrom", "labelsTo", false);
+        const JsonValue* const min = object.Find("min");
+        const JsonValue* const max = object.Find("max");
+        if ((min && !m_spec.min) || (max && !m_spec.max)) return;
+        m_min = m_spec.min.value_or(cMin);
+        m_max = m_spec.max.value_or(cMax);
+        if (m_min >= m_max) {
+            m_in.Source().Fail(max ? *max : *min, "'max' must be above 'min'; they are " +
+                                                      std::to_string(cMin) + " and " +
+                                                      std::to_string(cMax) + " when left out");
+        }
+        for (const auto& [key, score] :
+             {std::pair("labelsFrom", m_spec.labelsFrom), std::pair("labelsTo", m_spec.labelsTo)}) {
+            if (!score || (*score >= m_min && *score <= m_max)) continue;
+            m_in.Source().Fail(*object.Find(key), "this must lie from 'min' to 'max'");
+        }
+    }
 
     std::size_t further_texts() const {
         return cIsUpright ? ProfileChart::cMaxLegendRows - 1 : cMaxColumns;
@@ -277,10 +325,10 @@ private:
     }
 
     std::unique_ptr<Graph> make_graph() const {
-        const int min = m_spec.min.value_or(cMin);
-        const int max = m_spec.max.value_or(cMax);
-        const int major = m_spec.majorTick.value_or(std::max(1, wrapSub(max, min) / 10));
+        const int major = m_spec.majorTick.value_or(niceStep(m_min, m_max));
         const int minor = m_spec.minorTick.value_or(0);
+        const int majorBase = stepBase(m_min, major);
+        const int minorBase = stepBase(m_min, minor);
         const double unit =
             m_spec.textSize.value_or(cTextSize) / cPointsPerInch / cFontUnits;  // inches
         const int width = toInt(m_spec.width.value_or(cWidth) / unit);
@@ -288,14 +336,16 @@ private:
         std::unique_ptr<Graph> graph;
         if constexpr (cIsUpright) {
             graph = std::make_unique<Graph>(
-                min, max, major, minor, m_spec.leftAxis.value_or(true) ? 1 : 0,
+                m_min, m_max, major, minor, m_spec.leftAxis.value_or(true) ? 1 : 0,
                 m_spec.rightAxis.value_or(false) ? 1 : 0, width, height);
+            graph->SetYRange(m_min, m_max, major, minor, majorBase, minorBase);
             graph->ScaleHorzLines(1);
             graph->SetYLegend(m_spec.axisTitle.value_or(CString()));
             if (m_spec.labelsFrom) graph->SetYLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetYLabelEnd(*m_spec.labelsTo);
         } else {
-            graph = std::make_unique<Graph>(min, max, major, minor, width, height);
+            graph = std::make_unique<Graph>(m_min, m_max, major, minor, width, height);
+            graph->SetXRange(m_min, m_max, major, minor, majorBase, minorBase);
             graph->SetXLegend(m_spec.axisTitle.value_or(CString()));
             graph->SetScoreColsHeading(m_spec.columnsHeading.value_or(CString()));
             if (m_spec.labelsFrom) graph->SetXLabelStart(*m_spec.labelsFrom);
@@ -324,13 +374,14 @@ private:
         if (m_spec.rows != nullptr) {
             headings = readTexts(m_in, *m_spec.rows, ProfileChart::cMaxLegendRows);
         }
+        const std::size_t further = column_count(std::max<std::size_t>(headings.size(), 1) - 1);
         headings.resize(ProfileChart::cMaxLegendRows);
         std::array<CStringArray*, ProfileChart::cMaxLegendRows> rows{};
         auto first = std::make_unique<CStringArray>();
         first->Add(headings[0]);
         for (const Entry& entry : m_entries) first->Add(entry.text);
         rows[0] = first.release();
-        for (std::size_t i = 0; i < column_count(0); ++i) {
+        for (std::size_t i = 0; i < further; ++i) {
             auto texts = column(i);
             texts->InsertAt(0, headings[i + 1]);
             rows[i + 1] = texts.release();
@@ -354,50 +405,73 @@ private:
         }
     }
 
+    void add_sky_line() {
+        if (m_spec.skyLine == nullptr) return;
+        const auto sky = readBy<ChartSkyLine>(m_in, *m_spec.skyLine, skyLineTable());
+        m_graph->AddSkyLine(scores(*sky.values, false).release(), sky.color.value_or(cBlack));
+    }
+
     void add_breaks() {
-        if (m_spec.skyLine != nullptr) {
-            const auto sky = readBy<ChartProfile>(m_in, *m_spec.skyLine, profileTable());
-            m_graph->AddSkyLine(scores(*sky.values).release(), sky.color.value_or(cBlack));
-        }
         if (m_spec.breaks == nullptr) return;
+        int last = 0;
         for (const JsonMember& member :
              m_in.Members(*m_spec.breaks, JsonValue::Kind::List, cMaxScales)) {
-            ChartBreak spec;
-            if (member.value.Is(JsonValue::Kind::Object)) {
-                spec = readFields<ChartBreak>(m_in, member.value, breakTable());
-            } else {
-                spec.after = m_in.Whole(member.value, cAfterScale);
-            }
-            m_graph->AddBreak(spec.after.value_or(0),
-                              spec.kind.value_or(ProfileGraph3::cLineBreak));
+            const ChartBreak spec = read_break(member.value);
+            if (!spec.after) continue;
+            check_break(*spec.after, last, member.value);
+            last = *spec.after;
+            m_graph->AddBreak(last, spec.kind.value_or(ProfileGraph3::cLineBreak));
         }
+    }
+
+    ChartBreak read_break(const JsonValue& value) const {
+        if (value.Is(JsonValue::Kind::Object)) {
+            return readFields<ChartBreak>(m_in, value, breakTable());
+        }
+        return {m_in.Whole(value, cAfterScale), {}};
+    }
+
+    void check_break(int after, int last, const JsonValue& value) const {
+        if (after >= static_cast<int>(m_scaleCount)) {
+            m_in.Source().Fail(value, "a break comes before the last scale");
+        }
+        if (after <= last) m_in.Source().Fail(value, "breaks go from the first scale to the last");
     }
 
     void add_bands() {
         if (m_spec.bands == nullptr) return;
         for (const JsonMember& member :
              m_in.Members(*m_spec.bands, JsonValue::Kind::List, cMaxBands)) {
-            const auto band = readBy<ChartBand>(m_in, member.value, bandTable());
+            const auto band = readBy<ChartBand>(m_in, member.value, bandTable(cIsUpright));
             const COLORREF color = band.color.value_or(cBandColor);
-            const CString name = band.name.value_or(CString());
-            if (cIsUpright && band.from->Is(JsonValue::Kind::List)) {
-                add_region(band, color, name);
-                continue;
-            }
-            const double low = m_in.Number(*band.from, cScores).value_or(0);
-            const double high = m_in.Number(*band.to, cScores).value_or(0);
             if constexpr (cIsUpright) {
-                m_graph->AddBand(low, high, color, name);
+                m_hasNames = m_hasNames || band.name;
+                add_region(member.value, band, color);
             } else {
-                m_graph->AddBand(toInt(low), toInt(high), color);
+                checkOrder(m_in, member.value, "from", "to", true);
+                m_graph->AddBand(m_in.Whole(*band.from, cScores).value_or(0),
+                                 m_in.Whole(*band.to, cScores).value_or(0), color);
             }
         }
     }
 
-    void add_region(const ChartBand& band, COLORREF color, const CString& name) {
-        if constexpr (cIsUpright) {
-            m_graph->AddBand(scores(*band.from).get(), scores(*band.to).get(), color, name);
+    /// A band that is the same for all scales, or one with limits for each.
+    void add_region(const JsonValue& value, const ChartBand& band, COLORREF color) {
+        const CString name = band.name.value_or(CString());
+        if (!band.from->Is(JsonValue::Kind::List)) {
+            checkOrder(m_in, value, "from", "to", true);
+            m_graph->AddBand(m_in.Number(*band.from, cScores).value_or(0),
+                             m_in.Number(*band.to, cScores).value_or(0), color, name);
+            return;
         }
+        const auto lows = scores(*band.from, false);
+        const auto highs = scores(*band.to, false);
+        for (std::size_t i = 0; m_in.HasVariables() && i < m_scaleCount; ++i) {
+            if (lows[i] <= highs[i]) continue;
+            m_in.Source().Fail(band.to->members[i].value,
+                               "this must be above the same score in 'from', or the same");
+        }
+        m_graph->AddBand(lows.get(), highs.get(), color, name);
     }
 
     void add_lines() {
@@ -413,19 +487,18 @@ private:
         }
     }
 
-    /// One score for each scale; null is none.
-    std::unique_ptr<double[]> scores(const JsonValue& list) const {
+    /// One score for each scale; where one may be missing, null is none.
+    std::unique_ptr<double[]> scores(const JsonValue& list, bool mayMiss) const {
         const auto& members = m_in.Members(list, JsonValue::Kind::List, cMaxScales);
         if (members.size() != m_scaleCount) {
-            CString counts;
-            counts.Format("%d values for %d scales", static_cast<int>(members.size()),
-                          static_cast<int>(m_scaleCount));
-            m_in.Source().Fail(list, counts.GetString());
+            m_in.Source().Fail(list, "there must be as many as scales, " +
+                                         std::to_string(m_scaleCount) + ", and are " +
+                                         std::to_string(members.size()));
         }
         auto values = std::make_unique<double[]>(m_scaleCount);
-        std::transform(members.begin(), members.end(), values.get(), [this](const auto& member) {
+        std::transform(members.begin(), members.end(), values.get(), [&](const auto& member) {
             constexpr double missing = BasicProfileGraph::cDefaultMissingValue;
-            if (member.value.Is(JsonValue::Kind::Null)) return missing;
+            if (mayMiss && member.value.Is(JsonValue::Kind::Null)) return missing;
             return m_in.Number(member.value, cScores).value_or(missing);
         });
         return values;
@@ -438,8 +511,9 @@ private:
              m_in.Members(*m_spec.profiles, JsonValue::Kind::List, cMaxProfiles)) {
             const auto profile = readBy<ChartProfile>(m_in, member.value, profileTable());
             const COLORREF color = profile.color.value_or(m_palette[id % m_palette.size()]);
-            m_graph->AddProfile(profile.name.value_or(CString()), scores(*profile.values).release(),
-                                color, id++,
+            m_hasNames = m_hasNames || profile.name;
+            auto values = scores(*profile.values, true);
+            m_graph->AddProfile(profile.name.value_or(CString()), values.release(), color, id++,
                                 static_cast<ProfilePointType>(profile.points.value_or(0)),
                                 profile.line.value_or(PS_SOLID), profile.decimals.value_or(0));
         }
@@ -449,6 +523,9 @@ private:
     const CString& m_name;
     ChartSpec m_spec;
     std::vector<COLORREF> m_palette;
+    int m_min = cMin;
+    int m_max = cMax;
+    bool m_hasNames = false;  ///< of profiles or bands
     std::vector<Entry> m_entries;
     std::size_t m_scaleCount = 0;
     std::unique_ptr<Graph> m_graph;

@@ -43,11 +43,8 @@ std::vector<Field<T>> withSheetFields(std::vector<Field<T>> fields) {
 }
 
 /// The sheet, with the text that the graph's data make when there is none in the description.
-inline GraphSheet sheetOf(const SheetSpec& spec, double width, double height, const CString& name,
-                          const CString& sentences) {
-    return {spec.width.value_or(width), spec.height.value_or(height), spec.title.value_or(name),
-            spec.description.value_or(sentences)};
-}
+GraphSheet sheetOf(const SheetSpec& spec, double width, double height, const CString& name,
+                   const CString& sentences);
 
 /// Any graph with a method Draw(CDC*, CRect). Frames have the context's pen: one unit of a fine
 /// device would not be seen.
@@ -71,13 +68,9 @@ private:
 };
 
 /// The texts of a list of so many at most.
-inline std::vector<CString> readTexts(const ValueReader& in, const JsonValue& list,
-                                      std::size_t limit) {
-    std::vector<CString> texts;
-    for (const JsonMember& text : in.Members(list, JsonValue::Kind::List, limit)) {
-        texts.push_back(in.Text(text.value, TextForm::Label).value_or(CString()));
-    }
-    return texts;
-}
+std::vector<CString> readTexts(const ValueReader& in, const JsonValue& list, std::size_t limit);
+
+/// The step of 1, 2 or 5 times a power of ten that makes up to ten parts of the range.
+int niceStep(int min, int max);
 
 }  // namespace tessalink::detail
