@@ -359,6 +359,30 @@ TEST(CircumplexGraph, DrawsSectorsAndArcs) {
     EXPECT_FALSE(graph.AddSector(1, 2, ""));
 }
 
+// Names inside stand inside, and those of points beyond the rim outside.
+TEST(CircumplexGraph, KeepsNamesOffTheRim) {
+    for (int angle = 0; angle < 360; angle += 5) {
+        for (const double length : {8.5, 9.2, 12.0}) {
+            Stepping graph(-10, 10, -10, 10, 0, 0, 14, 10, 11, 12, 9, 9, 8, 9);
+            graph.AddPoint(Polar{static_cast<double>(angle), length}, 1, "a name", 0, Graph::Disc,
+                           Graph::NameBeside);
+            const auto primitives = drawn(graph);
+            const Primitive& name = primitives.back();
+            ASSERT_EQ(name.text, "a name");
+            const POINT origin = name.points[0];
+            const CRect glyphs(origin.x, origin.y - 7, origin.x + name.positions.back(), origin.y);
+            for (int i = 0; i < 720; ++i) {
+                const double turn = i / 2.0 / cDegreesPerRadian;
+                const POINT rim = {
+                    static_cast<LONG>(std::lround(264 + graph.plot().Width() / 2 * std::cos(turn))),
+                    static_cast<LONG>(std::lround(graph.plot().CenterPoint().y -
+                                                  graph.plot().Width() / 2 * std::sin(turn)))};
+                ASSERT_FALSE(glyphs.PtInRect(rim)) << angle << ' ' << length;
+            }
+        }
+    }
+}
+
 // The style graph is the same picture with texts of the host's.
 TEST(StyleGraph, DrawsTheSamePicture) {
     HostServices services;

@@ -502,6 +502,7 @@ TEST(ProfileGraph2, WritesValuesOffTheLines) {
         double before, value, after;
         const char* text;
         bool isAbove;
+        int side = 0;  // left -1, right 1
     };
     const Case cases[] = {
         {20, 60, 20, "60", true},
@@ -513,7 +514,13 @@ TEST(ProfileGraph2, WritesValuesOffTheLines) {
         {cMissing, 60, cMissing, "60", true},
         {500, 60, 61, "60", false},
         {0, 100, 0, "100", false},
-        {20, 333, 400, "333", false},  // no room above
+        {20, 333, 400, "333", false, 1},  // no room above
+        {300, 333, 20, "333", false, -1},
+        {60, 4, 60, "4", true},  // nor below
+        {60, 4, 0, "4", true, 1},
+        {cMissing, 4, 60, "4", true, -1},
+        {20, 60, 90, "60", true, -1},
+        {90, 60, 20, "60", true, 1},
     };
     for (const Case& c : cases) {
         ProfileGraph2 graph(0, 100, 0, 0, 0, 0, 200, 200);
@@ -527,8 +534,12 @@ TEST(ProfileGraph2, WritesValuesOffTheLines) {
             for (const Primitive& p : drawn(graph, {0, 0, 400, 400})) {
                 if (p.kind != Primitive::Kind::Text || p.text != c.text) continue;
                 ++texts;
-                const int y = 15 + static_cast<int>((100 - std::min(c.value, 100.0)) * 3.2);
+                const int y = 15 + static_cast<int>((100 - std::min(c.value, 100.0)) * 3.38);
                 EXPECT_EQ(p.points[0].y < y, c.isAbove) << &c - cases;
+                constexpr int middle = 200;
+                const int left = p.points[0].x;
+                const int right = left + p.positions.back();
+                EXPECT_EQ((left >= middle) - (right <= middle + 1), c.side) << &c - cases;
             }
             EXPECT_EQ(texts, shown) << &c - cases;
         }
