@@ -2,17 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <numbers>
+#include <memory>
 
+#include "examples/bigfive/InterpersonalCircle.h"
 #include "graphs/bar/BarGraph.h"
+#include "graphs/bar/BarGraphText.h"
 #include "graphs/bar/BarPointGraphic.h"
 #include "graphs/bar/BarRangeGraphic.h"
 #include "graphs/bar/BarScale2.h"
 #include "graphs/bar/BarValueLegend.h"
 #include "graphs/profile/CircumplexGraph.h"
 #include "graphs/profile/ProfileGraph3.h"
+#include "graphs/profile/ProfileGraphText.h"
 #include "graphs/rtf/MetaFile.h"
+#include "graphs/rtf/PictureText.h"
 #include "graphs/rtf/RTFGraph.h"
 
 namespace bigfive {
@@ -61,31 +64,76 @@ BarLegend* scoreLegend(BarScale* scale) {
     return legend;
 }
 
-// Draws a graph of this size in inches into a picture, and the picture into the report.
+// Draws a graph of this size in inches into a picture, and the picture, with what it shows in
+// words, into the report.
 template <class Graph>
-void writePictureOf(CFile& output, Graph& graph, double width, double height) {
+void writePictureOf(CFile& output, Graph& graph, double width, double height, const CString& text) {
     constexpr double unitsPerInch = 96;
     MetaFile picture(width, height, nullptr);
     graph.Draw(&picture, CRect(0, 0, static_cast<int>(width * unitsPerInch),
                                static_cast<int>(height * unitsPerInch)));
     picture.Close();
-    picture.SaveAsRTF(output, width, height);
+    tessalink::savePictureAsRTF(picture, output, width, height, text.View());
+}
+
+CString scalesInWords(const BarGraph& graph) {
+    auto texts = tessalink::scaleTexts(graph);
+    for (auto& text : texts) {
+        // As scaleWithMarks adds them.
+        text.ranges.front().name = "average range";
+        text.ranges.back().name = "90% range";
+    }
+    return tessalink::sentencesOf(texts);
 }
 
 // Draws the graph as wide as the text.
 void writePicture(CFile& output, BarGraph& graph) {
     writePictureOf(output, graph, cTextWidth,
-                   cTextWidth * graph.GetDesignHeight() / BarGraph::cDesignWidth);
+                   cTextWidth * graph.GetDesignHeight() / BarGraph::cDesignWidth,
+                   scalesInWords(graph));
 }
 
 int countAnswers(const Answers& answers, int answer) {
     return static_cast<int>(std::count(answers.begin(), answers.end(), answer));
 }
 
+struct LineLook {
+    COLORREF color;
+    CircumplexGraph::SymbolType symbol;
+    int penStyle;
+};
+
+// A line around the circle with a point for each octant; only the first has the name.
+void addCircleProfile(CircumplexGraph& graph, const std::array<int, cOctants>& tScores,
+                      const char* name, const LineLook& look) {
+    std::array<int, cOctants> ids{};
+    for (int i = 0; i < cOctants; ++i) {
+        const auto octant = static_cast<std::size_t>(i);
+        ids[octant] = graph.GetPointCount();
+        const tessalink::Polar place = {static_cast<double>(i * cOctantWidth),
+                                        static_cast<double>(tScores[octant] - cMinT)};
+        graph.AddPoint(place, ids[octant], i == 0 ? name : "", look.color, look.symbol,
+                       i == 0 ? CircumplexGraph::NameInLegend : CircumplexGraph::NoName);
+    }
+    graph.AddConnection(ids, look.color, look.penStyle);
+}
+
+// "Ann: warm 57, outgoing 60 ..."; lengths in the picture are T scores less the lowest.
+CString octantsInWords(const Answers& answers, const std::string& name) {
+    const CirclePlace place = circlePlace(answers);
+    CString text(name);
+    for (std::size_t i = 0; i < cOctants; ++i) {
+        text.AppendFormat("%s %s %d", i == 0 ? ":" : ",", cOctantNames[i], place.tScores[i]);
+    }
+    text.AppendFormat(", on a circle from %d to %d. Average: %d in all sectors.", cMinT, cMaxT,
+                      cMeanT);
+    return text;
+}
+
 }  // namespace
 
 void writeProfileLine(CFile& output, const Answers& answers) {
-    constexpr double height = 2.9;       // inches
+    constexpr double height = 3.8;       // inches
     constexpr double unitsPerInch = 56;  // of the design: texts of nine points
     constexpr COLORREF average = RGB(232, 232, 232);
     ProfileGraph3 graph(cMinT, cMaxT, cTickStep, cTickStep / 2, 1, 1,
@@ -111,65 +159,35 @@ void writeProfileLine(CFile& output, const Answers& answers) {
     graph.AddProfile("T score", scores.release(), cMark, 1,
                      ProfileGraph3::PointType::SymbolAndValue, PS_SOLID, 0);
     graph.ShowLegend(ProfileGraph3::LegendType::Below);
-    writePictureOf(output, graph, cTextWidth, height);
+    writePictureOf(output, graph, cTextWidth, height,
+                   tessalink::sentencesOf(tessalink::profileText(graph)));
 }
 
-// Extraversion and agreeableness are the axes of dominance and warmth, turned by 45 degrees (McCrae
-// and Costa, 1989).
-void writeCircle(CFile& output, const Answers& answers) {
-    struct Octant {
-        double angle;
-        const char* name;
-    };
-    static constexpr std::array<Octant, 8> octants = {{{90, "dominant"},
-                                                       {135, "competitive"},
-                                                       {180, "cold"},
-                                                       {225, "withdrawn"},
-                                                       {270, "submissive"},
-                                                       {315, "trusting"},
-                                                       {0, "warm"},
-                                                       {45, "outgoing"}}};
-    constexpr int meanT = 50;
+void writeCircle(CFile& output, const Answers& answers, const std::string& name) {
+    constexpr double width = 5.6;  // inches
+    constexpr double height = 4.5;
+    constexpr int textSize = 11;
     constexpr int rim = cMaxT - cMinT;
-    constexpr double halfSector = 22.5;
-    constexpr int person = 1;
-    constexpr int norm = 100;
-    const auto tScore = [&](const char* code) {
-        const auto scale =
-            std::find_if(cScaleTable.begin(), cScaleTable.end(),
-                         [&](const Scale& s) { return std::string(s.code) == code; });
-        return scoreScale(answers, static_cast<int>(scale - cScaleTable.begin())).tScore - meanT;
-    };
-    const double outgoing = tScore("E");
-    const double trusting = tScore("A");
-    CircumplexGraph graph(-rim, rim, -rim, rim, 0, 0, 12, 12, 11, 11, 11, 11, 11, 11);
+    // The middle is the lowest T score, the rim the highest.
+    CircumplexGraph graph(-rim, rim, -rim, rim, 0, 0, textSize, textSize, textSize, textSize,
+                          textSize, textSize, textSize, textSize);
     graph.AddCircle(rim, cBoxFill);
-    graph.AddCircle(meanT - cMinT, cAverage);
-    std::array<int, octants.size()> ids{};
-    std::array<int, octants.size()> normIds{};
-    for (std::size_t i = 0; i < octants.size(); ++i) {
-        const double angle = octants[i].angle;
-        const auto along = [angle](double axis) {
-            return std::cos((angle - axis) * std::numbers::pi / 180);
-        };
-        const double length = std::clamp<double>(
-            meanT - cMinT + outgoing * along(45) + trusting * along(315), 0, rim);
-        const bool isFirst = i == 0;
-        const auto legend = isFirst ? CircumplexGraph::NameInLegend : CircumplexGraph::NoName;
-        ids[i] = person + static_cast<int>(i);
-        normIds[i] = norm + static_cast<int>(i);
-        graph.AddPoint(tessalink::Polar{angle, length}, ids[i], isFirst ? "person" : "", cMark,
-                       CircumplexGraph::Disc, legend);
-        graph.AddPoint(tessalink::Polar{angle, static_cast<double>(meanT - cMinT)}, normIds[i],
-                       isFirst ? "average" : "", cSmallPrint, CircumplexGraph::Ring, legend);
-        graph.AddSector(angle - halfSector, angle + halfSector, octants[i].name);
+    graph.AddCircle(cAverageTo + 0.5 - cMinT, cAverage);
+    graph.AddCircle(cAverageFrom - 0.5 - cMinT, cBoxFill);
+    const double half = cOctantWidth / 2.0;
+    for (int i = 0; i < cOctants; ++i) {
+        const double middle = i * cOctantWidth;
+        graph.AddSector(middle - half, middle + half, cOctantNames[static_cast<std::size_t>(i)]);
     }
-    graph.AddConnection(ids, cMark);
-    graph.AddConnection(normIds, cSmallPrint, PS_DASH);
+    std::array<int, cOctants> average{};
+    average.fill(cMeanT);
+    CString label(name);
+    label.Replace("\\", "\\\\");
+    addCircleProfile(graph, average, "Average", {cSmallPrint, CircumplexGraph::Ring, PS_DASH});
+    addCircleProfile(graph, circlePlace(answers).tScores, label,
+                     {cMark, CircumplexGraph::Disc, PS_SOLID});
     graph.SetLegendPlacement(CircumplexGraph::LegendBelow);
-    constexpr double width = 5.0;  // inches
-    constexpr double height = 4.1;
-    writePictureOf(output, graph, width, height);
+    writePictureOf(output, graph, width, height, octantsInWords(answers, name));
 }
 
 void writeProfilePicture(CFile& output, const Answers& answers) {

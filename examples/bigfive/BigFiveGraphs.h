@@ -15,9 +15,9 @@ void writeProfilePicture(CFile& output, const Answers& answers);
 // The T scores as a line over the average range, with the 90% range of each.
 void writeProfileLine(CFile& output, const Answers& answers);
 
-// The interpersonal circle of the person, made of extraversion and agreeableness, and that of the
-// average of the norm group.
-void writeCircle(CFile& output, const Answers& answers);
+// The octants of the interpersonal circle, over the average range, as a line with this name and one
+// of the average of the norm group.
+void writeCircle(CFile& output, const Answers& answers, const std::string& name);
 
 // One scale as a bar.
 void writeScalePicture(CFile& output, const Answers& answers, int scale);

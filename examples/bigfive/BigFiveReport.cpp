@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "examples/bigfive/BigFiveGraphs.h"
+#include "examples/bigfive/InterpersonalCircle.h"
 #include "examples/bigfive/RtfRow.h"
 #include "platform/files/ModuleDir.h"
 #include "report/RTFText.h"
@@ -122,6 +123,20 @@ void fillScale(const Scale& scale, const Score& score, VarTable& vars) {
     add("Error", scale.error);
 }
 
+void fillCircle(const CirclePlace& place, VarTable& vars) {
+    for (std::size_t i = 0; i < cOctants; ++i) {
+        const std::string code = "O" + std::to_string(i + 1);
+        vars.AddVar((code + "_Name").c_str(), cOctantNames[i]);
+        vars.AddVar((code + "_T").c_str(), place.tScores[i]);
+    }
+    const auto opposite = static_cast<std::size_t>((place.octant + cOctants / 2) % cOctants);
+    vars.AddVar("Octant", cOctantNames[static_cast<std::size_t>(place.octant)]);
+    vars.AddVar("Opposite", cOctantNames[opposite]);
+    vars.AddVar("Angle", place.angle);
+    vars.AddVar("Reach", place.reach);
+    vars.AddVar("ShortReach", cShortReach);
+}
+
 void write(CFile& output, const std::string& text) {
     output.Write(text.data(), text.size());
 }
@@ -135,6 +150,7 @@ void fillVariables(const Person& person, VarTable& vars) {
     for (int i = 0; i < cScales; ++i) {
         fillScale(cScaleTable[static_cast<std::size_t>(i)], scoreScale(person.answers, i), vars);
     }
+    fillCircle(circlePlace(person.answers), vars);
 }
 
 BigFiveReport::BigFiveReport(const Person& person) : m_person(person) {
@@ -172,7 +188,7 @@ void BigFiveReport::writeLine(CFile& output, void*) {
 
 void BigFiveReport::writeCircle(CFile& output, void*) {
     write(output, variable("Body") + "\\qc\\sa60 ");
-    bigfive::writeCircle(output, m_person.answers);
+    bigfive::writeCircle(output, m_person.answers, m_person.name);
     write(output, "\\par\n");
 }
 

@@ -17,6 +17,7 @@ inline constexpr int cNoAnswer = 0;
 inline constexpr int cMaxMissing = 2;
 inline constexpr int cMinT = 20;
 inline constexpr int cMaxT = 80;
+inline constexpr int cMeanT = 50;
 // T scores from the first to the second are called average.
 inline constexpr int cAverageFrom = 45;
 inline constexpr int cAverageTo = 55;

@@ -11,7 +11,6 @@ namespace bigfive {
 namespace {
 
 constexpr int cFullTurn = 360;
-constexpr double cMeanT = 50;
 
 int rounded(double value) {
     return static_cast<int>(std::lround(value));
@@ -24,7 +23,7 @@ tessalink::Planar directionOf(const Answers& answers) {
     constexpr double extraversionAngle = 45;
     constexpr double agreeablenessAngle = 315;
     const auto part = [&](int scale, double angle) {
-        return tessalink::toPlanar({angle, scoreScale(answers, scale).tScore - cMeanT});
+        return tessalink::toPlanar({angle, 1.0 * scoreScale(answers, scale).tScore - cMeanT});
     };
     const auto e = part(extraversion, extraversionAngle);
     const auto a = part(agreeableness, agreeablenessAngle);
@@ -34,7 +33,7 @@ tessalink::Planar directionOf(const Answers& answers) {
 }  // namespace
 
 const std::array<const char*, cOctants> cOctantNames = {
-    "Warm", "Sociable", "Dominant", "Competitive", "Distant", "Withdrawn", "Yielding", "Trusting"};
+    "warm", "outgoing", "dominant", "competitive", "cold", "withdrawn", "submissive", "trusting"};
 
 CirclePlace circlePlace(const Answers& answers) {
     const tessalink::Polar direction = tessalink::toPolar(directionOf(answers));

@@ -4,10 +4,10 @@
 
 #include "examples/bigfive/BigFiveScales.h"
 
-// The interpersonal circle: eight styles of dealing with others around a circle, from warm (at the
-// right) counterclockwise over dominant (at the top) to trusting. Extraversion lies between
-// dominance and warmth, at 45 degrees, and Agreeableness between warmth and yielding, at 315; the
-// scores of the styles are projections of these two.
+// The interpersonal circle: eight styles of dealing with others, dominance at the top and warmth at
+// the right. Extraversion lies between these two and agreeableness between warmth and submission
+// (McCrae and Costa, 1989); the scores of the styles are projections of both, made for illustration
+// as the norms are.
 namespace bigfive {
 
 inline constexpr int cOctants = 8;
@@ -15,7 +15,7 @@ inline constexpr int cOctantWidth = 360 / cOctants;
 // With a shorter reach no direction stands out, in T points.
 inline constexpr int cShortReach = 5;
 
-// The names of the octants, whose middles lie at 0, 45 ... degrees.
+// Their names; the middles lie at 0, 45 ... degrees counterclockwise from the right.
 extern const std::array<const char*, cOctants> cOctantNames;
 
 struct CirclePlace {

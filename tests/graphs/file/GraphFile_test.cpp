@@ -449,9 +449,9 @@ TEST(GraphManual, PicturesAreThoseOfItsExamples) {
     const std::string manual = contentsOf("graph-files.md");
     const auto files = blocksOf(manual, "json");
     const auto tables = blocksOf(manual, "text");
-    const char* const names[] = {"Anxiety", "Progress", "Clinical"};
+    const char* const names[] = {"Anxiety", "Progress", "Clinical", "Circle"};
     const char* const pictures[] = {"images/graph-anxiety.svg", "images/graph-progress.svg",
-                                    "images/graph-clinical.svg"};
+                                    "images/graph-clinical.svg", "images/graph-circle.svg"};
     ASSERT_EQ(files.size(), std::size(names));
     ASSERT_EQ(tables.size(), std::size(names));
     for (std::size_t i = 0; i < std::size(names); ++i) {
