@@ -141,7 +141,7 @@ protected:
     virtual void scroll_curr_into_view();
 
     void set_curr_item(int index);
-    void set_focus(bool notify);
+    void set_focus(bool notifies);
     void do_navigate(int target);
     LRESULT notify(int code, int index, const DataEntryItem* item);
 

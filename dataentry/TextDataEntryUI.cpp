@@ -295,6 +295,7 @@ CString TextDataEntryUI::text_value(DataEntryItem& item) const {
     return text == nullptr || item.IsNull() != 0 ? CString() : text->GetValue();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature
 void TextDataEntryUI::set_item_text_value(CString text, DataEntryItem* item) {
     CString trimmed = text;
     trimmed.Trim();

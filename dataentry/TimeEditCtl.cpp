@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Time.h"
+#include "dataentry/TextDataEntryUI.h"
 #include "platform/base/HostServices.h"
 
 namespace {
@@ -83,6 +84,11 @@ void TimeEditCtl::clear(CString& text, int start, int end) const {
 }
 
 void TimeEditCtl::show(const CString& text, int caret) {
+    const DataEntryItem* item = m_interface.GetCurrItem();
+    if (item != nullptr && item->IsReadOnly() != 0) {
+        MessageBeep(MB_ICONHAND);
+        return;
+    }
     SetWindowText(text);
     SetSel(caret, caret);
 }
@@ -116,11 +122,24 @@ void TimeEditCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         SimpleTextEditCtl::OnKeyDown(key, repeat, flags);
         return;
     }
+    const Selection now = selection();
+    if (now.start == now.end) SetSel(now.start, std::min(now.end + 1, now.text.GetLength()));
+    clear_selection();
+}
+
+void TimeEditCtl::clear_selection() {
     Selection now = selection();
     if (now.text.GetLength() != m_pattern.GetLength()) now = {m_pattern, 0, 0};
-    if (now.start == now.end) now.end = std::min(now.end + 1, now.text.GetLength());
     clear(now.text, now.start, now.end);
     show(now.text, now.start);
+}
+
+LRESULT TimeEditCtl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_CUT) return SimpleTextEditCtl::WindowProc(message, wParam, lParam);
+    Copy();
+    const Selection now = selection();
+    if (now.start != now.end) clear_selection();
+    return 0;
 }
 
 void TimeEditCtl::OnPaste() {

@@ -14,6 +14,8 @@ public:
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
     /// A time in the user's format replaces the whole text; everything else is refused.
     void OnPaste() override;
+    /// What is cut leaves its places empty.
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     /// What the text and the caret become when a character is keyed; false when it is refused.
     /// `text` has the width of the pattern.
@@ -25,6 +27,7 @@ private:
     bool key_indicator(char ch, CString& text, int& caret) const;
     /// Clears the places of a part of the text.
     void clear(CString& text, int start, int end) const;
+    void clear_selection();
     void show(const CString& text, int caret);
 
     int m_shortFormat;

@@ -1,6 +1,7 @@
 // Any text as a response set, as what is keyed into a number, and as what is keyed into a time:
 // response sets are read as a second reader reads them, number boxes hold only what their pattern
 // takes, time boxes keep their form, and every item can be painted.
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <memory>
@@ -109,7 +110,7 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);
-    text = text.c_str();  // response sets end at a NUL
+    text.resize(std::min(text.find('\0'), text.size()));  // response sets end at a NUL
     auto& system = HeadlessSystem::Default();
     const std::string typed = text.substr(0, cTyped);
     {

@@ -175,6 +175,17 @@ TEST(ItemUI, TimesAreStoredAsDigits) {
         EXPECT_EQ(item.IsNull(), 1);
         keyed.Enter("0000");
         EXPECT_EQ(item.IsNull(), 0) << "a separator without a number after it is a time";
+        static_cast<CEdit*>(CWnd::GetFocus())->SetSel(0, 4);
+        CWnd::GetFocus()->SendMessage(WM_CUT);
+        EXPECT_STREQ(keyed.Box(), shortFormat != 0 ? "__:_0" : "__:_0:00");
+        CString cut;
+        EXPECT_TRUE(tessalink::clipboardText(cut) && cut == "00:0");
+        keyed.Form().SetReadOnlyItem(0, 1);
+        const CString kept = keyed.Box();
+        windows().Type("1");
+        windows().PressKey(VK_DELETE);
+        windows().PressKey(VK_BACK);
+        EXPECT_EQ(keyed.Box(), kept);
     }
 }
 
