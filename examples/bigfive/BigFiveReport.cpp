@@ -129,9 +129,12 @@ void fillCircle(const CirclePlace& place, VarTable& vars) {
         vars.AddVar((code + "_Name").c_str(), cOctantNames[i]);
         vars.AddVar((code + "_T").c_str(), place.tScores[i]);
     }
-    const auto opposite = static_cast<std::size_t>((place.octant + cOctants / 2) % cOctants);
-    vars.AddVar("Octant", cOctantNames[static_cast<std::size_t>(place.octant)]);
+    const auto octant = static_cast<std::size_t>(place.octant);
+    const std::size_t opposite = (octant + cOctants / 2) % cOctants;
+    vars.AddVar("Octant", cOctantNames[octant]);
+    vars.AddVar("OctantT", place.tScores[octant]);
     vars.AddVar("Opposite", cOctantNames[opposite]);
+    vars.AddVar("OppositeT", place.tScores[opposite]);
     vars.AddVar("Angle", place.angle);
     vars.AddVar("Reach", place.reach);
     vars.AddVar("ShortReach", cShortReach);

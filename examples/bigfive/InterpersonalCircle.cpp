@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "graphs/profile/Polar.h"
 
@@ -47,11 +46,6 @@ CirclePlace circlePlace(const Answers& answers) {
     place.reach = rounded(direction.length);
     place.octant = rounded(direction.angle / cOctantWidth) % cOctants;
     return place;
-}
-
-int degreesApart(int angle, int other) {
-    const int apart = std::abs(angle - other) % cFullTurn;
-    return std::min(apart, cFullTurn - apart);
 }
 
 }  // namespace bigfive

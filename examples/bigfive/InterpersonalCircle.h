@@ -26,7 +26,5 @@ struct CirclePlace {
 };
 
 CirclePlace circlePlace(const Answers& answers);
-// Between two angles, 0 to 180 degrees.
-int degreesApart(int angle, int other);
 
 }  // namespace bigfive

@@ -175,7 +175,8 @@ TEST_F(BigFive, ReportsOnAPersonScoredByHand) {
          "Intellect",
          // z = 1 at 45 degrees: sectors of 50 + 10 cos.
          "Zo\\'eb O'Brien \\{jr\\}: warm 57, outgoing 60, dominant 57, competitive 50, cold 43, ",
-         "into the sector \\'93outgoing\\'94 and least far into the one opposite, \\'93withdrawn",
+         "sector \\'93outgoing\\'94, with a T score of 60, and least far into the one opposite, "
+         "\\'93withdrawn\\'94, with 40.",
          "direction is 45 degrees", "Dominant\\cell\\pard", "57\\cell", "Outgoing\\cell",
          "60\\cell", "Warm\\cell", "57\\cell", "Trusting\\cell", "50\\cell", "Submissive\\cell",
          "43\\cell", "Withdrawn\\cell", "40\\cell", "Answers to the fifty statements",

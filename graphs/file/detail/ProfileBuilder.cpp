@@ -285,9 +285,10 @@ private:
         m_min = m_spec.min.value_or(cMin);
         m_max = m_spec.max.value_or(cMax);
         if (m_min >= m_max) {
-            m_in.Source().Fail(max ? *max : *min, "'max' must be above 'min'; they are " +
-                                                      std::to_string(cMin) + " and " +
-                                                      std::to_string(cMax) + " when left out");
+            const JsonValue& wrong = max != nullptr ? *max : min != nullptr ? *min : object;
+            m_in.Source().Fail(wrong, "'max' must be above 'min'; they are " +
+                                          std::to_string(cMin) + " and " + std::to_string(cMax) +
+                                          " when left out");
         }
         for (const auto& [key, score] :
              {std::pair("labelsFrom", m_spec.labelsFrom), std::pair("labelsTo", m_spec.labelsTo)}) {
