@@ -57,7 +57,8 @@ int CEdit::GetLineCount() const {
 
 int CEdit::LineIndex(int line) const {
     const NativeEdit* field = fieldOf(*this);
-    return field != nullptr ? field->LineStart(line) : -1;
+    if (field == nullptr) return -1;
+    return field->LineStart(line < 0 ? field->LineOf(-1) : line);
 }
 
 void CEdit::ScrollCaret() {

@@ -25,6 +25,7 @@ public:
     // The line of a position, or of the caret.
     int LineFromChar(int position = -1) const;
     int GetLineCount() const;
+    // Where a line starts, or with -1 the line of the caret; -1 when there is no such line.
     int LineIndex(int line) const;
     void ScrollCaret();
     void Cut();

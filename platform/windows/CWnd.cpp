@@ -107,15 +107,19 @@ BOOL CWnd::Create(const char* className, const char* name, DWORD style, const RE
 BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
     CWnd* placeholder = parent != nullptr ? parent->GetDlgItem(id) : nullptr;
     if (placeholder == nullptr || m_core) return 0;
+    const char* className = placeholder->native()->Edit() != nullptr ? cEditClass : nullptr;
+    const CString text = placeholder->window_text();
     const DWORD style = placeholder->GetStyle();
     const CRect rect = placeholder->m_core->rect;
-    auto& siblings = parent->m_core->children;
-    const auto place = std::find(siblings.begin(), siblings.end(), placeholder) - siblings.begin();
+    const std::vector<CWnd*>& before = parent->m_core->children;
+    const auto place = std::find(before.begin(), before.end(), placeholder) - before.begin();
+    const WindowGuard parentAlive(*parent);
     placeholder->DestroyWindow();
-    if (Create(nullptr, "", style, rect, parent, id) == 0) return 0;
+    if (!parentAlive || Create(className, text, style, rect, parent, id) == 0) return 0;
     // The new window takes the place of the old one in the order of Tab.
-    siblings.pop_back();
-    siblings.insert(siblings.begin() + place, this);
+    auto& siblings = parent->m_core->children;
+    const auto own = std::find(siblings.begin(), siblings.end(), this);
+    std::rotate(std::min(siblings.begin() + place, own), own, own + 1);
     return 1;
 }
 
@@ -134,13 +138,17 @@ BOOL CWnd::DestroyWindow() {
         const WindowGuard childAlive(*child);
         child->DestroyWindow();
         if (isObjectAlive && !alive) return 1;
-        if (childAlive) removeFrom(m_core->children, child);
+        if (!childAlive) continue;
+        removeFrom(m_core->children, child);
+        // It is being destroyed already, and will end after its parent.
+        if (child->m_core) child->m_core->parent = nullptr;
     }
     if (m_core->parent != nullptr && m_core->parent->m_core) {
         removeFrom(m_core->parent->m_core->children, this);
     }
     tessalink::forgetWindow(*this);
     m_core.reset();
+    if (isObjectAlive) PostNcDestroy();
     return 1;
 }
 
@@ -324,7 +332,7 @@ void CWnd::Invalidate(BOOL erase) {
 }
 
 void CWnd::InvalidateRect(const RECT* rect, BOOL erase) {
-    if (!m_core) return;
+    if (!native()) return;
     CRect client;
     GetClientRect(&client);
     CRect area = client;
@@ -445,6 +453,7 @@ CPaintDC::CPaintDC(CWnd* window) {
     if (core == nullptr) return;
     const Region area = std::exchange(core->update, Region());
     const bool erases = std::exchange(core->isUpdateErased, false);
+    core->isPaintTaken = true;
     if (core->paintDevice == nullptr) return;
     AttachDevice(core->paintDevice);
     SetViewportOrg(core->paintOrigin);

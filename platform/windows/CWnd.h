@@ -50,7 +50,13 @@ public:
     // success; OnCreate may refuse with -1.
     BOOL Create(const char* className, const char* name, DWORD style, const RECT& rect,
                 CWnd* parent, UINT id);
-    // Takes the place, id, style and order of a child of `parent`, which is destroyed.
+    // The same; extended styles have no effect.
+    BOOL CreateEx(DWORD, const char* className, const char* name, DWORD style, const RECT& rect,
+                  CWnd* parent, UINT id) {
+        return Create(className, name, style, rect, parent, id);
+    }
+    // Takes the place, id, style, order and text of a child of `parent`, which is destroyed. What
+    // was an edit box stays one.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     BOOL DestroyWindow();
     HWND GetSafeHwnd() const { return m_core.get(); }
@@ -66,6 +72,7 @@ public:
     // The next window with a tab stop that is shown and enabled, or the one before, among all
     // descendants; after the last follows the first. Null when there is none.
     CWnd* GetNextDlgTabItem(const CWnd* from, BOOL previous = 0) const;
+    // Whether it is `window`, or holds it.
     BOOL IsChild(const CWnd* window) const;
     int GetChildCount() const;
     CWnd* GetChild(int index) const;
@@ -140,6 +147,9 @@ public:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual int OnCreate(CREATESTRUCT* create);
     virtual void OnDestroy();
+    // The last that a destroyed window gets; its object may delete itself here. The end of an
+    // object does not call it.
+    virtual void PostNcDestroy() {}
     virtual void OnSize(UINT type, int width, int height);
     virtual void OnShowWindow(BOOL show);
     virtual void OnEnable(BOOL enable);

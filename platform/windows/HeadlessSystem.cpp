@@ -20,6 +20,20 @@ constexpr KeyText cKeyTexts[] = {
 constexpr int cScrollBarSize = 17;
 constexpr int cMenuHeight = 20;
 
+// Whether a window is seen at a point of the screen: children end where their parents do.
+bool isSeenAt(const CWnd& window, CPoint point) {
+    CRect rect;
+    window.GetWindowRect(&rect);
+    if (window.IsWindowVisible() == 0 || !rect.PtInRect(point)) return false;
+    const CWnd* parent = window.GetParent();
+    if (parent == nullptr || (window.GetStyle() & WS_POPUP) != 0) return true;
+    CRect client;
+    parent->GetClientRect(&client);
+    CPoint inside = point;
+    parent->ScreenToClient(&inside);
+    return client.PtInRect(inside) && isSeenAt(*parent, point);
+}
+
 }  // namespace
 
 class HeadlessWindow final : public NativeWindow {
@@ -27,7 +41,7 @@ public:
     HeadlessWindow(HeadlessSystem& system, const WindowSetup& setup)
         : m_system(system), m_owner(*setup.owner) {
         m_system.m_windows.push_back(&m_owner);
-        if (setup.isEdit) m_edit = std::make_unique<HeadlessEdit>(m_owner, setup.style);
+        if (setup.isEdit) m_edit = std::make_unique<HeadlessEdit>(system, m_owner, setup.style);
         if (m_edit) m_edit->SetText(setup.text);
         if (setup.parent == nullptr) m_topLeft = setup.rect.TopLeft();
     }
@@ -41,8 +55,8 @@ public:
     void Enable(bool) override {}
     void Raise() override {
         auto& windows = m_system.m_windows;
-        const auto place = std::find(windows.begin(), windows.end(), &m_owner);
-        if (place != windows.end()) std::rotate(place, place + 1, windows.end());
+        std::stable_partition(windows.begin(), windows.end(),
+                              [this](const CWnd* window) { return m_owner.IsChild(window) == 0; });
     }
     void RequestPaint(const CRect&) override {}
     void PaintNow() override { m_system.paint(m_owner, m_system.m_screen); }
@@ -142,9 +156,7 @@ bool HeadlessSystem::IsKeyDown(int key) const {
 CWnd* HeadlessSystem::WindowAt(CPoint point) const {
     CWnd* found = nullptr;
     for (CWnd* window : m_windows) {
-        CRect rect;
-        window->GetWindowRect(&rect);
-        if (window->IsWindowVisible() == 0 || !rect.PtInRect(point)) continue;
+        if (!isSeenAt(*window, point)) continue;
         // Deeper ones are in front; of siblings, those made or raised last.
         if (found == nullptr || window->IsChild(found) == 0) found = window;
     }
@@ -156,10 +168,18 @@ UINT HeadlessSystem::mouse_flags() const {
            (IsKeyDown(VK_CONTROL) ? MK_CONTROL : 0);
 }
 
+CWnd* HeadlessSystem::mouse_target(CPoint point) const {
+    CWnd* target = WindowAt(point);
+    for (CWnd* window = target; window != nullptr; window = window->GetParent()) {
+        if (window->IsWindowEnabled() == 0) target = window->GetParent();
+    }
+    return target;
+}
+
 void HeadlessSystem::send_mouse(UINT message, CPoint point) {
     m_cursor = point;
     CWnd* window = CWnd::GetCapture();
-    if (window == nullptr) window = WindowAt(point);
+    if (window == nullptr) window = mouse_target(point);
     if (window == nullptr) return;
     window->ScreenToClient(&point);
     mouseUsed(*window, message, mouse_flags(), point);
@@ -186,7 +206,7 @@ void HeadlessSystem::MoveMouse(CPoint point) {
 
 void HeadlessSystem::Turn(CPoint point, short delta) {
     m_cursor = point;
-    CWnd* window = WindowAt(point);
+    CWnd* window = mouse_target(point);
     if (window == nullptr) return;
     mouseUsed(*window, WM_MOUSEWHEEL,
               MAKEWPARAM(mouse_flags(), static_cast<UINT>(static_cast<std::uint16_t>(delta))),
@@ -239,11 +259,13 @@ bool HeadlessSystem::RunUntil(const std::function<bool()>& isDone) {
 // Painting.
 
 void HeadlessSystem::paint(CWnd& window, DrawingDevice& device) {
-    CRect area;
-    if (window.GetUpdateRect(&area) == 0) return;
+    const Region area = invalidRegion(window);
+    if (area.IsEmpty()) return;
     ++m_paintCount;
-    m_paintedArea += std::int64_t{area.Width()} * area.Height();
-    paintWindow(window, device, Region(area));
+    for (const CRect rect : area.Rects()) {
+        m_paintedArea += std::int64_t{rect.Width()} * rect.Height();
+    }
+    paintWindow(window, device, area);
 }
 
 bool HeadlessSystem::paint_invalid() {

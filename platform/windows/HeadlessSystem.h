@@ -32,7 +32,7 @@ public:
     void HoldKey(UINT key, bool down);
 
     // The mouse. Points are on the screen; the front window there gets it, or the one that has the
-    // capture.
+    // capture, or the first one around it that is enabled.
     void Click(CPoint point);
     void Press(CPoint point, UINT message = WM_LBUTTONDOWN);
     void Release(CPoint point, UINT message = WM_LBUTTONUP);
@@ -87,6 +87,7 @@ private:
         std::uint64_t due;
     };
 
+    CWnd* mouse_target(CPoint point) const;
     void send_mouse(UINT message, CPoint point);
     UINT mouse_flags() const;
     void paint(CWnd& window, DrawingDevice& device);

@@ -175,7 +175,10 @@ void CWnd::OnMouseMove(UINT, CPoint) {}
 
 BOOL CWnd::OnMouseWheel(UINT flags, short delta, CPoint point) {
     CWnd* parent = GetParent();
-    return parent != nullptr ? parent->OnMouseWheel(flags, delta, point) : 0;
+    if (parent == nullptr) return 0;
+    const UINT turned = static_cast<std::uint16_t>(delta);
+    return static_cast<BOOL>(parent->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, turned),
+                                                 MAKELPARAM(point.x, point.y)));
 }
 
 BOOL CWnd::OnSetCursor(CWnd*, UINT, UINT) {
@@ -184,7 +187,10 @@ BOOL CWnd::OnSetCursor(CWnd*, UINT, UINT) {
 }
 
 void CWnd::OnContextMenu(CWnd* window, CPoint point) {
-    if (CWnd* parent = GetParent()) parent->OnContextMenu(window, point);
+    CWnd* parent = GetParent();
+    if (parent == nullptr || window == nullptr) return;
+    parent->SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window->GetSafeHwnd()),
+                        MAKELPARAM(point.x, point.y));
 }
 
 void CWnd::OnTimer(UINT_PTR) {}

@@ -17,8 +17,6 @@ namespace {
 
 struct Posted {
     CWnd* window;
-    WindowGuard alive;
-    const WindowCore* core;  // the window that it was posted to, should the object get another one
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
@@ -32,6 +30,7 @@ struct Timer {
 struct SharedState {
     WindowSystem* system = nullptr;
     CWnd* focus = nullptr;
+    bool focusKnows = false;  // it has got WM_SETFOCUS
     CWnd* capture = nullptr;
     CWnd* main = nullptr;
     std::vector<CWnd*> roots;  // windows without a parent
@@ -56,9 +55,12 @@ void moveFocus(CWnd* window) {
     std::optional<WindowGuard> oldAlive;
     if (old != nullptr) {
         oldAlive.emplace(*old);
-        old->SendMessage(WM_KILLFOCUS, reinterpret_cast<WPARAM>(newHandle));
+        if (std::exchange(state().focusKnows, false)) {
+            old->SendMessage(WM_KILLFOCUS, reinterpret_cast<WPARAM>(newHandle));
+        }
     }
     if (window == nullptr || state().focus != window) return;
+    state().focusKnows = true;
     const bool knowsOld = oldAlive && *oldAlive && old->GetSafeHwnd() == oldHandle;
     window->SendMessage(WM_SETFOCUS, reinterpret_cast<WPARAM>(knowsOld ? oldHandle : nullptr));
 }
@@ -91,6 +93,31 @@ void collectWindows(CWnd& window, std::vector<std::pair<CWnd*, WindowGuard>>& wi
     for (CWnd* child : WindowCore::Of(window)->children) collectWindows(*child, windows);
 }
 
+// While it lives, a window paints on a device.
+class PaintScope {
+public:
+    PaintScope(CWnd& window, DrawingDevice& device, CPoint origin)
+        : m_window(window), m_alive(window) {
+        WindowCore& core = *WindowCore::Of(window);
+        core.paintDevice = &device;
+        core.paintOrigin = origin;
+        core.isPaintTaken = false;
+    }
+    ~PaintScope() {
+        WindowCore* core = m_alive ? WindowCore::Of(m_window) : nullptr;
+        if (core == nullptr) return;
+        core->paintDevice = nullptr;
+        // A handler without a device context has painted, too.
+        if (!core->isPaintTaken) core->update = Region();
+    }
+    PaintScope(const PaintScope&) = delete;
+    PaintScope& operator=(const PaintScope&) = delete;
+
+private:
+    CWnd& m_window;
+    WindowGuard m_alive;
+};
+
 bool sendInput(CWnd& window, UINT message, UINT value, UINT repeat) {
     const bool before = std::exchange(state().inputUsed, true);
     window.SendMessage(message, value, static_cast<LPARAM>(repeat));
@@ -120,10 +147,14 @@ void rememberRoot(CWnd& window) {
 
 void forgetWindow(CWnd& window) {
     SharedState& shared = state();
-    if (shared.focus == &window) shared.focus = nullptr;
+    if (shared.focus == &window) {
+        shared.focus = nullptr;
+        shared.focusKnows = false;
+    }
     if (shared.capture == &window) shared.capture = nullptr;
     if (shared.main == &window) shared.main = nullptr;
     std::erase(shared.roots, &window);
+    std::erase_if(shared.posted, [&](const Posted& posted) { return posted.window == &window; });
     for (auto timer = shared.timers.begin(); timer != shared.timers.end();) {
         if (timer->second.window != &window) {
             ++timer;
@@ -135,8 +166,7 @@ void forgetWindow(CWnd& window) {
 }
 
 void postMessage(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
-    state().posted.push_back(
-        {&window, WindowGuard(window), WindowCore::Of(window), message, wParam, lParam});
+    state().posted.push_back({&window, message, wParam, lParam});
     windowSystem().WakeUp();
 }
 
@@ -145,7 +175,6 @@ void dispatchPosted() {
     for (std::size_t left = state().posted.size(); left > 0 && !state().posted.empty(); --left) {
         const Posted next = state().posted.front();
         state().posted.pop_front();
-        if (!next.alive || WindowCore::Of(*next.window) != next.core) continue;
         next.window->SendMessage(next.message, next.wParam, next.lParam);
     }
     if (!state().posted.empty()) windowSystem().WakeUp();
@@ -156,7 +185,11 @@ void clientMayHaveChanged(CWnd& window) {
     if (core == nullptr || core->isBeingDestroyed) return;
     const CSize size = core->Client().Size();
     if (size == core->clientSize) return;
-    core->clientSize = size;
+    const Region before(CRect(CPoint(), std::exchange(core->clientSize, size)));
+    const Region now(CRect(CPoint(), size));
+    core->update = core->update.And(now);
+    const Region seen = now.Minus(before);
+    for (const RECT& rect : seen.Rects()) window.InvalidateRect(&rect);
     window.SendMessage(WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
 }
 
@@ -219,15 +252,8 @@ void paintWindow(CWnd& window, DrawingDevice& device, const Region& area, CPoint
     if (core == nullptr || area.IsEmpty()) return;
     core->update = area;
     core->isUpdateErased = true;
-    core->paintDevice = &device;
-    core->paintOrigin = origin;
-    const WindowGuard alive(window);
+    const PaintScope scope(window, device, origin);
     window.SendMessage(WM_PAINT);
-    if (!alive) return;
-    core = WindowCore::Of(window);
-    if (core == nullptr) return;
-    core->paintDevice = nullptr;
-    core->update = core->update.Minus(area);
 }
 
 void windowMoved(CWnd& window, const CRect& rect) {
@@ -310,7 +336,7 @@ using tessalink::windowSystem;
 
 CWnd* CWnd::SetFocus() {
     CWnd* before = state().focus;
-    if (!m_core || !IsWindowEnabled() || before == this) return before;
+    if (!m_core || m_core->isBeingDestroyed || !IsWindowEnabled() || before == this) return before;
     const tessalink::WindowGuard alive(*this);
     // The native window follows; what it tells of that is known already.
     tessalink::moveFocus(this);

@@ -77,15 +77,18 @@ void HeadlessEdit::Copy() {
     int start = 0;
     int end = 0;
     Selection(start, end);
-    if (start != end) HeadlessSystem::Default().SetClipboard(m_text.Mid(start, end - start));
+    if (start != end) m_system.SetClipboard(m_text.Mid(start, end - start));
 }
 
 void HeadlessEdit::Paste() {
     CString text;
-    if (clipboardText(text)) type(text);
+    if (!clipboardText(text)) return;
+    const int lineEnd = text.FindOneOf("\r\n");
+    type(is_multi_line() || lineEnd < 0 ? text : text.Left(lineEnd));
 }
 
 void HeadlessEdit::Undo() {
+    if (m_isReadOnly || m_before == m_text) return;
     std::swap(m_text, m_before);
     m_anchor = m_caret = m_text.GetLength();
     editChanged(m_owner);
@@ -149,16 +152,24 @@ void HeadlessEdit::DefaultKey(UINT key) {
     }
 }
 
-void HeadlessEdit::type(const CString& text) {
+bool HeadlessEdit::takes(const CString& text) const {
+    const std::string_view characters = text.View();
+    const auto isDigit = [](char ch) { return ch >= '0' && ch <= '9'; };
+    const bool isNumber = std::all_of(characters.begin(), characters.end(), isDigit);
+    if (m_isReadOnly || ((m_style & ES_NUMBER) != 0 && !isNumber)) return false;
     int start = 0;
     int end = 0;
     Selection(start, end);
     const int left = m_limit - (m_text.GetLength() - (end - start));
-    if (m_isReadOnly || (m_limit > 0 && text.GetLength() > left)) {
+    return m_limit <= 0 || text.GetLength() <= left;
+}
+
+void HeadlessEdit::type(const CString& text) {
+    if (takes(text)) {
+        Replace(text);
+    } else {
         MessageBeep(MB_OK);
-        return;
     }
-    Replace(text);
 }
 
 void HeadlessEdit::DefaultChar(UINT ch) {
@@ -187,8 +198,7 @@ void HeadlessEdit::DefaultChar(UINT ch) {
         default:
             break;
     }
-    const bool isDigit = ch >= '0' && ch <= '9';
-    if (ch < cFirstPrintable || ((m_style & ES_NUMBER) != 0 && !isDigit)) {
+    if (ch < cFirstPrintable) {
         MessageBeep(MB_OK);
         return;
     }

@@ -4,10 +4,16 @@
 
 namespace tessalink {
 
+class HeadlessSystem;
+
 // An edit field without a screen.
 class HeadlessEdit final : public NativeEdit {
 public:
-    HeadlessEdit(CWnd& owner, DWORD style) : m_owner(owner), m_style(style) {}
+    HeadlessEdit(HeadlessSystem& system, CWnd& owner, DWORD style)
+        : m_system(system),
+          m_owner(owner),
+          m_style(style),
+          m_isReadOnly((style & ES_READONLY) != 0) {}
 
     void SetText(const CString& text) override;
     CString Text() const override { return m_text; }
@@ -32,8 +38,10 @@ private:
     void move_to(int position);
     int step(int direction) const;
     int line_move(int direction) const;
+    bool takes(const CString& text) const;
     void type(const CString& text);
 
+    HeadlessSystem& m_system;
     CWnd& m_owner;
     DWORD m_style;
     CString m_text;
@@ -41,7 +49,7 @@ private:
     int m_anchor = 0;
     int m_caret = 0;
     int m_limit = 0;
-    bool m_isReadOnly = false;
+    bool m_isReadOnly;
 };
 
 }  // namespace tessalink

@@ -29,6 +29,7 @@ struct WindowCore {
     bool isUpdateErased = false;
     DrawingDevice* paintDevice = nullptr;  // while it is painted
     CPoint paintOrigin;                    // of the client area on that
+    bool isPaintTaken = false;             // a device context has taken what was to be painted
     bool isBeingDestroyed = false;
     bool isLost = false;  // its native window is gone
     std::unique_ptr<NativeWindow> native;
