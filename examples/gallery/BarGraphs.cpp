@@ -18,6 +18,8 @@
 #include "graphs/bar/BarValueLegend.h"
 #include "graphs/common/ColorMgr.h"
 #include "graphs/file/PercentileScale.h"
+#include "graphs/rtf/RTFGraph.h"
+#include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
 #include "scores/Reliability.h"
 
@@ -200,15 +202,61 @@ void addProfile(BarGraph& graph, std::span<const Score> scores, const Form& form
     for (auto& scale : scales) add(graph, std::move(scale));
 }
 
+constexpr std::array<Score, 5> cPersonality = {{{"Emotional stability", 41, 0.87},
+                                                {"Extraversion", 57, 0.90},
+                                                {"Openness", 63, 0.81},
+                                                {"Agreeableness", 48, 0.78},
+                                                {"Conscientiousness", 55, 0.86}}};
+
 void profile(BarGraph& graph) {
-    constexpr std::array<Score, 5> scores = {{{"Emotional stability", 41, 0.87},
-                                              {"Extraversion", 57, 0.90},
-                                              {"Openness", 63, 0.81},
-                                              {"Agreeableness", 48, 0.78},
-                                              {"Conscientiousness", 55, 0.86}}};
     addTitle(graph, "Personality profile");
-    addProfile(graph, scores, {20, 80, 10, 0, 250, 200});
+    addProfile(graph, cPersonality, {20, 80, 10, 0, 250, 200});
     addSpace(graph, 14);
+}
+
+// The same profile as drawing objects: a plotting area for the numbers, and one for each scale.
+class ObjectsRow : public RTFGraph {
+public:
+    static constexpr double cHeight = 0.24;
+    static constexpr int cMin = 20;
+    static constexpr int cMax = 80;
+    static constexpr int cStep = 10;
+    static constexpr int cMiddle = 1;  // of 0 to 2, from the bottom to the top
+
+    ObjectsRow(CFile& output, double top, const char* left, const char* right)
+        : RTFGraph(output, 1.8, top, 5.2, top + cHeight, cMin, cMax, 0, 2 * cMiddle,
+                   alMarginAndParagraph) {
+        SetLegendSize(20);
+        YLegend(cMiddle, left, cLeft);
+        YLegend(cMiddle, right, cRight);
+    }
+};
+
+void writeProfileObjects(CFile& output) {
+    constexpr double head = 0.2;  // inches
+    constexpr double distance = 0.33;
+    constexpr double middle = ObjectsRow::cMiddle;
+    ObjectsRow numbers(output, head, "Scale\\~\\~\\~", "\\~\\~T");
+    for (int score = ObjectsRow::cMin; score <= ObjectsRow::cMax; score += ObjectsRow::cStep) {
+        numbers.Plot(score, middle, tessalink::formatInt(score, 0, -1));
+    }
+    double top = head + ObjectsRow::cHeight;
+    for (const Score& one : cPersonality) {
+        const auto range =
+            Reliability(cTScale, one.reliability).GetRangeOfMeasurement(one.score, cLevel);
+        ObjectsRow row(output, top, one.name, cTScale.Format(one.score));
+        row.SetLineType(RTFGraph::ltDot);
+        for (int score = ObjectsRow::cMin + ObjectsRow::cStep; score < ObjectsRow::cMax;
+             score += ObjectsRow::cStep) {
+            row.VerticalLine(score);
+        }
+        row.DrawBox();
+        row.SetLineSize(2 * RTFGraph::cDefaultLineSize);
+        row.Line(range.low, middle, range.high, middle);
+        row.SetLegendSize(28);
+        row.Plot(one.score, middle);
+        top += distance;
+    }
 }
 
 // Symbols and what they stand for, without a box.
@@ -479,10 +527,10 @@ int sheetHeight() {
 }
 
 template <auto BUILD, int WIDTH = 600>
-Card card(const char* name, const char* title, const char* description) {
-    return {name, title, description, WIDTH, sheetHeight<BUILD, WIDTH>(), [](CDC& dc) {
-                drawSheet<BUILD, WIDTH>(dc, sheetHeight<BUILD, WIDTH>());
-            }};
+Card card(const char* name, const char* title, const char* description,
+          void (*writeObjects)(CFile&) = nullptr) {
+    const auto draw = [](CDC& dc) { drawSheet<BUILD, WIDTH>(dc, sheetHeight<BUILD, WIDTH>()); };
+    return {name, title, description, WIDTH, sheetHeight<BUILD, WIDTH>(), draw, writeObjects};
 }
 
 // The same small graph in frames of other shapes.
@@ -537,7 +585,7 @@ std::vector<Card> makeCards() {
         card<percentiles>("bar-percentiles", "Percentile ladder",
                           "Three percentile ranks on scales with the spacing of the normal curve"),
         card<profile>("bar-profile", "Profile with confidence ranges",
-                      "Five T scores, each with its 95 percent range"),
+                      "Five T scores, each with its 95 percent range", writeProfileObjects),
         card<beforeAndAfter>("bar-before-after", "Before and after",
                              "Four T scores before treatment and after it"),
         card<deviationQuotient>("bar-iq", "IQ and percentile ranks",

@@ -1,7 +1,7 @@
 // Draws the test cards through every device that needs no toolkit.
 //
 //     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf and
-//                              CARD.rtf
+//                              CARD.rtf; CARD-objects.rtf where there are drawing objects, too
 //     gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not those, or
 //                              texts of the graphs can't be read
 #include <algorithm>
@@ -20,6 +20,7 @@
 #include "graphs/rtf/MetaFile.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
+#include "platform/files/CMemFile.h"
 #include "platform/files/WholeFile.h"
 #include "platform/graphics/SvgDevice.h"
 
@@ -66,6 +67,15 @@ std::string rtfOf(const gallery::Card& card, const MetaFile& metafile) {
            "\\par}";
 }
 
+std::string objectsOf(const gallery::Card& card) {
+    CMemFile objects;
+    card.writeObjects(objects);
+    std::string text(objects.GetLength(), '\0');
+    objects.SeekToBegin();
+    objects.Read(text.data(), text.size());
+    return "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\froman Times New Roman;}}" + text + "\\par}";
+}
+
 void writeCard(const gallery::Card& card, const std::string& start) {
     MetaFile metafile;
     record(metafile, card);
@@ -73,6 +83,7 @@ void writeCard(const gallery::Card& card, const std::string& start) {
     store(start + "-played.svg", playedSvgOf(card, metafile));
     store(start + ".rtf", rtfOf(card, metafile));
     metafile.Save((start + ".emf").c_str());
+    if (card.writeObjects != nullptr) store(start + "-objects.rtf", objectsOf(card));
 }
 
 bool isStored(const std::string& name, const std::string& text) {
