@@ -313,7 +313,7 @@ CString ProfileGraphCtl4::second_line(CDC* dc, CString& text) const {
         }
     }
     if (end < 0) return {};
-    const CString rest = text.Mid(end + 1);
+    CString rest = text.Mid(end + 1);
     text = text.Left(end);
     return rest;
 }

@@ -165,7 +165,7 @@ TEST_F(ProfileGraphCtlTest, TheLegendIsDraggedAndKeepsItsPlace) {
     EXPECT_NEAR(m_graph->LegendPercent().y, 25, 1);
     const CRect dragged = m_graph->ScreenLegend();
     windows().Pump();
-    EXPECT_NEAR(m_graph->ScreenLegend().left, dragged.left, plot.Width() / 100 + 1);
+    EXPECT_NEAR(m_graph->ScreenLegend().left, dragged.left, plot.Width() / 100.0 + 1);
 
     // Escape gives up.
     windows().Queue([&] { windows().MoveMouse({100, 100}); });
