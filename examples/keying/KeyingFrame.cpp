@@ -19,7 +19,7 @@ constexpr std::array<const char*, cDomains> cDomainNames = {
 struct ScaleTable {
     std::array<CString, cScales> texts;
     std::array<const char*, cScales> names{};
-    std::array<int, 2 * cScales> ranges{};
+    std::array<int, std::size_t{2} * cScales> ranges{};
 
     ScaleTable() {
         for (std::size_t i = 0; i < cScales; ++i) {

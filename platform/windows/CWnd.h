@@ -192,6 +192,7 @@ private:
     friend class tessalink::WindowGuard;
     friend struct tessalink::WindowCore;
 
+    LRESULT dispatch_control(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT dispatch_mouse(UINT message, WPARAM wParam, LPARAM lParam);
 
     std::unique_ptr<tessalink::WindowCore> m_core;

@@ -4,9 +4,6 @@
 #include "platform/windows/detail/WindowCore.h"
 #include "platform/windows/detail/WindowState.h"
 
-using tessalink::WindowCore;
-using tessalink::WindowGuard;
-
 // What windows do with their messages.
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -66,6 +63,14 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CHAR:
             OnChar(static_cast<UINT>(wParam), repeat, flags);
             return 0;
+        default:
+            return dispatch_control(message, wParam, lParam);
+    }
+}
+
+LRESULT CWnd::dispatch_control(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto window = [](WPARAM handle) { return FromHandle(reinterpret_cast<HWND>(handle)); };
+    switch (message) {
         case WM_TIMER:
             OnTimer(wParam);
             return 0;
