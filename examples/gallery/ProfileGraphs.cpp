@@ -183,7 +183,7 @@ void values(CDC& dc) {
     ProfileGraph2 graph(0, 7, 1, 0, 1, 1, cDesignWidth, cDesignHeight);
     graph.SetXLegend(row({"", "Clarity", "Support", "Freedom", "Pay", "Growth", "Pride", "Peers"}));
     graph.SetYLegend("Mean");
-    graph.AddProfile("This unit", owned({5.25, 3.4, 4.65, 2.3, 3.85, 5.7, 6.15}), cBlue, 1,
+    graph.AddProfile("This unit", owned({5.3, 3.4, 4.65, 2.3, 3.85, 5.7, 6.15}), cBlue, 1,
                      ProfilePointType::SymbolAndValue, PS_SOLID, 1);
     graph.AddProfile("All units", owned({4.1, 4.45, 3.7, 3.55, 4.9, 4.6, 5.05}), cMuted, 2,
                      ProfilePointType::LineOnly, PS_DOT, 1);

@@ -33,6 +33,8 @@ constexpr double cDegreesPerCorner = 1;
 /// In a legend, in inches.
 constexpr double cLegendGap = 0.08;
 constexpr double cColumnGap = 0.2;
+/// The largest symbol in a legend, by the size of its text: none reaches that of the next row.
+constexpr double cLegendSymbolPart = 0.75;
 constexpr char cEllipsis[] = "\x85";
 
 /// How often, and by how much, the distance of a name from its symbol grows.
@@ -507,6 +509,7 @@ struct CircumplexGraph::Names {
     CSize offset;  ///< from a symbol's middle to its name
     CPoint middle;
     CSize radii;
+    CSize rimGap;  ///< what is left free between a name and the rim
 
     /// The place of a name of this size at a point: rather not over the rim.
     CRect Find(POINT point, CSize size) const {
@@ -522,7 +525,8 @@ struct CircumplexGraph::Names {
         }
         return overRim.value_or(At(point, directions[0], 1, size));
     }
-    bool MeetsRim(const CRect& place) const {
+    bool MeetsRim(CRect place) const {
+        place.InflateRect(rimGap.cx, rimGap.cy);
         const auto distance = [this](double dx, double dy) {
             return std::hypot(dx / radii.cx, dy / radii.cy);
         };
@@ -555,7 +559,8 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
                 LabelGrid(sheet),
                 {toDevice(offset * toHorizontal), offset},
                 center(),
-                radii()};
+                radii(),
+                {log_in_to_dev_h(cPoint), log_in_to_dev_v(cPoint)}};
     for (const CRect& place : taken()) names.grid.Take(place);
     // The polygons are larger by a fifth, and half of the pen lies outside.
     const CSize half(width * 6 / 5 + inner / 2 + 1, height * 6 / 5 + inner / 2 + 1);
@@ -675,7 +680,8 @@ void CircumplexGraph::draw_legend(CDC* dc) {
     int height = 0;
     int inner = 0;
     int offset = 0;
-    get_symbol_sizes(m_legendTextSize / cPointsPerInch, width, height, inner, offset);
+    get_symbol_sizes(cLegendSymbolPart * m_legendTextSize / cPointsPerInch, width, height, inner,
+                     offset);
     LabelFonts fonts(*dc, legend.lineHeight, cTimes);
     const int free = sheet_width() - legend.columns * legend.cellWidth;
     const CRect place = legend_place();
