@@ -60,7 +60,8 @@ public:
     double GetMissingValue() const { return m_missingValue; }
 
     /// Changes the name, the scores or both (those that are not null) of the first profile with the
-    /// identifier. Returns 0 when there is none; the scores stay the caller's then.
+    /// identifier. Returns 0 when there is none; the scores stay the caller's then. The profiles
+    /// are looked through in their order.
     int UpdateProfile(std::uint32_t id, const char* name, double* values);
     /// Deletes the first profile with the identifier, if there is one.
     void RemoveProfile(std::uint32_t id);

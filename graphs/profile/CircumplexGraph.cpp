@@ -6,6 +6,7 @@
 #include <set>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/profile/detail/ChartLabel.h"
@@ -70,13 +71,15 @@ bool isDiagonal(const Direction& direction) {
 
 /// The directions for a name, those that lead away from the middle of the circle first.
 Directions outwardFirst(double dx, double dy) {
-    const auto outward = [&](const Direction& d) {
-        return (d.x * dx + d.y * dy) / std::hypot(d.x, d.y);
-    };
-    Directions directions = cDirections;
-    std::stable_sort(
-        directions.begin(), directions.end(),
-        [&](const Direction& a, const Direction& b) { return outward(a) > outward(b); });
+    std::array<std::pair<double, Direction>, cDirections.size()> ranked;
+    std::transform(cDirections.begin(), cDirections.end(), ranked.begin(), [&](const Direction& d) {
+        return std::pair((d.x * dx + d.y * dy) / std::hypot(d.x, d.y), d);
+    });
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    Directions directions;
+    std::transform(ranked.begin(), ranked.end(), directions.begin(),
+                   [](const auto& entry) { return entry.second; });
     return directions;
 }
 

@@ -1,6 +1,7 @@
 #include "graphs/profile/ProfileGraph3.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
@@ -14,22 +15,27 @@ ProfileGraph3::~ProfileGraph3() {
 }
 
 void ProfileGraph3::AddBand(double low, double high, COLORREF color, const char* label) {
-    m_regions.push_back(std::make_unique<RegionInfo>(
-        RegionInfo{{low}, {high}, color, label != nullptr ? label : "", true}));
+    add_region({{low}, {high}, color, label != nullptr ? label : "", true});
 }
 
 void ProfileGraph3::AddBand(const double* lows, const double* highs, COLORREF color,
                             const char* label) {
     if (lows == nullptr || highs == nullptr) AfxThrowInvalidArgException();
-    m_regions.push_back(std::make_unique<RegionInfo>(RegionInfo{{lows, lows + m_scaleCount},
-                                                                {highs, highs + m_scaleCount},
-                                                                color,
-                                                                label != nullptr ? label : "",
-                                                                false}));
+    add_region({{lows, lows + m_scaleCount},
+                {highs, highs + m_scaleCount},
+                color,
+                label != nullptr ? label : "",
+                false});
+}
+
+void ProfileGraph3::add_region(RegionInfo region) {
+    m_regions.push_back(std::make_unique<RegionInfo>(std::move(region)));
+    if (!m_regions.back()->label.IsEmpty()) m_labelled.push_back(m_regions.back().get());
 }
 
 void ProfileGraph3::RemoveBands() {
     ProfileGraph2::RemoveBands();
+    m_labelled.clear();
     m_regions.clear();
 }
 
@@ -113,19 +119,13 @@ void ProfileGraph3::draw_breaks(CDC* dc) {
 // The legend: the profiles, then the regions that have a label.
 
 int ProfileGraph3::legend_entry_count() const {
-    const auto labelled = std::count_if(m_regions.begin(), m_regions.end(), [](const auto& region) {
-        return !region->label.IsEmpty();
-    });
-    return ProfileGraph2::legend_entry_count() + static_cast<int>(labelled);
+    return ProfileGraph2::legend_entry_count() + static_cast<int>(m_labelled.size());
 }
 
 const ProfileGraph3::RegionInfo& ProfileGraph3::labelled_region(int index) const {
-    int left = index - ProfileGraph2::legend_entry_count();
-    const auto found = std::find_if(m_regions.begin(), m_regions.end(), [&](const auto& region) {
-        return !region->label.IsEmpty() && left-- == 0;
-    });
-    if (found == m_regions.end()) AfxThrowInvalidArgException();
-    return **found;
+    const auto place = static_cast<std::size_t>(index - ProfileGraph2::legend_entry_count());
+    if (place >= m_labelled.size()) AfxThrowInvalidArgException();
+    return *m_labelled[place];
 }
 
 CString ProfileGraph3::legend_entry_name(int index) const {

@@ -42,11 +42,14 @@ protected:
     void draw_legend_sample(CDC* dc, int index, int left, int y) override;
     void draw_regions(CDC* dc);
 
-    std::vector<std::unique_ptr<RegionInfo>> m_regions;
-    CByteArray m_breakKinds;  ///< beside the breaks
+    std::vector<std::unique_ptr<RegionInfo>> m_regions;  ///< only AddBand appends
+    CByteArray m_breakKinds;                             ///< beside the breaks
 
 private:
+    void add_region(RegionInfo region);
     void draw_region(CDC* dc, const RegionInfo& region) const;
     /// The region of a legend entry after those of the profiles.
     const RegionInfo& labelled_region(int index) const;
+
+    std::vector<const RegionInfo*> m_labelled;  ///< the regions that the legend lists
 };

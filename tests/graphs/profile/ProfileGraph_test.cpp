@@ -494,6 +494,11 @@ TEST(ProfileGraph3, FillsRegionsThatFollowTheScales) {
               "51,336 1,336 alternate pen none brush solid ff0000");
     graph.RemoveBands();
     EXPECT_EQ(drawn(graph, {0, 0, 402, 402}).size(), primitives.size() - 3);
+    for (const char* label : {"Low", "", "High"}) graph.AddBand(1.0, 2.0, 0xFF, label);
+    const auto again = drawn(graph, {0, 0, 402, 402});
+    EXPECT_EQ(again.size(), primitives.size() + 4);  // two regions, a sample and its name more
+    EXPECT_EQ(again.back().text, "High");
+    EXPECT_EQ(again.at(again.size() - 3).text, "Low");
 }
 
 // Above a peak, below a valley, and beside nothing that could be helped.
