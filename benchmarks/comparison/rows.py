@@ -10,7 +10,7 @@ from pathlib import Path
 
 import workloads
 from languages import M4, ClearSilver, CTemplate, Product, Ref, Text
-from measure import Failed, processes, same_bytes, self_timed, table, verdict
+from measure import Failed, Series, processes, same_bytes, self_timed, table, verdict
 
 ROWS = {}
 HERE = Path(__file__).resolve().parent
@@ -550,20 +550,136 @@ def charts(bench):
     table(("", "of", "us"), rows)
 
 
+def toolkit_rows(bench, kind=""):
+    """A chart as PNG and PDF files, against a charting library of the toolkit; gives the rows of
+    the table, none where there is no such program."""
+    rows = []
+    for form in ("png", "pdf") if bench.tools.has("qt_charts") else ():
+        command = [bench.tools["qt_charts"], kind + form, max(9, bench.rounds), bench.folder]
+        series = self_timed({"charts": command}, 1)["charts"]
+        product = series["tessalink"]
+        rows += [(name, form, f"{one.time / 1000:,.1f}", f"{product.over(one):.3f}")
+                 for name, one in series.items()]
+        bench.expect(f"{form}: time against qcustomplot", product.over(series["qcustomplot"]), 0.5)
+    return rows
+
+
 @row
 def images(bench):
     """The chart of 480 marks as PNG and PDF files, against a charting library of the toolkit."""
-    if not bench.tools.has("qt_charts"):
-        return
-    rows = []
-    for mode in ("png", "pdf"):
-        command = [bench.tools["qt_charts"], mode, max(9, bench.rounds), bench.folder]
-        series = self_timed({"charts": command}, 1)["charts"]
-        rows += [(name, mode, f"{one.time / 1e6:,.2f}") for name, one in series.items()]
-        bench.expect(f"{mode}: time against qcustomplot",
-                     series["tessalink"].over(series["qcustomplot"]), 0.5)
+    rows = toolkit_rows(bench)
     print()
-    table(("", "of", "ms"), rows)
+    table(("", "of", "us", "the product takes x of this"), rows)
+
+
+# The profile graph as the program profiles draws it, from the scores that this writes.
+GNUPLOT_PROFILES = """set terminal {terminal}
+set output '{output}'
+set border 3
+set xrange [0:61]
+set yrange [20:80]
+set xtics nomirror ({labels})
+set ytics 10 nomirror
+set key top left Left reverse
+{bands}
+$scores << END
+{scores}END
+do for [i=1:{count}] {{
+    plot {profiles}
+}}
+"""
+COLORS = ("C00000", "0000C0", "008000", "800080", "C08000", "0080C0", "404040", "C000C0")
+BANDS = ((20, "E8F0F8"), (40, "F0FFFF"), (60, "F8F0E8"))
+POINT_TYPES = (7, 5, 9, 13, 6, 4, 8, 12)
+
+
+def gnuplot_profiles(bench, terminal, count, output="/dev/null"):
+    """A file by which gnuplot draws the profile graph so many times."""
+    bands = "\n".join(f"set object rectangle from 0,{low} to 61,{low + 20} behind "
+                      f"fillcolor rgb '#{color}' fillstyle solid noborder" for low, color in BANDS)
+    profiles = ", ".join(
+        f"$scores using 1:{i + 2} with linespoints linetype 1 linecolor rgb '#{color}' "
+        f"pointtype {kind} title 'Profile {i + 1}'"
+        for i, (color, kind) in enumerate(zip(COLORS, POINT_TYPES)))
+    text = GNUPLOT_PROFILES.format(
+        terminal=terminal, output=output, count=count, bands=bands, profiles=profiles,
+        labels=", ".join(f"'S{scale}' {scale}" for scale in range(1, 61)),
+        scores=(bench.folder / "scores.txt").read_text())
+    return bench.file(f"profiles-{terminal.split()[0]}-{count}.gp", text)
+
+
+# Of what the row profiles draws: contestants by name, each with its few and many pictures and what
+# runs it; and how much of a peer's time the product may take.
+PROFILES = {
+    "emf": ({"tessalink": (100, 2_100, "emf"), "libemf": (100, 2_100, "libemf"),
+             "gnuplot": (5, 105, "emf size 1000,700 'Times New Roman,10'")},
+            {"libemf": 1, "gnuplot": 1 / 12}),
+    "svg": ({"tessalink": (100, 2_100, "svg"),
+             "gnuplot": (5, 105, "svg size 1000,700 font 'Times New Roman,10'")},
+            {"gnuplot": 1 / 4}),
+    "circumplex emf": ({"tessalink": (100, 2_100, "circle-emf")}, {}),
+    "circumplex svg": ({"tessalink": (100, 2_100, "circle-svg")}, {}),
+}
+PROFILE_PROGRAMS = {"tessalink": "profiles", "libemf": "libemf_peer", "gnuplot": "gnuplot"}
+
+
+def profile_times(bench, contestants):
+    """Contestant -> Series of nanoseconds for a picture: in each round the slope between few and
+    many, which run as whole processes, all in turns."""
+    commands = {}
+    for name, (few, many, what) in contestants.items():
+        program = bench.tools[PROFILE_PROGRAMS[name]]
+        for count in (few, many):
+            words = ([gnuplot_profiles(bench, what, count)] if name == "gnuplot"
+                     else [what, count])
+            commands[name, count] = [program, *words]
+    times = bench.processes(commands)
+    return {name: Series([(long - short) / (many - few) for short, long in zip(
+                times[name, few].times, times[name, many].times)])
+            for name, (few, many, _) in contestants.items()}
+
+
+def profile_growth(bench, mode, counts):
+    """Whole processes that draw ever more profiles; gives the rows of the table. A buffer that grows
+    by doubling may take twice the memory for each profile, by where the doubling happens to end."""
+    series = bench.processes({count: [bench.tools["profiles"], mode, count]
+                              for count in (1, *counts)}, max(3, bench.rounds // 3))
+    each = {count: ((series[count].time - series[1].time) / count,
+                    (series[count].peak - series[1].peak) / count) for count in counts}
+    for what, index in (("time", 0), ("memory", 1)):
+        for fewer, more in zip(counts, counts[1:]):
+            bench.expect(f"{mode}: {what} of a profile among {more:,} against one among {fewer:,}",
+                         each[more][index] / each[fewer][index], 2)
+    return [(mode, f"{count:,}", milliseconds(series[count].time), f"{time / 1000:.2f}",
+             f"{series[count].peak / 1024:,.1f}", f"{memory:.2f}")
+            for count, (time, memory) in each.items()]
+
+
+@row
+def profiles(bench):
+    """A profile graph of 60 scales and 8 profiles; 100,000 profiles; a circumplex graph."""
+    if not bench.tools.has("profiles"):
+        return
+    subprocess.run([bench.tools["profiles"], "data", bench.folder], check=True)
+    rows = []
+    for form, (contestants, bounds) in PROFILES.items():
+        series = profile_times(bench, {
+            name: of for name, of in contestants.items()
+            if bench.tools.has(PROFILE_PROGRAMS[name])})
+        product = series["tessalink"]
+        rows += [(name, form, f"{one.time / 1000:,.1f}", f"{product.over(one):.3f}")
+                 for name, one in series.items()]
+        for name, bound in bounds.items():
+            if name in series:
+                bench.expect(f"{form}: time against {name}", product.over(series[name]), bound)
+    rows += toolkit_rows(bench, "profile-")
+    print()
+    table(("", "of", "us", "the product takes x of this"), rows)
+    counts = bench.size((1_000, 10_000, 100_000), (1_000, 10_000))
+    growth = [cells for mode in ("screen", "metafile") for cells in
+              profile_growth(bench, mode, counts)]
+    print()
+    table(("", "profiles", "ms", "us a profile", "peak MiB", "KiB a profile"), growth)
 
 
 def chart_description():

@@ -99,8 +99,8 @@ class Tools:
     def compile(self, name, before, after):
         source = HERE / "programs" / f"{name}.cpp"
         program = self.folder / name
-        inputs = [source, HERE / "programs" / "Timing.h",
-                  *(Path(word) for word in after if word.endswith(".a"))]
+        inputs = [source, *(HERE / "programs").glob("*.h"),
+                  *(Path(word) for word in (*before, *after) if word.endswith((".a", ".cpp")))]
         if not program.exists() or any(
                 program.stat().st_mtime < file.stat().st_mtime for file in inputs):
             subprocess.run(["g++", *FLAGS, "-I", ROOT, *before, str(source), "-o", str(program),
@@ -121,9 +121,11 @@ class Tools:
         self.compile("md5", [], [*map(str, libraries), *installed(MD5_LIBRARIES)])
         peer = [LIBEMF_PEER] if Path(DRAWING_LIBRARIES["libemf-dev"][0]).exists() else []
         graphs = str(next(self.build.rglob("libtessalink_graphs.a")))
-        for name in ("drawing", "charts"):
+        for name in ("drawing", "charts", "profiles"):
             self.compile(name, peer,
                          [graphs, *map(str, libraries), *installed(DRAWING_LIBRARIES)])
+        if peer:
+            self.paths["libemf_peer"] = self.paths["profiles"]
         self.build_qt_charts([graphs, *map(str, libraries)])
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())

@@ -1,6 +1,8 @@
-// The chart of 480 marks as PNG and PDF by the product's toolkit part, in turns with QCustomPlot.
+// The chart of 480 marks and the profile graph as PNG and PDF by the product's toolkit part, in
+// turns with QCustomPlot.
 //
 //     qt_charts png|pdf ROUNDS FOLDER
+//     qt_charts profile-png|profile-pdf ROUNDS FOLDER
 //
 // Both write a file into the folder, from nothing to the file. Writes "NAME NANOSECONDS" for each
 // turn of each round.
@@ -10,6 +12,7 @@
 #include <string>
 
 #include "benchmarks/comparison/programs/ChartGraph.h"
+#include "benchmarks/comparison/programs/ProfileGraphs.h"
 #include "benchmarks/comparison/programs/Timing.h"
 #include "platform/qt/QtImages.h"
 
@@ -17,13 +20,24 @@ namespace {
 
 constexpr int cDpi = 96;
 
-void productChart(bool isPng, const std::string& path) {
-    BarGraph graph;
-    charts::fill(graph, marks::cCount);
-    const CRect place = charts::placeOf(graph);
+template <class Graph>
+void saveProduct(Graph& graph, const CRect& place, bool isPng, const std::string& path) {
     const auto draw = [&](CDC& dc) { graph.Draw(&dc, place); };
     (isPng ? tessalink::savePng : tessalink::savePdf)(path.c_str(), place.Width(), place.Height(),
                                                       cDpi, draw);
+}
+
+void savePeer(QCustomPlot& plot, const CSize& size, bool isPng, const std::string& path) {
+    const QString name = QString::fromStdString(path);
+    const bool saved =
+        isPng ? plot.savePng(name, size.cx, size.cy) : plot.savePdf(name, size.cx, size.cy);
+    if (!saved) timing::fail("QCustomPlot wrote no file");
+}
+
+void productChart(bool isPng, const std::string& path) {
+    BarGraph graph;
+    charts::fill(graph, marks::cCount);
+    saveProduct(graph, charts::placeOf(graph), isPng, path);
 }
 
 QPointF placeOfMark(int mark) {
@@ -54,7 +68,7 @@ void addMarks(QCustomPlot& plot) {
     }
 }
 
-void peerChart(bool isPng, const std::string& path, int width, int height) {
+void peerChart(bool isPng, const std::string& path) {
     QCustomPlot plot;
     addBars(plot);
     addMarks(plot);
@@ -67,34 +81,104 @@ void peerChart(bool isPng, const std::string& path, int width, int height) {
     plot.yAxis->setVisible(false);
     for (QCPAxis* const axis : {plot.xAxis, plot.yAxis}) axis->grid()->setVisible(false);
     plot.legend->setVisible(true);
-    const QString name = QString::fromStdString(path);
-    const bool saved =
-        isPng ? plot.savePng(name, width, height) : plot.savePdf(name, width, height);
-    if (!saved) timing::fail("QCustomPlot wrote no file");
+    static const CSize size = [] {
+        BarGraph graph;
+        charts::fill(graph, marks::cCount);
+        return charts::placeOf(graph).Size();
+    }();
+    savePeer(plot, size, isPng, path);
 }
 
-int compare(bool isPng, char** arguments) {
+// The profile graph.
+
+QColor color(unsigned bgr) {
+    return {int(bgr & 0xFF), int(bgr >> 8 & 0xFF), int(bgr >> 16 & 0xFF)};
+}
+
+void productProfile(bool isPng, const std::string& path) {
+    saveProduct(*profiles::graph(profiles::cProfiles), profiles::cPlace, isPng, path);
+}
+
+void addBands(QCustomPlot& plot) {
+    plot.addLayer("bands", plot.layer("grid"), QCustomPlot::limBelow);
+    for (const profiles::Band& band : profiles::cBands) {
+        auto* const rect = new QCPItemRect(&plot);
+        rect->setLayer("bands");
+        rect->setPen(Qt::NoPen);
+        rect->setBrush(color(band.color));
+        rect->topLeft->setCoords(0, band.to);
+        rect->bottomRight->setCoords(profiles::cScales + 1, band.from);
+    }
+}
+
+void addProfile(QCustomPlot& plot, int profile) {
+    constexpr std::array shapes = {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare,
+                                   QCPScatterStyle::ssTriangle, QCPScatterStyle::ssDiamond};
+    constexpr double size = 10;
+    const auto index = static_cast<std::size_t>(profile);
+    const QColor paint = color(profiles::cColors[index]);
+    const QBrush filling = index < shapes.size() ? QBrush(paint) : QBrush(Qt::NoBrush);
+    QCPGraph* const graph = plot.addGraph();
+    graph->setName(profiles::profileName(profile).text);
+    graph->setPen(QPen(paint));
+    graph->setScatterStyle(
+        QCPScatterStyle(shapes[index % shapes.size()], QPen(paint), filling, size));
+    for (int scale = 0; scale < profiles::cScales; ++scale) {
+        graph->addData(scale + 1, profiles::scoreOf(profile, scale));
+    }
+}
+
+void setAxes(QCustomPlot& plot) {
+    const auto names = QSharedPointer<QCPAxisTickerText>::create();
+    for (int scale = 0; scale < profiles::cScales; ++scale) {
+        names->addTick(scale + 1, profiles::scaleName(scale).text);
+    }
+    const auto scores = QSharedPointer<QCPAxisTickerFixed>::create();
+    scores->setTickStep(profiles::cTick);
+    plot.xAxis->setTicker(names);
+    plot.yAxis->setTicker(scores);
+    plot.xAxis->setRange(0, profiles::cScales + 1);
+    plot.yAxis->setRange(profiles::cLowest, profiles::cHighest);
+    for (QCPAxis* const axis : {plot.xAxis, plot.yAxis}) {
+        axis->setSubTicks(false);
+        axis->grid()->setVisible(false);
+        QFont font("Times New Roman");
+        font.setPixelSize(profiles::cFontHeight);
+        axis->setTickLabelFont(font);
+        plot.legend->setFont(font);
+    }
+}
+
+void peerProfile(bool isPng, const std::string& path) {
+    QCustomPlot plot;
+    addBands(plot);
+    for (int i = 0; i < profiles::cProfiles; ++i) addProfile(plot, i);
+    setAxes(plot);
+    plot.legend->setVisible(true);
+    savePeer(plot, profiles::cPlace.Size(), isPng, path);
+}
+
+using Chart = void (*)(bool isPng, const std::string& path);
+
+template <Chart product, Chart peer, bool isPng>
+int compare(char** arguments) {
     const std::string folder = arguments[1];
     const std::string end = isPng ? ".png" : ".pdf";
-    BarGraph graph;
-    charts::fill(graph, marks::cCount);
-    const CRect size = charts::placeOf(graph);
-    const auto product = [&] { productChart(isPng, folder + "/product" + end); };
-    const auto peer = [&] {
-        peerChart(isPng, folder + "/qcustomplot" + end, size.Width(), size.Height());
-    };
-    product();
-    peer();
+    const auto ours = [&] { product(isPng, folder + "/product" + end); };
+    const auto theirs = [&] { peer(isPng, folder + "/qcustomplot" + end); };
+    ours();
+    theirs();
     for (int round = 0; round < std::atoi(arguments[0]); ++round) {
-        timing::report("tessalink", timing::once(product));
-        timing::report("qcustomplot", timing::once(peer));
+        timing::report("tessalink", timing::once(ours));
+        timing::report("qcustomplot", timing::once(theirs));
     }
     return 0;
 }
 
-constexpr timing::Mode cModes[] = {
-    {"png", 2, [](char** arguments) { return compare(true, arguments); }},
-    {"pdf", 2, [](char** arguments) { return compare(false, arguments); }}};
+constexpr timing::Mode cModes[] = {{"png", 2, compare<productChart, peerChart, true>},
+                                   {"pdf", 2, compare<productChart, peerChart, false>},
+                                   {"profile-png", 2, compare<productProfile, peerProfile, true>},
+                                   {"profile-pdf", 2, compare<productProfile, peerProfile, false>}};
 
 }  // namespace
 
