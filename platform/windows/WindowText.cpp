@@ -2,6 +2,7 @@
 
 #include "platform/windows/CWnd.h"
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts know this signature
 void ReplaceWindowText(CWnd* window, CString argument) {
     if (window == nullptr) return;
     CString text;
