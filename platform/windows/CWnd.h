@@ -117,7 +117,8 @@ public:
     void ScrollWindow(int dx, int dy);
 
     // Scroll bars. A bar is shown when the window has its style and the range is larger than the
-    // page. The position is kept within 0 and the range less the page.
+    // page. The position is kept between the start of the range and its end less the page, plus
+    // one.
     int SetScrollInfo(int bar, const SCROLLINFO* info, BOOL redraw = 1);
     BOOL GetScrollInfo(int bar, SCROLLINFO* info) const;
     int SetScrollPos(int bar, int position, BOOL redraw = 1);

@@ -1,6 +1,13 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
 #include "platform/graphics/CDC.h"
+#include "platform/graphics/FailingDevice.h"
+#include "platform/graphics/RecordingDevice.h"
 
 namespace tessalink::test {
 
@@ -32,5 +39,24 @@ private:
 public:
     CDC dc;
 };
+
+/// Whatever primitive of `draw(dc)` fails, the state is back and the same is drawn afterwards.
+template <class Draw>
+void expectStateRestored(Draw draw) {
+    RecordingDevice device;
+    MarkedContext marked(device);
+    draw(marked.dc);
+    EXPECT_TRUE(marked.IsUnchanged());
+    const std::vector<std::string> whole = device.Lines();
+    for (std::size_t failing = 1; failing <= whole.size(); ++failing) {
+        FailingDevice failingDevice(device, failing);
+        MarkedContext broken(failingDevice);
+        EXPECT_THROW(draw(broken.dc), FailingDevice::Fault);
+        ASSERT_TRUE(broken.IsUnchanged()) << "primitive " << failing;
+    }
+    device.Clear();
+    draw(marked.dc);
+    EXPECT_EQ(device.Lines(), whole);
+}
 
 }  // namespace tessalink::test

@@ -11,6 +11,7 @@
 #include "platform/graphics/FailingDevice.h"
 #include "platform/graphics/RecordingDevice.h"
 #include "tests/graphs/bar/RandomBarGraph.h"
+#include "tests/support/MarkedContext.h"
 
 namespace {
 
@@ -396,35 +397,6 @@ TEST(BarGraph, DrawsByItsVirtualSteps) {
     EXPECT_THAT(SteppingScale::Slots(), ElementsAre(2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13));
 }
 
-// A context with everything changed, and whether it still has that.
-class MarkedContext {
-public:
-    explicit MarkedContext(DrawingDevice& device) : dc(device) {
-        m_font.CreateFont(31, 0, 0, 0, 400, 1, 0, 0, 0, 0, 0, 0, 0, "Arial");
-        dc.SelectObject(&m_pen);
-        dc.SelectObject(&m_brush);
-        dc.SelectObject(&m_font);
-        dc.SetTextColor(0x111111);
-        dc.SetBkColor(0x222222);
-        dc.SetBkMode(TRANSPARENT);
-        dc.SetTextAlign(TA_CENTER | TA_BASELINE);
-    }
-    bool IsUnchanged() const {
-        return dc.GetCurrentPen() == &m_pen && dc.GetCurrentBrush() == &m_brush &&
-               dc.GetCurrentFont() == &m_font && dc.GetTextColor() == 0x111111 &&
-               dc.GetBkColor() == 0x222222 && dc.GetBkMode() == TRANSPARENT &&
-               dc.GetTextAlign() == (TA_CENTER | TA_BASELINE);
-    }
-
-private:
-    CPen m_pen{PS_SOLID, 7, 0x333333};
-    CBrush m_brush{0x444444};
-    CFont m_font;
-
-public:
-    CDC dc;
-};
-
 // Whatever primitive fails, the state is back and the graph is drawn as ever afterwards.
 TEST(BarGraph, LeavesTheContextAsItWas) {
     const auto graph = build(GraphDice(5, false).Graph(40));
@@ -436,19 +408,7 @@ TEST(BarGraph, LeavesTheContextAsItWas) {
         graph->GetSection(i)->Draw(&marked.dc, 1.5, 1.5, rect);
         EXPECT_TRUE(marked.IsUnchanged()) << "section " << i;
     }
-    device.Clear();
-    graph->Draw(&marked.dc, rect);
-    EXPECT_TRUE(marked.IsUnchanged());
-    const Lines whole = device.Lines();
-    for (std::size_t failing = 1; failing <= whole.size(); ++failing) {
-        FailingDevice failingDevice(device, failing);
-        MarkedContext broken(failingDevice);
-        EXPECT_THROW(graph->Draw(&broken.dc, rect), FailingDevice::Fault);
-        ASSERT_TRUE(broken.IsUnchanged()) << "primitive " << failing;
-    }
-    device.Clear();
-    graph->Draw(&marked.dc, rect);
-    EXPECT_EQ(device.Lines(), whole);
+    expectStateRestored([&](CDC& dc) { graph->Draw(&dc, rect); });
 }
 
 }  // namespace

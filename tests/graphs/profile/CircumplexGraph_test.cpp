@@ -373,10 +373,10 @@ TEST(CircumplexGraph, KeepsNamesOffTheRim) {
             const CRect glyphs(origin.x, origin.y - 7, origin.x + name.positions.back(), origin.y);
             for (int i = 0; i < 720; ++i) {
                 const double turn = i / 2.0 / cDegreesPerRadian;
-                const POINT rim = {
-                    static_cast<LONG>(std::lround(264 + graph.plot().Width() / 2 * std::cos(turn))),
-                    static_cast<LONG>(std::lround(graph.plot().CenterPoint().y -
-                                                  graph.plot().Width() / 2 * std::sin(turn)))};
+                const int radius = graph.plot().Width() / 2;
+                const POINT rim = {static_cast<LONG>(std::lround(264 + radius * std::cos(turn))),
+                                   static_cast<LONG>(std::lround(graph.plot().CenterPoint().y -
+                                                                 radius * std::sin(turn)))};
                 ASSERT_FALSE(glyphs.PtInRect(rim)) << angle << ' ' << length;
             }
         }
@@ -418,21 +418,8 @@ TEST(StyleGraph, DrawsTheSamePicture) {
 // Whatever primitive fails, the state is back and the graph is drawn as ever afterwards.
 TEST(CircumplexGraph, LeavesTheContextAsItWas) {
     const auto graph = makeFull(2, 12);
-    RecordingDevice device;
-    MarkedContext marked(device);
     const CRect rect(0, 0, 500, 500);
-    graph->Draw(&marked.dc, rect);
-    EXPECT_TRUE(marked.IsUnchanged());
-    const Lines whole = device.Lines();
-    for (std::size_t failing = 1; failing <= whole.size(); ++failing) {
-        FailingDevice failingDevice(device, failing);
-        MarkedContext broken(failingDevice);
-        EXPECT_THROW(graph->Draw(&broken.dc, rect), FailingDevice::Fault);
-        ASSERT_TRUE(broken.IsUnchanged()) << "primitive " << failing;
-    }
-    device.Clear();
-    graph->Draw(&marked.dc, rect);
-    EXPECT_EQ(device.Lines(), whole);
+    expectStateRestored([&](CDC& dc) { graph->Draw(&dc, rect); });
 }
 
 /// Any number, anywhere.
