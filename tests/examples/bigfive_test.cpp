@@ -169,18 +169,16 @@ TEST_F(BigFive, ReportsOnAPersonScoredByHand) {
          "Suggestions for the conversation", "{\\b Conscientiousness} (T score 40)",
          "{\\b Intellect/Imagination} (T score 40)", "{\\b Agreeableness} (T score 50)",
          "{\\b Extraversion} (T score 60)", "{\\b Emotional Stability} (T score 70)",
-         "Emotional Stability 70, Intellect/Imagination 40, on a scale from 20 to 80. average",
-         "average range: 45",
-         "Its highest point is Emotional Stability with 70, its lowest Conscientiousness and "
-         "Intell",
+         "Intellect/Imagination 40, on a scale from 20 to 80. average range: 45",
+         "Emotional Stability with 70, its lowest Conscientiousness and Intellect",
          // z = 1 at 45 degrees: sectors of 50 + 10 cos.
          "Zo\\'eb O'Brien \\{jr\\}: warm 57, outgoing 60, dominant 57, competitive 50, cold 43, ",
-         "sector \\'93outgoing\\'94, with a T score of 60, and least far into the one opposite, "
-         "\\'93withdrawn\\'94, with 40.",
-         "direction is 45 degrees", "Dominant\\cell\\pard", "57\\cell", "Outgoing\\cell",
-         "60\\cell", "Warm\\cell", "57\\cell", "Trusting\\cell", "50\\cell", "Submissive\\cell",
-         "43\\cell", "Withdrawn\\cell", "40\\cell", "Answers to the fifty statements",
-         "Am the life of the party.", "Am full of ideas.", "Notes for the reader"});
+         "sector \\'93outgoing\\'94, with a T score of 60, and least far into the one opposite, ",
+         "\\'93withdrawn\\'94, with 40.", "direction is 45 degrees", "Dominant\\cell\\pard",
+         "57\\cell", "Outgoing\\cell", "60\\cell", "Warm\\cell", "57\\cell", "Trusting\\cell",
+         "50\\cell", "Submissive\\cell", "43\\cell", "Withdrawn\\cell", "40\\cell",
+         "Answers to the fifty statements", "Am the life of the party.", "Am full of ideas.",
+         "Notes for the reader"});
     expectOrder(brief, 0,
                 {"{\\b Emotional Stability} (T score 70, high): he describes himself",
                  "{\\b Extraversion}", "{\\b Agreeableness}", "{\\b Conscientiousness}",
