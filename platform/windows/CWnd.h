@@ -16,7 +16,7 @@ namespace tessalink {
 class NativeWindow;
 
 // Tells whether a window object still exists after something that may have deleted it.
-class WindowGuard {
+class TESSALINK_API WindowGuard {
 public:
     explicit WindowGuard(const CWnd& window);
     explicit operator bool() const { return !m_token.expired(); }
