@@ -61,16 +61,26 @@ private:
     double m_pixels = 0;
 };
 
-/// A form of numbers, or of choices, in a frame, with the focus, painted.
+enum class Kind { numbers, choices };
+
+DataEntryItem* makeItem(Kind kind) {
+    if (kind == Kind::numbers) return new FloatDataEntryItem("");
+    return new IntegerDataEntryItem;
+}
+DataEntryItemUI* makeUI(Kind kind) {
+    if (kind == Kind::numbers) return new FloatDataEntryUI(60, 5, 1, 0);
+    return new RadioBtnItemUI("[never|1|1][seldom|2|2][often|3|3]", 60);
+}
+
+/// A form of items that share an interface, in a frame, with the focus, painted.
 class Shown {
 public:
-    Shown(int items, DataEntryItemUI* ui, DataEntryLayoutMgr* manager = new SingleColLayoutMgr)
+    Shown(int items, Kind kind, DataEntryLayoutMgr* manager = new SingleColLayoutMgr)
         : m_form(manager) {
+        DataEntryItemUI* ui = nullptr;
         for (int i = 0; i < items; ++i) {
-            m_form.AddItem(DYNAMIC_DOWNCAST(FloatDataEntryUI, ui) != nullptr
-                               ? static_cast<DataEntryItem*>(new FloatDataEntryItem(""))
-                               : new IntegerDataEntryItem,
-                           ui);
+            if (ui == nullptr) ui = makeUI(kind);
+            m_form.AddItem(makeItem(kind), ui);
         }
         m_frame.Create("", cPlace);
         m_form.Create(cPlace, 1, &m_frame);
@@ -93,7 +103,7 @@ private:
 
 // A digit, a digit, and Return, which keeps the number and goes on.
 void numbers(benchmark::State& state) {
-    Shown shown(static_cast<int>(state.range(0)), new FloatDataEntryUI(60, 5, 1, 0));
+    Shown shown(static_cast<int>(state.range(0)), Kind::numbers);
     Latencies latencies;
     std::size_t number = 0;
     for (auto _ : state) {
@@ -109,8 +119,7 @@ void numbers(benchmark::State& state) {
 
 // A key that chooses and goes on.
 void choices(benchmark::State& state) {
-    Shown shown(static_cast<int>(state.range(0)),
-                new RadioBtnItemUI("[never|1|1][seldom|2|2][often|3|3]", 60));
+    Shown shown(static_cast<int>(state.range(0)), Kind::choices);
     Latencies latencies;
     std::size_t number = 0;
     for (auto _ : state) {
@@ -123,8 +132,7 @@ void choices(benchmark::State& state) {
 }
 
 void moves(benchmark::State& state, UINT key) {
-    Shown shown(static_cast<int>(state.range(0)), new FloatDataEntryUI(60, 5, 1, 0),
-                new FlowLayoutMgr(0));
+    Shown shown(static_cast<int>(state.range(0)), Kind::numbers, new FlowLayoutMgr(0));
     Latencies latencies;
     for (auto _ : state) {
         shown.StartAgainAtEnd();
@@ -141,7 +149,7 @@ void pages(benchmark::State& state) {
 
 // A quarter of the height, up and down: only what comes into view is painted.
 void scrolls(benchmark::State& state) {
-    Shown shown(static_cast<int>(state.range(0)), new FloatDataEntryUI(60, 5, 1, 0));
+    Shown shown(static_cast<int>(state.range(0)), Kind::numbers);
     Latencies latencies;
     std::size_t number = 0;
     for (auto _ : state) {
@@ -153,8 +161,7 @@ void scrolls(benchmark::State& state) {
 }
 
 void layouts(benchmark::State& state) {
-    Shown shown(static_cast<int>(state.range(0)), new FloatDataEntryUI(60, 5, 1, 0),
-                new FlowLayoutMgr(0));
+    Shown shown(static_cast<int>(state.range(0)), Kind::numbers, new FlowLayoutMgr(0));
     for (auto _ : state) shown.Form().RecalcLayout();
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }

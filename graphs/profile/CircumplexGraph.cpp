@@ -379,7 +379,7 @@ void CircumplexGraph::draw_sectors(CDC* dc) {
 bool CircumplexGraph::arc_covers(const arc_info& arc, int x, int y) const {
     if (arc.filled == 0 || x_scale() == 0 || y_scale() == 0) return false;
     const Polar place = toPolar({(x - center().x) / x_scale(), (center().y - y) / y_scale()});
-    const auto [least, most] = std::minmax(std::abs(arc.innerRadius), std::abs(arc.outerRadius));
+    const auto [least, most] = std::minmax({std::abs(arc.innerRadius), std::abs(arc.outerRadius)});
     if (place.length < least || place.length > most) return false;
     const double turn =
         std::fmod(place.angle - std::fmod(arc.from, cFullTurn) + 2 * cFullTurn, cFullTurn);
