@@ -533,10 +533,12 @@ struct CircumplexGraph::Names {
         const auto distance = [this](double dx, double dy) {
             return std::hypot(dx / radii.cx, dy / radii.cy);
         };
-        const double left = static_cast<double>(place.left) - middle.x;
-        const double right = static_cast<double>(place.right) - middle.x;
-        const double top = static_cast<double>(place.top) - middle.y;
-        const double bottom = static_cast<double>(place.bottom) - middle.y;
+        // Coordinates that don't fit an int come out in the wrong order.
+        const auto span = [](double from, double to, double origin) {
+            return std::minmax({from - origin, to - origin});
+        };
+        const auto [left, right] = span(place.left, place.right, middle.x);
+        const auto [top, bottom] = span(place.top, place.bottom, middle.y);
         return distance(std::clamp(0.0, left, right), std::clamp(0.0, top, bottom)) < 1 &&
                distance(std::max(-left, right), std::max(-top, bottom)) > 1;
     }
