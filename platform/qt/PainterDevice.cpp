@@ -81,19 +81,21 @@ void PainterDevice::DrawPolyline(const Paint& paint, std::span<const POINT> poin
 
 void PainterDevice::DrawPolygon(const Paint& paint, std::span<const POINT> points) {
     if (points.empty() || !m_canvas->Clip(paint.clip)) return;
+    if (hasPen(paint) && m_canvas->DrawOutlined(paint, points)) return;
     if (hasBrush(paint)) m_canvas->FillPolygon(paint, points);
     if (hasPen(paint)) m_canvas->StrokeLines(paint, points, true);
 }
 
 void PainterDevice::DrawRectangle(const Paint& paint, const RECT& rect) {
     if (!m_canvas->Clip(paint.clip)) return;
+    const bool isFramed = hasPen(paint) && !isBar(paint.pen, rect);
+    if (isFramed && m_canvas->DrawOutlined(paint, outlineOf(paint, rect))) return;
     const RECT filling = fillingOf(paint, rect);
     if (hasBrush(paint) && !CRect(filling).IsRectEmpty()) {
         m_canvas->FillRectangles(paint, {&filling, 1});
     }
-    if (!hasPen(paint)) return;
-    if (isBar(paint.pen, rect)) return m_canvas->Fill(rect, paint.pen.lopnColor);
-    m_canvas->StrokeLines(paint, outlineOf(paint, rect), true);
+    if (isFramed) return m_canvas->StrokeLines(paint, outlineOf(paint, rect), true);
+    if (hasPen(paint)) m_canvas->Fill(rect, paint.pen.lopnColor);
 }
 
 void PainterDevice::DrawEllipse(const Paint& paint, const RECT& rect) {

@@ -28,6 +28,9 @@ public:
     bool Clip(const Region* region, const RECT* rect = nullptr);
 
     virtual void StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) = 0;
+    // Along a closed outline, with pen and brush. Returns whether it could be done in one step;
+    // otherwise nothing is drawn.
+    virtual bool DrawOutlined(const Paint&, std::span<const POINT>) { return false; }
     virtual void FillPolygon(const Paint& paint, std::span<const POINT> points) = 0;
     virtual void FillRectangles(const Paint& paint, std::span<const RECT> rects) = 0;
     // With pen and brush; the brush fills a unit less when there is no pen.

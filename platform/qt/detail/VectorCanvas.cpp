@@ -42,6 +42,18 @@ QPen solidPen(const LOGPEN& pen, COLORREF color) {
             isWide ? Qt::RoundCap : Qt::FlatCap, isWide ? Qt::RoundJoin : Qt::MiterJoin};
 }
 
+QPainterPath closedPath(std::span<const POINT> points, double shift) {
+    const QPointF offset(shift, shift);
+    QPainterPath path(toQPointF(points[0]) + offset);
+    for (const POINT& point : points.subspan(1)) path.lineTo(toQPointF(point) + offset);
+    path.closeSubpath();
+    return path;
+}
+
+Qt::FillRule fillRuleOf(const Paint& paint) {
+    return paint.fillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill;
+}
+
 struct HatchLines {
     bool horizontal;
     bool vertical;
@@ -56,8 +68,12 @@ constexpr HatchLines cHatchLines[] = {{true, false, false, false}, {false, true,
 
 // The painter keeps pen and brush from one shape to the next: files name them only where they
 // change.
-void VectorCanvas::use(const QPen& pen, const QBrush& brush) {
+void VectorCanvas::use(const QPen& pen) {
     if (painter().pen() != pen) painter().setPen(pen);
+}
+
+void VectorCanvas::use(const QPen& pen, const QBrush& brush) {
+    use(pen);
     if (painter().brush() != brush) painter().setBrush(brush);
 }
 
@@ -66,32 +82,44 @@ void VectorCanvas::draw(const QPainterPath& path, const QPen& pen, const QBrush&
     painter().drawPath(path);
 }
 
-void VectorCanvas::stroke(const Paint& paint, const QPainterPath& path) {
+// Draws with each of the pens that the lines take.
+template <class Draw>
+void VectorCanvas::stroke(const Paint& paint, Draw&& draw) {
     const auto dashes = dashesOf(paint.pen);
-    if (dashes.empty()) return draw(path, solidPen(paint.pen, paint.pen.lopnColor), Qt::NoBrush);
-    if (paint.opaque) draw(path, solidPen(paint.pen, paint.background), Qt::NoBrush);
+    if (dashes.empty()) return draw(solidPen(paint.pen, paint.pen.lopnColor));
+    if (paint.opaque) draw(solidPen(paint.pen, paint.background));
     QPen pen = solidPen(paint.pen, paint.pen.lopnColor);
     pen.setDashPattern(QList<qreal>(dashes.begin(), dashes.end()));
-    draw(path, pen, Qt::NoBrush);
+    draw(pen);
 }
 
 void VectorCanvas::StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) {
-    const bool isThin = paint.pen.lopnWidth.x <= 1;
     const double shift = penCentre(paint.pen);
+    if (isClosed) {
+        const QPainterPath path = closedPath(points, shift);
+        return stroke(paint, [&](const QPen& pen) { draw(path, pen, Qt::NoBrush); });
+    }
     std::vector<QPointF> places;
     places.reserve(points.size());
     for (const POINT& point : points) places.push_back(toQPointF(point) + QPointF(shift, shift));
-    if (isThin && !isClosed && places.size() > 1) {
+    if (paint.pen.lopnWidth.x <= 1 && places.size() > 1) {
         // The first unit is covered wholly, the last one not at all.
         const QPointF first = halfUnitBefore(places[1], places[0]);
         places[0] += places[0] - first;
         places.back() = halfUnitBefore(places[places.size() - 2], places.back());
     }
-    QPainterPath path;
-    path.moveTo(places[0]);
-    for (std::size_t i = 1; i < places.size(); ++i) path.lineTo(places[i]);
-    if (isClosed) path.closeSubpath();
-    stroke(paint, path);
+    stroke(paint, [&](const QPen& pen) {
+        use(pen);
+        painter().drawPolyline(places.data(), static_cast<int>(places.size()));
+    });
+}
+
+bool VectorCanvas::DrawOutlined(const Paint& paint, std::span<const POINT> points) {
+    if (paint.brush.lbStyle != BS_SOLID || !dashesOf(paint.pen).empty()) return false;
+    QPainterPath path = closedPath(points, penCentre(paint.pen));
+    path.setFillRule(fillRuleOf(paint));
+    draw(path, solidPen(paint.pen, paint.pen.lopnColor), toQColor(paint.brush.lbColor));
+    return true;
 }
 
 void VectorCanvas::fill(const Paint& paint, const QPainterPath& path) {
@@ -151,11 +179,8 @@ void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
 }
 
 void VectorCanvas::FillPolygon(const Paint& paint, std::span<const POINT> points) {
-    QPainterPath path;
-    path.setFillRule(paint.fillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill);
-    path.moveTo(toQPointF(points[0]));
-    for (const POINT& point : points.subspan(1)) path.lineTo(toQPointF(point));
-    path.closeSubpath();
+    QPainterPath path = closedPath(points, 0);
+    path.setFillRule(fillRuleOf(paint));
     fill(paint, path);
 }
 
@@ -181,7 +206,7 @@ void VectorCanvas::DrawEllipse(const Paint& paint, const RECT& rect) {
         return draw(path, solidPen(paint.pen, paint.pen.lopnColor), toQColor(paint.brush.lbColor));
     }
     fill(paint, path);
-    stroke(paint, path);
+    stroke(paint, [&](const QPen& pen) { draw(path, pen, Qt::NoBrush); });
 }
 
 }  // namespace tessalink::detail

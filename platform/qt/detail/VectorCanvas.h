@@ -10,15 +10,18 @@ public:
     using Canvas::Canvas;
 
     void StrokeLines(const Paint& paint, std::span<const POINT> points, bool isClosed) override;
+    bool DrawOutlined(const Paint& paint, std::span<const POINT> points) override;
     void FillPolygon(const Paint& paint, std::span<const POINT> points) override;
     void FillRectangles(const Paint& paint, std::span<const RECT> rects) override;
     void DrawEllipse(const Paint& paint, const RECT& rect) override;
 
 private:
+    void use(const QPen& pen);
     void use(const QPen& pen, const QBrush& brush);
     void draw(const QPainterPath& path, const QPen& pen, const QBrush& brush);
     void fill(const Paint& paint, const QPainterPath& path);
-    void stroke(const Paint& paint, const QPainterPath& path);
+    template <class Draw>
+    void stroke(const Paint& paint, Draw&& draw);
     void hatch(const Paint& paint, const QRectF& area);
 };
 
