@@ -55,7 +55,7 @@ int ChoiceItemUI::parse_rsp_set(const char* responseSet) {
 int ChoiceItemUI::OnCreate(CREATESTRUCT* create) {
     if (ColoredItemUI::OnCreate(create) != 0) return -1;
     CClientDC dc(this);
-    initialize(&dc);
+    prepare(dc);
     return 0;
 }
 
@@ -63,9 +63,11 @@ int ChoiceItemUI::mark_width() const {
     return m_boxSide + m_halfWidth;
 }
 
+void ChoiceItemUI::prepare(CDC& dc) {
+    if (!std::exchange(m_initialised, true)) initialize(&dc);
+}
+
 void ChoiceItemUI::initialize(CDC* dc) {
-    if (m_initialised) return;
-    m_initialised = true;
     const CSize number = dc->GetTextExtent(cWidestNumber);
     m_height = number.cy;
     m_halfWidth = (dc->GetTextExtent("m", 1).cx + 1) >> 1;
@@ -99,7 +101,7 @@ void ChoiceItemUI::place_choices() {
 }
 
 void ChoiceItemUI::OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) {
-    initialize(dc);
+    prepare(*dc);
     const int lines = CountLabelLines(const_cast<DataEntryItem*>(item)->GetLabel());
     size.cx = m_totalWidth;
     size.cy = std::max(m_totalHeight, lines * m_height + m_height / 2);
@@ -127,9 +129,9 @@ int ChoiceItemUI::change(IntegerDataEntryItem& item, const Choice& choice) const
 }
 
 int ChoiceItemUI::set_curr_cell_value_index(int index) {
-    if (index < 0 || index >= static_cast<int>(m_choices.size())) AfxThrowInvalidArgException();
     auto* item = DYNAMIC_DOWNCAST(IntegerDataEntryItem, m_item);
     if (item == nullptr || item->IsReadOnly() != 0) return 0;
+    if (index < 0 || index >= static_cast<int>(m_choices.size())) AfxThrowInvalidArgException();
     const Choice& choice = m_choices[static_cast<std::size_t>(index)];
     if (m_singleChoice && is_chosen(*item, choice)) return 1;
     const tessalink::WindowGuard alive(*this);
@@ -143,7 +145,7 @@ int ChoiceItemUI::set_curr_cell_value_index(int index) {
         Invalidate(1);
         return 0;
     }
-    OnDataChanged();
+    tell_changed(item);
     if (alive) Invalidate(1);
     return 1;
 }
@@ -233,7 +235,7 @@ void ChoiceItemUI::draw_read_only_frame(CDC& dc, const CRect& place) const {
 }
 
 void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
-    initialize(&dc);
+    prepare(dc);
     const RestoredState restored(dc);
     const CString label = item.GetLabel();
     // Beside the first choices, which stand at the top.

@@ -44,8 +44,8 @@ protected:
 
     /// Reads a response set; 0 when it is malformed.
     int parse_rsp_set(const char* responseSet);
-    /// Computes sizes and makes the fonts, once.
-    void initialize(CDC* dc);
+    /// Computes sizes and makes the fonts. It is called once.
+    virtual void initialize(CDC* dc);
     /// Places the choices, whose widths are known.
     virtual void place_choices();
     /// What a choice needs besides its caption.
@@ -53,8 +53,8 @@ protected:
     /// Draws the mark and caption of a choice at a place; the colours and the font are set.
     virtual void draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
                              bool readOnly) const = 0;
-    /// Chooses a response, or takes the choice back; 0 when that is refused. An index out of range
-    /// raises CInvalidArgException.
+    /// Chooses a response, or takes the choice back; 0 when that is refused, or when the item is
+    /// read-only. An index out of range raises CInvalidArgException.
     int set_curr_cell_value_index(int index);
     bool is_chosen(const DataEntryItem& item, const Choice& choice) const;
     void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) override;
@@ -67,6 +67,7 @@ protected:
     int m_boxSide = 0;
 
 private:
+    void prepare(CDC& dc);
     int change(IntegerDataEntryItem& item, const Choice& choice) const;
     int choice_for(char key) const;
     void draw_read_only_frame(CDC& dc, const CRect& place) const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dataentry/DataEntryCtl.h"
 #include "platform/graphics/DCScope.h"
 
 using tessalink::RestoredState;
@@ -23,6 +24,9 @@ IMPLEMENT_DYNAMIC(ColoredItemUI, DataEntryItemUI)
 
 void ColoredItemUI::colors_changed() {
     if (m_item != nullptr) Invalidate(1);
+    // Its other items are part of the form's picture.
+    if (m_container != nullptr) m_container->Invalidate(1);
+    for (int i = 0; i < GetChildCount(); ++i) GetChild(i)->Invalidate(1);
 }
 
 void ColoredItemUI::SetFocusColors(COLORREF text, COLORREF background) {

@@ -24,6 +24,7 @@ IMPLEMENT_DYNAMIC(DataEntryCtl, CWnd)
 
 struct DataEntryCtl::Axis {
     int bar;
+    DWORD style;
     UINT message;
     LONG POINT::*position;
     LONG SIZE::*size;
@@ -36,6 +37,7 @@ struct DataEntryCtl::Axis {
 
 const DataEntryCtl::Axis DataEntryCtl::Axis::cHorizontal = {
     SB_HORZ,
+    WS_HSCROLL,
     WM_HSCROLL,
     &POINT::x,
     &SIZE::cx,
@@ -43,6 +45,7 @@ const DataEntryCtl::Axis DataEntryCtl::Axis::cHorizontal = {
     &DataEntryLayoutMgr::GetItemAfterHorzScroll};
 const DataEntryCtl::Axis DataEntryCtl::Axis::cVertical = {
     SB_VERT,
+    WS_VSCROLL,
     WM_VSCROLL,
     &POINT::y,
     &SIZE::cy,
@@ -86,10 +89,6 @@ BOOL DataEntryCtl::Create(const RECT& rect, UINT id, CWnd* parent) {
 BOOL DataEntryCtl::SubclassDlgItem(UINT id, CWnd* parent) {
     if (!m_layoutMgr || CWnd::SubclassDlgItem(id, parent) == 0) return 0;
     m_id = static_cast<int>(id);
-    DWORD bars = 0;
-    if (m_layoutMgr->HorizontalScrolling() != 0) bars |= WS_HSCROLL;
-    if (m_layoutMgr->VerticalScrolling() != 0) bars |= WS_VSCROLL;
-    ModifyStyle(0, bars);
     set_up();
     return 1;
 }
@@ -131,8 +130,9 @@ int DataEntryCtl::AddItem(DataEntryItem* item, DataEntryItemUI* interface) {
     item->SetIndex(static_cast<unsigned short>(GetItemCount()));
     m_items.push_back(std::move(ownedItem));
     m_neighbours->Forget();
-    if (m_current < 0) m_current = 0;
+    const bool isFirst = std::exchange(m_current, std::max(m_current, 0)) < 0;
     set_up();
+    if (isFirst && m_hasFocus) set_focus(true);
     return 1;
 }
 
@@ -243,17 +243,21 @@ void DataEntryCtl::RecalcLayout() {
     CClientDC dc(this);
     m_layoutMgr->RecalcLayout(this, &dc, client);
     set_scroll_bars();
+    // What is shown follows from the last of several layouts alone.
+    if (m_layouts > 1) return;
     const auto inRange = [](int position, int extent, int size) {
         return std::clamp(position, 0, std::max(extent - size, 0));
     };
     scroll_to(CPoint(inRange(m_scroll.x, m_extent.cx, m_client.cx),
                      inRange(m_scroll.y, m_extent.cy, m_client.cy)));
+    if (m_client != client.Size()) scroll_curr_into_view();
     move_attached();
 }
 
 void DataEntryCtl::set_scroll_bars() {
     for (const Axis* axis : {&Axis::cHorizontal, &Axis::cVertical}) {
         const bool scrolls = (m_layoutMgr.get()->*axis->scrolls)() != 0;
+        if (scrolls) ModifyStyle(0, axis->style);
         SCROLLINFO before;
         if (GetScrollInfo(axis->bar, &before) == 0) continue;
         const int page = m_client.*axis->size;
@@ -273,7 +277,7 @@ void DataEntryCtl::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
     if (width == m_client.cx && height == m_client.cy) return;
     RecalcLayout();
-    if (m_current >= 0) scroll_curr_into_view();
+    if (m_layouts == 0) scroll_curr_into_view();
     Invalidate(1);
 }
 
@@ -333,23 +337,26 @@ void DataEntryCtl::set_curr_item(int index) {
     if (GetSafeHwnd() == nullptr) return;
     DataEntryItemUI* now = GetItemUI(index);
     const tessalink::WindowGuard alive(*this);
-    if (old != nullptr && old->IsFocused()) {
-        m_isAttached = now->Attach(GetItem(index), window_rect(index), 1) != 0;
-    }
+    const bool wasFocused = old != nullptr && old->IsFocused();
+    m_isAttached = wasFocused && now->Attach(GetItem(index), window_rect(index), 1) != 0;
     if (!alive) return;
-    if (old != nullptr && old != now) old->Detach(1);
+    if (old != nullptr && (old != now || !wasFocused)) old->Detach(1);
     if (alive && before >= 0) InvalidateRect(window_rect(before));
 }
 
 void DataEntryCtl::set_focus(bool notifies) {
-    if (m_current < 0 || GetSafeHwnd() == nullptr) return;
+    if (GetSafeHwnd() == nullptr || !TakesInput()) return;
     const tessalink::WindowGuard alive(*this);
     const bool had = std::exchange(m_hasFocus, true);
+    if (m_current < 0) {
+        if (notifies && !had) notify(NM_SETFOCUS, m_current, nullptr);
+        return;
+    }
     DataEntryItemUI* interface = GetItemUI(m_current);
     // What is being typed is not disturbed.
     const bool isThere = m_isAttached && interface->IsFocused() &&
                          interface->GetCurrItem() == GetItem(m_current) &&
-                         interface->IsChild(GetFocus()) != 0;
+                         interface->Holds(GetFocus());
     if (!isThere) {
         const Raised busy(*this, m_busy);
         m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
@@ -477,8 +484,7 @@ void DataEntryCtl::OnSetFocus(CWnd* old) {
 
 void DataEntryCtl::OnKillFocus(CWnd* next) {
     CWnd::OnKillFocus(next);
-    if (m_busy > 0 || !m_hasFocus) return;
-    if (next != nullptr && (next == this || IsChild(next))) return;
+    if (m_busy > 0 || !m_hasFocus || Holds(next)) return;
     m_hasFocus = false;
     notify(NM_KILLFOCUS, -1, nullptr);
 }
@@ -490,7 +496,7 @@ void DataEntryCtl::LeaveForm() {
     parent->SetFocus();
     if (!alive || GetFocus() != parent) return;
     CWnd* next = parent->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT));
-    if (next != nullptr && next != this && !IsChild(next)) next->SetFocus();
+    if (next != nullptr && !Holds(next)) next->SetFocus();
 }
 
 void DataEntryCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
@@ -561,7 +567,8 @@ BOOL DataEntryCtl::OnMouseWheel(UINT, short delta, CPoint point) {
     }
     CRect window;
     GetWindowRect(&window);
-    const bool overBar = horizontal && point.y >= window.bottom - GetSystemMetrics(SM_CYHSCROLL) &&
+    const bool overBar = horizontal && m_extent.cx > m_client.cx &&
+                         point.y >= window.bottom - GetSystemMetrics(SM_CYHSCROLL) &&
                          point.y < window.bottom;
     const UINT message = vertical && !overBar ? WM_VSCROLL : WM_HSCROLL;
     const int count = std::abs(static_cast<int>(delta)) * lines / cWheelNotch;
@@ -610,7 +617,7 @@ int DataEntryCtl::new_position(const Axis& axis, UINT code, UINT thumb) const {
 
 void DataEntryCtl::scroll(const Axis& axis, UINT code, UINT thumb) {
     const tessalink::WindowGuard alive(*this);
-    if (!m_isAttached || !m_hasFocus) set_focus(true);
+    if (m_current >= 0 && (!m_isAttached || !m_hasFocus)) set_focus(true);
     if (!alive) return;
     const int before = m_scroll.*axis.position;
     const int now = new_position(axis, code, thumb);

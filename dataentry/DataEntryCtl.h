@@ -59,6 +59,12 @@ public:
     /// What interfaces offer the form first; nonzero when it has used it.
     virtual int HandleChar(UINT ch, UINT repeat, UINT flags);
     virtual int HandleKeyDown(UINT key, UINT repeat, UINT flags);
+
+protected:
+    /// Tells the parent that a value has changed.
+    virtual void OnDataChanged(const DataEntryItem* item);
+
+public:
     /// Draws everything anew: values have changed.
     virtual void OnDataChanged();
     /// Draws an item anew: its value has changed.
@@ -69,6 +75,12 @@ public:
     /// item before is kept first; when that is refused, the item before stays current.
     virtual void SetCurrItem(int index);
 
+protected:
+    /// Asks the parent whether a value may change; nonzero when it accepts.
+    virtual int OnDataChanging(const DataEntryItem* item);
+    virtual void scroll_curr_into_view();
+
+public:
     /// Takes over the place of a dialog's placeholder window.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
@@ -134,11 +146,6 @@ public:
 
 protected:
     friend class DataEntryItemUI;
-
-    virtual void OnDataChanged(const DataEntryItem* item);
-    /// Nonzero when the parent accepts.
-    virtual int OnDataChanging(const DataEntryItem* item);
-    virtual void scroll_curr_into_view();
 
     void set_curr_item(int index);
     void set_focus(bool notifies);

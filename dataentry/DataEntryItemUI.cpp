@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "dataentry/DataEntryCtl.h"
+#include "platform/graphics/DCScope.h"
 
 IMPLEMENT_DYNAMIC(DataEntryItemUI, CWnd)
 
@@ -54,6 +55,8 @@ int DataEntryItemUI::OnContextMenu() {
 void DataEntryItemUI::Paint(DataEntryItem* item, const CRect& rect, int focused) {
     if (item == nullptr || m_container == nullptr) return;
     if (CDC* dc = m_container->PaintDC()) {
+        const tessalink::RestoredState restored(*dc);
+        dc->IntersectClipRect(rect);
         draw_item(*dc, *item, rect, focused != 0);
     } else {
         m_container->InvalidateRect(rect);
@@ -63,6 +66,14 @@ void DataEntryItemUI::Paint(DataEntryItem* item, const CRect& rect, int focused)
 
 void DataEntryItemUI::OnDataChanged() {
     if (m_container != nullptr) m_container->OnDataChanged(m_item);
+}
+
+void DataEntryItemUI::tell_changed(const DataEntryItem* item) {
+    if (item == m_item) {
+        OnDataChanged();
+    } else if (m_container != nullptr) {
+        m_container->OnDataChanged(item);
+    }
 }
 
 int DataEntryItemUI::OnDataChanging() {
@@ -179,8 +190,7 @@ void DataEntryItemUI::OnSetFocus(CWnd* old) {
 
 void DataEntryItemUI::OnKillFocus(CWnd* next) {
     CWnd::OnKillFocus(next);
-    if (m_item == nullptr || next == m_container) return;
-    if (next != nullptr && (next == this || IsChild(next))) return;
+    if (m_item == nullptr || next == m_container || Holds(next)) return;
     m_focused = false;
     Invalidate(1);
     UpdateWindow();

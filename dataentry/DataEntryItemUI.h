@@ -91,6 +91,9 @@ public:
 protected:
     friend class DataEntryCtl;
 
+    /// Tells the form that an item has changed: by OnDataChanged, unless the parent has gone to
+    /// another item meanwhile.
+    void tell_changed(const DataEntryItem* item);
     /// Draws an item at a place of any device context.
     virtual void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) = 0;
     /// Leaves the form: its parent gets the focus or hands it on to its next control.

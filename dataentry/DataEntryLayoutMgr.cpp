@@ -18,6 +18,13 @@ int firstVisible(const DataEntryCtl& form, Visible isVisible, int item, int step
     return -1;
 }
 
+int itemAfterScroll(const DataEntryCtl& form, int item, int forward) {
+    if (form.ItemIsFullyVisible(item) != 0) return item;
+    const int step = forward != 0 ? 1 : -1;
+    const int whole = firstVisible(form, &DataEntryCtl::ItemIsFullyVisible, item + step, step);
+    return whole >= 0 ? whole : firstVisible(form, &DataEntryCtl::ItemIsVisible, item, step);
+}
+
 int firstEditableAfter(const DataEntryCtl& form, int item) {
     for (++item; item < form.GetItemCount(); ++item) {
         if (form.GetItem(item)->IsReadOnly() == 0) return item;
@@ -32,14 +39,11 @@ DataEntryLayoutMgr::DataEntryLayoutMgr(int horzScroll, int vertScroll)
                                         (vertScroll != 0 ? cVertical : 0))) {}
 
 int DataEntryLayoutMgr::GetItemAfterHorzScroll(DataEntryCtl* form, int item, int forward) {
-    return GetItemAfterVertScroll(form, item, forward);
+    return itemAfterScroll(*form, item, forward);
 }
 
 int DataEntryLayoutMgr::GetItemAfterVertScroll(DataEntryCtl* form, int item, int forward) {
-    if (form->ItemIsFullyVisible(item) != 0) return item;
-    const int step = forward != 0 ? 1 : -1;
-    const int whole = firstVisible(*form, &DataEntryCtl::ItemIsFullyVisible, item + step, step);
-    return whole >= 0 ? whole : firstVisible(*form, &DataEntryCtl::ItemIsVisible, item, step);
+    return itemAfterScroll(*form, item, forward);
 }
 
 int DataEntryLayoutMgr::NavigateOnChar(DataEntryCtl*, UINT, UINT, UINT, int&) {

@@ -1,7 +1,6 @@
 #include "dataentry/FilteredEditCtl.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "platform/base/HostServices.h"
 
@@ -58,9 +57,5 @@ void FilteredEditCtl::OnPaste() {
 void FilteredEditCtl::OnSetFocus(CWnd* old) {
     SimpleTextEditCtl::OnSetFocus(old);
     SetSel(0, -1);
-}
-
-bool DigitsEditCtl::IsValid(const CString& text) const {
-    const std::string_view digits = text.View();
-    return std::all_of(digits.begin(), digits.end(), [this](char ch) { return accepts(ch); });
+    ScrollCaret();
 }

@@ -20,14 +20,3 @@ protected:
     /// Whether a character may be in the text at all.
     virtual bool accepts(char ch) const = 0;
 };
-
-/// An edit box for digits only.
-class TESSALINK_API DigitsEditCtl : public FilteredEditCtl {
-public:
-    using FilteredEditCtl::FilteredEditCtl;
-
-    bool IsValid(const CString& text) const override;
-
-protected:
-    bool accepts(char ch) const override { return ch >= '0' && ch <= '9'; }
-};

@@ -9,7 +9,7 @@
 IMPLEMENT_DYNAMIC(FloatDataEntryUI, TextDataEntryUI)
 
 CEdit* FloatDataEntryUI::create_edit_box() {
-    return new FloatEditCtl(*this, max_chars(), m_decimals, m_allowNegative);
+    return new FloatEditCtl(*this, m_decimals, m_allowNegative);
 }
 
 CString FloatDataEntryUI::text_value(DataEntryItem& item) const {

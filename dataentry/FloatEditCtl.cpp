@@ -31,7 +31,6 @@ bool FloatEditCtl::accepts(char ch) const {
 }
 
 bool FloatEditCtl::IsValid(const CString& text) const {
-    if (m_maxChars > 0 && text.GetLength() > m_maxChars) return false;
     std::string_view rest = text.View();
     take(rest, isSpace);
     if (m_allowNegative != 0 && !rest.empty() && rest.front() == '-') rest.remove_prefix(1);

@@ -5,13 +5,9 @@
 /// An edit box for numbers with decimals, in the user's way to write them.
 class TESSALINK_API FloatEditCtl : public FilteredEditCtl {
 public:
-    /// At most `maxChars` characters (0: any number) and `decimals` digits after the point (0: and
-    /// no point).
-    FloatEditCtl(TextDataEntryUI& interface, int maxChars, int decimals, int allowNegative)
-        : FilteredEditCtl(interface),
-          m_maxChars(maxChars),
-          m_decimals(decimals),
-          m_allowNegative(allowNegative) {}
+    /// At most `decimals` digits after the point; 0: and no point. Its limit bounds the length.
+    FloatEditCtl(TextDataEntryUI& interface, int decimals, int allowNegative)
+        : FilteredEditCtl(interface), m_decimals(decimals), m_allowNegative(allowNegative) {}
 
     /// White space, a minus sign if negatives are allowed, digits, the point and decimals, white
     /// space; each may be missing.
@@ -21,7 +17,6 @@ protected:
     bool accepts(char ch) const override;
 
 private:
-    int m_maxChars;
     int m_decimals;
     int m_allowNegative;
 };

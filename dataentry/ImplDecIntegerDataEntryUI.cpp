@@ -15,7 +15,7 @@ ImplDecIntegerDataEntryUI::ImplDecIntegerDataEntryUI(int labelWidth, int maxChar
 }
 
 CEdit* ImplDecIntegerDataEntryUI::create_edit_box() {
-    return new FloatEditCtl(*this, max_chars(), m_decimals, m_allowNegative);
+    return new FloatEditCtl(*this, m_decimals, m_allowNegative);
 }
 
 CString ImplDecIntegerDataEntryUI::text_value(DataEntryItem& item) const {

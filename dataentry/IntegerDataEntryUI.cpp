@@ -1,13 +1,8 @@
 #include "dataentry/IntegerDataEntryUI.h"
 
-#include "dataentry/FilteredEditCtl.h"
 #include "platform/base/NumberText.h"
 
 IMPLEMENT_DYNAMIC(IntegerDataEntryUI, TextDataEntryUI)
-
-CEdit* IntegerDataEntryUI::create_edit_box() {
-    return new DigitsEditCtl(*this);
-}
 
 CString IntegerDataEntryUI::text_value(DataEntryItem& item) const {
     const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item);

@@ -12,7 +12,6 @@ public:
         : TextDataEntryUI(labelWidth, digits, 1, digits) {}
 
 protected:
-    CEdit* create_edit_box() override;
     DWORD extra_edit_style() const override { return ES_NUMBER; }
     CString text_value(DataEntryItem& item) const override;
     void store_text(const CString& text, DataEntryItem& item) override;

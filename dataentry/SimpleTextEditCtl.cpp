@@ -60,7 +60,7 @@ void SimpleTextEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
 
 void SimpleTextEditCtl::OnKillFocus(CWnd* next) {
     CEdit::OnKillFocus(next);
-    m_interface.OnEditKillFocus(next);
+    m_interface.OnEditKillFocus();
 }
 
 BOOL SimpleTextEditCtl::OnMouseWheel(UINT flags, short delta, CPoint point) {

@@ -61,17 +61,27 @@ std::vector<std::string_view> linesOf(const CDC& dc, std::string_view text, int 
 /// Whether a commit is under way anywhere in the process.
 bool isCommitting = false;
 
-class CommitScope {
-public:
-    CommitScope() { isCommitting = true; }
-    ~CommitScope() { isCommitting = false; }
-    CommitScope(const CommitScope&) = delete;
-    CommitScope& operator=(const CommitScope&) = delete;
-};
-
 }  // namespace
 
 IMPLEMENT_DYNAMIC(TextDataEntryUI, ColoredItemUI)
+
+/// While it lives, the interface commits.
+class TextDataEntryUI::CommitScope {
+public:
+    explicit CommitScope(TextDataEntryUI& interface) : m_interface(interface), m_alive(interface) {
+        isCommitting = interface.m_isCommitting = true;
+    }
+    ~CommitScope() {
+        isCommitting = false;
+        if (m_alive) m_interface.m_isCommitting = false;
+    }
+    CommitScope(const CommitScope&) = delete;
+    CommitScope& operator=(const CommitScope&) = delete;
+
+private:
+    TextDataEntryUI& m_interface;
+    tessalink::WindowGuard m_alive;
+};
 
 /// A change that is taken back must bring back every digit, not only what is shown.
 class TextDataEntryUI::KeptValue {
@@ -185,9 +195,11 @@ void TextDataEntryUI::display_edit_box() {
 
 void TextDataEntryUI::update_edit_box() {
     if (m_item == nullptr || m_edit->GetSafeHwnd() == nullptr) return;
-    m_edit->SetWindowText(get_curr_item_text_value());
+    m_loaded = get_curr_item_text_value();
+    m_edit->SetWindowText(m_loaded);
     // All is selected, so that typing replaces it.
     m_edit->SetSel(0, -1);
+    m_edit->ScrollCaret();
 }
 
 void TextDataEntryUI::remove_edit_box() {
@@ -198,7 +210,11 @@ void TextDataEntryUI::remove_edit_box() {
 void TextDataEntryUI::ShowValue() {
     if (m_editIsShown) {
         m_edit->SetReadOnly(m_item->IsReadOnly());
-        update_edit_box();
+        CString typed;
+        m_edit->GetWindowText(typed);
+        // What is being typed stays as long as the value does.
+        if (typed == m_loaded || m_loaded != get_curr_item_text_value()) update_edit_box();
+        m_edit->Invalidate(1);
     }
     Invalidate(1);
 }
@@ -224,18 +240,18 @@ void TextDataEntryUI::OnSize(UINT type, int width, int height) {
     if (m_editIsShown) m_edit->MoveWindow(edit_rect(CRect(0, 0, width, height)));
 }
 
-void TextDataEntryUI::OnEditKillFocus(CWnd* next) {
+void TextDataEntryUI::OnEditKillFocus() {
     if (!m_editIsShown || m_item == nullptr) return;
     m_leftInCommit = isCommitting;
     if (isCommitting) return;
     const tessalink::WindowGuard alive(*this);
     const int kept = update_curr_from_edit();
-    if (alive && kept != 0) leave_if_unfocused(next);
+    if (alive && kept != 0) leave_if_unfocused(GetFocus());
 }
 
 void TextDataEntryUI::leave_if_unfocused(CWnd* focus) {
     if (!m_editIsShown || m_item == nullptr) return;
-    if (focus != nullptr && (focus == this || IsChild(focus))) return;
+    if (Holds(focus)) return;
     remove_edit_box();
     DataEntryItemUI::OnKillFocus(focus);
 }
@@ -256,7 +272,8 @@ void TextDataEntryUI::OnTab() {
 }
 
 int TextDataEntryUI::Commit() {
-    return m_editIsShown ? update_curr_from_edit() : 1;
+    // While the parent is told of a change, it may go to another item.
+    return m_editIsShown && !m_isCommitting ? update_curr_from_edit() : 1;
 }
 
 int TextDataEntryUI::update_curr_from_edit() {
@@ -265,7 +282,7 @@ int TextDataEntryUI::update_curr_from_edit() {
     DataEntryItem& item = *m_item;
     const tessalink::WindowGuard alive(*this);
     {
-        const CommitScope scope;
+        const CommitScope scope(*this);
         CString typed;
         m_edit->GetWindowText(typed);
         if (typed == get_curr_item_text_value()) return 1;
@@ -274,7 +291,7 @@ int TextDataEntryUI::update_curr_from_edit() {
         const int accepted = OnDataChanging();
         if (!alive) return 0;
         if (accepted != 0) {
-            OnDataChanged();
+            tell_changed(&item);
             if (!alive) return 0;
             if (m_item != &item) return 1;
             update_edit_box();
@@ -341,7 +358,11 @@ void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& plac
     dc.ExtTextOut(area.left, area.top, ETO_OPAQUE, &area, "", 0, nullptr);
     const CRect box = edit_rect(place);
     draw_field_frame(dc, item, box);
-    const CString text = text_value(item);
+    CString text = text_value(item);
+    if (m_lines <= 1) {
+        text.Replace("\r\n", " ");
+        text.Replace('\n', ' ');
+    }
     CRect inside = box;
     inside.DeflateRect(1, 1);
     const int width = m_lines > 1 ? box.Width() - 2 * cEditMargin : cUnbroken;

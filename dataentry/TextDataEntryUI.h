@@ -43,8 +43,8 @@ public:
     /// The edit box has the colours of the focus; of a read-only item, that of its text.
     void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnSize(UINT type, int width, int height) override;
-    /// The edit box has lost the focus to a window, or to none.
-    void OnEditKillFocus(CWnd* next);
+    /// The edit box has lost the focus.
+    void OnEditKillFocus();
     /// A key of the edit box that the form may use.
     void OnEditKey(UINT key, UINT repeat, UINT flags) { OnKeyDown(key, repeat, flags); }
 
@@ -67,19 +67,19 @@ protected:
 
     /// The value of an item as text; empty when it has none.
     virtual CString text_value(DataEntryItem& item) const;
-    /// Stores what remains of a text without blanks around it; it is not empty.
+    /// Stores a text that is more than blanks; those around it are still there.
     virtual void store_text(const CString& text, DataEntryItem& item);
     /// Style bits of the edit box besides those of its kind.
     virtual DWORD extra_edit_style() const { return 0; }
     void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) override;
 
-    int max_chars() const { return m_maxChars; }
     CRect edit_rect(const CRect& place) const;
 
     std::unique_ptr<CEdit> m_edit;
     bool m_editIsShown = false;
 
 private:
+    class CommitScope;
     /// Everything of an item that a refused change must bring back.
     class KeptValue;
 
@@ -91,7 +91,9 @@ private:
     int m_lines;
     int m_widthChars;
     bool m_initialised = false;
+    bool m_isCommitting = false;
     bool m_leftInCommit = false;  ///< the focus went while the parent was asked
+    CString m_loaded;             ///< what the edit box was given last
     int m_labelWidth = 0;
     int m_editWidth = 0;
     int m_editHeight = 0;

@@ -301,7 +301,7 @@ void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) 
     if (!isCurrent) return;
     CBrush frame(cBlack);
     dc.FrameRect(&rect, &frame);
-    if (IsChild(GetFocus()) == 0) return;
+    if (!Holds(GetFocus())) return;
     const CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
     dc.FillRect(&bar, &frame);
 }

@@ -407,7 +407,7 @@ tessalink::AccessibleElement NumberListCtl::AccessibleChild(int index) const {
     element.value = value_text(index);
     element.isReadOnly = cell_is_read_only(index);
     element.isInvalid = index == m_current && m_isRefused;
-    element.isFocused = index == m_current && IsChild(GetFocus()) != 0;
+    element.isFocused = index == m_current && Holds(GetFocus());
     element.rect = GetItemRect(index);
     return element;
 }

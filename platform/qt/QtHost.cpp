@@ -23,6 +23,7 @@ public:
     void Show(bool) override {}
     void Enable(bool) override {}
     void Raise() override {}
+    void PlaceAfter(NativeWindow*) override {}
     void RequestPaint(const CRect&) override {}
     void PaintNow() override {}
     void Scroll(int, int) override {}

@@ -92,10 +92,47 @@ CString CEdit::window_text() const {
 }
 
 LRESULT CEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PASTE) {
+        OnPaste();
+        return 0;
+    }
+    const std::optional<LRESULT> answer = field_message(message, wParam, lParam);
+    return answer ? *answer : CWnd::WindowProc(message, wParam, lParam);
+}
+
+LRESULT CEdit::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_PASTE:
-            OnPaste();
+        case WM_PAINT:
+            CEdit::OnPaint();
             return 0;
+        case WM_SETFOCUS:
+            CEdit::OnSetFocus(nullptr);
+            return 0;
+        case WM_KILLFOCUS:
+            CEdit::OnKillFocus(nullptr);
+            return 0;
+        case WM_GETDLGCODE:
+            return CEdit::OnGetDlgCode();
+        case WM_KEYDOWN:
+            CEdit::OnKeyDown(static_cast<UINT>(wParam), 1, 0);
+            return 0;
+        case WM_CHAR:
+            CEdit::OnChar(static_cast<UINT>(wParam), 1, 0);
+            return 0;
+        case WM_SETCURSOR:
+            return CEdit::OnSetCursor(nullptr, 0, 0);
+        case WM_PASTE:
+            CEdit::OnPaste();
+            return 0;
+        default: {
+            const std::optional<LRESULT> answer = field_message(message, wParam, lParam);
+            return answer ? *answer : CWnd::DefWindowProc(message, wParam, lParam);
+        }
+    }
+}
+
+std::optional<LRESULT> CEdit::field_message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
         case WM_CUT:
             Cut();
             return 0;
@@ -132,7 +169,7 @@ LRESULT CEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case EM_LINEINDEX:
             return LineIndex(static_cast<int>(wParam));
         default:
-            return CWnd::WindowProc(message, wParam, lParam);
+            return std::nullopt;
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/windows/CWnd.h"
 
 // An edit box: an edit field of the system, with its selection, clipboard, undo and input methods.
@@ -48,8 +50,11 @@ public:
     using CWnd::Create;
 
 protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     CString window_text() const override;
 
 private:
+    // The messages of edit boxes; nothing for others.
+    std::optional<LRESULT> field_message(UINT message, WPARAM wParam, LPARAM lParam);
     void tell_parent(UINT code);
 };

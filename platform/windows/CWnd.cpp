@@ -1,6 +1,7 @@
 #include "platform/windows/CWnd.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -99,6 +100,8 @@ BOOL CWnd::Create(const char* className, const char* name, DWORD style, const RE
         DestroyWindow();
         return 0;
     }
+    SendMessage(WM_SIZE, 0, MAKELPARAM(m_core->clientSize.cx, m_core->clientSize.cy));
+    if (!alive || !m_core) return 0;
     Invalidate(1);
     if ((style & WS_VISIBLE) != 0) m_core->native->Show(true);
     return 1;
@@ -111,15 +114,14 @@ BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
     const CString text = placeholder->window_text();
     const DWORD style = placeholder->GetStyle();
     const CRect rect = placeholder->m_core->rect;
-    const std::vector<CWnd*>& before = parent->m_core->children;
-    const auto place = std::find(before.begin(), before.end(), placeholder) - before.begin();
+    const std::vector<CWnd*>& siblings = parent->m_core->children;
+    const auto place = std::find(siblings.begin(), siblings.end(), placeholder);
+    const CWnd* const before = place != siblings.begin() ? *std::prev(place) : &wndTop;
     const WindowGuard parentAlive(*parent);
     placeholder->DestroyWindow();
     if (!parentAlive || Create(className, text, style, rect, parent, id) == 0) return 0;
-    // The new window takes the place of the old one in the order of Tab.
-    auto& siblings = parent->m_core->children;
-    const auto own = std::find(siblings.begin(), siblings.end(), this);
-    std::rotate(std::min(siblings.begin() + place, own), own, own + 1);
+    // It takes the place of the old one in the order of Tab.
+    place_after(before);
     return 1;
 }
 
@@ -185,9 +187,7 @@ CWnd* CWnd::GetNextDlgTabItem(const CWnd* from, BOOL previous) const {
     std::vector<CWnd*> stops;
     collectTabStops(*this, stops);
     if (stops.empty()) return nullptr;
-    const auto holds = [from](const CWnd* stop) {
-        return from != nullptr && (stop == from || stop->IsChild(from) != 0);
-    };
+    const auto holds = [from](const CWnd* stop) { return stop->Holds(from); };
     const auto found = std::find_if(stops.begin(), stops.end(), holds);
     const auto count = static_cast<std::ptrdiff_t>(stops.size());
     if (found == stops.end()) return previous != 0 ? stops.back() : stops.front();
@@ -196,8 +196,11 @@ CWnd* CWnd::GetNextDlgTabItem(const CWnd* from, BOOL previous) const {
 }
 
 BOOL CWnd::IsChild(const CWnd* window) const {
-    while (window != nullptr && window != this) window = window->GetParent();
-    return window == this && m_core != nullptr;
+    if (!m_core || window == nullptr) return 0;
+    do {
+        window = window->GetParent();
+    } while (window != nullptr && window != this);
+    return window == this;
 }
 
 int CWnd::GetChildCount() const {
@@ -263,12 +266,61 @@ BOOL CWnd::IsWindowEnabled() const {
     return m_core && !m_core->HasStyle(WS_DISABLED);
 }
 
+bool CWnd::TakesInput() const {
+    const CWnd* window = this;
+    while (window != nullptr && window->IsWindowEnabled() != 0) window = window->GetParent();
+    return window == nullptr;
+}
+
 void CWnd::MoveWindow(const RECT& rect, BOOL repaint) {
     if (!m_core || (m_core->rect == rect && !m_core->isLost)) return;
     m_core->rect = CRect(rect);
     m_core->native->Move(m_core->rect);
     if (repaint != 0) Invalidate(1);
     tessalink::clientMayHaveChanged(*this);
+}
+
+const CWnd CWnd::wndTop;
+const CWnd CWnd::wndBottom;
+const CWnd CWnd::wndTopMost;
+const CWnd CWnd::wndNoTopMost;
+
+BOOL CWnd::place_after(const CWnd* sibling) {
+    const CWnd* const fronts[] = {nullptr, &wndTop, &wndTopMost, &wndNoTopMost};
+    const bool isFront =
+        std::find(std::begin(fronts), std::end(fronts), sibling) != std::end(fronts);
+    if (m_core->parent == nullptr) {
+        if (isFront) m_core->native->Raise();
+        return 1;
+    }
+    std::vector<CWnd*> order = m_core->parent->m_core->children;
+    removeFrom(order, this);
+    auto place = order.begin();
+    if (sibling == &wndBottom) {
+        place = order.end();
+    } else if (!isFront) {
+        place = std::find(order.begin(), order.end(), sibling);
+        if (place == order.end()) return 0;
+        ++place;
+    }
+    NativeWindow* const before = place != order.begin() ? (*std::prev(place))->native() : nullptr;
+    order.insert(place, this);
+    m_core->parent->m_core->children = std::move(order);
+    m_core->native->PlaceAfter(before);
+    return 1;
+}
+
+BOOL CWnd::SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags) {
+    if (!m_core) return 0;
+    if ((flags & SWP_NOZORDER) == 0 && place_after(insertAfter) == 0) return 0;
+    const CRect& rect = m_core->rect;
+    const CPoint corner = (flags & SWP_NOMOVE) == 0 ? CPoint(x, y) : rect.TopLeft();
+    const CSize size = (flags & SWP_NOSIZE) == 0 ? CSize(cx, cy) : rect.Size();
+    const WindowGuard alive(*this);
+    MoveWindow(CRect(corner, size), (flags & SWP_NOREDRAW) == 0);
+    if (alive && (flags & SWP_SHOWWINDOW) != 0) ShowWindow(SW_SHOW);
+    if (alive && (flags & SWP_HIDEWINDOW) != 0) ShowWindow(SW_HIDE);
+    return 1;
 }
 
 void CWnd::BringWindowToTop() {

@@ -47,7 +47,7 @@ public:
     ~CWnd() override;
 
     // Creation. The class name is "EDIT" for edit boxes and null otherwise. Returns nonzero on
-    // success; OnCreate may refuse with -1.
+    // success; OnCreate may refuse with -1. WM_SIZE follows.
     BOOL Create(const char* className, const char* name, DWORD style, const RECT& rect,
                 CWnd* parent, UINT id);
     // The same; extended styles have no effect.
@@ -72,8 +72,10 @@ public:
     // The next window with a tab stop that is shown and enabled, or the one before, among all
     // descendants; after the last follows the first. Null when there is none.
     CWnd* GetNextDlgTabItem(const CWnd* from, BOOL previous = 0) const;
-    // Whether it is `window`, or holds it.
+    // Whether `window` lies in this one, at any depth.
     BOOL IsChild(const CWnd* window) const;
+    // The same, or it is this one itself.
+    bool Holds(const CWnd* window) const { return window == this || IsChild(window) != 0; }
     int GetChildCount() const;
     CWnd* GetChild(int index) const;
 
@@ -85,7 +87,21 @@ public:
     BOOL IsWindowVisible() const;
     BOOL EnableWindow(BOOL enable = 1);
     BOOL IsWindowEnabled() const;
+    // Whether it and all its parents are enabled.
+    bool TakesInput() const;
     void MoveWindow(const RECT& rect, BOOL repaint = 1);
+    // What SWP_... in `flags` does not leave out: moves the window, gives it a size and another
+    // place among the children of its parent, shows or hides it. It comes after
+    // the sibling `insertAfter`, behind it on the screen and next to it for Tab; as the first and
+    // in front of all with null or wndTop, as the last with wndBottom. Windows without a parent
+    // only come to the front. Nothing is activated. Returns 0, and does nothing, when `insertAfter`
+    // is no sibling.
+    BOOL SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags);
+    // Places for SetWindowPos; no window is on top of all others for good.
+    static const CWnd wndTop;
+    static const CWnd wndBottom;
+    static const CWnd wndTopMost;
+    static const CWnd wndNoTopMost;
     void BringWindowToTop();
     void GetClientRect(RECT* rect) const;
     void GetWindowRect(RECT* rect) const;  // on the screen
@@ -185,6 +201,11 @@ public:
     virtual void OnSetFont(CFont* font);
 
 protected:
+    // What the window does by itself with a message that no handler wants: that of the base
+    // handlers of its kind.
+    virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    // The same with the message that is being handled, from within its handler; 0 at other times.
+    LRESULT Default();
     virtual CString window_text() const;
     virtual bool is_frame() const { return false; }
     tessalink::NativeWindow* native() const;
@@ -195,6 +216,7 @@ private:
 
     LRESULT dispatch_control(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT dispatch_mouse(UINT message, WPARAM wParam, LPARAM lParam);
+    BOOL place_after(const CWnd* sibling);
 
     std::unique_ptr<tessalink::WindowCore> m_core;
     std::shared_ptr<const char> m_token;

@@ -53,10 +53,13 @@ public:
     void Move(const CRect& rect) override { m_topLeft = rect.TopLeft(); }
     void Show(bool) override {}
     void Enable(bool) override {}
-    void Raise() override {
+    void Raise() override { raised(); }
+    void PlaceAfter(NativeWindow* sibling) override {
+        const auto own = raised();
         auto& windows = m_system.m_windows;
-        std::stable_partition(windows.begin(), windows.end(),
-                              [this](const CWnd* window) { return m_owner.IsChild(window) == 0; });
+        if (sibling == nullptr) return;
+        const auto* const front = &static_cast<HeadlessWindow*>(sibling)->m_owner;
+        std::rotate(std::find(windows.begin(), own, front), own, windows.end());
     }
     void RequestPaint(const CRect&) override {}
     void PaintNow() override { m_system.paint(m_owner, m_system.m_screen); }
@@ -87,6 +90,13 @@ public:
     NativeEdit* Edit() override { return m_edit.get(); }
 
 private:
+    // Moves the window, with what is in it, to the front, and returns where it starts there.
+    std::vector<CWnd*>::iterator raised() {
+        auto& windows = m_system.m_windows;
+        return std::stable_partition(windows.begin(), windows.end(),
+                                     [this](const CWnd* window) { return !m_owner.Holds(window); });
+    }
+
     HeadlessSystem& m_system;
     CWnd& m_owner;
     CPoint m_topLeft;

@@ -125,6 +125,14 @@ inline constexpr DWORD ES_NUMBER = 0x2000;
 inline constexpr int SW_HIDE = 0;
 inline constexpr int SW_SHOW = 5;
 
+inline constexpr UINT SWP_NOSIZE = 0x0001;
+inline constexpr UINT SWP_NOMOVE = 0x0002;
+inline constexpr UINT SWP_NOZORDER = 0x0004;
+inline constexpr UINT SWP_NOREDRAW = 0x0008;
+inline constexpr UINT SWP_NOACTIVATE = 0x0010;
+inline constexpr UINT SWP_SHOWWINDOW = 0x0040;
+inline constexpr UINT SWP_HIDEWINDOW = 0x0080;
+
 inline constexpr int SB_HORZ = 0;
 inline constexpr int SB_VERT = 1;
 inline constexpr UINT SB_LINEUP = 0;
@@ -154,6 +162,9 @@ inline constexpr UINT DLGC_WANTTAB = 0x0002;
 inline constexpr UINT DLGC_WANTALLKEYS = 0x0004;
 inline constexpr UINT DLGC_HASSETSEL = 0x0008;
 inline constexpr UINT DLGC_WANTCHARS = 0x0080;
+
+// Among the flags of a key or character: the key is held down, and repeats itself.
+inline constexpr UINT KF_REPEAT = 0x4000;
 
 inline constexpr UINT VK_BACK = 0x08;
 inline constexpr UINT VK_TAB = 0x09;

@@ -6,8 +6,80 @@
 
 // What windows do with their messages.
 
+namespace {
+
+// A message that is being handled, and the one inside whose handling it was sent.
+class HandledMessage {
+public:
+    HandledMessage(const CWnd& window, UINT message, WPARAM wParam, LPARAM lParam)
+        : window(window), message(message), wParam(wParam), lParam(lParam) {
+        innermost = this;
+    }
+    ~HandledMessage() { innermost = outer; }
+    HandledMessage(const HandledMessage&) = delete;
+    HandledMessage& operator=(const HandledMessage&) = delete;
+
+    static inline const HandledMessage* innermost = nullptr;
+
+    const CWnd& window;
+    const UINT message;
+    const WPARAM wParam;
+    const LPARAM lParam;
+    const HandledMessage* const outer = innermost;
+};
+
+}  // namespace
+
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    return m_core ? WindowProc(message, wParam, lParam) : 0;
+    if (!m_core) return 0;
+    const HandledMessage handled(*this, message, wParam, lParam);
+    return WindowProc(message, wParam, lParam);
+}
+
+LRESULT CWnd::Default() {
+    const HandledMessage* handled = HandledMessage::innermost;
+    while (handled != nullptr && &handled->window != this) handled = handled->outer;
+    if (!m_core || handled == nullptr) return 0;
+    return DefWindowProc(handled->message, handled->wParam, handled->lParam);
+}
+
+// Of the base class's handlers those that do something.
+LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto window = [wParam] { return FromHandle(reinterpret_cast<HWND>(wParam)); };
+    switch (message) {
+        case WM_CLOSE:
+            DestroyWindow();
+            return 0;
+        case WM_SYSCOLORCHANGE:
+            CWnd::OnSysColorChange();
+            return 0;
+        case WM_PAINT:
+            CWnd::OnPaint();
+            return 0;
+        case WM_ERASEBKGND:
+            return CWnd::OnEraseBkgnd(reinterpret_cast<CDC*>(lParam));
+        case WM_KEYDOWN:
+        case WM_CHAR:
+            tessalink::inputNotUsed();
+            return 0;
+        case WM_SETFONT:
+            CWnd::OnSetFont(reinterpret_cast<CFont*>(lParam));
+            return 0;
+        case WM_SETCURSOR:
+            return CWnd::OnSetCursor(window(), LOWORD(static_cast<WPARAM>(lParam)),
+                                     HIWORD(static_cast<WPARAM>(lParam)));
+        case WM_CONTEXTMENU:
+            CWnd::OnContextMenu(window(), pointOf(lParam));
+            return 0;
+        case WM_LBUTTONDBLCLK:
+            CWnd::OnLButtonDblClk(static_cast<UINT>(wParam), pointOf(lParam));
+            return 0;
+        case WM_MOUSEWHEEL:
+            return CWnd::OnMouseWheel(LOWORD(wParam), static_cast<short>(HIWORD(wParam)),
+                                      pointOf(lParam));
+        default:
+            return 0;
+    }
 }
 
 BOOL CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -34,9 +106,6 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ENABLE:
             OnEnable(static_cast<BOOL>(wParam));
-            return 0;
-        case WM_CLOSE:
-            DestroyWindow();
             return 0;
         case WM_SYSCOLORCHANGE:
             OnSysColorChange();
@@ -130,7 +199,7 @@ LRESULT CWnd::dispatch_mouse(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_MOUSEWHEEL:
             return OnMouseWheel(LOWORD(wParam), static_cast<short>(HIWORD(wParam)), point);
         default:
-            return 0;
+            return DefWindowProc(message, wParam, lParam);
     }
 }
 

@@ -118,9 +118,9 @@ private:
     WindowGuard m_alive;
 };
 
-bool sendInput(CWnd& window, UINT message, UINT value, UINT repeat) {
+bool sendInput(CWnd& window, UINT message, UINT value, LPARAM repeat) {
     const bool before = std::exchange(state().inputUsed, true);
-    window.SendMessage(message, value, static_cast<LPARAM>(repeat));
+    window.SendMessage(message, value, repeat);
     return std::exchange(state().inputUsed, before);
 }
 
@@ -136,7 +136,7 @@ WindowSystem& windowSystem() {
 }
 
 void leaveFocus(CWnd& window) {
-    if (state().focus == nullptr || window.IsChild(state().focus) == 0) return;
+    if (state().focus == nullptr || !window.Holds(state().focus)) return;
     windowSystem().DropFocus();
     moveFocus(nullptr);
 }
@@ -199,18 +199,20 @@ void inputNotUsed() {
 
 // Input.
 
-bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat) {
+bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat, bool isHeld) {
     if (state().hook && state().hook(window, WM_KEYDOWN, key, CPoint())) return true;
     bool handled = false;
     const WindowGuard alive(window);
     if (dialogTakes(window, key, handled)) return handled;
     if (!alive || window.GetSafeHwnd() == nullptr) return true;
     const WindowCore* core = WindowCore::Of(window);
-    handled = sendInput(window, WM_KEYDOWN, key, repeat);
+    const LPARAM count =
+        MAKELPARAM(static_cast<int>(repeat), isHeld ? static_cast<int>(KF_REPEAT) : 0);
+    handled = sendInput(window, WM_KEYDOWN, key, count);
     for (const char ch : characters) {
         // A key that has moved the focus makes no characters elsewhere.
         if (!alive || WindowCore::Of(window) != core || state().focus != &window) return true;
-        handled = sendInput(window, WM_CHAR, static_cast<unsigned char>(ch), repeat) || handled;
+        handled = sendInput(window, WM_CHAR, static_cast<unsigned char>(ch), count) || handled;
     }
     return handled;
 }
@@ -336,7 +338,7 @@ using tessalink::windowSystem;
 
 CWnd* CWnd::SetFocus() {
     CWnd* before = state().focus;
-    if (!m_core || m_core->isBeingDestroyed || !IsWindowEnabled() || before == this) return before;
+    if (!m_core || m_core->isBeingDestroyed || before == this || !TakesInput()) return before;
     const tessalink::WindowGuard alive(*this);
     // The native window follows; what it tells of that is known already.
     tessalink::moveFocus(this);

@@ -48,6 +48,8 @@ public:
     virtual void Show(bool show) = 0;
     virtual void Enable(bool enable) = 0;
     virtual void Raise() = 0;
+    // Behind a sibling and next after it for Tab; with null in front of all and first for Tab.
+    virtual void PlaceAfter(NativeWindow* sibling) = 0;
     // Something became invalid: paint soon. PaintNow does it at once.
     virtual void RequestPaint(const CRect& rect) = 0;
     virtual void PaintNow() = 0;
@@ -109,8 +111,10 @@ TESSALINK_API WindowSystem& windowSystem();
 // What a window system tells the windows. All of these may destroy the window.
 
 // The user presses a key: the window gets it, and then the characters that it makes (Windows-1252),
-// unless the dialog keys of its parent take it. Returns false when nobody wanted the key.
-TESSALINK_API bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat = 1);
+// unless the dialog keys of its parent take it. A key that is held down repeats itself: `isHeld` is
+// true from the second time on. Returns false when nobody wanted the key.
+TESSALINK_API bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat = 1,
+                              bool isHeld = false);
 // The same for characters alone, as an input method makes them.
 TESSALINK_API void charactersTyped(CWnd& window, std::string_view characters);
 // A button, a move or, with the delta in the high word of `wParam` and the point on the screen, the

@@ -348,6 +348,83 @@ TEST(FormLife, FocusThatGoesInANotificationIsToldOnce) {
     }
 }
 
+TEST(FormLife, AParentMayGoToAnotherItemWhileItIsTold) {
+    for (const bool isChoice : {false, true}) {
+        for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED}) {
+            FormHost host;
+            DataEntryCtl form(new SingleColLayoutMgr);
+            DataEntryItemUI* ui =
+                isChoice ? static_cast<DataEntryItemUI*>(new CheckBoxItemUI("[a|5|5]", 0))
+                         : new IntegerDataEntryUI(0, 3);
+            for (int i = 0; i < 4; ++i) form.AddItem(new IntegerDataEntryItem, ui);
+            form.Create(CRect(0, 0, 300, 300), 1, &host);
+            form.SetFocus();
+            host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
+                if (told.hdr.code == code) form.SetCurrItem(3);
+                return 0;
+            };
+            windows().Type("5");
+            windows().PressKey(isChoice ? VK_ESCAPE : VK_DOWN);
+            EXPECT_EQ(form.GetCurrItemIdx(), 3) << code;
+            EXPECT_EQ(static_cast<IntegerDataEntryItem*>(form.GetItem(0))->GetValue(), 5);
+            const std::vector<Note> notes = host.Taken();
+            EXPECT_EQ(std::count(notes.begin(), notes.end(), Note{DATAENTRY_CHANGED, 0}), 1);
+            EXPECT_EQ(std::count(notes.begin(), notes.end(), Note{DATAENTRY_CHANGED, 3}), 0);
+            windows().Type("5");
+            form.SetCurrItem(0);
+            EXPECT_EQ(static_cast<IntegerDataEntryItem*>(form.GetItem(3))->GetValue(), 5)
+                << "what is keyed goes there";
+        }
+    }
+}
+
+TEST(FormLife, WhatIsTypedStaysAsLongAsTheValue) {
+    Typing typing;
+    const auto box = [] {
+        CString text;
+        CWnd::GetFocus()->GetWindowText(text);
+        return text;
+    };
+    typing.form->OnDataChanged();
+    typing.form->OnDataChanged(0);
+    EXPECT_STREQ(box(), "5");
+    static_cast<IntegerDataEntryItem*>(typing.form->GetItem(0))->SetValue(8);
+    typing.form->OnDataChanged();
+    EXPECT_STREQ(box(), "8");
+}
+
+TEST(FormLife, FocusWithoutItemsAndWithoutInput) {
+    FormHost host;
+    DataEntryCtl form(new SingleColLayoutMgr);
+    form.Create(CRect(0, 0, 300, 200), 1, &host);
+    form.SetFocus();
+    EXPECT_EQ(host.Taken(), (std::vector<Note>{{NM_SETFOCUS, -1}}));
+    auto* ui = new IntegerDataEntryUI(0, 3);
+    form.AddItem(new IntegerDataEntryItem, ui);
+    form.AddItem(new IntegerDataEntryItem, ui);
+    windows().Type("5");
+    EXPECT_EQ(host.Taken(), (std::vector<Note>{{DATAENTRY_MOVED, 0}}));
+    form.EnableWindow(0);
+    host.Taken();
+    form.SetCurrItem(1);
+    EXPECT_TRUE(host.Taken().empty());
+    EXPECT_EQ(CWnd::GetFocus(), nullptr) << "a disabled form takes none";
+    form.EnableWindow();
+    form.SetFocus();
+    EXPECT_EQ(host.Taken(), (std::vector<Note>{{NM_SETFOCUS, 1}}));
+}
+
+TEST(FormLife, AnotherLayoutBringsItsScrollBar) {
+    FormHost host;
+    DataEntryCtl form(new FlowLayoutMgr(0));
+    auto* ui = new SizedItemUI({CSize(50, 30)});
+    for (int i = 0; i < 20; ++i) form.AddItem(new IntegerDataEntryItem, ui);
+    form.Create(CRect(0, 0, 102, 102), 1, &host);
+    EXPECT_EQ(form.GetVisibleArea(), CRect(0, 0, 83, 100));
+    form.SetLayoutMgr(new FlowLayoutMgr(1));
+    EXPECT_EQ(form.GetVisibleArea(), CRect(0, 0, 100, 83));
+}
+
 TEST(FormLife, SettingReadOnlySurvivesWhatTheParentDoes) {
     for (const bool all : {false, true}) {
         Typing typing;

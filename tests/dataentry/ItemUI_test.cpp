@@ -14,6 +14,7 @@
 #include "dataentry/TimeDataEntryUI.h"
 #include "dataentry/TimeEditCtl.h"
 #include "platform/base/CInvalidArgException.h"
+#include "platform/graphics/RecordingDevice.h"
 #include "tests/support/Dice.h"
 #include "tests/support/FormHost.h"
 #include "tests/support/HostServicesScope.h"
@@ -48,9 +49,8 @@ TEST(FloatEditCtl, TakesWhatAPatternTakes) {
         pattern += "[0-9]*";
         if (decimals > 0) pattern += "(\\.[0-9]{0," + std::to_string(decimals) + "})?";
         const bool expected = std::regex_match(text, std::regex(pattern + "\\s*"));
-        EXPECT_EQ(FloatEditCtl(ui, 0, decimals, negative).IsValid(text.c_str()), expected) << text;
+        EXPECT_EQ(FloatEditCtl(ui, decimals, negative).IsValid(text.c_str()), expected) << text;
     }
-    EXPECT_FALSE(FloatEditCtl(ui, 3, 2, 0).IsValid("1234"));
 }
 
 TEST(TimeEditCtl, OverwritesPlaceByPlace) {
@@ -257,6 +257,49 @@ TEST(ItemUI, PastesAreRefusedWhole) {
         CWnd::GetFocus()->SendMessage(WM_PASTE);
         EXPECT_STREQ(keyed.Box(), c.box) << c.clipboard;
         EXPECT_EQ(beeps, *c.box == '\0' ? 1 : 0) << c.clipboard;
+    }
+}
+
+// What the keys could not have made may be taken away by them.
+TEST(ItemUI, ABoxIsShortenedWhateverItHas) {
+    auto* number = new FloatDataEntryItem("x");
+    number->SetValue(12345.678);
+    struct {
+        DataEntryItem* item;
+        DataEntryItemUI* ui;
+        const char* box;
+    } const cases[] = {
+        {new IntegerDataEntryItem(-5, "n"), new IntegerDataEntryUI(0, 4), "-"},
+        {number, new FloatDataEntryUI(0, 6, 3, 0), "12345.67"},
+        {new TextDataEntryItem("abcde"), new TextDataEntryUI(0, 3), "abcd"},
+    };
+    for (const auto& c : cases) {
+        Keyed keyed(c.item, c.ui);
+        windows().PressKey(VK_END);
+        windows().PressKey(VK_BACK);
+        EXPECT_STREQ(keyed.Box(), c.box);
+    }
+}
+
+TEST(ItemUI, ATextIsDrawnInTheLinesThatItsBoxHas) {
+    struct {
+        int lines;
+        std::vector<std::string> drawn;
+    } const cases[] = {{0, {"one two"}}, {1, {"one two"}}, {3, {"one", "two"}}};
+    for (const auto& c : cases) {
+        FormHost host;
+        DataEntryCtl form(new SingleColLayoutMgr);
+        form.AddItem(new TextDataEntryItem("one\r\ntwo", "t"), new TextDataEntryUI(0, 0, c.lines));
+        form.Create(CRect(0, 0, 500, 300), 1, &host);
+        tessalink::RecordingDevice device;
+        windows().PaintAll(form, device);
+        std::vector<std::string> drawn;
+        for (const auto& primitive : device.Primitives()) {
+            const bool isValue = primitive.kind == tessalink::Primitive::Kind::Text &&
+                                 !primitive.text.empty() && primitive.text != "t";
+            if (isValue) drawn.push_back(primitive.text);
+        }
+        EXPECT_EQ(drawn, c.drawn) << c.lines;
     }
 }
 

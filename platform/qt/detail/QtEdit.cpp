@@ -429,7 +429,12 @@ void QtEdit::DefaultChar(UINT ch) {
             break;
         case '\r':
         case '\n':
-            if (is_multi_line() && takes("\r\n")) insert("\n");
+            if (!is_multi_line() || (m_style & ES_NUMBER) != 0) break;
+            if (takes("\r\n")) {
+                insert("\n");
+            } else {
+                MessageBeep(MB_OK);
+            }
             break;
         default:
             if (ch >= cFirstPrintable) {

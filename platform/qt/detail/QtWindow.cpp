@@ -288,6 +288,18 @@ void QtWindow::Raise() {
     if (m_frame != nullptr) m_frame->raise();
 }
 
+void QtWindow::PlaceAfter(NativeWindow* sibling) {
+    if (m_frame == nullptr) return;
+    const auto* const front = dynamic_cast<QtNative*>(sibling);
+    if (front != nullptr && front->Client() != nullptr) {
+        m_frame->stackUnder(front->Outer());
+        QWidget::setTabOrder(front->Client(), m_client);
+    } else {
+        m_frame->raise();
+        if (QWidget* const parent = m_frame->parentWidget()) QWidget::setTabOrder(parent, m_client);
+    }
+}
+
 void QtWindow::SetCursor(int shape) {
     if (m_client != nullptr && !m_edit) m_client->setCursor(cursorShape(shape));
 }
@@ -350,7 +362,15 @@ NativeEdit* QtWindow::Edit() {
 // Painting.
 
 void QtWindow::RequestPaint(const CRect& rect) {
-    if (m_client != nullptr && !m_edit) m_client->update(toQRect(rect));
+    if (m_client == nullptr) return;
+    if (!m_edit) {
+        m_client->update(toQRect(rect));
+        return;
+    }
+    // Fields paint themselves; what may have changed are their colors and their frame.
+    const WindowLink link = m_link;
+    if (m_frame->isVisible()) color_edit();
+    if (*link != nullptr && m_frame != nullptr) m_frame->update();
 }
 
 void QtWindow::PaintNow() {
@@ -404,8 +424,8 @@ void QtWindow::KeyPressed(QKeyEvent& event) {
         event.accept();
         if (*link == nullptr || ((code & cWantsTab) == 0 && system.MoveOn(m_owner))) return;
     }
-    const bool isUsed =
-        keyPressed(m_owner, input.key, input.characters, static_cast<UINT>(event.count()));
+    const bool isUsed = keyPressed(m_owner, input.key, input.characters,
+                                   static_cast<UINT>(event.count()), event.isAutoRepeat());
     event.setAccepted(isUsed || input.isRefused);
 }
 

@@ -31,6 +31,7 @@ public:
     void Show(bool show) override;
     void Enable(bool enable) override;
     void Raise() override;
+    void PlaceAfter(NativeWindow* sibling) override;
     void RequestPaint(const CRect& rect) override;
     void PaintNow() override;
     void Scroll(int dx, int dy) override;

@@ -193,7 +193,7 @@ void HeadlessEdit::DefaultChar(UINT ch) {
             return;
         case '\r':
         case '\n':
-            if (is_multi_line()) type(cLineEnd);
+            if (is_multi_line() && (m_style & ES_NUMBER) == 0) type(cLineEnd);
             return;
         default:
             break;

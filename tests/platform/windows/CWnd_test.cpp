@@ -10,6 +10,7 @@
 #include "platform/windows/CEdit.h"
 #include "platform/windows/CFrameWnd.h"
 #include "platform/windows/HeadlessSystem.h"
+#include "platform/windows/WindowSystem.h"
 #include "platform/windows/WindowText.h"
 #include "tests/support/Dice.h"
 #include "tests/support/HostServicesScope.h"
@@ -163,6 +164,79 @@ TEST_F(CWndTest, TabGoesThroughTheStopsInOrder) {
     EXPECT_EQ(m_frame.GetNextDlgTabItem(stops[5].get()), stops[3].get());
 }
 
+TEST_F(CWndTest, APlaceAmongSiblingsIsOneForTabAndOnTheScreen) {
+    Noted a("a", m_notes);
+    Noted b("b", m_notes);
+    Noted c("c", m_notes);
+    const std::pair<Noted*, char> names[] = {{&a, 'a'}, {&b, 'b'}, {&c, 'c'}};
+    for (const auto& [window, name] : names) window->Make(&m_frame, {0, 0, 50, 50}, 1);
+    const auto nameOf = [&](const CWnd* of) {
+        return std::find_if(std::begin(names), std::end(names),
+                            [of](const auto& named) { return named.first == of; })
+            ->second;
+    };
+    constexpr UINT cStays = SWP_NOMOVE | SWP_NOSIZE;
+    struct {
+        Noted* window;
+        const CWnd* after;
+        UINT flags;
+        BOOL done;
+        const char* order;
+        char front;
+        CRect place;
+    } const cases[] = {
+        {&a, &b, cStays, 1, "bac", 'c', {0, 0, 50, 50}},
+        {&c, &CWnd::wndBottom, cStays, 1, "bac", 'b', {0, 0, 50, 50}},
+        {&a, &CWnd::wndTop, SWP_NOMOVE, 1, "abc", 'a', {0, 0, 20, 10}},
+        {&a, &c, SWP_NOZORDER | SWP_NOSIZE, 1, "abc", 'b', {60, 70, 80, 80}},
+        {&b, &m_frame, 0, 0, "abc", 'b', {0, 0, 50, 50}},
+        {&b, nullptr, cStays | SWP_HIDEWINDOW, 1, "bac", 'c', {0, 0, 50, 50}},
+        {&b, nullptr, cStays | SWP_SHOWWINDOW, 1, "bac", 'b', {0, 0, 50, 50}},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(test.window->SetWindowPos(test.after, 60, 70, 20, 10, test.flags), test.done);
+        std::string order;
+        for (int i = 0; i < 3; ++i) order += nameOf(m_frame.GetChild(i));
+        EXPECT_EQ(order, test.order);
+        EXPECT_EQ(nameOf(windows().WindowAt(CPoint(5, 5))), test.front) << test.order;
+        EXPECT_EQ(tessalink::windowPlace(*test.window), test.place);
+    }
+    EXPECT_EQ(a.IsChild(&a), 0);
+    m_frame.EnableWindow(0);
+    a.SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), nullptr) << "in a disabled window nothing is keyed";
+}
+
+TEST_F(CWndTest, TheDefaultOfAMessageIsThatOfItsKindOfWindow) {
+    struct Twice : CEdit {
+        void OnChar(UINT, UINT, UINT) override {
+            Default();
+            Default();
+        }
+        using CEdit::Default;
+    } edit;
+    edit.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 20), &m_frame, 1);
+    edit.SetFocus();
+    windows().Type("ab");
+    EXPECT_EQ(edit.Default(), 0) << "no message is being handled";
+    CString text;
+    edit.GetWindowText(text);
+    EXPECT_STREQ(text, "aabb");
+    struct Turned : Noted {
+        using Noted::Noted;
+        BOOL OnMouseWheel(UINT, short, CPoint) override { return static_cast<BOOL>(Default()); }
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            turns += message == WM_MOUSEWHEEL ? 1 : 0;
+            return Noted::WindowProc(message, wParam, lParam);
+        }
+        int turns = 0;
+    } outer("outer", m_notes), inner("inner", m_notes);
+    outer.Make(&m_frame, {50, 50, 90, 90}, 2);
+    inner.Make(&outer, {0, 0, 40, 40}, 3);
+    windows().Turn(CPoint(60, 60), 120);
+    EXPECT_EQ(outer.turns, 1) << "the parent gets what the window did not use";
+}
+
 TEST_F(CWndTest, PaintingCoversWhatIsInvalidAndWhatScrolledIn) {
     Noted window("w", m_notes);
     window.Make(&m_frame, {10, 10, 110, 90}, 1);
@@ -225,7 +299,8 @@ TEST_F(CWndTest, ScrollBarsKeepThePositionInRangeAndTakeRoom) {
         window.GetClientRect(&client);
         EXPECT_EQ(client.Width(), c.width);
     }
-    EXPECT_EQ(taken(), (std::vector<std::string>{"w: create", "w: size 81x78", "w: size 98x78"}));
+    EXPECT_EQ(taken(), (std::vector<std::string>{"w: create", "w: size 98x78", "w: size 81x78",
+                                                 "w: size 98x78"}));
 }
 
 TEST_F(CWndTest, TimersRepeatUntilTheyAreKilled) {
