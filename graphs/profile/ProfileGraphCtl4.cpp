@@ -34,18 +34,10 @@ IMPLEMENT_DYNAMIC(ProfileGraphCtl4, CWnd)
 
 ProfileGraphCtl4::ProfileGraphCtl4(int yMin, int yMax, int majorStep, int minorStep, int leftAxis,
                                    int rightAxis, int designWidth, int designHeight)
-    : ProfileGraph3(yMin, yMax, majorStep, minorStep, leftAxis, rightAxis, designWidth,
-                    designHeight) {
+    : ProfileGraphWindow(yMin, yMax, majorStep, minorStep, leftAxis, rightAxis, designWidth,
+                         designHeight) {
+    UseToolTips(0);
     ShowLegend(LegendType::None);  // the bottom legend stands for it
-}
-
-ProfileGraphCtl4::~ProfileGraphCtl4() {
-    DestroyWindow();
-}
-
-BOOL ProfileGraphCtl4::Create(const RECT& rect, CWnd* parent, UINT id, DWORD style,
-                              const char* name) {
-    return CWnd::Create(nullptr, name != nullptr ? name : "", style, rect, parent, id);
 }
 
 // What is set.
@@ -397,25 +389,8 @@ void ProfileGraphCtl4::draw_entries(CDC* dc, int first, int end) {
 
 // The window.
 
-BOOL ProfileGraphCtl4::OnEraseBkgnd(CDC*) {
-    return 1;  // the graph covers everything
-}
-
-void ProfileGraphCtl4::OnPaint() {
-    CPaintDC dc(this);
-    CRect client;
-    GetClientRect(&client);
-    Draw(&dc, client);
-}
-
-void ProfileGraphCtl4::OnSize(UINT type, int width, int height) {
-    CWnd::OnSize(type, width, height);
-    Invalidate();
-}
-
 tessalink::AccessibleElement ProfileGraphCtl4::Accessible() const {
-    tessalink::AccessibleElement element = CWnd::Accessible();
-    element.role = tessalink::AccessibleRole::Graph;
+    tessalink::AccessibleElement element = ProfileGraphWindow::Accessible();
     if (!m_title.IsEmpty()) element.name = tessalink::plainLabel(m_title);
     return element;
 }

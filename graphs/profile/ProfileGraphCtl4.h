@@ -2,12 +2,12 @@
 
 #include <vector>
 
-#include "graphs/profile/ProfileGraph3.h"
-#include "platform/windows/CWnd.h"
+#include "graphs/profile/ProfileGraphCtlBase.h"
 
 /// A window with a profile graph that has a title, texts above the scales, scale texts of one or
-/// two lines, a grid, and a legend of profiles and regions in columns below. It has no hints.
-class TESSALINK_API ProfileGraphCtl4 : public CWnd, public ProfileGraph3 {
+/// two lines, a grid, and a legend of profiles and regions in columns below. It has no hints: the
+/// points to which the arrows lead are marked and spoken.
+class TESSALINK_API ProfileGraphCtl4 : public tessalink::ProfileGraphWindow<ProfileGraph3> {
     DECLARE_DYNAMIC(ProfileGraphCtl4)
 
 public:
@@ -20,10 +20,6 @@ public:
     /// The eight values of the graph's constructor.
     ProfileGraphCtl4(int yMin, int yMax, int majorStep, int minorStep, int leftAxis, int rightAxis,
                      int designWidth, int designHeight);
-    ~ProfileGraphCtl4() override;
-
-    /// Creates the child window; a null name is an empty one. Returns nonzero on success.
-    BOOL Create(const RECT& rect, CWnd* parent, UINT id, DWORD style, const char* name);
 
     /// The title, in bold above everything; it may have several lines.
     void SetTitle(const CString& title);
@@ -57,11 +53,7 @@ public:
     void UpdateXLegends(int count, const int* numbers);
     void UpdateXLegends(int count, const double* numbers);
 
-    void OnPaint() override;
-    BOOL OnEraseBkgnd(CDC* dc) override;
-    void OnSize(UINT type, int width, int height) override;
     tessalink::AccessibleElement Accessible() const override;
-    using CWnd::Create;
 
 protected:
     // The steps of the layout, from the outside to the inside, and those of drawing.
@@ -108,6 +100,8 @@ private:
     void draw_entries(CDC* dc, int first, int end);
     void draw_scale_text(CDC* dc, int scale, int top);
     CString second_line(CDC* dc, CString& text) const;
+    using ProfileGraphWindow::SetHintFormat;
+    using ProfileGraphWindow::UseToolTips;
     template <class Number>
     void rewrite(int count, const Number* numbers, CString (*textOf)(Number));
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "graphs/common/PlainLabel.h"
 #include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
 #include "platform/windows/CFrameWnd.h"
@@ -64,6 +65,12 @@ BOOL ProfileGraphWindow<Graph>::Create(const RECT& rect, CWnd* parent, UINT id, 
 }
 
 template <class Graph>
+void ProfileGraphWindow<Graph>::UseToolTips(int use) {
+    m_hintsOn = use != 0;
+    if (!m_hintsOn) hide_hint();
+}
+
+template <class Graph>
 void ProfileGraphWindow<Graph>::SetHintFormat(const CString& format) {
     m_hintFormat = format;
     m_hintsOn = true;
@@ -87,6 +94,7 @@ void ProfileGraphWindow<Graph>::OnPaint() {
     CRect client;
     GetClientRect(&client);
     this->Draw(&dc, client);
+    refresh_hint();
     if (GetFocus() != this || !is_point(m_cursorProfile, m_cursorScale)) return;
     // A ring of black in white shows on every ground.
     const CPoint place = point_place(m_cursorProfile, m_cursorScale);
@@ -169,11 +177,36 @@ void ProfileGraphWindow<Graph>::OnTimer(UINT_PTR id) {
 }
 
 template <class Graph>
-void ProfileGraphWindow<Graph>::display_hint(CString& text) {
+void ProfileGraphWindow<Graph>::show_tip(const CString& text) {
     CPoint point = m_lastPoint;
     ClientToScreen(&point);
     m_tip.ShowText(text, point, &m_hintFont);
+}
+
+template <class Graph>
+void ProfileGraphWindow<Graph>::display_hint(CString& text) {
+    show_tip(text);
+    m_hintIsOfCursor = false;
     SetTimer(cLeaveTimer, cHoverPeriod);
+}
+
+// What was drawn anew may have other scores, or other places for them.
+template <class Graph>
+void ProfileGraphWindow<Graph>::refresh_hint() {
+    if (m_tip.IsWindowVisible() == 0) return;
+    CString text;
+    CPoint point = m_lastPoint;
+    if (!m_hintIsOfCursor) {
+        if (OnHint(text, point) == 0) text.Empty();
+    } else if (is_point(m_cursorProfile, m_cursorScale)) {
+        text = cursor_text();
+        m_lastPoint = point_place(m_cursorProfile, m_cursorScale);
+    }
+    if (text.IsEmpty()) {
+        hide_hint();
+    } else if (text != m_tip.GetText() || m_lastPoint != point) {
+        show_tip(text);
+    }
 }
 
 template <class Graph>
@@ -236,7 +269,7 @@ CString ProfileGraphWindow<Graph>::format_hint_text(ProfileInfo* profile, int sc
         sign = relation.sign;
         break;
     }
-    return filled(m_hintFormat, {this->GetScaleText(scale), sign,
+    return filled(m_hintFormat, {plainLabel(this->GetScaleText(scale)), sign,
                                  format_hint_value(profile, scale, value), profile->GetName()});
 }
 
@@ -264,6 +297,8 @@ void ProfileGraphWindow<Graph>::OnLButtonDown(UINT flags, CPoint point) {
 
 template <class Graph>
 void ProfileGraphWindow<Graph>::drag_legend(CPoint point) {
+    stop_tracking();
+    hide_hint();
     CRectTracker tracker(this->m_legendRect);
     const WindowGuard alive(*this);
     if (tracker.Track(this, point) == 0 || !alive) return;
@@ -324,37 +359,68 @@ void ProfileGraphWindow<Graph>::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     }
 }
 
+// The scale nearest to `scale` at which the profile has a score; 0 when it has none.
+template <class Graph>
+int ProfileGraphWindow<Graph>::nearest_score(int profile, int scale) const {
+    for (int distance = 0; distance <= this->m_scaleCount; ++distance) {
+        for (const int candidate : {scale - distance, scale + distance}) {
+            if (is_point(profile, candidate)) return candidate;
+        }
+    }
+    return 0;
+}
+
+// To the first profile with a score, counting on from one.
+template <class Graph>
+bool ProfileGraphWindow<Graph>::go_to_profile(int first, int step, int scale) {
+    for (int profile = first; profile >= 0 && profile < this->GetProfileCount(); profile += step) {
+        const int nearest = nearest_score(profile, scale);
+        if (nearest == 0) continue;
+        m_cursorProfile = profile;
+        m_cursorScale = nearest;
+        return true;
+    }
+    return false;
+}
+
 template <class Graph>
 void ProfileGraphWindow<Graph>::MoveCursor(int scaleStep, int profileStep) {
-    const int profiles = this->GetProfileCount();
-    int profile = m_cursorProfile;
-    int scale = m_cursorScale;
-    if (!is_point(profile, scale)) {
+    if (!is_point(m_cursorProfile, m_cursorScale)) {
         // The first key leads to the first point.
-        profile = 0;
-        scale = 0;
-        scaleStep = 1;
-        profileStep = 0;
+        if (go_to_profile(0, 1, 1)) show_cursor();
+        return;
     }
-    do {
+    if (profileStep != 0) {
+        const int next = m_cursorProfile + profileStep;
+        if (go_to_profile(next, profileStep, m_cursorScale)) show_cursor();
+        return;
+    }
+    int scale = m_cursorScale + scaleStep;
+    while (scale >= 1 && scale <= this->m_scaleCount && !is_point(m_cursorProfile, scale)) {
         scale += scaleStep;
-        profile += profileStep;
-        if (scale < 1 || scale > this->m_scaleCount || profile < 0 || profile >= profiles) return;
-    } while (!is_point(profile, scale));
-    m_cursorProfile = profile;
+    }
+    if (scaleStep == 0 || !is_point(m_cursorProfile, scale)) return;
     m_cursorScale = scale;
     show_cursor();
 }
 
 template <class Graph>
+CString ProfileGraphWindow<Graph>::cursor_text() const {
+    ProfileInfo* profile = this->m_profiles[static_cast<std::size_t>(m_cursorProfile)].get();
+    return format_hint_text(profile, m_cursorScale);
+}
+
+template <class Graph>
 void ProfileGraphWindow<Graph>::show_cursor() {
+    hide_hint();
     Invalidate();
     UpdateWindow();
-    m_lastPoint = point_place(m_cursorProfile, m_cursorScale);
-    CString text = format_hint_text(
-        this->m_profiles[static_cast<std::size_t>(m_cursorProfile)].get(), m_cursorScale);
-    if (m_hintsOn) display_hint(text);
-    KillTimer(cLeaveTimer);
+    const CString text = cursor_text();
+    if (m_hintsOn) {
+        m_lastPoint = point_place(m_cursorProfile, m_cursorScale);
+        show_tip(text);
+        m_hintIsOfCursor = true;
+    }
     NotifyAccessible(AccessibleEvent::Focus, AccessibleFocusChild());
     NotifyAccessible(AccessibleEvent::Announcement, AccessibleFocusChild(), text);
 }
@@ -407,7 +473,8 @@ AccessibleElement ProfileGraphWindow<Graph>::AccessibleChild(int index) const {
     if (index < 0 || index >= AccessibleChildCount()) return element;
     const int profile = index / this->m_scaleCount;
     const int scale = index % this->m_scaleCount + 1;
-    element.name = this->GetProfile(profile).GetName() + ", " + this->GetScaleText(scale);
+    element.name =
+        this->GetProfile(profile).GetName() + ", " + plainLabel(this->GetScaleText(scale));
     element.isFocused = index == AccessibleFocusChild() && GetFocus() == this;
     if (!is_point(profile, scale)) return element;
     ProfileInfo* info = this->m_profiles[static_cast<std::size_t>(profile)].get();

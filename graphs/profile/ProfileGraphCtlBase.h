@@ -10,8 +10,8 @@
 
 namespace tessalink {
 
-/// What the windows that show profile graphs have in common: ProfileGraphCtl, ProfileGraphCtl2 and
-/// ProfileGraphCtl3. The graph fills the client area.
+/// What the windows that show profile graphs have in common: ProfileGraphCtl to ProfileGraphCtl4.
+/// The graph fills the client area.
 ///
 /// Where the mouse rests for a period, or the arrows lead on the keyboard, a hint shows the exact
 /// score of the point. Within a multi-document frame there are hints in the active document only.
@@ -35,7 +35,7 @@ public:
     /// The decimals of scores in hints; 0 at start.
     void SetDecPlaces(unsigned short places) { m_decPlaces = places; }
     /// Whether there are hints; on at start.
-    void UseToolTips(int use) { m_hintsOn = use != 0; }
+    void UseToolTips(int use);
     /// The text of hints, in which %1 is the scale, %2 the relation, %3 the score and %4 the
     /// profile; "%1 %2 %3 (%4)" at start. Hints are on afterwards.
     void SetHintFormat(const CString& format);
@@ -47,7 +47,9 @@ public:
     virtual BOOL OnHint(CString& text, CPoint& point);
     /// Shows a hint below the point that the mouse rests on.
     void display_hint(CString& text);
-    /// Goes from point to point on the keyboard: to another scale, or to another profile.
+    /// Goes from point to point, as the arrows do: to the next score of the profile in steps of
+    /// scales, or to the next profile with any score, there to the nearest scale. At the ends it
+    /// stays.
     void MoveCursor(int scaleStep, int profileStep);
 
     void OnPaint() override;
@@ -90,9 +92,14 @@ private:
     bool frame_is_active() const;
     void stop_tracking();
     void hide_hint();
+    void refresh_hint();
+    void show_tip(const CString& text);
+    CString cursor_text() const;
     void drag_legend(CPoint point);
     ProfileInfo* profile_at(CPoint point, int& scale) const;
     bool is_point(int profile, int scale) const;
+    int nearest_score(int profile, int scale) const;
+    bool go_to_profile(int first, int step, int scale);
     CPoint point_place(int profile, int scale) const;
     void show_cursor();
 
@@ -107,6 +114,7 @@ private:
     CString m_hintFormat = "%1 %2 %3 (%4)";
     int m_cursorProfile = -1;  ///< the point that the keyboard has led to
     int m_cursorScale = 0;
+    bool m_hintIsOfCursor = false;
 };
 
 extern template class ProfileGraphWindow<ProfileGraph>;

@@ -2,7 +2,8 @@
 
 #include "platform/windows/CWnd.h"
 
-// A small window on top of all others that shows one text, for instance near the mouse.
+// A small window on top of all others that shows one text, for instance near the mouse. It gives
+// way to the mouse.
 class TESSALINK_API TipWindow : public CWnd {
     DECLARE_DYNAMIC(TipWindow)
 
@@ -14,6 +15,7 @@ public:
     const CString& GetText() const { return m_text; }
 
     void OnPaint() override;
+    void OnMouseMove(UINT, CPoint) override { Hide(); }
     tessalink::AccessibleElement Accessible() const override;
 
 private:
