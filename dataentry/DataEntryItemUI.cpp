@@ -55,7 +55,7 @@ int DataEntryItemUI::OnContextMenu() {
 void DataEntryItemUI::Paint(DataEntryItem* item, const CRect& rect, int focused) {
     if (item == nullptr || m_container == nullptr) return;
     if (CDC* dc = m_container->PaintDC()) {
-        const tessalink::RestoredState restored(*dc);
+        const tessalink::SavedState saved(*dc);
         dc->IntersectClipRect(rect);
         draw_item(*dc, *item, rect, focused != 0);
     } else {

@@ -59,4 +59,17 @@ private:
     UINT m_textAlign;
 };
 
+// Restores everything that a context had when this was made, the clip too.
+class SavedState {
+public:
+    explicit SavedState(CDC& dc) : m_dc(dc), m_number(dc.SaveDC()) {}
+    ~SavedState() { m_dc.RestoreDC(m_number); }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+
+private:
+    CDC& m_dc;
+    int m_number;
+};
+
 }  // namespace tessalink
