@@ -242,6 +242,33 @@ TEST_F(QtForm, TabPassesThroughTheDialogBothWays) {
     EXPECT_EQ(Told(), "-7:0 1:0 2:0 -8:-1 -7:0 ");
 }
 
+TEST_F(QtForm, TabFollowsTheOrderOfTheChildren) {
+    QDialog dialog;
+    HostWindow host(dialog, nullptr);
+    constexpr DWORD cStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+    CEdit fields[4];
+    for (UINT id = 0; id < 3; ++id) fields[id].Create(cStyle, CRect(0, 0, 50, 20), &host, id);
+    fields[3].SubclassDlgItem(1, &host);
+    dialog.show();
+    dialog.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    const auto orderFrom = [](CEdit& first) {
+        std::string order;
+        first.SetFocus();
+        for (int i = 0; i < 3; ++i) {
+            order += std::to_string(CWnd::GetFocus()->GetDlgCtrlID());
+            Press(Qt::Key_Tab);
+        }
+        return order + std::to_string(CWnd::GetFocus()->GetDlgCtrlID());
+    };
+    EXPECT_EQ(orderFrom(fields[0]), "0120") << "a placeholder gives its place";
+    constexpr UINT cStays = SWP_NOMOVE | SWP_NOSIZE;
+    fields[2].SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, cStays);
+    EXPECT_EQ(orderFrom(fields[2]), "2012");
+    fields[2].SetWindowPos(&fields[0], 0, 0, 0, 0, cStays);
+    EXPECT_EQ(orderFrom(fields[0]), "0210");
+}
+
 TEST_F(QtForm, PasteIsRefusedAsAWhole) {
     const struct {
         int item;
@@ -546,6 +573,32 @@ TEST_F(QtForm, ColoursFollowThePaletteAndStayLegible) {
     }
     EXPECT_EQ(static_cast<TextDataEntryUI*>(m_form->GetItemUI(cAge))->GetTextBgColor(), 2U);
     QApplication::setPalette(before);
+}
+
+TEST_F(QtForm, AFieldHasTheColoursOfItsState) {
+    Click(cName, 150);
+    auto* const text = static_cast<TextDataEntryUI*>(m_form->GetItemUI(cName));
+    const struct {
+        std::function<void()> change;
+        COLORREF text;
+        COLORREF ground;
+    } cases[] = {
+        {[] {}, GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_WINDOW)},
+        {[&] { m_form->SetReadOnlyItem(cName, 1); }, GetSysColor(COLOR_GRAYTEXT),
+         GetSysColor(COLOR_BTNFACE)},
+        {[&] { text->SetReadOnlyColor(RGB(1, 2, 3)); }, RGB(1, 2, 3), GetSysColor(COLOR_BTNFACE)},
+        {[&] { m_form->SetReadOnlyItem(cName, 0); }, GetSysColor(COLOR_WINDOWTEXT),
+         GetSysColor(COLOR_WINDOW)},
+        {[&] { text->SetFocusColors(RGB(4, 5, 6), RGB(7, 8, 9)); }, RGB(4, 5, 6), RGB(7, 8, 9)},
+    };
+    for (const auto& c : cases) {
+        c.change();
+        const QPalette palette = QApplication::focusWidget()->palette();
+        const QColor shown = palette.color(QPalette::Text);
+        const QColor ground = palette.color(QPalette::Base);
+        EXPECT_EQ(RGB(shown.red(), shown.green(), shown.blue()), c.text) << &c - cases;
+        EXPECT_EQ(RGB(ground.red(), ground.green(), ground.blue()), c.ground) << &c - cases;
+    }
 }
 
 TEST_F(QtForm, ScreenReaderSeesTheItems) {
