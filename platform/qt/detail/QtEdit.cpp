@@ -401,9 +401,23 @@ void QtEdit::DefaultKey(UINT key) {
         (*m_link)->Owner().SendMessage(WM_COPY);
     } else if (key == VK_DELETE && IsKeyDown(VK_SHIFT)) {
         (*m_link)->Owner().SendMessage(WM_CUT);
-    } else if (isMove || key == VK_DELETE) {
+    } else if ((isMove && !leave_selection(key)) || key == VK_DELETE) {
         press(key);
     }
+}
+
+// Left and Right lead out of a selection to its ends, which not all fields do by themselves.
+bool QtEdit::leave_selection(UINT key) {
+    if ((key != VK_LEFT && key != VK_RIGHT) || IsKeyDown(VK_SHIFT) || IsKeyDown(VK_CONTROL)) {
+        return false;
+    }
+    int start = 0;
+    int end = 0;
+    Selection(start, end);
+    if (start == end) return false;
+    const int place = key == VK_LEFT ? start : end;
+    Select(place, place);
+    return true;
 }
 
 void QtEdit::DefaultChar(UINT ch) {

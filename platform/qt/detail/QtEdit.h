@@ -48,6 +48,7 @@ private:
     bool takes(const CString& text) const;
     // Lets the field have the key that is being pressed, or one that means the same.
     void press(UINT key);
+    bool leave_selection(UINT key);
     void type(const CString& text);
 
     WindowLink m_link;

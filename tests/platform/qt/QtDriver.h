@@ -1,0 +1,221 @@
+#pragma once
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPointer>
+#include <QScrollBar>
+#include <QWidget>
+#include <QtTest>
+#include <map>
+#include <memory>
+
+#include "platform/qt/QtHost.h"
+#include "platform/qt/UseQt.h"
+#include "platform/windows/WindowSystem.h"
+#include "tests/support/InputDriver.h"
+
+namespace tessalink::test {
+
+/// The toolkit's windows with a clock that a test works.
+class ClockedSystem final : public WindowSystem {
+public:
+    explicit ClockedSystem(WindowSystem& system) : m_system(system) {}
+
+    std::unique_ptr<NativeWindow> CreateNative(const WindowSetup& setup) override {
+        return m_system.CreateNative(setup);
+    }
+    void DropFocus() override { m_system.DropFocus(); }
+    COLORREF Color(int index) const override { return m_system.Color(index); }
+    int Metric(int index) const override { return m_system.Metric(index); }
+    int WheelLines() const override { return m_system.WheelLines(); }
+    bool IsKeyDown(int key) const override { return m_system.IsKeyDown(key); }
+    CPoint CursorPosition() const override { return m_system.CursorPosition(); }
+    bool ClipboardText(CString& text) const override { return m_system.ClipboardText(text); }
+    void StartTimer(int number, UINT period) override {
+        m_timers[number] = {period, m_now + period};
+    }
+    void StopTimer(int number) override { m_timers.erase(number); }
+    void WakeUp() override { m_system.WakeUp(); }
+    bool RunUntil(const std::function<bool()>& isDone) override {
+        return m_system.RunUntil(isDone);
+    }
+    DrawingDevice& Screen() override { return m_system.Screen(); }
+
+    void Advance(UINT milliseconds) {
+        const std::uint64_t end = m_now + milliseconds;
+        for (;;) {
+            auto next = m_timers.begin();
+            for (auto timer = next; timer != m_timers.end(); ++timer) {
+                if (timer->second.due < next->second.due) next = timer;
+            }
+            if (next == m_timers.end() || next->second.due > end) break;
+            m_now = next->second.due;
+            next->second.due += next->second.period;
+            timerElapsed(next->first);
+        }
+        m_now = end;
+    }
+
+private:
+    struct Timer {
+        UINT period;
+        std::uint64_t due;
+    };
+
+    WindowSystem& m_system;
+    std::map<int, Timer> m_timers;
+    std::uint64_t m_now = 0;
+};
+
+/// The driver of windows in the toolkit: its own events go to the widgets that a user would reach.
+class QtDriver : public InputDriver {
+public:
+    QtDriver() {
+        useQt();
+        m_toolkit = &windowSystem();
+        m_clocked = std::make_unique<ClockedSystem>(*m_toolkit);
+        setWindowSystem(&*m_clocked);
+        m_window.setGeometry(0, 0, cSize.width(), cSize.height());
+        m_before = new QLineEdit(&m_window);
+        m_before->setGeometry(0, 0, 100, cControl);
+        m_holder = new WindowHolder(
+            [this](UINT message, WPARAM, LPARAM record) {
+                return message == WM_NOTIFY ? HostWindow::Answer(Told(record))
+                                            : HostWindow::cNotHandled;
+            },
+            &m_window);
+        m_holder->move(0, cControl);
+        m_after = new QLineEdit(&m_window);
+        m_after->setGeometry(200, 0, 100, cControl);
+        m_window.show();
+        m_window.activateWindow();
+        m_isReady = QTest::qWaitForWindowActive(&m_window);
+        m_before->setFocus();
+        QtDriver::Pump();
+    }
+    ~QtDriver() override {
+        delete m_holder;
+        QtDriver::Pump();
+        setWindowSystem(m_toolkit);
+    }
+    bool IsReady() const { return m_isReady; }
+
+    CWnd& Host() override { return m_holder->Host(); }
+    void PressKey(UINT key, Held held) override {
+        Qt::KeyboardModifiers modifiers;
+        modifiers.setFlag(Qt::ControlModifier, held.ctrl);
+        modifiers.setFlag(Qt::ShiftModifier, held.shift);
+        QTest::keyClick(QApplication::focusWidget(), KeyOf(key), modifiers);
+    }
+    void Type(char ch) override { QTest::keyClick(QApplication::focusWidget(), ch); }
+    void Click(CPoint point, bool isSecond) override {
+        const auto [target, place] = Reached(point);
+        // By hand: the toolkit's own tester takes a corner for the middle.
+        const QPointer<QWidget> reached = target;
+        for (const auto type : {isSecond ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress,
+                                QEvent::MouseButtonRelease}) {
+            const bool isPress = type != QEvent::MouseButtonRelease;
+            QMouseEvent event(type, place, QPointF(point.x, point.y), Qt::LeftButton,
+                              isPress ? Qt::LeftButton : Qt::NoButton, {});
+            if (reached != nullptr) QApplication::sendEvent(reached, &event);
+        }
+    }
+    void Turn(CPoint point, int delta) override {
+        // Only events of the system's own go up to the widgets around by themselves.
+        for (QWidget* target = Reached(point).first; target != nullptr;
+             target = target->parentWidget()) {
+            const QPointF place = target->mapFrom(&m_window, QPointF(Inside(point)));
+            QWheelEvent event(place, QPointF(point.x, point.y), {}, {0, delta}, {}, {},
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(target, &event);
+            if (event.isAccepted()) return;
+        }
+    }
+    void MoveMouse(CPoint point) override {
+        const auto [target, place] = Reached(point);
+        QTest::mouseMove(target, place);
+    }
+    void Scroll(CWnd& window, int bar, UINT code, int position) override {
+        QScrollBar* const widget = BarOf(window, bar);
+        const auto action = Actions().find(code);
+        if (widget == nullptr || (code != SB_THUMBPOSITION && action == Actions().end())) {
+            window.SendMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL,
+                               MAKEWPARAM(code, static_cast<UINT>(position)));
+        } else if (code == SB_THUMBPOSITION) {
+            widget->setSliderDown(true);
+            widget->setSliderPosition(position);
+            widget->setSliderDown(false);
+        } else {
+            widget->triggerAction(action->second);
+        }
+    }
+    void Resize(CWnd& window, CSize size) override {
+        m_holder->resize(size.cx, size.cy);
+        // Without a change of size nothing happens by itself.
+        window.MoveWindow(CRect(CPoint(), size));
+    }
+    void Leave() override { QTest::mouseClick(m_after, Qt::LeftButton); }
+    void Enter(CWnd& window) override {
+        m_before->setFocus();
+        QTest::keyClick(m_before, Qt::Key_Tab);
+        // A window without room is no stop for the toolkit's Tab.
+        if (window.IsChild(CWnd::GetFocus()) == 0) window.SetFocus();
+    }
+    void Pump() override {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    void Rest(UINT milliseconds) override { m_clocked->Advance(milliseconds); }
+
+private:
+    static constexpr QSize cSize{1000, 760};
+    static constexpr int cControl = 24;
+
+    static Qt::Key KeyOf(UINT key) {
+        static const std::map<UINT, Qt::Key> keys = {
+            {VK_RETURN, Qt::Key_Return}, {VK_UP, Qt::Key_Up},         {VK_DOWN, Qt::Key_Down},
+            {VK_LEFT, Qt::Key_Left},     {VK_RIGHT, Qt::Key_Right},   {VK_HOME, Qt::Key_Home},
+            {VK_END, Qt::Key_End},       {VK_TAB, Qt::Key_Tab},       {VK_BACK, Qt::Key_Backspace},
+            {VK_DELETE, Qt::Key_Delete}, {VK_NEXT, Qt::Key_PageDown}, {VK_PRIOR, Qt::Key_PageUp},
+            {VK_ESCAPE, Qt::Key_Escape},
+        };
+        return keys.at(key);
+    }
+    static const std::map<UINT, QAbstractSlider::SliderAction>& Actions() {
+        static const std::map<UINT, QAbstractSlider::SliderAction> actions = {
+            {SB_LINEUP, QAbstractSlider::SliderSingleStepSub},
+            {SB_LINEDOWN, QAbstractSlider::SliderSingleStepAdd},
+            {SB_PAGEUP, QAbstractSlider::SliderPageStepSub},
+            {SB_PAGEDOWN, QAbstractSlider::SliderPageStepAdd},
+            {SB_TOP, QAbstractSlider::SliderToMinimum},
+            {SB_BOTTOM, QAbstractSlider::SliderToMaximum},
+        };
+        return actions;
+    }
+    static QScrollBar* BarOf(const CWnd& window, int bar) {
+        const auto orientation = bar == SB_VERT ? Qt::Vertical : Qt::Horizontal;
+        for (QScrollBar* const found :
+             widgetOf(window)->findChildren<QScrollBar*>(Qt::FindDirectChildrenOnly)) {
+            if (found->isVisible() && found->orientation() == orientation) return found;
+        }
+        return nullptr;
+    }
+    QPoint Inside(CPoint point) const { return m_window.mapFromGlobal(QPoint(point.x, point.y)); }
+    /// The widget at a point of the screen, and the point in it.
+    std::pair<QWidget*, QPoint> Reached(CPoint point) {
+        const QPoint inside = Inside(point);
+        QWidget* const child = m_window.childAt(inside);
+        QWidget* const target = child != nullptr ? child : &m_window;
+        return {target, target->mapFrom(&m_window, inside)};
+    }
+
+    WindowSystem* m_toolkit = nullptr;
+    std::unique_ptr<ClockedSystem> m_clocked;
+    QWidget m_window;
+    QLineEdit* m_before = nullptr;
+    WindowHolder* m_holder = nullptr;
+    QLineEdit* m_after = nullptr;
+    bool m_isReady = false;
+};
+
+}  // namespace tessalink::test

@@ -1,0 +1,870 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/graphics/Geometry.h"
+#include "platform/windows/Messages.h"
+
+namespace tessalink::test {
+
+/// What a form tells and does in the order of time: a code of WM_NOTIFY and the item, or a bell.
+struct FormNote {
+    static constexpr int cBell = 99;
+
+    int code;
+    int index;
+
+    bool operator==(const FormNote&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const FormNote& note) {
+    if (note.code == FormNote::cBell) return out << "bell";
+    return out << note.code << "@" << note.index;
+}
+
+/// What there is to know about the items of one interface.
+struct FieldKind {
+    enum Type { Text, Lines, Integer, Implied, Float, Time, Checks, Radio };
+    struct Cell {
+        CRect place;
+        std::string keys;
+        int value;
+    };
+
+    Type type = Text;
+    int limit = 0;  ///< characters; 0: any number
+    int decimals = 0;
+    bool negative = false;
+    bool isShort = false;       ///< a time without seconds
+    std::vector<Cell> cells{};  ///< the choices, in the item
+    CRect choosing{};           ///< where clicks choose
+
+    bool IsChoice() const { return type == Checks || type == Radio; }
+    bool IsFiltered() const { return type == Implied || type == Float; }
+};
+
+/// How the user writes.
+struct FormLocale {
+    char point = '.';
+    bool is24Hour = true;
+};
+
+/// An item and its value, as its interface shows and reads it.
+struct FormItem {
+    const FieldKind* kind = nullptr;
+    CSize size;
+    CRect place;
+    bool isReadOnly = false;
+    bool isNull = true;
+    int value = 0;
+    double number = 0;
+    std::string text;
+
+    void SetNull() {
+        isNull = true;
+        value = 0;
+        text.clear();
+    }
+    bool SameValue(const FormItem& other) const {
+        return isNull == other.isNull && value == other.value && text == other.text &&
+               (isNull || number == other.number);
+    }
+    static std::string Printed(double value, int decimals, char point) {
+        std::array<char, 400> buffer{};
+        std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, value);
+        std::string text = buffer.data();
+        std::replace(text.begin(), text.end(), '.', point);
+        return text;
+    }
+    static int Whole(double value) {
+        return value <= INT_MIN ? INT_MIN : value >= INT_MAX ? INT_MAX : static_cast<int>(value);
+    }
+    std::string Blank(FormLocale locale) const {
+        return std::string(kind->isShort ? "__:__" : "__:__:__") + (locale.is24Hour ? "" : " AM");
+    }
+    double Unit() const { return std::pow(10.0, kind->decimals); }
+
+    std::string Shown(FormLocale locale) const {
+        if (kind->type == FieldKind::Time) {
+            const int time = kind->isShort ? value * 100 : value;
+            const int hour = time / 10000;
+            if (isNull || value < 0 || hour > 23 || time / 100 % 100 > 59 || time % 100 > 59) {
+                return Blank(locale);
+            }
+            const int shown = locale.is24Hour ? hour : hour % 12 == 0 ? 12 : hour % 12;
+            std::array<char, 40> buffer{};
+            std::snprintf(buffer.data(), buffer.size(),
+                          kind->isShort ? "%02d:%02d" : "%02d:%02d:%02d", shown, time / 100 % 100,
+                          time % 100);
+            return buffer.data() + std::string(locale.is24Hour ? "" : hour < 12 ? " AM" : " PM");
+        }
+        if (isNull) return "";
+        switch (kind->type) {
+            case FieldKind::Integer:
+                return std::to_string(value);
+            case FieldKind::Implied:
+                return kind->decimals == 0 ? std::to_string(value)
+                                           : Printed(value / Unit(), kind->decimals, locale.point);
+            case FieldKind::Float:
+                return Printed(number, kind->decimals, locale.point);
+            default:
+                return text;
+        }
+    }
+    void Store(std::string typed, FormLocale locale) {
+        if (typed.find_first_not_of(" \r\n\t") == std::string::npos) return SetNull();
+        if (kind->type == FieldKind::Time) {
+            const std::optional<int> time = TimeOf(typed, locale);
+            if (!time) return SetNull();
+            value = kind->isShort ? *time / 100 : *time;
+        } else if (kind->type == FieldKind::Text || kind->type == FieldKind::Lines) {
+            text = typed;
+        } else {
+            std::replace(typed.begin(), typed.end(), locale.point, '.');
+            number = std::strtod(typed.c_str(), nullptr);
+            const double scaled = number * (kind->type == FieldKind::Implied ? Unit() : 1.0);
+            if (kind->decimals > 0) {
+                value = Whole(scaled < 0 ? scaled - 0.5 : scaled + 0.5);
+            } else {
+                value = Whole(std::trunc(scaled));
+            }
+            if (kind->type == FieldKind::Float) value = 0;
+        }
+        isNull = false;
+    }
+    /// HHMMSS: numbers with blanks around, a separator after the hour, perhaps one after the
+    /// minute, the indicator.
+    static std::optional<int> TimeOf(std::string typed, FormLocale locale) {
+        std::replace(typed.begin(), typed.end(), '_', ' ');
+        int hour = 0;
+        int minute = 0;
+        int second = 0;
+        int used = 0;
+        if (std::sscanf(typed.c_str(), " %2d :%2d %n", &hour, &minute, &used) != 2 || used == 0) {
+            return std::nullopt;
+        }
+        std::string rest = typed.substr(static_cast<std::size_t>(used));
+        if (!rest.empty() && rest[0] == ':') {
+            used = 1;
+            if (std::sscanf(rest.c_str(), ":%2d %n", &second, &used) == 0) used = 1;
+            rest = rest.substr(static_cast<std::size_t>(used));
+        }
+        rest.erase(0, rest.find_first_not_of(' '));
+        if (locale.is24Hour ? !rest.empty() : rest != "AM" && rest != "PM") return std::nullopt;
+        if (rest == "AM" && hour == 12) hour = 0;
+        if (rest == "PM" && hour >= 1 && hour <= 11) hour += 12;
+        if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
+        return hour * 10000 + minute * 100 + second;
+    }
+};
+
+/// How items are placed, and where the arrows lead.
+struct FormLayout {
+    enum Type { Column, FlowRows, FlowColumns, GridDown, GridAcross };
+
+    Type type = Column;
+    int rows = 0;
+    int columns = 1;
+
+    bool IsGrid() const { return type == Column || type == GridDown || type == GridAcross; }
+    bool Horizontal() const { return type != FlowRows; }
+    bool Vertical() const { return type != FlowColumns; }
+
+    /// Items of a line of a grid, and its lines.
+    std::pair<int, int> Lines(int count) const {
+        const int length = type == GridAcross ? columns : rows;
+        const int lines = type == GridAcross ? rows : columns;
+        if (length != 0) return {length, (count + length - 1) / length};
+        if (lines == 0) return {0, 0};
+        return {(count + lines - 1) / lines, lines};
+    }
+    void Place(std::vector<FormItem>& items, CSize client) const {
+        if (type == Column) {
+            PlaceColumn(items, client);
+        } else if (IsGrid()) {
+            PlaceGrid(items);
+        } else {
+            PlaceFlow(items, type == FlowRows ? client.cx : client.cy);
+        }
+    }
+
+private:
+    static void PlaceColumn(std::vector<FormItem>& items, CSize client) {
+        LONG width = client.cx;
+        for (const FormItem& item : items) width = std::max(width, item.size.cx);
+        LONG y = 0;
+        for (FormItem& item : items) {
+            item.place = CRect(0, y, width, y + item.size.cy);
+            y += item.size.cy;
+        }
+    }
+    void PlaceFlow(std::vector<FormItem>& items, LONG room) const {
+        const bool inRows = type == FlowRows;
+        LONG along = 0;
+        LONG across = 0;
+        LONG depth = 0;
+        std::size_t start = 0;
+        const auto end = [&](std::size_t stop) {
+            for (; start < stop; ++start) {
+                CRect& place = items[start].place;
+                (inRows ? place.bottom : place.right) = across + depth;
+            }
+            across += depth;
+            along = depth = 0;
+        };
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const CSize size = items[i].size;
+            if (along + (inRows ? size.cx : size.cy) > room) end(i);
+            const CPoint corner = inRows ? CPoint(along, across) : CPoint(across, along);
+            items[i].place = CRect(corner, size);
+            along += inRows ? size.cx : size.cy;
+            depth = std::max(depth, inRows ? size.cy : size.cx);
+        }
+        end(items.size());
+    }
+    void PlaceGrid(std::vector<FormItem>& items) const {
+        const int length = Lines(static_cast<int>(items.size())).first;
+        if (length == 0) return;
+        const auto column = [&](std::size_t i) {
+            const auto n = static_cast<std::size_t>(length);
+            return type == GridDown ? i / n : i % n;
+        };
+        const auto row = [&](std::size_t i) {
+            const auto n = static_cast<std::size_t>(length);
+            return type == GridDown ? i % n : i / n;
+        };
+        const auto sizeOf = [&](const auto& lineOf, std::size_t line, LONG SIZE::*part) {
+            LONG largest = 0;
+            for (std::size_t i = 0; i < items.size(); ++i) {
+                if (lineOf(i) == line) largest = std::max(largest, items[i].size.*part);
+            }
+            return largest;
+        };
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            CPoint corner;
+            for (std::size_t c = 0; c < column(i); ++c) corner.x += sizeOf(column, c, &SIZE::cx);
+            for (std::size_t r = 0; r < row(i); ++r) corner.y += sizeOf(row, r, &SIZE::cy);
+            items[i].place = CRect(corner, CSize(sizeOf(column, column(i), &SIZE::cx),
+                                                 sizeOf(row, row(i), &SIZE::cy)));
+        }
+    }
+};
+
+/// The box in which a text is typed.
+struct FormBox {
+    std::string text;
+    int anchor = 0;
+    int caret = 0;
+    bool isCaretFree = false;  ///< the caret stands somewhere in its line
+
+    int Start() const { return std::min(anchor, caret); }
+    int End() const { return std::max(anchor, caret); }
+    int Length() const { return static_cast<int>(text.size()); }
+    void Load(const std::string& loaded) { *this = {loaded, 0, static_cast<int>(loaded.size())}; }
+    std::string Replaced(const std::string& with) const { return Replaced(with, Start(), End()); }
+    std::string Replaced(const std::string& with, int start, int end) const {
+        return text.substr(0, static_cast<std::size_t>(start)) + with +
+               text.substr(static_cast<std::size_t>(end));
+    }
+    void Replace(const std::string& with) {
+        const int place = Start() + static_cast<int>(with.size());
+        text = Replaced(with);
+        anchor = caret = place;
+    }
+    int LineOf(int place) const {
+        return static_cast<int>(std::count(text.begin(), text.begin() + place, '\n'));
+    }
+    /// The next place, never inside a line end.
+    int Step(int place, int by) const {
+        const int next = std::clamp(place + by, 0, Length());
+        const bool splits = next > 0 && next < Length() &&
+                            text.compare(static_cast<std::size_t>(next) - 1, 2, "\r\n") == 0;
+        return splits ? next + by : next;
+    }
+    void MoveTo(int place, bool extends) {
+        caret = place;
+        if (!extends) anchor = place;
+    }
+    int LineStart() const {
+        const std::size_t end =
+            caret == 0 ? std::string::npos : text.rfind('\n', static_cast<std::size_t>(caret) - 1);
+        return end == std::string::npos ? 0 : static_cast<int>(end) + 1;
+    }
+    int LineEnd() const {
+        const std::size_t end = text.find('\r', static_cast<std::size_t>(caret));
+        return end == std::string::npos ? Length() : static_cast<int>(end);
+    }
+};
+
+/// A form as its manual tells it. What texts measure, and where the choices of an item lie, is
+/// given; everything else it works out plainly.
+class FormModel {
+public:
+    // The state that can be compared.
+    std::vector<FormItem> items;
+    std::vector<FormNote> notes;
+    FormLayout layout;
+    FormLocale locale;
+    FormBox box;
+    CSize client;
+    CPoint scroll;
+    int current = 0;
+    bool hasFocus = false;
+    bool autoAdvance = true;
+    /// The parent's mood.
+    bool refusesChanges = false;
+    bool refusesClicks = false;
+
+    bool ShowsBox() const { return hasFocus && !Now().kind->IsChoice(); }
+    const FormItem& Now() const { return items[static_cast<std::size_t>(current)]; }
+
+    // The program.
+
+    void Layout(CSize size) {
+        client = size;
+        layout.Place(items, size);
+        scroll.x = std::clamp<LONG>(scroll.x, 0, std::max<LONG>(Extent().cx - client.cx, 0));
+        scroll.y = std::clamp<LONG>(scroll.y, 0, std::max<LONG>(Extent().cy - client.cy, 0));
+    }
+    void Resize(CSize size) {
+        if (size != client) Grow(size);
+    }
+    /// Bars that come take room from the current item.
+    void Grow(CSize size) {
+        const bool changes = size != client;
+        Layout(size);
+        if (changes) ScrollIntoView();
+    }
+    CSize Extent() const {
+        CSize extent;
+        for (const FormItem& item : items) {
+            extent.cx = std::max(extent.cx, item.place.right);
+            extent.cy = std::max(extent.cy, item.place.bottom);
+        }
+        return extent;
+    }
+    void SetCurrent(int index) {
+        if (index != current && !Commit()) return;
+        // What is being typed into the current item is not disturbed.
+        const bool isThere = hasFocus && index == current;
+        GoTo(index);
+        ScrollIntoView();
+        TakeFocus(true, isThere);
+    }
+    void SetReadOnly(int index, bool readOnly) {
+        if (index == current) Commit();
+        FormItem& item = items[static_cast<std::size_t>(index)];
+        if (std::exchange(item.isReadOnly, readOnly) != readOnly && index == current) Load();
+    }
+    void SetAllReadOnly(bool readOnly) {
+        Commit();
+        for (FormItem& item : items) item.isReadOnly = readOnly;
+        Load();
+    }
+    // What is still refused goes with the window.
+    void Destroy() {
+        Leave();
+        hasFocus = m_isAttached = false;
+        m_cursor = -1;
+    }
+
+    // The user.
+
+    void Focus() {
+        if (!hasFocus) TakeFocus(true, false);
+    }
+    void Leave() {
+        if (!hasFocus || !Commit()) return;
+        hasFocus = false;
+        notes.push_back({NM_KILLFOCUS, -1});
+    }
+    /// A click, in the client area, but not into the box of a text.
+    void Click(CPoint point) {
+        const CPoint place = point + CSize(scroll.x, scroll.y);
+        const auto inside = [&](const FormItem& item) { return place - item.place.TopLeft(); };
+        // The window over the current item gets clicks there.
+        if (m_isAttached && Now().place.PtInRect(place)) {
+            const bool isDone = ClickChoice(CPoint(inside(Now()).cx, inside(Now()).cy));
+            if (!isDone || !hasFocus) SetCurrent(current);
+            return;
+        }
+        const int hit = ItemAt(place);
+        if (hit < 0) return;
+        notes.push_back({3, hit});
+        if (refusesClicks) return TakeFocus(false, hasFocus);
+        SetCurrent(hit);
+        if (current == hit) ClickChoice(CPoint(inside(Now()).cx, inside(Now()).cy));
+    }
+    void Turn(int delta, bool isLow) {
+        const bool isOverBar = isLow && layout.Horizontal() && Extent().cx > client.cx;
+        const bool vertical = layout.Vertical() && !isOverBar;
+        for (int i = std::abs(delta) * 3 / 120; i > 0; --i) {
+            Scroll(vertical, delta < 0 ? SB_LINEDOWN : SB_LINEUP, 0);
+        }
+    }
+    void Scroll(bool vertical, UINT code, int thumb) {
+        if (!m_isAttached || !hasFocus) TakeFocus(true, false);
+        LONG& position = vertical ? scroll.y : scroll.x;
+        const LONG size = vertical ? client.cy : client.cx;
+        const LONG end = std::max<LONG>((vertical ? Extent().cy : Extent().cx) - size, 0);
+        const LONG before = position;
+        switch (code) {
+            case SB_LINEUP:
+            case SB_PAGEUP:
+                position = std::max<LONG>(position - (code == SB_PAGEUP ? size : size / 4), 0);
+                break;
+            case SB_LINEDOWN:
+            case SB_PAGEDOWN:
+                if (position >= end) break;
+                position = std::min(position + (code == SB_PAGEDOWN ? size : size / 4), end);
+                break;
+            case SB_THUMBPOSITION:
+                position = std::clamp<LONG>(thumb, 0, end);
+                break;
+            case SB_TOP:
+                position = 0;
+                break;
+            case SB_BOTTOM:
+                position = end;
+                break;
+            default:
+                break;
+        }
+        if (position == before) return;
+        const int shown = ItemAfterScroll(position > before ? 1 : -1);
+        if (shown < 0 || shown == current || !Commit()) return;
+        GoTo(shown);
+        TakeFocus(true, false);
+    }
+    void Type(char ch) {
+        if (!hasFocus) return;
+        if (Now().kind->IsChoice()) return ChooseByKey(ch);
+        if (Now().kind->type == FieldKind::Time) return TypeTime(ch);
+        if (Now().kind->type == FieldKind::Integer && (ch < '0' || ch > '9')) return Bell();
+        if (Now().kind->IsFiltered() && !(Accepts(ch) && IsValid(box.Replaced({ch})))) {
+            return Bell();
+        }
+        Insert({ch});
+    }
+    void Press(UINT key, bool ctrl, bool shift) {
+        if (!hasFocus) return;
+        if (key == VK_TAB) return Leave();
+        if (Now().kind->IsChoice()) {
+            const int count = static_cast<int>(Now().kind->cells.size());
+            if (ctrl && (key == VK_LEFT || key == VK_RIGHT)) {
+                const int from = m_cursor < 0 && key == VK_LEFT ? count : m_cursor;
+                m_cursor = (from + (key == VK_RIGHT ? 1 : count - 1)) % count;
+                return;
+            }
+        } else if (InBox(key, ctrl, shift)) {
+            return;
+        }
+        Navigate(key, ctrl);
+    }
+
+private:
+    FormItem& Mine() { return items[static_cast<std::size_t>(current)]; }
+    int Count() const { return static_cast<int>(items.size()); }
+    void Bell() { notes.push_back({FormNote::cBell, 0}); }
+
+    // The current item.
+
+    void GoTo(int index) {
+        if (index != current) m_cursor = -1;
+        current = index;
+    }
+    void Load() {
+        if (ShowsBox()) box.Load(Now().Shown(locale));
+    }
+    void TakeFocus(bool tells, bool isThere) {
+        if (tells) notes.push_back({hasFocus ? 4 : NM_SETFOCUS, current});
+        hasFocus = m_isAttached = true;
+        if (!isThere) Load();
+    }
+    /// Keeps what was typed; a refusal leaves everything as it was.
+    bool Commit() {
+        if (!ShowsBox() || Now().isReadOnly || box.text == Now().Shown(locale)) return true;
+        const FormItem before = Now();
+        Mine().Store(box.text, locale);
+        notes.push_back({1, current});
+        if (refusesChanges) {
+            Mine() = before;
+            Load();
+            ScrollIntoView();
+            notes.push_back({4, current});
+            return false;
+        }
+        notes.push_back({2, current});
+        Load();
+        return true;
+    }
+    void Advance() {
+        if (!autoAdvance) return;
+        const int next = NextEditable();
+        if (next >= 0) {
+            SetCurrent(next);
+        } else {
+            notes.push_back({6, current});
+        }
+    }
+    int NextEditable() const {
+        for (int i = current + 1; i < Count(); ++i) {
+            if (!items[static_cast<std::size_t>(i)].isReadOnly) return i;
+        }
+        return -1;
+    }
+
+    // Places.
+
+    int ItemAt(CPoint place) const {
+        for (int i = 0; i < Count(); ++i) {
+            if (items[static_cast<std::size_t>(i)].place.PtInRect(place)) return i;
+        }
+        return -1;
+    }
+    void ScrollIntoView() {
+        const CRect place = Now().place;
+        const auto least = [](LONG& position, LONG start, LONG end, LONG size) {
+            if (start < position || end - start > size) {
+                position = start;
+            } else if (end > position + size) {
+                position = end - size;
+            }
+        };
+        least(scroll.x, place.left, place.right, client.cx);
+        least(scroll.y, place.top, place.bottom, client.cy);
+    }
+    bool IsVisible(int index, bool whole) const {
+        CRect place = items[static_cast<std::size_t>(index)].place;
+        place.OffsetRect(-scroll.x, -scroll.y);
+        if (!whole) {
+            return place.left < client.cx && place.right >= 1 && place.top < client.cy &&
+                   place.bottom >= 1;
+        }
+        return place.left >= 0 && place.left < client.cx && place.right >= 1 &&
+               place.right <= client.cx && place.top >= 0 && place.top < client.cy &&
+               place.bottom >= 1 && place.bottom <= client.cy;
+    }
+    int ItemAfterScroll(int step) const {
+        for (const bool whole : {true, false}) {
+            for (int i = current; i >= 0 && i < Count(); i += step) {
+                if (IsVisible(i, whole)) return i;
+            }
+        }
+        return -1;
+    }
+    /// The nearest item on the side that a key points to; -1 without any.
+    int Closest(int from, UINT key) const {
+        const CRect own = items[static_cast<std::size_t>(from)].place;
+        int best = -1;
+        LONG least = 0;
+        for (int i = 0; i < Count(); ++i) {
+            const CRect other = items[static_cast<std::size_t>(i)].place;
+            const bool isAcross = key == VK_LEFT || key == VK_RIGHT;
+            const LONG gap = key == VK_UP     ? own.top - other.bottom
+                             : key == VK_DOWN ? other.top - own.bottom
+                             : key == VK_LEFT ? own.left - other.right
+                                              : other.left - own.right;
+            if (i == from || gap < 0) continue;
+            const LONG aside =
+                isAcross ? (other.top + (other.Height() >> 1)) - (own.top + (own.Height() >> 1))
+                         : (other.left + (other.Width() >> 1)) - (own.left + (own.Width() >> 1));
+            const LONG score = std::abs(aside) + gap;
+            if (best >= 0 && score >= least) continue;
+            best = i;
+            least = score;
+        }
+        return best;
+    }
+
+    // Keys of the form.
+
+    void Go(int target) {
+        const int bounded = std::clamp(target, 0, Count() - 1);
+        if (bounded != current) SetCurrent(bounded);
+        if (target != bounded) notes.push_back({target < 0 ? 5 : 6, current});
+    }
+    void Navigate(UINT key, bool ctrl) {
+        const int last = Count() - 1;
+        switch (key) {
+            case VK_RETURN:
+                if (NextEditable() >= 0) Go(NextEditable());
+                break;
+            case VK_PRIOR:
+                current == 0 ? Go(-1) : Page(SB_PAGEUP);
+                break;
+            case VK_NEXT:
+                current == last ? Go(Count()) : Page(SB_PAGEDOWN);
+                break;
+            case VK_HOME:
+                Go(ctrl ? 0 : EndOfRow(VK_LEFT));
+                break;
+            case VK_END:
+                Go(ctrl ? last : EndOfRow(VK_RIGHT));
+                break;
+            case VK_LEFT:
+            case VK_UP:
+            case VK_RIGHT:
+            case VK_DOWN:
+                Go(ArrowTarget(key));
+                break;
+            default:
+                break;
+        }
+    }
+    int EndOfRow(UINT key) const {
+        // Neighbours without width lead nowhere.
+        const auto reach = [&](int i) {
+            const CRect place = items[static_cast<std::size_t>(i)].place;
+            return (place.left + place.right) * (key == VK_LEFT ? -1 : 1);
+        };
+        int item = current;
+        for (int next = Closest(item, key); next >= 0 && reach(next) > reach(item);
+             next = Closest(item, key)) {
+            item = next;
+        }
+        return item;
+    }
+    int ArrowTarget(UINT key) const {
+        if (layout.type == FormLayout::FlowRows && (key == VK_LEFT || key == VK_RIGHT)) {
+            return current + (key == VK_LEFT ? -1 : 1);
+        }
+        if (layout.type == FormLayout::FlowColumns && (key == VK_UP || key == VK_DOWN)) {
+            return current + (key == VK_UP ? -1 : 1);
+        }
+        const auto [length, lines] = layout.Lines(Count());
+        if (layout.IsGrid() && length != 0) return GridTarget(key, length, lines);
+        const int closest = Closest(current, key);
+        return closest >= 0 ? closest : current;
+    }
+    int GridTarget(UINT key, int length, int lines) const {
+        const bool down = layout.type != FormLayout::GridAcross;
+        if (key == (down ? VK_UP : VK_LEFT)) return current - 1;
+        if (key == (down ? VK_DOWN : VK_RIGHT)) return current + 1;
+        int line = current / length;
+        int cell = current % length;
+        if (key == (down ? VK_LEFT : VK_UP)) {
+            if (--line < 0) {
+                line = lines - 1;
+                --cell;
+            }
+            if (cell < 0) return current;
+            int target = line * length + cell;
+            while (target >= Count()) target -= length;
+            return target < 0 ? current : target;
+        }
+        if ((line + 1) * length + cell < Count() && !(down && line + 1 == lines)) {
+            return (line + 1) * length + cell;
+        }
+        const bool stays = cell + 1 >= length || (down && cell + 1 >= Count());
+        return stays ? current : cell + 1;
+    }
+    void Page(UINT code) {
+        for (const bool vertical : {true, false}) {
+            const bool scrolls = vertical ? layout.Vertical() : layout.Horizontal();
+            const bool isLong = vertical ? Extent().cy >= client.cy : Extent().cx >= client.cx;
+            if (scrolls && isLong) return Scroll(vertical, code, 0);
+        }
+    }
+
+    // Choices.
+
+    bool ClickChoice(CPoint point) {
+        if (!Now().kind->IsChoice()) return false;
+        const CRect area = Now().kind->choosing;
+        if (point.x < area.left || point.x > area.right || point.y < area.top ||
+            point.y > area.bottom) {
+            return false;
+        }
+        for (const FieldKind::Cell& cell : Now().kind->cells) {
+            if (cell.place.PtInRect(point)) return Choose(cell.value);
+        }
+        return false;
+    }
+    void ChooseByKey(char ch) {
+        const auto& cells = Now().kind->cells;
+        auto found = std::find_if(cells.begin(), cells.end(), [ch](const FieldKind::Cell& cell) {
+            return cell.keys.find(ch) != std::string::npos;
+        });
+        if (found == cells.end() && ch == ' ' && m_cursor >= 0) found = cells.begin() + m_cursor;
+        if (found == cells.end() || Now().isReadOnly) return;
+        if (Choose(found->value) && Now().kind->type == FieldKind::Radio) Advance();
+    }
+    bool Choose(int code) {
+        if (Now().isReadOnly) return false;
+        const bool radio = Now().kind->type == FieldKind::Radio;
+        if (radio && !Now().isNull && Now().value == code) return true;
+        const FormItem before = Now();
+        const int value = before.value;
+        const int changed = radio ? code : (value & code) != 0 ? value & ~code : value | code;
+        Mine().value = changed;
+        Mine().isNull = !radio && changed == 0;
+        notes.push_back({1, current});
+        if (refusesChanges) {
+            Mine() = before;
+            return false;
+        }
+        notes.push_back({2, current});
+        return true;
+    }
+
+    // The box.
+
+    bool Accepts(char ch) const {
+        const FieldKind& kind = *Now().kind;
+        const bool isSign =
+            (ch == locale.point && kind.type != FieldKind::Integer) || (ch == '-' && kind.negative);
+        return (ch >= '0' && ch <= '9') || isSign;
+    }
+    bool IsValid(std::string text) const {
+        const FieldKind& kind = *Now().kind;
+        const auto digits = [&text] {
+            const std::size_t end = std::min(text.find_first_not_of("0123456789"), text.size());
+            text.erase(0, end);
+            return static_cast<int>(end);
+        };
+        if (kind.negative && !text.empty() && text[0] == '-') text.erase(0, 1);
+        digits();
+        if (kind.decimals > 0 && !text.empty() && text[0] == locale.point) {
+            text.erase(0, 1);
+            if (digits() > kind.decimals) return false;
+        }
+        return text.empty();
+    }
+    void Insert(const std::string& typed) {
+        const int limit = Now().kind->limit;
+        const bool fits = limit == 0 || static_cast<int>(box.Replaced(typed).size()) <= limit;
+        if (fits && !Now().isReadOnly) {
+            box.Replace(typed);
+        } else {
+            Bell();
+        }
+    }
+    void Erase(UINT key) {
+        int start = box.Start();
+        int end = box.End();
+        if (start == end && key == VK_BACK) start = box.Step(start, -1);
+        if (start == end && key == VK_DELETE) end = box.Step(end, 1);
+        if (Now().kind->type == FieldKind::Time) return ClearTime(start, end);
+        if (Now().kind->IsFiltered() && !IsValid(box.Replaced("", start, end))) return Bell();
+        if (Now().isReadOnly || start == end) return;
+        box.anchor = start;
+        box.caret = end;
+        box.Replace("");
+    }
+    /// Whether the box uses the key itself.
+    bool InBox(UINT key, bool ctrl, bool shift) {
+        const bool marked = box.anchor != box.caret;
+        switch (key) {
+            case VK_RETURN:
+                if (ctrl) {
+                    if (Now().kind->type == FieldKind::Lines) Insert("\r\n");
+                } else if (Commit()) {
+                    Advance();
+                }
+                return true;
+            case VK_ESCAPE:
+                Load();
+                return true;
+            case VK_BACK:
+            case VK_DELETE:
+                Erase(key);
+                return true;
+            case VK_LEFT:
+                if (!marked && box.caret == 0) return false;
+                box.MoveTo(marked && !shift ? box.Start() : box.Step(box.caret, -1), shift);
+                return true;
+            case VK_RIGHT:
+                if (!marked && box.caret == box.Length()) return false;
+                box.MoveTo(marked && !shift ? box.End() : box.Step(box.caret, 1), shift);
+                return true;
+            case VK_HOME:
+                box.MoveTo(box.LineStart(), shift);
+                return true;
+            case VK_END:
+                box.MoveTo(box.LineEnd(), shift);
+                return true;
+            case VK_UP:
+                return MoveLine(-1);
+            case VK_DOWN:
+                return MoveLine(1);
+            default:
+                return false;
+        }
+    }
+    bool MoveLine(int by) {
+        const int line = box.LineOf(box.caret) + by;
+        if (line < 0 || line > box.LineOf(box.Length())) return false;
+        while (box.LineOf(box.caret) != line) box.caret += by;
+        box.anchor = box.caret;
+        box.isCaretFree = true;
+        return true;
+    }
+
+    // Times.
+
+    int PlaceFrom(int from) const {
+        const std::size_t place = Now().Blank(locale).find('_', static_cast<std::size_t>(from));
+        return place == std::string::npos ? -1 : static_cast<int>(place);
+    }
+    std::string Cleared(int start, int end) const {
+        std::string text = box.text;
+        for (int i = start; i < end; ++i) {
+            if (PlaceFrom(i) == i) text[static_cast<std::size_t>(i)] = '_';
+        }
+        return text;
+    }
+    void ClearTime(int start, int end) { ShowTime(Cleared(start, end), start, start, end); }
+    void ShowTime(const std::string& text, int caret, int start, int end) {
+        if (Now().isReadOnly) {
+            Bell();
+            // Deleting marks what it would delete.
+            if (box.anchor == box.caret && end > box.caret) {
+                box.anchor = start;
+                box.caret = end;
+            }
+            return;
+        }
+        box.text = text;
+        box.anchor = box.caret = caret;
+    }
+    void TypeTime(char ch) {
+        std::string text = Cleared(box.Start(), box.End());
+        int caret = box.Start();
+        if ((ch >= '0' && ch <= '9') || ch == ' ') {
+            const int place = PlaceFrom(caret);
+            if (place < 0) return Bell();
+            text[static_cast<std::size_t>(place)] = ch == ' ' ? '_' : ch;
+            caret = std::max(PlaceFrom(place + 1), place + 1);
+        } else if (ch == ':') {
+            // One that was just gone over may be typed all the same.
+            const bool isOver = caret > 0 && text[static_cast<std::size_t>(caret) - 1] == ':';
+            const std::size_t next = text.find(':', static_cast<std::size_t>(caret));
+            if (!isOver && next == std::string::npos) return Bell();
+            caret = std::max(PlaceFrom(isOver ? caret : static_cast<int>(next)), caret);
+        } else if (!locale.is24Hour && std::string("aApP").find(ch) != std::string::npos) {
+            const std::size_t start = text.size() - 2;
+            text.replace(start, 2, ch == 'a' || ch == 'A' ? "AM" : "PM");
+            const int place = PlaceFrom(caret);
+            caret = place < 0 ? static_cast<int>(start) + 1 : place;
+        } else {
+            return Bell();
+        }
+        ShowTime(text, caret, 0, 0);
+    }
+
+    bool m_isAttached = false;  ///< a window stands over the current item
+    int m_cursor = -1;          ///< the choice that the blank chooses
+};
+
+}  // namespace tessalink::test
