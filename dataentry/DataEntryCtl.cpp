@@ -82,19 +82,18 @@ BOOL DataEntryCtl::Create(const RECT& rect, UINT id, CWnd* parent) {
     DWORD style = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_GROUP | WS_TABSTOP;
     if (m_layoutMgr && m_layoutMgr->HorizontalScrolling() != 0) style |= WS_HSCROLL;
     if (m_layoutMgr && m_layoutMgr->VerticalScrolling() != 0) style |= WS_VSCROLL;
-    m_id = static_cast<int>(id);
     return CWnd::Create(nullptr, "Items", style, rect, parent, id);
 }
 
 BOOL DataEntryCtl::SubclassDlgItem(UINT id, CWnd* parent) {
     if (!m_layoutMgr || CWnd::SubclassDlgItem(id, parent) == 0) return 0;
-    m_id = static_cast<int>(id);
     set_up();
     return 1;
 }
 
 int DataEntryCtl::OnCreate(CREATESTRUCT* create) {
     if (!m_layoutMgr || CWnd::OnCreate(create) != 0) return -1;
+    m_id = GetDlgCtrlID();
     RecalcLayout();
     return 0;
 }

@@ -249,6 +249,10 @@ void TextDataEntryUI::OnEditKillFocus() {
     if (alive && kept != 0) leave_if_unfocused(GetFocus());
 }
 
+void TextDataEntryUI::OnEditKey(UINT key, UINT repeat, UINT flags) {
+    SendMessage(WM_KEYDOWN, key, MAKELPARAM(static_cast<int>(repeat), static_cast<int>(flags)));
+}
+
 void TextDataEntryUI::leave_if_unfocused(CWnd* focus) {
     if (!m_editIsShown || m_item == nullptr) return;
     if (Holds(focus)) return;

@@ -46,7 +46,7 @@ public:
     /// The edit box has lost the focus.
     void OnEditKillFocus();
     /// A key of the edit box that the form may use.
-    void OnEditKey(UINT key, UINT repeat, UINT flags) { OnKeyDown(key, repeat, flags); }
+    void OnEditKey(UINT key, UINT repeat, UINT flags);
 
 protected:
     /// Computes sizes and makes fonts and edit box, once.

@@ -122,6 +122,10 @@ void TimeEditCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         SimpleTextEditCtl::OnKeyDown(key, repeat, flags);
         return;
     }
+    if (IsKeyDown(VK_SHIFT)) {
+        SendMessage(WM_CUT);
+        return;
+    }
     const Selection now = selection();
     if (now.start == now.end) SetSel(now.start, std::min(now.end + 1, now.text.GetLength()));
     clear_selection();

@@ -186,6 +186,13 @@ TEST(ItemUI, TimesAreStoredAsDigits) {
         windows().PressKey(VK_DELETE);
         windows().PressKey(VK_BACK);
         EXPECT_EQ(keyed.Box(), kept);
+        keyed.Form().SetReadOnlyItem(0, 0);
+        windows().SetClipboard("");
+        windows().HoldKey(VK_SHIFT, true);
+        windows().PressKey(VK_DELETE);
+        windows().HoldKey(VK_SHIFT, false);
+        EXPECT_STREQ(keyed.Box(), shortFormat != 0 ? "__:__" : "__:__:__");
+        EXPECT_TRUE(tessalink::clipboardText(cut) && cut == kept);
     }
 }
 
@@ -285,11 +292,14 @@ TEST(ItemUI, ATextIsDrawnInTheLinesThatItsBoxHas) {
     struct {
         int lines;
         std::vector<std::string> drawn;
-    } const cases[] = {{0, {"one two"}}, {1, {"one two"}}, {3, {"one", "two"}}};
+    } const cases[] = {{0, {"one two", "one two"}},
+                       {1, {"one two", "one two"}},
+                       {3, {"one", "two", "one", "two"}}};
     for (const auto& c : cases) {
         FormHost host;
         DataEntryCtl form(new SingleColLayoutMgr);
-        form.AddItem(new TextDataEntryItem("one\r\ntwo", "t"), new TextDataEntryUI(0, 0, c.lines));
+        auto* ui = new TextDataEntryUI(0, 0, c.lines);
+        for (int i = 0; i < 2; ++i) form.AddItem(new TextDataEntryItem("one\r\ntwo", "t"), ui);
         form.Create(CRect(0, 0, 500, 300), 1, &host);
         tessalink::RecordingDevice device;
         windows().PaintAll(form, device);
