@@ -19,7 +19,6 @@ constexpr std::int64_t cFarAway = 1 << 29;
 IMPLEMENT_DYNAMIC(ColumnListCtl, CWnd)
 
 BOOL ColumnListCtl::Create(const RECT& rect, UINT id, CWnd* parent) {
-    m_id = static_cast<int>(id);
     return CWnd::Create(nullptr, "",
                         WS_CHILD | WS_VISIBLE | WS_BORDER | WS_GROUP | WS_TABSTOP | WS_HSCROLL,
                         rect, parent, id);
@@ -27,7 +26,6 @@ BOOL ColumnListCtl::Create(const RECT& rect, UINT id, CWnd* parent) {
 
 BOOL ColumnListCtl::SubclassDlgItem(UINT id, CWnd* parent) {
     if (CWnd::SubclassDlgItem(id, parent) == 0) return 0;
-    m_id = static_cast<int>(id);
     ModifyStyle(0, WS_HSCROLL);
     RecalcLayout();
     Invalidate();
@@ -68,6 +66,7 @@ void ColumnListCtl::set_count(int count) {
 
 void ColumnListCtl::RecalcLayout() {
     if (GetSafeHwnd() == nullptr) return;
+    m_id = GetDlgCtrlID();
     CRect client;
     GetClientRect(&client);
     CClientDC dc(this);

@@ -16,6 +16,11 @@ struct LISTCTL_NOTIFICATION {
 inline constexpr int LIST_VALUE_CHANGED = 1;
 /// Another item has become current: the item, 0.
 inline constexpr int LIST_CURRENT_CHANGED = 2;
+/// In a second pass another value was keyed than in the first one: the item, the second value. The
+/// bell has sounded.
+inline constexpr int LIST_DIFFERENCE = 4;
+/// In a second pass an item was settled: the item, the value that it has now.
+inline constexpr int LIST_SETTLED = 5;
 
 /// What the lists of responses and of numbers share: cells that run down columns, which continue to
 /// the right and scroll by whole columns; one cell is current, and keys, the mouse and entries make
@@ -95,7 +100,7 @@ protected:
     void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
 
     bool m_isReadOnly = false;
-    int m_id = -1;
+    int m_id = 0;
     int m_count = 0;
     int m_current = -1;
     int m_halfWidth = 0;  ///< half the width of "m"

@@ -17,6 +17,7 @@ bool DoubleKeying::IsSettled(int item) const {
 
 void DoubleKeying::settle(const KeyingCheck& check) {
     m_answers[static_cast<std::size_t>(check.item)] = check.final;
+    if (!IsSettled(check.item)) ++m_settledCount;
     m_settled[static_cast<std::size_t>(check.item)] = 1;
     m_record.push_back(check);
     m_openItem = -1;

@@ -44,6 +44,9 @@ public:
     /// Whether the item has been keyed a second time and is settled.
     bool IsSettled(int item) const;
 
+    /// How many items are settled.
+    int SettledCount() const { return m_settledCount; }
+
     /// The settled items in the order in which they were; one keyed again stands there again.
     const std::vector<KeyingCheck>& Record() const { return m_record; }
     int AgreementCount() const { return m_agreements; }
@@ -56,6 +59,7 @@ private:
     std::vector<int> m_answers;
     std::vector<std::uint8_t> m_settled;
     std::vector<KeyingCheck> m_record;
+    int m_settledCount = 0;
     int m_openItem = -1;
     int m_openAnswer = 0;
     int m_agreements = 0;

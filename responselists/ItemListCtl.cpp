@@ -13,6 +13,9 @@ using tessalink::Selected;
 namespace {
 
 constexpr const char* cWidestNumber = " 999:";
+constexpr UINT cFirstPrintable = 32;
+/// The box around an answer that differs from the first one.
+constexpr COLORREF cSecond = RGB(192, 0, 0);
 
 }  // namespace
 
@@ -154,10 +157,14 @@ bool ItemListCtl::verify(std::uint16_t value) {
     const KeyingOutcome outcome = m_keying->Key(item, value);
     repaint_cell(item);
     repaint_cell(openBefore);
+    m_isStopped = false;
     if (outcome == KeyingOutcome::Corrected) change(item, value);
-    if (outcome != KeyingOutcome::Differs) return true;
+    if (outcome != KeyingOutcome::Differs) {
+        if (same) notify(LIST_SETTLED, item, value);
+        return true;
+    }
     MessageBeep(MB_ICONEXCLAMATION);  // who keys from paper does not look
-    if (same) notify(ITEMLIST_DIFFERENCE, item, value);
+    if (same) notify(LIST_DIFFERENCE, item, value);
     if (same && m_keying != nullptr) {
         NotifyAccessible(tessalink::AccessibleEvent::Announcement, item,
                          AccessibleChild(item).value);
@@ -178,6 +185,7 @@ int ItemListCtl::Undo() {
 void ItemListCtl::BeginVerification(tessalink::DoubleKeying& keying) {
     keying.Start(std::vector<int>(m_answers.begin(), m_answers.end()));
     m_keying = &keying;
+    m_isStopped = false;
     m_undo.clear();
     Invalidate();
     go_to(0);
@@ -198,22 +206,45 @@ UINT ItemListCtl::OnGetDlgCode() {
     return DLGC_WANTARROWS | DLGC_WANTCHARS;
 }
 
-void ItemListCtl::OnChar(UINT ch, UINT, UINT) {
-    if (m_current < 0 || m_isReadOnly) return;
+// Whether keys wait for the backspace. Of a difference that the user has left nothing is known.
+bool ItemListCtl::is_stopped() const {
+    return m_isStopped && m_keying != nullptr && m_keying->OpenItem() == m_current;
+}
+
+// The response of the current item that a character selects, or -1.
+int ItemListCtl::response_of_key(UINT ch) const {
     const ResponseList* responses = responses_of(m_current);
-    if (responses == nullptr) return;
+    if (responses == nullptr) return -1;
     const auto found = std::find_if(
         responses->begin(), responses->end(),
         [ch](const Response& response) { return response.keys.Find(static_cast<char>(ch)) >= 0; });
-    if (found == responses->end()) return;
+    return found != responses->end() ? static_cast<int>(found - responses->begin()) : -1;
+}
+
+void ItemListCtl::OnChar(UINT ch, UINT, UINT flags) {
+    // A key that is held down would answer the items behind this one.
+    if (m_current < 0 || m_isReadOnly || (flags & KF_REPEAT) != 0) return;
+    const bool isPrintable = ch >= cFirstPrintable;
+    const int response = is_stopped() ? -1 : response_of_key(ch);
+    if (response < 0) {
+        if (isPrintable && (m_usesBells || is_stopped())) MessageBeep(MB_ICONHAND);
+        return;
+    }
     const SameList same(*this);
-    const bool goesOn = set_curr_cell_value_index(static_cast<int>(found - responses->begin()));
-    if (same && goesOn) advance_to_next_cell();
+    const bool goesOn = set_curr_cell_value_index(response);
+    if (!same) return;
+    m_isStopped = !goesOn;
+    if (!goesOn) return;
+    if (m_usesBells && m_current == m_count - 1) MessageBeep(MB_ICONASTERISK);
+    advance_to_next_cell();
 }
 
 void ItemListCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-    if (key == VK_BACK && Undo() != 0) return;
-    ColumnListCtl::OnKeyDown(key, repeat, flags);
+    if (key == VK_BACK && is_stopped()) {
+        m_isStopped = false;
+    } else if (key != VK_BACK || Undo() == 0) {
+        ColumnListCtl::OnKeyDown(key, repeat, flags);
+    }
 }
 
 int ItemListCtl::response_at(int index, int x) const {
@@ -317,20 +348,26 @@ void ItemListCtl::draw_item(CDC& dc, int index, const CRect& rect) {
     const bool isHidden = m_keying != nullptr && !isOpen && !m_keying->IsSettled(index);
     for (const Response& response : *responses) {
         const CRect caption(x, rect.top, x + response.width, rect.bottom);
-        if (!isHidden && response.value == GetItem(index)) draw_circle(dc, caption, PS_SOLID);
-        if (isOpen && response.value == m_keying->OpenAnswer()) draw_circle(dc, caption, PS_DOT);
+        if (!isHidden && response.value == GetItem(index)) draw_mark(dc, caption, Mark::Circle);
+        if (isOpen && response.value == m_keying->OpenAnswer()) draw_mark(dc, caption, Mark::Box);
         dc.TextOut(x, y, response.caption);
         x += response.width + m_halfWidth;
     }
 }
 
-void ItemListCtl::draw_circle(CDC& dc, const CRect& caption, UINT style) const {
-    CPen dotted(style, 1, dc.GetTextColor());
-    CPen solid(PS_SOLID, std::max(m_rowHeight / 12, 1), dc.GetTextColor());
-    const Selected pen(dc, style == PS_SOLID ? &solid : &dotted);
+void ItemListCtl::draw_mark(CDC& dc, const CRect& caption, Mark mark) const {
+    const bool isCircle = mark == Mark::Circle;
+    CPen line(PS_SOLID, std::max(m_rowHeight / 12, 1), isCircle ? dc.GetTextColor() : cSecond);
+    const Selected pen(dc, &line);
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    dc.Ellipse(caption.left - m_halfWidth / 2, caption.top + 1, caption.right + m_halfWidth / 2,
-               caption.bottom - 1);
+    CRect place(caption.left - m_halfWidth / 2, caption.top + 1, caption.right + m_halfWidth / 2,
+                caption.bottom - 1);
+    if (isCircle) {
+        dc.Ellipse(&place);
+    } else {
+        place.DeflateRect(0, m_rowHeight / 8);
+        dc.Rectangle(&place);
+    }
 }
 
 tessalink::AccessibleElement ItemListCtl::AccessibleChild(int index) const {
@@ -343,8 +380,8 @@ tessalink::AccessibleElement ItemListCtl::AccessibleChild(int index) const {
     if (m_keying == nullptr || m_keying->IsSettled(index)) {
         element.value = caption_of(index, GetItem(index));
     } else if (m_keying->OpenItem() == index) {
-        element.value.Format("First %s, now %s", caption_of(index, GetItem(index)).GetString(),
-                             caption_of(index, m_keying->OpenAnswer()).GetString());
+        element.value.Format("First %s, now %s", spoken_answer(index, GetItem(index)).GetString(),
+                             spoken_answer(index, m_keying->OpenAnswer()).GetString());
         element.isInvalid = true;
     }
     return element;
@@ -358,6 +395,12 @@ CString ItemListCtl::caption_of(int index, int value) const {
         }
     }
     return {};
+}
+
+CString ItemListCtl::spoken_answer(int index, int value) const {
+    CString caption = caption_of(index, value);
+    if (caption.IsEmpty()) caption = "none";
+    return caption;
 }
 
 // Several response sets.

@@ -17,14 +17,11 @@ struct ITEMLIST_COUNTS_NOTIFICATION {
 };
 
 inline constexpr int ITEMLIST_COUNTS = 3;
-/// In a second pass the keyed answer differs from the first one: the item, the second answer. The
-/// bell has sounded.
-inline constexpr int ITEMLIST_DIFFERENCE = 4;
 
 /// A list for keying in the answers to numbered test items, one keystroke per item: every item
 /// shows its number and the captions of its responses; a key that belongs to a response circles it,
-/// and the next item becomes current. The backspace takes the last answers back. A click on a
-/// caption chooses that response, and its item stays current.
+/// and the next item becomes current. A key that is held down counts once. The backspace takes the
+/// last answers back. A click on a caption chooses that response, and its item stays current.
 ///
 /// The responses are defined as "[Yes|Yy|1][No|Nn|2]" (see core/ResponseSet.h); a code that is left
 /// out is the response's place, codes have 16 bits. An index out of range raises
@@ -61,10 +58,16 @@ public:
     int GetAnsweredCount() const { return m_answered; }
     int GetMissingCount() const { return m_count - m_answered; }
 
+    /// For who does not look at the screen; off at start: whether the bell sounds at a character
+    /// that belongs to no response, and when the last item has been answered by a key.
+    void UseBells(int use) { m_usesBells = use != 0; }
+
     /// Starts a second pass at the first item: answers are hidden until they are keyed again and
-    /// compared. At a difference the item stays current and shows both answers until one of them is
-    /// keyed again. What was keyed before can't be taken back any more. The object must outlive the
-    /// pass, and the program leaves the answers alone meanwhile.
+    /// compared. At a difference the item stays current and shows both answers, and each further
+    /// character rings the bell until the backspace takes the second one back; whichever of both is
+    /// keyed then is final. A click needs no backspace. The parent is told of both
+    /// (LIST_DIFFERENCE, LIST_SETTLED). What was keyed before can't be taken back any more. The
+    /// object must outlive the pass, and the program leaves the answers alone meanwhile.
     void BeginVerification(tessalink::DoubleKeying& keying);
     void EndVerification();
 
@@ -107,6 +110,7 @@ protected:
     int m_firstNumber = 1;
 
 private:
+    enum class Mark { Circle, Box };
     struct Undone {
         int item;
         std::uint16_t before;
@@ -118,16 +122,21 @@ private:
     void change(int index, std::uint16_t value);
     void store(int index, std::uint16_t value);
     bool verify(std::uint16_t value);
+    bool is_stopped() const;
     void tell_counts();
+    int response_of_key(UINT ch) const;
     CString caption_of(int index, int value) const;
+    CString spoken_answer(int index, int value) const;
     CString number_text(int index) const;
-    void draw_circle(CDC& dc, const CRect& caption, UINT style) const;
+    void draw_mark(CDC& dc, const CRect& caption, Mark mark) const;
     int response_at(int index, int x) const;
 
     std::vector<std::uint16_t> m_answers;
     std::vector<Undone> m_undo;
     int m_answered = 0;
     bool m_reportsCounts = false;
+    bool m_usesBells = false;
+    bool m_isStopped = false;  ///< at a difference, until the backspace is pressed
     tessalink::DoubleKeying* m_keying = nullptr;
     int m_numberWidth = 0;
     mutable CFont m_font;

@@ -70,6 +70,7 @@ void NumberListCtl::reset() {
     m_names = nullptr;
     m_ranges = nullptr;
     m_isRefused = false;
+    m_keying = nullptr;
     m_legendWidth = 0;
     m_count = 0;
     m_current = -1;
@@ -115,8 +116,8 @@ void NumberListCtl::SetMaxTextLen(int length) {
     Invalidate();
 }
 
-CString NumberListCtl::value_text(int index) const {
-    return tessalink::formatInt(GetItem(index), 0, -1);
+CString NumberListCtl::text_of(int number) const {
+    return tessalink::formatInt(number, 0, -1);
 }
 
 std::uint32_t NumberListCtl::value_of(const CString& text) const {
@@ -127,7 +128,7 @@ std::uint32_t NumberListCtl::value_of(const CString& text) const {
 
 int NumberListCtl::OnCreate(CREATESTRUCT* create) {
     if (ColumnListCtl::OnCreate(create) != 0) return -1;
-    m_editIsShown = m_hasFocus = m_isRefused = false;
+    m_editIsShown = m_hasFocus = m_isRefused = m_isReturn = false;
     m_edit.reset(create_edit());
     m_edit->Create(WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, CRect(), this, cEditId);
     m_edit->SetLimitText(static_cast<UINT>(m_maxTextLen));
@@ -169,7 +170,7 @@ void NumberListCtl::load_edit() {
 void NumberListCtl::fill_edit() {
     m_edit->MoveWindow(edit_rect(m_current));
     m_edit->SetReadOnly(curr_cell_is_read_only() ? 1 : 0);
-    m_edit->SetWindowText(value_text(m_current));
+    m_edit->SetWindowText(shown_text(m_current));
     m_edit->SetSel(0, -1);
 }
 
@@ -257,7 +258,7 @@ bool NumberListCtl::OnCancel() {
     if (m_current < 0 || !m_editIsShown) return false;
     CString typed;
     m_edit->GetWindowText(typed);
-    if (typed == value_text(m_current)) return false;
+    if (typed == shown_text(m_current)) return false;
     load_edit();
     return true;
 }
@@ -266,6 +267,12 @@ bool NumberListCtl::OnCancel() {
 
 UINT NumberListCtl::OnGetDlgCode() {
     return DLGC_WANTARROWS;
+}
+
+// Readable in the current cell, whose colours are always the same.
+void NumberListCtl::OnCtlColor(CDC* dc, CWnd*, UINT) {
+    dc->SetTextColor(cBlack);
+    dc->SetBkColor(cEditColor);
 }
 
 void NumberListCtl::set_curr_cell(int index) {
@@ -292,11 +299,14 @@ int NumberListCtl::next_editable() const {
 void NumberListCtl::OnReturn() {
     if (m_current < 0) return;
     const SameList same(*this);
+    const tessalink::WindowGuard alive(*this);
     const int target = next_editable();
+    m_isReturn = true;
     if (target == m_current && m_editIsShown && !curr_cell_is_read_only()) {
         if (update_curr_from_edit(1) != 0 && same) load_edit();
     }
     if (same) go_to(target);
+    if (alive) m_isReturn = false;
 }
 
 int NumberListCtl::update_curr_from_edit(int showMessage) {
@@ -309,19 +319,88 @@ int NumberListCtl::update_curr_from_edit(int showMessage) {
     const bool hadFocus = m_hasFocus;
     const SameList same(*this);
     set_refused(false);
-    if (value == m_values[checked(index)]) return 1;
+    if (m_keying != nullptr && text.IsEmpty() && !(m_isReturn && is_exempt(value))) {
+        if (m_isReturn) MessageBeep(MB_ICONHAND);
+        return m_isReturn ? 0 : 1;  // the entry is passed over
+    }
+    if (value == m_values[checked(index)]) return m_keying != nullptr ? verify(value) : 1;
     if (m_ranges != nullptr && !is_exempt(value) &&
         validate_edit(static_cast<int>(value), showMessage) == 0) {
         if (same && showMessage == 0) set_refused(true);
         if (same && showMessage != 0 && hadFocus) retype();
         return 0;
     }
+    return m_keying != nullptr ? verify(value) : store(value);
+}
+
+// 0 when the list is not the same any more.
+int NumberListCtl::store(std::uint32_t value) {
+    const int index = m_current;
+    const SameList same(*this);
     m_values[checked(index)] = value;
     repaint_cell(index);
     notify(LIST_VALUE_CHANGED, index, static_cast<int>(value));
     if (!same) return 0;
     NotifyAccessible(tessalink::AccessibleEvent::ValueChanged, index);
     return 1;
+}
+
+// The second pass.
+
+int NumberListCtl::BeginVerification(tessalink::DoubleKeying& keying) {
+    const SameList same(*this);
+    const bool isTyped = m_editIsShown && m_current >= 0 && !curr_cell_is_read_only();
+    if (isTyped && (update_curr_from_edit(1) == 0 || !same)) return 0;
+    keying.Start(std::vector<int>(m_values.begin(), m_values.end()));
+    m_keying = &keying;
+    Invalidate();
+    load_edit();
+    go_to(0);
+    return 1;
+}
+
+void NumberListCtl::EndVerification() {
+    m_keying = nullptr;
+    Invalidate();
+    load_edit();
+}
+
+bool NumberListCtl::is_open(int index) const {
+    return m_keying != nullptr && m_keying->OpenItem() == index;
+}
+
+// What an entry shows: nothing before it was keyed again.
+CString NumberListCtl::shown_text(int index) const {
+    return m_keying == nullptr || m_keying->IsSettled(index) ? value_text(index) : CString();
+}
+
+int NumberListCtl::verify(std::uint32_t value) {
+    const int index = m_current;
+    const SameList same(*this);
+    const auto number = static_cast<int>(value);
+    if (m_keying->IsSettled(index) && value == m_values[checked(index)]) return 1;
+    const int openBefore = m_keying->OpenItem();
+    const auto outcome = m_keying->Key(index, number);
+    repaint_cell(index);
+    repaint_cell(openBefore);
+    if (outcome == tessalink::KeyingOutcome::Differs) return differ(value);
+    if (outcome == tessalink::KeyingOutcome::Corrected && store(value) == 0) return 0;
+    notify(LIST_SETTLED, index, number);
+    return same ? 1 : 0;
+}
+
+// The entry has to be keyed once more.
+int NumberListCtl::differ(std::uint32_t value) {
+    const int index = m_current;
+    const SameList same(*this);
+    MessageBeep(MB_ICONEXCLAMATION);
+    m_edit->SetWindowText("");
+    notify(LIST_DIFFERENCE, index, static_cast<int>(value));
+    if (same && is_open(index)) {
+        NotifyAccessible(tessalink::AccessibleEvent::Announcement, index,
+                         AccessibleChild(index).value);
+    }
+    return 0;
 }
 
 // After the message the refused number can be typed over.
@@ -396,17 +475,40 @@ void NumberListCtl::draw_cell(CDC& dc, int index, const CRect& rect) {
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
     dc.Rectangle(&box);
     dc.SelectObject(&m_font);
-    dc.TextOut(box.left + m_halfWidth / 2, y, value_text(index));
+    dc.TextOut(box.left + m_halfWidth / 2, y, shown_text(index));
+    if (is_open(index)) draw_difference(dc, CRect(rect.left, y, box.left, rect.bottom), index);
     if (isCurrent && m_isRefused) dc.TextOut(box.left - m_halfWidth, y, "!", 1);
+}
+
+CString NumberListCtl::both_numbers(int index, const char* format) const {
+    const auto named = [this](int number) {
+        CString text = text_of(number);
+        return text.IsEmpty() ? CString("none") : text;
+    };
+    CString both;
+    both.Format(format, named(m_keying->FirstAnswer(index)).GetString(),
+                named(m_keying->OpenAnswer()).GetString());
+    return both;
+}
+
+// Both numbers, beside the box and over the end of the name.
+void NumberListCtl::draw_difference(CDC& dc, const CRect& room, int index) const {
+    const CString both = both_numbers(index, " %s/%s");
+    const CSize size = dc.GetTextExtent(both);
+    CRect ground(CPoint(room.right - m_halfWidth / 2 - size.cx, room.top), size);
+    dc.FillSolidRect(&ground, cell_background(index == m_current));
+    dc.SetTextColor(index == m_current ? cRefused : cell_text(false));
+    dc.TextOut(ground.left, ground.top, both);
 }
 
 tessalink::AccessibleElement NumberListCtl::AccessibleChild(int index) const {
     tessalink::AccessibleElement element;
     element.role = tessalink::AccessibleRole::ListItem;
     element.name = name(index);
-    element.value = value_text(index);
+    element.value = shown_text(index);
+    if (is_open(index)) element.value = both_numbers(index, "First %s, now %s");
     element.isReadOnly = cell_is_read_only(index);
-    element.isInvalid = index == m_current && m_isRefused;
+    element.isInvalid = (index == m_current && m_isRefused) || is_open(index);
     element.isFocused = index == m_current && Holds(GetFocus());
     element.rect = GetItemRect(index);
     return element;
@@ -438,10 +540,9 @@ void NumberListCtl3::SetMissingValue(unsigned int value) {
     load_edit();
 }
 
-CString NumberListCtl3::value_text(int index) const {
-    return m_values[static_cast<std::size_t>(index)] == m_missing
-               ? CString()
-               : NumberListCtl::value_text(index);
+CString NumberListCtl3::text_of(int number) const {
+    return is_exempt(static_cast<std::uint32_t>(number)) ? CString()
+                                                         : NumberListCtl::text_of(number);
 }
 
 std::uint32_t NumberListCtl3::value_of(const CString& text) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "responselists/ColumnListCtl.h"
+#include "responselists/DoubleKeying.h"
 #include "responselists/XNumberEdit.h"
 
 /// A list for keying in one whole number for each of a few named entries, for instance a raw score
@@ -25,6 +26,8 @@ public:
     /// So many characters of the box are read.
     static constexpr int cMaxReadLen = 20;
     static constexpr UINT cEditId = 1000;
+    /// What every edit box is filled with.
+    static constexpr COLORREF cEditColor = cWhite;
 
     /// As SetLegend.
     NumberListCtl(int count, const char** names, int* ranges);
@@ -47,6 +50,16 @@ public:
     void SetMaxTextLen(int length);
     int GetMaxTextLen() const { return m_maxTextLen; }
 
+    /// Starts a second pass at the first entry: numbers are hidden until they are keyed again and
+    /// compared, when Return keeps them or they are left; an empty box that is left otherwise than
+    /// by Return is passed over. At a difference the entry stays current and shows both numbers
+    /// beside its emptied box until one of them is keyed again; the bell sounds and the parent is
+    /// told (LIST_DIFFERENCE, LIST_SETTLED). Returns 0 when what was being typed is refused. The
+    /// object must outlive the pass, which new contents end, and the program leaves the numbers
+    /// alone meanwhile.
+    int BeginVerification(tessalink::DoubleKeying& keying);
+    void EndVerification();
+
     // What the edit box tells the list.
 
     /// Goes to the next entry that can be changed; without one, keeps the number.
@@ -61,6 +74,7 @@ public:
 
     int OnCreate(CREATESTRUCT* create) override;
     UINT OnGetDlgCode() override;
+    void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnLButtonDown(UINT flags, CPoint point) override;
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
@@ -80,8 +94,9 @@ protected:
     bool cell_is_read_only(int index) const;
     bool curr_cell_is_read_only() const { return cell_is_read_only(m_current); }
     virtual XNumberEdit* create_edit() { return new XNumberEdit(*this); }
-    /// What an entry shows, and what a text of the box stands for.
-    virtual CString value_text(int index) const;
+    /// What a number shows as, and what a text of the box stands for.
+    virtual CString text_of(int number) const;
+    CString value_text(int index) const { return text_of(GetItem(index)); }
     virtual std::uint32_t value_of(const CString& text) const;
     /// Whether a number needs no check of its range.
     virtual bool is_exempt(std::uint32_t) const { return false; }
@@ -106,6 +121,13 @@ private:
     void retype();
     int next_editable() const;
     int widest_name(CDC& dc);
+    void draw_difference(CDC& dc, const CRect& room, int index) const;
+    CString both_numbers(int index, const char* format) const;
+    bool is_open(int index) const;
+    CString shown_text(int index) const;
+    int verify(std::uint32_t value);
+    int store(std::uint32_t value);
+    int differ(std::uint32_t value);
 
     const char** m_names = nullptr;
     const int* m_ranges = nullptr;
@@ -113,6 +135,8 @@ private:
     bool m_editIsShown = false;
     bool m_hasFocus = false;
     bool m_isRefused = false;  ///< what is in the box was refused when the focus left
+    bool m_isReturn = false;   ///< Return keeps an empty text, too
+    tessalink::DoubleKeying* m_keying = nullptr;
     int m_maxTextLen = cDefaultTextLen;
     std::set<std::uint16_t> m_readOnly;
     int m_legendWidth = 0;  ///< 0: to be measured
@@ -150,7 +174,7 @@ public:
 
 protected:
     XNumberEdit* create_edit() override { return new XNumberEdit3(*this); }
-    CString value_text(int index) const override;
+    CString text_of(int number) const override;
     std::uint32_t value_of(const CString& text) const override;
     bool is_exempt(std::uint32_t value) const override { return value == m_missing; }
     std::uint32_t start_value() const override { return m_missing; }

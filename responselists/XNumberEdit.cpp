@@ -32,16 +32,9 @@ CString XNumberEdit::replaced(const CString& text) const {
     return now.Left(start) + text + now.Mid(end);
 }
 
-bool XNumberEdit::leads_out(UINT key) const {
+bool XNumberEdit::leads_out(UINT key) {
     if (key < VK_PRIOR || key > VK_DOWN) return false;
-    if (key != VK_UP && key != VK_DOWN && IsKeyDown(VK_SHIFT)) return false;
-    if (key != VK_LEFT && key != VK_RIGHT) return true;
-    int start = 0;
-    int end = 0;
-    GetSel(start, end);
-    const int length = GetWindowTextLength();
-    if (start != end) return start == 0 && end == length;
-    return key == VK_LEFT ? start == 0 : end == length;
+    return key == VK_UP || key == VK_DOWN || !IsKeyDown(VK_SHIFT);
 }
 
 void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
@@ -49,7 +42,7 @@ void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     if (key == VK_TAB) {
         if (!m_list.LeaveList()) m_list.OnKeyDown(key, repeat, flags);
     } else if (key == VK_RETURN) {
-        m_list.OnReturn();
+        if ((flags & KF_REPEAT) == 0) m_list.OnReturn();
     } else if (key == VK_ESCAPE) {
         if (!m_list.OnCancel()) m_list.OnKeyDown(key, repeat, flags);
     } else if (leads_out(key)) {

@@ -5,8 +5,8 @@
 class NumberListCtl;
 
 /// The edit box of a number list: digits, with a minus sign in front if wanted. What else is keyed
-/// or pasted is refused with a beep. The keys that move between cells go to the list: all but Left
-/// and Right, which do at the ends of the text or when all of it is selected.
+/// or pasted is refused with a beep. The keys that move between cells go to the list; with Shift
+/// they select in the text. A Return that is held down counts once.
 class TESSALINK_API XNumberEdit : public CEdit {
 public:
     /// `list` must outlive it.
@@ -24,7 +24,7 @@ public:
     virtual bool IsValid(const CString& text) const;
 
 private:
-    bool leads_out(UINT key) const;
+    static bool leads_out(UINT key);
     CString replaced(const CString& text) const;
 
     NumberListCtl& m_list;

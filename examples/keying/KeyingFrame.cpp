@@ -10,6 +10,9 @@ constexpr UINT cSheetId = 1;
 constexpr UINT cNumbersId = 2;
 constexpr std::uint32_t cProfileId = 1;
 constexpr unsigned cMissingRaw = 999;
+constexpr UINT cF2 = 0x71;
+constexpr UINT cF3 = 0x72;
+constexpr int cLineHeight = 22;
 constexpr double cMissing = tessalink::ProfileChart::cDefaultMissingValue;
 
 constexpr std::array<const char*, cDomains> cDomainNames = {
@@ -81,10 +84,14 @@ double scaleTScore(int raw) {
 }
 
 KeyingFrame::KeyingFrame()
-    : m_sheet(cItems, "[1|1|1][2|2|2][3|3|3][4|4|4][5|5|5]", -1),
+    : m_sheet(cItems, "[1|1|1][2|2|2][3|3|3][4|4|4][5|5|5][?|0|0]", -1),
       m_numbers(cScales, scaleTable().names.data(), scaleTable().ranges.data(), cMissingRaw),
       m_domains(20, 80, 10, 5, 1, 0, 320, 200),
-      m_scales(20, 80, 10, 5, 1, 0, 640, 220) {
+      m_scales(20, 80, 10, 5, 1, 0, 640, 220),
+      m_hook([this](CWnd& window, UINT message, WPARAM key, CPoint) {
+          return message == WM_KEYDOWN && use_key(window, key);
+      }) {
+    m_sheet.UseBells(1);
     setUp(m_domains, textsOf(cDomainNames.data(), cDomains), cDomains);
     std::array<CString, cScales> numbers;
     std::array<const char*, cScales> names{};
@@ -100,7 +107,9 @@ KeyingFrame::~KeyingFrame() {
 }
 
 BOOL KeyingFrame::CreateFrame(const RECT& rect) {
-    return Create("Answer sheet", rect);
+    if (Create("Answer sheet", rect) == 0) return 0;
+    m_sheet.SetFocus();
+    return 1;
 }
 
 int KeyingFrame::OnCreate(CREATESTRUCT* create) {
@@ -110,7 +119,11 @@ int KeyingFrame::OnCreate(CREATESTRUCT* create) {
     constexpr DWORD cStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
     m_domains.Create(CRect(), this, 3, cStyle, "Domains");
     m_scales.Create(CRect(), this, 4, cStyle, "Scales");
+    for (StatusLine* line : {&m_sheetLine, &m_numbersLine}) {
+        line->CWnd::Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(), this, 5);
+    }
     place();
+    m_sheet.ReportCounts(1);
     return 0;
 }
 
@@ -119,9 +132,11 @@ void KeyingFrame::place() {
     GetClientRect(&client);
     const int x = client.right * 11 / 20;
     const int y = client.bottom / 2;
-    m_sheet.MoveWindow(CRect(0, 0, x, y));
+    m_sheet.MoveWindow(CRect(0, 0, x, y - cLineHeight));
+    m_sheetLine.MoveWindow(CRect(0, y - cLineHeight, x, y));
     m_domains.MoveWindow(CRect(x, 0, client.right, y));
-    m_numbers.MoveWindow(CRect(0, y, x, client.bottom));
+    m_numbers.MoveWindow(CRect(0, y, x, client.bottom - cLineHeight));
+    m_numbersLine.MoveWindow(CRect(0, client.bottom - cLineHeight, x, client.bottom));
     m_scales.MoveWindow(CRect(x, y, client.right, client.bottom));
 }
 
@@ -149,15 +164,104 @@ void KeyingFrame::show_scales() {
 
 BOOL KeyingFrame::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT*) {
     const auto& header = *reinterpret_cast<NMHDR*>(lParam);
-    if (header.code != LIST_VALUE_CHANGED) return 1;
     const auto& change = *reinterpret_cast<LISTCTL_NOTIFICATION*>(lParam);
-    if (wParam == cSheetId) {
+    if (header.code == LIST_VALUE_CHANGED && wParam == cSheetId) {
         m_scores.Change(change.itemIndex, change.value);
         show_domains();
-    } else {
+    } else if (header.code == LIST_VALUE_CHANGED) {
         show_scales();
+    } else if (header.code == LIST_SETTLED) {
+        end_if_settled();
     }
+    show_counts();
     return 1;
+}
+
+// Second passes.
+
+bool KeyingFrame::use_key(const CWnd& window, WPARAM key) {
+    if (key != cF2 && key != cF3) return false;
+    const bool isStart = key == cF2;
+    if (&window == &m_sheet && m_verifiesSheet != isStart) {
+        m_verifiesSheet = isStart;
+        isStart ? m_sheet.BeginVerification(m_sheetKeying) : m_sheet.EndVerification();
+    } else if (window.GetParent() == &m_numbers && m_verifiesNumbers != isStart) {
+        m_verifiesNumbers = isStart && m_numbers.BeginVerification(m_numbersKeying) != 0;
+        if (!isStart) m_numbers.EndVerification();
+    }
+    show_counts();
+    return true;
+}
+
+void KeyingFrame::end_if_settled() {
+    if (m_verifiesSheet && m_sheetKeying.SettledCount() == cItems) {
+        m_verifiesSheet = false;
+        m_sheet.EndVerification();
+    }
+    if (m_verifiesNumbers && m_numbersKeying.SettledCount() == cScales) {
+        m_verifiesNumbers = false;
+        m_numbers.EndVerification();
+    }
+}
+
+// Counts.
+
+namespace {
+
+CString countsOf(const char* what, int keyed, int all, const char* keys) {
+    CString text;
+    text.Format("%s %d, missing %d, of %d.   %s", what, keyed, all - keyed, all, keys);
+    return text;
+}
+
+CString passOf(const tessalink::DoubleKeying& keying, int all, const char* remedy) {
+    CString text;
+    if (keying.OpenItem() >= 0) {
+        text.Format("Number %d differs: %s.", keying.OpenItem() + 1, remedy);
+    } else {
+        text.Format("Second pass: %d of %d keyed twice, %d corrected.   F3 ends it",
+                    keying.SettledCount(), all, keying.CorrectionCount());
+    }
+    return text;
+}
+
+}  // namespace
+
+int KeyingFrame::keyed_numbers() const {
+    int keyed = 0;
+    for (int i = 0; i < cScales; ++i) {
+        if (m_numbers.GetItem(i) != static_cast<int>(cMissingRaw)) ++keyed;
+    }
+    return keyed;
+}
+
+void KeyingFrame::show_counts() {
+    m_sheetLine.Show(m_verifiesSheet
+                         ? passOf(m_sheetKeying, cItems, "Backspace, then the right answer")
+                         : countsOf("Answered", m_sheet.GetAnsweredCount(), cItems,
+                                    "Backspace takes back, F2 keys twice"));
+    m_numbersLine.Show(m_verifiesNumbers
+                           ? passOf(m_numbersKeying, cScales, "key the right one")
+                           : countsOf("Scores", keyed_numbers(), cScales, "F2 keys twice"));
+}
+
+void StatusLine::Show(const CString& text) {
+    CString before;
+    GetWindowText(before);
+    if (text == before) return;
+    SetWindowText(text);
+    Invalidate();
+}
+
+void StatusLine::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    CString text;
+    GetWindowText(text);
+    dc.FillSolidRect(&client, GetSysColor(COLOR_BTNFACE));
+    dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
+    dc.TextOut(4, (client.Height() - dc.GetTextExtent(text).cy) / 2, text);
 }
 
 }  // namespace keying

@@ -4,6 +4,7 @@
 
 #include "graphs/profile/ProfileGraphCtl.h"
 #include "platform/windows/CFrameWnd.h"
+#include "platform/windows/WindowSystem.h"
 #include "responselists/ItemListCtl.h"
 #include "responselists/NumberListCtl.h"
 
@@ -29,8 +30,17 @@ private:
 /// The T-score of a raw score of one of the forty scales.
 double scaleTScore(int raw);
 
+/// A line of text, which is also what assistive technology reads.
+class StatusLine : public CWnd {
+public:
+    void Show(const CString& text);
+    void OnPaint() override;
+    BOOL OnEraseBkgnd(CDC*) override { return 1; }
+};
+
 /// An answer sheet of 240 items and a list of forty raw scores, each beside a profile that follows
-/// every keystroke.
+/// every keystroke, and above a line that counts what is keyed. F2 starts a second pass over the
+/// list that has the focus, F3 ends it, and the backspace takes answers back.
 class KeyingFrame : public CFrameWnd {
 public:
     KeyingFrame();
@@ -46,6 +56,10 @@ public:
 
 private:
     void place();
+    bool use_key(const CWnd& window, WPARAM key);
+    void end_if_settled();
+    int keyed_numbers() const;
+    void show_counts();
     void show_domains();
     void show_scales();
 
@@ -53,7 +67,14 @@ private:
     NumberListCtl3 m_numbers;
     ProfileGraphCtl m_domains;
     ProfileGraphCtl m_scales;
+    StatusLine m_sheetLine;
+    StatusLine m_numbersLine;
+    tessalink::DoubleKeying m_sheetKeying;
+    tessalink::DoubleKeying m_numbersKeying;
+    bool m_verifiesSheet = false;
+    bool m_verifiesNumbers = false;
     DomainScores m_scores;
+    tessalink::InputHook m_hook;
 };
 
 }  // namespace keying

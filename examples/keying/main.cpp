@@ -1,5 +1,5 @@
 // An answer sheet of 240 items and a list of forty raw scores, each beside a profile that follows
-// every keystroke.
+// every keystroke. F2 starts a second pass over the list that has the focus.
 //
 //     keying                       on the screen, where the toolkit was built in
 //     keying --picture FILE.svg    keys some data without a screen and draws the window

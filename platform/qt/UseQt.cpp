@@ -1,9 +1,12 @@
 #include "platform/qt/UseQt.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <clocale>
 #include <iterator>
+#include <optional>
 #include <string>
 
 #include "platform/base/HostServices.h"
@@ -53,6 +56,29 @@ QMessageBox::Icon iconOf(UINT flags) {
     }
 }
 
+// Keeps a message on the screen while somebody keys on who does not see it: a Return after other
+// characters, or one that is held down, rings the bell instead of closing it.
+class TypedAhead final : public QObject {
+public:
+    explicit TypedAhead(const QMessageBox& box) {
+        for (QAbstractButton* const button : box.buttons()) button->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isReturn = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+        const bool isText = !isReturn && !key.text().isEmpty() && key.text().front().isPrint();
+        if (!isText && !(isReturn && (m_any || key.isAutoRepeat()))) return false;
+        m_any = isText;
+        MessageBeep();
+        return true;
+    }
+
+private:
+    bool m_any = false;
+};
+
 int showMessage(const char* text, UINT flags) {
     QWidget* const before = QApplication::activeWindow();
     const UINT buttons = flags & cButtonsMask;
@@ -61,6 +87,10 @@ int showMessage(const char* text, UINT flags) {
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(toUtf8(text)));
     box.setStandardButtons(cButtons[buttons < std::size(cButtons) ? buttons : 0]);
+    // Who keys from paper does not see it.
+    if (box.icon() != QMessageBox::NoIcon) MessageBeep(flags & cIconMask);
+    std::optional<TypedAhead> typedAhead;
+    if (buttons == MB_OK) typedAhead.emplace(box);
     const int pressed = box.exec();
     // Some window systems leave no window active.
     if (before != nullptr && before->isVisible()) before->activateWindow();

@@ -193,6 +193,11 @@ protected:
         m_list->SetFocus();
         m_host.Take();
     }
+    void key(std::string_view keys) {
+        for (const char ch : keys) {
+            ch == '\b' ? windows().PressKey(VK_BACK) : windows().Type({&ch, 1});
+        }
+    }
 
     ListHost m_host;
     std::unique_ptr<ItemListCtl> m_list;
@@ -209,13 +214,7 @@ TEST_F(ItemListCtlTest, KeysAnswerAndGoOn) {
         {"\b\b", {"1 0 65535", "2 0 0"}},
     };
     for (const auto& c : cases) {
-        for (const char* key = c.keys; *key != '\0'; ++key) {
-            if (*key == '\b') {
-                windows().PressKey(VK_BACK);
-            } else {
-                windows().Type(std::string(1, *key));
-            }
-        }
+        key(c.keys);
         EXPECT_EQ(m_host.Take(), c.log) << c.keys;
     }
     windows().PressKey(VK_END);
@@ -225,6 +224,16 @@ TEST_F(ItemListCtlTest, KeysAnswerAndGoOn) {
     windows().PressKey(VK_HOME);
     windows().Type("y");
     EXPECT_EQ(m_host.Take(), (Log{"2 0 0", "2 1 0"})) << "the same answer goes on silently";
+    tessalink::keyPressed(*m_list, 'N', "n", 1, true);
+    EXPECT_EQ(m_host.Take(), Log{}) << "a key that is held down counts once";
+    m_list->UseBells(1);
+    windows().PressKey(VK_END);
+    windows().Type("?n");
+    EXPECT_EQ(m_host.Take(), (Log{"2 9 0", "bell", "bell"})) << "a stray key, and the end";
+    m_list->UseBells(0);
+    windows().PressKey(VK_HOME);
+    windows().PressKey(VK_DOWN);
+    m_host.Take();
     EXPECT_EQ(m_list->SetReadOnly(1), 0);
     windows().Type("n\b");
     EXPECT_EQ(m_list->SetReadOnly(0), 1);
@@ -257,16 +266,20 @@ TEST_F(ItemListCtlTest, TheSecondPassStopsAtDifferences) {
         Log log;
         const char* spoken;  // of the current item
     } const cases[] = {
-        {"y", {"2 1 0"}, ""},          {"y", {"bell", "4 1 1"}, "First No, now Yes"},
-        {"n", {"2 2 0"}, ""},          {"n", {"bell", "4 2 2"}, "First Yes, now No"},
-        {"n", {"1 2 2", "2 3 0"}, ""},
+        {"y", {"5 0 1", "2 1 0"}, ""},
+        {"y", {"bell", "4 1 1"}, "First No, now Yes"},
+        {"ynx", {"bell", "bell", "bell"}, "First No, now Yes"},  // keyed on without listening
+        {"\bn", {"5 1 2", "2 2 0"}, ""},
+        {"n", {"bell", "4 2 2"}, "First Yes, now No"},
+        {"\bn", {"1 2 2", "5 2 2", "2 3 0"}, ""},
     };
     for (const auto& c : cases) {
-        windows().Type(c.keys);
+        key(c.keys);
         EXPECT_EQ(m_host.Take(), c.log);
         EXPECT_STREQ(m_list->AccessibleChild(m_list->GetCurrItemIdx()).value, c.spoken);
     }
     EXPECT_EQ(keying.CorrectionCount(), 1);
+    EXPECT_EQ(keying.SettledCount(), 3);
     EXPECT_STREQ(m_list->AccessibleChild(2).value, "No");
     // The first press of a double click keys once, the second one not at all.
     CRect caption = m_list->GetItemRect(3);
@@ -346,8 +359,11 @@ TEST_F(ItemListCtlTest, CirclesAnswersAndMarksTheCurrentItem) {
     tessalink::DoubleKeying keying;
     m_list->BeginVerification(keying);
     EXPECT_EQ(count(isEllipse), 0) << "answers are hidden";
+    const auto isBox = [](const auto& p) { return p.kind == decltype(p.kind)::Rectangle; };
+    const auto boxes = count(isBox);
     windows().Type("n");
-    EXPECT_EQ(count(isEllipse), 2) << "both answers of the first item";
+    EXPECT_EQ(count(isEllipse), 1) << "the first answer of the first item";
+    EXPECT_EQ(count(isBox), boxes + 1) << "and the second one";
 }
 
 }  // namespace

@@ -93,6 +93,8 @@ struct ItemModel : ColumnModel {
     bool isVerifying = false;
     std::vector<int> firstAnswers;
     std::pair<int, int> open{-1, 0};
+    bool isStopped = false;
+    bool usesBells = false;
 
     void Counts() {
         const auto answered = count - std::count(values.begin(), values.end(), cNoResponse);
@@ -145,28 +147,32 @@ struct ItemModel : ColumnModel {
             return true;
         }
         int& firstAnswer = firstAnswers[static_cast<std::size_t>(current)];
-        if (value == firstAnswer) {
-            open.first = -1;
-        } else if (open == std::pair(current, value)) {
-            firstAnswer = value;
-            open.first = -1;
-            Set(current, value, true);
-        } else {
+        isStopped = false;
+        if (value != firstAnswer && open != std::pair(current, value)) {
             open = {current, value};
             log.insert(log.end(), {"bell", told(4, current, value)});
             return false;
         }
+        open.first = -1;
+        if (std::exchange(firstAnswer, value) != value) Set(current, value, true);
+        log.push_back(told(5, current, value));
         return true;
     }
+    bool IsStopped() const { return isStopped && isVerifying && open.first == current; }
     void Char(char ch) {
         if (current < 0 || isReadOnly) return;
         for (const auto& response : Of(current)) {
-            if (response.keys.find(ch) == std::string::npos) continue;
-            if (Answer(response.value)) Go(current + 1);
+            if (IsStopped() || response.keys.find(ch) == std::string::npos) continue;
+            isStopped = !Answer(response.value);
+            if (isStopped) return;
+            if (usesBells && current == count - 1) log.emplace_back("bell");
+            Go(current + 1);
             return;
         }
+        if (usesBells || IsStopped()) log.emplace_back("bell");
     }
     void Undo() {
+        if (IsStopped()) isStopped = false;
         if (undo.empty() || isReadOnly || isVerifying) return;
         const auto [item, before] = undo.back();
         undo.pop_back();
@@ -182,6 +188,7 @@ struct ItemModel : ColumnModel {
     }
     void Verify() {
         isVerifying = true;
+        isStopped = false;
         firstAnswers = values;
         open.first = -1;
         undo.clear();
@@ -313,6 +320,10 @@ public:
 
     void Type() {
         const char ch = dice.Pick(std::string_view("YyNn123TtFfx "));
+        if (model.hasFocus && dice.OneIn(8)) {
+            tessalink::keyPressed(*list, 'X', std::string(1, ch), 1, true);  // held: nothing
+            return;
+        }
         windows().Type(std::string(1, ch));
         if (model.hasFocus) model.Char(ch);
     }
@@ -364,6 +375,8 @@ public:
     void SetReadOnly() {
         EXPECT_EQ(list->SetReadOnly(dice.OneIn(4) ? 1 : 0) != 0, model.isReadOnly);
         model.isReadOnly = list->IsReadOnly() != 0;
+        model.usesBells = dice.OneIn(2);
+        list->UseBells(model.usesBells ? 1 : 0);
     }
     void Verify() {
         if (model.isVerifying) {
@@ -413,10 +426,14 @@ struct NumberModel : ColumnModel {
     std::string text;
     bool isSelected = false;
     std::size_t caret = 0;
+    bool isVerifying = false;
+    std::set<int> settled;
+    std::pair<int, int> open{-1, 0};
 
     bool IsMissing(int value) const { return knowsMissing && value == static_cast<int>(cMissing); }
     bool IsLocked(int index) const { return isReadOnly || readOnly.count(index) != 0; }
     std::string TextOf(int index) const {
+        if (isVerifying && settled.count(index) == 0) return "";
         const int value = values[static_cast<std::size_t>(index)];
         return IsMissing(value) ? "" : std::to_string(value);
     }
@@ -437,12 +454,31 @@ struct NumberModel : ColumnModel {
     void Cancel() {
         if (current >= 0 && text != TextOf(current)) Load();
     }
-    bool Commit(bool asks) {
+    bool Verify(int value) {
+        int& own = values[static_cast<std::size_t>(current)];
+        if (settled.count(current) != 0 && value == own) return true;
+        if (value != own && open != std::pair(current, value)) {
+            open = {current, value};
+            log.insert(log.end(), {"bell", told(4, current, value)});
+            Change("", 0);
+            return false;
+        }
+        open.first = -1;
+        if (std::exchange(own, value) != value) log.push_back(told(1, current, value));
+        settled.insert(current);
+        log.push_back(told(5, current, value));
+        return true;
+    }
+    bool Commit(bool asks, bool isReturn = false) {
         isRefused = false;
         const int value =
             text.empty() && knowsMissing ? static_cast<int>(cMissing) : std::atoi(text.c_str());
         int& own = values[static_cast<std::size_t>(current)];
-        if (value == own) return true;
+        if (isVerifying && text.empty() && !(isReturn && IsMissing(value))) {
+            if (isReturn) log.emplace_back("bell");
+            return !isReturn;
+        }
+        if (value == own) return !isVerifying || Verify(value);
         const int* range =
             ranges != nullptr && !IsMissing(value) ? ranges + std::ptrdiff_t{2} * current : nullptr;
         if (range != nullptr && (value < range[0] || value > range[1])) {
@@ -455,14 +491,24 @@ struct NumberModel : ColumnModel {
             if (hasFocus) Select();
             return false;
         }
+        if (isVerifying) return Verify(value);
         own = value;
         log.push_back(told(1, current, value));
         return true;
     }
-    void Go(int index) {
+    bool Begin() {
+        if (isShown && current >= 0 && !IsLocked(current) && !Commit(true)) return false;
+        isVerifying = true;
+        settled.clear();
+        open.first = -1;
+        Load();
+        Go(0);
+        return true;
+    }
+    void Go(int index, bool isReturn = false) {
         if (count == 0) return;
         index = Clamped(index);
-        if (index != current && (!isShown || IsLocked(current) || Commit(true))) {
+        if (index != current && (!isShown || IsLocked(current) || Commit(true, isReturn))) {
             current = index;
             Load();
             log.push_back(told(2, index, 0));
@@ -473,8 +519,8 @@ struct NumberModel : ColumnModel {
         int target = current + 1;
         while (target < count && IsLocked(target)) ++target;
         if (target >= count) target = current;
-        if (target == current && !IsLocked(current) && Commit(true)) Load();
-        Go(target);
+        if (target == current && !IsLocked(current) && Commit(true, true)) Load();
+        Go(target, true);
     }
     void FocusIn(bool asks = true) {
         if (hasFocus) return;
@@ -515,14 +561,7 @@ struct NumberModel : ColumnModel {
         }
     }
     void Key(UINT key) {
-        if (current < 0) return;
-        const bool isInside = !isSelected && ((key == VK_LEFT && caret > 0) ||
-                                              (key == VK_RIGHT && caret < text.size()));
-        if (isInside) {
-            caret = key == VK_LEFT ? caret - 1 : caret + 1;
-        } else {
-            Go(Target(key));
-        }
+        if (current >= 0) Go(Target(key));
     }
 };
 
@@ -576,7 +615,7 @@ public:
     void SetItem() {
         if (model.count == 0) return;
         const int item = this->Below(model.count);
-        if (dice.OneIn(3)) {
+        if (model.isVerifying || dice.OneIn(3)) {
             list->SetReadOnlyItem(item);
             model.readOnly.insert(item);
         } else {
@@ -598,8 +637,18 @@ public:
         model.names = m_names.data();
         model.ranges = ranges;
         model.readOnly.clear();
+        model.isVerifying = false;
         model.Load();
         this->Layout();
+    }
+    void Verify() {
+        if (model.isVerifying) {
+            list->EndVerification();
+            model.isVerifying = false;
+            model.Load();
+        } else {
+            EXPECT_EQ(list->BeginVerification(m_keying) != 0, model.Begin());
+        }
     }
     void SetReadOnly() {
         const bool locks = dice.OneIn(4);
@@ -643,6 +692,7 @@ public:
                    {1, [this] { SetLegend(); }},
                    {2, [this] { SetReadOnly(); }},
                    {1, [this] { SetMaxTextLen(); }},
+                   {1, [this] { Verify(); }},
                    {6, [this] { MoveFocus(); }}},
                   eventCount() / 2);
     }
@@ -652,6 +702,7 @@ private:
 
     std::array<const char*, cMost> m_names;
     std::array<int, 2 * cMost> m_ranges;
+    tessalink::DoubleKeying m_keying;
 };
 
 TEST(ListModels, NumberListCtl) {

@@ -157,6 +157,36 @@ TEST_F(NumberListCtlTest, MissingValues) {
     EXPECT_EQ(m_host.Take(), (Log{"1 3 7", "-8 -1 0"}));
 }
 
+TEST_F(NumberListCtlTest, TheSecondPassStopsAtDifferences) {
+    auto& list = show<NumberListCtl3>(ranges, cMissing);
+    key("12\r3\r\r4\r");
+    tessalink::DoubleKeying keying;
+    EXPECT_EQ(list.BeginVerification(keying), 1);
+    m_host.Take();
+    struct {
+        std::string keys;
+        Log log;
+        const char* spoken;  // of the current entry
+    } const cases[] = {
+        {"v^", {"2 1 0", "2 0 0"}, ""},  // passed over
+        {"12\r", {"5 0 12", "2 1 0"}, ""},
+        {"4\r", {"bell", "4 1 4"}, "First 3, now 4"},
+        {"9v", {"box 100 %d The maximum value is 5!"}, "First 3, now 4"},
+        {"4v", {"1 1 4", "5 1 4", "2 2 0"}, ""},
+        {"\r", {"5 2 999", "2 3 0"}, ""},
+        {"\r", {"bell", "4 3 999"}, "First 4, now none"},
+        {"4\r", {"5 3 4", "2 4 0"}, ""},
+    };
+    for (const auto& c : cases) {
+        key(c.keys);
+        EXPECT_EQ(m_host.Take(), c.log) << c.keys;
+        EXPECT_STREQ(list.AccessibleChild(list.GetCurrItemIdx()).value, c.spoken) << c.keys;
+    }
+    EXPECT_EQ(keying.SettledCount(), 4);
+    EXPECT_EQ(keying.CorrectionCount(), 1);
+    EXPECT_STREQ(list.AccessibleChild(1).value, "4");
+}
+
 TEST_F(NumberListCtlTest, ReadOnlyEntriesAndLists) {
     auto& list = show(nullptr);
     key("8");
