@@ -24,7 +24,7 @@ void CheckBoxItemUI::draw_choice(CDC& dc, const Choice& choice, const CRect& cel
         if (!readOnly) dc.SetTextColor(m_focusText);
         draw_mark(dc, box, chosen);
     }
-    dc.TextOut(cell.left + mark_width(), cell.top, choice.caption);
+    dc.TextOut(cell.left + caption_x(), cell.top, choice.caption);
 }
 
 void CheckBoxItemUI::draw_mark(CDC& dc, const CRect& box, bool chosen) const {

@@ -75,6 +75,7 @@ void ChoiceItemUI::initialize(CDC* dc) {
     const int dpiY = std::max(dc->GetDeviceCaps(LOGPIXELSY), 1);
     m_boxSide = m_height * dc->GetDeviceCaps(LOGPIXELSX) / dpiY;
     create_fonts(m_height);
+    m_labelEdge = label_edge(*dc);
     const Selected font(*dc, &m_normalFont);
     for (Choice& choice : m_choices) {
         choice.width = 2 * m_halfWidth + mark_width() + dc->GetTextExtent(choice.caption).cx;
@@ -86,6 +87,13 @@ void ChoiceItemUI::initialize(CDC* dc) {
         m_totalWidth = std::max(m_totalWidth, choice.x + choice.width + m_halfWidth);
         m_totalHeight = std::max(m_totalHeight, choice.y + m_height / 4 + m_height);
     }
+}
+
+// Labels of texts beside these end half a wide bold letter after their width.
+int ChoiceItemUI::label_edge(CDC& dc) const {
+    if (m_labelPixels == 0) return m_labelWidth;
+    const Selected font(dc, &m_boldFont);
+    return m_labelPixels + ((dc.GetTextExtent("M", 1).cx + 1) >> 1);
 }
 
 void ChoiceItemUI::place_choices() {
@@ -223,15 +231,11 @@ CString ChoiceItemUI::ValueText(DataEntryItem* item) const {
 // Drawing.
 
 void ChoiceItemUI::draw_read_only_frame(CDC& dc, const CRect& place) const {
-    CRect frame(place.left + m_labelWidth, place.top, place.left + m_totalWidth,
+    CRect frame(place.left + m_labelEdge, place.top, place.left + m_totalWidth,
                 place.top + m_totalHeight);
     frame.DeflateRect(m_halfWidth / 2, 1);
     CPen dotted(PS_DOT, 1, m_readOnlyText);
-    const RestoredState restored(dc);
-    dc.SetBkMode(TRANSPARENT);
-    dc.SelectStockObject(HOLLOW_BRUSH);
-    dc.SelectObject(&dotted);
-    dc.Rectangle(&frame);
+    draw_frame(dc, frame, dotted);
 }
 
 void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
@@ -239,9 +243,9 @@ void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, b
     const RestoredState restored(dc);
     const CString label = item.GetLabel();
     // Beside the first choices, which stand at the top.
-    draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelWidth, place.bottom),
+    draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelEdge, place.bottom),
                focused, std::min(line_top(0), centred(label, place.Height(), m_height)), m_height);
-    const CRect area(place.left + m_labelWidth, place.top, place.right, place.bottom);
+    const CRect area(place.left + m_labelEdge, place.top, place.right, place.bottom);
     dc.FillSolidRect(&area, m_textBackground);
     if (item.IsReadOnly() != 0) draw_read_only_frame(dc, place);
     dc.SelectObject(&m_normalFont);
@@ -254,8 +258,10 @@ void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, b
         cell.OffsetRect(place.left, place.top);
         draw_choice(dc, choice, cell, is_chosen(item, choice), item.IsReadOnly() != 0);
         if (!focused || static_cast<int>(i) != m_cursor) continue;
-        CRect caption(cell.left + mark_width() - 1, cell.top, cell.right - 2 * m_halfWidth + 1,
-                      cell.bottom);
-        dc.DrawFocusRect(&caption);
+        CRect caption(cell.left + caption_x(), cell.top,
+                      cell.right - 2 * m_halfWidth - mark_width() + caption_x(), cell.bottom);
+        caption.InflateRect(m_halfWidth / 2, 1);
+        CPen dotted(PS_DOT, 1, dc.GetTextColor());
+        draw_frame(dc, caption, dotted);
     }
 }

@@ -50,6 +50,8 @@ protected:
     virtual void place_choices();
     /// What a choice needs besides its caption.
     virtual int mark_width() const;
+    /// Where the caption starts in the choice's cell.
+    virtual int caption_x() const { return mark_width(); }
     /// Draws the mark and caption of a choice at a place; the colours and the font are set.
     virtual void draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
                              bool readOnly) const = 0;
@@ -68,6 +70,7 @@ protected:
 
 private:
     void prepare(CDC& dc);
+    int label_edge(CDC& dc) const;
     int change(IntegerDataEntryItem& item, const Choice& choice) const;
     int choice_for(char key) const;
     void draw_read_only_frame(CDC& dc, const CRect& place) const;
@@ -77,6 +80,7 @@ private:
     bool m_initialised = false;
     int m_labelPixels;
     int m_labelWidth = 0;
+    int m_labelEdge = 0;  ///< where the label ends and the choices' ground begins
     int m_height = 0;
     int m_totalWidth = 0;
     int m_totalHeight = 0;

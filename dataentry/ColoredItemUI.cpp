@@ -75,18 +75,24 @@ void ColoredItemUI::draw_label(CDC& dc, const CString& label, CRect area, bool f
     dc.FillSolidRect(&area, m_labelText);
 }
 
-void ColoredItemUI::draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const {
-    const bool isReadOnly = item.IsReadOnly() != 0;
-    CPen frame(isReadOnly ? PS_DOT : PS_SOLID, 1, m_readOnlyText);
-    CPen line(PS_DOT, 1, value_color(item));
+void ColoredItemUI::draw_frame(CDC& dc, const CRect& frame, CPen& pen) {
     const RestoredState restored(dc);
     dc.SetBkMode(TRANSPARENT);
     dc.SelectStockObject(HOLLOW_BRUSH);
-    dc.SelectObject(&frame);
-    dc.Rectangle(&box);
-    if (item.IsNull() == 0) return;
+    dc.SelectObject(&pen);
+    dc.Rectangle(&frame);
+}
+
+void ColoredItemUI::draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box,
+                                     int baseline) const {
+    const bool isReadOnly = item.IsReadOnly() != 0;
+    CPen frame(isReadOnly ? PS_DOT : PS_SOLID, 1, m_readOnlyText);
+    draw_frame(dc, box, frame);
+    if (baseline < 0) return;
+    CPen line(PS_DOT, 1, value_color(item));
+    const RestoredState restored(dc);
+    dc.SetBkMode(TRANSPARENT);
     dc.SelectObject(&line);
-    const int y = box.bottom - 1 - std::max(box.Height() / 5, 2);
-    dc.MoveTo(box.left + m_halfWidth, y);
-    dc.LineTo(box.right - m_halfWidth, y);
+    dc.MoveTo(box.left + m_halfWidth, baseline);
+    dc.LineTo(box.right - m_halfWidth, baseline);
 }

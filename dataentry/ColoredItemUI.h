@@ -34,9 +34,11 @@ protected:
                     int lineHeight) const;
     /// Where a label starts that is in the middle of a height.
     static int centred(const CString& label, int height, int lineHeight);
+    /// Draws an empty rectangle.
+    static void draw_frame(CDC& dc, const CRect& frame, CPen& pen);
     /// Draws what a field without the focus looks like: a frame, dotted for one that is read-only,
-    /// and a line to write on for one without a value.
-    void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box) const;
+    /// and, for one without a value, a line to write on; at a negative height there is none.
+    void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box, int baseline) const;
 
     tessalink::SystemColor m_focusBackground{COLOR_WINDOW};
     tessalink::SystemColor m_focusText{COLOR_WINDOWTEXT};

@@ -19,7 +19,7 @@ void RspListItemUI::SetCircleColors(COLORREF line, COLORREF background) {
 
 void RspListItemUI::draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
                                 bool readOnly) const {
-    const int x = cell.left + m_halfWidth;
+    const int x = cell.left + caption_x();
     if (chosen) {
         const RestoredState restored(dc);
         CPen pen(PS_SOLID, std::max(cell.Height() / 10, 1), readOnly ? m_readOnlyText : m_circle);

@@ -15,6 +15,7 @@ public:
 
 protected:
     int mark_width() const override { return 0; }
+    int caption_x() const override { return m_halfWidth; }
     void draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
                      bool readOnly) const override;
 

@@ -21,6 +21,7 @@ constexpr int cEditFrame = 6;
 constexpr int cEditMargin = 3;
 
 constexpr int cUnbroken = 0;
+constexpr int cNoLine = -1;
 
 int widthOf(const CDC& dc, std::string_view text) {
     return dc.GetTextExtent(text.data(), static_cast<int>(text.size())).cx;
@@ -361,8 +362,8 @@ void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& plac
     dc.SetTextAlign(TA_LEFT | TA_TOP);
     dc.ExtTextOut(area.left, area.top, ETO_OPAQUE, &area, "", 0, nullptr);
     const CRect box = edit_rect(place);
-    draw_field_frame(dc, item, box);
     CString text = text_value(item);
+    draw_field_frame(dc, item, box, text.IsEmpty() ? box.top + m_lineHeight + 1 : cNoLine);
     if (m_lines <= 1) {
         text.Replace("\r\n", " ");
         text.Replace('\n', ' ');

@@ -215,7 +215,8 @@ void ProfileGraphCtl4::recalc_layout(CDC* dc, CRect& rect) {
     CRect plot = rect;
     ProfileGraph3::recalc_layout(dc, plot);
     m_topLegendTop = rect.top + calc_y_legend_height(dc);
-    rect.top += calc_top_legend_height(dc);
+    // The heading of the score axis stands beside the texts, and needs as much without them.
+    rect.top += std::max(calc_top_legend_height(dc), calc_y_legend_height(dc) / 2);
     ProfileGraph3::recalc_layout(dc, rect);
 }
 
