@@ -10,6 +10,8 @@ namespace tessalink::detail {
 namespace {
 
 constexpr UINT cFirstFunctionKey = 0x70;
+/// No key repeats itself faster, in milliseconds; programs that type release keys sooner.
+constexpr quint64 cShortestRepeat = 10;
 constexpr char cDeletedWord = 0x7F;
 
 struct Key {
@@ -148,6 +150,20 @@ Qt::CursorShape cursorShape(int shape) {
         default:
             return Qt::ArrowCursor;
     }
+}
+
+void HeldKey::See(const QKeyEvent& event) {
+    if (event.type() == QEvent::KeyRelease) {
+        if (event.key() == m_key) m_released = event.timestamp();
+        return;
+    }
+    const quint64 time = event.timestamp();
+    if (event.key() == m_key && time == m_pressed && time != 0) return;  // for another object
+    const bool isSameMoment = event.key() == m_key && time == m_released;
+    m_isRepeat =
+        event.isAutoRepeat() || (isSameMoment && m_released >= m_pressed + cShortestRepeat);
+    m_key = event.key();
+    m_pressed = time;
 }
 
 }  // namespace tessalink::detail

@@ -28,4 +28,20 @@ UINT mouseFlags(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
 UINT mouseMessage(const QMouseEvent& event);
 Qt::CursorShape cursorShape(int shape);
 
+// Finds out whether a key repeats itself because it is held down. The toolkit does not always: on
+// some window systems such a key is released and pressed at the same moment, which it may miss.
+class HeldKey {
+public:
+    // Every press and release, as often as it is delivered.
+    void See(const QKeyEvent& event);
+    // Whether the last press was one of a key that is held down.
+    bool IsRepeat() const { return m_isRepeat; }
+
+private:
+    int m_key = 0;
+    quint64 m_pressed = 0;  // in milliseconds
+    quint64 m_released = 0;
+    bool m_isRepeat = false;
+};
+
 }  // namespace tessalink::detail

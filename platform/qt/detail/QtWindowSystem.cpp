@@ -237,6 +237,9 @@ void QtWindowSystem::customEvent(QEvent* event) {
 }
 
 bool QtWindowSystem::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        m_heldKey.See(*static_cast<QKeyEvent*>(event));
+    }
     if (object == m_application) {
         switch (event->type()) {
             case QEvent::ApplicationPaletteChange:

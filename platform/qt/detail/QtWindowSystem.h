@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "platform/graphics/NullDevice.h"
+#include "platform/qt/detail/QtInput.h"
 #include "platform/windows/WindowSystem.h"
 
 namespace tessalink::detail {
@@ -81,6 +82,7 @@ public:
     QKeyEvent* CurrentKey() const { return m_key; }
     QKeyEvent* TakeKey() { return std::exchange(m_key, nullptr); }
     Qt::KeyboardModifiers Modifiers() const;
+    bool IsKeyHeld() const { return m_heldKey.IsRepeat(); }
 
     // While it lives, this is what is pasted instead of the clipboard's text.
     class PasteScope {
@@ -110,6 +112,7 @@ private:
     std::optional<Qt::KeyboardModifiers> m_modifiers;
     std::optional<QString> m_pasted;
     QKeyEvent* m_key = nullptr;
+    HeldKey m_heldKey;
     bool m_ignoresFocus = false;
     bool m_isWoken = false;
     bool m_settingsChange = false;

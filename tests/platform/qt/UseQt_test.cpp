@@ -8,12 +8,14 @@
 #include <QMessageBox>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QTest>
 #include <QTimer>
 #include <clocale>
 
 #include "platform/base/HostServices.h"
 #include "platform/qt/PainterDevice.h"
 #include "platform/qt/detail/PrinterReference.h"
+#include "platform/qt/detail/QtInput.h"
 
 namespace tessalink::test {
 namespace {
@@ -56,6 +58,51 @@ TEST_F(UseQt, MessageBoxesAnswerByTheirButtons) {
                                 "e <b>",
                                 c.flags),
                   c.answer);
+    }
+}
+
+TEST_F(UseQt, MessagesOutlastWhatIsTypedAhead) {
+    HostServices services = hostServices();
+    int bells = 0;
+    services.beep = [&bells](UINT) { ++bells; };
+    setHostServices(services);
+    QTimer::singleShot(0, [] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        for (const Qt::Key key : {Qt::Key_7, Qt::Key_Return, Qt::Key_O, Qt::Key_Return}) {
+            QTest::keyClick(box->button(QMessageBox::Ok), key);
+            EXPECT_TRUE(box->isVisible());
+        }
+        QTest::keyClick(box->button(QMessageBox::Ok), Qt::Key_Return);
+        EXPECT_FALSE(box->isVisible());
+    });
+    EXPECT_EQ(AfxMessageBox("Too large", MB_OK | MB_ICONEXCLAMATION), IDOK);
+    EXPECT_EQ(bells, 1 + 4);
+}
+
+TEST(HeldKey, IsReleasedAndPressedAtTheSameMoment) {
+    const struct {
+        bool isPress;
+        int key;
+        quint64 time;
+        bool isToldSo;
+        bool isRepeat;
+    } events[] = {
+        {true, 'A', 100, false, false},  {false, 'A', 600, false, false},
+        {true, 'A', 600, false, true},   {true, 'A', 600, false, true},  // for another object
+        {false, 'A', 640, false, true},  {true, 'A', 641, false, false},
+        {false, 'A', 641, false, false}, {true, 'A', 641, false, false},
+        {false, 'A', 700, false, false}, {true, 'B', 700, false, false},
+        {true, 'B', 730, true, true},    {true, 'C', 0, false, false},
+        {false, 'C', 0, false, false},   {true, 'C', 0, false, false},
+    };
+    detail::HeldKey held;
+    for (const auto& e : events) {
+        QKeyEvent event(e.isPress ? QEvent::KeyPress : QEvent::KeyRelease, e.key, Qt::NoModifier,
+                        "x", e.isToldSo);
+        event.setTimestamp(e.time);
+        held.See(event);
+        EXPECT_EQ(held.IsRepeat(), e.isRepeat) << e.time << " " << e.isPress;
     }
 }
 
