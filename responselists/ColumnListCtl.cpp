@@ -270,7 +270,7 @@ void ColumnListCtl::OnPaint() {
     CPaintDC dc(this);
     CRect area;
     dc.GetClipBox(&area);
-    dc.FillSolidRect(&area, GetSysColor(COLOR_WINDOW));
+    dc.FillSolidRect(&area, cell_background(false));
     const int firstRow = std::max(area.top, 0) / m_rowHeight;
     const int endRow = std::min(m_rows, (area.bottom + m_rowHeight - 1) / m_rowHeight);
     const int firstColumn = std::max(area.left, 0) / m_cellWidth + m_firstColumn;
@@ -287,22 +287,28 @@ void ColumnListCtl::OnPaint() {
 }
 
 COLORREF ColumnListCtl::cell_background(bool isCurrent) const {
+    if (m_isReadOnly) return GetSysColor(COLOR_BTNFACE);
     return isCurrent ? cCurrentCell : GetSysColor(COLOR_WINDOW);
 }
 
 COLORREF ColumnListCtl::cell_text(bool isCurrent) const {
-    if (isCurrent) return cBlack;
-    return GetSysColor(m_isReadOnly ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+    if (m_isReadOnly) return GetSysColor(COLOR_GRAYTEXT);
+    return isCurrent ? cBlack : GetSysColor(COLOR_WINDOWTEXT);
 }
 
 void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) const {
     dc.FillSolidRect(&rect, cell_background(isCurrent));
     if (!isCurrent) return;
-    CBrush frame(cBlack);
-    dc.FrameRect(&rect, &frame);
+    CPen frame(m_isReadOnly ? PS_DOT : PS_SOLID, 1, cell_text(isCurrent));
+    const tessalink::Selected pen(dc, &frame);
+    const tessalink::Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
+    dc.Rectangle(&rect);
     if (!Holds(GetFocus())) return;
-    const CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
-    dc.FillRect(&bar, &frame);
+    // On the cell's ground, where it shows in dark themes, too.
+    CRect bar(rect.left + 1, rect.top + 1, rect.left + 1 + cBarWidth, rect.bottom - 1);
+    bar.OffsetRect(1, 0);
+    bar.DeflateRect(0, 1);
+    dc.FillSolidRect(&bar, cell_text(isCurrent));
 }
 
 tessalink::AccessibleElement ColumnListCtl::Accessible() const {

@@ -96,7 +96,8 @@ protected:
     /// The colour of a cell, and of what is written in it.
     COLORREF cell_background(bool isCurrent) const;
     COLORREF cell_text(bool isCurrent) const;
-    /// Fills a cell; the current one has a frame besides another colour, and a bar with the focus.
+    /// Fills a cell; the current one has a frame besides another colour, dotted in a list that is
+    /// read-only, and a bar with the focus.
     void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
 
     bool m_isReadOnly = false;

@@ -360,8 +360,9 @@ void ItemListCtl::draw_mark(CDC& dc, const CRect& caption, Mark mark) const {
     CPen line(PS_SOLID, std::max(m_rowHeight / 12, 1), isCircle ? dc.GetTextColor() : cSecond);
     const Selected pen(dc, &line);
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    CRect place(caption.left - m_halfWidth / 2, caption.top + 1, caption.right + m_halfWidth / 2,
-                caption.bottom - 1);
+    // Nearly to the next captions: the circle leaves the letters at both ends alone.
+    const int room = std::max(m_halfWidth - 2, 1);
+    CRect place(caption.left - room, caption.top + 1, caption.right + room, caption.bottom - 1);
     if (isCircle) {
         dc.Ellipse(&place);
     } else {

@@ -14,6 +14,7 @@ namespace {
 
 /// Asks again for a number that was refused while the focus was elsewhere.
 constexpr UINT cAskAgain = WM_USER + 1;
+constexpr int cFrameRoom = 2;
 constexpr COLORREF cRefused = RGB(192, 0, 0);
 
 /// Whether a commit is under way anywhere in the process.
@@ -139,8 +140,9 @@ int NumberListCtl::OnCreate(CREATESTRUCT* create) {
 CRect NumberListCtl::edit_rect(int index) const {
     CRect rect = GetItemRect(index);
     rect.left += 2 * m_halfWidth + m_legendWidth;
-    rect.right = rect.left + m_editWidth;
-    rect.DeflateRect(0, 1);
+    // Off the frame of the cell.
+    rect.right = rect.left + m_editWidth - cFrameRoom - 1;
+    rect.DeflateRect(0, cFrameRoom);
     return rect;
 }
 
@@ -269,10 +271,11 @@ UINT NumberListCtl::OnGetDlgCode() {
     return DLGC_WANTARROWS;
 }
 
-// Readable in the current cell, whose colours are always the same.
+// Readable in the current cell. What can't be edited has the ground of the cell.
 void NumberListCtl::OnCtlColor(CDC* dc, CWnd*, UINT) {
-    dc->SetTextColor(cBlack);
-    dc->SetBkColor(cEditColor);
+    const bool isReadOnly = m_current >= 0 && curr_cell_is_read_only();
+    dc->SetTextColor(cell_text(true));
+    dc->SetBkColor(isReadOnly ? cell_background(true) : cEditColor);
 }
 
 void NumberListCtl::set_curr_cell(int index) {
@@ -477,7 +480,10 @@ void NumberListCtl::draw_cell(CDC& dc, int index, const CRect& rect) {
     dc.SelectObject(&m_font);
     dc.TextOut(box.left + m_halfWidth / 2, y, shown_text(index));
     if (is_open(index)) draw_difference(dc, CRect(rect.left, y, box.left, rect.bottom), index);
-    if (isCurrent && m_isRefused) dc.TextOut(box.left - m_halfWidth, y, "!", 1);
+    if (!isCurrent || !m_isRefused) return;
+    dc.SelectObject(&m_boldFont);
+    dc.SetTextColor(cRefused);
+    dc.TextOut(box.left - m_halfWidth, y, "!", 1);
 }
 
 CString NumberListCtl::both_numbers(int index, const char* format) const {
