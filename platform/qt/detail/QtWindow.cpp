@@ -458,8 +458,7 @@ void QtWindow::TakeFocus() {
 
 void QtWindow::FocusCame() {
     if (m_edit) {
-        m_part.reset();
-        describeField(*m_client, m_owner.Accessible());
+        m_client->setAccessibleName(toQString(m_owner.Accessible().name.View()));
         m_frame->update();
     }
     if (QtWindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return;
@@ -608,21 +607,10 @@ void QtWindow::SetScrollBar(int bar, bool isShown, const SCROLLINFO& info) {
 void QtWindow::NotifyAccessible(AccessibleEvent event, int child, const CString& text) {
     // Fields tell of themselves.
     if (m_client == nullptr || m_edit) return;
-    QtWindow* const focused = QtWindowSystem::Get().Focused();
-    if (event == AccessibleEvent::Focus && focused != nullptr && focused->m_edit) {
-        return focused->stand_for(child);
-    }
+    const QtWindow* const focused = QtWindowSystem::Get().Focused();
+    if (event == AccessibleEvent::Focus && focused != nullptr && focused->m_edit) return;
     if (event == AccessibleEvent::Announcement) m_announcement = text;
     tellAccessible(*this, event, child);
-}
-
-void QtWindow::stand_for(int part) {
-    const AccessibleElement element = m_owner.Accessible();
-    const bool isKnown = m_part
-                             ? *m_part == part
-                             : m_client->accessibleName() == toFieldText(element.name).simplified();
-    m_part = part;
-    if (!isKnown) tellFieldMoved(*m_client, element);
 }
 
 }  // namespace tessalink::detail
