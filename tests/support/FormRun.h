@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,17 +19,12 @@
 #include "dataentry/TextDataEntryUI.h"
 #include "dataentry/TimeDataEntryUI.h"
 #include "tests/support/Dice.h"
+#include "tests/support/EventCount.h"
 #include "tests/support/FormModel.h"
 #include "tests/support/HostServicesScope.h"
 #include "tests/support/InputDriver.h"
 
 namespace tessalink::test {
-
-/// The number that an environment variable sets, or another one.
-inline int eventCount(const char* variable, int otherwise) {
-    const char* wanted = std::getenv(variable);
-    return wanted != nullptr ? std::atoi(wanted) : otherwise;
-}
 
 /// Tells where the choices of its items lie.
 template <class Interface>

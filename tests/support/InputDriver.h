@@ -1,10 +1,13 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/windows/CFrameWnd.h"
 #include "platform/windows/HeadlessSystem.h"
+#include "platform/windows/TipWindow.h"
 
 namespace tessalink::test {
 
@@ -28,14 +31,26 @@ public:
     virtual void Type(char ch) = 0;
     /// A click, or the second one of a double click.
     virtual void Click(CPoint point, bool isSecond = false) = 0;
+    virtual void Press(CPoint point) = 0;
+    virtual void Release(CPoint point) = 0;
     virtual void Turn(CPoint point, int delta) = 0;
     virtual void MoveMouse(CPoint point) = 0;
+    /// Whether the mouse reaches a window, or a hint, at a point.
+    virtual bool Reaches(const CWnd& window, CPoint point) = 0;
+    virtual bool IsOnTip(CPoint point) = 0;
+    /// Input for while a window waits for it, step by step.
+    virtual void Queue(std::function<void()> step) = 0;
     /// A request of a scroll bar (SB_...).
     virtual void Scroll(CWnd& window, int bar, UINT code, int position) = 0;
     virtual void Resize(CWnd& window, CSize size) = 0;
     /// The focus goes to the other control, and comes to a window from there.
     virtual void Leave() = 0;
     virtual void Enter(CWnd& window) = 0;
+    /// The text of the hint that shows, most likely at a point. The window that it belongs to
+    /// lives.
+    virtual std::string TipText(CPoint point) = 0;
+    /// What a window has spoken last.
+    virtual std::string Spoken(const CWnd& window) = 0;
     /// Lets messages and painting happen.
     virtual void Pump() = 0;
     /// Lets time pass on a clock that stands still otherwise.
@@ -68,10 +83,31 @@ public:
         Windows().Press(point, isSecond ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN);
         Windows().Release(point);
     }
+    void Press(CPoint point) override { Windows().Press(point); }
+    void Release(CPoint point) override { Windows().Release(point); }
     void Turn(CPoint point, int delta) override {
         Windows().Turn(point, static_cast<short>(delta));
     }
     void MoveMouse(CPoint point) override { Windows().MoveMouse(point); }
+    bool Reaches(const CWnd& window, CPoint point) override {
+        return Windows().WindowAt(point) == &window;
+    }
+    bool IsOnTip(CPoint point) override {
+        return DYNAMIC_DOWNCAST(TipWindow, Windows().WindowAt(point)) != nullptr;
+    }
+    void Queue(std::function<void()> step) override { Windows().Queue(std::move(step)); }
+    std::string TipText(CPoint point) override {
+        const auto* tip = DYNAMIC_DOWNCAST(TipWindow, Windows().WindowAt(point));
+        if (tip != nullptr) m_tip = tip;
+        return m_tip != nullptr && m_tip->IsWindowVisible() != 0 ? m_tip->GetText().GetString()
+                                                                 : "";
+    }
+    std::string Spoken(const CWnd& window) override {
+        for (const auto& told : std::exchange(Windows().ToldEvents(), {})) {
+            if (told.window == &window && !told.text.IsEmpty()) m_spoken = told.text;
+        }
+        return m_spoken;
+    }
     void Scroll(CWnd& window, int bar, UINT code, int position) override {
         window.SendMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL,
                            MAKEWPARAM(code, static_cast<UINT>(position)));
@@ -101,6 +137,8 @@ private:
         if (held.shift) Windows().HoldKey(VK_SHIFT, down);
     }
 
+    const TipWindow* m_tip = nullptr;
+    std::string m_spoken;
     Frame m_host;
     CWnd m_other;
 };

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWidget>
 #include <QtTest>
+#include <deque>
 #include <map>
 #include <memory>
 
@@ -84,7 +87,7 @@ public:
                                             : HostWindow::cNotHandled;
             },
             &m_window);
-        m_holder->move(0, cControl);
+        m_holder->setGeometry(0, cControl, cSize.width(), cSize.height() - cControl);
         m_after = new QLineEdit(&m_window);
         m_after->setGeometry(200, 0, 100, cControl);
         m_window.show();
@@ -109,21 +112,19 @@ public:
     }
     void Type(char ch) override { QTest::keyClick(QApplication::focusWidget(), ch); }
     void Click(CPoint point, bool isSecond) override {
-        const auto [target, place] = Reached(point);
         // By hand: the toolkit's own tester takes a corner for the middle.
-        const QPointer<QWidget> reached = target;
-        for (const auto type : {isSecond ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress,
-                                QEvent::MouseButtonRelease}) {
-            const bool isPress = type != QEvent::MouseButtonRelease;
-            QMouseEvent event(type, place, QPointF(point.x, point.y), Qt::LeftButton,
-                              isPress ? Qt::LeftButton : Qt::NoButton, {});
-            if (reached != nullptr) QApplication::sendEvent(reached, &event);
-        }
+        const QPointer<QWidget> target = Reached(point);
+        Send(target, isSecond ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress, point);
+        Send(target, QEvent::MouseButtonRelease, point);
+    }
+    void Press(CPoint point) override { Send(Reached(point), QEvent::MouseButtonPress, point); }
+    void Release(CPoint point) override {
+        QWidget* const grabber = QWidget::mouseGrabber();
+        Send(grabber != nullptr ? grabber : Reached(point), QEvent::MouseButtonRelease, point);
     }
     void Turn(CPoint point, int delta) override {
         // Only events of the system's own go up to the widgets around by themselves.
-        for (QWidget* target = Reached(point).first; target != nullptr;
-             target = target->parentWidget()) {
+        for (QWidget* target = Reached(point); target != nullptr; target = target->parentWidget()) {
             const QPointF place = target->mapFrom(&m_window, QPointF(Inside(point)));
             QWheelEvent event(place, QPointF(point.x, point.y), {}, {0, delta}, {}, {},
                               Qt::NoScrollPhase, false);
@@ -131,9 +132,29 @@ public:
             if (event.isAccepted()) return;
         }
     }
-    void MoveMouse(CPoint point) override {
-        const auto [target, place] = Reached(point);
-        QTest::mouseMove(target, place);
+    // The pointer moves, and what is below it is told by the toolkit.
+    void MoveMouse(CPoint point) override { QCursor::setPos(point.x, point.y); }
+    bool Reaches(const CWnd& window, CPoint point) override {
+        const QWidget* const target = Reached(point);
+        return target != nullptr && target->parentWidget() == widgetOf(window);
+    }
+    // Without a screen the first window that was made gets the mouse.
+    bool IsOnTip(CPoint) override { return false; }
+    void Queue(std::function<void()> step) override {
+        m_steps.push_back(std::move(step));
+        if (m_steps.size() == 1) QTimer::singleShot(0, &m_window, [this] { Next(); });
+    }
+    std::string TipText(CPoint) override {
+        for (const QWidget* const widget : QApplication::topLevelWidgets()) {
+            const bool isTip = widget->windowType() == Qt::ToolTip && widget->isVisible();
+            if (isTip) return widget->windowTitle().toStdString();
+        }
+        return "";
+    }
+    std::string Spoken(const CWnd& window) override {
+        QWidget* const client = widgetOf(window)->childAt(5, 5);
+        QAccessibleInterface* const shown = QAccessible::queryAccessibleInterface(client);
+        return shown != nullptr ? shown->text(QAccessible::Description).toStdString() : "none";
     }
     void Scroll(CWnd& window, int bar, UINT code, int position) override {
         QScrollBar* const widget = BarOf(window, bar);
@@ -201,16 +222,27 @@ private:
         return nullptr;
     }
     QPoint Inside(CPoint point) const { return m_window.mapFromGlobal(QPoint(point.x, point.y)); }
-    /// The widget at a point of the screen, and the point in it.
-    std::pair<QWidget*, QPoint> Reached(CPoint point) {
-        const QPoint inside = Inside(point);
-        QWidget* const child = m_window.childAt(inside);
-        QWidget* const target = child != nullptr ? child : &m_window;
-        return {target, target->mapFrom(&m_window, inside)};
+    /// The widget at a point of the screen.
+    QWidget* Reached(CPoint point) {
+        QWidget* const child = m_window.childAt(Inside(point));
+        return child != nullptr ? child : &m_window;
     }
-
+    void Send(const QPointer<QWidget>& target, QEvent::Type type, CPoint point) {
+        if (target == nullptr) return;
+        const bool isDown = type != QEvent::MouseButtonRelease;
+        const QPoint global(point.x, point.y);
+        QMouseEvent event(type, target->mapFromGlobal(global), global, Qt::LeftButton,
+                          isDown ? Qt::LeftButton : Qt::NoButton, {});
+        QApplication::sendEvent(target, &event);
+    }
+    void Next() {
+        m_steps.front()();
+        m_steps.pop_front();
+        if (!m_steps.empty()) QTimer::singleShot(0, &m_window, [this] { Next(); });
+    }
     WindowSystem* m_toolkit = nullptr;
     std::unique_ptr<ClockedSystem> m_clocked;
+    std::deque<std::function<void()>> m_steps;
     QWidget m_window;
     QLineEdit* m_before = nullptr;
     WindowHolder* m_holder = nullptr;
