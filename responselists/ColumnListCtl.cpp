@@ -86,7 +86,7 @@ void ColumnListCtl::RecalcLayout() {
     info.fMask = SIF_ALL;
     info.nMax = m_columns;
     info.nPage = static_cast<UINT>(page_columns());
-    info.nPos = m_firstColumn;
+    info.nPos = bar_position();
     SetScrollInfo(SB_HORZ, &info);
     cells_moved();
 }
@@ -114,6 +114,12 @@ int ColumnListCtl::page_columns() const {
 
 int ColumnListCtl::last_first_column() const {
     return std::max(m_columns - page_columns(), 0);
+}
+
+// Of the two last places of the bar, between which nothing moves, the end.
+int ColumnListCtl::bar_position() const {
+    const int last = last_first_column();
+    return m_firstColumn < last ? m_firstColumn : last + 1;
 }
 
 CRect ColumnListCtl::GetItemRect(int index) const {
@@ -172,7 +178,7 @@ void ColumnListCtl::scroll_to(int column) {
     const int farthest = m_visibleColumns + 1;
     const int columns = std::clamp(m_firstColumn - column, -farthest, farthest);
     m_firstColumn = column;
-    SetScrollPos(SB_HORZ, column);
+    SetScrollPos(SB_HORZ, bar_position());
     ScrollWindow(columns * m_cellWidth, 0);
     cells_moved();
 }

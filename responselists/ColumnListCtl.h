@@ -119,6 +119,7 @@ private:
     void scroll_to(int column);
     int page_columns() const;
     int last_first_column() const;
+    int bar_position() const;
 
     unsigned m_contents = 0;  ///< how often the contents were replaced
 };
