@@ -184,6 +184,8 @@ void ChoiceItemUI::move_cursor(int step) {
     if (count == 0) return;
     m_cursor = m_cursor < 0 ? (step > 0 ? 0 : count - 1) : (m_cursor + step + count) % count;
     Invalidate(1);
+    if (m_container == nullptr) return;
+    m_container->NotifyAccessible(tessalink::AccessibleEvent::Focus, item_index());
 }
 
 void ChoiceItemUI::OnKeyDown(UINT key, UINT repeat, UINT flags) {
@@ -206,9 +208,8 @@ bool ChoiceItemUI::OnClick(CPoint point) {
         return false;
     }
     for (std::size_t i = 0; i < m_choices.size(); ++i) {
-        const Choice& choice = m_choices[i];
-        const CRect cell(CPoint(choice.x, choice.y), CSize(choice.width, m_height));
-        if (cell.PtInRect(point)) return set_curr_cell_value_index(static_cast<int>(i)) != 0;
+        if (cell_of(m_choices[i], CRect()).PtInRect(point))
+            return set_curr_cell_value_index(static_cast<int>(i)) != 0;
     }
     return false;
 }
@@ -216,6 +217,20 @@ bool ChoiceItemUI::OnClick(CPoint point) {
 tessalink::AccessibleRole ChoiceItemUI::Role() const {
     return m_singleChoice ? tessalink::AccessibleRole::RadioGroup
                           : tessalink::AccessibleRole::CheckGroup;
+}
+
+std::vector<tessalink::AccessibleChoice> ChoiceItemUI::Choices(const DataEntryItem* item,
+                                                               const CRect& place) const {
+    std::vector<tessalink::AccessibleChoice> choices;
+    choices.reserve(m_choices.size());
+    for (const Choice& choice : m_choices)
+        choices.push_back({choice.caption, is_chosen(*item, choice), cell_of(choice, place)});
+    return choices;
+}
+
+CRect ChoiceItemUI::cell_of(const Choice& choice, const CRect& place) const {
+    return CRect(CPoint(place.left + choice.x, place.top + choice.y),
+                 CSize(choice.width, m_height));
 }
 
 CString ChoiceItemUI::ValueText(DataEntryItem* item) const {
@@ -254,8 +269,7 @@ void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, b
     dc.SetTextAlign(TA_LEFT | TA_TOP);
     for (std::size_t i = 0; i < m_choices.size(); ++i) {
         const Choice& choice = m_choices[i];
-        CRect cell(CPoint(choice.x, choice.y), CSize(choice.width, m_height));
-        cell.OffsetRect(place.left, place.top);
+        const CRect cell = cell_of(choice, place);
         draw_choice(dc, choice, cell, is_chosen(item, choice), item.IsReadOnly() != 0);
         if (!focused || static_cast<int>(i) != m_cursor) continue;
         CRect caption(cell.left + caption_x(), cell.top,

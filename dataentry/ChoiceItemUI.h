@@ -21,6 +21,9 @@ public:
     void OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) override;
     bool OnClick(CPoint point) override;
     tessalink::AccessibleRole Role() const override;
+    std::vector<tessalink::AccessibleChoice> Choices(const DataEntryItem* item,
+                                                     const CRect& place) const override;
+    int FocusedChoice() const override { return m_cursor; }
     CString ValueText(DataEntryItem* item) const override;
 
     int OnCreate(CREATESTRUCT* create) override;
@@ -71,6 +74,7 @@ protected:
 private:
     void prepare(CDC& dc);
     int label_edge(CDC& dc) const;
+    CRect cell_of(const Choice& choice, const CRect& place) const;
     int change(IntegerDataEntryItem& item, const Choice& choice) const;
     int choice_for(char key) const;
     void draw_read_only_frame(CDC& dc, const CRect& place) const;

@@ -221,7 +221,9 @@ int DataEntryCtl::SetReadOnlyItem(int index, int readOnly) {
     if (index == m_current) commit();
     if (!alive) return 0;
     const int was = item->SetReadOnly(readOnly);
-    if ((was != 0) != (readOnly != 0)) value_shown_again(index);
+    if ((was != 0) == (readOnly != 0)) return was;
+    NotifyAccessible(tessalink::AccessibleEvent::StateChanged, index);
+    value_shown_again(index);
     return was;
 }
 
@@ -453,6 +455,7 @@ void DataEntryCtl::OnDataChanged(const DataEntryItem* item) {
 void DataEntryCtl::OnDataChanged(int index) {
     if (m_isReporting && index == m_current) return;
     checked(index);
+    NotifyAccessible(tessalink::AccessibleEvent::ValueChanged, index);
     value_shown_again(index);
 }
 
@@ -671,7 +674,20 @@ tessalink::AccessibleElement DataEntryCtl::AccessibleChild(int index) const {
     element.name = item->GetLabel();
     element.value = interface->ValueText(item);
     element.isReadOnly = item->IsReadOnly() != 0;
+    element.isRequired = item->IsRequired() != 0;
     element.isFocused = m_hasFocus && index == m_current;
     element.rect = window_rect(index);
+    element.choices = interface->Choices(item, element.rect);
+    if (element.isFocused) element.focusedChoice = interface->FocusedChoice();
     return element;
+}
+
+void DataEntryCtl::ChooseAccessibleChoice(int index, int choice) {
+    const tessalink::WindowGuard alive(*this);
+    SetCurrItem(index);
+    if (!alive || m_current != index) return;
+    const auto choices =
+        GetItemUI(index)->Choices(GetItem(index), CRect(CPoint(), GetItemSize(index)));
+    if (choice < 0 || choice >= static_cast<int>(choices.size())) return;
+    GetItemUI(index)->OnClick(choices[static_cast<std::size_t>(choice)].rect.CenterPoint());
 }

@@ -142,6 +142,7 @@ public:
     tessalink::AccessibleElement AccessibleChild(int index) const override;
     int AccessibleFocusChild() const override { return m_hasFocus ? m_current : -1; }
     void ChooseAccessibleChild(int index) override { SetCurrItem(index); }
+    void ChooseAccessibleChoice(int index, int choice) override;
     using CWnd::Create;
 
 protected:

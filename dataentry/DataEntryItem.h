@@ -31,6 +31,10 @@ public:
     /// Sets or clears "read-only" and returns what it was, 0 or 1. The interfaces honour it.
     virtual int SetReadOnly(int isReadOnly);
 
+    /// Whether assistive technology says that a value is expected; the form itself asks for none.
+    void SetRequired(int isRequired) { m_isRequired = isRequired != 0; }
+    int IsRequired() const { return m_isRequired ? 1 : 0; }
+
     int IsNull() const { return flag(cNull); }
     int IsReadOnly() const { return flag(cReadOnly); }
     /// The place in the form, from 0 on; cNoIndex before it has one. Of large forms: the low 16
@@ -56,6 +60,7 @@ private:
     std::uint16_t m_flags = cNull;
     std::uint16_t m_index = cNoIndex;
     std::uint16_t m_interfaceIndex = 0;
+    bool m_isRequired = false;
     CString m_label;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "dataentry/DataEntryItem.h"
 #include "platform/graphics/CDC.h"
 #include "platform/windows/CWnd.h"
@@ -62,6 +64,13 @@ public:
     virtual bool OnClick(CPoint point);
     /// What kind of field its items are, for the platform's accessibility interface.
     virtual tessalink::AccessibleRole Role() const = 0;
+    /// The responses of an item that is shown at a place, and the one that the keyboard has led to
+    /// in the current item; none for fields, and -1.
+    virtual std::vector<tessalink::AccessibleChoice> Choices(const DataEntryItem*,
+                                                             const CRect&) const {
+        return {};
+    }
+    virtual int FocusedChoice() const { return -1; }
     /// The value as text, for the same.
     virtual CString ValueText(DataEntryItem* item) const = 0;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/base/CString.h"
 #include "platform/graphics/Geometry.h"
 
@@ -28,6 +30,13 @@ enum class AccessibleEvent {
     ChildrenChanged  ///< the window has other parts than before
 };
 
+/// A check box or radio button of a group.
+struct AccessibleChoice {
+    CString name;
+    bool isChecked = false;
+    CRect rect;  ///< in the window's client area
+};
+
 /// A window, or a part of it.
 struct AccessibleElement {
     AccessibleRole role = AccessibleRole::Client;
@@ -39,7 +48,9 @@ struct AccessibleElement {
     bool isInvalid = false;
     bool isDisabled = false;
     bool isFocused = false;
-    CRect rect;  ///< in the window's client area; of a window: all of it
+    CRect rect;                             ///< in the window's client area; of a window: all of it
+    std::vector<AccessibleChoice> choices;  ///< of a group
+    int focusedChoice = -1;                 ///< to which of them the keyboard has led; -1: to none
 };
 
 /// The parts of a window that names no child.

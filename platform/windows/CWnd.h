@@ -157,6 +157,8 @@ public:
     virtual tessalink::AccessibleElement AccessibleChild(int index) const;
     virtual int AccessibleFocusChild() const { return tessalink::cNoAccessibleChild; }
     virtual void ChooseAccessibleChild(int) {}
+    /// As a click on a choice of a part.
+    virtual void ChooseAccessibleChoice(int child, int) { ChooseAccessibleChild(child); }
     void NotifyAccessible(tessalink::AccessibleEvent event,
                           int child = tessalink::cNoAccessibleChild, const CString& text = {});
 
