@@ -9,7 +9,7 @@
 namespace {
 
 constexpr COLORREF cCurrentCell = RGB(255, 255, 192);
-constexpr int cBarWidth = 3;
+constexpr int cBarWidth = 2;
 constexpr int cWheelNotch = 120;
 /// Cells further away than this many pixels are placed here.
 constexpr std::int64_t cFarAway = 1 << 29;
