@@ -25,7 +25,7 @@ enum class AccessibleRole {
 enum class AccessibleEvent {
     Focus,           ///< the focus has moved to the part
     ValueChanged,    ///< its value has changed
-    StateChanged,    ///< its states have
+    StateChanged,    ///< whether it is read-only has
     Announcement,    ///< its text is to be spoken
     ChildrenChanged  ///< the window has other parts than before
 };

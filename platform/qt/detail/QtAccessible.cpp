@@ -17,6 +17,22 @@ QtWindow* windowOf(const QObject* client) {
     return QtWindowSystem::Get().WindowOf(qobject_cast<const QWidget*>(client));
 }
 
+// What a window says of a part, or of itself; an empty element when either is gone.
+AccessibleElement elementOf(const QObject* client, int child) {
+    const QtWindow* const window = windowOf(client);
+    if (window == nullptr) return {};
+    const CWnd& owner = window->Owner();
+    if (child < 0) return owner.Accessible();
+    return child < owner.AccessibleChildCount() ? owner.AccessibleChild(child)
+                                                : AccessibleElement();
+}
+
+// What was to be spoken last, of a part or of the window itself.
+QString announcement(const QObject* client, int child) {
+    const QtWindow* const window = windowOf(client);
+    return window != nullptr ? toFieldText(window->Announcement(child)) : QString();
+}
+
 QAccessible::Role roleOf(AccessibleRole role) {
     switch (role) {
         case AccessibleRole::Form:
@@ -42,20 +58,27 @@ QAccessible::Role roleOf(AccessibleRole role) {
     return QAccessible::Client;
 }
 
+// Readers speak names and descriptions, and the values of texts and numbers only: other values
+// stand in front of the description.
+QString descriptionOf(const AccessibleElement& element) {
+    QStringList parts;
+    if (element.role != AccessibleRole::EditableText) parts << toFieldText(element.value);
+    parts << toFieldText(element.description);
+    // The toolkit has no states for these.
+    if (element.isRequired) parts << QStringLiteral("required");
+    if (element.isInvalid) parts << QStringLiteral("invalid entry");
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 QString textOf(const AccessibleElement& element, QAccessible::Text kind) {
     switch (kind) {
         case QAccessible::Name:
-            return toFieldText(element.name);
+            return toFieldText(element.name).simplified();
         case QAccessible::Value:
             return toFieldText(element.value);
-        case QAccessible::Description: {
-            QStringList parts;
-            if (!element.description.IsEmpty()) parts << toFieldText(element.description);
-            // The toolkit has no states for these.
-            if (element.isRequired) parts << QStringLiteral("required");
-            if (element.isInvalid) parts << QStringLiteral("invalid entry");
-            return parts.join(QStringLiteral(", "));
-        }
+        case QAccessible::Description:
+            return descriptionOf(element);
         default:
             return {};
     }
@@ -69,8 +92,146 @@ void addStates(const AccessibleElement& element, QAccessible::State& state) {
     state.focused = element.isFocused;
 }
 
-// A part of a window that is no window.
-class PartInterface final : public QAccessibleInterface, public QAccessibleActionInterface {
+// A text that can be read, not changed.
+class ReadText : public QAccessibleTextInterface {
+public:
+    void selection(int, int* start, int* end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QString text(int start, int end) const override {
+        return value().mid(start, end < 0 ? end : end - start);
+    }
+    int characterCount() const override { return static_cast<int>(value().size()); }
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint&) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int* start, int* end) const override {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+protected:
+    ~ReadText() = default;
+    virtual QString value() const = 0;
+};
+
+// The interfaces of the parts of something, made when they are asked for. They are known by number
+// for good: assistive technology keeps them.
+class Parts {
+public:
+    Parts() = default;
+    ~Parts() {
+        for (const auto& [index, id] : m_ids) QAccessible::deleteAccessibleInterface(id);
+    }
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
+
+    // The one with a number, which `make` makes when it is new.
+    template <class Make>
+    QAccessibleInterface* Get(int index, Make make) {
+        auto known = m_ids.find(index);
+        if (known == m_ids.end()) {
+            known = m_ids.emplace(index, QAccessible::registerAccessibleInterface(make())).first;
+        }
+        return QAccessible::accessibleInterface(known->second);
+    }
+    // -1 for another one.
+    int IndexOf(const QAccessibleInterface* part) const {
+        for (const auto& [index, id] : m_ids) {
+            if (QAccessible::accessibleInterface(id) == part) return index;
+        }
+        return -1;
+    }
+
+private:
+    std::map<int, QAccessible::Id> m_ids;
+};
+
+QRect onScreen(const QObject* client, const CRect& place) {
+    const auto* const widget = qobject_cast<const QWidget*>(client);
+    return {widget->mapToGlobal(QPoint(place.left, place.top)),
+            QSize(place.Width(), place.Height())};
+}
+
+// What parts of windows have in common: they are no objects of the toolkit, and may be pressed.
+class PartBase : public QAccessibleInterface, public QAccessibleActionInterface {
+public:
+    QObject* object() const override { return nullptr; }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    void setText(QAccessible::Text, const QString&) override {}
+    QStringList actionNames() const override { return {setFocusAction(), pressAction()}; }
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
+    }
+};
+
+// A check box or radio button in a part of a window.
+class ChoiceInterface final : public PartBase {
+public:
+    ChoiceInterface(QObject* client, int part, int index)
+        : m_client(client), m_part(part), m_index(index) {}
+
+    bool isValid() const override {
+        return m_index < static_cast<int>(elementOf(m_client, m_part).choices.size());
+    }
+    QAccessibleInterface* parent() const override {
+        QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(m_client);
+        return window != nullptr ? window->child(m_part) : nullptr;
+    }
+    QAccessible::Role role() const override {
+        return elementOf(m_client, m_part).role == AccessibleRole::RadioGroup
+                   ? QAccessible::RadioButton
+                   : QAccessible::CheckBox;
+    }
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? toFieldText(choice().name) : QString();
+    }
+    QAccessible::State state() const override {
+        const AccessibleElement group = elementOf(m_client, m_part);
+        QAccessible::State state;
+        state.invalid = !isValid();
+        addStates(group, state);
+        state.focused = group.isFocused && group.focusedChoice == m_index;
+        state.checkable = true;
+        state.checked = choice().isChecked;
+        return state;
+    }
+    QRect rect() const override { return onScreen(m_client, choice().rect); }
+    void doAction(const QString& action) override {
+        if (!isValid()) return;
+        CWnd& window = windowOf(m_client)->Owner();
+        if (action == pressAction()) {
+            window.ChooseAccessibleChoice(m_part, m_index);
+        } else {
+            window.ChooseAccessibleChild(m_part);
+        }
+    }
+
+private:
+    AccessibleChoice choice() const {
+        const AccessibleElement group = elementOf(m_client, m_part);
+        return m_index < static_cast<int>(group.choices.size())
+                   ? group.choices[static_cast<std::size_t>(m_index)]
+                   : AccessibleChoice();
+    }
+
+    QObject* m_client;  // outlives it, as it does its part
+    int m_part;
+    int m_index;
+};
+
+// A part of a window that is no window, with its choices as its children.
+class PartInterface final : public PartBase, public ReadText {
 public:
     PartInterface(QObject* client, int index) : m_client(client), m_index(index) {}
 
@@ -78,66 +239,69 @@ public:
         const QtWindow* const window = windowOf(m_client);
         return window != nullptr && m_index < window->Owner().AccessibleChildCount();
     }
-    QObject* object() const override { return nullptr; }
     QAccessibleInterface* parent() const override {
         return QAccessible::queryAccessibleInterface(m_client);
     }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QAccessibleInterface* child(int index) const override {
+        if (index < 0 || index >= childCount()) return nullptr;
+        return m_choices.Get(index, [&] { return new ChoiceInterface(m_client, m_index, index); });
+    }
+    int childCount() const override { return static_cast<int>(element().choices.size()); }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        return m_choices.IndexOf(child);
+    }
+    QAccessibleInterface* childAt(int x, int y) const override {
+        for (int i = 0; i < childCount(); ++i) {
+            if (child(i)->rect().contains(x, y)) return child(i);
+        }
+        return nullptr;
+    }
+    QAccessibleInterface* focusChild() const override { return child(element().focusedChoice); }
     QAccessible::Role role() const override { return roleOf(element().role); }
-    QString text(QAccessible::Text kind) const override { return textOf(element(), kind); }
-    void setText(QAccessible::Text, const QString&) override {}
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Description) {
+            const QString announced = announcement(m_client, m_index);
+            if (!announced.isEmpty()) return announced;
+        }
+        return textOf(element(), kind);
+    }
     QAccessible::State state() const override {
         QAccessible::State state;
         state.invalid = !isValid();
         addStates(element(), state);
         return state;
     }
-    QRect rect() const override {
-        const CRect place = element().rect;
-        const auto* const widget = qobject_cast<const QWidget*>(m_client);
-        return {widget->mapToGlobal(QPoint(place.left, place.top)),
-                QSize(place.Width(), place.Height())};
-    }
-
-    QStringList actionNames() const override { return {setFocusAction(), pressAction()}; }
+    QRect rect() const override { return onScreen(m_client, element().rect); }
     void doAction(const QString&) override {
         if (isValid()) windowOf(m_client)->Owner().ChooseAccessibleChild(m_index);
     }
-    QStringList keyBindingsForAction(const QString&) const override { return {}; }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
-                                                    : nullptr;
+        const bool isText =
+            type == QAccessible::TextInterface && element().role == AccessibleRole::EditableText;
+        return isText ? static_cast<QAccessibleTextInterface*>(this)
+                      : PartBase::interface_cast(type);
     }
 
 private:
-    AccessibleElement element() const {
-        return isValid() ? windowOf(m_client)->Owner().AccessibleChild(m_index)
-                         : AccessibleElement();
-    }
+    QString value() const override { return textOf(element(), QAccessible::Value); }
+    AccessibleElement element() const { return elementOf(m_client, m_index); }
 
     QObject* m_client;  // outlives it: the window's interface deletes its parts
     int m_index;
+    mutable Parts m_choices;
 };
 
 // A window, with its parts as its first children and the windows in it after these.
 class WindowInterface final : public QAccessibleWidget {
 public:
     explicit WindowInterface(QWidget* client) : QAccessibleWidget(client, QAccessible::Client) {}
-    ~WindowInterface() override {
-        for (const auto& [index, id] : m_parts) QAccessible::deleteAccessibleInterface(id);
-    }
 
     QAccessible::Role role() const override { return roleOf(element().role); }
     QString text(QAccessible::Text kind) const override {
-        const QtWindow* const window = windowOf(object());
-        QString own = textOf(element(), kind);
-        if (kind == QAccessible::Description && own.isEmpty() && window != nullptr) {
-            own = toFieldText(window->Announcement());
-        }
-        return own;
+        const QString own = textOf(element(), kind);
+        return kind == QAccessible::Description && own.isEmpty()
+                   ? announcement(object(), cNoAccessibleChild)
+                   : own;
     }
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
@@ -150,9 +314,8 @@ public:
                                                   : QAccessibleWidget::child(index - part_count());
     }
     int indexOfChild(const QAccessibleInterface* child) const override {
-        for (const auto& [index, id] : m_parts) {
-            if (QAccessible::accessibleInterface(id) == child) return index;
-        }
+        const int known = m_parts.IndexOf(child);
+        if (known >= 0) return known;
         const int index = QAccessibleWidget::indexOfChild(child);
         return index < 0 ? -1 : index + part_count();
     }
@@ -164,36 +327,65 @@ public:
     }
     QAccessibleInterface* childAt(int x, int y) const override {
         for (int i = 0; i < part_count(); ++i) {
-            if (part(i)->rect().contains(x, y)) return part(i);
+            const QRect place = onScreen(object(), elementOf(object(), i).rect);
+            if (place.contains(x, y)) return part(i);
         }
         return QAccessibleWidget::childAt(x, y);
     }
 
 private:
-    AccessibleElement element() const {
-        const QtWindow* const window = windowOf(object());
-        return window != nullptr ? window->Owner().Accessible() : AccessibleElement();
-    }
+    AccessibleElement element() const { return elementOf(object(), cNoAccessibleChild); }
     int part_count() const {
         const QtWindow* const window = windowOf(object());
         return window != nullptr ? window->Owner().AccessibleChildCount() : 0;
     }
-    // Parts are known by number for good: assistive technology keeps them.
     QAccessibleInterface* part(int index) const {
-        const auto known = m_parts.find(index);
-        if (known != m_parts.end()) return QAccessible::accessibleInterface(known->second);
-        auto* const made = new PartInterface(object(), index);
-        m_parts[index] = QAccessible::registerAccessibleInterface(made);
-        return made;
+        return m_parts.Get(index, [&] { return new PartInterface(object(), index); });
     }
 
-    mutable std::map<int, QAccessible::Id> m_parts;
+    mutable Parts m_parts;
 };
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     const QtWindow* const window = windowOf(object);
     if (window == nullptr || nativeOf(window->Owner())->Edit() != nullptr) return nullptr;
     return new WindowInterface(qobject_cast<QWidget*>(object));
+}
+
+void tell(QAccessibleEvent&& event, int child = cNoAccessibleChild) {
+    event.setChild(child);
+    QAccessible::updateAccessibility(&event);
+}
+
+void tellChecked(QWidget& client, int child, int count) {
+    QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&client);
+    QAccessibleInterface* const group = window != nullptr ? window->child(child) : nullptr;
+    QAccessible::State changed;
+    changed.checked = true;
+    for (int i = 0; group != nullptr && i < count; ++i) {
+        tell(QAccessibleStateChangeEvent(group->child(i), changed));
+    }
+}
+
+void tellValue(QWidget& client, int child) {
+    const AccessibleElement element = elementOf(&client, child);
+    if (element.role == AccessibleRole::EditableText) {
+        tell(QAccessibleTextUpdateEvent(&client, 0, {}, toFieldText(element.value)), child);
+    } else {
+        tell(QAccessibleEvent(&client, QAccessible::DescriptionChanged), child);
+        tellChecked(client, child, static_cast<int>(element.choices.size()));
+    }
+}
+
+void tellFocus(QWidget& client, int child) {
+    QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&client);
+    QAccessibleInterface* const part =
+        window != nullptr && child >= 0 ? window->child(child) : nullptr;
+    if (part != nullptr && part->focusChild() != nullptr) {
+        tell(QAccessibleEvent(part->focusChild(), QAccessible::Focus));
+    } else {
+        tell(QAccessibleEvent(&client, QAccessible::Focus), child);
+    }
 }
 
 }  // namespace
@@ -204,28 +396,35 @@ void describeWindows() {
 }
 
 void tellAccessible(QtWindow& window, AccessibleEvent event, int child) {
+    if (!QAccessible::isActive()) return;
     QWidget* const client = window.Client();
-    const auto send = [&](QAccessibleEvent&& told) {
-        told.setChild(child);
-        QAccessible::updateAccessibility(&told);
-    };
+    QAccessible::State readOnly;
+    readOnly.readOnly = true;
     switch (event) {
         case AccessibleEvent::Focus:
-            return send(QAccessibleEvent(client, QAccessible::Focus));
-        case AccessibleEvent::ValueChanged: {
-            const CWnd& owner = window.Owner();
-            const AccessibleElement element =
-                child >= 0 ? owner.AccessibleChild(child) : owner.Accessible();
-            return send(QAccessibleValueChangeEvent(client, toFieldText(element.value)));
-        }
+            return tellFocus(*client, child);
+        case AccessibleEvent::ValueChanged:
+            return tellValue(*client, child);
         case AccessibleEvent::StateChanged:
-            return send(QAccessibleStateChangeEvent(client, QAccessible::State()));
+            return tell(QAccessibleStateChangeEvent(client, readOnly), child);
         case AccessibleEvent::Announcement:
-            send(QAccessibleEvent(client, QAccessible::DescriptionChanged));
-            return send(QAccessibleEvent(client, QAccessible::Alert));
+            tell(QAccessibleEvent(client, QAccessible::DescriptionChanged), child);
+            return tell(QAccessibleEvent(client, QAccessible::Alert), child);
         case AccessibleEvent::ChildrenChanged:
-            return send(QAccessibleEvent(client, QAccessible::ObjectReorder));
+            return tell(QAccessibleEvent(client, QAccessible::ObjectReorder), child);
     }
+}
+
+void describeField(QWidget& field, const AccessibleElement& element) {
+    field.setAccessibleName(textOf(element, QAccessible::Name));
+    field.setAccessibleDescription(descriptionOf(element));
+    if (QAccessibleInterface* const before = QAccessible::queryAccessibleInterface(&field)) {
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
+    }
+}
+
+void tellFocus(QWidget& field) {
+    tell(QAccessibleEvent(&field, QAccessible::Focus));
 }
 
 }  // namespace tessalink::detail

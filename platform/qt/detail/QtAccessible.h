@@ -14,4 +14,9 @@ void describeWindows();
 // Tells it of an event in a window, or in one of its parts.
 void tellAccessible(QtWindow& window, AccessibleEvent event, int child);
 
+// Calls a field of the toolkit as its window describes itself. It serves one part after another,
+// and readers speak only of what is new to them: they see a new object from now on.
+void describeField(QWidget& field, const AccessibleElement& element);
+void tellFocus(QWidget& field);
+
 }  // namespace tessalink::detail

@@ -1,9 +1,11 @@
 #include "platform/qt/detail/QtWindow.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -187,6 +189,18 @@ bool isEntry(const CWnd& window) {
         parent = parent->GetParent();
     }
     return parent == nullptr;
+}
+
+void tellWhereFocusIs() {
+    const QtWindow* const focused = QtWindowSystem::Get().Focused();
+    const CWnd* window = focused != nullptr ? &focused->Owner() : nullptr;
+    if (window != nullptr && nativeOf(*window)->Edit() != nullptr) {
+        return tellFocus(*focused->Client());
+    }
+    while (window != nullptr && window->AccessibleFocusChild() < 0) window = window->GetParent();
+    auto* const around = window != nullptr ? dynamic_cast<QtWindow*>(nativeOf(*window)) : nullptr;
+    if (around == nullptr) return;
+    tellAccessible(*around, AccessibleEvent::Focus, window->AccessibleFocusChild());
 }
 
 }  // namespace
@@ -458,11 +472,14 @@ void QtWindow::TakeFocus() {
 
 void QtWindow::FocusCame() {
     if (m_edit) {
-        m_client->setAccessibleName(toQString(m_owner.Accessible().name.View()));
+        m_part.reset();
+        describeField(*m_client, m_owner.Accessible());
         m_frame->update();
     }
     if (QtWindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return;
     focusMoved(&m_owner);
+    // Of the window itself the toolkit tells last, even if it has passed the focus on meanwhile.
+    if (QAccessible::isActive()) QTimer::singleShot(0, qApp, tellWhereFocusIs);
 }
 
 void QtWindow::FocusLeft(Qt::FocusReason reason) {
@@ -607,10 +624,26 @@ void QtWindow::SetScrollBar(int bar, bool isShown, const SCROLLINFO& info) {
 void QtWindow::NotifyAccessible(AccessibleEvent event, int child, const CString& text) {
     // Fields tell of themselves.
     if (m_client == nullptr || m_edit) return;
-    const QtWindow* const focused = QtWindowSystem::Get().Focused();
-    if (event == AccessibleEvent::Focus && focused != nullptr && focused->m_edit) return;
-    if (event == AccessibleEvent::Announcement) m_announcement = text;
+    QtWindow* const focused = QtWindowSystem::Get().Focused();
+    if (event == AccessibleEvent::Focus && focused != nullptr && focused->m_edit) {
+        return focused->stand_for(child);
+    }
+    const bool isAnnouncement = event == AccessibleEvent::Announcement;
+    if (isAnnouncement) m_announcement = text;
+    // A part is described by it until it tells anything else.
+    m_announced = isAnnouncement ? child : cNoAccessibleChild;
     tellAccessible(*this, event, child);
+}
+
+void QtWindow::stand_for(int part) {
+    const AccessibleElement element = m_owner.Accessible();
+    const bool isKnown = m_part
+                             ? *m_part == part
+                             : m_client->accessibleName() == toFieldText(element.name).simplified();
+    m_part = part;
+    if (isKnown) return;
+    describeField(*m_client, element);
+    tellFocus(*m_client);
 }
 
 }  // namespace tessalink::detail

@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "platform/qt/detail/QtWindowSystem.h"
 
@@ -49,7 +50,10 @@ public:
     QWidget* Client() const override { return m_client; }
     QWidget* Outer() const override { return m_frame; }
     CWnd& Owner() const { return m_owner; }
-    const CString& Announcement() const { return m_announcement; }
+    // What was to be spoken last, in the window; of a part, when it was said of that.
+    CString Announcement(int part) const {
+        return part < 0 || part == m_announced ? m_announcement : CString();
+    }
 
     // What the widgets hand over. The window may be gone afterwards.
     void KeyPressed(QKeyEvent& event);
@@ -77,6 +81,8 @@ private:
     bool scroll(int bar, UINT code, int position);
     void show_position(int bar);
     void color_edit();
+    // The field, which has the focus, stands for a part of the window around it.
+    void stand_for(int part);
 
     CWnd& m_owner;
     WindowLink m_link;
@@ -86,6 +92,9 @@ private:
     std::unique_ptr<QtEdit> m_edit;
     QPointer<QRubberBand> m_outline;
     CString m_announcement;
+    int m_announced = cNoAccessibleChild;
+    std::optional<int>
+        m_part;       // for which the field stands, if that was told since it got the focus
     int m_wheel = 0;  // what has been turned and not yet told
     bool m_isTopLevel;
     bool m_isPainting = false;
