@@ -87,3 +87,13 @@ void XNumberEdit::OnKillFocus(CWnd* next) {
 BOOL XNumberEdit::OnMouseWheel(UINT flags, short delta, CPoint point) {
     return m_list.OnMouseWheel(flags, delta, point);
 }
+
+tessalink::AccessibleElement XNumberEdit::Accessible() const {
+    tessalink::AccessibleElement element = CEdit::Accessible();
+    if (m_list.GetCurrItemIdx() < 0) return element;
+    const tessalink::AccessibleElement entry = m_list.AccessibleChild(m_list.GetCurrItemIdx());
+    element.name = entry.name;
+    element.isReadOnly = entry.isReadOnly;
+    element.isInvalid = entry.isInvalid;
+    return element;
+}

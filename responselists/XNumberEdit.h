@@ -19,6 +19,8 @@ public:
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
+    /// It is called like the entry that it stands on.
+    tessalink::AccessibleElement Accessible() const override;
 
     /// Whether the box may have this text.
     virtual bool IsValid(const CString& text) const;

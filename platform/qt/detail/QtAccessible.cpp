@@ -352,8 +352,14 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     return new WindowInterface(qobject_cast<QWidget*>(object));
 }
 
-void tell(QAccessibleEvent&& event, int child = cNoAccessibleChild) {
+// Of a window, or of a part of it.
+void tell(QAccessibleEvent&& event, int child) {
     event.setChild(child);
+    QAccessible::updateAccessibility(&event);
+}
+
+// Of an interface: the event has no place for a child then.
+void tell(QAccessibleEvent&& event) {
     QAccessible::updateAccessibility(&event);
 }
 
