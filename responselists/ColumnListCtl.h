@@ -39,6 +39,8 @@ public:
     /// -1 for an empty list.
     int GetCurrItemIdx() const { return m_current; }
     int GetItemCount() const { return m_count; }
+    /// Scrolls, if it has to, until the current cell is visible.
+    void ShowCurrItem() { scroll_into_view(m_current); }
     /// Whether keys and clicks leave all values as they are; returns what was set before.
     virtual int SetReadOnly(int readOnly);
     int IsReadOnly() const { return m_isReadOnly ? 1 : 0; }

@@ -234,7 +234,10 @@ void ItemListCtl::OnChar(UINT ch, UINT, UINT flags) {
     const bool goesOn = set_curr_cell_value_index(response);
     if (!same) return;
     m_isStopped = !goesOn;
-    if (!goesOn) return;
+    if (!goesOn) {
+        ShowCurrItem();
+        return;
+    }
     if (m_usesBells && m_current == m_count - 1) MessageBeep(MB_ICONASTERISK);
     advance_to_next_cell();
 }

@@ -57,6 +57,7 @@ void XNumberEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
         m_list.OnChar(ch, repeat, flags);  // the key has done it, or nobody wants it
         return;
     }
+    m_list.ShowCurrItem();  // the wheel may have led away from it
     const bool isCommand = ch < cFirstPrintable;
     if (isCommand || IsValid(replaced(CString(static_cast<char>(ch))))) {
         CEdit::OnChar(ch, repeat, flags);

@@ -286,13 +286,20 @@ void ProfileGraphWindow<Graph>::handle_mouse_down() {
     frame->GetParent()->SendMessage(WM_MDIACTIVATE, reinterpret_cast<WPARAM>(frame->GetSafeHwnd()));
 }
 
+// A legend below everything stays there.
+template <class Graph>
+bool ProfileGraphWindow<Graph>::is_movable_legend(CPoint point) const {
+    return this->m_legend == ProfileLegend::Inside && this->legend_is_drawn() &&
+           this->m_legendRect.PtInRect(point);
+}
+
 template <class Graph>
 void ProfileGraphWindow<Graph>::OnLButtonDown(UINT flags, CPoint point) {
     const WindowGuard alive(*this);
     handle_mouse_down();
     if (!alive) return;
     CWnd::OnLButtonDown(flags, point);
-    if (this->legend_is_drawn() && this->m_legendRect.PtInRect(point)) drag_legend(point);
+    if (is_movable_legend(point)) drag_legend(point);
 }
 
 template <class Graph>
@@ -317,7 +324,7 @@ BOOL ProfileGraphWindow<Graph>::OnSetCursor(CWnd* window, UINT hitTest, UINT mes
     CPoint point;
     GetCursorPos(&point);
     ScreenToClient(&point);
-    if (!this->legend_is_drawn() || !this->m_legendRect.PtInRect(point)) {
+    if (!is_movable_legend(point)) {
         return CWnd::OnSetCursor(window, hitTest, message);
     }
     native()->SetCursor(IDC_SIZEALL);

@@ -95,6 +95,7 @@ private:
     void refresh_hint();
     void show_tip(const CString& text);
     CString cursor_text() const;
+    bool is_movable_legend(CPoint point) const;
     void drag_legend(CPoint point);
     ProfileInfo* profile_at(CPoint point, int& scale) const;
     bool is_point(int profile, int scale) const;

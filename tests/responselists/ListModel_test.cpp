@@ -164,7 +164,7 @@ struct ItemModel : ColumnModel {
         for (const auto& response : Of(current)) {
             if (IsStopped() || response.keys.find(ch) == std::string::npos) continue;
             isStopped = !Answer(response.value);
-            if (isStopped) return;
+            if (isStopped) return Show();
             if (usesBells && current == count - 1) log.emplace_back("bell");
             Go(current + 1);
             return;
@@ -542,6 +542,7 @@ struct NumberModel : ColumnModel {
     }
     void Char(char ch) {
         if (current < 0) return;
+        Show();
         const std::string now =
             isSelected ? std::string(1, ch) : text.substr(0, caret) + ch + text.substr(caret);
         const bool isNumber =
@@ -553,6 +554,7 @@ struct NumberModel : ColumnModel {
         }
     }
     void Back() {
+        Show();
         if (current < 0 || IsLocked(current)) return;
         if (isSelected) {
             Change("", 0);

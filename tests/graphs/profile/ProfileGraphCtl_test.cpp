@@ -243,6 +243,15 @@ TEST(ProfileGraphCtl3Hooks, ChangeWhereAPointStandsAndWhatItsHintSays) {
         windows().MoveMouse(graph.ScreenPoint(scale, score));
         windows().Advance(400);
     }
+    // A legend below the plot stays where it is.
+    graph.ShowLegend(ProfileGraph3::LegendType::Below);
+    graph.Invalidate();
+    windows().Pump();
+    const CPoint grip = graph.ScreenLegend().TopLeft() + CSize(2, 2);
+    windows().Press(grip);
+    windows().MoveMouse({cPlace.left, cPlace.top});
+    windows().Release({cPlace.left, cPlace.top});
+    EXPECT_EQ(graph.LegendPercent(), CPoint(5, 5));
     EXPECT_EQ(graph.hints, (std::vector<std::string>{"1 = 60.00 points (Anna)",
                                                      "2 > 100.00 points (Anna)", "none"}));
 }
