@@ -69,7 +69,8 @@ public:
         const auto& key = *static_cast<QKeyEvent*>(event);
         const bool isReturn = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
         const bool isText = !isReturn && !key.text().isEmpty() && key.text().front().isPrint();
-        if (!isText && !(isReturn && (m_any || key.isAutoRepeat()))) return false;
+        if (!isText && !(isReturn && (m_any || detail::QtWindowSystem::Get().IsKeyHeld())))
+            return false;
         m_any = isText;
         MessageBeep();
         return true;
