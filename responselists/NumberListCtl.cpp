@@ -224,6 +224,8 @@ void NumberListCtl::lose_focus() {
 
 void NumberListCtl::OnEditSetFocus() {
     const tessalink::WindowGuard alive(*this);
+    // What was left there is typed over.
+    if (!m_hasFocus) m_edit->SetSel(0, -1);
     gain_focus();
     if (alive && m_isRefused) PostMessage(cAskAgain);
 }

@@ -4,20 +4,17 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/windows/CFrameWnd.h"
 #include "platform/windows/HeadlessSystem.h"
-#include "responselists/ItemListCtl.h"
 #include "tests/support/HostServicesScope.h"
+#include "tests/support/ListNote.h"
 
 namespace tessalink::test {
 
 inline HeadlessSystem& windows() {
     return HeadlessSystem::Default();
 }
-
-using Log = std::vector<std::string>;
 
 /// A parent that writes down what its list tells, message boxes and bells, all in their order:
 /// "code item value", "3 answered/missing/total", "box TEXT" and "bell".
@@ -39,17 +36,9 @@ public:
     }
 
     BOOL OnNotify(WPARAM id, LPARAM record, LRESULT*) override {
-        const auto& told = *reinterpret_cast<const LISTCTL_NOTIFICATION*>(record);
-        const bool isFromList = told.hdr.idFrom == id && told.hdr.hwndFrom != nullptr;
-        if (told.hdr.code == ITEMLIST_COUNTS) {
-            const auto& counts = *reinterpret_cast<const ITEMLIST_COUNTS_NOTIFICATION*>(record);
-            log.push_back("3 " + std::to_string(counts.answered) + "/" +
-                          std::to_string(counts.missing) + "/" + std::to_string(counts.total));
-        } else {
-            log.push_back((isFromList ? "" : "stranger ") + std::to_string(told.hdr.code) + " " +
-                          std::to_string(told.itemIndex) + " " + std::to_string(told.value));
-        }
-        if (whenTold) whenTold(static_cast<int>(told.hdr.code));
+        const auto& header = *reinterpret_cast<const NMHDR*>(record);
+        log.push_back(listNote(header, id));
+        if (whenTold) whenTold(static_cast<int>(header.code));
         return 1;
     }
 

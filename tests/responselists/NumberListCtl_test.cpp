@@ -125,6 +125,17 @@ TEST_F(NumberListCtlTest, ARefusedNumberWaitsForTheFocusAndIsAskedForOnce) {
     EXPECT_FALSE(box().IsWindowVisible());
 }
 
+TEST_F(NumberListCtlTest, WhatWasLeftIsTypedOverWhenTheFocusIsBack) {
+    auto& list = show(ranges);
+    key("99");
+    m_host.other.SetFocus();
+    tessalink::DoubleKeying keying;
+    EXPECT_EQ(list.BeginVerification(keying), 0) << "asked for here, and no more";
+    list.SetFocus();
+    key("7");
+    EXPECT_EQ(typed(), "7");
+}
+
 TEST_F(NumberListCtlTest, AMessageBoxMayTakeTheFocus) {
     show(ranges);
     m_host.whenBox = [&] { m_host.other.SetFocus(); };

@@ -29,6 +29,8 @@ public:
 
     virtual void PressKey(UINT key, Held held = {}) = 0;
     virtual void Type(char ch) = 0;
+    /// A character of a key that is held down.
+    virtual void Repeat(char ch) = 0;
     /// A click, or the second one of a double click.
     virtual void Click(CPoint point, bool isSecond = false) = 0;
     virtual void Press(CPoint point) = 0;
@@ -79,6 +81,9 @@ public:
         Hold(held, false);
     }
     void Type(char ch) override { Windows().Type(std::string_view(&ch, 1)); }
+    void Repeat(char ch) override {
+        keyPressed(*CWnd::GetFocus(), 'X', std::string_view(&ch, 1), 1, true);
+    }
     void Click(CPoint point, bool isSecond) override {
         Windows().Press(point, isSecond ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN);
         Windows().Release(point);

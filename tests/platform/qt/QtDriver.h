@@ -111,6 +111,10 @@ public:
         QTest::keyClick(QApplication::focusWidget(), KeyOf(key), modifiers);
     }
     void Type(char ch) override { QTest::keyClick(QApplication::focusWidget(), ch); }
+    void Repeat(char ch) override {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QString(QLatin1Char(ch)), true);
+        QApplication::sendEvent(QApplication::focusWidget(), &held);
+    }
     void Click(CPoint point, bool isSecond) override {
         // By hand: the toolkit's own tester takes a corner for the middle.
         const QPointer<QWidget> target = Reached(point);

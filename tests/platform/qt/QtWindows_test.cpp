@@ -180,6 +180,21 @@ TEST_F(QtForm, KeysEnterValues) {
     EXPECT_EQ(Text(cRemarks), "one\r\ntw\xF6");
 }
 
+TEST_F(QtForm, LeftAndRightLeadOutOfASelection) {
+    for (const int item : {cName, cRemarks}) {
+        for (const auto& [key, expected] :
+             {std::pair(Qt::Key_Left, "xabc"), {Qt::Key_Right, "abcx"}}) {
+            m_form->SetCurrItem(item);
+            Press(Qt::Key_A, Qt::ControlModifier);
+            Type("abc");
+            Press(Qt::Key_A, Qt::ControlModifier);
+            Press(key);
+            Type("x");
+            EXPECT_EQ(FieldText(), expected) << item;
+        }
+    }
+}
+
 TEST_F(QtForm, RefusedChangeKeepsItemAndFocus) {
     Click(cName, 150);
     m_refuses = true;

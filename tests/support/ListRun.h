@@ -1,0 +1,483 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/base/CInvalidArgException.h"
+#include "responselists/ItemListCtl.h"
+#include "responselists/NumberListCtl.h"
+#include "tests/support/Dice.h"
+#include "tests/support/EventCount.h"
+#include "tests/support/HostServicesScope.h"
+#include "tests/support/InputDriver.h"
+#include "tests/support/ListModel.h"
+#include "tests/support/ListNote.h"
+
+namespace tessalink::test {
+
+constexpr UINT cListId = 5;
+
+/// Knows where captions stand.
+template <class List>
+class OpenedList : public List {
+public:
+    using List::List;
+
+    CPoint MiddleOf(int item, int response) const {
+        int widest = 0;
+        for (const auto& set : this->m_sets) {
+            int width = 0;
+            for (const auto& one : set) width += one.width + this->m_halfWidth;
+            widest = std::max(widest, width);
+        }
+        const CRect cell = this->GetItemRect(item);
+        const auto& responses = *this->responses_of(item);
+        int x = cell.right - widest;
+        for (int i = 0; i < response; ++i) {
+            x += responses[static_cast<std::size_t>(i)].width + this->m_halfWidth;
+        }
+        return {x + responses[static_cast<std::size_t>(response)].width / 2, cell.CenterPoint().y};
+    }
+};
+
+constexpr UINT cKeys[] = {VK_PRIOR, VK_NEXT, VK_END, VK_HOME, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN};
+
+/// Random events on a list and its model: what both kinds have in common.
+template <class List, class Model>
+class ListRun {
+public:
+    ListRun(InputDriver& used, std::uint64_t seed) : driver(used), dice(seed) {
+        HostServices services = hostServices();
+        services.messageBox = [this](const char* text, UINT) {
+            log.push_back("box " + std::string(text));
+            return IDOK;
+        };
+        services.beep = [this](UINT) { log.emplace_back("bell"); };
+        m_services = std::make_unique<HostServicesScope>(std::move(services));
+        driver.answer = [this](const NMHDR& header) {
+            log.push_back(listNote(header, cListId));
+            return 0;
+        };
+    }
+    virtual ~ListRun() {
+        list.reset();
+        driver.Pump();
+        driver.answer = nullptr;
+    }
+
+    int Below(int bound) { return static_cast<int>(dice.Below(static_cast<std::size_t>(bound))); }
+    void Start(std::unique_ptr<List> made) {
+        list = std::move(made);
+        list->Create(CRect(CPoint(), size), cListId, &driver.Host());
+        driver.Resize(*list, size);
+        log.clear();
+    }
+    void Layout() {
+        if (model.count > 0) model.Layout(size, list->GetItemRect(0).Size());
+    }
+    void Resize() {
+        size = CSize(40 + Below(600), 20 + Below(300));
+        driver.Resize(*list, size);
+        Layout();
+        model.Show();
+    }
+    void Scroll() {
+        const int position = Below(20);
+        const std::map<UINT, int> targets = {{SB_LINELEFT, model.first - 1},
+                                             {SB_LINERIGHT, model.first + 1},
+                                             {SB_PAGELEFT, model.first - model.visible},
+                                             {SB_PAGERIGHT, model.first + model.visible},
+                                             {SB_THUMBPOSITION, position},
+                                             {SB_THUMBTRACK, position},
+                                             {SB_LEFT, 0},
+                                             {SB_RIGHT, INT_MAX}};
+        auto target = targets.begin();
+        std::advance(target, Below(static_cast<int>(targets.size())));
+        driver.Scroll(*list, SB_HORZ, target->first, position);
+        if (model.count > 0) model.Scroll(target->second);
+    }
+    void Wheel() {
+        const int notches = (1 + Below(3)) * (dice.OneIn(2) ? 1 : -1);
+        driver.Turn(OnScreen({4, 4}), 120 * notches);
+        if (model.count > 0) model.Scroll(model.first - notches);
+    }
+    CPoint Corner(int item) const { return list->GetItemRect(item).TopLeft() + CSize(2, 2); }
+    // A cell that shows, or -1.
+    int ShownCell() {
+        CRect client;
+        list->GetClientRect(&client);
+        const CPoint point(Below(std::max<int>(client.right, 1)),
+                           Below(std::max<int>(client.bottom, 1)));
+        const int item = list->ItemAt(point);
+        // Its corner, where clicks go, shows as well.
+        return client.PtInRect(Corner(item)) != 0 ? item : -1;
+    }
+    // Events by chance, each as often as its weight says.
+    struct Event {
+        int weight;
+        const char* name;
+        std::function<void()> happens;
+    };
+    void Run(const std::vector<Event>& events, int count) {
+        int all = 0;
+        for (const Event& event : events) all += event.weight;
+        for (int number = 0; number < count && !testing::Test::HasFailure(); ++number) {
+            auto event = events.begin();
+            for (int left = Below(all); left >= event->weight; ++event) left -= event->weight;
+            Trace(event->name);
+            event->happens();
+            Check();
+        }
+        EXPECT_GT(model.notifications, static_cast<std::size_t>(count) / 4);
+    }
+    virtual void Check() {
+        driver.Pump();
+        model.notifications += model.log.size();
+        ASSERT_EQ(std::exchange(log, {}), std::exchange(model.log, {})) << this->trace;
+        ASSERT_EQ(list->GetCurrItemIdx(), model.current) << this->trace;
+        ASSERT_EQ(list->GetItemCount(), model.count) << this->trace;
+        for (int i = 0; i < model.count; ++i) {
+            ASSERT_EQ(static_cast<int>(list->GetItem(i)), model.values[static_cast<std::size_t>(i)])
+                << i << this->trace;
+        }
+        if (model.count == 0) return;
+        const CRect cell = list->GetItemRect(0);
+        ASSERT_EQ(cell.left, -model.first * cell.Width()) << this->trace;
+        const CRect last = list->GetItemRect(model.count - 1);
+        ASSERT_EQ(last.top, (model.count - 1) % model.rows * cell.Height()) << this->trace;
+    }
+
+    CPoint OnScreen(CPoint point) const {
+        list->ClientToScreen(&point);
+        return point;
+    }
+    /// What has happened lately.
+    void Trace(const std::string& what) {
+        constexpr std::size_t cKept = 600;
+        trace += " " + what;
+        if (trace.size() > 2 * cKept) trace.erase(0, trace.size() - cKept);
+    }
+    /// Away by Tab or by a click elsewhere.
+    void LeaveList() {
+        if (model.hasFocus && dice.OneIn(2)) {
+            Trace("tab");
+            driver.PressKey(VK_TAB);
+        } else {
+            driver.Leave();
+        }
+    }
+
+    InputDriver& driver;
+    Dice dice;
+    Log log;
+    std::string trace;
+    std::unique_ptr<List> list;
+    Model model;
+    CSize size{300, 120};
+
+private:
+    std::unique_ptr<HostServicesScope> m_services;
+};
+
+/// Random events on a list of items.
+template <class List>
+class ItemRun : public ListRun<OpenedList<List>, ItemModel> {
+public:
+    using Base = ListRun<OpenedList<List>, ItemModel>;
+    using Base::dice;
+    using Base::driver;
+    using Base::list;
+    using Base::log;
+    using Base::model;
+
+    ItemRun(InputDriver& used, std::uint64_t seed) : Base(used, seed) {
+        model.hasSets = std::is_same_v<List, ItemListCtl2>;
+        this->Start(std::make_unique<OpenedList<List>>(0, "", -1));
+        list->ReportCounts(1);
+        log.clear();
+    }
+    void RunAll(int events) {
+        this->Run({{50, "type", [this] { Type(); }},
+                   {16, "press", [this] { Press(); }},
+                   {8, "takeback", [this] { TakeBack(); }},
+                   {6, "click", [this] { Click(); }},
+                   {3, "scroll", [this] { this->Scroll(); }},
+                   {2, "wheel", [this] { this->Wheel(); }},
+                   {2, "resize", [this] { this->Resize(); }},
+                   {3, "setitem", [this] { SetItem(); }},
+                   {1, "setlegend", [this] { SetLegend(); }},
+                   {2, "setreadonly", [this] { SetReadOnly(); }},
+                   {2, "verify", [this] { Verify(); }},
+                   {5, "movefocus", [this] { MoveFocus(); }}},
+                  events);
+    }
+
+    void Type() {
+        const char ch = dice.Pick(std::string_view("YyNn123TtFfx "));
+        if (model.hasFocus && dice.OneIn(8)) {
+            driver.Repeat(ch);  // held: nothing
+            return;
+        }
+        if (!model.hasFocus) return;
+        this->Trace({ch});
+        driver.Type(ch);
+        model.Char(ch);
+    }
+    void Press() {
+        const UINT key = dice.Pick(cKeys);
+        if (!model.hasFocus) return;
+        this->Trace(std::to_string(key));
+        driver.PressKey(key);
+        model.Go(model.Target(key));
+    }
+    void TakeBack() {
+        if (!model.hasFocus) return;
+        driver.PressKey(VK_BACK);
+        model.Undo();
+    }
+    void Click() {
+        const int item = this->ShownCell();
+        if (item < 0) return;
+        int response = this->Below(static_cast<int>(model.Of(item).size()) + 1) - 1;
+        CPoint point = this->Corner(item);
+        CRect client;
+        list->GetClientRect(&client);
+        if (response >= 0 && client.PtInRect(list->MiddleOf(item, response)) != 0) {
+            point = list->MiddleOf(item, response);
+        } else {
+            response = -1;
+        }
+        driver.Click(this->OnScreen(point));
+        model.Click(item, response);
+    }
+    void SetItem() {
+        if (model.count == 0) return;
+        const int item = this->Below(model.count);
+        const auto value = static_cast<std::uint16_t>(dice.OneIn(3) ? 65535 : dice.Below(9));
+        list->SetItem(item, value);
+        model.Set(item, value, false);
+    }
+    void SetLegend() {
+        static const std::string several[] = {"[Yes|Yy|1][No|Nn|2]:0-9;[1|1][2|2][3|3]:3,12-14",
+                                              "[T|Tty][F|Ffn][none||65535]:0-4",
+                                              "[a|y|7][b|y1|7][c|n2|8]:0",
+                                              "[Yes|Yy|1]:0-40",
+                                              "",
+                                              "[x",
+                                              "[a]:2;"};
+        static const std::string single[] = {"[Yes|Yy|1][No|Nn|2]",
+                                             "[T|Tty][F|Ffn][none||65535]",
+                                             "[1|1][2|2][3|3]",
+                                             "",
+                                             "[a|y|7][b|y1|7][c|n2|8]",
+                                             "[x",
+                                             "[x]:1"};
+        const auto& definitions = model.hasSets ? several : single;
+        const int count = dice.OneIn(6) ? this->Below(16) : 16 + this->Below(45);
+        const auto& definition = dice.OneIn(3) ? dice.Pick(definitions) : definitions[0];
+        const int defaultResponse = dice.OneIn(3) ? this->Below(4) - 1 : -1;
+        bool isValid = false;
+        try {
+            isValid = list->SetLegend(count, definition.c_str(), defaultResponse) != 0;
+        } catch (const CInvalidArgException&) {
+            isValid = false;
+        }
+        ASSERT_EQ(isValid, model.SetLegend(count, definition, defaultResponse)) << definition;
+        this->Layout();
+    }
+    void SetReadOnly() {
+        EXPECT_EQ(list->SetReadOnly(dice.OneIn(4) ? 1 : 0) != 0, model.isReadOnly);
+        model.isReadOnly = list->IsReadOnly() != 0;
+        model.usesBells = dice.OneIn(2);
+        list->UseBells(model.usesBells ? 1 : 0);
+    }
+    void Verify() {
+        if (model.isVerifying) {
+            list->EndVerification();
+            model.isVerifying = false;
+        } else {
+            list->BeginVerification(m_keying);
+            model.Verify();
+        }
+    }
+    void MoveFocus() {
+        const bool focus = !dice.OneIn(5);
+        if (!focus) {
+            this->LeaveList();
+        } else if (!model.hasFocus) {
+            driver.Enter(*list);
+        }
+        model.Focus(focus);
+    }
+
+private:
+    DoubleKeying m_keying;
+};
+
+/// Random events on a list of numbers.
+template <class List>
+class NumberRun : public ListRun<List, NumberModel> {
+public:
+    using Base = ListRun<List, NumberModel>;
+    using Base::dice;
+    using Base::driver;
+    using Base::list;
+    using Base::model;
+
+    NumberRun(InputDriver& used, std::uint64_t seed, std::unique_ptr<List> made, bool knowsMissing)
+        : Base(used, seed) {
+        for (std::size_t i = 0; i < cMost; ++i) {
+            const int number = static_cast<int>(i);
+            m_names[i] = i % 3 == 0 ? "Scale A" : "A scale with a longer name";
+            m_ranges[2 * i] = number % 5 - 2;
+            m_ranges[2 * i + 1] = number % 7 == 6 ? -10 : 40 + number;
+        }
+        model.knowsMissing = knowsMissing;
+        this->Start(std::move(made));
+    }
+
+    void Type() {
+        const char ch = dice.Pick(std::string_view("0123456789011223-x"));
+        if (!model.hasFocus) return;
+        this->Trace({ch});
+        driver.Type(ch);
+        model.Char(ch);
+    }
+    void Press() {
+        const UINT key = dice.Pick(cKeys);
+        if (!model.hasFocus) return;
+        this->Trace(std::to_string(key));
+        driver.PressKey(key);
+        model.Key(key);
+    }
+    void Return() {
+        if (!model.hasFocus) return;
+        driver.PressKey(VK_RETURN);
+        if (model.count > 0) model.Return();
+    }
+    void TakeBack() {
+        const bool isEscape = dice.OneIn(3);
+        if (!model.hasFocus) return;
+        driver.PressKey(isEscape ? VK_ESCAPE : VK_BACK);
+        isEscape ? model.Cancel() : model.Back();
+    }
+    void Click() {
+        const int item = this->ShownCell();
+        if (item < 0) return;
+        this->Trace(std::to_string(item));
+        driver.Click(this->OnScreen(this->Corner(item)));
+        model.FocusIn(item == model.current);
+        model.Go(item);
+    }
+    void SetItem() {
+        if (model.count == 0) return;
+        const int item = this->Below(model.count);
+        if (model.isVerifying || dice.OneIn(3)) {
+            list->SetReadOnlyItem(item);
+            model.readOnly.insert(item);
+        } else {
+            const int value = this->Below(2000) - 100;
+            list->SetItem(item, value);
+            model.values[static_cast<std::size_t>(item)] = value;
+        }
+        if (item == model.current) model.Load();
+    }
+    void SetLegend() {
+        const int count = this->Below(cMost + 1) - 1;
+        int* ranges = dice.OneIn(3) ? nullptr : m_ranges.data();
+        EXPECT_EQ(list->SetLegend(count, m_names.data(), ranges), count >= 0 ? 1 : 0);
+        model.count = std::max(count, 0);
+        model.current = model.count > 0 ? 0 : -1;
+        model.first = 0;
+        model.values.assign(static_cast<std::size_t>(model.count),
+                            model.knowsMissing ? static_cast<int>(cMissingNumber) : 0);
+        model.names = m_names.data();
+        model.ranges = ranges;
+        model.readOnly.clear();
+        model.isVerifying = false;
+        model.Load();
+        this->Layout();
+    }
+    void Verify() {
+        if (model.isVerifying) {
+            list->EndVerification();
+            model.isVerifying = false;
+            model.Load();
+        } else {
+            EXPECT_EQ(list->BeginVerification(m_keying) != 0, model.Begin());
+        }
+    }
+    void SetCurrent() {
+        if constexpr (std::is_same_v<List, NumberListCtl2>) {
+            if (model.count == 0) return;
+            const int item = this->Below(model.count + 2) - 1;
+            list->SetCurrItem(item);
+            model.Go(item);
+        }
+    }
+    void SetReadOnly() {
+        const bool locks = dice.OneIn(4);
+        list->SetReadOnly(locks ? 1 : 0);
+        if (std::exchange(model.isReadOnly, locks) != locks) model.Load();
+    }
+    void SetMaxTextLen() {
+        model.longest = 1 + this->Below(8);
+        list->SetMaxTextLen(model.longest);
+        this->Layout();
+        model.Show();
+    }
+    void MoveFocus() {
+        if (dice.OneIn(4)) {
+            this->LeaveList();
+            model.FocusOut();
+        } else {
+            if (!model.hasFocus) driver.Enter(*list);
+            model.FocusIn();
+        }
+    }
+    void Check() override {
+        Base::Check();
+        const CWnd* box = list->GetDlgItem(NumberListCtl::cEditId);
+        ASSERT_EQ(box->IsWindowVisible() != 0, model.isShown) << this->trace;
+        if (!model.isShown) return;
+        CString text;
+        box->GetWindowText(text);
+        ASSERT_EQ(text.GetString(), model.text) << this->trace;
+    }
+    void RunAll(int events) {
+        this->Run({{45, "type", [this] { Type(); }},
+                   {20, "press", [this] { Press(); }},
+                   {10, "return", [this] { Return(); }},
+                   {3, "takeback", [this] { TakeBack(); }},
+                   {4, "click", [this] { Click(); }},
+                   {2, "scroll", [this] { this->Scroll(); }},
+                   {2, "wheel", [this] { this->Wheel(); }},
+                   {2, "resize", [this] { this->Resize(); }},
+                   {2, "setitem", [this] { SetItem(); }},
+                   {1, "setlegend", [this] { SetLegend(); }},
+                   {2, "setreadonly", [this] { SetReadOnly(); }},
+                   {1, "setmaxtextlen", [this] { SetMaxTextLen(); }},
+                   {1, "verify", [this] { Verify(); }},
+                   {2, "setcurrent", [this] { SetCurrent(); }},
+                   {6, "movefocus", [this] { MoveFocus(); }}},
+                  events);
+    }
+
+private:
+    static constexpr int cMost = 60;
+
+    std::array<const char*, cMost> m_names;
+    std::array<int, 2 * cMost> m_ranges;
+    DoubleKeying m_keying;
+};
+
+}  // namespace tessalink::test
