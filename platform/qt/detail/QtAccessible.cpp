@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QWidget>
 #include <map>
+#include <memory>
 
 #include "platform/qt/detail/QtText.h"
 #include "platform/qt/detail/QtWindow.h"
@@ -116,7 +117,7 @@ public:
     }
 
 protected:
-    ~ReadText() = default;
+    ~ReadText() override = default;
     virtual QString value() const = 0;
 };
 
@@ -124,32 +125,32 @@ protected:
 // for good: assistive technology keeps them.
 class Parts {
 public:
-    Parts() = default;
-    ~Parts() {
-        for (const auto& [index, id] : m_ids) QAccessible::deleteAccessibleInterface(id);
-    }
-    Parts(const Parts&) = delete;
-    Parts& operator=(const Parts&) = delete;
-
     // The one with a number, which `make` makes when it is new.
     template <class Make>
     QAccessibleInterface* Get(int index, Make make) {
-        auto known = m_ids.find(index);
-        if (known == m_ids.end()) {
-            known = m_ids.emplace(index, QAccessible::registerAccessibleInterface(make())).first;
+        auto& part = m_parts[index];
+        if (part == nullptr) {
+            part.reset(make());
+            part.get_deleter().id = QAccessible::registerAccessibleInterface(part.get());
         }
-        return QAccessible::accessibleInterface(known->second);
+        return part.get();
     }
     // -1 for another one.
-    int IndexOf(const QAccessibleInterface* part) const {
-        for (const auto& [index, id] : m_ids) {
-            if (QAccessible::accessibleInterface(id) == part) return index;
+    int IndexOf(const QAccessibleInterface* shown) const {
+        for (const auto& [index, part] : m_parts) {
+            if (part.get() == shown) return index;
         }
         return -1;
     }
 
 private:
-    std::map<int, QAccessible::Id> m_ids;
+    // The toolkit deletes what is registered, when it ends before all others.
+    struct Unregister {
+        QAccessible::Id id = 0;
+        void operator()(QAccessibleInterface*) const { QAccessible::deleteAccessibleInterface(id); }
+    };
+
+    std::map<int, std::unique_ptr<QAccessibleInterface, Unregister>> m_parts;
 };
 
 QRect onScreen(const QObject* client, const CRect& place) {
@@ -260,7 +261,7 @@ public:
     QAccessible::Role role() const override { return roleOf(element().role); }
     QString text(QAccessible::Text kind) const override {
         if (kind == QAccessible::Description) {
-            const QString announced = announcement(m_client, m_index);
+            QString announced = announcement(m_client, m_index);
             if (!announced.isEmpty()) return announced;
         }
         return textOf(element(), kind);
