@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/WindowSystem.h"
 
 namespace {
 
@@ -23,10 +24,10 @@ void TipWindow::ShowText(const CString& text, CPoint screenPoint, CFont* font) {
     const CSize size = dc.GetTextExtent(text);
     CRect rect(CPoint(screenPoint.x, screenPoint.y + cPointerHeight),
                CSize(size.cx + 2 * cMargin, size.cy + 2 * cMargin));
-    if (rect.bottom > GetSystemMetrics(SM_CYSCREEN)) {
-        rect.OffsetRect(0, screenPoint.y - cMargin - rect.bottom);
-    }
-    rect.OffsetRect(-std::max(0, rect.right - GetSystemMetrics(SM_CXSCREEN)), 0);
+    const CRect screen = tessalink::windowSystem().ScreenAt(screenPoint);
+    if (rect.bottom > screen.bottom) rect.OffsetRect(0, screenPoint.y - cMargin - rect.bottom);
+    rect.OffsetRect(std::min(0, screen.right - rect.right), 0);
+    rect.OffsetRect(std::max(0, screen.left - rect.left), 0);
     MoveWindow(rect);
     SetWindowText(text);
     ShowWindow(SW_SHOW);

@@ -88,6 +88,10 @@ public:
     virtual void DropFocus() = 0;
     virtual COLORREF Color(int index) const = 0;
     virtual int Metric(int index) const = 0;
+    // The screen at a point; without another answer the one that metrics tell of.
+    virtual CRect ScreenAt(CPoint) const {
+        return {0, 0, Metric(SM_CXSCREEN), Metric(SM_CYSCREEN)};
+    }
     virtual int WheelLines() const = 0;
     virtual bool IsKeyDown(int key) const = 0;
     virtual CPoint CursorPosition() const = 0;

@@ -147,6 +147,13 @@ int QtWindowSystem::Metric(int index) const {
     }
 }
 
+CRect QtWindowSystem::ScreenAt(CPoint point) const {
+    const QScreen* const screen = QApplication::screenAt(QPoint(point.x, point.y));
+    if (screen == nullptr) return WindowSystem::ScreenAt(point);
+    const QRect place = screen->geometry();
+    return CRect(CPoint(place.left(), place.top()), CSize(place.width(), place.height()));
+}
+
 int QtWindowSystem::WheelLines() const {
     return QApplication::wheelScrollLines();
 }

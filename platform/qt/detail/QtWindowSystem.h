@@ -40,6 +40,7 @@ public:
     void DropFocus() override;
     COLORREF Color(int index) const override;
     int Metric(int index) const override;
+    CRect ScreenAt(CPoint point) const override;
     int WheelLines() const override;
     bool IsKeyDown(int key) const override;
     CPoint CursorPosition() const override;

@@ -12,6 +12,7 @@
 #include "platform/windows/CEdit.h"
 #include "platform/windows/CRectTracker.h"
 #include "platform/windows/HeadlessSystem.h"
+#include "platform/windows/TipWindow.h"
 
 // What windows do when handlers get in each other's way.
 
@@ -256,6 +257,44 @@ TEST(HeadlessSystem, OneOfManyHasAClipboardOfItsOwn) {
     CString text;
     own.ClipboardText(text);
     EXPECT_STREQ(text, "own");
+}
+
+// Two screens beside each other.
+struct TwoScreens : HeadlessSystem {
+    CRect ScreenAt(CPoint point) const override {
+        return point.x < 800 ? CRect(0, 0, 800, 600) : CRect(800, 0, 1800, 1000);
+    }
+};
+
+TEST(TipWindow, StaysOnTheScreenOfItsPoint) {
+    TwoScreens screens;
+    setWindowSystem(&screens);
+    {
+        TipWindow tip;
+        CFont font;
+        font.CreateFont(16, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, 0, 0, 0, 0, "Arial");
+        const struct {
+            CPoint point;
+            bool isShifted;
+            bool isAbove;
+        } cases[] = {{{50, 50}, false, false},
+                     {{790, 50}, true, false},
+                     {{50, 590}, false, true},
+                     {{805, 590}, false, false},
+                     {{1790, 995}, true, true}};
+        for (const auto& c : cases) {
+            tip.ShowText("A hint of some length", c.point, &font);
+            CRect place;
+            tip.GetWindowRect(&place);
+            const CRect screen = screens.ScreenAt(c.point);
+            CRect seen;
+            seen.IntersectRect(&screen, &place);
+            EXPECT_EQ(seen, place) << c.point.x;
+            EXPECT_EQ(place.left, c.isShifted ? screen.right - place.Width() : c.point.x);
+            EXPECT_EQ(place.bottom < c.point.y, c.isAbove) << c.point.x;
+        }
+    }
+    setWindowSystem(nullptr);
 }
 
 TEST_F(WindowCorners, TrackedRectangleFollowsUntilTheButtonIsReleased) {
