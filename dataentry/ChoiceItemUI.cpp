@@ -75,7 +75,8 @@ void ChoiceItemUI::initialize(CDC* dc) {
     const int dpiY = std::max(dc->GetDeviceCaps(LOGPIXELSY), 1);
     m_boxSide = m_height * dc->GetDeviceCaps(LOGPIXELSX) / dpiY;
     create_fonts(m_height);
-    m_labelEdge = label_edge(*dc);
+    m_labelMargin = label_margin(*dc);
+    m_labelEdge = m_labelWidth - m_halfWidth + m_labelMargin;
     const Selected font(*dc, &m_normalFont);
     for (Choice& choice : m_choices) {
         choice.width = 2 * m_halfWidth + mark_width() + dc->GetTextExtent(choice.caption).cx;
@@ -89,11 +90,12 @@ void ChoiceItemUI::initialize(CDC* dc) {
     }
 }
 
-// Labels of texts beside these end half a wide bold letter after their width.
-int ChoiceItemUI::label_edge(CDC& dc) const {
-    if (m_labelPixels == 0) return m_labelWidth;
+// As labels of texts that stand above and below: these end half a wide bold letter after their
+// width.
+int ChoiceItemUI::label_margin(CDC& dc) const {
+    if (m_labelPixels == 0) return m_halfWidth;
     const Selected font(dc, &m_boldFont);
-    return m_labelPixels + ((dc.GetTextExtent("M", 1).cx + 1) >> 1);
+    return (dc.GetTextExtent("M", 1).cx + 1) >> 1;
 }
 
 void ChoiceItemUI::place_choices() {

@@ -73,7 +73,7 @@ protected:
 
 private:
     void prepare(CDC& dc);
-    int label_edge(CDC& dc) const;
+    int label_margin(CDC& dc) const;
     CRect cell_of(const Choice& choice, const CRect& place) const;
     int change(IntegerDataEntryItem& item, const Choice& choice) const;
     int choice_for(char key) const;

@@ -69,7 +69,8 @@ void ColoredItemUI::draw_label(CDC& dc, const CString& label, CRect area, bool f
     dc.SelectObject(&m_boldFont);
     dc.SetTextColor(m_labelText);
     dc.SetTextAlign(TA_RIGHT | TA_TOP);
-    PaintLabel(&dc, area.right - m_halfWidth, area.top + top, area, label, background, lineHeight);
+    PaintLabel(&dc, area.right - m_labelMargin, area.top + top, area, label, background,
+               lineHeight);
     if (!focused) return;
     area.right = area.left + std::max(m_halfWidth / 2, 2);
     dc.FillSolidRect(&area, m_labelText);

@@ -49,5 +49,6 @@ protected:
     tessalink::SystemColor m_readOnlyText{COLOR_GRAYTEXT};
     mutable CFont m_normalFont;
     mutable CFont m_boldFont;
-    int m_halfWidth = 0;  ///< half the width of a wide letter
+    int m_halfWidth = 0;    ///< half the width of a wide letter
+    int m_labelMargin = 0;  ///< between the text of a label and its right edge
 };

@@ -126,6 +126,7 @@ void TextDataEntryUI::initialize(CDC* dc) {
     const CSize letter = dc->GetTextExtent("M", 1);
     m_halfWidth = (letter.cx + 1) >> 1;
     m_labelGap = 2 * m_halfWidth;
+    m_labelMargin = m_halfWidth;
     m_labelWidth =
         (m_labelPixels != 0 ? m_labelPixels : cDefaultLabelLetters * letter.cx) + m_halfWidth;
     m_lineHeight = letter.cy;

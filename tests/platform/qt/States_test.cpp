@@ -357,6 +357,16 @@ QImage cardOfNumberLists() {
         list->SetMaxTextLen(3);
         return list;
     });
+    static DoubleKeying keying;
+    const auto verify = [](NumberListCtl2& list) {
+        score(list);
+        list.BeginVerification(keying);
+        list.SetCurrItem(3);
+    };
+    addStates<NumberListCtl2>(
+        card, QSize(360, 130), [] { return std::make_unique<NumberListCtl2>(10, cNames, cRanges); },
+        {{"NumberListCtl2, second pass", verify, {Qt::Key_2, Qt::Key_1, Qt::Key_Return}},
+         {"second pass, a difference", verify, {Qt::Key_2, Qt::Key_2, Qt::Key_Return}}});
     return card.Picture();
 }
 
