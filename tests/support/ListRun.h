@@ -180,6 +180,7 @@ public:
     Dice dice;
     Log log;
     std::string trace;
+    DoubleKeying keying;  ///< of second passes; it outlives the list
     std::unique_ptr<List> list;
     Model model;
     CSize size{300, 120};
@@ -305,7 +306,7 @@ public:
             list->EndVerification();
             model.isVerifying = false;
         } else {
-            list->BeginVerification(m_keying);
+            list->BeginVerification(this->keying);
             model.Verify();
         }
     }
@@ -318,9 +319,6 @@ public:
         }
         model.Focus(focus);
     }
-
-private:
-    DoubleKeying m_keying;
 };
 
 /// Random events on a list of numbers.
@@ -413,7 +411,7 @@ public:
             model.isVerifying = false;
             model.Load();
         } else {
-            EXPECT_EQ(list->BeginVerification(m_keying) != 0, model.Begin());
+            EXPECT_EQ(list->BeginVerification(this->keying) != 0, model.Begin());
         }
     }
     void SetCurrent() {
@@ -477,7 +475,6 @@ private:
 
     std::array<const char*, cMost> m_names;
     std::array<int, 2 * cMost> m_ranges;
-    DoubleKeying m_keying;
 };
 
 }  // namespace tessalink::test
