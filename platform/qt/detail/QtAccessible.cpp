@@ -93,9 +93,11 @@ void addStates(const AccessibleElement& element, QAccessible::State& state) {
     state.focused = element.isFocused;
 }
 
-// A text that can be read, not changed.
-class ReadText : public QAccessibleTextInterface {
+// The value of a part as a text that can be read, not changed.
+class ReadText final : public QAccessibleTextInterface {
 public:
+    ReadText(QObject* client, int part) : m_client(client), m_part(part) {}
+
     void selection(int, int* start, int* end) const override { *start = *end = 0; }
     int selectionCount() const override { return 0; }
     void addSelection(int, int) override {}
@@ -116,9 +118,11 @@ public:
         return {};
     }
 
-protected:
-    ~ReadText() override = default;
-    virtual QString value() const = 0;
+private:
+    QString value() const { return textOf(elementOf(m_client, m_part), QAccessible::Value); }
+
+    QObject* m_client;
+    int m_part;
 };
 
 // The interfaces of the parts of something, made when they are asked for. They are known by number
@@ -232,9 +236,10 @@ private:
 };
 
 // A part of a window that is no window, with its choices as its children.
-class PartInterface final : public PartBase, public ReadText {
+class PartInterface final : public PartBase {
 public:
-    PartInterface(QObject* client, int index) : m_client(client), m_index(index) {}
+    PartInterface(QObject* client, int index)
+        : m_client(client), m_index(index), m_text(client, index) {}
 
     bool isValid() const override {
         const QtWindow* const window = windowOf(m_client);
@@ -279,16 +284,16 @@ public:
     void* interface_cast(QAccessible::InterfaceType type) override {
         const bool isText =
             type == QAccessible::TextInterface && element().role == AccessibleRole::EditableText;
-        return isText ? static_cast<QAccessibleTextInterface*>(this)
+        return isText ? static_cast<QAccessibleTextInterface*>(&m_text)
                       : PartBase::interface_cast(type);
     }
 
 private:
-    QString value() const override { return textOf(element(), QAccessible::Value); }
     AccessibleElement element() const { return elementOf(m_client, m_index); }
 
     QObject* m_client;  // outlives it: the window's interface deletes its parts
     int m_index;
+    ReadText m_text;
     mutable Parts m_choices;
 };
 
