@@ -374,7 +374,8 @@ private:
         m_form->SetCurrItem(index);
     }
     void Grow() {
-        if (m_model.items.size() >= 2 * cMaxItems) return;
+        constexpr std::size_t cMost = 18;
+        if (m_model.items.size() >= cMost) return;
         Add();
         m_model.Grow(Client());
     }
