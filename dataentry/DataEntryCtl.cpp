@@ -682,6 +682,10 @@ tessalink::AccessibleElement DataEntryCtl::AccessibleChild(int index) const {
     return element;
 }
 
+int DataEntryCtl::AccessibleChildAt(CPoint point) const {
+    return item_at(CPoint(point.x + m_scroll.x, point.y + m_scroll.y));
+}
+
 void DataEntryCtl::ChooseAccessibleChoice(int index, int choice) {
     const tessalink::WindowGuard alive(*this);
     SetCurrItem(index);

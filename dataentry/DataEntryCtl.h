@@ -140,6 +140,7 @@ public:
     tessalink::AccessibleElement Accessible() const override;
     int AccessibleChildCount() const override { return GetItemCount(); }
     tessalink::AccessibleElement AccessibleChild(int index) const override;
+    int AccessibleChildAt(CPoint point) const override;
     int AccessibleFocusChild() const override { return m_hasFocus ? m_current : -1; }
     void ChooseAccessibleChild(int index) override { SetCurrItem(index); }
     void ChooseAccessibleChoice(int index, int choice) override;

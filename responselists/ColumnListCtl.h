@@ -58,6 +58,7 @@ public:
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
     tessalink::AccessibleElement Accessible() const override;
     int AccessibleChildCount() const override { return m_count; }
+    int AccessibleChildAt(CPoint point) const override { return ItemAt(point); }
     int AccessibleFocusChild() const override { return m_current; }
     void ChooseAccessibleChild(int index) override { go_to(index); }
     using CWnd::Create;

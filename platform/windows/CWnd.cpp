@@ -494,6 +494,13 @@ tessalink::AccessibleElement CWnd::AccessibleChild(int) const {
     return {};
 }
 
+int CWnd::AccessibleChildAt(CPoint point) const {
+    for (int i = 0; i < AccessibleChildCount(); ++i) {
+        if (AccessibleChild(i).rect.PtInRect(point)) return i;
+    }
+    return tessalink::cNoAccessibleChild;
+}
+
 void CWnd::NotifyAccessible(tessalink::AccessibleEvent event, int child, const CString& text) {
     if (m_core) m_core->native->NotifyAccessible(event, child, text);
 }

@@ -155,6 +155,8 @@ public:
     virtual tessalink::AccessibleElement Accessible() const;
     virtual int AccessibleChildCount() const { return 0; }
     virtual tessalink::AccessibleElement AccessibleChild(int index) const;
+    /// The part at a point of the client area; cNoAccessibleChild without one.
+    virtual int AccessibleChildAt(CPoint point) const;
     virtual int AccessibleFocusChild() const { return tessalink::cNoAccessibleChild; }
     virtual void ChooseAccessibleChild(int) {}
     /// As a click on a choice of a part.

@@ -332,10 +332,12 @@ public:
         return isPart ? part(focused) : QAccessibleWidget::focusChild();
     }
     QAccessibleInterface* childAt(int x, int y) const override {
-        for (int i = 0; i < part_count(); ++i) {
-            const QRect place = onScreen(object(), elementOf(object(), i).rect);
-            if (place.contains(x, y)) return part(i);
-        }
+        const QtWindow* const window = windowOf(object());
+        const QPoint point = widget()->mapFromGlobal(QPoint(x, y));
+        const int found = window != nullptr && widget()->rect().contains(point)
+                              ? window->Owner().AccessibleChildAt(CPoint(point.x(), point.y()))
+                              : cNoAccessibleChild;
+        if (found >= 0 && found < part_count()) return part(found);
         return QAccessibleWidget::childAt(x, y);
     }
 
