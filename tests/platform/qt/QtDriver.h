@@ -11,6 +11,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "platform/qt/QtHost.h"
 #include "platform/qt/UseQt.h"
@@ -32,7 +33,8 @@ public:
     int Metric(int index) const override { return m_system.Metric(index); }
     int WheelLines() const override { return m_system.WheelLines(); }
     bool IsKeyDown(int key) const override { return m_system.IsKeyDown(key); }
-    CPoint CursorPosition() const override { return m_system.CursorPosition(); }
+    CPoint CursorPosition() const override { return m_cursor.value_or(m_system.CursorPosition()); }
+    void PlaceCursor(CPoint point) { m_cursor = point; }
     bool ClipboardText(CString& text) const override { return m_system.ClipboardText(text); }
     void StartTimer(int number, UINT period) override {
         m_timers[number] = {period, m_now + period};
@@ -66,6 +68,7 @@ private:
     };
 
     WindowSystem& m_system;
+    std::optional<CPoint> m_cursor;
     std::map<int, Timer> m_timers;
     std::uint64_t m_now = 0;
 };
@@ -136,8 +139,14 @@ public:
             if (event.isAccepted()) return;
         }
     }
-    // The pointer moves, and what is below it is told by the toolkit.
-    void MoveMouse(CPoint point) override { QCursor::setPos(point.x, point.y); }
+    // The pointer moves, and what is below it is told by the toolkit; at another scale its platform
+    // without a screen takes pixels for units, and the driver tells it.
+    void MoveMouse(CPoint point) override {
+        if (m_window.devicePixelRatioF() == 1) return QCursor::setPos(point.x, point.y);
+        m_clocked->PlaceCursor(point);
+        QWidget* const grabber = QWidget::mouseGrabber();
+        Send(grabber != nullptr ? grabber : Reached(point), QEvent::MouseMove, point);
+    }
     bool Reaches(const CWnd& window, CPoint point) override {
         const QWidget* const target = Reached(point);
         return target != nullptr && target->parentWidget() == widgetOf(window);
@@ -233,9 +242,11 @@ private:
     }
     void Send(const QPointer<QWidget>& target, QEvent::Type type, CPoint point) {
         if (target == nullptr) return;
-        const bool isDown = type != QEvent::MouseButtonRelease;
+        const bool isMove = type == QEvent::MouseMove;
+        const bool isDown = !isMove && type != QEvent::MouseButtonRelease;
         const QPoint global(point.x, point.y);
-        QMouseEvent event(type, target->mapFromGlobal(global), global, Qt::LeftButton,
+        QMouseEvent event(type, target->mapFromGlobal(global), global,
+                          isMove ? Qt::NoButton : Qt::LeftButton,
                           isDown ? Qt::LeftButton : Qt::NoButton, {});
         QApplication::sendEvent(target, &event);
     }
