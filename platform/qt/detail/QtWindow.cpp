@@ -471,6 +471,8 @@ void QtWindow::TakeFocus() {
 }
 
 void QtWindow::FocusCame() {
+    // Of the window itself the toolkit tells last, even if it has passed the focus on meanwhile.
+    if (QAccessible::isActive()) QTimer::singleShot(0, qApp, tellWhereFocusIs);
     if (m_edit) {
         m_part.reset();
         describeField(*m_client, m_owner.Accessible());
@@ -478,8 +480,6 @@ void QtWindow::FocusCame() {
     }
     if (QtWindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return;
     focusMoved(&m_owner);
-    // Of the window itself the toolkit tells last, even if it has passed the focus on meanwhile.
-    if (QAccessible::isActive()) QTimer::singleShot(0, qApp, tellWhereFocusIs);
 }
 
 void QtWindow::FocusLeft(Qt::FocusReason reason) {
