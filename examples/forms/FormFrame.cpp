@@ -17,7 +17,7 @@ constexpr UINT cFormId = 1;
 constexpr UINT cLogId = 2;
 constexpr int cLabelWidth = 130;
 constexpr double cMaxSchooling = 30;
-constexpr int cLogWidth = 220;
+constexpr int cLogWidth = 260;
 
 DataEntryLayoutMgr* makeLayout(Layout layout) {
     switch (layout) {
