@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "graphs/profile/ProfileGraphCtl.h"
+#include "graphs/profile/ProfileGraphCtl2.h"
 #include "graphs/profile/ProfileGraphCtl3.h"
 #include "graphs/profile/ProfileGraphCtl4.h"
 #include "tests/support/Dice.h"
@@ -25,6 +26,14 @@ inline CStringArray* row(std::initializer_list<const char*> texts) {
     for (const char* text : texts) array->Add(text);
     return array;
 }
+
+// What the windows differ in.
+template <class Ctl>
+constexpr bool cHasOneXLegend = !std::is_same_v<Ctl, ProfileGraphCtl>;
+template <class Ctl>
+constexpr bool cHasStrictRelations = std::is_same_v<Ctl, ProfileGraphCtl3>;
+template <class Ctl>
+constexpr bool cHasHints = !std::is_same_v<Ctl, ProfileGraphCtl4>;
 
 /// Shows what is needed to point at things, and counts hints.
 template <class Ctl>
@@ -55,11 +64,9 @@ public:
     CPoint LegendPercent() const { return {this->m_legendX, this->m_legendY}; }
 
     BOOL OnHint(CString& text, CPoint& point) override {
-        if constexpr (!std::is_same_v<Ctl, ProfileGraphCtl4>) {
-            const BOOL found = Ctl::OnHint(text, point);
-            hints.emplace_back(found != 0 ? text.GetString() : "none");
-            return found;
-        }
+        const BOOL found = Ctl::OnHint(text, point);
+        hints.emplace_back(found != 0 ? text.GetString() : "none");
+        return found;
     }
 
     std::vector<std::string> hints;
@@ -235,19 +242,20 @@ class ProfileRun {
 public:
     ProfileRun(InputDriver& driver, std::uint64_t seed)
         : m_driver(driver), m_dice(seed), m_graph(20, 80, 10, 0, 1, 0, 300, 200) {
-        if constexpr (std::is_same_v<Ctl, ProfileGraphCtl>) {
-            m_graph.SetXLegend(row({"", "A", "B", "C", "D", "E"}), nullptr, nullptr, nullptr);
-        } else {
+        m_model.hintsOn = cHasHints<Ctl>;
+        if constexpr (cHasOneXLegend<Ctl>) {
             m_graph.SetXLegend(row({"", "\\iA", "B", "C", "D", "E"}));
+        } else {
+            m_graph.SetXLegend(row({"", "A", "B", "C", "D", "E"}), nullptr, nullptr, nullptr);
         }
         for (int i = 0; i < ProfileModel::cProfiles; ++i) {
             const CString name = ("P" + std::to_string(i)).c_str();
             const auto id = static_cast<unsigned>(i);
-            if constexpr (std::is_same_v<Ctl, ProfileGraphCtl>) {
-                m_graph.AddProfile(name, new double[ProfileModel::cScales]{}, 0, id);
-            } else {
+            if constexpr (cHasOneXLegend<Ctl>) {
                 m_graph.AddProfile(name, new double[ProfileModel::cScales]{}, 0, id,
                                    Ctl::PointType::Symbol, 0, 0);
+            } else {
+                m_graph.AddProfile(name, new double[ProfileModel::cScales]{}, 0, id);
             }
         }
         m_graph.Create(CRect(20, 30, 620, 430), &m_driver.Host(), 5, WS_CHILD | WS_VISIBLE,
@@ -268,6 +276,7 @@ public:
             (this->*chosen->second)();
             Check(event);
         }
+        if (!cHasHints<Ctl>) return;
         EXPECT_GT(m_hovered, events / 200);
         EXPECT_GT(m_dragged, events / 100);
     }
@@ -341,6 +350,13 @@ private:
         Paint();
     }
     void Options() {
+        if constexpr (cHasHints<Ctl>) Hints();
+        m_model.decimals = Below(4);
+        m_graph.SetDecPlaces(static_cast<unsigned short>(m_model.decimals));
+        m_graph.Invalidate();
+        Paint();
+    }
+    void Hints() {
         m_model.hintsOn = !m_dice.OneIn(4);
         m_graph.UseToolTips(m_model.hintsOn ? 1 : 0);
         if (!m_model.hintsOn) m_model.Hide();
@@ -350,20 +366,16 @@ private:
             m_model.hintsOn = true;
             m_graph.SetHintFormat(m_model.format.c_str());
         }
-        m_model.decimals = Below(4);
-        m_graph.SetDecPlaces(static_cast<unsigned short>(m_model.decimals));
-        m_graph.Invalidate();
-        Paint();
     }
     void Relations() {
         int use[4];
         for (int i = 0; i < 4; ++i) {
-            const bool isThere = i < 2 || !std::is_same_v<Ctl, ProfileGraphCtl>;
+            const bool isThere = i < 2 || cHasStrictRelations<Ctl>;
             m_model.relations[i].isUsed = (use[i] = isThere && m_dice.OneIn(2) ? 1 : 0) != 0;
         }
         m_graph.UseLe(use[0]);
         m_graph.UseGe(use[1]);
-        if constexpr (!std::is_same_v<Ctl, ProfileGraphCtl>) {
+        if constexpr (cHasStrictRelations<Ctl>) {
             m_graph.UseLt(use[2]);
             m_graph.UseGt(use[3]);
         }
@@ -387,6 +399,7 @@ private:
         Paint();
     }
     void Drag() {
+        if (!cHasHints<Ctl>) return;  // its legend stays below the plot
         const CRect legend = m_graph.ScreenLegend();
         const CPoint grip = legend.TopLeft() + CSize(Below(legend.Width()), Below(legend.Height()));
         if (!m_driver.Reaches(m_graph, grip)) return;

@@ -323,9 +323,19 @@ TEST(ProfileGraphCtlModel, ProfileGraphCtl) {
     tessalink::test::ProfileRun<ProfileGraphCtl>(driver, 43).Run(graphEvents());
 }
 
+TEST(ProfileGraphCtlModel, ProfileGraphCtl2) {
+    tessalink::test::HeadlessDriver driver;
+    tessalink::test::ProfileRun<ProfileGraphCtl2>(driver, 47).Run(graphEvents());
+}
+
 TEST(ProfileGraphCtlModel, ProfileGraphCtl3) {
     tessalink::test::HeadlessDriver driver;
     tessalink::test::ProfileRun<ProfileGraphCtl3>(driver, 44).Run(graphEvents());
+}
+
+TEST(ProfileGraphCtlModel, ProfileGraphCtl4) {
+    tessalink::test::HeadlessDriver driver;
+    tessalink::test::ProfileRun<ProfileGraphCtl4>(driver, 48).Run(graphEvents());
 }
 
 constexpr int cMaxScales = 8;

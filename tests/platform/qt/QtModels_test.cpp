@@ -55,9 +55,19 @@ TEST(QtModels, ProfileGraphCtl) {
     ProfileRun<ProfileGraphCtl>(driver, 45).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
 }
 
+TEST(QtModels, ProfileGraphCtl2) {
+    QtDriver driver;
+    ProfileRun<ProfileGraphCtl2>(driver, 49).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
+}
+
 TEST(QtModels, ProfileGraphCtl3) {
     QtDriver driver;
     ProfileRun<ProfileGraphCtl3>(driver, 46).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
+}
+
+TEST(QtModels, ProfileGraphCtl4) {
+    QtDriver driver;
+    ProfileRun<ProfileGraphCtl4>(driver, 50).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
 }
 
 }  // namespace
