@@ -391,7 +391,7 @@ void tellValue(QWidget& client, int child) {
     }
 }
 
-void tellFocus(QWidget& client, int child) {
+void tellPartFocus(QWidget& client, int child) {
     QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&client);
     QAccessibleInterface* const part =
         window != nullptr && child >= 0 ? window->child(child) : nullptr;
@@ -416,7 +416,7 @@ void tellAccessible(QtWindow& window, AccessibleEvent event, int child) {
     readOnly.readOnly = true;
     switch (event) {
         case AccessibleEvent::Focus:
-            return tellFocus(*client, child);
+            return tellPartFocus(*client, child);
         case AccessibleEvent::ValueChanged:
             return tellValue(*client, child);
         case AccessibleEvent::StateChanged:
@@ -437,8 +437,14 @@ void describeField(QWidget& field, const AccessibleElement& element) {
     }
 }
 
-void tellFocus(QWidget& field) {
-    tell(QAccessibleEvent(&field, QAccessible::Focus));
+void tellFocus(const CWnd& focused) {
+    if (nativeOf(focused)->Edit() != nullptr) {
+        return tell(QAccessibleEvent(toolkitNative(focused)->Client(), QAccessible::Focus));
+    }
+    const CWnd* around = &focused;
+    while (around != nullptr && around->AccessibleFocusChild() < 0) around = around->GetParent();
+    if (around == nullptr) return;
+    tellPartFocus(*toolkitNative(*around)->Client(), around->AccessibleFocusChild());
 }
 
 }  // namespace tessalink::detail

@@ -2,6 +2,7 @@
 
 #include "platform/windows/Accessible.h"
 
+class CWnd;
 class QWidget;
 
 namespace tessalink::detail {
@@ -17,6 +18,8 @@ void tellAccessible(QtWindow& window, AccessibleEvent event, int child);
 // Calls a field of the toolkit as its window describes itself. It serves one part after another,
 // and readers speak only of what is new to them: they see a new object from now on.
 void describeField(QWidget& field, const AccessibleElement& element);
-void tellFocus(QWidget& field);
+// Tells it that the focus is in a window: in a field, or else in the part of the window, or of one
+// around it, that has the focus.
+void tellFocus(const CWnd& focused);
 
 }  // namespace tessalink::detail

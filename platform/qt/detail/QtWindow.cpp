@@ -1,11 +1,9 @@
 #include "platform/qt/detail/QtWindow.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -189,18 +187,6 @@ bool isEntry(const CWnd& window) {
         parent = parent->GetParent();
     }
     return parent == nullptr;
-}
-
-void tellWhereFocusIs() {
-    const QtWindow* const focused = QtWindowSystem::Get().Focused();
-    const CWnd* window = focused != nullptr ? &focused->Owner() : nullptr;
-    if (window != nullptr && nativeOf(*window)->Edit() != nullptr) {
-        return tellFocus(*focused->Client());
-    }
-    while (window != nullptr && window->AccessibleFocusChild() < 0) window = window->GetParent();
-    auto* const around = window != nullptr ? dynamic_cast<QtWindow*>(nativeOf(*window)) : nullptr;
-    if (around == nullptr) return;
-    tellAccessible(*around, AccessibleEvent::Focus, window->AccessibleFocusChild());
 }
 
 }  // namespace
@@ -472,7 +458,7 @@ void QtWindow::TakeFocus() {
 
 void QtWindow::FocusCame() {
     // Of the window itself the toolkit tells last, even if it has passed the focus on meanwhile.
-    if (QAccessible::isActive()) QTimer::singleShot(0, qApp, tellWhereFocusIs);
+    QtWindowSystem::Get().TellFocusSoon();
     if (m_edit) {
         m_part.reset();
         describeField(*m_client, m_owner.Accessible());
@@ -643,7 +629,7 @@ void QtWindow::stand_for(int part) {
     m_part = part;
     if (isKnown) return;
     describeField(*m_client, element);
-    tellFocus(*m_client);
+    tellFocus(m_owner);
 }
 
 }  // namespace tessalink::detail

@@ -1,5 +1,6 @@
 #include "platform/qt/detail/QtWindowSystem.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QCursor>
@@ -23,6 +24,11 @@ namespace {
 
 const QEvent::Type cDispatchPosted = static_cast<QEvent::Type>(QEvent::registerEventType());
 const QEvent::Type cSettingsChanged = static_cast<QEvent::Type>(QEvent::registerEventType());
+const QEvent::Type cTellFocus = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+void postOnce(QObject& target, QEvent::Type type, bool& isPosted) {
+    if (!std::exchange(isPosted, true)) QCoreApplication::postEvent(&target, new QEvent(type));
+}
 
 // What windows measure texts with: the measures that they are painted with.
 class Measures final : public NullDevice {
@@ -217,22 +223,25 @@ void QtWindowSystem::timerEvent(QTimerEvent* event) {
 }
 
 void QtWindowSystem::WakeUp() {
-    if (!std::exchange(m_isWoken, true)) {
-        QCoreApplication::postEvent(this, new QEvent(cDispatchPosted));
-    }
+    postOnce(*this, cDispatchPosted, m_isWoken);
+}
+
+void QtWindowSystem::TellFocusSoon() {
+    if (QAccessible::isActive()) postOnce(*this, cTellFocus, m_tellsFocus);
 }
 
 void QtWindowSystem::settings_changed_soon() {
     m_colors.clear();
-    if (!std::exchange(m_settingsChange, true)) {
-        QCoreApplication::postEvent(this, new QEvent(cSettingsChanged));
-    }
+    postOnce(*this, cSettingsChanged, m_settingsChange);
 }
 
 void QtWindowSystem::customEvent(QEvent* event) {
     if (event->type() == cDispatchPosted) {
         m_isWoken = false;
         dispatchPosted();
+    } else if (event->type() == cTellFocus) {
+        m_tellsFocus = false;
+        if (const QtWindow* const focused = Focused()) tellFocus(focused->Owner());
     } else if (event->type() == cSettingsChanged) {
         m_settingsChange = false;
         std::vector<QtWindow*> windows;

@@ -62,6 +62,8 @@ public:
     // The window that has the toolkit's focus; null when none of ours has it.
     QtWindow* Focused() const;
     bool IgnoresFocus() const { return m_ignoresFocus; }
+    // Assistive technology is told where the focus is when the toolkit has told what it has to.
+    void TellFocusSoon();
 
     // Moves the toolkit's focus on from a window in a host's widget, as Tab does. Returns false
     // when the window is in none, or nothing else takes the focus.
@@ -116,6 +118,7 @@ private:
     HeldKey m_heldKey;
     bool m_ignoresFocus = false;
     bool m_isWoken = false;
+    bool m_tellsFocus = false;
     bool m_settingsChange = false;
     bool m_hasQuit = false;
     NullDevice m_screen;
