@@ -1,17 +1,11 @@
 // From a key press to the finished paint of forms, with few and with many items: every key is timed
-// by itself, in microseconds; and layout of many items. FORMS_LATENCY_LOG=FILE writes down each
-// key.
+// by itself, in microseconds; and layout of many items.
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <fstream>
 #include <string>
-#include <string_view>
-#include <vector>
 
+#include "benchmarks/Latencies.h"
 #include "dataentry/CheckBoxItemUI.h"
 #include "dataentry/DataEntryCtl.h"
 #include "dataentry/FloatDataEntryUI.h"
@@ -22,42 +16,32 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr CRect cPlace(0, 0, 900, 500);
 constexpr int cKeys = 20'000;
 
-class Latencies {
+/// The times of keys, and how many pixels they painted.
+class Keys {
 public:
+    explicit Keys(const char* name) : m_latencies(name) {}
+
     template <class Key>
     void Time(Key&& key) {
         auto& system = tessalink::HeadlessSystem::Default();
         const auto painted = system.PaintedArea();
-        const auto start = Clock::now();
-        key();
-        system.Pump();
-        m_all.push_back(std::chrono::duration<double, std::micro>(Clock::now() - start).count());
+        m_latencies.Time([&] {
+            key();
+            system.Pump();
+        });
         m_pixels += static_cast<double>(system.PaintedArea() - painted);
         system.ToldEvents().clear();
     }
     void Report(benchmark::State& state) {
-        if (const char* path = std::getenv("FORMS_LATENCY_LOG")) {
-            std::ofstream log(path, std::ios::app);
-            for (const double time : m_all) log << state.range(0) << '\t' << time << '\n';
-        }
-        state.counters["pixels"] = m_pixels / static_cast<double>(m_all.size());
-        std::sort(m_all.begin(), m_all.end());
-        state.counters["p50_us"] = at(0.5);
-        state.counters["p99_us"] = at(0.99);
-        state.counters["max_us"] = m_all.back();
+        state.counters["pixels"] = m_pixels / static_cast<double>(m_latencies.Count());
+        m_latencies.Report(state);
     }
 
 private:
-    double at(double share) const {
-        return m_all[static_cast<std::size_t>(share * static_cast<double>(m_all.size() - 1))];
-    }
-
-    std::vector<double> m_all;
+    tessalink::Latencies m_latencies;
     double m_pixels = 0;
 };
 
@@ -104,60 +88,60 @@ private:
 // A digit, a digit, and Return, which keeps the number and goes on.
 void numbers(benchmark::State& state) {
     Shown shown(static_cast<int>(state.range(0)), Kind::numbers);
-    Latencies latencies;
+    Keys keys("form numbers");
     std::size_t number = 0;
     for (auto _ : state) {
         if (number % 3 == 0) shown.StartAgainAtEnd();
         const bool isDigit = ++number % 3 != 0;
-        latencies.Time([&] {
+        keys.Time([&] {
             tessalink::HeadlessSystem::Default().PressKey(
                 isDigit ? static_cast<UINT>('7') : VK_RETURN, isDigit ? "7" : "\r");
         });
     }
-    latencies.Report(state);
+    keys.Report(state);
 }
 
 // A key that chooses and goes on.
 void choices(benchmark::State& state) {
     Shown shown(static_cast<int>(state.range(0)), Kind::choices);
-    Latencies latencies;
+    Keys keys("form choices");
     std::size_t number = 0;
     for (auto _ : state) {
         shown.StartAgainAtEnd();
         const std::string key(1, static_cast<char>('1' + number++ % 3));
-        latencies.Time(
+        keys.Time(
             [&] { tessalink::HeadlessSystem::Default().PressKey(static_cast<UINT>(key[0]), key); });
     }
-    latencies.Report(state);
+    keys.Report(state);
 }
 
-void moves(benchmark::State& state, UINT key) {
+void moves(benchmark::State& state, const char* name, UINT key) {
     Shown shown(static_cast<int>(state.range(0)), Kind::numbers, new FlowLayoutMgr(0));
-    Latencies latencies;
+    Keys keys(name);
     for (auto _ : state) {
         shown.StartAgainAtEnd();
-        latencies.Time([&] { tessalink::HeadlessSystem::Default().PressKey(key); });
+        keys.Time([&] { tessalink::HeadlessSystem::Default().PressKey(key); });
     }
-    latencies.Report(state);
+    keys.Report(state);
 }
 void downs(benchmark::State& state) {
-    moves(state, VK_DOWN);
+    moves(state, "form downs", VK_DOWN);
 }
 void pages(benchmark::State& state) {
-    moves(state, VK_NEXT);
+    moves(state, "form pages", VK_NEXT);
 }
 
 // A quarter of the height, up and down: only what comes into view is painted.
 void scrolls(benchmark::State& state) {
     Shown shown(static_cast<int>(state.range(0)), Kind::numbers);
-    Latencies latencies;
+    Keys keys("form scrolls");
     std::size_t number = 0;
     for (auto _ : state) {
         const bool goesDown = number++ % 2 == 0;
-        latencies.Time(
+        keys.Time(
             [&] { shown.Form().SendMessage(WM_VSCROLL, goesDown ? SB_LINEDOWN : SB_LINEUP); });
     }
-    latencies.Report(state);
+    keys.Report(state);
 }
 
 void layouts(benchmark::State& state) {

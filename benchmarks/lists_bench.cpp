@@ -1,18 +1,11 @@
 // From a key press to the finished paint of lists, with few and with many items: every key is timed
-// by itself. "Paced" keys come at 20 a second, with caches gone cold in between; LATENCY_LOG=FILE
-// writes down each one, in microseconds.
+// by itself. "Paced" keys come at 20 a second.
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <fstream>
-#include <memory>
-#include <string>
-#include <thread>
 #include <vector>
 
+#include "benchmarks/Latencies.h"
 #include "platform/windows/CFrameWnd.h"
 #include "platform/windows/HeadlessSystem.h"
 #include "responselists/ItemListCtl.h"
@@ -20,40 +13,10 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using tessalink::Latencies;
 
 constexpr const char* cDefinition = "[never|1|1][seldom|2|2][sometimes|3|3][often|4|4][always|5|5]";
 constexpr CRect cPlace(0, 0, 900, 500);
-constexpr int cPacedKeys = 400;
-constexpr auto cPause = std::chrono::milliseconds(50);
-
-class Latencies {
-public:
-    template <class Key>
-    void Time(Key&& key) {
-        const auto start = Clock::now();
-        key();
-        tessalink::HeadlessSystem::Default().Pump();
-        m_all.push_back(std::chrono::duration<double, std::micro>(Clock::now() - start).count());
-    }
-    void Report(benchmark::State& state) {
-        if (const char* path = std::getenv("LATENCY_LOG")) {
-            std::ofstream log(path, std::ios::app);
-            for (const double time : m_all) log << state.range(0) << '\t' << time << '\n';
-        }
-        std::sort(m_all.begin(), m_all.end());
-        state.counters["p50_us"] = at(0.5);
-        state.counters["p99_us"] = at(0.99);
-        state.counters["max_us"] = m_all.back();
-    }
-
-private:
-    double at(double share) const {
-        return m_all[static_cast<std::size_t>(share * static_cast<double>(m_all.size() - 1))];
-    }
-
-    std::vector<double> m_all;
-};
 
 /// A list in a frame, with the focus, painted.
 template <class List>
@@ -71,6 +34,7 @@ public:
         auto& system = tessalink::HeadlessSystem::Default();
         if (m_list.GetCurrItemIdx() == m_list.GetItemCount() - 1) system.PressKey(VK_HOME);
         system.PressKey(key, characters);
+        system.Pump();
         system.ToldEvents().clear();
     }
 
@@ -87,7 +51,7 @@ void pressAnswer(Shown<ItemListCtl>& list, std::size_t number) {
 
 void answers(benchmark::State& state) {
     Shown<ItemListCtl> list(static_cast<int>(state.range(0)), cDefinition, -1);
-    Latencies latencies;
+    Latencies latencies("answers");
     std::size_t number = 0;
     for (auto _ : state) latencies.Time([&] { pressAnswer(list, number++); });
     latencies.Report(state);
@@ -95,18 +59,15 @@ void answers(benchmark::State& state) {
 
 void pacedAnswers(benchmark::State& state) {
     Shown<ItemListCtl> list(static_cast<int>(state.range(0)), cDefinition, -1);
-    Latencies latencies;
+    Latencies latencies("paced answers");
     std::size_t number = 0;
-    for (auto _ : state) {
-        latencies.Time([&] { pressAnswer(list, number++); });
-        std::this_thread::sleep_for(cPause);
-    }
+    for (auto _ : state) latencies.TimePaced([&] { pressAnswer(list, number++); });
     latencies.Report(state);
 }
 
 void pages(benchmark::State& state) {
     Shown<ItemListCtl> list(static_cast<int>(state.range(0)), cDefinition, 2);
-    Latencies latencies;
+    Latencies latencies("pages");
     for (auto _ : state) latencies.Time([&] { list.Press(VK_NEXT, ""); });
     latencies.Report(state);
 }
@@ -115,7 +76,7 @@ void pages(benchmark::State& state) {
 void numbers(benchmark::State& state) {
     std::vector<const char*> names(static_cast<std::size_t>(state.range(0)), "Conscientiousness");
     Shown<NumberListCtl> list(static_cast<int>(state.range(0)), names.data(), nullptr);
-    Latencies latencies;
+    Latencies latencies("numbers");
     std::size_t number = 0;
     for (auto _ : state) {
         latencies.Time([&] {
@@ -129,6 +90,6 @@ void numbers(benchmark::State& state) {
 BENCHMARK(answers)->Arg(100)->Arg(100'000)->Iterations(100'000);
 BENCHMARK(pages)->Arg(100)->Arg(100'000)->Iterations(20'000);
 BENCHMARK(numbers)->Arg(100)->Arg(100'000)->Iterations(100'000);
-BENCHMARK(pacedAnswers)->Arg(100)->Arg(100'000)->Iterations(cPacedKeys)->UseRealTime();
+BENCHMARK(pacedAnswers)->Arg(100)->Arg(100'000)->Iterations(Latencies::cPacedKeys)->UseRealTime();
 
 }  // namespace
