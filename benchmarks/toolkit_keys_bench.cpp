@@ -118,7 +118,7 @@ void form(benchmark::State& state) {
     if (form.GetCurrItemIdx() == 0) state.SkipWithError("no key arrived");
 }
 
-void sizes(benchmark::internal::Benchmark* benchmark, std::vector<int> items) {
+void sizes(benchmark::internal::Benchmark* benchmark, const std::vector<int>& items) {
     for (const int count : items) benchmark->Arg(count);
     benchmark->Iterations(Latencies::cPacedKeys)->UseRealTime();
 }
