@@ -42,7 +42,7 @@ SYSTEM_CALLS = ("platform/files/",)
 
 # Who may include headers of the toolkit.
 TOOLKIT_USERS = ("platform/qt/", "tests/platform/qt/", "benchmarks/comparison/programs/qt_charts.cpp",
-                 "examples/windows/")
+                 "benchmarks/toolkit_keys_bench.cpp", "examples/windows/")
 
 # Who may include a folder's detail/ besides the folder: what is linked into the same library.
 SAME_LIBRARY = {"platform/base/": ("platform/files/",)}
@@ -88,7 +88,7 @@ def fault_of_quoted(root, path, target):
 def fault_of_angled(path, target):
     """What is wrong with #include <target> in the file path, or None."""
     if TOOLKIT_HEADER.match(target) and not path.startswith(TOOLKIT_USERS):
-        return f"<{target}>: only platform/qt, its tests and its benchmark include the toolkit"
+        return f"<{target}>: only platform/qt, its tests and its benchmarks include the toolkit"
     if not path.startswith(STANDARD_ONLY) or STANDARD_HEADER.match(target):
         return None
     if path.startswith(SYSTEM_CALLS) and SYSTEM_HEADER.match(target) and not is_public_header(path):
