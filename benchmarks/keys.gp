@@ -6,7 +6,7 @@ set datafile separator '\t'
 set xlabel 'keys, at 20 a second'
 set ylabel 'milliseconds to the last pixel'
 set logscale y
-set yrange [0.1:20]
+set yrange [0.03:20]
 set grid y lc rgb '#dddddd'
 set key outside right top Left reverse samplen 1
 keys(name, items) = sprintf("< awk -F'\t' '$1 == \"%s\" && $2 == %d { print ++n \"\t\" $3 / 1000 }' %s", \
