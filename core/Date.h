@@ -89,8 +89,8 @@ public:
     /// "MM/DD/YYYY"; an empty text when empty.
     CString GetAsUSStr() const;
 
-    // The user's locale, read on first use and again when host services are set. Widths and
-    // positions are in characters. In an unknown order the positions are -1 and the mask is empty.
+    /// The user's locale, read on first use and again when host services are set. Widths and
+    /// positions are in characters. In an unknown order the positions are -1 and the mask is empty.
     static constexpr int cMaxSeparator = 5;
     /// A DateFormat, or the number of an unknown order.
     static int GetLocalDateFormat();

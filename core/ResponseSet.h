@@ -6,8 +6,8 @@
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 
-// The responses that an item offers, as applications write them down: "[Yes|Yy|1][No|Nn|2]" offers
-// "Yes", which the keys Y and y select and which has the code 1, and "No".
+/// The responses that an item offers, as applications write them down: "[Yes|Yy|1][No|Nn|2]" offers
+/// "Yes", which the keys Y and y select and which has the code 1, and "No".
 namespace tessalink {
 
 /// The longest caption, the most keys and the most digits of a response.

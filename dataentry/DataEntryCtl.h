@@ -22,8 +22,8 @@ struct DATAENTRYCTL_NOTIFICATION {
     DataEntryItem* item;     ///< the item concerned, or null
 };
 
-// The codes. Those of gaining and losing the focus are NM_SETFOCUS (the current item's index) and
-// NM_KILLFOCUS (-1).
+/// The codes. Those of gaining and losing the focus are NM_SETFOCUS (the current item's index) and
+/// NM_KILLFOCUS (-1).
 /// A value is about to change; the item has the new one. Nonzero refuses: it gets the old one back.
 inline constexpr int DATAENTRY_CHANGING = 1;
 /// A value has changed.

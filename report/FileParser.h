@@ -87,7 +87,7 @@ protected:
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable* functions,
                int scrambled);
 
-    // Statements.
+    /// Statements.
     virtual int get_stmt(const Token& token, int execute);
     virtual int get_simple_stmt(const Token& token, int execute);
     virtual int get_uncond_stmt(const Token& token, int execute);
@@ -108,8 +108,8 @@ protected:
     virtual int get_assignment(const Token& token, int execute);
     virtual int get_deferred(const Token& token, int execute);
 
-    // Value functions as statements, and as values: a value routine starts at the function's name
-    // and ends with its ")" as the current token.
+    /// Value functions as statements, and as values: a value routine starts at the function's name
+    /// and ends with its ")" as the current token.
     virtual int get_text(const Token& token, int execute);
     virtual int get_cap(const Token& token, int execute);
     virtual int get_comma_list(const Token& token, int execute);
@@ -119,7 +119,7 @@ protected:
     virtual int get_comma_list_value(const Token& token, CString& result, int execute);
     virtual int get_eval_value(const Token& token, CString& result, int execute);
 
-    // Expressions: the readers check the grammar and leave operands and operators on the stacks.
+    /// Expressions: the readers check the grammar and leave operands and operators on the stacks.
     virtual int get_exp(const Token& token);
     virtual int get_exp_comp(const Token& token);
     virtual int get_exp_term(const Token& token);

@@ -10,17 +10,17 @@
 
 class CFile;
 
-// Variables of a report as a text file, one a line:
-//
-//     # a comment
-//     Name<TAB>string<TAB>Ann Example\nsecond line
-//     Age<TAB>int<TAB>34
-//     Mean<TAB>double<TAB>3.25
-//
-// Bytes are Windows-1252; a text may have the escapes \n, \r, \t and \\; lines end in LF or CR LF;
-// empty lines are skipped. A name is a word of letters, digits and "_" that does not start with a
-// digit and is at most FileScanner::cMaxCommandWord characters long. Numbers are decimal, an int
-// within 32 bits, a double finite.
+/// Variables of a report as a text file, one a line:
+///
+///     # a comment
+///     Name<TAB>string<TAB>Ann Example\nsecond line
+///     Age<TAB>int<TAB>34
+///     Mean<TAB>double<TAB>3.25
+///
+/// Bytes are Windows-1252; a text may have the escapes \n, \r, \t and \\; lines end in LF or CR LF;
+/// empty lines are skipped. A name is a word of letters, digits and "_" that does not start with a
+/// digit and is at most FileScanner::cMaxCommandWord characters long. Numbers are decimal, an int
+/// within 32 bits, a double finite.
 namespace tessalink {
 
 /// What is wrong with a variables file, and where.

@@ -32,9 +32,9 @@ struct TESSALINK_API ScoreScale {
     CString Format(double score) const;
 };
 
-// The common scales. Their limits are those of most published norm tables: four standard
-// deviations, three for scaled scores. A test with others has a record of its own. They are
-// exported so that each has one address in a program.
+/// The common scales. Their limits are those of most published norm tables: four standard
+/// deviations, three for scaled scores. A test with others has a record of its own. They are
+/// exported so that each has one address in a program.
 TESSALINK_API inline constexpr ScoreScale cZScale = {"z score", "z", 0, 1, -4, 4, 2};
 TESSALINK_API inline constexpr ScoreScale cTScale = {"T score", "T", 50, 10, 10, 90, 0};
 TESSALINK_API inline constexpr ScoreScale cIQScale = {"IQ", "IQ", 100, 15, 40, 160, 0};

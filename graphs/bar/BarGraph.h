@@ -14,8 +14,8 @@ class TESSALINK_API BarGraph {
 public:
     static constexpr int cDesignWidth = 1000;
 
-    // Where the graph lies in a rectangle that has another shape; together they mean the right and
-    // the bottom. Without any: left and top.
+    /// Where the graph lies in a rectangle that has another shape; together they mean the right and
+    /// the bottom. Without any: left and top.
     static constexpr std::uint16_t cCenter = 1;
     static constexpr std::uint16_t cRight = 2;
     static constexpr std::uint16_t cMiddle = 4;

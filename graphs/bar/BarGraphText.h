@@ -8,7 +8,7 @@
 
 class BarGraph;
 
-// What a bar graph shows, in words: for those who can't see the picture.
+/// What a bar graph shows, in words: for those who can't see the picture.
 namespace tessalink {
 
 /// How many points, and how many ranges, a sentence names at most.

@@ -23,8 +23,8 @@ public:
         int refCount = 0;  ///< how many texts have it
     };
 
-    // How a text lies at its position; together they mean the right and the bottom. Without any,
-    // the text starts there, at the top margin.
+    /// How a text lies at its position; together they mean the right and the bottom. Without any,
+    /// the text starts there, at the top margin.
     static constexpr std::uint16_t cCenter = 1;
     static constexpr std::uint16_t cRight = 2;
     static constexpr std::uint16_t cMiddle = 4;  ///< between the margins

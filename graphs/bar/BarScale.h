@@ -89,7 +89,7 @@ protected:
     virtual void print_multi_lines(CDC* dc, int x, int y, CString text);
 
 private:
-    friend class BarLegend;  // notices by m_life when its scale is gone
+    friend class BarLegend;  ///< notices by m_life when its scale is gone
 
     std::size_t checked(int index) const;
     /// Creates the font, which stays selected, if there is anything to print beside the box.

@@ -3,7 +3,7 @@
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 
-// What graphs show, in words.
+/// What graphs show, in words.
 namespace tessalink {
 
 /// A label as running text: without switches of fonts, with blanks for line ends.

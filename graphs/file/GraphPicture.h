@@ -9,8 +9,8 @@
 
 class CFile;
 
-// Described graphs as pictures, in the size that their sheets say. All but what goes to files are
-// the same bytes on every machine.
+/// Described graphs as pictures, in the size that their sheets say. All but what goes to files are
+/// the same bytes on every machine.
 namespace tessalink {
 
 /// How fine pictures of lines and text are recorded unless said otherwise: as printers draw.

@@ -81,7 +81,7 @@ public:
         m_legendY = yPercent;
     }
 
-    // What the graph holds.
+    /// What the graph holds.
     const ScoreAxis& GetScores() const { return m_scores; }
     int GetScaleCount() const { return m_scaleCount; }
     /// The name of a scale, from 1. A number out of range raises CInvalidArgException.
@@ -112,7 +112,7 @@ protected:
     virtual void calc_legend_rect(CDC* dc);
     virtual void draw_line_legends(CDC* dc);
 
-    // The entries of the legend: one for each profile, to which a variant adds.
+    /// The entries of the legend: one for each profile, to which a variant adds.
     virtual int legend_entry_count() const { return GetProfileCount(); }
     virtual CString legend_entry_name(int index) const { return GetProfile(index).GetName(); }
     /// The sample of an entry: 3 characters wide from (left, y), y is its middle.
@@ -125,7 +125,7 @@ protected:
         return profile->GetValue(scaleIndex);
     }
 
-    // Where a variant has its plot.
+    /// Where a variant has its plot.
     virtual CRect plot_rect() const = 0;
     virtual CPoint score_place(int scaleIndex, double score) const = 0;
     /// For each scale, whether lines end at it.

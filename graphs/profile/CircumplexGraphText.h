@@ -7,7 +7,7 @@
 
 class CircumplexGraph;
 
-// What a circumplex graph shows, in words: for those who can't see the picture.
+/// What a circumplex graph shows, in words: for those who can't see the picture.
 namespace tessalink {
 
 /// How many points sentences name at most.

@@ -73,7 +73,7 @@ public:
     /// resolution; off at start: they are one unit wide.
     void ScaleHorzLines(int scale) { m_horzLinesScaled = scale; }
 
-    // What the graph holds.
+    /// What the graph holds.
     int GetYMin() const { return m_scores.min; }
     int GetYMax() const { return m_scores.max; }
     /// The text under a scale: of the first row, or its number.
@@ -97,7 +97,7 @@ protected:
     int dev_y_in_plot(double score) const;
     /// The axes and the scales' legend.
     void draw_legends(CDC* dc);
-    // The parts of a score axis beside its line.
+    /// The parts of a score axis beside its line.
     void draw_y_legend(CDC* dc, int x, bool isLeft);
     void draw_score_ticks(CDC* dc, int x, bool isLeft);
     void draw_score_labels(CDC* dc, int x, bool isLeft);

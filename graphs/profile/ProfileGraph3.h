@@ -10,7 +10,7 @@
 /// bands, and with breaks of several kinds. The legend lists the regions that have a label, too.
 class TESSALINK_API ProfileGraph3 : public ProfileGraph2 {
 public:
-    // What a break looks like. All of them interrupt the profiles.
+    /// What a break looks like. All of them interrupt the profiles.
     static constexpr int cLineBreak = 0;
     static constexpr int cDashedBreak = 1;
     static constexpr int cDoubleBreak = 2;

@@ -11,7 +11,7 @@ class TESSALINK_API ProfileGraphCtl4 : public tessalink::ProfileGraphWindow<Prof
     DECLARE_DYNAMIC(ProfileGraphCtl4)
 
 public:
-    // What the bottom legend lists.
+    /// What the bottom legend lists.
     static constexpr int cNoLegend = 0;
     static constexpr int cProfiles = 1;
     static constexpr int cBands = 2;
@@ -56,7 +56,7 @@ public:
     tessalink::AccessibleElement Accessible() const override;
 
 protected:
-    // The steps of the layout, from the outside to the inside, and those of drawing.
+    /// The steps of the layout, from the outside to the inside, and those of drawing.
     virtual void on_init_draw(CDC* dc);
     virtual void on_before_draw(CDC* dc, CRect& rect);
     void recalc_layout(CDC* dc, CRect& rect) override;

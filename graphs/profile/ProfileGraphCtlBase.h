@@ -82,7 +82,7 @@ protected:
     void handle_mouse_down();
     void set_relation(std::uint16_t bit, int use);
 
-    // The parts of a hint; `scale` counts from 1.
+    /// The parts of a hint; `scale` counts from 1.
     virtual CString format_hint_text(ProfileInfo* profile, int scale) const;
     virtual CString format_hint_value(ProfileInfo* profile, int scale, double value) const;
     /// The score that a hint tells and that the point stands at.

@@ -7,7 +7,7 @@
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 
-// What a profile graph shows, in words: for those who can't see the picture.
+/// What a profile graph shows, in words: for those who can't see the picture.
 namespace tessalink {
 
 /// How many scores a sentence names at most, and of how many profiles there are sentences.

@@ -71,7 +71,7 @@ private:
 
     int m_isRecording = 0;
     HENHMETAFILE m_handle = nullptr;
-    std::shared_ptr<tessalink::DrawingDevice> m_printer;  // stays while recording
+    std::shared_ptr<tessalink::DrawingDevice> m_printer;  ///< stays while recording
     CDC m_printerDC;
 };
 

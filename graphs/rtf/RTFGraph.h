@@ -23,7 +23,7 @@ public:
     enum LineType { ltSolid, ltDot, ltHollow };
     /// What the plotting area is measured from, horizontally and vertically.
     enum Alignment { alPage, alMarginAndParagraph, alMarginAndPage };
-    // The sides of YLegend.
+    /// The sides of YLegend.
     static constexpr int cLeft = 1;
     static constexpr int cRight = 2;
 
@@ -88,5 +88,5 @@ private:
     const char* m_lineType;
     const char* m_xAnchor;
     const char* m_yAnchor;
-    std::string m_text;  // of the object that is being written; keeps its room
+    std::string m_text;  ///< of the object that is being written; keeps its room
 };

@@ -11,10 +11,10 @@
 #include "platform/base/CObject.h"
 #include "platform/base/Serialization.h"
 
-// An array that grows. `ARG_TYPE` is how elements are passed in: TYPE or const TYPE&.
-//
-// An index out of range or a negative size raises CInvalidArgException and changes nothing.
-// References and GetData pointers are valid until the size changes.
+/// An array that grows. `ARG_TYPE` is how elements are passed in: TYPE or const TYPE&.
+///
+/// An index out of range or a negative size raises CInvalidArgException and changes nothing.
+/// References and GetData pointers are valid until the size changes.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject {
     static_assert(!std::is_same_v<TYPE, bool>, "use BOOL: the elements must be addressable");
@@ -24,12 +24,12 @@ public:
 
     int GetSize() const noexcept { return static_cast<int>(m_elements.size()); }
     int GetCount() const noexcept { return GetSize(); }
-    // The last index; -1 when the array is empty.
+    /// The last index; -1 when the array is empty.
     int GetUpperBound() const noexcept { return GetSize() - 1; }
     bool IsEmpty() const noexcept { return m_elements.empty(); }
 
-    // Cuts the array or extends it by default elements (numbers are 0). `growBy` of 0 or more is
-    // the least number of elements that storage grows by from now on; -1 leaves it.
+    /// Cuts the array or extends it by default elements (numbers are 0). `growBy` of 0 or more is
+    /// the least number of elements that storage grows by from now on; -1 leaves it.
     void SetSize(int newSize, int growBy = -1) {
         const std::size_t size = CheckedSize(newSize);
         if (growBy >= 0) m_growBy = static_cast<std::size_t>(growBy);
@@ -37,7 +37,7 @@ public:
         m_elements.resize(size);
     }
     void RemoveAll() noexcept { m_elements.clear(); }
-    // Gives back storage beyond the size.
+    /// Gives back storage beyond the size.
     void FreeExtra() { m_elements.shrink_to_fit(); }
 
     const TYPE& GetAt(int index) const { return m_elements[CheckedIndex(index)]; }
@@ -47,7 +47,7 @@ public:
     TYPE& operator[](int index) { return GetAt(index); }
     const TYPE& operator[](int index) const { return GetAt(index); }
     void SetAt(int index, ARG_TYPE element) { GetAt(index) = element; }
-    // Sets the element, extending the array by default elements up to it when necessary.
+    /// Sets the element, extending the array by default elements up to it when necessary.
     void SetAtGrow(int index, ARG_TYPE element) {
         const std::size_t position = CheckedSize(index);
         if (position < m_elements.size()) {
@@ -59,12 +59,12 @@ public:
         m_elements[position] = std::move(copy);
     }
 
-    // The elements in one row; null when there is no storage.
+    /// The elements in one row; null when there is no storage.
     const TYPE* GetData() const noexcept { return m_elements.data(); }
     TYPE* GetData() noexcept { return m_elements.data(); }
 
-    // Adds at the end; returns the new element's index. The argument may be an element of the
-    // array.
+    /// Adds at the end; returns the new element's index. The argument may be an element of the
+    /// array.
     int Add(ARG_TYPE element) {
         const int index = GetSize();
         CheckedSum(index, 1);
@@ -77,7 +77,7 @@ public:
         }
         return index;
     }
-    // Adds all elements of another array at the end; returns the index of the first.
+    /// Adds all elements of another array at the end; returns the index of the first.
     int Append(const CArray& other) {
         RejectSelf(other);
         const int first = GetSize();
@@ -85,12 +85,12 @@ public:
         m_elements.insert(m_elements.end(), other.m_elements.begin(), other.m_elements.end());
         return first;
     }
-    // Replaces the contents by those of another array.
+    /// Replaces the contents by those of another array.
     void Copy(const CArray& other) {
         if (this != &other) m_elements = other.m_elements;
     }
 
-    // Inserts `count` copies before `index`; behind the end, default elements fill the gap.
+    /// Inserts `count` copies before `index`; behind the end, default elements fill the gap.
     void InsertAt(int index, ARG_TYPE element, int count = 1) {
         const std::size_t position = CheckedSize(index);
         const std::size_t copies = CheckedSize(count);
@@ -101,7 +101,7 @@ public:
         Reserve(m_elements.size() + copies);
         m_elements.insert(Place(position), copies, copy);
     }
-    // Inserts all elements of another array before `index`.
+    /// Inserts all elements of another array before `index`.
     void InsertAt(int index, const CArray* other) {
         if (other == nullptr) AfxThrowInvalidArgException();
         RejectSelf(*other);
@@ -119,8 +119,8 @@ public:
         m_elements.erase(Place(position), Place(position + removed));
     }
 
-    // Stores the count and the elements (SerializeElements), or replaces the contents by those
-    // loaded. A count that the archive does not hold is found out before storage for it is taken.
+    /// Stores the count and the elements (SerializeElements), or replaces the contents by those
+    /// loaded. A count that the archive does not hold is found out before storage for it is taken.
     void Serialize(CArchive& archive) override {
         if (tessalink::isStoring(archive)) {
             tessalink::storeCount(archive, m_elements.size());

@@ -16,8 +16,8 @@
 #include "platform/base/Serialization.h"
 #include "platform/base/TextHash.h"
 
-// The hash of a key that is no text. Equal keys have equal hashes; the map mixes the bits itself,
-// so that a plain number will do. A host specialises the template for its own key types.
+/// The hash of a key that is no text. Equal keys have equal hashes; the map mixes the bits itself,
+/// so that a plain number will do. A host specialises the template for its own key types.
 template <class ARG_KEY>
 UINT HashKey(ARG_KEY key) {
     using Key = std::remove_cvref_t<ARG_KEY>;
@@ -33,20 +33,20 @@ UINT HashKey(ARG_KEY key) {
     }
 }
 
-// Whether a stored key that is no text equals a key that is looked for.
+/// Whether a stored key that is no text equals a key that is looked for.
 template <class TYPE, class ARG_TYPE>
 BOOL CompareElements(const TYPE* stored, const ARG_TYPE* wanted) {
     return *stored == *wanted;
 }
 
-// A hash map. ARG_KEY and ARG_VALUE are how keys and values are passed in.
-//
-// Text keys (CString, const char*, std::string_view) are hashed and compared byte for byte; other
-// keys through HashKey<ARG_KEY> and CompareElements. Entries never move: a reference or CPair stays
-// valid until its key or the whole map is removed. The order of iteration is that of insertion, a
-// new entry taking the place of the one removed last; it is the same for every run.
-//
-// Several threads may read a map that none changes.
+/// A hash map. ARG_KEY and ARG_VALUE are how keys and values are passed in.
+///
+/// Text keys (CString, const char*, std::string_view) are hashed and compared byte for byte; other
+/// keys through HashKey<ARG_KEY> and CompareElements. Entries never move: a reference or CPair
+/// stays valid until its key or the whole map is removed. The order of iteration is that of
+/// insertion, a new entry taking the place of the one removed last; it is the same for every run.
+///
+/// Several threads may read a map that none changes.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 class CMap : public CObject {
 public:
@@ -58,7 +58,7 @@ public:
         VALUE value;
     };
 
-    // `blockSize`: how many entries a block of storage has room for at least.
+    /// `blockSize`: how many entries a block of storage has room for at least.
     explicit CMap(int blockSize = 10)
         : m_blockBits(FloorLog2(
               std::bit_ceil(static_cast<std::size_t>(std::max(blockSize, cMinBlockSize))))) {}
@@ -68,19 +68,19 @@ public:
     int GetSize() const noexcept { return GetCount(); }
     bool IsEmpty() const noexcept { return m_count == 0; }
 
-    // Copies the key's value into `value` and returns nonzero, or returns 0 and leaves it.
+    /// Copies the key's value into `value` and returns nonzero, or returns 0 and leaves it.
     BOOL Lookup(ARG_KEY key, VALUE& value) const {
         const CPair* pair = Find(key);
         if (pair == nullptr) return 0;
         value = pair->value;
         return 1;
     }
-    // The entry with the key, or null.
+    /// The entry with the key, or null.
     const CPair* PLookup(ARG_KEY key) const { return Find(key); }
     CPair* PLookup(ARG_KEY key) { return Find(key); }
 
-    // PLookup by anything that the key can be compared with: a std::string_view finds a CString key
-    // with no string being made.
+    /// PLookup by anything that the key can be compared with: a std::string_view finds a CString
+    /// key with no string being made.
     template <class K>
     const CPair* Find(const K& key) const {
         const auto& wanted = Searchable(key);
@@ -93,9 +93,9 @@ public:
         return const_cast<CPair*>(std::as_const(*this).Find(key));
     }
 
-    // The value of the key, which is entered with a default value when it is missing.
+    /// The value of the key, which is entered with a default value when it is missing.
     VALUE& operator[](ARG_KEY key) { return FindOrAdd(key).value; }
-    // As operator[], by anything that a key can be made of.
+    /// As operator[], by anything that a key can be made of.
     template <class K>
     CPair& FindOrAdd(const K& key) {
         const auto& wanted = Searchable(key);
@@ -105,7 +105,7 @@ public:
     }
     void SetAt(ARG_KEY key, ARG_VALUE value) { FindOrAdd(key).value = value; }
 
-    // Removes the entry; returns nonzero if there was one.
+    /// Removes the entry; returns nonzero if there was one.
     BOOL RemoveKey(ARG_KEY key) {
         const auto& wanted = Searchable(key);
         const Place place = FindPlace(wanted, HashOf(key));
@@ -114,7 +114,7 @@ public:
         CloseGap(place.slot);
         return 1;
     }
-    // Removes all entries and gives their storage back.
+    /// Removes all entries and gives their storage back.
     void RemoveAll() noexcept {
         for (std::uint32_t number = 1; number <= m_used; ++number) {
             if (EntryAt(number).IsLive()) EntryAt(number).Destroy();
@@ -125,15 +125,15 @@ public:
         m_firstFree = nullptr;
     }
 
-    // Walks all entries: from the start position (null for an empty map), until it is null. The
-    // entry that was got last may be removed on the way; entries added on the way may be missed.
+    /// Walks all entries: from the start position (null for an empty map), until it is null. The
+    /// entry that was got last may be removed on the way; entries added on the way may be missed.
     POSITION GetStartPosition() const noexcept { return PositionFrom(1); }
     void GetNextAssoc(POSITION& position, KEY& key, VALUE& value) const {
         const CPair* pair = GetNextPair(position);
         key = pair->key;
         value = pair->value;
     }
-    // As GetNextAssoc, without copying.
+    /// As GetNextAssoc, without copying.
     const CPair* GetNextPair(POSITION& position) const {
         const auto number = reinterpret_cast<std::uintptr_t>(position);
         if (number == 0 || number > m_used) AfxThrowInvalidArgException();
@@ -143,8 +143,8 @@ public:
         return &entry.Pair();
     }
 
-    // The number of hash buckets that was asked for. The table grows by itself; asking for many
-    // buckets, with `allocateNow`, spares it from growing up to as many entries.
+    /// The number of hash buckets that was asked for. The table grows by itself; asking for many
+    /// buckets, with `allocateNow`, spares it from growing up to as many entries.
     UINT GetHashTableSize() const noexcept { return m_hashTableSize; }
     void InitHashTable(UINT hashSize, BOOL allocateNow = 1) {
         m_hashTableSize = hashSize;
@@ -152,8 +152,8 @@ public:
         if (allocateNow != 0 && slots > m_slots.size()) Rehash(slots);
     }
 
-    // Stores the count and then every key and value in the order of iteration (SerializeElements),
-    // or loads as many, each value replacing that of an equal key. Loading leaves other entries.
+    /// Stores the count and then every key and value in the order of iteration (SerializeElements),
+    /// or loads as many, each value replacing that of an equal key. Loading leaves other entries.
     void Serialize(CArchive& archive) override {
         if (tessalink::isStoring(archive)) {
             Store(archive);
@@ -169,11 +169,11 @@ private:
     static constexpr std::size_t cMinSlots = 16;
     static constexpr UINT cDefaultHashTableSize = 17;
     static constexpr std::uint32_t cMaxEntries = std::numeric_limits<int>::max();
-    // The table is full at one half: most keys are found at the first slot that is looked at.
+    /// The table is full at one half: most keys are found at the first slot that is looked at.
     static constexpr std::size_t cSlotsPerEntry = 2;
     static constexpr bool cTextKeys = tessalink::TextKey<KEY>;
 
-    // Room for one pair. `m_link` is the entry itself when it is in use, else the next free one.
+    /// Room for one pair. `m_link` is the entry itself when it is in use, else the next free one.
     class Entry {
     public:
         bool IsLive() const noexcept { return m_link == this; }
@@ -195,7 +195,7 @@ private:
         Entry* m_link;
     };
 
-    // One place of the index: the key's hash and its entry, null for none.
+    /// One place of the index: the key's hash and its entry, null for none.
     struct Slot {
         Entry* entry = nullptr;
         std::uint32_t hash = 0;
@@ -208,7 +208,7 @@ private:
         return std::max(cMinSlots, std::bit_ceil(entries * cSlotsPerEntry));
     }
 
-    // What a key is hashed and compared as: the characters of a text, else the key itself.
+    /// What a key is hashed and compared as: the characters of a text, else the key itself.
     template <class K>
     static decltype(auto) Searchable(const K& key) {
         if constexpr (cTextKeys) {
@@ -230,16 +230,16 @@ private:
             return HashKey<ARG_KEY>(wanted) * 0x9E3779B1u;
         }
     }
-    // Entries are numbered from 1 and lie in blocks of equal size, so that none ever moves.
+    /// Entries are numbered from 1 and lie in blocks of equal size, so that none ever moves.
     Entry& EntryAt(std::uint32_t number) const noexcept {
         const std::size_t index = number - 1;
         return m_blocks[index >> m_blockBits][index & ((std::size_t{1} << m_blockBits) - 1)];
     }
 
-    // Hashes are well mixed; the upper bits choose the slot.
+    /// Hashes are well mixed; the upper bits choose the slot.
     std::size_t HomeSlot(std::uint32_t hash) const noexcept { return hash >> m_slotShift; }
 
-    // Where a key is: its slot and entry; the entry is null when the key is missing.
+    /// Where a key is: its slot and entry; the entry is null when the key is missing.
     struct Place {
         std::size_t slot = 0;
         Entry* entry = nullptr;
@@ -257,7 +257,7 @@ private:
                          [&](const KEY& stored) { return CompareElements(&stored, &wanted) != 0; });
         }
     }
-    // Apart, so that looking for a short text needs no stack frame.
+    /// Apart, so that looking for a short text needs no stack frame.
     [[gnu::noinline]] Place FindLong(std::string_view wanted, std::uint32_t hash) const {
         return Probe(hash, [&](const KEY& stored) { return tessalink::textOf(stored) == wanted; });
     }
@@ -303,7 +303,7 @@ private:
         return entry.Pair();
     }
 
-    // An entry never used so far, with its block allocated.
+    /// An entry never used so far, with its block allocated.
     Entry& RoomForNext() {
         if (m_used == cMaxEntries) AfxThrowInvalidArgException();
         if (m_used >> m_blockBits == m_blocks.size()) {
@@ -320,7 +320,7 @@ private:
         --m_count;
     }
 
-    // Empties a slot, and moves entries back that would no longer be found behind it.
+    /// Empties a slot, and moves entries back that would no longer be found behind it.
     void CloseGap(std::size_t gap) noexcept {
         const std::size_t mask = m_slots.size() - 1;
         for (std::size_t slot = (gap + 1) & mask; m_slots[slot].entry != nullptr;
@@ -359,7 +359,7 @@ private:
     std::vector<std::unique_ptr<Entry[]>> m_blocks;
     std::vector<Slot> m_slots;
     std::size_t m_count = 0;
-    std::uint32_t m_used = 0;  // entries 1 to m_used are live or on the free list
+    std::uint32_t m_used = 0;  ///< entries 1 to m_used are live or on the free list
     Entry* m_firstFree = nullptr;
     int m_slotShift = 32;
     int m_blockBits;

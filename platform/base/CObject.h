@@ -6,28 +6,28 @@
 class CArchive;
 class CObject;
 
-// The record of one class: its name, size, schema and base class. One constant record exists per
-// class that uses the macros below; nobody creates further ones.
+/// The record of one class: its name, size, schema and base class. One constant record exists per
+/// class that uses the macros below; nobody creates further ones.
 struct TESSALINK_API CRuntimeClass {
-    const char* m_lpszClassName;            // the bare name, without name space
-    int m_nObjectSize;                      // size of an object in bytes
-    UINT m_wSchema;                         // version for archives; 0xFFFF when not serialisable
-    CObject* (*m_pfnCreateObject)();        // null when the class is not dynamically creatable
-    CRuntimeClass* m_pBaseClass;            // null for CObject
-    CRuntimeClass* m_pNextClass = nullptr;  // the list that FromName searches
+    const char* m_lpszClassName;            ///< the bare name, without name space
+    int m_nObjectSize;                      ///< size of an object in bytes
+    UINT m_wSchema;                         ///< version for archives; 0xFFFF when not serialisable
+    CObject* (*m_pfnCreateObject)();        ///< null when the class is not dynamically creatable
+    CRuntimeClass* m_pBaseClass;            ///< null for CObject
+    CRuntimeClass* m_pNextClass = nullptr;  ///< the list that FromName searches
 
-    // A new object made by the default constructor, owned by the caller (delete it); null when the
-    // class is not dynamically creatable. Exceptions of the constructor pass through.
+    /// A new object made by the default constructor, owned by the caller (delete it); null when the
+    /// class is not dynamically creatable. Exceptions of the constructor pass through.
     CObject* CreateObject() const;
 
-    // True when this class is `base` or derived from it.
+    /// True when this class is `base` or derived from it.
     bool IsDerivedFrom(const CRuntimeClass* base) const;
 
-    // The record of the class with exactly this name; null when there is none or `name` is null.
-    // Of two classes of one name, the one that was registered last is found. Any thread may call.
+    /// The record of the class with exactly this name; null when there is none or `name` is null.
+    /// Of two classes of one name, the one that was registered last is found. Any thread may call.
     static CRuntimeClass* FromName(const char* name);
 
-    // CreateObject of the class with this name; null when there is none.
+    /// CreateObject of the class with this name; null when there is none.
     static CObject* CreateObject(const char* name);
 };
 
@@ -35,8 +35,8 @@ namespace tessalink {
 
 inline constexpr UINT cNoSchema = 0xFFFF;
 
-// Enters a class record into the list that CRuntimeClass::FromName searches, for as long as the
-// registration lives. Used by the IMPLEMENT_ macros only.
+/// Enters a class record into the list that CRuntimeClass::FromName searches, for as long as the
+/// registration lives. Used by the IMPLEMENT_ macros only.
 class TESSALINK_API ClassRegistration {
 public:
     explicit ClassRegistration(CRuntimeClass& record);
@@ -50,24 +50,24 @@ private:
 
 }  // namespace tessalink
 
-// The root of all classes that know their run-time class. Objects are not copied; a derived class
-// with the sense of a value defines its own copy operations.
+/// The root of all classes that know their run-time class. Objects are not copied; a derived class
+/// with the sense of a value defines its own copy operations.
 class TESSALINK_API CObject {
 public:
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
 
-    // Writes the object to the archive or reads it, as the archive's direction tells. Does nothing
-    // here. Faults are CArchiveException and CFileException.
+    /// Writes the object to the archive or reads it, as the archive's direction tells. Does nothing
+    /// here. Faults are CArchiveException and CFileException.
     virtual void Serialize(CArchive& archive);
 
     CObject(const CObject&) = delete;
     CObject& operator=(const CObject&) = delete;
 
-    // True when the object's class is that of the record or derived from it.
+    /// True when the object's class is that of the record or derived from it.
     bool IsKindOf(const CRuntimeClass* runtimeClass) const;
 
-    // True when the class was implemented as serialisable (IMPLEMENT_SERIAL).
+    /// True when the class was implemented as serialisable (IMPLEMENT_SERIAL).
     bool IsSerializable() const;
 
     static CRuntimeClass classCObject;

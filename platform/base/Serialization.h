@@ -11,12 +11,12 @@ class CArchive;
 
 namespace tessalink {
 
-// What the collections ask of an archive, which stands one level above them. All faults are those
-// of CArchive.
+/// What the collections ask of an archive, which stands one level above them. All faults are those
+/// of CArchive.
 TESSALINK_API bool isStoring(const CArchive& archive);
 TESSALINK_API void storeCount(CArchive& archive, std::size_t count);
 TESSALINK_API std::size_t loadCount(CArchive& archive);
-// Stores the bytes or fills them, as the archive's direction tells.
+/// Stores the bytes or fills them, as the archive's direction tells.
 TESSALINK_API void exchangeBytes(CArchive& archive, void* bytes, std::size_t count);
 TESSALINK_API void exchangeText(CArchive& archive, CString& text);
 
@@ -27,10 +27,10 @@ concept Serializable = requires(TYPE& element, CArchive& archive) {
 
 }  // namespace tessalink
 
-// Stores `count` elements or loads them into those that are there, as the archive's direction
-// tells. Texts go in their archive form, objects through their Serialize (no class name, no
-// header), plain data byte for byte. A host specialises the template for a type of its own that
-// needs another form.
+/// Stores `count` elements or loads them into those that are there, as the archive's direction
+/// tells. Texts go in their archive form, objects through their Serialize (no class name, no
+/// header), plain data byte for byte. A host specialises the template for a type of its own that
+/// needs another form.
 template <class TYPE>
 void SerializeElements(CArchive& archive, TYPE* elements, std::ptrdiff_t count) {
     if constexpr (std::is_same_v<TYPE, CString>) {

@@ -10,8 +10,8 @@
 
 #include "platform/base/CString.h"
 
-// Hashes for the keys of CMap: fast, well mixed, the same in every run on one machine, and no
-// protection against keys that were chosen to collide.
+/// Hashes for the keys of CMap: fast, well mixed, the same in every run on one machine, and no
+/// protection against keys that were chosen to collide.
 namespace tessalink {
 
 template <class KEY>
@@ -34,7 +34,7 @@ namespace detail {
 inline constexpr std::uint64_t cHashSecretA = 0xA0761D6478BD642F;
 inline constexpr std::uint64_t cHashSecretB = 0xE7037ED1A0B428DB;
 
-// Both halves of the 128-bit product, folded together.
+/// Both halves of the 128-bit product, folded together.
 inline std::uint64_t foldedProduct(std::uint64_t a, std::uint64_t b) noexcept {
     __extension__ using Wide = unsigned __int128;
     const Wide product = static_cast<Wide>(a) * b;
@@ -48,7 +48,7 @@ std::uint64_t loadWord(const char* bytes) noexcept {
     return word;
 }
 
-// Texts of more than 16 bytes: 16 at a time, then the last 16 once more.
+/// Texts of more than 16 bytes: 16 at a time, then the last 16 once more.
 inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
     std::uint64_t hash = length;
     const char* const lastPiece = bytes + length - 16;
@@ -62,10 +62,10 @@ inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
 
 }  // namespace detail
 
-// The longest text that counts as short: most names do.
+/// The longest text that counts as short: most names do.
 inline constexpr std::size_t cShortText = 16;
 
-// Whether two texts are equal, of which the second has at most cShortText characters.
+/// Whether two texts are equal, of which the second has at most cShortText characters.
 inline bool equalShortText(std::string_view a, std::string_view b) noexcept {
     using detail::loadWord;
     const std::size_t length = a.size();
@@ -92,7 +92,7 @@ inline std::uint32_t hashNumber(std::uint64_t number) noexcept {
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
 }
 
-// The first up to eight characters of a text as a number, the first one in the lowest byte.
+/// The first up to eight characters of a text as a number, the first one in the lowest byte.
 inline std::uint64_t firstEight(std::string_view text) noexcept {
     const char* const bytes = text.data();
     const std::size_t length = text.size();
@@ -114,7 +114,7 @@ inline std::uint64_t firstEight(std::string_view text) noexcept {
            detail::loadWord<std::uint8_t>(bytes + length - 1) << (8 * (length - 1));
 }
 
-// The hash of a text of up to eight characters, given as firstEight gives them.
+/// The hash of a text of up to eight characters, given as firstEight gives them.
 inline std::uint32_t hashShortText(std::uint64_t characters, std::size_t length) noexcept {
     const std::uint64_t mixed =
         detail::foldedProduct(characters ^ detail::cHashSecretA, length ^ detail::cHashSecretB);
@@ -132,7 +132,7 @@ inline std::uint32_t hashText(std::string_view text) noexcept {
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
 }
 
-// A text whose hash is known: a map finds it without hashing it once more.
+/// A text whose hash is known: a map finds it without hashing it once more.
 struct HashedText {
     std::string_view text;
     std::uint32_t hash = 0;

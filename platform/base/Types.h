@@ -17,6 +17,6 @@ namespace tessalink {
 struct PositionTag;
 }
 
-// A place in a collection while it is walked; null at the end. Only the collection that handed it
-// out can use it.
+/// A place in a collection while it is walked; null at the end. Only the collection that handed it
+/// out can use it.
 using POSITION = tessalink::PositionTag*;

@@ -16,29 +16,30 @@
 
 namespace tessalink {
 
-// The numbers that an archive holds as they are: little-endian, in their own size (bool: one byte).
+/// The numbers that an archive holds as they are: little-endian, in their own size (bool: one
+/// byte).
 template <class NUMBER>
 concept ArchiveNumber = (std::integral<NUMBER> && !std::same_as<NUMBER, wchar_t>) ||
                         std::same_as<NUMBER, float> || std::same_as<NUMBER, double>;
 
 }  // namespace tessalink
 
-// A buffered stream of values into a file or out of it. Everything is little-endian; a text is its
-// length (one byte; 0xFF and 16 bits from 255 on; 0xFF, 0xFFFF and 32 bits from 65534 on) and its
-// characters.
-//
-// Faults of the data raise CArchiveException, faults of the file CFileException. The file must stay
-// open, and not be used otherwise, until the archive is closed.
+/// A buffered stream of values into a file or out of it. Everything is little-endian; a text is its
+/// length (one byte; 0xFF and 16 bits from 255 on; 0xFF, 0xFFFF and 32 bits from 65534 on) and its
+/// characters.
+///
+/// Faults of the data raise CArchiveException, faults of the file CFileException. The file must
+/// stay open, and not be used otherwise, until the archive is closed.
 class TESSALINK_API CArchive {
 public:
     enum Mode : UINT { store = 0, load = 1, bNoFlushOnDelete = 2 };
 
     static constexpr int cDefaultBufferSize = 4096;
 
-    // An archive over the caller's file, at its position. `bufferSize` is in bytes, at least 128.
+    /// An archive over the caller's file, at its position. `bufferSize` is in bytes, at least 128.
     CArchive(CFile* file, UINT mode, int bufferSize = cDefaultBufferSize);
-    // Closes, unless an exception is on its way or the mode said bNoFlushOnDelete; faults are lost.
-    // A program that must know whether all was stored calls Close.
+    /// Closes, unless an exception is on its way or the mode said bNoFlushOnDelete; faults are
+    /// lost. A program that must know whether all was stored calls Close.
     ~CArchive();
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
@@ -47,30 +48,30 @@ public:
     bool IsStoring() const noexcept { return !m_loading; }
     CFile* GetFile() const noexcept { return m_file; }
 
-    // Reads up to `count` bytes; returns how many there were.
+    /// Reads up to `count` bytes; returns how many there were.
     std::size_t Read(void* bytes, std::size_t count);
     void Write(const void* bytes, std::size_t count) {
         if (m_loading || count > Left()) return WriteThrough(bytes, count);
         if (count > 0) std::memcpy(m_buffer.get() + m_next, bytes, count);
         m_next += count;
     }
-    // Reads `count` bytes or raises endOfFile.
+    /// Reads `count` bytes or raises endOfFile.
     void ReadAll(void* bytes, std::size_t count) {
         if (!m_loading || count > Left()) return ReadThrough(bytes, count);
         if (count > 0) std::memcpy(bytes, m_buffer.get() + m_next, count);
         m_next += count;
     }
 
-    // Storing: hands what is buffered to the file. Loading: moves the file's position back to the
-    // next byte that was not loaded.
+    /// Storing: hands what is buffered to the file. Loading: moves the file's position back to the
+    /// next byte that was not loaded.
     void Flush();
-    // Flushes and lets go of the file, which stays open. The archive can't be used afterwards.
+    /// Flushes and lets go of the file, which stays open. The archive can't be used afterwards.
     void Close();
-    // Lets go of the file without flushing.
+    /// Lets go of the file without flushing.
     void Abort() noexcept;
 
-    // A count of elements: 16 bits; from 65535 on 0xFFFF and 32 bits. A larger one than 32 bits
-    // raises badIndex.
+    /// A count of elements: 16 bits; from 65535 on 0xFFFF and 32 bits. A larger one than 32 bits
+    /// raises badIndex.
     void WriteCount(std::size_t count);
     std::size_t ReadCount();
 
@@ -93,8 +94,8 @@ public:
         return *this;
     }
     CArchive& operator<<(const CString& text);
-    // The text that was there is replaced when the loading succeeds. A length that the file does
-    // not hold raises endOfFile before storage for it is taken.
+    /// The text that was there is replaced when the loading succeeds. A length that the file does
+    /// not hold raises endOfFile before storage for it is taken.
     CArchive& operator>>(CString& text);
 
 private:
@@ -118,6 +119,6 @@ private:
     bool m_flushOnDelete;
     std::size_t m_bufferSize;
     std::unique_ptr<BYTE[]> m_buffer;
-    std::size_t m_next = 0;   // the next byte of the buffer to load or to fill
-    std::size_t m_limit = 0;  // where the bytes to load, or the room to fill, end
+    std::size_t m_next = 0;   ///< the next byte of the buffer to load or to fill
+    std::size_t m_limit = 0;  ///< where the bytes to load, or the room to fill, end
 };

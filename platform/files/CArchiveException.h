@@ -2,7 +2,7 @@
 
 #include "platform/base/CException.h"
 
-// A fault of an archive.
+/// A fault of an archive.
 class TESSALINK_API CArchiveException : public CException {
     DECLARE_DYNAMIC(CArchiveException)
 

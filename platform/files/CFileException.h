@@ -2,8 +2,8 @@
 
 #include "platform/base/CException.h"
 
-// A fault of a file: the kind of fault, the system's error number and the file's name. what() says
-// it in plain English: "reports/out.rtf: the disk is full."
+/// A fault of a file: the kind of fault, the system's error number and the file's name. what() says
+/// it in plain English: "reports/out.rtf: the disk is full."
 class TESSALINK_API CFileException : public CException {
     DECLARE_DYNAMIC(CFileException)
 
@@ -29,17 +29,17 @@ public:
     explicit CFileException(int cause = none, std::int64_t osError = -1,
                             const char* fileName = nullptr);
 
-    // Takes over the cause, error number, name and message.
+    /// Takes over the cause, error number, name and message.
     void Set(int cause, std::int64_t osError, const char* fileName);
 
-    // The cause for an errno value.
+    /// The cause for an errno value.
     static int ErrnoToException(int error);
-    // Raises the exception for an errno value.
+    /// Raises the exception for an errno value.
     [[noreturn]] static void ThrowOsError(std::int64_t error, const char* fileName = nullptr);
 
     int m_cause = none;
-    std::int64_t m_lOsError = -1;  // an errno value, or -1
-    CString m_strFileName;         // as it was given to the operation; may be empty
+    std::int64_t m_lOsError = -1;  ///< an errno value, or -1
+    CString m_strFileName;         ///< as it was given to the operation; may be empty
 };
 
 [[noreturn]] TESSALINK_API void AfxThrowFileException(int cause, std::int64_t osError = -1,

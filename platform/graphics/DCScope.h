@@ -6,8 +6,8 @@
 
 namespace tessalink {
 
-// Selects a pen, brush or font for as long as it lives, and then what was selected before. A null
-// object selects nothing.
+/// Selects a pen, brush or font for as long as it lives, and then what was selected before. A null
+/// object selects nothing.
 template <class Object>
 class Selected {
 public:
@@ -23,8 +23,8 @@ private:
     Object* m_before;
 };
 
-// Restores the pen, brush, font, colours, background mode and text alignment that a context had
-// when this was made.
+/// Restores the pen, brush, font, colours, background mode and text alignment that a context had
+/// when this was made.
 class RestoredState {
 public:
     explicit RestoredState(CDC& dc)
@@ -59,7 +59,7 @@ private:
     UINT m_textAlign;
 };
 
-// Restores everything that a context had when this was made, the clip too.
+/// Restores everything that a context had when this was made, the clip too.
 class SavedState {
 public:
     explicit SavedState(CDC& dc) : m_dc(dc), m_number(dc.SaveDC()) {}

@@ -18,61 +18,61 @@ struct EnhMetaFile;
 
 using HENHMETAFILE = tessalink::EnhMetaFile*;
 
-// What the header of a metafile says.
+/// What the header of a metafile says.
 struct ENHMETAHEADER {
     std::uint32_t iType = 0;
-    std::uint32_t nSize = 0;  // of the header record, in bytes
-    RECT rclBounds;           // of what is drawn, in units of the device, edges included
-    RECT rclFrame;            // of the picture, in hundredths of a millimetre
+    std::uint32_t nSize = 0;  ///< of the header record, in bytes
+    RECT rclBounds;           ///< of what is drawn, in units of the device, edges included
+    RECT rclFrame;            ///< of the picture, in hundredths of a millimetre
     std::uint32_t dSignature = 0;
     std::uint32_t nVersion = 0;
-    std::uint32_t nBytes = 0;  // of the metafile
+    std::uint32_t nBytes = 0;  ///< of the metafile
     std::uint32_t nRecords = 0;
-    std::uint16_t nHandles = 0;  // the metafile's own included
+    std::uint16_t nHandles = 0;  ///< the metafile's own included
     std::uint16_t sReserved = 0;
-    std::uint32_t nDescription = 0;  // in characters
+    std::uint32_t nDescription = 0;  ///< in characters
     std::uint32_t offDescription = 0;
     std::uint32_t nPalEntries = 0;
-    SIZE szlDevice;       // of the reference device, in its units
-    SIZE szlMillimeters;  // and in millimetres
+    SIZE szlDevice;       ///< of the reference device, in its units
+    SIZE szlMillimeters;  ///< and in millimetres
 };
 
 namespace tessalink {
 
-// The largest metafile that is taken or recorded, in bytes: its hexadecimal text fits a CString.
+/// The largest metafile that is taken or recorded, in bytes: its hexadecimal text fits a CString.
 inline constexpr std::uint64_t cMaxMetafile = (std::uint64_t{1} << 30) - 4096;
 
-// A handle for a metafile in memory, which is copied; null when it is damaged, larger than
-// cMaxMetafile, or has records that this library does not play. What memory that takes is within
-// four times the size of the metafile, and so it is for playing it.
+/// A handle for a metafile in memory, which is copied; null when it is damaged, larger than
+/// cMaxMetafile, or has records that this library does not play. What memory that takes is within
+/// four times the size of the metafile, and so it is for playing it.
 TESSALINK_API HENHMETAFILE makeEnhMetaFile(std::vector<BYTE> bytes);
 
-// The bytes of a picture; empty for null.
+/// The bytes of a picture; empty for null.
 TESSALINK_API std::span<const BYTE> bytesOf(HENHMETAFILE picture);
 
 }  // namespace tessalink
 
-// Reads a metafile from a file; null when it can't be read or is damaged.
+/// Reads a metafile from a file; null when it can't be read or is damaged.
 TESSALINK_API HENHMETAFILE GetEnhMetaFile(const char* fileName);
 
-// The same from memory.
+/// The same from memory.
 TESSALINK_API HENHMETAFILE SetEnhMetaFileBits(UINT size, const BYTE* bytes);
 
-// Copies the bytes of the picture when `size` holds them all; returns how many there are. With a
-// null buffer it only tells how many; 0 for null and when there is not enough room.
+/// Copies the bytes of the picture when `size` holds them all; returns how many there are. With a
+/// null buffer it only tells how many; 0 for null and when there is not enough room.
 TESSALINK_API UINT GetEnhMetaFileBits(HENHMETAFILE picture, UINT size, BYTE* bytes);
 
-// Copies the header, up to `size` bytes; returns how many were copied, or without a buffer how many
-// there are.
+/// Copies the header, up to `size` bytes; returns how many were copied, or without a buffer how
+/// many there are.
 TESSALINK_API UINT GetEnhMetaFileHeader(HENHMETAFILE picture, UINT size, ENHMETAHEADER* header);
 
-// A second handle of the picture. With a name it is also stored there, wholly or not at all; null
-// when that fails, or for null.
+/// A second handle of the picture. With a name it is also stored there, wholly or not at all; null
+/// when that fails, or for null.
 TESSALINK_API HENHMETAFILE CopyEnhMetaFile(HENHMETAFILE picture, const char* fileName);
 
-// Draws the picture so that its frame fills the rectangle; the context is as before afterwards.
-// Nonzero on success.
+/// Draws the picture so that its frame fills the rectangle; the context is as before afterwards.
+/// Nonzero on success.
 TESSALINK_API BOOL PlayEnhMetaFile(CDC* dc, HENHMETAFILE picture, const RECT* rect);
 
-// Gives the picture back; nonzero unless it is null.
+/// Gives the picture back; nonzero unless it is null.
 TESSALINK_API BOOL DeleteEnhMetaFile(HENHMETAFILE picture);

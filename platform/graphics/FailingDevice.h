@@ -8,26 +8,26 @@
 
 namespace tessalink {
 
-// Passes on to another device until one primitive fails: for tests of what draws.
-//
-// What a drawing step promises when its device throws: the exception passes through, objects that
-// were selected and states that were changed for the step are those from before it, nothing leaks,
-// and drawing may go on. Saved states of the context stay saved: who calls SaveDC restores it.
+/// Passes on to another device until one primitive fails: for tests of what draws.
+///
+/// What a drawing step promises when its device throws: the exception passes through, objects that
+/// were selected and states that were changed for the step are those from before it, nothing leaks,
+/// and drawing may go on. Saved states of the context stay saved: who calls SaveDC restores it.
 class TESSALINK_API FailingDevice : public DrawingDevice {
 public:
-    // What the failing primitive raises.
+    /// What the failing primitive raises.
     class Fault : public CException {
     public:
         const char* what() const noexcept override { return "The device failed"; }
     };
-    // Throw raises a Fault at one primitive; Drop loses that one and all that follow.
+    /// Throw raises a Fault at one primitive; Drop loses that one and all that follow.
     enum class Failure { Throw, Drop };
 
-    // The primitive `failing`, counted from 1, fails. The other device must outlive this one.
+    /// The primitive `failing`, counted from 1, fails. The other device must outlive this one.
     FailingDevice(DrawingDevice& device, std::size_t failing, Failure failure = Failure::Throw)
         : m_device(device), m_failing(failing), m_failure(failure) {}
 
-    // How many primitives have come.
+    /// How many primitives have come.
     std::size_t Count() const { return m_count; }
 
     const DeviceCaps& Caps() const override { return m_device.Caps(); }

@@ -13,7 +13,7 @@
 // Creating one returns nonzero, or 0 when the description makes no sense; creating it anew replaces
 // what it was. An object belongs to whoever made it and must stay while it is selected.
 
-// The stock objects, which are always there.
+/// The stock objects, which are always there.
 inline constexpr int WHITE_BRUSH = 0;
 inline constexpr int LTGRAY_BRUSH = 1;
 inline constexpr int GRAY_BRUSH = 2;
@@ -36,15 +36,15 @@ class TESSALINK_API CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 
 public:
-    // Nonzero when there is no object: it was not created, or was deleted.
+    /// Nonzero when there is no object: it was not created, or was deleted.
     virtual int IsNull() const = 0;
-    // Drops the object; nonzero when there was one. Stock objects stay.
+    /// Drops the object; nonzero when there was one. Stock objects stay.
     virtual int DeleteObject() = 0;
-    // Copies the description (LOGPEN, LOGBRUSH, LOGFONT) when `size` bytes hold it; returns its
-    // size in bytes, or 0.
+    /// Copies the description (LOGPEN, LOGBRUSH, LOGFONT) when `size` bytes hold it; returns its
+    /// size in bytes, or 0.
     virtual int GetObject(int size, void* description) const = 0;
 
-    // The stock object, or null for a number that is none. It belongs to the library.
+    /// The stock object, or null for a number that is none. It belongs to the library.
     static CGdiObject* FromStock(int index);
 
 protected:
@@ -53,7 +53,7 @@ protected:
 
 namespace tessalink {
 
-// What the kinds of objects that are plain descriptions share.
+/// What the kinds of objects that are plain descriptions share.
 template <class Description>
 class DescribedObject : public CGdiObject {
 public:
@@ -72,12 +72,12 @@ public:
         return needed;
     }
 
-    // The description; the default one when there is no object.
+    /// The description; the default one when there is no object.
     const Description& Get() const {
         static const Description none{};
         return m_description ? *m_description : none;
     }
-    // For the stock: from here on the object can't be deleted or created anew.
+    /// For the stock: from here on the object can't be deleted or created anew.
     void MakeStock() { m_isStock = true; }
 
 protected:
@@ -101,7 +101,7 @@ public:
     CPen() = default;
     CPen(UINT style, int width, COLORREF color) { CreatePen(style, width, color); }
 
-    // A style above PS_INSIDEFRAME is refused.
+    /// A style above PS_INSIDEFRAME is refused.
     int CreatePen(UINT style, int width, COLORREF color);
     int CreatePenIndirect(const LOGPEN* pen);
     int GetLogPen(LOGPEN* pen) const { return GetObject(sizeof(LOGPEN), pen); }
@@ -116,10 +116,10 @@ public:
     CBrush(int hatch, COLORREF color) { CreateHatchBrush(hatch, color); }
 
     int CreateSolidBrush(COLORREF color);
-    // Lines in the colour over the background colour or, in transparent mode, over what is there. A
-    // hatch above HS_DIAGCROSS is refused.
+    /// Lines in the colour over the background colour or, in transparent mode, over what is there.
+    /// A hatch above HS_DIAGCROSS is refused.
     int CreateHatchBrush(int hatch, COLORREF color);
-    // A style other than solid, null and hatched is refused.
+    /// A style other than solid, null and hatched is refused.
     int CreateBrushIndirect(const LOGBRUSH* brush);
     int GetLogBrush(LOGBRUSH* brush) const { return GetObject(sizeof(LOGBRUSH), brush); }
 };
@@ -130,8 +130,8 @@ class TESSALINK_API CFont : public tessalink::DescribedObject<LOGFONT> {
 public:
     CFont() = default;
 
-    // See LOGFONT for what each argument means. The name of the face is cut to 31 characters; null
-    // stands for an empty one.
+    /// See LOGFONT for what each argument means. The name of the face is cut to 31 characters; null
+    /// stands for an empty one.
     int CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
                    BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                    BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face);
@@ -139,20 +139,20 @@ public:
     int GetLogFont(LOGFONT* font) const { return GetObject(sizeof(LOGFONT), font); }
 };
 
-// How CombineRgn joins two regions.
+/// How CombineRgn joins two regions.
 inline constexpr int RGN_AND = 1;
 inline constexpr int RGN_OR = 2;
 inline constexpr int RGN_XOR = 3;
 inline constexpr int RGN_DIFF = 4;  // the first without the second
 inline constexpr int RGN_COPY = 5;  // the first
 
-// What kind of region a call has left.
+/// What kind of region a call has left.
 inline constexpr int ERRORREGION = 0;
 inline constexpr int NULLREGION = 1;
 inline constexpr int SIMPLEREGION = 2;  // one rectangle
 inline constexpr int COMPLEXREGION = 3;
 
-// How polygons that cross themselves are filled.
+/// How polygons that cross themselves are filled.
 inline constexpr int ALTERNATE = 1;
 inline constexpr int WINDING = 2;
 
@@ -165,10 +165,10 @@ public:
     int CreateRectRgn(int left, int top, int right, int bottom);
     int CreateRectRgnIndirect(const RECT* rect);
     int CreateEllipticRgn(int left, int top, int right, int bottom);
-    // Fewer than two points are refused. Both modes fill by the alternating rule.
+    /// Fewer than two points are refused. Both modes fill by the alternating rule.
     int CreatePolygonRgn(const POINT* points, int count, int mode);
-    // Returns the kind of region that this one has become; ERRORREGION when one is missing. Either
-    // may be this one itself.
+    /// Returns the kind of region that this one has become; ERRORREGION when one is missing. Either
+    /// may be this one itself.
     int CombineRgn(const CRgn* first, const CRgn* second, int mode);
     int OffsetRgn(int dx, int dy);
     int GetRgnBox(RECT* box) const;
@@ -176,7 +176,7 @@ public:
 
     int IsNull() const override { return !m_region.has_value(); }
     int DeleteObject() override;
-    // A region has no description: 0.
+    /// A region has no description: 0.
     int GetObject(int size, void* description) const override;
 
     const tessalink::Region& Get() const;

@@ -93,7 +93,7 @@ struct CRect : RECT {
                 static_cast<int>((std::int64_t{top} + bottom) / 2)};
     }
 
-    // Whether it holds no unit.
+    /// Whether it holds no unit.
     constexpr bool IsRectEmpty() const { return left >= right || top >= bottom; }
     constexpr bool IsRectNull() const { return static_cast<const RECT&>(*this) == RECT(); }
     constexpr bool PtInRect(const POINT& point) const {
@@ -126,12 +126,12 @@ struct CRect : RECT {
                     tessalink::wrapNeg(b));
     }
     constexpr void DeflateRect(int dx, int dy) { DeflateRect(dx, dy, dx, dy); }
-    // Exchanges edges that are the wrong way round.
+    /// Exchanges edges that are the wrong way round.
     constexpr void NormalizeRect() {
         if (left > right) std::swap(left, right);
         if (top > bottom) std::swap(top, bottom);
     }
-    // The part that both have, or the empty rectangle (all 0); returns whether there is one.
+    /// The part that both have, or the empty rectangle (all 0); returns whether there is one.
     constexpr bool IntersectRect(const RECT* a, const RECT* b) {
         *this = CRect(std::max(a->left, b->left), std::max(a->top, b->top),
                       std::min(a->right, b->right), std::min(a->bottom, b->bottom));
@@ -139,8 +139,8 @@ struct CRect : RECT {
         SetRectEmpty();
         return false;
     }
-    // The smallest rectangle around both, of which empty ones don't count; returns whether it is
-    // not empty.
+    /// The smallest rectangle around both, of which empty ones don't count; returns whether it is
+    /// not empty.
     constexpr bool UnionRect(const RECT* a, const RECT* b) {
         const CRect first(*a);
         const CRect second(*b);

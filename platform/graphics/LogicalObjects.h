@@ -9,7 +9,7 @@
 
 // Pens, brushes and fonts as plain descriptions, with the constants of the classic desktop.
 
-// Pen styles. Dashes and dots are drawn by pens of width 1 only; wider ones are solid.
+/// Pen styles. Dashes and dots are drawn by pens of width 1 only; wider ones are solid.
 inline constexpr UINT PS_SOLID = 0;
 inline constexpr UINT PS_DASH = 1;
 inline constexpr UINT PS_DOT = 2;
@@ -20,13 +20,14 @@ inline constexpr UINT PS_INSIDEFRAME = 6;
 
 struct LOGPEN {
     UINT lopnStyle = PS_SOLID;
-    POINT lopnWidth;  // x is the width in device units; 0 and less stand for one unit; y is unused
+    POINT
+    lopnWidth;  ///< x is the width in device units; 0 and less stand for one unit; y is unused
     COLORREF lopnColor = cBlack;
 
     bool operator==(const LOGPEN&) const = default;
 };
 
-// Brush styles and hatches.
+/// Brush styles and hatches.
 inline constexpr UINT BS_SOLID = 0;
 inline constexpr UINT BS_NULL = 1;
 inline constexpr UINT BS_HOLLOW = BS_NULL;
@@ -42,12 +43,12 @@ inline constexpr int HS_DIAGCROSS = 5;
 struct LOGBRUSH {
     UINT lbStyle = BS_SOLID;
     COLORREF lbColor = cWhite;
-    std::uintptr_t lbHatch = 0;  // HS_...
+    std::uintptr_t lbHatch = 0;  ///< HS_...
 
     bool operator==(const LOGBRUSH&) const = default;
 };
 
-// Weights of fonts, from 0 (whatever there is) to 1000.
+/// Weights of fonts, from 0 (whatever there is) to 1000.
 inline constexpr LONG FW_DONTCARE = 0;
 inline constexpr LONG FW_LIGHT = 300;
 inline constexpr LONG FW_NORMAL = 400;
@@ -73,10 +74,10 @@ inline constexpr BYTE FF_SWISS = 0x20;  // without
 inline constexpr std::size_t LF_FACESIZE = 32;
 
 struct LOGFONT {
-    LONG lfHeight = 0;       // ascent + descent in device units; negative: the em
-    LONG lfWidth = 0;        // not used: characters have their natural widths
-    LONG lfEscapement = 0;   // not used: text runs from left to right
-    LONG lfOrientation = 0;  // not used
+    LONG lfHeight = 0;       ///< ascent + descent in device units; negative: the em
+    LONG lfWidth = 0;        ///< not used: characters have their natural widths
+    LONG lfEscapement = 0;   ///< not used: text runs from left to right
+    LONG lfOrientation = 0;  ///< not used
     LONG lfWeight = FW_NORMAL;
     BYTE lfItalic = 0;
     BYTE lfUnderline = 0;
@@ -86,18 +87,18 @@ struct LOGFONT {
     BYTE lfClipPrecision = CLIP_DEFAULT_PRECIS;
     BYTE lfQuality = DEFAULT_QUALITY;
     BYTE lfPitchAndFamily = DEFAULT_PITCH;
-    char lfFaceName[LF_FACESIZE] = {};  // ends in a NUL
+    char lfFaceName[LF_FACESIZE] = {};  ///< ends in a NUL
 
-    // Byte for byte, what stands behind the name's NUL included.
+    /// Byte for byte, what stands behind the name's NUL included.
     bool operator==(const LOGFONT& other) const {
         return std::memcmp(this, &other, sizeof(other)) == 0;
     }
 };
 static_assert(sizeof(LOGFONT) == 60, "no byte of a LOGFONT is padding");
 
-// What GetTextMetrics tells, in device units.
+/// What GetTextMetrics tells, in device units.
 struct TEXTMETRIC {
-    LONG tmHeight = 0;  // ascent + descent
+    LONG tmHeight = 0;  ///< ascent + descent
     LONG tmAscent = 0;
     LONG tmDescent = 0;
     LONG tmInternalLeading = 0;

@@ -9,22 +9,22 @@
 
 namespace tessalink {
 
-// Records what is drawn as an enhanced metafile. Every run of text stands on its base line with the
-// position of each character, backgrounds are rectangles of their own, and what a record needs is
-// set before it: every reader places the picture alike.
+/// Records what is drawn as an enhanced metafile. Every run of text stands on its base line with
+/// the position of each character, backgrounds are rectangles of their own, and what a record needs
+/// is set before it: every reader places the picture alike.
 class TESSALINK_API MetafileDevice final : public DrawingDevice {
 public:
-    // Records as a device of these capabilities and measures would draw; `reference` must stay
-    // until the recording has ended. The frame is in hundredths of a millimetre; without one it is
-    // that of what is drawn. The description is two texts, application and picture, each with a
-    // NUL.
+    /// Records as a device of these capabilities and measures would draw; `reference` must stay
+    /// until the recording has ended. The frame is in hundredths of a millimetre; without one it is
+    /// that of what is drawn. The description is two texts, application and picture, each with a
+    /// NUL.
     explicit MetafileDevice(const DrawingDevice& reference,
                             const std::optional<RECT>& frame = std::nullopt,
                             std::string_view description = {});
     ~MetafileDevice() override;
 
-    // Ends the recording, closes what is open, and returns the metafile; empty when it has become
-    // larger than cMaxMetafile. Drawing afterwards does nothing.
+    /// Ends the recording, closes what is open, and returns the metafile; empty when it has become
+    /// larger than cMaxMetafile. Drawing afterwards does nothing.
     std::vector<BYTE> Finish();
 
     const DeviceCaps& Caps() const override;

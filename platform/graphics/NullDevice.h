@@ -4,7 +4,7 @@
 
 namespace tessalink {
 
-// Draws nothing; it measures like others. The base of devices that are interested in few calls.
+/// Draws nothing; it measures like others. The base of devices that are interested in few calls.
 class TESSALINK_API NullDevice : public DrawingDevice {
 public:
     NullDevice();
@@ -25,8 +25,8 @@ private:
     DeviceCaps m_caps;
 };
 
-// A screen of 96 units per inch and known size, 1,920 by 1,440 units and 508 by 381 millimetres:
-// what pictures are recorded against where no printer is.
+/// A screen of 96 units per inch and known size, 1,920 by 1,440 units and 508 by 381 millimetres:
+/// what pictures are recorded against where no printer is.
 TESSALINK_API const DeviceCaps& fixedScreen();
 
 }  // namespace tessalink

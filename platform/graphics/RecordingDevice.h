@@ -9,24 +9,24 @@
 
 namespace tessalink {
 
-// One primitive as a value, in device units. What its kind has no use for has its default.
+/// One primitive as a value, in device units. What its kind has no use for has its default.
 struct Primitive {
     enum class Kind {
-        Line,           // two points
-        Polyline,       // points
-        Polygon,        // points
-        Rectangle,      // rect
-        Ellipse,        // rect
-        FillRectangle,  // rect
-        FillRegion,     // region
-        Pixel,          // one point, color
-        Text,           // one point: the origin; text, font, positions, color
+        Line,           ///< two points
+        Polyline,       ///< points
+        Polygon,        ///< points
+        Rectangle,      ///< rect
+        Ellipse,        ///< rect
+        FillRectangle,  ///< rect
+        FillRegion,     ///< region
+        Pixel,          ///< one point, color
+        Text,           ///< one point: the origin; text, font, positions, color
     };
 
     Kind kind = Kind::Line;
     LOGPEN pen;
     LOGBRUSH brush;
-    COLORREF background = cWhite;  // between dashes and hatches, when `opaque`
+    COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
     int fillMode = 1;
     std::optional<Region> clip;
@@ -44,20 +44,20 @@ struct Primitive {
     std::optional<RECT> textClip;
 };
 
-// The primitive as a line of text, without a line end, for instance
-//   rectangle 10,10,100,60 pen solid 1 000000 brush solid ffffff clip 0,0,50,50
-// It says what can be seen and no more: a wide pen is solid, a pen has a width of at least 1, a
-// background is told where gaps show it, and colours are red, green and blue. Rectangles are left,
-// top, right, bottom; bytes of a text that are no printable ASCII are \xNN.
+/// The primitive as a line of text, without a line end, for instance
+///   rectangle 10,10,100,60 pen solid 1 000000 brush solid ffffff clip 0,0,50,50
+/// It says what can be seen and no more: a wide pen is solid, a pen has a width of at least 1, a
+/// background is told where gaps show it, and colours are red, green and blue. Rectangles are left,
+/// top, right, bottom; bytes of a text that are no printable ASCII are \xNN.
 TESSALINK_API std::string toText(const Primitive& primitive);
 
-// Keeps what is drawn, for tests and for whoever looks into a picture.
+/// Keeps what is drawn, for tests and for whoever looks into a picture.
 class TESSALINK_API RecordingDevice : public NullDevice {
 public:
     using NullDevice::NullDevice;
 
     const std::vector<Primitive>& Primitives() const { return m_primitives; }
-    // A line for each primitive, in order.
+    /// A line for each primitive, in order.
     std::vector<std::string> Lines() const;
     void Clear() { m_primitives.clear(); }
 

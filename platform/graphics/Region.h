@@ -9,28 +9,28 @@
 
 namespace tessalink {
 
-// A set of device units as rectangles that don't overlap, sorted from top to bottom and then from
-// left to right; rectangles beside one another have the same top and bottom. A plain value.
+/// A set of device units as rectangles that don't overlap, sorted from top to bottom and then from
+/// left to right; rectangles beside one another have the same top and bottom. A plain value.
 class TESSALINK_API Region {
 public:
     Region() = default;
     explicit Region(const RECT& rect);
-    // What Polygon fills, by the alternating rule. A point is the centre of its unit, so that
-    // filled polygons meet their outline; a unit belongs to the polygon when its centre lies
-    // inside, or on a left or upper edge.
+    /// What Polygon fills, by the alternating rule. A point is the centre of its unit, so that
+    /// filled polygons meet their outline; a unit belongs to the polygon when its centre lies
+    /// inside, or on a left or upper edge.
     static Region OfPolygon(std::span<const POINT> points);
-    // Rectangles that are sorted already and have the form that is told above; nothing when they
-    // have not. What is farther away than a device can be is cut off, as everywhere here.
+    /// Rectangles that are sorted already and have the form that is told above; nothing when they
+    /// have not. What is farther away than a device can be is cut off, as everywhere here.
     static std::optional<Region> OfBands(std::vector<RECT> rects);
-    // What Ellipse fills without a pen.
+    /// What Ellipse fills without a pen.
     static Region OfEllipse(const RECT& rect);
 
-    // The corners, when the region is a polygon as it was made; otherwise empty. FillRgn draws that
-    // polygon instead of rectangles without number.
+    /// The corners, when the region is a polygon as it was made; otherwise empty. FillRgn draws
+    /// that polygon instead of rectangles without number.
     std::span<const POINT> Corners() const { return m_corners; }
 
     bool IsEmpty() const { return m_rects.empty(); }
-    // The smallest rectangle around it; all 0 when empty.
+    /// The smallest rectangle around it; all 0 when empty.
     CRect Bounds() const;
     std::span<const RECT> Rects() const { return m_rects; }
     bool Contains(const POINT& point) const;

@@ -9,36 +9,36 @@
 #include "platform/base/Export.h"
 #include "platform/windows/CWnd.h"
 
-// Windows of the library in windows of a host that uses the toolkit. useQt() comes first
-// (platform/qt/UseQt.h), with a QApplication.
+/// Windows of the library in windows of a host that uses the toolkit. useQt() comes first
+/// (platform/qt/UseQt.h), with a QApplication.
 namespace tessalink {
 
-// Any widget, a QDialog too, as the parent of windows of the library:
-//
-//     tessalink::HostWindow host(dialog, [&](UINT message, WPARAM, LPARAM lParam) {
-//         if (message != WM_NOTIFY) return tessalink::HostWindow::cNotHandled;
-//         const auto& record = *reinterpret_cast<const NMHDR*>(lParam);
-//         return tessalink::HostWindow::Answer(isRefused(record) ? 1 : 0);
-//     });
-//     form.Create(CRect(10, 10, 400, 300), 1, &host);
-//
-// The widget stays the host's: it is not moved, painted or deleted, and keeps its events. Windows
-// in it lie where their rectangles say, in pixels from the widget's left top corner; they show with
-// it and are destroyed when it is deleted, their objects are not. Tab leads from the host's own
-// widgets to windows that have a tab stop, and on from these, in the toolkit's order (that of
-// creation, unless QWidget::setTabOrder changes it; widgetOf tells what to order).
-//
-// A message box of the host's that is shown while it answers is well.
+/// Any widget, a QDialog too, as the parent of windows of the library:
+///
+///     tessalink::HostWindow host(dialog, [&](UINT message, WPARAM, LPARAM lParam) {
+///         if (message != WM_NOTIFY) return tessalink::HostWindow::cNotHandled;
+///         const auto& record = *reinterpret_cast<const NMHDR*>(lParam);
+///         return tessalink::HostWindow::Answer(isRefused(record) ? 1 : 0);
+///     });
+///     form.Create(CRect(10, 10, 400, 300), 1, &host);
+///
+/// The widget stays the host's: it is not moved, painted or deleted, and keeps its events. Windows
+/// in it lie where their rectangles say, in pixels from the widget's left top corner; they show
+/// with it and are destroyed when it is deleted, their objects are not. Tab leads from the host's
+/// own widgets to windows that have a tab stop, and on from these, in the toolkit's order (that of
+/// creation, unless QWidget::setTabOrder changes it; widgetOf tells what to order).
+///
+/// A message box of the host's that is shown while it answers is well.
 class TESSALINK_API HostWindow : public CWnd {
 public:
     using Answer = std::optional<LRESULT>;
-    // Gets the messages that windows send to their parent, WM_NOTIFY and WM_COMMAND above all, and
-    // returns the answer, or cNotHandled for what a window does by default. It may destroy windows,
-    // this one too.
+    /// Gets the messages that windows send to their parent, WM_NOTIFY and WM_COMMAND above all, and
+    /// returns the answer, or cNotHandled for what a window does by default. It may destroy
+    /// windows, this one too.
     using Handler = std::function<Answer(UINT message, WPARAM wParam, LPARAM lParam)>;
     static constexpr std::nullopt_t cNotHandled = std::nullopt;
 
-    // An empty handler answers nothing.
+    /// An empty handler answers nothing.
     explicit HostWindow(QWidget& widget, Handler handler = {});
     ~HostWindow() override;
 
@@ -49,20 +49,20 @@ private:
     Handler m_handler;
 };
 
-// A widget for one window of the library, which fills it: for layouts, splitters and scroll areas
-// of the host.
-//
-//     auto* holder = new tessalink::WindowHolder(handler);
-//     form.Create(CRect(), 1, &holder->Host());
-//     layout->addWidget(holder);
+/// A widget for one window of the library, which fills it: for layouts, splitters and scroll areas
+/// of the host.
+///
+///     auto* holder = new tessalink::WindowHolder(handler);
+///     form.Create(CRect(), 1, &holder->Host());
+///     layout->addWidget(holder);
 class TESSALINK_API WindowHolder : public QWidget {
 public:
     explicit WindowHolder(HostWindow::Handler handler = {}, QWidget* parent = nullptr);
     ~WindowHolder() override;
 
-    // The parent for the window that it holds.
+    /// The parent for the window that it holds.
     HostWindow& Host() { return *m_host; }
-    // What layouts are told; 400 by 300 pixels at first.
+    /// What layouts are told; 400 by 300 pixels at first.
     void SetSizeHint(QSize size);
     QSize sizeHint() const override { return m_sizeHint; }
 
@@ -77,9 +77,9 @@ private:
     std::unique_ptr<HostWindow> m_host;
 };
 
-// The widget that a window consists of, with its frame and scroll bars; for HostWindow the host's.
-// Null for a window that does not exist or is none of the toolkit's. It is the library's, and may
-// be grabbed, ordered, or asked for its place.
+/// The widget that a window consists of, with its frame and scroll bars; for HostWindow the host's.
+/// Null for a window that does not exist or is none of the toolkit's. It is the library's, and may
+/// be grabbed, ordered, or asked for its place.
 TESSALINK_API QWidget* widgetOf(const CWnd& window);
 
 }  // namespace tessalink

@@ -5,8 +5,8 @@
 #include "platform/base/CString.h"
 #include "platform/graphics/Geometry.h"
 
-// What assistive technology is told of windows, and of the parts of a window that are no windows
-// themselves.
+/// What assistive technology is told of windows, and of the parts of a window that are no windows
+/// themselves.
 namespace tessalink {
 
 enum class AccessibleRole {

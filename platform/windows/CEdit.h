@@ -4,13 +4,13 @@
 
 #include "platform/windows/CWnd.h"
 
-// An edit box: an edit field of the system, with its selection, clipboard, undo and input methods.
-// Positions count characters from 0 on, -1 is the end; lines end in "\r\n". Its parent gets
-// WM_COMMAND with EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS.
-//
-// Keys and characters come to the handlers first; the base class's pass them to the field. What a
-// paste would insert can be asked of tessalink::clipboardText. Characters that Windows-1252 lacks
-// are refused with a beep, a paste as a whole.
+/// An edit box: an edit field of the system, with its selection, clipboard, undo and input methods.
+/// Positions count characters from 0 on, -1 is the end; lines end in "\r\n". Its parent gets
+/// WM_COMMAND with EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS.
+///
+/// Keys and characters come to the handlers first; the base class's pass them to the field. What a
+/// paste would insert can be asked of tessalink::clipboardText. Characters that Windows-1252 lacks
+/// are refused with a beep, a paste as a whole.
 class TESSALINK_API CEdit : public CWnd {
     DECLARE_DYNAMIC(CEdit)
 
@@ -24,10 +24,10 @@ public:
     void ReplaceSel(const char* text);
     BOOL SetReadOnly(BOOL readOnly = 1);
     void SetLimitText(UINT characters);
-    // The line of a position, or of the caret.
+    /// The line of a position, or of the caret.
     int LineFromChar(int position = -1) const;
     int GetLineCount() const;
-    // Where a line starts, or with -1 the line of the caret; -1 when there is no such line.
+    /// Where a line starts, or with -1 the line of the caret; -1 when there is no such line.
     int LineIndex(int line) const;
     void ScrollCaret();
     void Cut();
@@ -38,7 +38,7 @@ public:
     virtual void OnPaste();
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    // Where the system doesn't draw its edit fields itself.
+    /// Where the system doesn't draw its edit fields itself.
     void OnPaint() override;
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
@@ -54,7 +54,7 @@ protected:
     CString window_text() const override;
 
 private:
-    // The messages of edit boxes; nothing for others.
+    /// The messages of edit boxes; nothing for others.
     std::optional<LRESULT> field_message(UINT message, WPARAM wParam, LPARAM lParam);
     void tell_parent(UINT code);
 };

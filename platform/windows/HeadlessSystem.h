@@ -13,26 +13,26 @@
 
 namespace tessalink {
 
-// Windows that nobody sees, with a keyboard, a mouse and a clock that a program works: for tests,
-// and where no toolkit is. Everything happens at once, in the caller's thread; posted messages and
-// painting wait for Pump.
+/// Windows that nobody sees, with a keyboard, a mouse and a clock that a program works: for tests,
+/// and where no toolkit is. Everything happens at once, in the caller's thread; posted messages and
+/// painting wait for Pump.
 class TESSALINK_API HeadlessSystem : public WindowSystem {
 public:
     HeadlessSystem();
     ~HeadlessSystem() override;
 
-    // The one that is used when no other system is set.
+    /// The one that is used when no other system is set.
     static HeadlessSystem& Default();
 
-    // The keyboard. Keys go to the window that has the focus, with the characters that they make;
-    // without any given, Return, Tab, Escape and the backspace make theirs.
+    /// The keyboard. Keys go to the window that has the focus, with the characters that they make;
+    /// without any given, Return, Tab, Escape and the backspace make theirs.
     void PressKey(UINT key, std::string_view characters = {});
-    // Every character with its key.
+    /// Every character with its key.
     void Type(std::string_view text);
     void HoldKey(UINT key, bool down);
 
-    // The mouse. Points are on the screen; the front window there gets it, or the one that has the
-    // capture, or the first one around it that is enabled.
+    /// The mouse. Points are on the screen; the front window there gets it, or the one that has the
+    /// capture, or the first one around it that is enabled.
     void Click(CPoint point);
     void Press(CPoint point, UINT message = WM_LBUTTONDOWN);
     void Release(CPoint point, UINT message = WM_LBUTTONUP);
@@ -40,17 +40,17 @@ public:
     void Turn(CPoint point, short delta);
     CWnd* WindowAt(CPoint point) const;
 
-    // Dispatches posted messages and paints what is invalid, until nothing is left.
+    /// Dispatches posted messages and paints what is invalid, until nothing is left.
     void Pump();
-    // Lets time pass: timers run when they are due.
+    /// Lets time pass: timers run when they are due.
     void Advance(UINT milliseconds);
-    // Input for RunUntil, step by step.
+    /// Input for RunUntil, step by step.
     void Queue(std::function<void()> step) { m_steps.push_back(std::move(step)); }
 
-    // Paints a window and what is in it on a device.
+    /// Paints a window and what is in it on a device.
     void PaintAll(CWnd& window, DrawingDevice& device, CPoint origin = {});
 
-    // What windows have told assistive technology.
+    /// What windows have told assistive technology.
     struct Told {
         const CWnd* window;
         AccessibleEvent event;
@@ -58,7 +58,7 @@ public:
         CString text;
     };
     std::vector<Told>& ToldEvents() { return m_told; }
-    // How many windows have painted themselves, and how many units of them.
+    /// How many windows have painted themselves, and how many units of them.
     int PaintCount() const { return m_paintCount; }
     std::int64_t PaintedArea() const { return m_paintedArea; }
     void SetClipboard(const CString& text) { m_clipboard = text; }
@@ -93,7 +93,7 @@ private:
     void paint(CWnd& window, DrawingDevice& device);
     bool paint_invalid();
 
-    std::vector<CWnd*> m_windows;  // all of them, those made last at the end
+    std::vector<CWnd*> m_windows;  ///< all of them, those made last at the end
     std::map<int, COLORREF> m_colors;
     std::set<int> m_keys;
     std::map<int, Timer> m_timers;

@@ -18,7 +18,7 @@ using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
-// A window, as notifications name it. It is valid while the window exists.
+/// A window, as notifications name it. It is valid while the window exists.
 using HWND = tessalink::WindowCore*;
 
 constexpr WPARAM MAKEWPARAM(UINT low, UINT high) {
@@ -30,14 +30,14 @@ constexpr UINT LOWORD(WPARAM value) {
 constexpr UINT HIWORD(WPARAM value) {
     return static_cast<UINT>((value >> 16) & 0xFFFFU);
 }
-// A request of a scroll bar: the code, and the whole position of the thumb.
+/// A request of a scroll bar: the code, and the whole position of the thumb.
 constexpr WPARAM scrollParam(UINT code, int position) {
     return (code & 0xFFFFU) | (static_cast<WPARAM>(static_cast<std::uint32_t>(position)) << 16);
 }
 constexpr UINT thumbOf(WPARAM value) {
     return static_cast<UINT>(value >> 16);
 }
-// A point in one parameter; each coordinate has 16 bits and a sign.
+/// A point in one parameter; each coordinate has 16 bits and a sign.
 constexpr LPARAM MAKELPARAM(int x, int y) {
     return static_cast<LPARAM>(
         MAKEWPARAM(static_cast<UINT>(x) & 0xFFFFU, static_cast<UINT>(y) & 0xFFFFU));
@@ -97,7 +97,7 @@ inline constexpr UINT WM_PASTE = 0x0302;
 inline constexpr UINT WM_UNDO = 0x0304;
 inline constexpr UINT WM_USER = 0x0400;
 
-// Notifications of every control, and those of edit boxes.
+/// Notifications of every control, and those of edit boxes.
 inline constexpr int NM_SETFOCUS = -7;
 inline constexpr int NM_KILLFOCUS = -8;
 inline constexpr UINT EN_SETFOCUS = 0x0100;
@@ -156,14 +156,14 @@ inline constexpr UINT SIF_PAGE = 2;
 inline constexpr UINT SIF_POS = 4;
 inline constexpr UINT SIF_ALL = SIF_RANGE | SIF_PAGE | SIF_POS;
 
-// Which keys a control wants for itself; the others belong to the dialog that it is in.
+/// Which keys a control wants for itself; the others belong to the dialog that it is in.
 inline constexpr UINT DLGC_WANTARROWS = 0x0001;
 inline constexpr UINT DLGC_WANTTAB = 0x0002;
 inline constexpr UINT DLGC_WANTALLKEYS = 0x0004;
 inline constexpr UINT DLGC_HASSETSEL = 0x0008;
 inline constexpr UINT DLGC_WANTCHARS = 0x0080;
 
-// Among the flags of a key or character: the key is held down, and repeats itself.
+/// Among the flags of a key or character: the key is held down, and repeats itself.
 inline constexpr UINT KF_REPEAT = 0x4000;
 
 inline constexpr UINT VK_BACK = 0x08;
@@ -221,7 +221,7 @@ inline constexpr int IDC_HAND = 32649;
 
 inline constexpr UINT HTCLIENT = 1;
 
-// The start of every notification.
+/// The start of every notification.
 struct NMHDR {
     HWND hwndFrom = nullptr;
     UINT_PTR idFrom = 0;

@@ -16,7 +16,7 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST_F(CommandLine, makes_reports) {
+TEST_F(CommandLine, MakesReports) {
     folder.Write("plain.rtf", "{\\rtf @Name is @age: @mean@IF(age>30)@THEN !@ENDIF}");
     Store("stored.dat", "{\\rtf1 @Name}");
     Store("text.dat", "@Name");
@@ -51,7 +51,7 @@ TEST_F(CommandLine, makes_reports) {
     ExpectOnly({"out.rtf", "plain.rtf", "stored.dat", "text.dat", "vars.tsv"});
 }
 
-TEST_F(CommandLine, tells_faults_with_their_places) {
+TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     folder.Write("fault.rtf", "{\\rtf x\r\n@Nobody}");
     folder.Write("eval.rtf", "{\\rtf\n@EVAL([ab@u])");
     folder.Write("call.rtf", "{\\rtf @CALL(Graph)@CALL(Graph)\n@CALL(Other)}");
@@ -120,7 +120,7 @@ TEST_F(CommandLine, tells_faults_with_their_places) {
     EXPECT_EQ(std::count(skipped.err.begin(), skipped.err.end(), '\n'), 2);
 }
 
-TEST_F(CommandLine, finds_includes_in_the_folder_that_is_named) {
+TEST_F(CommandLine, FindsIncludesInTheFolderThatIsNamed) {
     std::filesystem::create_directories(folder.Path("a/parts"));
     folder.Write("a/t.rtf", "{\\rtf @INCLUDE([Part])}");
     Store("a/Part.DAT", "beside");
@@ -134,7 +134,7 @@ TEST_F(CommandLine, finds_includes_in_the_folder_that_is_named) {
     EXPECT_EQ(Run({"report", "a/t.rtf", "-o", "-", "--include-dir", "a/none"}).exitCode, 1);
 }
 
-TEST_F(CommandLine, leaves_no_part_of_an_output_that_fails) {
+TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
     const std::string large(300000, 'x');
     folder.Write("large.rtf", "{\\rtf " + large);
     folder.Write("out.rtf", "before");
@@ -182,7 +182,7 @@ TEST_F(CommandLine, leaves_no_part_of_an_output_that_fails) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
 }
 
-TEST_F(CommandLine, refuses_files_that_may_not_be_read) {
+TEST_F(CommandLine, RefusesFilesThatMayNotBeRead) {
     folder.Write("secret.rtf", "{\\rtf}");
     ::chmod(folder.Path("secret.rtf").c_str(), 0);
     ::chmod(folder.Path("").c_str(), 0755);
@@ -196,7 +196,7 @@ TEST_F(CommandLine, refuses_files_that_may_not_be_read) {
     }
 }
 
-TEST_F(CommandLine, scrambles_both_ways) {
+TEST_F(CommandLine, ScramblesBothWays) {
     std::string bytes;
     for (int i = 0; i < 70000; ++i) bytes += static_cast<char>(i * 7);
     folder.Write("plain", bytes);
@@ -211,7 +211,7 @@ TEST_F(CommandLine, scrambles_both_ways) {
     EXPECT_EQ(folder.Read("plain"), folder.Read("stored"));
 }
 
-TEST_F(CommandLine, offers_help_everywhere) {
+TEST_F(CommandLine, OffersHelpEverywhere) {
     EXPECT_THAT(Run({"--version"}).out, StartsWith("tessalink "));
     EXPECT_THAT(Run({"--help"}).out, HasSubstr("unscramble"));
     for (const char* command : {"report", "scramble", "unscramble", "check", "vars"}) {
@@ -224,7 +224,7 @@ TEST_F(CommandLine, offers_help_everywhere) {
     EXPECT_EQ(Run({"paint"}).exitCode, 2);
 }
 
-TEST_F(CommandLine, checks_every_branch) {
+TEST_F(CommandLine, ChecksEveryBranch) {
     struct Case {
         const char* text;
         const char* fault;
@@ -260,7 +260,7 @@ TEST_F(CommandLine, checks_every_branch) {
     }
 }
 
-TEST_F(CommandLine, checks_includes_and_names_the_first_fault_of_each_file) {
+TEST_F(CommandLine, ChecksIncludesAndNamesTheFirstFaultOfEachFile) {
     folder.Write("a.rtf", "{\\rtf @INCLUDE([b])\n@INCLUDE([bad])@INCLUDE([b])");
     folder.Write("x.rtf", "{\\rtf \n@THEN@ELSE");
     Store("b.DAT", "@IF(x)@THEN@INCLUDE([B])@INCLUDE([c/d])@ENDIF");
@@ -276,7 +276,7 @@ TEST_F(CommandLine, checks_includes_and_names_the_first_fault_of_each_file) {
     EXPECT_EQ(Run({"check", "none.rtf"}).exitCode, 2);
 }
 
-TEST_F(CommandLine, lists_what_a_template_uses) {
+TEST_F(CommandLine, ListsWhatATemplateUses) {
     Store("part.DAT", "\n@deep@CALL(g)");
     folder.Write("t.rtf",
                  "{\\rtf @Name\n@DEFINE(n)@LET(n=m+1)@IF(k)@THEN@CALL(g)@ELSE@IF(q)@THEN@Name"
@@ -308,7 +308,7 @@ TEST_F(CommandLine, lists_what_a_template_uses) {
     EXPECT_EQ(Run({"vars", "t.rtf"}).out, "");
 }
 
-TEST_F(CommandLine, checks_large_templates_in_linear_time) {
+TEST_F(CommandLine, ChecksLargeTemplatesInLinearTime) {
     std::string text = "{\\rtf ";
     for (int i = 0; i < 50000; ++i) {
         text += "a text of some words @v" + std::to_string(i % 20000) + " \\par\n";

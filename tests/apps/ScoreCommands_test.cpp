@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(ScoreCommands, adds_standard_scores) {
+TEST_F(ScoreCommands, AddsStandardScores) {
     struct Case {
         std::string raw;
         Strings more;
@@ -89,7 +89,7 @@ TEST_F(ScoreCommands, adds_standard_scores) {
     }
 }
 
-TEST_F(ScoreCommands, warns_of_what_is_left_out) {
+TEST_F(ScoreCommands, WarnsOfWhatIsLeftOut) {
     const Finished scored = Score("Fear\tint\t5\nsex\tstring\tf\n", {"--age=7", "--confidence=90"});
     EXPECT_EQ(scored.exitCode, 0);
     EXPECT_THAT(scored.out, testing::EndsWith("Fear_T\tint\t45\nFear_z\tdouble\t-0.5\n"));
@@ -102,7 +102,7 @@ TEST_F(ScoreCommands, warns_of_what_is_left_out) {
     EXPECT_EQ(never.err, "");
 }
 
-TEST_F(ScoreCommands, tells_faults_with_their_places) {
+TEST_F(ScoreCommands, TellsFaultsWithTheirPlaces) {
     const std::string fear = "Fear\tint\t4\nsex\tstring\tf\n";
     const std::string calm = "Calm\tint\t3\n";
     struct Case {
@@ -170,7 +170,7 @@ TEST_F(ScoreCommands, tells_faults_with_their_places) {
     ExpectOnly({"norms.csv", "out.tsv", "raw.tsv"});
 }
 
-TEST_F(ScoreCommands, tells_faults_of_the_norms) {
+TEST_F(ScoreCommands, TellsFaultsOfTheNorms) {
     struct Case {
         const char* norms;
         const char* err;
@@ -194,7 +194,7 @@ TEST_F(ScoreCommands, tells_faults_of_the_norms) {
     }
 }
 
-TEST_F(ScoreCommands, reads_and_writes_standard_streams) {
+TEST_F(ScoreCommands, ReadsAndWritesStandardStreams) {
     const std::string raw = "Calm\tint\t3\n";
     const std::string scored = Score(raw).out;
     EXPECT_EQ(Run({"score", "-", "--norms", "norms.csv", "-o", "-"}, {.input = raw}).out, scored);
@@ -206,7 +206,7 @@ TEST_F(ScoreCommands, reads_and_writes_standard_streams) {
     EXPECT_EQ(folder.Read("raw.tsv"), scored) << "in place";
 }
 
-TEST_F(ScoreCommands, makes_the_report_of_the_example) {
+TEST_F(ScoreCommands, MakesTheReportOfTheExample) {
     const std::string example = TESSALINK_SOURCE_DIR "/examples/norms/";
     const Finished scored = Run({"score", example + "raw.tsv", "--norms", example + "norms.csv",
                                  "--confidence", "90", "-o", "scores.tsv"});
@@ -222,7 +222,7 @@ TEST_F(ScoreCommands, makes_the_report_of_the_example) {
                           "Mia Example worries more than most children"));
 }
 
-TEST_F(ScoreCommands, prints_ages) {
+TEST_F(ScoreCommands, PrintsAges) {
     struct Case {
         Strings arguments;
         const char* out;
@@ -257,7 +257,7 @@ TEST_F(ScoreCommands, prints_ages) {
     }
 }
 
-TEST_F(ScoreCommands, reads_dates_of_the_locale) {
+TEST_F(ScoreCommands, ReadsDatesOfTheLocale) {
     const std::string make = "localedef -i de_DE -f UTF-8 '" + folder.Path("de_DE.UTF-8") + "'";
     if (std::system((make + " 2>/dev/null").c_str()) != 0) GTEST_SKIP() << "no locales";
     ::setenv("LOCPATH", folder.Path("").c_str(), 1);

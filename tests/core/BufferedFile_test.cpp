@@ -23,7 +23,7 @@ int causeOf(const std::function<void()>& operation) {
     }
 }
 
-TEST(BufferedFile, agrees_with_a_string_under_random_operations) {
+TEST(BufferedFile, AgreesWithAStringUnderRandomOperations) {
     for (const std::size_t size : {0u, 1u, 2u, 4095u, 4096u, 4097u, 8192u, 12288u}) {
         for (const int isScrambled : {0, 1}) {
             Dice dice(size + static_cast<std::size_t>(isScrambled));
@@ -39,7 +39,7 @@ TEST(BufferedFile, agrees_with_a_string_under_random_operations) {
     }
 }
 
-TEST(BufferedFile, reads_the_file_a_block_at_a_time) {
+TEST(BufferedFile, ReadsTheFileABlockAtATime) {
     const std::string text(3 * cBlock, 'x');
     CountingFile file(text);
     BufferedFile reader(&file, 0);
@@ -65,7 +65,7 @@ TEST(BufferedFile, reads_the_file_a_block_at_a_time) {
     reader.Detach();
 }
 
-TEST(BufferedFile, one_full_block_then_the_end) {
+TEST(BufferedFile, OneFullBlockThenTheEnd) {
     const std::string text(cBlock, 'x');
     CMemFile file(text);
     BufferedFile reader(&file, 0);
@@ -76,7 +76,7 @@ TEST(BufferedFile, one_full_block_then_the_end) {
     reader.Detach();
 }
 
-TEST(BufferedFile, attaches_opens_and_closes_its_file) {
+TEST(BufferedFile, AttachesOpensAndClosesItsFile) {
     const TemporaryFolder folder;
     const std::string path = folder.Write("a.dat", "\x3d\x3e");
     BufferedFile reader;
@@ -120,7 +120,7 @@ TEST(BufferedFile, attaches_opens_and_closes_its_file) {
     reader.Detach();
 }
 
-TEST(BufferedFile, text_blocks_end_with_the_file) {
+TEST(BufferedFile, TextBlocksEndWithTheFile) {
     CMemFile file(std::string_view("0123456789"));
     BufferedFile reader(&file, 1);
     reader.GetCh();
@@ -135,7 +135,7 @@ TEST(BufferedFile, text_blocks_end_with_the_file) {
     reader.Detach();
 }
 
-TEST(BufferedFile, passes_faults_of_the_file_through) {
+TEST(BufferedFile, PassesFaultsOfTheFileThrough) {
     class FailingFile : public CMemFile {
     public:
         using CMemFile::CMemFile;

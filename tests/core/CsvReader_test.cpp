@@ -38,7 +38,7 @@ std::string read(const std::string& text, bool withPlaces) {
     return cells;
 }
 
-TEST(CsvReader, reads_cells) {
+TEST(CsvReader, ReadsCells) {
     struct Case {
         std::string text;
         std::string cells;
@@ -65,7 +65,7 @@ TEST(CsvReader, reads_cells) {
               "1:1 a|1:3 \xE4|1:6 c|/2:1 x\n\ny|4:4 2|4:6 |/6:1 4|6:3 |6:6 |/");
 }
 
-TEST(CsvReader, names_place_and_kind_of_a_fault) {
+TEST(CsvReader, NamesPlaceAndKindOfAFault) {
     struct Case {
         std::string row;
         const char* place;
@@ -98,7 +98,7 @@ TEST(CsvReader, names_place_and_kind_of_a_fault) {
     }
 }
 
-TEST(CsvReader, holds_its_limits) {
+TEST(CsvReader, HoldsItsLimits) {
     const std::string commas(CsvReader::cMaxColumns - 1, ',');
     EXPECT_EQ(read("a" + commas, false).find('!'), std::string::npos);
     EXPECT_NE(read("a,b\na" + commas + ",", false).find("!2:1002 more than 1000 columns"),
@@ -109,7 +109,7 @@ TEST(CsvReader, holds_its_limits) {
     EXPECT_EQ(read(large, false).find("!1:1 the file has more than 16777216 bytes"), 0u);
 }
 
-TEST(CsvReader, reads_what_was_quoted) {
+TEST(CsvReader, ReadsWhatWasQuoted) {
     Dice dice(7);
     for (int round = 0; round < 2000; ++round) {
         const std::size_t width = 1 + dice.Below(4);

@@ -67,7 +67,7 @@ std::string text(const char* format, int first, int second, int third) {
     return buffer.data();
 }
 
-TEST(Date, every_day_through_numbers_and_us_text) {
+TEST(Date, EveryDayThroughNumbersAndUsText) {
     const std::vector<Day> days = allDays({1800, 1, 1}, {2200, 12, 31});
     ASSERT_EQ(days.size(), 146462u);
     for (const Day& day : days) {
@@ -105,7 +105,7 @@ const std::vector<Writing> cWritings = {
     {dayMonthYear, "<::::::>", "DD<::::MM<::::YYYY"},
 };
 
-TEST(Date, every_day_through_local_text_in_every_writing) {
+TEST(Date, EveryDayThroughLocalTextInEveryWriting) {
     const std::vector<Day> days = allDays({1800, 1, 1}, {2200, 12, 31});
     for (const Writing& writing : cWritings) {
         const HostServicesScope scope(ordered(writing.order, writing.separator));
@@ -126,7 +126,7 @@ TEST(Date, every_day_through_local_text_in_every_writing) {
     }
 }
 
-TEST(Date, mask_width_and_positions_of_every_writing) {
+TEST(Date, MaskWidthAndPositionsOfEveryWriting) {
     for (const Writing& writing : cWritings) {
         const HostServicesScope scope(ordered(writing.order, writing.separator));
         SCOPED_TRACE(writing.mask);
@@ -141,7 +141,7 @@ TEST(Date, mask_width_and_positions_of_every_writing) {
     }
 }
 
-TEST(Date, an_unknown_order_has_no_local_text) {
+TEST(Date, AnUnknownOrderHasNoLocalText) {
     for (const int order : {-1, 3, 1000}) {
         const HostServicesScope scope(ordered(order, "--"));
         Date date(2001, 3, 7);
@@ -193,7 +193,7 @@ void checkAge(const Date& later, const Date& earlier, const Day& expected) {
     ASSERT_EQ(age, (Day{-expected.year, -expected.month, -expected.day}));
 }
 
-TEST(Date, ages_of_all_pairs_in_four_years) {
+TEST(Date, AgesOfAllPairsInFourYears) {
     const std::vector<Day> days = allDays({1999, 1, 1}, {2002, 12, 31});
     ASSERT_EQ(days.size(), 1461u);
     std::vector<Date> dates;
@@ -207,7 +207,7 @@ TEST(Date, ages_of_all_pairs_in_four_years) {
     }
 }
 
-TEST(Date, ages_of_random_pairs) {
+TEST(Date, AgesOfRandomPairs) {
     Dice dice(7);
     const std::vector<Day> days = allDays({1800, 1, 1}, {2200, 12, 31});
     for (int i = 0; i < 100000; ++i) {
@@ -217,7 +217,7 @@ TEST(Date, ages_of_random_pairs) {
     }
 }
 
-TEST(Date, ages_that_are_known) {
+TEST(Date, AgesThatAreKnown) {
     const struct {
         Day birth, test, age;
     } table[] = {
@@ -227,7 +227,7 @@ TEST(Date, ages_that_are_known) {
     for (const auto& [birth, test, age] : table) checkAge(dateOf(test), dateOf(birth), age);
 }
 
-TEST(Date, two_digit_years_are_those_of_the_last_such_day) {
+TEST(Date, TwoDigitYearsAreThoseOfTheLastSuchDay) {
     const std::vector<Day> daysOfLeapYear = allDays({2000, 1, 1}, {2000, 12, 31});
     const Day clocks[] = {{2024, 2, 29}, {2023, 12, 31}, {2024, 1, 1},   {2000, 1, 1},
                           {2000, 2, 29}, {2001, 1, 1},   {1999, 12, 31}, {2100, 3, 1},
@@ -249,7 +249,7 @@ TEST(Date, two_digit_years_are_those_of_the_last_such_day) {
     }
 }
 
-TEST(Date, a_clock_that_is_wrong_makes_no_wrong_dates) {
+TEST(Date, AClockThatIsWrongMakesNoWrongDates) {
     for (const int year : {0, 99, -1, 100000}) {
         const HostServicesScope scope(CalendarTime{year, 1, 1});
         Date date(2001, 3, 7);
@@ -259,7 +259,7 @@ TEST(Date, a_clock_that_is_wrong_makes_no_wrong_dates) {
     }
 }
 
-TEST(Date, refuses_days_that_are_none) {
+TEST(Date, RefusesDaysThatAreNone) {
     const Day refused[] = {{2013, 2, 29},  {1900, 2, 29},  {2100, 2, 29},  {2000, 2, 30},
                            {150, 1, 1},    {100, 1, 1},    {1799, 12, 31}, {-1, 1, 1},
                            {-65535, 1, 1}, {65535, 1, 1},  {67537, 3, 7},  {2001, 0, 1},
@@ -301,7 +301,7 @@ void checkTyped(const std::vector<Typed>& table, Set set) {
     }
 }
 
-TEST(Date, reads_us_text) {
+TEST(Date, ReadsUsText) {
     checkTyped({{" 3 / 7 - 2001 ", 20010307},
                 {"3-7-2001", 20010307},
                 {"003/00007/002001", 20010307},
@@ -333,7 +333,7 @@ TEST(Date, reads_us_text) {
                [](Date& date, const char* typed) { return date.SetUS(typed); });
 }
 
-TEST(Date, reads_local_text) {
+TEST(Date, ReadsLocalText) {
     const auto setLocal = [](Date& date, const char* typed) { return date.SetLocal(typed); };
     const HostServicesScope scope(ordered(dayMonthYear, ".x"));
     checkTyped({{"7.x3.x2001", 20010307},
@@ -355,7 +355,7 @@ TEST(Date, reads_local_text) {
     checkTyped({{"2001 3 7", 20010307}, {"20010307", cRefused}}, setLocal);
 }
 
-TEST(Date, the_empty_date) {
+TEST(Date, TheEmptyDate) {
     const HostServicesScope scope(ordered(yearMonthDay, "-"));
     Date empty;
     Date cleared(2001, 3, 7);
@@ -377,7 +377,7 @@ TEST(Date, the_empty_date) {
     }
 }
 
-TEST(Date, the_order_is_that_of_the_days_behind_the_empty_date) {
+TEST(Date, TheOrderIsThatOfTheDaysBehindTheEmptyDate) {
     Dice dice(3);
     std::vector<Day> days = {Day(), {1800, 1, 1}, {65534, 12, 31}, {1999, 12, 31}, {2000, 1, 1}};
     const std::vector<Day> pool = allDays({1999, 11, 1}, {2001, 2, 28});
@@ -395,7 +395,7 @@ TEST(Date, the_order_is_that_of_the_days_behind_the_empty_date) {
     }
 }
 
-TEST(Date, today_is_what_the_clock_says) {
+TEST(Date, TodayIsWhatTheClockSays) {
     const HostServicesScope scope(CalendarTime{2024, 2, 29, 23, 59, 60});
     Date date;
     date.SetToday();

@@ -105,7 +105,7 @@ private:
     Words m_state = {0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
 };
 
-TEST(MD5Hash, the_suite_of_the_standard) {
+TEST(MD5Hash, TheSuiteOfTheStandard) {
     const struct {
         const char* text;
         const char* hash;
@@ -128,7 +128,7 @@ TEST(MD5Hash, the_suite_of_the_standard) {
     }
 }
 
-TEST(MD5Hash, every_length_up_to_1000_at_every_alignment) {
+TEST(MD5Hash, EveryLengthUpTo1000AtEveryAlignment) {
     Dice dice(1);
     std::string bytes;
     while (bytes.size() < 1016) bytes += static_cast<char>(dice.Word() & 0xFF);
@@ -142,7 +142,7 @@ TEST(MD5Hash, every_length_up_to_1000_at_every_alignment) {
     }
 }
 
-TEST(MD5Hash, agrees_with_the_system_s_program) {
+TEST(MD5Hash, AgreesWithTheSystemSProgram) {
     const char* const program = "/usr/bin/md5sum";
     if (::access(program, X_OK) != 0) GTEST_SKIP() << "there is no " << program;
     Dice dice(2);
@@ -157,7 +157,7 @@ TEST(MD5Hash, agrees_with_the_system_s_program) {
     }
 }
 
-TEST(MD5Hash, all_forms_agree) {
+TEST(MD5Hash, AllFormsAgree) {
     Dice dice(3);
     for (std::size_t length = 0; length < 200; ++length) {
         const std::string text = dice.Text(length, "ab\xFF\x80 \r\n");
@@ -206,7 +206,7 @@ private:
     void* m_start;
 };
 
-TEST(MD5Hash, a_result_may_lie_in_the_data) {
+TEST(MD5Hash, AResultMayLieInTheData) {
     std::uint32_t sum = 0x64636261;
     std::uint32_t sumOfCopy = 0;
     const std::uint32_t copy = sum;
@@ -215,7 +215,7 @@ TEST(MD5Hash, a_result_may_lie_in_the_data) {
     EXPECT_EQ(sum, sumOfCopy);
 }
 
-TEST(MD5Hash, from_512_mib_on_only_the_low_half_of_the_length_counts) {
+TEST(MD5Hash, From512MibOnOnlyTheLowHalfOfTheLengthCounts) {
 #ifndef NDEBUG
     GTEST_SKIP() << "takes too long in a build for finding faults";
 #endif
@@ -231,7 +231,7 @@ TEST(MD5Hash, from_512_mib_on_only_the_low_half_of_the_length_counts) {
     EXPECT_NE(hashOf(zeros.Data(), size + rest), standard);
 }
 
-TEST(MD5Hash, refuses_two_gib_and_null_pointers) {
+TEST(MD5Hash, RefusesTwoGibAndNullPointers) {
     const Pages barred(4096, PROT_NONE);
     const unsigned char* const data = barred.Data();
     const char* const noText = nullptr;

@@ -115,7 +115,7 @@ void checkText(const Time& time, int shortFormat, const std::string& expected, b
     ASSERT_TRUE(read == (isReadable ? whole : before)) << text;
 }
 
-TEST(Time, every_time_through_text_and_back_in_every_writing) {
+TEST(Time, EveryTimeThroughTextAndBackInEveryWriting) {
     for (const Writing& writing : cWritings) {
         const HostServicesScope scope(writing);
         const Model model(writing);
@@ -132,7 +132,7 @@ TEST(Time, every_time_through_text_and_back_in_every_writing) {
     }
 }
 
-TEST(Time, the_positions_are_those_of_the_fields_in_text_and_blank_pattern) {
+TEST(Time, ThePositionsAreThoseOfTheFieldsInTextAndBlankPattern) {
     for (const Writing& writing : cWritings) {
         const HostServicesScope scope(writing);
         const Model model(writing);
@@ -175,7 +175,7 @@ struct Typed {
 };
 constexpr int cRefused = -1;
 
-TEST(Time, reads_what_people_type) {
+TEST(Time, ReadsWhatPeopleType) {
     const Writing unequal = {":", false, false, "a", "post"};
     const Writing dotted = {"::"};
     const Writing unnamed = {":", false};
@@ -253,7 +253,7 @@ TEST(Time, reads_what_people_type) {
     }
 }
 
-TEST(Time, the_writing_is_read_again_when_services_are_set) {
+TEST(Time, TheWritingIsReadAgainWhenServicesAreSet) {
     HostServicesScope scope(cAmerican);
     const Time time(13, 5, 9);
     EXPECT_EQ(time.GetAsStr(0), "01:05:09 PM");
@@ -263,7 +263,7 @@ TEST(Time, the_writing_is_read_again_when_services_are_set) {
     EXPECT_EQ(Time::GetTimeFormatA().FORMAT_PM_STR, std::string());
 }
 
-TEST(Time, numbers_and_refusals) {
+TEST(Time, NumbersAndRefusals) {
     for (int count = 0; count < cSecondsPerDay; ++count) {
         const int number = count / 3600 * 10000 + count / 60 % 60 * 100 + count % 60;
         const Time time(static_cast<std::uint32_t>(number));
@@ -296,7 +296,7 @@ TEST(Time, numbers_and_refusals) {
     EXPECT_TRUE(time == Time(0UL) && time.IsValid());
 }
 
-TEST(Time, the_empty_time) {
+TEST(Time, TheEmptyTime) {
     Time empty;
     Time cleared(7, 8, 9);
     cleared.Clear();
@@ -330,7 +330,7 @@ void checkDifference(int a, int b) {
         << a << " - " << b;
 }
 
-TEST(Time, differences_are_those_of_the_seconds_of_the_day) {
+TEST(Time, DifferencesAreThoseOfTheSecondsOfTheDay) {
     Dice dice(cSeed);
     for (int i = 0; i < 500000; ++i) {
         checkDifference(static_cast<int>(dice.Below(cSecondsPerDay)),
@@ -349,7 +349,7 @@ TEST(Time, differences_are_those_of_the_seconds_of_the_day) {
     }
 }
 
-TEST(Time, the_order_is_that_of_the_seconds_of_the_day_behind_the_empty_time) {
+TEST(Time, TheOrderIsThatOfTheSecondsOfTheDayBehindTheEmptyTime) {
     Dice dice(cSeed);
     std::vector<int> counts = {-1, 0, 59, 60, 3599, 3600, cSecondsPerDay - 1};
     while (counts.size() < 300) counts.push_back(static_cast<int>(dice.Below(cSecondsPerDay)));
@@ -366,7 +366,7 @@ TEST(Time, the_order_is_that_of_the_seconds_of_the_day_behind_the_empty_time) {
     }
 }
 
-TEST(Time, now_is_what_the_clock_says) {
+TEST(Time, NowIsWhatTheClockSays) {
     HostServicesScope scope(CalendarTime{2024, 2, 29, 23, 58, 7});
     Time time;
     time.SetNow();

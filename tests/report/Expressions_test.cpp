@@ -8,7 +8,7 @@
 namespace tessalink::test {
 namespace {
 
-TEST(Expressions, have_these_values) {
+TEST(Expressions, HaveTheseValues) {
     EXPECT_EQ(
         outcomeOf("@COMPUTE(7/2) @COMPUTE(-7/2) @COMPUTE(7/2.0) @COMPUTE(8-3-2) @COMPUTE(8/4/2) "
                   "@COMPUTE(1+2*3) @COMPUTE((1+2)*3) @COMPUTE(2*-3) @COMPUTE(2--3)"),
@@ -27,7 +27,7 @@ TEST(Expressions, have_these_values) {
     EXPECT_EQ(outcomeOf("@COMPUTE(1&1/0)"), "Division by zero in expression!");
 }
 
-TEST(Expressions, stacks_hold_thirty_entries) {
+TEST(Expressions, StacksHoldThirtyEntries) {
     const auto nested = [](std::size_t depth, const std::string& inner) {
         return outcomeOf("@COMPUTE(" + std::string(depth, '(') + inner + std::string(depth, ')') +
                          ")");
@@ -42,7 +42,7 @@ TEST(Expressions, stacks_hold_thirty_entries) {
               "01");
 }
 
-TEST(Expressions, agree_with_the_plain_evaluator) {
+TEST(Expressions, AgreeWithThePlainEvaluator) {
     ExpressionComparison comparison(20260101);
     for (int i = 0; i < 200000; ++i) ASSERT_EQ(comparison.Step(), "") << comparison.Expression();
     EXPECT_GT(comparison.Faults(), 1000) << "some must be faulty";

@@ -25,7 +25,7 @@ void writeSecond(CFile& output, void*) {
     writeText(output, "second");
 }
 
-TEST(FctTable, calls_functions_by_exact_name) {
+TEST(FctTable, CallsFunctionsByExactName) {
     CMemFile output;
     std::string info = "[info]";
     NormalFctTable table(&output, info.data());
@@ -50,7 +50,7 @@ TEST(FctTable, calls_functions_by_exact_name) {
     EXPECT_THROW(detached.Call("f"), CException);
 }
 
-TEST(FctTable, serves_calls_of_a_template_in_their_place) {
+TEST(FctTable, ServesCallsOfATemplateInTheirPlace) {
     std::string info = "!";
     NormalFctTable table(nullptr, info.data());
     table.AddFct("f", writeFirst);
@@ -108,7 +108,7 @@ private:
     std::string m_told;
 };
 
-TEST(FileBasedReport, runs_its_definition_files) {
+TEST(FileBasedReport, RunsItsDefinitionFiles) {
     const TemporaryFolder folder;
     folder.Write("0", scrambled("{@Name @CALL(count)}"));
     folder.Write("1", scrambled("short"));
@@ -129,7 +129,7 @@ TEST(FileBasedReport, runs_its_definition_files) {
     EXPECT_EQ(report.Told(), "");
 }
 
-TEST(FileBasedReport, passes_template_faults_on) {
+TEST(FileBasedReport, PassesTemplateFaultsOn) {
     const TemporaryFolder folder;
     const std::string name(280, 'n');
     folder.Write("0", scrambled("ab\r\n@DEFINE(" + name + "," + name + ")"));

@@ -25,7 +25,7 @@ std::string with(const std::string& value, const std::string& rest) {
     return "@DEFINE(a,b)@LET(a=" + value + ")" + rest;
 }
 
-TEST(Statements, write_text_and_values) {
+TEST(Statements, WriteTextAndValues) {
     expectOutcomes({
         {"", ""},
         {"plain {\\b text}\r\n", "plain {\\b text}\r\n"},
@@ -48,7 +48,7 @@ TEST(Statements, write_text_and_values) {
     });
 }
 
-TEST(Statements, choose_branches) {
+TEST(Statements, ChooseBranches) {
     expectOutcomes({
         {"@IF(1)@THEN yes@ELSE no@ENDIF", "yes"},
         {"@if(0)@then yes@Else no@endif", "no"},
@@ -71,7 +71,7 @@ TEST(Statements, choose_branches) {
     });
 }
 
-TEST(Statements, swallow_one_paragraph_mark) {
+TEST(Statements, SwallowOneParagraphMark) {
     expectOutcomes({
         {"@IF(1)@THEN\\par\\par x@ENDIF", "\\par x"},
         {"@IF(1)@THEN \r\n\\par\r\n\r\nx@ENDIF", "\r\nx"},
@@ -89,7 +89,7 @@ TEST(Statements, swallow_one_paragraph_mark) {
     });
 }
 
-TEST(Statements, compute_with_width_and_decimals) {
+TEST(Statements, ComputeWithWidthAndDecimals) {
     expectOutcomes({
         {"@COMPUTE(10/4)", "2"},
         {"@COMPUTE(10/4.0)", "2.50"},
@@ -109,7 +109,7 @@ TEST(Statements, compute_with_width_and_decimals) {
     });
 }
 
-TEST(ValueFunctions, write_words_and_lists) {
+TEST(ValueFunctions, WriteWordsAndLists) {
     expectOutcomes({
         {"@TEXT(0) @TEXT(20) @TEXT(21) @TEXT(12;10) @TEXT(10;10) @TEXT(5;3) @TEXT(20;99)",
          "zero twenty 21 12 ten 5 twenty"},
@@ -132,7 +132,7 @@ TEST(ValueFunctions, write_words_and_lists) {
     });
 }
 
-TEST(Deferred, prints_blocks_in_order_of_keys) {
+TEST(Deferred, PrintsBlocksInOrderOfKeys) {
     const auto group = [](const std::string& order) {
         return "@DEFER_START(2)A@DEFER_END\r\n@DEFER_START(1)B@DEFER_END @ID(x)@DEFER_START(2)C"
                "@DEFER_END@COMMENT x @COMMENT_END@PRINT_DEFERRED(" +
@@ -163,7 +163,7 @@ TEST(Deferred, prints_blocks_in_order_of_keys) {
     });
 }
 
-TEST(Faults, have_their_messages) {
+TEST(Faults, HaveTheirMessages) {
     expectOutcomes({
         {"x@ENDIF", "End of File expected!"},
         {"x@ELSE", "End of File expected!"},

@@ -140,11 +140,11 @@ const std::vector<Sample> cSamples = {
      "@0 0\n( 3\nname'a' 4\n) 5\n@1 6\ntext'x' 12\n@2 13\nend 19\n"},
 };
 
-TEST(FileScanner, cuts_texts_into_tokens) {
+TEST(FileScanner, CutsTextsIntoTokens) {
     for (const Sample& s : cSamples) EXPECT_EQ(dump(s.text, s.modes), s.dump) << s.text;
 }
 
-TEST(FileScanner, gives_the_same_tokens_wherever_a_block_ends) {
+TEST(FileScanner, GivesTheSameTokensWhereverABlockEnds) {
     for (const Sample& s : cSamples) {
         for (std::size_t k = 0; k <= s.text.size() + 1; ++k) {
             const std::string padding = std::string(cBlock - k - 2, 'x') + "@@";
@@ -165,7 +165,7 @@ std::vector<std::size_t> textLengths(FileScanner& scanner) {
     return lengths;
 }
 
-TEST(FileScanner, cuts_long_texts_by_its_buffer) {
+TEST(FileScanner, CutsLongTextsByItsBuffer) {
     using Lengths = std::vector<std::size_t>;
     for (const std::size_t size : {4094u, 4095u, 4096u, 8190u, 8191u, 20000u}) {
         Lengths expected;
@@ -189,7 +189,7 @@ TEST(FileScanner, cuts_long_texts_by_its_buffer) {
     EXPECT_EQ(textLengths(scanner), (Lengths{8192, 808}));
 }
 
-TEST(FileScanner, bounds_names_and_numerals) {
+TEST(FileScanner, BoundsNamesAndNumerals) {
     const std::string name(FileScanner::cMaxName, 'n');
     const std::string digits(1000000, '7');
     const std::string zeros(1000000, '0');
@@ -207,7 +207,7 @@ TEST(FileScanner, bounds_names_and_numerals) {
     EXPECT_EQ(dump(huge, "e"), "string'" + digits + "' 0\nend 1000002\n");
 }
 
-TEST(FileScanner, ends_texts_at_a_NUL) {
+TEST(FileScanner, EndsTextsAtANUL) {
     const auto text = [](std::string bytes) {
         std::replace(bytes.begin(), bytes.end(), '0', '\0');
         return bytes;

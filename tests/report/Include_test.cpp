@@ -59,7 +59,7 @@ std::string placesOf(const ParseException& fault) {
     return places;
 }
 
-TEST_F(Includes, are_found_by_name) {
+TEST_F(Includes, AreFoundByName) {
     Store("sub.DAT", "<sub>");
     Store("x.dat.DAT", "<x.dat>");
     Store("Deep/Er/Part.DAT", "<part>");
@@ -100,7 +100,7 @@ TEST_F(Includes, are_found_by_name) {
     EXPECT_NE(Outcome("@INCLUDE([dir])").find("access is denied"), std::string::npos);
 }
 
-TEST_F(Includes, share_variables_and_tell_where_they_fail) {
+TEST_F(Includes, ShareVariablesAndTellWhereTheyFail) {
     Store("a.DAT", "@DEFINE(x)@LET(x=5)");
     Store("outer.DAT", "first line\r\n  @INCLUDE([inner])");
     Store("inner.DAT", "\r\n\n@COMPUTE(1 2)");
@@ -126,7 +126,7 @@ TEST_F(Includes, share_variables_and_tell_where_they_fail) {
     EXPECT_EQ(variables.GetInt("y"), 3);
 }
 
-TEST_F(Includes, nest_a_thousand_levels_with_few_descriptors) {
+TEST_F(Includes, NestAThousandLevelsWithFewDescriptors) {
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     rlimit few = before;
@@ -147,7 +147,7 @@ TEST_F(Includes, nest_a_thousand_levels_with_few_descriptors) {
     setrlimit(RLIMIT_NOFILE, &before);
 }
 
-TEST_F(Includes, go_on_where_they_were_after_their_includes) {
+TEST_F(Includes, GoOnWhereTheyWereAfterTheirIncludes) {
     // The text after the inner include lies in blocks that are read when it is over.
     const std::string tail(3 * BufferedFile::cBlockSize, 't');
     Store("a.DAT", "[@INCLUDE([b])" + tail + "]");

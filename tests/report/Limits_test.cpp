@@ -52,7 +52,7 @@ constexpr const char* cTooDeepStatements = "Statements nested too deeply!";
 constexpr const char* cTooDeepFunctions = "Value functions nested too deeply!";
 constexpr const char* cTooDeepRuns = "Includes and EVALs nested too deeply!";
 
-TEST(Limits, bound_what_nests) {
+TEST(Limits, BoundWhatNests) {
     const auto ifs = [](std::size_t depth) {
         return repeated(depth, "@IF(1)@THEN") + " x" + repeated(depth, "@ENDIF");
     };
@@ -107,7 +107,7 @@ TEST(Limits, bound_what_nests) {
     }
 }
 
-TEST(Limits, bound_a_group_of_deferred_blocks) {
+TEST(Limits, BoundAGroupOfDeferredBlocks) {
     const auto blocks = [](std::size_t count) {
         std::string text;
         for (std::size_t i = 0; i < count; ++i) {
@@ -142,7 +142,7 @@ std::vector<std::size_t> orderByPasses(const std::vector<double>& keys, bool des
     return order;
 }
 
-TEST(Limits, deferred_order_is_that_of_the_passes) {
+TEST(Limits, DeferredOrderIsThatOfThePasses) {
     using Real = std::numeric_limits<double>;
     const double choices[] = {
         Real::quiet_NaN(), Real::infinity(), -Real::infinity(), 0.0, -0.0, 1.0, 1.5, 2.0, -3.0,

@@ -55,7 +55,7 @@ bool isGood(const std::string& text) {
     return good;
 }
 
-TEST(Output, every_prefix_of_a_template_ends_with_success_or_message) {
+TEST(Output, EveryPrefixOfATemplateEndsWithSuccessOrMessage) {
     for (const std::string& text : sampleTemplates()) {
         const std::size_t step = text.size() > 4000 ? 7 : 1;
         std::size_t good = 0;
@@ -126,7 +126,7 @@ private:
     HostServices m_before;
 };
 
-TEST_F(WriteFaults, end_the_run_with_a_message_box) {
+TEST_F(WriteFaults, EndTheRunWithAMessageBox) {
     // Large enough for several writes, however output is gathered.
     const std::string filler(30000, 'x');
     const std::string text = cEverything + filler + cEverything.substr(cEverything.find("@@")) +
@@ -147,7 +147,7 @@ TEST_F(WriteFaults, end_the_run_with_a_message_box) {
     }
 }
 
-TEST_F(WriteFaults, pass_through_host_functions) {
+TEST_F(WriteFaults, PassThroughHostFunctions) {
     NormalFctTable table(nullptr, nullptr);
     table.AddFct("f", [](CFile&, void*) { AfxThrowFileException(CFileException::hardIO); });
     VarTable variables;
@@ -155,7 +155,7 @@ TEST_F(WriteFaults, pass_through_host_functions) {
     EXPECT_TRUE(m_boxes.empty());
 }
 
-TEST(Output, what_was_written_before_a_fault_stays) {
+TEST(Output, WhatWasWrittenBeforeAFaultStays) {
     struct Case {
         const char* text;
         const char* output;
@@ -217,7 +217,7 @@ private:
     std::string& m_log;
 };
 
-TEST(Output, hosts_override_steps) {
+TEST(Output, HostsOverrideSteps) {
     struct Case {
         const char* text;
         const char* outcome;

@@ -68,7 +68,7 @@ const Case cCases[] = {
     {std::string(4096, 'x') + "@u", "1:4097"},
 };
 
-TEST(Places, of_faults_in_lines_and_columns) {
+TEST(Places, OfFaultsInLinesAndColumns) {
     for (const Case& c : cCases) {
         for (const int isScrambled : {0, 1}) {
             VarTable variables;
@@ -82,7 +82,7 @@ TEST(Places, of_faults_in_lines_and_columns) {
     }
 }
 
-TEST(Places, are_thrown_without_a_sink) {
+TEST(Places, AreThrownWithoutASink) {
     for (const std::string text : {"\n@u", "\n@DEFINE(a)@LET(a=[x"}) {
         CMemFile file(text);
         CMemFile output;

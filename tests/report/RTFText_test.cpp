@@ -13,7 +13,7 @@
 namespace tessalink::test {
 namespace {
 
-TEST(RTFText, escapes_backslashes_and_braces) {
+TEST(RTFText, EscapesBackslashesAndBraces) {
     const char* const cases[][2] = {
         {"", ""},
         {"plain \xe4\r\n", "plain \xe4\r\n"},
@@ -39,7 +39,7 @@ TEST(RTFText, escapes_backslashes_and_braces) {
     }
 }
 
-TEST(RTFText, reads_free_integers) {
+TEST(RTFText, ReadsFreeIntegers) {
     struct Case {
         const char* text;
         int from;
@@ -71,7 +71,7 @@ TEST(RTFText, reads_free_integers) {
     }
 }
 
-TEST(RTFText, reads_integer_fields) {
+TEST(RTFText, ReadsIntegerFields) {
     struct Case {
         const char* text;
         int first;
@@ -105,7 +105,7 @@ std::string scaled(double factor, std::string_view rtf) {
     return std::string(text.View());
 }
 
-TEST(RTFText, scales_sizes_and_indents) {
+TEST(RTFText, ScalesSizesAndIndents) {
     struct Case {
         double factor;
         const char* rtf;
@@ -136,7 +136,7 @@ TEST(RTFText, scales_sizes_and_indents) {
     EXPECT_EQ(scaled(std::nan(""), "\\fs2 "), "\\fs0 ");
 }
 
-TEST(RTFText, scales_as_the_states_say) {
+TEST(RTFText, ScalesAsTheStatesSay) {
     Dice dice(8);
     const double factors[] = {0.5, 2.0, 1.0, -0.1, 1e9};
     for (int i = 0; i < 50000; ++i) {
@@ -146,7 +146,7 @@ TEST(RTFText, scales_as_the_states_say) {
     }
 }
 
-TEST(RTFText, replaces_arguments_and_prefixes) {
+TEST(RTFText, ReplacesArgumentsAndPrefixes) {
     const HostServices before = hostServices();
     HostServices services = before;
     services.stringTable = [](UINT id, CString& text) {

@@ -21,7 +21,7 @@ std::string checked(std::string_view text) {
     return good ? "" : fault.what();
 }
 
-TEST(TemplateChecker, passes_what_runs) {
+TEST(TemplateChecker, PassesWhatRuns) {
     Dice dice(4);
     Grammar grammar = templateGrammar();
     int ran = 0;
@@ -36,7 +36,7 @@ TEST(TemplateChecker, passes_what_runs) {
     EXPECT_GT(ran, 1000);
 }
 
-TEST(TemplateChecker, finds_the_faults_that_runs_find) {
+TEST(TemplateChecker, FindsTheFaultsThatRunsFind) {
     // Faults that no variables can mend, put anywhere into correct templates.
     const char* const faults[] = {
         "@",           "@THEN ",          "@COMPUTE(1",   "@COMPUTE(1+)", "@LET(n 1)",
@@ -53,7 +53,7 @@ TEST(TemplateChecker, finds_the_faults_that_runs_find) {
     }
 }
 
-TEST(TemplateChecker, tells_what_a_template_uses) {
+TEST(TemplateChecker, TellsWhatATemplateUses) {
     class Notes : public TemplateChecker {
     public:
         using TemplateChecker::TemplateChecker;

@@ -26,7 +26,7 @@ std::string faultOf(std::string_view text, VarTable& variables) {
     }
 }
 
-TEST(VariablesFile, reads_its_lines) {
+TEST(VariablesFile, ReadsItsLines) {
     VarTable variables;
     variables.SetValue("old", 1);
     EXPECT_EQ(faultOf("# comment\tx\n\nName\tstring\tAnn \\n\\r\\t\\\\ \xe4 # no comment\r\n"
@@ -54,7 +54,7 @@ TEST(VariablesFile, reads_its_lines) {
     EXPECT_EQ(places["b2"].file, "vars.tsv");
 }
 
-TEST(VariablesFile, names_place_and_kind_of_a_fault) {
+TEST(VariablesFile, NamesPlaceAndKindOfAFault) {
     struct Case {
         std::string line;
         int column;
@@ -100,7 +100,7 @@ TEST(VariablesFile, names_place_and_kind_of_a_fault) {
     }
 }
 
-TEST(VariablesFile, gives_back_what_was_written) {
+TEST(VariablesFile, GivesBackWhatWasWritten) {
     Dice dice(3);
     VarTable written;
     for (int i = 0; i < 3000; ++i) {

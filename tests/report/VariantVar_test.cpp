@@ -16,7 +16,7 @@ namespace {
 
 constexpr double cInfinity = std::numeric_limits<double>::infinity();
 
-TEST(VariantVar, converts_to_whatever_is_asked_for) {
+TEST(VariantVar, ConvertsToWhateverIsAskedFor) {
     struct Case {
         VariantVar value;
         int asInt;
@@ -54,7 +54,7 @@ TEST(VariantVar, converts_to_whatever_is_asked_for) {
     EXPECT_EQ(VariantVar(std::nan("")).GetAsInt(), 0);
 }
 
-TEST(VariantVar, formats_in_fields) {
+TEST(VariantVar, FormatsInFields) {
     struct Case {
         VariantVar value;
         int decimals;
@@ -78,7 +78,7 @@ TEST(VariantVar, formats_in_fields) {
     for (const Case& c : cases) EXPECT_EQ(c.value.GetAsStr(c.decimals, c.width), c.text);
 }
 
-TEST(VariantVar, converts_in_place) {
+TEST(VariantVar, ConvertsInPlace) {
     CObject* const object = reinterpret_cast<CObject*>(0x10u);
     const std::vector<VariantVar> values = {VariantVar(), 7, 2.5, "2.5x", object};
     using V = VariantVar;
@@ -107,7 +107,7 @@ TEST(VariantVar, converts_in_place) {
     }
 }
 
-TEST(VariantVar, takes_the_type_of_what_is_assigned) {
+TEST(VariantVar, TakesTheTypeOfWhatIsAssigned) {
     VariantVar value("text");
     value = *&value;
     EXPECT_EQ(value.GetAsStr(), "text");
@@ -145,7 +145,7 @@ std::string bytes(std::initializer_list<int> values) {
     return text;
 }
 
-TEST(VariantVar, is_archived_byte_for_byte) {
+TEST(VariantVar, IsArchivedByteForByte) {
     struct Case {
         VariantVar value;
         std::string archive;
@@ -194,7 +194,7 @@ TEST(VariantVar, is_archived_byte_for_byte) {
     }
 }
 
-TEST(VarTable, bridges_types_and_missing_names) {
+TEST(VarTable, BridgesTypesAndMissingNames) {
     VarTable table;
     CObject* const object = &table;
     table.SetValue("i", 7);
@@ -223,7 +223,7 @@ TEST(VarTable, bridges_types_and_missing_names) {
     EXPECT_TRUE(table.IsEmpty());
 }
 
-TEST(VarTable, is_archived_in_its_order) {
+TEST(VarTable, IsArchivedInItsOrder) {
     VarTable table;
     EXPECT_EQ(stored(table), bytes({0, 0}));
     table.SetValue("a", 1);
@@ -261,7 +261,7 @@ TEST(VarTable, is_archived_in_its_order) {
     EXPECT_EQ(twice.GetCount(), 1);
 }
 
-TEST(VarTable, archives_counts_beyond_16_bits) {
+TEST(VarTable, ArchivesCountsBeyond16Bits) {
     VarTable table;
     for (int i = 0; i < 65535; ++i) table.SetValue(std::to_string(i).c_str(), i);
     const std::string archive = stored(table);
@@ -276,7 +276,7 @@ TEST(VarTable, archives_counts_beyond_16_bits) {
     EXPECT_TRUE(none.IsEmpty());
 }
 
-TEST(VarTable, comes_from_its_runtime_class) {
+TEST(VarTable, ComesFromItsRuntimeClass) {
     for (const CRuntimeClass* one : {RUNTIME_CLASS(VarTable), RUNTIME_CLASS(VariantVar)}) {
         const std::unique_ptr<CObject> object(const_cast<CRuntimeClass*>(one)->CreateObject());
         ASSERT_NE(object, nullptr);

@@ -50,11 +50,11 @@ int allocationsOf(const std::function<void()>& work) {
     return allocations - before;
 }
 
-TEST(Allocations, are_counted) {
+TEST(Allocations, AreCounted) {
     EXPECT_GT(allocationsOf([] { CString(std::string(100, 'x').c_str()); }), 0);
 }
 
-TEST(Allocations, none_for_numbers_and_short_texts) {
+TEST(Allocations, NoneForNumbersAndShortTexts) {
     struct {
         const char* name;
         std::function<void()> work;
@@ -105,7 +105,7 @@ TEST(Allocations, none_for_numbers_and_short_texts) {
     for (const auto& [name, work] : cTable) EXPECT_EQ(allocationsOf(work), 0) << name;
 }
 
-TEST(Allocations, one_for_a_text_beyond_a_string_s_own_place) {
+TEST(Allocations, OneForATextBeyondAStringSOwnPlace) {
     EXPECT_EQ(allocationsOf([] { (void)PercentileRank(1e20).Format1(); }), 1);
 }
 

@@ -29,12 +29,12 @@ std::vector<double> logarithmSweep() {
     return sweep;
 }
 
-TEST(Logarithm, gives_the_recorded_digits) {
+TEST(Logarithm, GivesTheRecordedDigits) {
     expectRecordedValues("log", logarithm);
     expectRecordedSweep("log", mapped(logarithmSweep(), logarithm));
 }
 
-TEST(Logarithm, is_the_double_nearest_to_the_exact_one) {
+TEST(Logarithm, IsTheDoubleNearestToTheExactOne) {
     if (std::numeric_limits<long double>::digits < 64) GTEST_SKIP() << "no better logarithm here";
     // The system's own long logarithm may be off by one of its last digits.
     constexpr long double cSlack = 1 + 0x1p-9L;
@@ -50,7 +50,7 @@ TEST(Logarithm, is_the_double_nearest_to_the_exact_one) {
     }
 }
 
-TEST(Logarithm, of_what_has_none) {
+TEST(Logarithm, OfWhatHasNone) {
     constexpr double cInfinity = std::numeric_limits<double>::infinity();
     for (const double x : {0.0, -0.0, -1.0, cInfinity, -cInfinity, std::nan("")}) {
         EXPECT_TRUE(std::isnan(logarithm(x))) << x;

@@ -49,7 +49,7 @@ constexpr const char* cNorms =
     "Anxiety,f,11:6-11:11,3,1,1,\n"
     "\"H\xC3\xB6he, total\",*,*,1,7,-,1\n";
 
-TEST(NormTable, finds_scores) {
+TEST(NormTable, FindsScores) {
     const NormTable norms = tableOf(cNorms);
     struct Case {
         const char* sex;
@@ -104,7 +104,7 @@ TEST(NormTable, finds_scores) {
     EXPECT_EQ(plain.FindGroup({}).Describe(), "all persons");
 }
 
-TEST(NormTable, says_why_there_is_no_score) {
+TEST(NormTable, SaysWhyThereIsNoScore) {
     const NormTable norms = tableOf(cNorms);
     struct Case {
         NormKeys keys;
@@ -169,7 +169,7 @@ TEST(NormTable, says_why_there_is_no_score) {
     }
 }
 
-TEST(NormTable, names_place_and_kind_of_a_fault) {
+TEST(NormTable, NamesPlaceAndKindOfAFault) {
     struct Case {
         std::string text;  ///< from the line after "scale,age,raw,T,IQ" on, or the whole
         const char* place;
@@ -248,7 +248,7 @@ TEST(NormTable, names_place_and_kind_of_a_fault) {
     }
 }
 
-TEST(NormTable, takes_what_only_looks_like_a_fault) {
+TEST(NormTable, TakesWhatOnlyLooksLikeAFault) {
     const char* const tables[] = {
         "scale,age,raw,T\nA,6-8,0,1\n*,9-11,0,1\nA,12+,0,1\n",  // "*" fills the gap
         "scale,age,raw,T\nA,6\x2D\x37,0,1\nA,8 - 9,0,1\nA,10 +,0,1\n",
@@ -324,7 +324,7 @@ struct RandomTable {
     }
 };
 
-TEST(NormTable, finds_what_a_plain_search_finds) {
+TEST(NormTable, FindsWhatAPlainSearchFinds) {
     Dice dice(11);
     int found = 0;
     for (int round = 0; round < 300; ++round) {
@@ -356,7 +356,7 @@ TEST(NormTable, finds_what_a_plain_search_finds) {
     EXPECT_GT(found, 3000);
 }
 
-TEST(NormTable, reads_and_finds_in_large_tables_fast) {
+TEST(NormTable, ReadsAndFindsInLargeTablesFast) {
     std::string text = "scale,sex,age,raw,T,IQ,reliability\n";
     for (int scale = 0; scale < 60; ++scale) {
         for (int group = 0; group < 40; ++group) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 
-TEST(Reliability, errors_by_hand) {
+TEST(Reliability, ErrorsByHand) {
     struct {
         const ScoreScale* scale;
         double coefficient, ofMeasurement, ofEstimate;
@@ -30,7 +30,7 @@ TEST(Reliability, errors_by_hand) {
     }
 }
 
-TEST(Reliability, ranges_by_hand) {
+TEST(Reliability, RangesByHand) {
     struct {
         double score, level;
         const char* ofMeasurement;
@@ -52,19 +52,19 @@ TEST(Reliability, ranges_by_hand) {
     }
 }
 
-TEST(Reliability, estimated_true_score) {
+TEST(Reliability, EstimatedTrueScore) {
     EXPECT_DOUBLE_EQ(Reliability(cIQScale, 0.9).GetEstimatedTrueScore(130), 127);
     EXPECT_DOUBLE_EQ(Reliability(cTScale, 0).GetEstimatedTrueScore(72), 50);
     EXPECT_DOUBLE_EQ(Reliability(cTScale, 1).GetEstimatedTrueScore(72), 72);
 }
 
-TEST(Reliability, of_a_perfect_and_of_a_useless_test) {
+TEST(Reliability, OfAPerfectAndOfAUselessTest) {
     EXPECT_EQ(Reliability(cIQScale, 1).GetRangeOfMeasurement(112, 0.99).Format(), "112-112");
     EXPECT_EQ(Reliability(cIQScale, 0).GetRangeOfEstimate(140, 0.99).Format(), "100-100");
     EXPECT_EQ(Reliability(cIQScale, 0).GetRangeOfMeasurement(100, 0.95).Format(), "71-129");
 }
 
-TEST(Reliability, levels_next_to_nothing_and_to_certainty) {
+TEST(Reliability, LevelsNextToNothingAndToCertainty) {
     const Reliability reliability(cTScale, 0.9);
     const ScoreRange point = reliability.GetRangeOfMeasurement(50, 1e-12);
     EXPECT_NEAR(point.low, 50, 1e-5);
@@ -75,7 +75,7 @@ TEST(Reliability, levels_next_to_nothing_and_to_certainty) {
     EXPECT_NEAR(certain.high, 76, 0.5);
 }
 
-TEST(Reliability, refuses_what_is_none) {
+TEST(Reliability, RefusesWhatIsNone) {
     for (const double coefficient : {-0.01, 1.01, 90.0, cNaN}) {
         EXPECT_THROW(Reliability(cIQScale, coefficient), CInvalidArgException) << coefficient;
     }
@@ -86,7 +86,7 @@ TEST(Reliability, refuses_what_is_none) {
     }
 }
 
-TEST(ScoreRange, as_text) {
+TEST(ScoreRange, AsText) {
     const ScoreRange range{-1.25, 0.5};
     EXPECT_EQ(range.Format(), "-1-1");
     EXPECT_EQ(range.Format(1, " to "), "-1.2 to 0.5");

@@ -16,7 +16,7 @@ constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr const ScoreScale* cScales[] = {&cZScale,      &cTScale,       &cIQScale,
                                          &cScaledScale, &cStanineScale, &cStenScale};
 
-TEST(Rounding, halves_go_up) {
+TEST(Rounding, HalvesGoUp) {
     struct {
         double value;
         int decimals;
@@ -50,14 +50,14 @@ TEST(Rounding, halves_go_up) {
     EXPECT_TRUE(std::isnan(roundHalfUp(cNaN, 1)));
 }
 
-TEST(ScoreScale, gives_the_recorded_digits_in_a_whole_sweep) {
+TEST(ScoreScale, GivesTheRecordedDigitsInAWholeSweep) {
     for (const ScoreScale* scale : cScales) {
         expectRecordedSweep(scale->abbreviation,
                             mapped(zSweep(), [=](double z) { return scale->FromZ(z); }));
     }
 }
 
-TEST(ScoreScale, rounds_every_half_up) {
+TEST(ScoreScale, RoundsEveryHalfUp) {
     for (const ScoreScale* scale : cScales) {
         const double unit = std::pow(10, scale->decimals);
         for (double lower = scale->lowest * unit; lower < scale->highest * unit; ++lower) {
@@ -69,7 +69,7 @@ TEST(ScoreScale, rounds_every_half_up) {
     }
 }
 
-TEST(ScoreScale, limits_and_what_is_no_number) {
+TEST(ScoreScale, LimitsAndWhatIsNoNumber) {
     for (const ScoreScale* scale : cScales) {
         for (const double z : {4.5, 1e300, cInfinity}) {
             EXPECT_EQ(scale->FromZ(z), scale->highest) << scale->name;
@@ -82,7 +82,7 @@ TEST(ScoreScale, limits_and_what_is_no_number) {
     }
 }
 
-TEST(ScoreScale, published_equivalents) {
+TEST(ScoreScale, PublishedEquivalents) {
     // Columns of any table of standard scores.
     struct {
         double z, t, iq, scaled, sten;
@@ -99,20 +99,20 @@ TEST(ScoreScale, published_equivalents) {
     }
 }
 
-TEST(ScoreScale, stanines_agree_with_the_type_of_their_own) {
+TEST(ScoreScale, StaninesAgreeWithTheTypeOfTheirOwn) {
     for (const double z : zSweep()) {
         const KOVStandardScores::Stanine stanine{KOVStandardScores::ZScore(z)};
         ASSERT_EQ(cStanineScale.FromZ(z), stanine.GetValue()) << z;
     }
 }
 
-TEST(ScoreScale, scores_beyond_the_limits_keep_their_deviate) {
+TEST(ScoreScale, ScoresBeyondTheLimitsKeepTheirDeviate) {
     EXPECT_EQ(cIQScale.ToZ(190), 6);
     EXPECT_EQ(cIQScale.FromZExactly(6), 190);
     EXPECT_EQ(cIQScale.FromZExactly(0.01), 100.15);
 }
 
-TEST(ScoreScale, values_and_texts) {
+TEST(ScoreScale, ValuesAndTexts) {
     TScore score;
     EXPECT_EQ(score.GetValue(), 0);
     score.SetValue(61.5);
@@ -123,7 +123,7 @@ TEST(ScoreScale, values_and_texts) {
     EXPECT_EQ(cZScale.Format(-0.125), "-0.12");
 }
 
-TEST(ScoreScale, is_found_by_its_abbreviation) {
+TEST(ScoreScale, IsFoundByItsAbbreviation) {
     for (const ScoreScale* scale : cScales) {
         EXPECT_EQ(findScoreScale(scale->abbreviation), scale);
     }

@@ -42,13 +42,13 @@ double justAbove(double value) {
 
 // --- To the last bit ---
 
-TEST(StandardScores, give_the_recorded_digits) {
+TEST(StandardScores, GiveTheRecordedDigits) {
     expectRecordedValues("rank", rankOf);
     expectRecordedValues("stanine", stanineOf);
     expectRecordedValues("deviate", deviateOf);
 }
 
-TEST(StandardScores, give_the_recorded_digits_in_whole_sweeps) {
+TEST(StandardScores, GiveTheRecordedDigitsInWholeSweeps) {
     expectRecordedSweep("rank", mapped(zSweep(), rankOf));
     expectRecordedSweep("stanine", mapped(zSweep(), stanineOf));
     expectRecordedSweep("deviate", mapped(rankSweep(), deviateOf));
@@ -84,14 +84,14 @@ struct Worst {
     }
 };
 
-TEST(StandardScores, rank_is_as_near_to_the_normal_distribution_as_stated) {
+TEST(StandardScores, RankIsAsNearToTheNormalDistributionAsStated) {
     Worst worst;
     for (const double z : zSweep()) worst.Take(rankOf(z), 100 * exactBelow(z), z);
     EXPECT_NEAR(worst.error, 1.302e-5, 0.001e-5);
     EXPECT_NEAR(std::fabs(worst.at), 2.761, 0.0005);
 }
 
-TEST(StandardScores, deviate_is_as_near_to_the_normal_distribution_as_stated) {
+TEST(StandardScores, DeviateIsAsNearToTheNormalDistributionAsStated) {
     Worst central, tails;
     for (int i = 1; i < 10000; ++i) {
         const double rank = i / 100.0;
@@ -107,7 +107,7 @@ TEST(StandardScores, deviate_is_as_near_to_the_normal_distribution_as_stated) {
     EXPECT_NEAR(std::fabs(tails.at - 50), 49.99, 1e-9);
 }
 
-TEST(StandardScores, come_back_from_the_other_form_as_nearly_as_stated) {
+TEST(StandardScores, ComeBackFromTheOtherFormAsNearlyAsStated) {
     struct {
         double reach;
         double error;
@@ -125,7 +125,7 @@ TEST(StandardScores, come_back_from_the_other_form_as_nearly_as_stated) {
     EXPECT_NEAR(worst.error, 1.384e-5, 0.001e-5);
 }
 
-TEST(StandardScores, higher_scores_never_become_lower) {
+TEST(StandardScores, HigherScoresNeverBecomeLower) {
     const auto isOrdered = [](const std::vector<double>& values) {
         return std::is_sorted(values.begin(), values.end());
     };
@@ -140,7 +140,7 @@ TEST(StandardScores, higher_scores_never_become_lower) {
 
 // --- Rounding ---
 
-TEST(Stanine, rounds_every_half_up) {
+TEST(Stanine, RoundsEveryHalfUp) {
     constexpr double cHair = 0x1p-50;  // seen in all of 2 z + 5
     for (int lower = 1; lower < 9; ++lower) {
         const double z = (lower + 0.5 - 5) / 2;
@@ -150,13 +150,13 @@ TEST(Stanine, rounds_every_half_up) {
     }
 }
 
-TEST(Stanine, stays_within_its_limits) {
+TEST(Stanine, StaysWithinItsLimits) {
     for (const double z : {-2.0, -2.1, -5.0, -1e300, -cInfinity}) EXPECT_EQ(stanineOf(z), 1) << z;
     for (const double z : {2.0, 2.1, 5.0, 1e300, cInfinity}) EXPECT_EQ(stanineOf(z), 9) << z;
     EXPECT_EQ(stanineOf(cNaN), 0);
 }
 
-TEST(PercentileRank, texts_round_every_half_up) {
+TEST(PercentileRank, TextsRoundEveryHalfUp) {
     for (int lower = 1; lower < 99; ++lower) {
         const double half = lower + 0.5;
         const CString below(std::to_string(lower).c_str());
@@ -169,7 +169,7 @@ TEST(PercentileRank, texts_round_every_half_up) {
     }
 }
 
-TEST(PercentileRank, texts_at_the_ends) {
+TEST(PercentileRank, TextsAtTheEnds) {
     struct {
         double rank;
         const char* forTables;
@@ -206,7 +206,7 @@ TEST(PercentileRank, texts_at_the_ends) {
 
 // --- Ends of the number range ---
 
-TEST(PercentileRank, of_extreme_scores) {
+TEST(PercentileRank, OfExtremeScores) {
     EXPECT_EQ(rankOf(-cInfinity), 0);
     EXPECT_EQ(rankOf(cInfinity), 100);
     EXPECT_TRUE(std::isnan(rankOf(cNaN)));
@@ -215,7 +215,7 @@ TEST(PercentileRank, of_extreme_scores) {
     EXPECT_GT(rankOf(-37), 0);
 }
 
-TEST(PercentileRank, without_a_deviate) {
+TEST(PercentileRank, WithoutADeviate) {
     for (const double rank : {0.0, -0.0, 100.0, -1.0, 101.0, -cInfinity, cInfinity, cNaN}) {
         EXPECT_TRUE(std::isnan(deviateOf(rank))) << rank;
     }
@@ -225,7 +225,7 @@ TEST(PercentileRank, without_a_deviate) {
 
 // --- Values ---
 
-TEST(StandardScores, are_plain_values) {
+TEST(StandardScores, ArePlainValues) {
     for (const bool plain :
          {std::is_trivially_copyable_v<ZScore>, sizeof(ZScore) == 8,
           std::is_trivially_copyable_v<Stanine>, sizeof(Stanine) == 4,
@@ -241,7 +241,7 @@ TEST(StandardScores, are_plain_values) {
     EXPECT_EQ(PercentileRank(250.0).GetValue(), 250);
 }
 
-TEST(StandardScores, are_assigned) {
+TEST(StandardScores, AreAssigned) {
     ZScore z;
     z.SetValue(0.25);
     Stanine stanine(3);

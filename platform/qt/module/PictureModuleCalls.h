@@ -8,25 +8,25 @@
 
 extern "C" {
 
-// What a metafile is turned into.
+/// What a metafile is turned into.
 struct TessalinkPictureJob {
     const unsigned char* metafile;
     std::size_t size;
-    const char* format;  // "png" or "pdf"
-    int width;           // in units
+    const char* format;  ///< "png" or "pdf"
+    int width;           ///< in units
     int height;
-    int dpi;  // units per inch
+    int dpi;  ///< units per inch
 };
 
-// The file, or why there is none; tessalink_free_picture gives it back.
+/// The file, or why there is none; tessalink_free_picture gives it back.
 struct TessalinkPictureFile {
     unsigned char* bytes;
     std::size_t size;
-    char message[200];  // empty when all went well
+    char message[200];  ///< empty when all went well
 };
 
-// Draws the picture so that its frame fills the size. Nonzero on success. The toolkit's
-// application object lives as long as the call; always call from the same thread.
+/// Draws the picture so that its frame fills the size. Nonzero on success. The toolkit's
+/// application object lives as long as the call; always call from the same thread.
 using TessalinkRenderPicture = int (*)(const TessalinkPictureJob* job, TessalinkPictureFile* file);
 using TessalinkFreePicture = void (*)(TessalinkPictureFile* file);
 }
