@@ -21,9 +21,9 @@ TESSALINK_API std::string toUtf8(std::string_view windows1252);
 /// What fromUtf8 made of a text.
 struct Windows1252Text {
     std::string text;  ///< up to the first fault
-    std::size_t fault =
-        std::string::npos;  ///< where in the UTF-8 text the first byte stands that is
-                            ///< malformed or of a character that Windows-1252 lacks
+    /// Where in the UTF-8 text the first byte stands that is malformed or of a character that
+    /// Windows-1252 lacks.
+    std::size_t fault = std::string::npos;
 
     bool IsWhole() const { return fault == std::string::npos; }
 };

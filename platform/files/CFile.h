@@ -103,8 +103,8 @@ protected:
     [[noreturn]] void ThrowLastError() const;
 
     CString m_strFileName;  ///< as it was given
-    std::uint64_t m_lengthAtOpen =
-        0;  ///< before modeCreate emptied the file; 0 if it is not regular
+    /// Before modeCreate emptied the file; 0 if it is not regular.
+    std::uint64_t m_lengthAtOpen = 0;
 
 private:
     std::size_t ReadSome(void* buffer, std::size_t count);

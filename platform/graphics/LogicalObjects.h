@@ -20,8 +20,8 @@ inline constexpr UINT PS_INSIDEFRAME = 6;
 
 struct LOGPEN {
     UINT lopnStyle = PS_SOLID;
-    POINT
-    lopnWidth;  ///< x is the width in device units; 0 and less stand for one unit; y is unused
+    /// x is the width in device units; 0 and less stand for one unit; y is unused.
+    POINT lopnWidth;
     COLORREF lopnColor = cBlack;
 
     bool operator==(const LOGPEN&) const = default;

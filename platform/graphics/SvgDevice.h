@@ -16,8 +16,8 @@ inline constexpr std::uint64_t cMaxSvg = std::uint64_t{1} << 30;
 struct SvgSheet {
     int width = 0;   ///< in units; what lies outside does not show
     int height = 0;  ///< in units
-    int dpi =
-        96;  ///< units per inch. At 96 a unit is a pixel; otherwise the size is in millimetres
+    /// Units per inch. At 96 a unit is a pixel; otherwise the size is in millimetres.
+    int dpi = 96;
     std::string_view title = {};        ///< what the picture is called; empty for none
     std::string_view description = {};  ///< and what it shows, for those who can't see it
 };
