@@ -1,11 +1,10 @@
 include(GNUInstallDirs)
 
-# tessalink_library(NAME [TOOLKIT] FOLDERS folder... [DEPENDS library...] [WITHOUT pattern]
-# [SOURCES pattern...]): the library tessalink::NAME from every source in the folders and in their
-# detail/ folders, but those whose path matches the regular expression, and from further sources. One
-# that needs the toolkit is linked and exported apart from the others.
+# tessalink_library(NAME [TOOLKIT] FOLDERS folder... [DEPENDS library...]): the library
+# tessalink::NAME from every source in the folders and in their detail/ folders. One that needs the
+# toolkit is linked and exported apart from the others.
 function(tessalink_library name)
-  cmake_parse_arguments(ARG "TOOLKIT" "WITHOUT" "FOLDERS;DEPENDS;SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "TOOLKIT" "" "FOLDERS;DEPENDS" ${ARGN})
   set(kind "")
   if(ARG_TOOLKIT)
     set(kind TOOLKIT_)
@@ -14,14 +13,6 @@ function(tessalink_library name)
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/*.cpp" OUTPUT_VARIABLE own)
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/detail/*.cpp")
   file(GLOB sources CONFIGURE_DEPENDS ${own} ${patterns})
-  if(ARG_WITHOUT)
-    list(FILTER sources EXCLUDE REGEX "${ARG_WITHOUT}")
-  endif()
-  if(ARG_SOURCES)
-    list(TRANSFORM ARG_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/")
-    file(GLOB further CONFIGURE_DEPENDS ${ARG_SOURCES})
-    list(APPEND sources ${further})
-  endif()
   add_library(tessalink_${name} ${sources})
   add_library(tessalink::${name} ALIAS tessalink_${name})
   set_target_properties(tessalink_${name} PROPERTIES

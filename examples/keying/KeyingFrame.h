@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "graphs/profile/ProfileGraphCtl.h"
+#include "graphs/profile/windows/ProfileGraphCtl.h"
 #include "platform/windows/CFrameWnd.h"
 #include "platform/windows/WindowSystem.h"
 #include "responselists/ItemListCtl.h"

@@ -5,7 +5,7 @@
 #include <new>
 
 #include "graphs/common/DeviceUnits.h"
-#include "graphs/profile/detail/ProfileFont.h"
+#include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"

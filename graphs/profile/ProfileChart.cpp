@@ -4,7 +4,7 @@
 
 #include "graphs/common/DeviceUnits.h"
 #include "graphs/common/FormattedText.h"
-#include "graphs/profile/detail/ProfileFont.h"
+#include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"

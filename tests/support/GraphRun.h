@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "graphs/profile/ProfileGraphCtl.h"
-#include "graphs/profile/ProfileGraphCtl2.h"
-#include "graphs/profile/ProfileGraphCtl3.h"
-#include "graphs/profile/ProfileGraphCtl4.h"
+#include "graphs/profile/windows/ProfileGraphCtl.h"
+#include "graphs/profile/windows/ProfileGraphCtl2.h"
+#include "graphs/profile/windows/ProfileGraphCtl3.h"
+#include "graphs/profile/windows/ProfileGraphCtl4.h"
 #include "tests/support/Dice.h"
 #include "tests/support/EventCount.h"
 #include "tests/support/InputDriver.h"

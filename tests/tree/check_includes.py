@@ -21,7 +21,7 @@ LEVELS = [
     ["graphs/*"],
     ["graphs/file/*"],
     ["platform/windows/*"],
-    ["dataentry/*", "responselists/*", "graphs/profile/*Ctl*"],
+    ["dataentry/*", "responselists/*", "graphs/profile/windows/*"],
     ["platform/qt/*"],
     ["apps/*", "examples/*"],
     ["tests/*"],

@@ -17,7 +17,7 @@
 #include "dataentry/SingleColLayoutMgr.h"
 #include "dataentry/TextDataEntryUI.h"
 #include "dataentry/TimeDataEntryUI.h"
-#include "graphs/profile/ProfileGraphCtl.h"
+#include "graphs/profile/windows/ProfileGraphCtl.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/UseQt.h"
 #include "responselists/ItemListCtl.h"

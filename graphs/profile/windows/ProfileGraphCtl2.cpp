@@ -1,4 +1,4 @@
-#include "graphs/profile/ProfileGraphCtl2.h"
+#include "graphs/profile/windows/ProfileGraphCtl2.h"
 
 IMPLEMENT_DYNAMIC(ProfileGraphCtl2, CWnd)
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphs/profile/ProfileGraphCtlBase.h"
+#include "graphs/profile/windows/ProfileGraphCtlBase.h"
 
 /// A window with a ProfileGraph3. Derived classes may change its hints and where its points stand
 /// (format_hint_text, format_hint_value, get_y_disp_val), and scores at the ends and beyond can

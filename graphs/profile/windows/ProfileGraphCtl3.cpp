@@ -1,4 +1,4 @@
-#include "graphs/profile/ProfileGraphCtl3.h"
+#include "graphs/profile/windows/ProfileGraphCtl3.h"
 
 IMPLEMENT_DYNAMIC(ProfileGraphCtl3, CWnd)
 

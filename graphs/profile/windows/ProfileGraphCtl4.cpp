@@ -1,11 +1,11 @@
-#include "graphs/profile/ProfileGraphCtl4.h"
+#include "graphs/profile/windows/ProfileGraphCtl4.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "graphs/common/KOVGraphUtilities.h"
 #include "graphs/common/PlainLabel.h"
-#include "graphs/profile/detail/ProfileFont.h"
+#include "graphs/profile/ProfileFont.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"

@@ -1,4 +1,4 @@
-#include "graphs/profile/ProfileGraphCtlBase.h"
+#include "graphs/profile/windows/ProfileGraphCtlBase.h"
 
 #include <algorithm>
 #include <array>

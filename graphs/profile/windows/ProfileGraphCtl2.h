@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphs/profile/ProfileGraphCtlBase.h"
+#include "graphs/profile/windows/ProfileGraphCtlBase.h"
 
 /// A window with a ProfileGraph2. The middle and the right button activate it, too.
 class TESSALINK_API ProfileGraphCtl2 : public tessalink::ProfileGraphWindow<ProfileGraph2> {

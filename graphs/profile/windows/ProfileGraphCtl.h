@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphs/profile/ProfileGraphCtlBase.h"
+#include "graphs/profile/windows/ProfileGraphCtlBase.h"
 
 /// A window with a ProfileGraph. Its members are those of ProfileGraphWindow.
 class TESSALINK_API ProfileGraphCtl : public tessalink::ProfileGraphWindow<ProfileGraph> {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "graphs/profile/ProfileGraphCtlBase.h"
+#include "graphs/profile/windows/ProfileGraphCtlBase.h"
 
 /// A window with a profile graph that has a title, texts above the scales, scale texts of one or
 /// two lines, a grid, and a legend of profiles and regions in columns below. It has no hints: the

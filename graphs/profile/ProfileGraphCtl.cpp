@@ -1,3 +1,0 @@
-#include "graphs/profile/ProfileGraphCtl.h"
-
-IMPLEMENT_DYNAMIC(ProfileGraphCtl, CWnd)

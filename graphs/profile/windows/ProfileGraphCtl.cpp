@@ -1,0 +1,3 @@
+#include "graphs/profile/windows/ProfileGraphCtl.h"
+
+IMPLEMENT_DYNAMIC(ProfileGraphCtl, CWnd)
