@@ -9,8 +9,6 @@
 
 using tessalink::halved;
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
 
 BarGraph::~BarGraph() {
     BarGraph::Clear();
@@ -18,13 +16,13 @@ BarGraph::~BarGraph() {
 
 int BarGraph::AddSection(BarSection* section) {
     if (section == nullptr) return -1;
-    m_designHeight = wrapAdd(m_designHeight, section->GetDesignHeight());
+    m_designHeight += section->GetDesignHeight();
     m_sections.emplace_back(section);
     return GetSectionCount() - 1;
 }
 
 void BarGraph::RemoveSectionAt(int index) {
-    m_designHeight = wrapSub(m_designHeight, GetSection(index)->GetDesignHeight());
+    m_designHeight -= GetSection(index)->GetDesignHeight();
     m_sections.erase(m_sections.begin() + index);
 }
 
@@ -64,23 +62,23 @@ void BarGraph::recalc_layout(CDC* dc, CRect& rect) {
     KOVGraphUtilities::CalcARScaleFactors(dc, rect.Width(), rect.Height(), cDesignWidth,
                                           m_designHeight, m_xScale, m_yScale);
     int height = 0;
-    for (int i = 0; i < GetSectionCount(); ++i) height = wrapAdd(height, device_height(i));
+    for (int i = 0; i < GetSectionCount(); ++i) height += device_height(i);
     if ((m_alignment & cBottom) != 0) {
-        rect.top = wrapSub(rect.bottom, height);
+        rect.top = rect.bottom - height;
     } else if ((m_alignment & cMiddle) != 0) {
-        rect.top = wrapAdd(rect.top, halved(wrapSub(rect.Height(), height)));
+        rect.top += halved(rect.Height() - height);
     }
-    rect.bottom = wrapAdd(rect.top, height);
+    rect.bottom = rect.top + height;
     // A tenth more than a whole number is cut to that number, whatever its last bit.
     const int width = tessalink::toInt(std::ceil(cDesignWidth * m_xScale) + 0.1);
     if ((m_alignment & cRight) != 0) {
-        rect.left = wrapSub(rect.right, width);
+        rect.left = rect.right - width;
         return;
     }
     if ((m_alignment & cCenter) != 0) {
-        rect.left = wrapAdd(rect.left, halved(wrapSub(rect.Width(), width)));
+        rect.left += halved(rect.Width() - width);
     }
-    rect.right = wrapAdd(rect.left, width);
+    rect.right = rect.left + width;
 }
 
 int BarGraph::device_height(int index) const {
@@ -90,7 +88,7 @@ int BarGraph::device_height(int index) const {
 void BarGraph::draw_sections(CDC* dc, const CRect& rect) {
     int y = rect.top;
     for (int i = 0; i < GetSectionCount(); ++i) {
-        const int bottom = wrapAdd(y, device_height(i));
+        const int bottom = y + device_height(i);
         GetSection(i)->Draw(dc, m_xScale, m_yScale, CRect(rect.left, y, rect.right, bottom));
         y = bottom;
     }

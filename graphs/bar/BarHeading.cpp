@@ -10,8 +10,6 @@
 #include "platform/graphics/DCScope.h"
 
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapMul;
 
 BarHeading::BarHeading(const char* text, double position, std::uint16_t flags, int fontSize,
                        COLORREF color, const char* typeface, int left, int right, int top,
@@ -27,10 +25,9 @@ BarHeading::~BarHeading() {
 int BarHeading::GetDesignHeight() const {
     int highest = 0;
     for (const Text& text : m_texts) {
-        highest =
-            std::max(highest, wrapMul(KOVGraphUtilities::CountLines(text.text), text.font->size));
+        highest = std::max(highest, KOVGraphUtilities::CountLines(text.text) * text.font->size);
     }
-    return tessalink::wrapSum(GetTopMargin(), GetBottomMargin(), highest);
+    return GetTopMargin() + GetBottomMargin() + highest;
 }
 
 int BarHeading::AddText(const char* text, double position, std::uint16_t flags, int fontSize,
@@ -106,11 +103,10 @@ void BarHeading::draw_text(CDC& dc, const Text& text, double xScale, double ySca
                            const CRect& rect) {
     const int topMargin = toDevice(GetTopMargin() * yScale);
     const int bottomMargin = toDevice(GetBottomMargin() * yScale);
-    const int block =
-        wrapMul(KOVGraphUtilities::CountLines(text.text), toDevice(text.font->size * yScale));
-    int y = wrapAdd(rect.top, topMargin);
+    const int block = KOVGraphUtilities::CountLines(text.text) * toDevice(text.font->size * yScale);
+    int y = rect.top + topMargin;
     if ((text.flags & cBottom) != 0) {
-        y = tessalink::wrapSub(rect.bottom, wrapAdd(block, bottomMargin));
+        y = rect.bottom - (block + bottomMargin);
     } else if ((text.flags & cMiddle) != 0) {
         y = tessalink::middleTop(rect, topMargin, bottomMargin, block);
     }
@@ -118,7 +114,7 @@ void BarHeading::draw_text(CDC& dc, const Text& text, double xScale, double ySca
     dc.SetTextAlign((text.flags & cRight) != 0    ? TA_RIGHT
                     : (text.flags & cCenter) != 0 ? TA_CENTER
                                                   : TA_LEFT);
-    print(&dc, wrapAdd(rect.left, toDevice(text.position * xScale)), y, text.text);
+    print(&dc, rect.left + toDevice(text.position * xScale), y, text.text);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature

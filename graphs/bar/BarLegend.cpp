@@ -9,8 +9,6 @@
 
 using tessalink::halved;
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
 
 BarLegend::BarLegend(BarScale* scale, const char* leftDesc, const char* rightDesc,
                      COLORREF descColor, int leftMargin, int rightMargin, int topMargin,
@@ -47,17 +45,16 @@ int BarLegend::GetRightTextWidth() const {
 
 int BarLegend::GetDesignHeight() const {
     const int lines = std::max(m_leftDescLines, m_rightDescLines);
-    return tessalink::wrapSum(
-        GetTopMargin(), GetBottomMargin(),
-        std::max(tessalink::wrapMul(m_descFontSize, lines), get_design_body_height()));
+    return GetTopMargin() + GetBottomMargin() +
+           std::max(m_descFontSize * lines, get_design_body_height());
 }
 
 void BarLegend::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) {
     if (dc == nullptr || GetScale() == nullptr) return;
     CRect body = rect;
-    body.DeflateRect(toDevice(wrapAdd(GetLeftMargin(), GetLeftTextWidth()) * xScale),
+    body.DeflateRect(toDevice((GetLeftMargin() + GetLeftTextWidth()) * xScale),
                      toDevice(GetTopMargin() * yScale),
-                     toDevice(wrapAdd(GetRightMargin(), GetRightTextWidth()) * xScale),
+                     toDevice((GetRightMargin() + GetRightTextWidth()) * xScale),
                      toDevice(GetBottomMargin() * yScale));
     draw_descriptions(*dc, xScale, yScale, rect, body);
     const tessalink::RestoredState restored(*dc);
@@ -68,10 +65,10 @@ void BarLegend::draw_descriptions(CDC& dc, double xScale, double yScale, const C
                                   const CRect& body) {
     const int lineHeight = toDevice(m_descFontSize * yScale);
     const auto top = [&](int lines, std::uint16_t alignment) {
-        const int rest = wrapSub(body.Height(), tessalink::wrapMul(lines, lineHeight));
-        return wrapAdd(body.top, (alignment & cMiddle) != 0   ? halved(rest)
-                                 : (alignment & cBottom) != 0 ? rest
-                                                              : 0);
+        const int rest = body.Height() - lines * lineHeight;
+        return body.top + ((alignment & cMiddle) != 0   ? halved(rest)
+                           : (alignment & cBottom) != 0 ? rest
+                                                        : 0);
     };
     CFont font;
     create_font(lineHeight, font);
@@ -79,12 +76,12 @@ void BarLegend::draw_descriptions(CDC& dc, double xScale, double yScale, const C
     dc.SelectObject(&font);
     const int gap = dc.GetTextExtent("M", 1).cx;
     dc.SetTextColor(m_descColor);
-    draw_left_desc(&dc, xScale,
-                   CRect(rect.left, top(m_leftDescLines, m_leftAlignment), wrapSub(body.left, gap),
-                         rect.bottom));
-    draw_right_desc(&dc, xScale,
-                    CRect(wrapAdd(body.right, gap), top(m_rightDescLines, m_rightAlignment),
-                          rect.right, rect.bottom));
+    draw_left_desc(
+        &dc, xScale,
+        CRect(rect.left, top(m_leftDescLines, m_leftAlignment), body.left - gap, rect.bottom));
+    draw_right_desc(
+        &dc, xScale,
+        CRect(body.right + gap, top(m_rightDescLines, m_rightAlignment), rect.right, rect.bottom));
 }
 
 void BarLegend::create_font(int height, CFont& font) {
@@ -95,13 +92,13 @@ void BarLegend::create_font(int height, CFont& font) {
 
 void BarLegend::draw_left_desc(CDC* dc, double xScale, const CRect& column) {
     if (m_leftDescLines == 0 || GetLeftTextWidth() == 0) return;
-    int x = wrapAdd(column.left, toDevice(GetLeftMargin() * xScale));
+    int x = column.left + toDevice(GetLeftMargin() * xScale);
     UINT align = TA_LEFT;
     if ((m_leftAlignment & cRight) != 0) {
         x = column.right;
         align = TA_RIGHT;
     } else if ((m_leftAlignment & cCenter) != 0) {
-        x = wrapAdd(column.left, halved(column.Width()));
+        x = column.left + halved(column.Width());
         align = TA_CENTER;
     }
     const UINT before = dc->SetTextAlign(align);
@@ -114,10 +111,10 @@ void BarLegend::draw_right_desc(CDC* dc, double xScale, const CRect& column) {
     int x = column.left;
     UINT align = TA_LEFT;
     if ((m_rightAlignment & cRight) != 0) {
-        x = wrapSub(column.right, toDevice(GetRightMargin() * xScale));
+        x = column.right - toDevice(GetRightMargin() * xScale);
         align = TA_RIGHT;
     } else if ((m_rightAlignment & cCenter) != 0) {
-        x = wrapAdd(column.left, halved(column.Width()));
+        x = column.left + halved(column.Width());
         align = TA_CENTER;
     }
     const UINT before = dc->SetTextAlign(align);

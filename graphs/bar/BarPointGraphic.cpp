@@ -11,8 +11,6 @@
 using tessalink::halved;
 using tessalink::Selected;
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
 
 namespace {
 
@@ -22,7 +20,7 @@ constexpr double cHalfBase = 0.8660254;
 
 /// Triangles and diamonds are 1.2 times the size of circles, so that they look as heavy.
 int enlarged(int radius) {
-    return tessalink::wrapMul(radius, 12) / 10;
+    return radius * 12 / 10;
 }
 
 CBrush* nullBrush() {
@@ -46,19 +44,16 @@ void drawSquare(CDC& dc, int x, int y, int rx, int ry) {
 void drawTriangle(CDC& dc, int x, int y, int rx, int ry) {
     const int height = enlarged(ry);
     const int half = toDevice(enlarged(rx) * cHalfBase);
-    const int base = wrapAdd(y, height / 2);
-    const std::array<POINT, 3> corners = {
-        {{x, wrapSub(y, height)}, {wrapAdd(x, half), base}, {wrapSub(x, half), base}}};
+    const int base = y + height / 2;
+    const std::array<POINT, 3> corners = {{{x, y - height}, {x + half, base}, {x - half, base}}};
     dc.Polygon(corners.data(), static_cast<int>(corners.size()));
 }
 
 void drawDiamond(CDC& dc, int x, int y, int rx, int ry) {
     const int height = enlarged(ry);
     const int width = enlarged(rx);
-    const std::array<POINT, 4> corners = {{{x, wrapSub(y, height)},
-                                           {wrapAdd(x, width), y},
-                                           {x, wrapAdd(y, height)},
-                                           {wrapSub(x, width), y}}};
+    const std::array<POINT, 4> corners = {
+        {{x, y - height}, {x + width, y}, {x, y + height}, {x - width, y}}};
     dc.Polygon(corners.data(), static_cast<int>(corners.size()));
 }
 
@@ -76,8 +71,7 @@ void BarPointGraphic::Draw(CDC* dc, double xScale, double yScale, const CRect& b
     const int ry = halved(toDevice(size * yScale + 1));
     const double value =
         std::min<double>(std::max<double>(m_value, scale->GetMinPlotVal()), scale->GetMaxPlotVal());
-    draw_symbol(dc, scale->PixX(value, box), wrapAdd(box.top, halved(box.Height())), xScale, rx,
-                ry);
+    draw_symbol(dc, scale->PixX(value, box), box.top + halved(box.Height()), xScale, rx, ry);
 }
 
 void BarPointGraphic::draw_symbol(CDC* dc, int x, int y, double xScale, int rx, int ry) {

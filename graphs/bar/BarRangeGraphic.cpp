@@ -20,7 +20,7 @@ void BarRangeGraphic::Draw(CDC* dc, double xScale, double yScale, const CRect& b
     const double to = std::max(std::min(m_to, highest), lowest);
     if (from == to) return;
     const int height = toDevice(scale->GetBarHeight() * m_heightFraction * yScale);
-    const int inset = halved(tessalink::wrapSub(box.Height(), height));
+    const int inset = halved(box.Height() - height);
     CRect bar(scale->PixXUnrestricted(from, box), box.top, scale->PixXUnrestricted(to, box),
               box.bottom);
     bar.DeflateRect(0, inset);

@@ -11,9 +11,6 @@
 using tessalink::halved;
 using tessalink::Selected;
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapMul;
-using tessalink::wrapSub;
 
 BarRangeLegend::BarRangeLegend(BarScale* scale, const char* leftDesc, const char* rightDesc,
                                COLORREF bodyColor, COLORREF descColor, int leftMargin,
@@ -35,7 +32,7 @@ int BarRangeLegend::bracket_height() const {
 }
 
 int BarRangeLegend::get_design_body_height() const {
-    return wrapAdd(bracket_height(), wrapMul(max_lines(), GetBodyFontSize()));
+    return bracket_height() + max_lines() * GetBodyFontSize();
 }
 
 void BarRangeLegend::draw_labels(CDC* dc, double xScale, double yScale, const CRect& body) {
@@ -48,22 +45,22 @@ void BarRangeLegend::draw_ranges(CDC* dc, double xScale, double yScale, const CR
     const int height = toDevice(bracket_height() * yScale);
     const int lineHeight = toDevice(GetBodyFontSize() * yScale);
     const bool up = m_directionUp != 0;
-    const int bracketTop = up ? body.top : wrapAdd(body.top, wrapMul(max_lines(), lineHeight));
-    const CRect bracket(body.left, bracketTop, body.right, wrapAdd(bracketTop, height));
+    const int bracketTop = up ? body.top : body.top + max_lines() * lineHeight;
+    const CRect bracket(body.left, bracketTop, body.right, bracketTop + height);
     for (const Label& range : labels()) {
         if (std::isnan(range.from) || std::isnan(range.to)) continue;
         const int from = GetScale()->PixXUnrestricted(range.from, body);
         const int to = GetScale()->PixXUnrestricted(range.to, body);
         draw_bracket(*dc, std::min(from, to), std::max(from, to), bracket);
         // Downward, all texts end where the brackets begin.
-        const int block = wrapMul(KOVGraphUtilities::CountLines(range.text), lineHeight);
-        print_multi_lines(dc, wrapAdd(from, halved(wrapSub(to, from))),
-                          up ? bracket.bottom : wrapSub(bracket.top, block), range.text);
+        const int block = KOVGraphUtilities::CountLines(range.text) * lineHeight;
+        print_multi_lines(dc, from + halved(to - from), up ? bracket.bottom : bracket.top - block,
+                          range.text);
     }
 }
 
 void BarRangeLegend::draw_bracket(CDC& dc, int left, int right, const CRect& bracket) const {
-    const int middle = wrapAdd(bracket.top, halved(bracket.Height()));
+    const int middle = bracket.top + halved(bracket.Height());
     const int open = m_directionUp != 0 ? bracket.top : bracket.bottom;
     const std::array<POINT, 4> corners = {
         {{left, open}, {left, middle}, {right, middle}, {right, open}}};

@@ -12,14 +12,12 @@ using tessalink::halved;
 using tessalink::middleTop;
 using tessalink::Selected;
 using tessalink::toDevice;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
 
 namespace {
 
 /// One and a half line heights, rounded up.
 int automaticHeight(int fontSize) {
-    return halved(tessalink::wrapSum(fontSize, fontSize, fontSize, 1));
+    return halved(3 * fontSize + 1);
 }
 
 }  // namespace
@@ -61,8 +59,7 @@ void BarScale::SetRightDesc(const char* text) {
 
 int BarScale::GetDesignHeight() const {
     const int lines = std::max(m_leftDescLines, m_rightDescLines);
-    return tessalink::wrapSum(GetTopMargin(), GetBottomMargin(),
-                              std::max(m_barHeight, tessalink::wrapMul(m_fontSize, lines)));
+    return GetTopMargin() + GetBottomMargin() + std::max(m_barHeight, m_fontSize * lines);
 }
 
 int BarScale::PixX(double value, const CRect& box) const {
@@ -76,7 +73,7 @@ int BarScale::PixX(double value, const CRect& box) const {
 
 int BarScale::PixXUnrestricted(double value, const CRect& box) const {
     const double unit = static_cast<double>(box.Width()) / (double{1} * m_scaleMax - m_scaleMin);
-    return wrapAdd(box.left, toDevice((value - m_scaleMin) * unit));
+    return box.left + toDevice((value - m_scaleMin) * unit);
 }
 
 int BarScale::AddGraphic(BarGraphic* graphic) {
@@ -110,13 +107,12 @@ void BarScale::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) {
     if (dc == nullptr) return;
     CFont font;
     const tessalink::RestoredState restored(*dc);
-    const int left = toDevice(wrapAdd(GetLeftMargin(), m_leftTextWidth) * xScale);
-    const int right = toDevice(wrapAdd(GetRightMargin(), m_rightTextWidth) * xScale);
+    const int left = toDevice((GetLeftMargin() + m_leftTextWidth) * xScale);
+    const int right = toDevice((GetRightMargin() + m_rightTextWidth) * xScale);
     const int height = toDevice(m_barHeight * yScale);
     const int top = middleTop(rect, toDevice(GetTopMargin() * yScale),
                               toDevice(GetBottomMargin() * yScale), height);
-    const CRect box(wrapAdd(rect.left, left), top, wrapSub(rect.right, right),
-                    wrapAdd(top, height));
+    const CRect box(rect.left + left, top, rect.right - right, top + height);
     dc->SetTextColor(m_descColor);
     draw_descriptions(*dc, font, box, yScale, rect);
     draw_bar(dc, xScale, box);
@@ -135,22 +131,22 @@ void BarScale::draw_descriptions(CDC& dc, CFont& font, const CRect& box, double 
     const int topMargin = toDevice(GetTopMargin() * yScale);
     const int bottomMargin = toDevice(GetBottomMargin() * yScale);
     const auto top = [&](int lines) {
-        return middleTop(rect, topMargin, bottomMargin, tessalink::wrapMul(lines, lineHeight));
+        return middleTop(rect, topMargin, bottomMargin, lines * lineHeight);
     };
     if (hasLeft) {
         dc.SetTextAlign(TA_RIGHT | TA_TOP);
-        print_multi_lines(&dc, wrapSub(box.left, gap), top(m_leftDescLines), m_leftDesc);
+        print_multi_lines(&dc, box.left - gap, top(m_leftDescLines), m_leftDesc);
     }
     if (hasRight) {
         dc.SetTextAlign(TA_LEFT | TA_TOP);
-        print_multi_lines(&dc, wrapAdd(box.right, gap), top(m_rightDescLines), m_rightDesc);
+        print_multi_lines(&dc, box.right + gap, top(m_rightDescLines), m_rightDesc);
     }
 }
 
 void BarScale::calc_line_sizes(double xScale) {
     const int width = std::max(toDevice(m_lineSize * xScale), 1);
     m_boxLineWidth = m_majTickLineWidth = width;
-    m_minTickLineWidth = std::max(halved(wrapAdd(width, 1)), 1);
+    m_minTickLineWidth = std::max(halved(width + 1), 1);
 }
 
 void BarScale::create_font(int height, CFont& font) {

@@ -25,7 +25,7 @@ int BarSimpleLegend::line_height() const {
 }
 
 int BarSimpleLegend::get_design_body_height() const {
-    return tessalink::wrapAdd(line_height(), tessalink::wrapMul(max_lines(), GetBodyFontSize()));
+    return line_height() + max_lines() * GetBodyFontSize();
 }
 
 void BarSimpleLegend::draw_labels(CDC* dc, double xScale, double yScale, const CRect& body) {
@@ -35,7 +35,7 @@ void BarSimpleLegend::draw_labels(CDC* dc, double xScale, double yScale, const C
 void BarSimpleLegend::draw_texts(CDC* dc, double xScale, double yScale, const CRect& body) {
     CPen pen(m_lineStyle, line_width(xScale), GetLineColor());
     const tessalink::Selected selected(*dc, &pen);
-    const int top = tessalink::wrapAdd(body.top, tessalink::toDevice(line_height() * yScale));
+    const int top = body.top + tessalink::toDevice(line_height() * yScale);
     for (const Label& label : labels()) {
         if (std::isnan(label.from)) continue;
         const int x = GetScale()->PixXUnrestricted(label.from, body);

@@ -22,17 +22,11 @@ constexpr int halved(int value) {
     return value >> 1;
 }
 
-/// The sum, wrapped at 32 bits as all lengths of graphs are: sizes that make no sense make pictures
-/// that make none, and no more.
-template <class... Ints>
-constexpr int wrapSum(Ints... values) {
-    return static_cast<int>((static_cast<unsigned>(values) + ...));
-}
-
-/// The top of a block that lies in the middle between the margins.
+/// The top of a block that lies in the middle between the margins. Like all lengths of graphs it
+/// wraps around at 32 bits.
 constexpr int middleTop(const CRect& rect, int topMargin, int bottomMargin, int height) {
-    const int rest = wrapSub(rect.Height(), wrapSum(height, bottomMargin, topMargin));
-    return wrapSum(rect.top, topMargin, halved(rest));
+    const int rest = wrapSub(rect.Height(), wrapAdd(height, wrapAdd(bottomMargin, topMargin)));
+    return wrapAdd(rect.top, wrapAdd(topMargin, halved(rest)));
 }
 
 }  // namespace tessalink

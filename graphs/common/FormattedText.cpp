@@ -105,17 +105,17 @@ int printRuns(CDC& dc, int x, int y, const CString& text, const LabelFonts& font
         dc.SetTextAlign(align & ~TA_CENTER);
         const int width =
             CalcFormattedWidth(&dc, text, fonts.normal, fonts.italic, fonts.bold, fonts.symbol);
-        x = tessalink::wrapSub(x, (align & TA_CENTER) == TA_CENTER ? width / 2 : width);
+        x -= (align & TA_CENTER) == TA_CENTER ? width / 2 : width;
     }
     int cursor = x;
     walk(
         text.View(), true,
         [&](std::string_view run) {
             drawRun(dc, cursor, y, run);
-            cursor = tessalink::wrapAdd(cursor, widthOf(dc, run));
+            cursor += widthOf(dc, run);
         },
         [&](char letter) { dc.SelectObject(fonts.Find(letter)); });
-    return tessalink::wrapSub(cursor, x);
+    return cursor - x;
 }
 
 }  // namespace
@@ -152,8 +152,7 @@ int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* itali
     const LabelFonts fonts = {normal, italic, bold, symbol};
     int width = 0;
     walk(
-        text.View(), false,
-        [&](std::string_view run) { width = tessalink::wrapAdd(width, widthOf(*dc, run)); },
+        text.View(), false, [&](std::string_view run) { width += widthOf(*dc, run); },
         [&](char letter) { dc->SelectObject(fonts.Find(letter)); });
     return width;
 }

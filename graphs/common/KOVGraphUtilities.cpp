@@ -27,7 +27,7 @@ void PrintMultipleLines(CDC* dc, int x, int y, const CString& text) {
         return;
     }
     const int height = dc->GetTextExtent("m", 1).cy;
-    for (std::string_view rest = text.View(); !rest.empty(); y = tessalink::wrapAdd(y, height)) {
+    for (std::string_view rest = text.View(); !rest.empty(); y += height) {
         const auto end = rest.find('\n');
         PrintFormatted(dc, x, y, rest.substr(0, end), nullptr, nullptr, nullptr);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);

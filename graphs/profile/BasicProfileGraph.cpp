@@ -4,10 +4,10 @@
 #include <cmath>
 #include <new>
 
-#include "graphs/common/DeviceUnits.h"
 #include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
+#include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
 
 namespace tessalink {
@@ -170,7 +170,7 @@ BasicProfileGraph::EndLabel BasicProfileGraph::end_label(CDC* dc, bool isLower,
     label.sign = CString(isLower ? cLessOrEqual : cGreaterOrEqual, 1);
     const Selected selected(*dc, &symbols);
     label.signWidth = dc->GetTextExtent(label.sign).cx;
-    label.width = wrapAdd(label.width, label.signWidth);
+    label.width += label.signWidth;
     return label;
 }
 
@@ -178,9 +178,9 @@ void BasicProfileGraph::draw_end_label(CDC* dc, int left, int top, const EndLabe
                                        CFont& symbols) const {
     TEXTMETRIC metrics;
     dc->GetTextMetrics(&metrics);
-    const int baseLine = wrapAdd(top, metrics.tmAscent);
+    const int baseLine = top + metrics.tmAscent;
     dc->SetTextAlign(TA_LEFT | TA_BASELINE);
-    dc->TextOut(wrapAdd(left, label.signWidth), baseLine, label.text);
+    dc->TextOut(left + label.signWidth, baseLine, label.text);
     if (label.sign.IsEmpty()) return;
     const Selected selected(*dc, &symbols);
     dc->TextOut(left, baseLine, label.sign);
@@ -270,7 +270,7 @@ int BasicProfileGraph::flow_entries(const CDC& dc, int width, Visit visit) const
             left = 0;
         }
         visit(i, left, row);
-        left = wrapSum(left, entry, m_charWidth);
+        left += entry + m_charWidth;
     }
     return row + 1;
 }
@@ -280,7 +280,7 @@ void BasicProfileGraph::take_legend_room(CDC* dc, CRect& rect) {
     m_legendArea = rect;
     m_legendArea.DeflateRect(m_charWidth, 0);
     const int rows = flow_entries(*dc, m_legendArea.Width(), [](int, int, int) {});
-    m_legendArea.top = wrapSum(rect.bottom, wrapMul(-rows, m_charHeight), -m_charHeight / 2);
+    m_legendArea.top = rect.bottom - rows * m_charHeight - m_charHeight / 2;
     rect.bottom = m_legendArea.top;
 }
 
@@ -296,10 +296,10 @@ void BasicProfileGraph::calc_legend_rect(CDC* dc) {
         widest = std::max(widest, width);
     }
     const CRect plot = plot_rect();
-    m_legendRect.left = wrapAdd(plot.left, part(wrapSub(plot.right, plot.left), m_legendX));
-    m_legendRect.top = wrapAdd(plot.top, part(wrapSub(plot.bottom, plot.top), m_legendY));
-    m_legendRect.right = wrapSum(m_legendRect.left, cEntryCharacters * m_charWidth, widest);
-    m_legendRect.bottom = wrapAdd(m_legendRect.top, wrapMul(count + 1, m_charHeight));
+    m_legendRect.left = plot.left + part(plot.right - plot.left, m_legendX);
+    m_legendRect.top = plot.top + part(plot.bottom - plot.top, m_legendY);
+    m_legendRect.right = m_legendRect.left + cEntryCharacters * m_charWidth + widest;
+    m_legendRect.bottom = m_legendRect.top + (count + 1) * m_charHeight;
 }
 
 void BasicProfileGraph::draw_line_legends(CDC* dc) {
@@ -311,22 +311,21 @@ void BasicProfileGraph::draw_line_legends(CDC* dc) {
     dc->SetTextAlign(TA_LEFT | TA_TOP);
     if (m_legend == ProfileLegend::Below) {
         flow_entries(*dc, m_legendRect.Width(), [&](int i, int left, int row) {
-            draw_legend_entry(dc, i, wrapAdd(m_legendRect.left, left),
-                              wrapAdd(m_legendRect.top, wrapMul(row, m_charHeight)));
+            draw_legend_entry(dc, i, m_legendRect.left + left,
+                              m_legendRect.top + row * m_charHeight);
         });
         return;
     }
     int top = m_legendRect.top;
-    for (int i = 0; i < legend_entry_count(); ++i, top = wrapAdd(top, m_charHeight)) {
+    for (int i = 0; i < legend_entry_count(); ++i, top += m_charHeight) {
         draw_legend_entry(dc, i, m_legendRect.left, top);
     }
 }
 
 void BasicProfileGraph::draw_legend_entry(CDC* dc, int index, int left, int top) {
-    left = wrapAdd(left, legend_symbol_size());
-    draw_legend_sample(dc, index, left, wrapAdd(top, m_charHeight / 2));
-    dc->TextOut(wrapAdd(left, (cSampleCharacters + 1) * m_charWidth), top,
-                legend_entry_name(index));
+    left += legend_symbol_size();
+    draw_legend_sample(dc, index, left, top + m_charHeight / 2);
+    dc->TextOut(left + (cSampleCharacters + 1) * m_charWidth, top, legend_entry_name(index));
 }
 
 void BasicProfileGraph::draw_legend_sample(CDC* dc, int index, int left, int y) {
@@ -338,9 +337,9 @@ void BasicProfileGraph::draw_legend_sample(CDC* dc, int index, int left, int y) 
     const int length = cSampleCharacters * m_charWidth;
     DashedPath path(profile.GetLineStyle(), m_scaleFactor);
     path.MoveTo({left, y});
-    path.LineTo(*dc, {wrapAdd(left, length), y});
+    path.LineTo(*dc, {left + length, y});
     if (profile.GetPointType() == ProfilePointType::LineOnly) return;
-    draw_symbol(dc, wrapAdd(left, length / 2), y, legend_symbol_size(), profile.GetSymbol());
+    draw_symbol(dc, left + length / 2, y, legend_symbol_size(), profile.GetSymbol());
 }
 
 }  // namespace tessalink

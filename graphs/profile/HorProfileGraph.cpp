@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "graphs/common/DeviceUnits.h"
 #include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ChartLabel.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
@@ -13,9 +12,6 @@ using tessalink::LabelFonts;
 using tessalink::RestoredState;
 using tessalink::Selected;
 using tessalink::toInt;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
-using tessalink::wrapSum;
 
 namespace {
 
@@ -45,9 +41,9 @@ public:
 
     /// Takes an interval unless it overlaps another or comes too near.
     bool Take(int left, int width) {
-        const int right = wrapAdd(left, width);
+        const int right = left + width;
         const auto isNear = [&](const Interval& other) {
-            return left < wrapAdd(other.right, m_gap) && other.left < wrapAdd(right, m_gap);
+            return left < other.right + m_gap && other.left < right + m_gap;
         };
         if (std::any_of(m_taken.begin(), m_taken.end(), isNear)) return false;
         m_taken.push_back({left, right});
@@ -122,9 +118,9 @@ void HorProfileGraph::recalc_layout(CDC* dc, CRect& rect) {
     take_legend_room(dc, rect);
     m_titleTop = rect.top;
     m_textLeft = rect.left;
-    const int axisHeight = wrapAdd(m_charHeight, tick_length());
-    m_plot.top = wrapSum(rect.top, has_title_line() ? m_charHeight : 0, axisHeight);
-    m_plot.bottom = std::max(wrapSub(rect.bottom, axisHeight), m_plot.top);
+    const int axisHeight = m_charHeight + tick_length();
+    m_plot.top = rect.top + (has_title_line() ? m_charHeight : 0) + axisHeight;
+    m_plot.bottom = std::max(rect.bottom - axisHeight, m_plot.top);
     m_rowHeight = m_rows.empty() ? 0 : m_plot.Height() / static_cast<double>(m_rows.size());
     m_textHeight = m_rows.empty() ? m_charHeight : std::clamp(toInt(m_rowHeight), 1, m_charHeight);
     fit_texts(dc, toInt(rect.Width() * cTextPart));
@@ -134,8 +130,8 @@ void HorProfileGraph::recalc_layout(CDC* dc, CRect& rect) {
     const int widest =
         std::max(end_label(dc, true, symbols).width, end_label(dc, false, symbols).width);
     const int beside = std::max(m_charWidth, widest / 2);
-    m_plot.right = wrapSub(rect.right, beside);
-    m_plot.left = std::min(wrapSum(rect.left, m_textWidth, m_charWidth / 2, beside), m_plot.right);
+    m_plot.right = rect.right - beside;
+    m_plot.left = std::min(rect.left + m_textWidth + m_charWidth / 2 + beside, m_plot.right);
     const double range = static_cast<double>(m_scores.max) - m_scores.min;
     m_xScale = range == 0 ? 0 : m_plot.Width() / range;
 }
@@ -158,7 +154,7 @@ void HorProfileGraph::measure_texts(CDC* dc) {
         int& widest = row.isHeader ? headers : m_nameWidth;
         widest = std::max(widest, fonts.Width(row.isHeader ? bold(row.text) : row.text));
     }
-    m_nameWidth = wrapAdd(m_nameWidth, indent());
+    m_nameWidth += indent();
     m_columnsWidth = 0;
     for (Column& column : m_columns) {
         column.textWidth = 0;
@@ -166,11 +162,11 @@ void HorProfileGraph::measure_texts(CDC* dc) {
             column.textWidth = std::max(column.textWidth, fonts.Width(column_text(column, i)));
         }
         column.width = std::max(column.textWidth, fonts.Width(column.heading));
-        m_columnsWidth = wrapSum(m_columnsWidth, column.width, m_charWidth);
+        m_columnsWidth += column.width + m_charWidth;
     }
-    const int heading = m_columns.empty() ? 0 : wrapAdd(fonts.Width(m_columnsHeading), m_charWidth);
-    m_columnsHeadRoom = std::max(0, wrapSub(heading, m_columnsWidth));
-    m_textWidth = std::max(wrapSum(m_nameWidth, m_columnsWidth, m_columnsHeadRoom), headers);
+    const int heading = m_columns.empty() ? 0 : fonts.Width(m_columnsHeading) + m_charWidth;
+    m_columnsHeadRoom = std::max(0, heading - m_columnsWidth);
+    m_textWidth = std::max(m_nameWidth + m_columnsWidth + m_columnsHeadRoom, headers);
 }
 
 int HorProfileGraph::dev_x(double score) const {
@@ -228,9 +224,9 @@ void HorProfileGraph::draw_rows(CDC* dc) {
         LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
         for (int i = 0; i < GetRowCount(); ++i) {
             const Row& row = m_rows[static_cast<std::size_t>(i)];
-            const int top = wrapSub(row_middle(i), m_textHeight / 2);
+            const int top = row_middle(i) - m_textHeight / 2;
             if (!row.isHeader) {
-                fonts.Print(wrapAdd(m_textLeft, indent()), top, row.text);
+                fonts.Print(m_textLeft + indent(), top, row.text);
                 continue;
             }
             fonts.Print(m_textLeft, top, bold(row.text));
@@ -246,33 +242,32 @@ void HorProfileGraph::draw_rows(CDC* dc) {
 
 void HorProfileGraph::draw_columns(CDC* dc) {
     LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
-    const int headingTop = wrapSum(m_plot.top, -tick_length(), -m_textHeight);
-    int left = wrapSum(m_textLeft, m_nameWidth, m_columnsHeadRoom / 2);
+    const int headingTop = m_plot.top - tick_length() - m_textHeight;
+    int left = m_textLeft + m_nameWidth + m_columnsHeadRoom / 2;
     for (const Column& column : m_columns) {
-        left = wrapAdd(left, m_charWidth);
-        fonts.Print(wrapAdd(left, (column.width - fonts.Width(column.heading)) / 2), headingTop,
+        left += m_charWidth;
+        fonts.Print(left + (column.width - fonts.Width(column.heading)) / 2, headingTop,
                     column.heading);
-        const int right = wrapAdd(left, (column.width + column.textWidth) / 2);
+        const int right = left + (column.width + column.textWidth) / 2;
         for (int i = 0; i < m_scaleCount; ++i) {
             const CString& text = column_text(column, i);
             const int middle = row_middle(m_rowOfScale[static_cast<std::size_t>(i)]);
-            fonts.Print(wrapSub(right, fonts.Width(text)), wrapSub(middle, m_textHeight / 2), text);
+            fonts.Print(right - fonts.Width(text), middle - m_textHeight / 2, text);
         }
-        left = wrapAdd(left, column.width);
+        left += column.width;
     }
     if (m_columns.empty()) return;
     // Columns, the first without its gap, and the heading over them have one middle.
-    const int width = wrapSum(m_columnsWidth, m_columnsHeadRoom, m_charWidth);
-    fonts.Print(wrapSum(m_textLeft, m_nameWidth, (width - fonts.Width(m_columnsHeading)) / 2),
-                m_titleTop, m_columnsHeading);
+    const int width = m_columnsWidth + m_columnsHeadRoom + m_charWidth;
+    fonts.Print(m_textLeft + m_nameWidth + (width - fonts.Width(m_columnsHeading)) / 2, m_titleTop,
+                m_columnsHeading);
 }
 
 void HorProfileGraph::draw_title(CDC* dc) {
     if (m_xLegend.IsEmpty()) return;
     const int height = fittedHeight(*dc, m_xLegend, m_charHeight, m_plot.Width());
     LabelFonts fonts(*dc, height, tessalink::cTimes);
-    fonts.Print(wrapAdd(m_plot.left, (m_plot.Width() - fonts.Width(m_xLegend)) / 2), m_titleTop,
-                m_xLegend);
+    fonts.Print(m_plot.left + (m_plot.Width() - fonts.Width(m_xLegend)) / 2, m_titleTop, m_xLegend);
 }
 
 void HorProfileGraph::draw_x_axis(CDC* dc) {
@@ -286,22 +281,22 @@ void HorProfileGraph::draw_x_axis(CDC* dc) {
     dc->Polyline(corners, static_cast<int>(std::size(corners)));
     for (const int row : m_rowOfScale) {
         const int y = row_middle(row);
-        dc->MoveTo(wrapSub(m_plot.left, (m_charWidth + 1) >> 1), y);
+        dc->MoveTo(m_plot.left - ((m_charWidth + 1) >> 1), y);
         dc->LineTo(m_plot.left, y);
     }
     draw_ticks(dc);
-    draw_labels(dc, wrapSum(m_plot.top, -tick_length(), -m_charHeight));
-    draw_labels(dc, wrapAdd(m_plot.bottom, tick_length()));
+    draw_labels(dc, m_plot.top - tick_length() - m_charHeight);
+    draw_labels(dc, m_plot.bottom + tick_length());
 }
 
 void HorProfileGraph::draw_ticks(CDC* dc) {
     const auto draw = [&](int score, int length) {
         const int x = dev_x(score);
         if (x < m_plot.left || x > m_plot.right) return;
-        dc->MoveTo(x, wrapSub(m_plot.top, length));
+        dc->MoveTo(x, m_plot.top - length);
         dc->LineTo(x, m_plot.top);
         dc->MoveTo(x, m_plot.bottom);
-        dc->LineTo(x, wrapAdd(m_plot.bottom, length));
+        dc->LineTo(x, m_plot.bottom + length);
     };
     if (m_scores.majorStep != 0) {
         draw(m_scores.labelStart, tick_length());
@@ -320,7 +315,7 @@ void HorProfileGraph::draw_labels(CDC* dc, int top) {
     for (const bool isLower : {true, false}) {
         const EndLabel label = end_label(dc, isLower, symbols);
         const int middle = dev_x_in_plot(isLower ? m_scores.labelStart : m_scores.labelEnd);
-        const int left = wrapSub(middle, label.width / 2);
+        const int left = middle - label.width / 2;
         if (line.Take(left, label.width)) draw_end_label(dc, left, top, label, symbols);
     }
     dc->SetTextAlign(TA_LEFT | TA_TOP);
@@ -329,7 +324,7 @@ void HorProfileGraph::draw_labels(CDC* dc, int top) {
         text.Format("%d", score);
         const int width = dc->GetTextExtent(text).cx;
         const int middle = dev_x(score);
-        const int left = wrapSub(middle, width / 2);
+        const int left = middle - width / 2;
         if (middle < m_plot.left || middle > m_plot.right || !line.Take(left, width)) return;
         dc->TextOut(left, top, text);
     });
@@ -357,22 +352,22 @@ void HorProfileGraph::draw_point_text(CDC* dc, int x, int y, int size, int scale
     dc->SetBkMode(TRANSPARENT);
     dc->SetTextAlign(TA_LEFT | TA_TOP);
     LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
-    const int away = wrapAdd(std::abs(size), m_charWidth / 4);
+    const int away = std::abs(size) + m_charWidth / 4;
     const int width = fonts.Width(text);
-    const int right = wrapAdd(x, away);
-    const int left = wrapSum(x, -away, -width);
+    const int right = x + away;
+    const int left = x - away - width;
     // Lines to higher scores leave the other side free.
     const int rightward = m_scores.max < m_scores.min ? -1 : 1;
     const auto leadsRight = [&](const Slope& slope) {
         return slope.exists ? slope.direction * rightward : 0;
     };
     bool isLeft = leadsRight(above) + leadsRight(below) > 0;
-    if (isLeft ? left < m_plot.left : wrapAdd(right, width) > m_plot.right) isLeft = !isLeft;
+    if (isLeft ? left < m_plot.left : right + width > m_plot.right) isLeft = !isLeft;
     // Where lines leave on both sides, one upward and one downward, a corner of each side is free.
-    int top = wrapSub(y, m_textHeight / 2);
+    int top = y - m_textHeight / 2;
     if (leadsRight(above) * leadsRight(below) < 0) {
         const bool isLineAbove = leadsRight(above) == (isLeft ? -1 : 1);
-        top = isLineAbove ? y : wrapSub(y, m_textHeight);
+        top = isLineAbove ? y : y - m_textHeight;
     }
     fonts.Print(isLeft ? left : right, top, text);
 }

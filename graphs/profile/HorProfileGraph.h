@@ -5,6 +5,7 @@
 
 #include "graphs/profile/BasicProfileGraph.h"
 #include "platform/base/CStringArray.h"
+#include "platform/base/NumberText.h"
 
 /// A score profile that runs downward: each scale is a row with its name and texts in columns, the
 /// scores lie along a horizontal axis, labelled above and below, and header rows part the scales
@@ -112,7 +113,7 @@ private:
     bool has_title_line() const;
     bool has_headers() const { return GetRowCount() > m_scaleCount; }
     int indent() const { return has_headers() ? m_charWidth : 0; }
-    int tick_length() const { return (m_charHeight + 3) >> 2; }
+    int tick_length() const { return tessalink::wrapAdd(m_charHeight, 3) >> 2; }
     void fit_texts(CDC* dc, int maxWidth);
     void measure_texts(CDC* dc);
     void draw_columns(CDC* dc);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "graphs/common/DeviceUnits.h"
 #include "graphs/common/FormattedText.h"
 #include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ProfileSymbol.h"
@@ -101,7 +100,7 @@ int ProfileChart::row_count() const {
 
 void ProfileChart::recalc_layout(CDC* dc, CRect& rect) {
     m_xMin = 0;
-    m_xMax = wrapAdd(m_scaleCount, 1);
+    m_xMax = m_scaleCount + 1;
     measure_letter(dc);
     take_legend_room(dc, rect);
     m_plotLeft = rect.left + (m_leftAxis != 0 ? cAxisCharacters * m_charWidth : 0);
@@ -219,12 +218,12 @@ void ProfileChart::draw_score_ticks(CDC* dc, int x, bool isLeft) {
 
 void ProfileChart::draw_score_labels(CDC* dc, int x, bool isLeft) {
     const int away = m_charWidth;  // the tick and as much again
-    const int labelX = isLeft ? wrapSub(x, away) : wrapAdd(x, away);
+    const int labelX = isLeft ? x - away : x + away;
     CFont symbols;
     createProfileFont(symbols, m_fontHeight, FW_NORMAL, 0, true);
     for (const bool isLower : {true, false}) {
         const EndLabel label = end_label(dc, isLower, symbols);
-        draw_end_label(dc, isLeft ? wrapSub(labelX, label.width) : labelX,
+        draw_end_label(dc, isLeft ? labelX - label.width : labelX,
                        label_top(isLower ? m_scores.labelStart : m_scores.labelEnd), label,
                        symbols);
     }

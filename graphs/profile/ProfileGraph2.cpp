@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "graphs/common/DeviceUnits.h"
 #include "platform/graphics/DCScope.h"
 
 using tessalink::RestoredState;
-using tessalink::wrapAdd;
-using tessalink::wrapSum;
 
 namespace {
 
@@ -42,10 +39,10 @@ void ProfileGraph2::draw_point_text(CDC* dc, int x, int y, int size, int scaleIn
     const Slope before = slope_to(*profile, scaleIndex, scaleIndex - 1);
     const Slope after = slope_to(*profile, scaleIndex, scaleIndex + 1);
     const int away = std::abs(size) + m_charHeight / 4;
-    const int above = wrapSum(y, -away, -m_charHeight);
-    const int below = wrapSum(y, away);
+    const int above = y - away - m_charHeight;
+    const int below = y + away;
     const bool fitsAbove = above >= dev_y(m_scores.max);
-    const bool fitsBelow = wrapAdd(below, m_charHeight) <= dev_y(m_scores.min);
+    const bool fitsBelow = below + m_charHeight <= dev_y(m_scores.min);
     // A line that rises on one side only leaves the other side above the point free.
     bool isBelow = before.IsUp() + after.IsUp() > before.IsDown() + after.IsDown();
     if (!(isBelow ? fitsBelow : fitsAbove)) isBelow = !isBelow;

@@ -222,14 +222,13 @@ void RTFGraph::draw_line(double x1, double y1, double x2, double y2) {
     if (x1 != x2) x2 -= cShortening;
     const int left = toTwips(x1);
     const int first = toTwips(y1);
-    const int width = tessalink::wrapSub(toTwips(x2), left);
-    const int height = tessalink::wrapSub(toTwips(y2), first);
-    const int above = height < 0 ? tessalink::wrapNeg(height) : 0;
+    const int width = toTwips(x2) - left;
+    const int height = toTwips(y2) - first;
+    const int above = height < 0 ? -height : 0;
     m_text.clear();
     fillIn(m_text, cLineFormat,
-           {m_xAnchor, m_yAnchor, above, width, tessalink::wrapAdd(height, above), left,
-            tessalink::wrapSub(first, above), width, height < 0 ? above : height, m_lineType,
-            m_lineSize});
+           {m_xAnchor, m_yAnchor, above, width, height + above, left, first - above, width,
+            height < 0 ? above : height, m_lineType, m_lineSize});
     m_file.Write(m_text.data(), m_text.size());
 }
 
@@ -240,7 +239,6 @@ void RTFGraph::text_box(double x, double y, double width, double height, const c
     m_text.clear();
     fillIn(m_text, cBoxFormat,
            {m_xAnchor, m_yAnchor, m_legendSize, paragraphFormat, text, left, top,
-            tessalink::wrapSub(toTwips(x + width), left),
-            tessalink::wrapSub(toTwips(y + height), top)});
+            toTwips(x + width) - left, toTwips(y + height) - top});
     m_file.Write(m_text.data(), m_text.size());
 }

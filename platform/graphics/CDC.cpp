@@ -14,8 +14,6 @@ using tessalink::Paint;
 using tessalink::Region;
 using tessalink::SizedFont;
 using tessalink::TextRun;
-using tessalink::wrapAdd;
-using tessalink::wrapSub;
 
 namespace {
 
@@ -242,7 +240,7 @@ int CDC::GetClipBox(RECT* box) const {
     if (device == nullptr || box == nullptr) return ERRORREGION;
     const CRect whole(0, 0, device->Caps().width, device->Caps().height);
     CRect inside = m_state.clip ? m_state.clip->Bounds() : whole;
-    inside.OffsetRect(tessalink::wrapNeg(m_state.origin.x), tessalink::wrapNeg(m_state.origin.y));
+    inside.OffsetRect(-m_state.origin.x, -m_state.origin.y);
     *box = inside;
     return m_state.clip ? kindOf(*m_state.clip) : SIMPLEREGION;
 }
@@ -333,10 +331,10 @@ BOOL CDC::FrameRect(const RECT* rect, CBrush* brush) {
     if (m_device == nullptr || rect == nullptr || brush == nullptr || brush->IsNull()) return 0;
     const CRect outer(*rect);
     if (outer.IsRectEmpty()) return 0;
-    const CRect sides[] = {{outer.left, outer.top, outer.right, wrapAdd(outer.top, 1)},
-                           {outer.left, wrapSub(outer.bottom, 1), outer.right, outer.bottom},
-                           {outer.left, outer.top, wrapAdd(outer.left, 1), outer.bottom},
-                           {wrapSub(outer.right, 1), outer.top, outer.right, outer.bottom}};
+    const CRect sides[] = {{outer.left, outer.top, outer.right, outer.top + 1},
+                           {outer.left, outer.bottom - 1, outer.right, outer.bottom},
+                           {outer.left, outer.top, outer.left + 1, outer.bottom},
+                           {outer.right - 1, outer.top, outer.right, outer.bottom}};
     for (const CRect& side : sides) fill(side, brush->Get());
     return 1;
 }
@@ -345,8 +343,8 @@ void CDC::Draw3dRect(const RECT* rect, COLORREF topLeft, COLORREF bottomRight) {
     if (rect == nullptr) return;
     const CRect r(*rect);
     const COLORREF before = m_state.backgroundColor;
-    FillSolidRect(r.left, r.top, wrapSub(r.Width(), 1), 1, topLeft);
-    FillSolidRect(r.left, r.top, 1, wrapSub(r.Height(), 1), topLeft);
+    FillSolidRect(r.left, r.top, r.Width() - 1, 1, topLeft);
+    FillSolidRect(r.left, r.top, 1, r.Height() - 1, topLeft);
     FillSolidRect(r.right, r.top, -1, r.Height(), bottomRight);
     FillSolidRect(r.left, r.bottom, r.Width(), -1, bottomRight);
     SetBkColor(before);
@@ -415,22 +413,21 @@ int CDC::DrawText(const char* text, int count, RECT* rect, UINT format) {
     const int width = CRect(*rect).Width();
     const bool single = (format & DT_SINGLELINE) != 0;
     int top = rect->top;
-    if (single && (format & DT_VCENTER) != 0)
-        top = wrapAdd(top, wrapSub(CRect(*rect).Height(), height) / 2);
-    if (single && (format & DT_BOTTOM) != 0) top = wrapSub(rect->bottom, height);
+    if (single && (format & DT_VCENTER) != 0) top += (CRect(*rect).Height() - height) / 2;
+    if (single && (format & DT_BOTTOM) != 0) top = rect->bottom - height;
     int y = top;
     int widest = 0;
     while (!rest.empty()) {
         const std::string_view line = takeLine(rest, format, font, width);
         widest = std::max(widest, widthOfLine(line, format, font));
         if ((format & DT_CALCRECT) == 0) draw_line_of_text(line, *rect, y, format);
-        y = wrapAdd(y, height);
+        y += height;
     }
     if ((format & DT_CALCRECT) != 0) {
-        rect->right = wrapAdd(rect->left, widest);
+        rect->right = rect->left + widest;
         rect->bottom = y;
     }
-    return wrapSub(y, rect->top);
+    return y - rect->top;
 }
 
 int CDC::DrawText(const CString& text, RECT* rect, UINT format) {
@@ -442,20 +439,20 @@ void CDC::draw_line_of_text(std::string_view text, const RECT& rect, int y, UINT
     const auto [plain, marked] =
         prefixed ? withoutPrefixes(text) : std::pair(std::string(), std::string::npos);
     if (prefixed) text = plain;
-    const int room = wrapSub(CRect(rect).Width(), sized_font().WidthOf(text));
+    const int room = CRect(rect).Width() - sized_font().WidthOf(text);
     int x = rect.left;
-    if ((format & DT_CENTER) != 0) x = wrapAdd(x, room / 2);
-    if ((format & DT_RIGHT) != 0) x = wrapAdd(x, room);
+    if ((format & DT_CENTER) != 0) x += room / 2;
+    if ((format & DT_RIGHT) != 0) x += room;
     draw_run({x, y}, text, nullptr, (format & DT_NOCLIP) != 0 ? nullptr : &rect);
     if (marked != std::string::npos) underline(text, marked, x, y);
 }
 
 void CDC::underline(std::string_view text, std::size_t index, int left, int top) {
     const SizedFont& font = sized_font();
-    const int from = wrapAdd(left, font.WidthOf(text.substr(0, index)));
-    const int to = wrapAdd(left, font.WidthOf(text.substr(0, index + 1)));
-    const int y = wrapAdd(top, wrapAdd(font.Ascent(), 1));
-    fill({from, y, to, wrapAdd(y, 1)}, {BS_SOLID, m_state.textColor, 0});
+    const int from = left + font.WidthOf(text.substr(0, index));
+    const int to = left + font.WidthOf(text.substr(0, index + 1));
+    const int y = top + font.Ascent() + 1;
+    fill({from, y, to, y + 1}, {BS_SOLID, m_state.textColor, 0});
 }
 
 CSize CDC::GetTextExtent(const char* text, int count) const {
@@ -508,7 +505,7 @@ Paint CDC::paint_with(const LOGBRUSH& brush) const {
 }
 
 POINT CDC::device_point(int x, int y) const {
-    return {wrapAdd(x, m_state.origin.x), wrapAdd(y, m_state.origin.y)};
+    return {x + m_state.origin.x, y + m_state.origin.y};
 }
 
 CRect CDC::device_rect(const RECT& rect) const {
@@ -545,7 +542,7 @@ int CDC::place(std::string_view text, const int* advances) const {
     std::uint64_t sum = 0;
     for (std::size_t i = 0; i < text.size(); ++i, ++position) {
         sum += font.Advance(text[i]);
-        position[1] = advances != nullptr ? wrapAdd(*position, advances[i]) : font.Position(sum);
+        position[1] = advances != nullptr ? *position + advances[i] : font.Position(sum);
     }
     return *position;
 }
@@ -558,24 +555,24 @@ void CDC::draw_run(CPoint reference, std::string_view text, const int* advances,
     if (moves) reference = m_state.position;
     const UINT horizontal = m_state.textAlign & TA_CENTER;
     const UINT vertical = m_state.textAlign & cVerticalAlign;
-    const int left = wrapSub(reference.x, horizontal == TA_CENTER  ? width / 2
-                                          : horizontal == TA_RIGHT ? width
-                                                                   : 0);
-    const int top = wrapSub(reference.y, vertical == TA_BASELINE ? font.Ascent()
-                                         : vertical == TA_BOTTOM ? font.Height()
-                                                                 : 0);
+    const int left = reference.x - (horizontal == TA_CENTER  ? width / 2
+                                    : horizontal == TA_RIGHT ? width
+                                                             : 0);
+    const int top = reference.y - (vertical == TA_BASELINE ? font.Ascent()
+                                   : vertical == TA_BOTTOM ? font.Height()
+                                                           : 0);
     if (moves && horizontal != TA_CENTER) {
-        m_state.position.x = horizontal == TA_RIGHT ? left : wrapAdd(left, width);
+        m_state.position.x = horizontal == TA_RIGHT ? left : left + width;
     }
     TextRun run;
     run.text = text;
     run.font = &m_state.font->Get();
     run.sizedFont = &font;
-    run.origin = device_point(left, wrapAdd(top, font.Ascent()));
+    run.origin = device_point(left, top + font.Ascent());
     run.positions = m_positions;
     run.color = m_state.textColor;
     run.hasBackground = m_state.backgroundMode == OPAQUE;
-    run.background = device_rect({left, top, wrapAdd(left, width), wrapAdd(top, font.Height())});
+    run.background = device_rect({left, top, left + width, top + font.Height()});
     run.backgroundColor = m_state.backgroundColor;
     run.isClipped = clip != nullptr;
     if (clip != nullptr) run.clipRect = device_rect(*clip);

@@ -62,7 +62,7 @@ SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect
     m_ascent = rounded(face.ascent * scale);
     // What was asked for as a cell height is one.
     m_descent = height > 0 ? font.lfHeight - m_ascent : rounded(face.descent * scale);
-    m_internalLeading = wrapSub(Height(), rounded(m_em));
+    m_internalLeading = Height() - rounded(m_em);
     m_externalLeading = rounded(face.externalLeading * scale);
 }
 

@@ -74,7 +74,7 @@ std::uint32_t codeOf(char ch, bool isSymbol) {
 }
 
 RECT inclusive(const RECT& rect) {
-    return {rect.left, rect.top, wrapSub(rect.right, 1), wrapSub(rect.bottom, 1)};
+    return {rect.left, rect.top, rect.right - 1, rect.bottom - 1};
 }
 
 // What lies around the rectangle when a pen runs along it.
@@ -566,9 +566,9 @@ void MetafileDevice::Recorder::Text(const TextRun& run) {
     EmfCursor record =
         Begin(detail::emrExtTextOutW, detail::cTextSize + textBytes + cWord * length);
     if (!record) return;
-    const RECT cell = {run.origin.x, wrapSub(run.origin.y, run.sizedFont->Ascent()),
-                       wrapAdd(run.origin.x, run.positions.back()),
-                       wrapAdd(run.origin.y, run.sizedFont->Descent())};
+    const RECT cell = {run.origin.x, run.origin.y - run.sizedFont->Ascent(),
+                       run.origin.x + run.positions.back(),
+                       run.origin.y + run.sizedFont->Descent()};
     record.Put(inclusive(cell));
     record.Put(detail::cGraphicsCompatible);
     record.Put(static_cast<float>(m_caps.widthMm * cHundredths) / static_cast<float>(m_caps.width));
@@ -584,7 +584,7 @@ void MetafileDevice::Recorder::Text(const TextRun& run) {
     for (const char ch : run.text) record.Put16(codeOf(ch, isSymbol));
     record.Skip(textBytes - 2 * length);
     for (std::size_t i = 0; i < length; ++i) {
-        record.Put(wrapSub(run.positions[i + 1], run.positions[i]));
+        record.Put(run.positions[i + 1] - run.positions[i]);
     }
     AddBounds(inclusive(cell), run.clip);
     if (opaque) AddBounds(inclusive(run.background), run.clip);

@@ -282,7 +282,7 @@ Region Region::Minus(const Region& other) const {
 }
 
 void Region::Offset(int dx, int dy) {
-    for (POINT& corner : m_corners) corner = {wrapAdd(corner.x, dx), wrapAdd(corner.y, dy)};
+    for (POINT& corner : m_corners) corner = {corner.x + dx, corner.y + dy};
     std::size_t kept = 0;
     for (const RECT& rect : m_rects) {
         const CRect moved(shifted(rect.left, dx), shifted(rect.top, dy), shifted(rect.right, dx),

@@ -633,9 +633,9 @@ void SvgDevice::Writer::TextLine(const TextRun& run, double place) {
 }
 
 void SvgDevice::Writer::Run(const TextRun& run) {
-    const RECT cell = {run.origin.x, wrapSub(run.origin.y, run.sizedFont->Ascent()),
-                       wrapAdd(run.origin.x, run.positions.back()),
-                       wrapAdd(run.origin.y, run.sizedFont->Descent())};
+    const RECT cell = {run.origin.x, run.origin.y - run.sizedFont->Ascent(),
+                       run.origin.x + run.positions.back(),
+                       run.origin.y + run.sizedFont->Descent()};
     const bool isCut = run.isClipped && !isWithin(cell, run.clipRect);
     const Region* clip = run.clip;
     Region cut;

@@ -125,7 +125,7 @@ void FittedLabel::Print(int x, int y, double align) const {
     LabelFonts fonts(m_dc, m_fontHeight, m_face);
     for (const CString& line : m_lines.lines) {
         fonts.Print(x + toDevice((m_lines.width - fonts.Width(line)) * align), y, line);
-        y = wrapAdd(y, m_fontHeight);
+        y += m_fontHeight;
     }
 }
 

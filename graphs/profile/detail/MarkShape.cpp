@@ -16,11 +16,11 @@ void drawPolygon(CDC& dc, std::initializer_list<POINT> points) {
 }  // namespace
 
 void drawMarkShape(CDC& dc, int x, int y, int rx, int ry, int shape) {
-    const CRect box(wrapSub(x, rx), wrapSub(y, ry), wrapAdd(x, rx), wrapAdd(y, ry));
+    const CRect box(x - rx, y - ry, x + rx, y + ry);
     // Polygons reach further than boxes, so that all cover about the same area.
-    const int dx = wrapMul(12, rx) / 10;
-    const int dy = wrapMul(12, ry) / 10;
-    const int top = wrapSub(y, dy);
+    const int dx = 12 * rx / 10;
+    const int dy = 12 * ry / 10;
+    const int top = y - dy;
     switch (shape) {
         case 1:
             dc.MoveTo(box.left, box.top);
@@ -36,13 +36,12 @@ void drawMarkShape(CDC& dc, int x, int y, int rx, int ry, int shape) {
             break;
         case 4: {
             const int w = toDevice(dx * cTriangleWidth);
-            const int below = wrapAdd(y, dy / 2);
-            drawPolygon(dc, {{x, top}, {wrapAdd(x, w), below}, {wrapSub(x, w), below}});
+            const int below = y + dy / 2;
+            drawPolygon(dc, {{x, top}, {x + w, below}, {x - w, below}});
             break;
         }
         case 5:
-            drawPolygon(dc,
-                        {{x, top}, {wrapAdd(x, dx), y}, {x, wrapAdd(y, dy)}, {wrapSub(x, dx), y}});
+            drawPolygon(dc, {{x, top}, {x + dx, y}, {x, y + dy}, {x - dx, y}});
             break;
         default:
             break;

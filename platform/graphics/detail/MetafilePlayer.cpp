@@ -357,7 +357,7 @@ CRect Player::MapRect(const RECT& rect) const {
 }
 
 CRect Player::MapInclusive(const RECT& rect) const {
-    return MapRect({rect.left, rect.top, wrapAdd(rect.right, 1), wrapAdd(rect.bottom, 1)});
+    return MapRect({rect.left, rect.top, rect.right + 1, rect.bottom + 1});
 }
 
 template <POINT Mapping::*ORIGIN>
@@ -420,7 +420,7 @@ void Player::OnSave(RecordReader& record) {
 void Player::OnRestore(RecordReader& record) {
     const LONG relative = record.I32();
     const auto count = static_cast<LONG>(m_saved.size());
-    const LONG wanted = relative < 0 ? wrapAdd(count, relative) : relative - 1;
+    const LONG wanted = relative < 0 ? count + relative : relative - 1;
     if (wanted < 0 || wanted >= count) return record.Damage();
     m_dc.RestoreDC(m_firstState + 1 + wanted);
     m_mapping = m_saved[static_cast<std::size_t>(wanted)];
@@ -537,7 +537,7 @@ void Player::OnCreateBrush(RecordReader& record) {
 LOGFONT Player::ReadFont(RecordReader& record) const {
     LOGFONT font;
     const LONG height = record.I32();
-    const LONG mapped = std::max(1, m_y.Length(height < 0 ? wrapNeg(height) : height));
+    const LONG mapped = std::max(1, m_y.Length(height < 0 ? -height : height));
     font.lfHeight = height == 0 ? 0 : height < 0 ? -mapped : mapped;
     record.Skip(3 * sizeof(std::uint32_t));  // width, escapement, orientation
     font.lfWeight = record.I32();
@@ -642,9 +642,8 @@ void Player::OnBitBlt(RecordReader& record) {
     record.At(bitmapSize);
     const bool hasBitmap = record.U32() != 0;
     if (operation != cPatCopy || hasBitmap) return record.Damage();
-    m_dc.FillRect(
-        MapRect({corner.x, corner.y, wrapAdd(corner.x, size.x), wrapAdd(corner.y, size.y)}),
-        m_dc.GetCurrentBrush());
+    m_dc.FillRect(MapRect({corner.x, corner.y, corner.x + size.x, corner.y + size.y}),
+                  m_dc.GetCurrentBrush());
 }
 
 void Player::ReadText(RecordReader& record, std::uint32_t count, std::size_t characterSize) {
@@ -666,7 +665,7 @@ void Player::ReadAdvances(RecordReader& record, std::uint32_t count) {
     for (std::uint32_t i = 0; i < count; ++i) {
         sum += record.I32();
         const int place = nearest(static_cast<double>(sum) * std::fabs(m_x.scale));
-        m_advances.push_back(wrapSub(place, before));
+        m_advances.push_back(place - before);
         before = place;
     }
 }
