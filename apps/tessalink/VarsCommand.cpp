@@ -1,44 +1,84 @@
-#include <nlohmann/json.hpp>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <string_view>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateUses.h"
+#include "platform/base/Utf8.h"
 #include "platform/base/Windows1252.h"
 
 namespace tessalink::cli {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+constexpr unsigned cIndent = 2;
 
-Json textOf(const CString& text) {
-    return toUtf8(text.View());
+using JsonWriter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
+
+/// A text of the file system, which may be in any encoding, as UTF-8.
+std::string readable(std::string_view text) {
+    std::string result;
+    while (!text.empty()) appendUtf8(result, takeUtf8(text).value_or(cReplacementCharacter));
+    return result;
 }
 
-Json placeOf(const TextPlace& place) {
-    return {{"file", std::string(place.file.View())}, {"line", place.line}};
+void writeMember(JsonWriter& json, const char* key, const std::string& text) {
+    json.Key(key);
+    json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
 
-Json variableOf(const VariableUse& use) {
-    Json variable = {{"name", textOf(use.name)}};
-    if (use.read) variable["read"] = placeOf(*use.read);
-    if (use.defined) variable["defined"] = placeOf(*use.defined);
-    if (use.assigned) variable["assigned"] = placeOf(*use.assigned);
-    return variable;
+/// Writes the members of a place into the object that is open.
+void writePlace(JsonWriter& json, const TextPlace& place) {
+    writeMember(json, "file", readable(place.file.View()));
+    json.Key("line");
+    json.Uint64(place.line);
 }
 
-Json namedUseOf(const NamedUse& use) {
-    Json named = {{"name", textOf(use.name)}};
-    named.update(placeOf(use.first));
-    if (!use.isConstant) named["named_by_variable"] = true;
-    return named;
+void writeUse(JsonWriter& json, const VariableUse& use) {
+    const auto writeUseOf = [&](const char* key, const std::optional<TextPlace>& place) {
+        if (!place) return;
+        json.Key(key);
+        json.StartObject();
+        writePlace(json, *place);
+        json.EndObject();
+    };
+    writeUseOf("read", use.read);
+    writeUseOf("defined", use.defined);
+    writeUseOf("assigned", use.assigned);
+}
+
+void writeUse(JsonWriter& json, const NamedUse& use) {
+    writePlace(json, use.first);
+    if (use.isConstant) return;
+    json.Key("named_by_variable");
+    json.Bool(true);
 }
 
 template <class Use>
-Json listOf(const UseList<Use>& uses, Json (*entryOf)(const Use&)) {
-    Json list = Json::array();
-    for (const Use& use : uses.Entries()) list.push_back(entryOf(use));
-    return list;
+void writeUses(JsonWriter& json, const char* key, const UseList<Use>& uses) {
+    json.Key(key);
+    json.StartArray();
+    for (const Use& use : uses.Entries()) {
+        json.StartObject();
+        writeMember(json, "name", toUtf8(use.name.View()));
+        writeUse(json, use);
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+std::string jsonOf(const TemplateUses& uses) {
+    rapidjson::StringBuffer text;
+    JsonWriter json(text);
+    json.SetIndent(' ', cIndent);
+    json.StartObject();
+    writeUses(json, "variables", uses.variables);
+    writeUses(json, "functions", uses.functions);
+    writeUses(json, "includes", uses.includes);
+    json.EndObject();
+    return {text.GetString(), text.GetSize()};
 }
 
 }  // namespace
@@ -47,11 +87,7 @@ int listUses(const CheckOptions& options) {
     TemplateWalk walk;
     walk.Read(options);
     if (walk.ExitCode() != cSuccess) return walk.ExitCode();
-    const TemplateUses& uses = walk.Uses();
-    const Json document = {{"variables", listOf(uses.variables, variableOf)},
-                           {"functions", listOf(uses.functions, namedUseOf)},
-                           {"includes", listOf(uses.includes, namedUseOf)}};
-    return printResult(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    return printResult(jsonOf(walk.Uses()) + "\n");
 }
 
 }  // namespace tessalink::cli
