@@ -8,6 +8,10 @@
 /// Normed test scores and how they become one another. All are plain values; no operation allocates
 /// but for texts, none raises an error, and any thread may call.
 ///
+/// A plain number is given to the constructor or to SetValue. `rank = 12.5` does not compile, since
+/// 12.5 could be a rank or a z score: write `rank.SetValue(12.5)`, `rank = PercentileRank(12.5)` or
+/// `rank = ZScore(-1.15)`. The same holds for a Stanine.
+///
 /// The polynomials and the order of their operations are part of what is promised: every build on
 /// every machine gives the same doubles. How far they are from the exact normal distribution stands
 /// in docs/scores.md.

@@ -60,12 +60,29 @@ constexpr ErrorCause cErrorCauses[] = {
     {EFBIG, CFileException::diskFull},
 };
 
-CString messageFor(int cause, const CString& fileName) {
+struct PathFault {
+    int error;
+    const char* message;
+};
+// What is wrong with a path, where the system says more than that it is not valid.
+constexpr PathFault cPathFaults[] = {
+    {ENOENT, "the folder does not exist"},
+    {ENOTDIR, "a part of the path is a file, not a folder"},
+    {ENAMETOOLONG, "the name is too long"},
+    {ELOOP, "its links lead in a circle"},
+};
+
+const char* textFor(int cause, std::int64_t osError) {
+    for (const PathFault& fault : cPathFaults) {
+        if (cause == CFileException::badPath && fault.error == osError) return fault.message;
+    }
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(cause));
-    CString message = fileName.IsEmpty() ? CString() : fileName + ": ";
-    message += index < std::size(cMessages) ? cMessages[index]
-                                            : cMessages[CFileException::genericException];
-    return message + '.';
+    const std::size_t other = CFileException::genericException;
+    return cMessages[index < std::size(cMessages) ? index : other];
+}
+
+CString messageFor(int cause, std::int64_t osError, const CString& fileName) {
+    return (fileName.IsEmpty() ? CString() : fileName + ": ") + textFor(cause, osError) + ".";
 }
 
 }  // namespace
@@ -80,7 +97,7 @@ void CFileException::Set(int cause, std::int64_t osError, const char* fileName) 
     m_cause = cause;
     m_lOsError = osError;
     m_strFileName = fileName;
-    SetMessage(messageFor(cause, m_strFileName));
+    SetMessage(messageFor(cause, osError, m_strFileName));
 }
 
 int CFileException::ErrnoToException(int error) {

@@ -14,16 +14,35 @@ namespace tessalink {
 
 namespace {
 
+/// What the settings of the environment say about one category; false when they name a locale that
+/// the system lacks. Each category is asked for alone: a bad setting of one leaves the others good.
+class SystemLocale {
+public:
+    explicit SystemLocale(int category) : m_locale(::newlocale(category, "", locale_t{})) {}
+    ~SystemLocale() {
+        if (*this) ::freelocale(m_locale);
+    }
+    SystemLocale(const SystemLocale&) = delete;
+    SystemLocale& operator=(const SystemLocale&) = delete;
+
+    explicit operator bool() const { return m_locale != locale_t{}; }
+    const char* Text(nl_item item) const { return ::nl_langinfo_l(item, m_locale); }
+
+private:
+    locale_t m_locale;
+};
+
 LocaleValues readSystem() {
-    const locale_t locale = ::newlocale(LC_TIME_MASK | LC_NUMERIC_MASK, "", locale_t{});
-    if (locale == locale_t{}) return {};
-    const auto text = [locale](nl_item item) { return ::nl_langinfo_l(item, locale); };
-    LocaleValues values =
-        detail::localeOf({text(T_FMT), text(T_FMT_AMPM), text(AM_STR), text(PM_STR), text(D_FMT)});
-    // In the locale's own encoding: only what is one character in all of them.
-    const CString decimals = text(RADIXCHAR);
-    if (decimals == "," || decimals == ".") values.decimalSeparator = decimals;
-    ::freelocale(locale);
+    LocaleValues values;
+    if (const SystemLocale times(LC_TIME_MASK); times) {
+        values = detail::localeOf({times.Text(T_FMT), times.Text(T_FMT_AMPM), times.Text(AM_STR),
+                                   times.Text(PM_STR), times.Text(D_FMT)});
+    }
+    if (const SystemLocale numbers(LC_NUMERIC_MASK); numbers) {
+        // In the locale's own encoding: only what is one character in all of them.
+        const CString decimals = numbers.Text(RADIXCHAR);
+        if (decimals == "," || decimals == ".") values.decimalSeparator = decimals;
+    }
     return values;
 }
 

@@ -159,8 +159,9 @@ TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
     const Case cases[] = {
         {to("/dev/full"), "tessalink: /dev/full: the disk is full.\n"},
         {to("-", {.outputPath = "/dev/full"}), "tessalink: <stdout>: the disk is full.\n"},
-        {to("none/out.rtf"), "tessalink: none/out.rtf: the path is not valid.\n"},
-        {to("large.rtf/out"), "tessalink: large.rtf/out: the path is not valid.\n"},
+        {to("none/out.rtf"), "tessalink: none/out.rtf: the folder does not exist.\n"},
+        {to("large.rtf/out"),
+         "tessalink: large.rtf/out: a part of the path is a file, not a folder.\n"},
         {to("."), "tessalink: .: access is denied.\n"},
         {to(""), "tessalink: "},
         {Run({"scramble", "large.rtf", "/dev/full"}), "tessalink: /dev/full: the disk is full.\n"},
@@ -296,7 +297,7 @@ TEST_F(CommandLine, ListsWhatATemplateUses) {
               R"({"name":"s","read":{"file":"t.rtf","line":3}},)"
               R"({"name":"key","read":{"file":"t.rtf","line":4}},)"
               R"({"name":"late","read":{"file":"t.rtf","line":5}},)"
-              R"({"name":"deep","read":{"file":"part.DAT","line":2}}],)"
+              R"({"name":"deep","read":{"file":"./part.DAT","line":2}}],)"
               R"("functions":[{"name":"g","file":"t.rtf","line":2}],)"
               R"("includes":[{"name":"part.DAT","file":"t.rtf","line":3},)"
               R"({"name":"v.DAT","file":"t.rtf","line":3,"named_by_variable":true}]})");
