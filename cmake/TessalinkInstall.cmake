@@ -2,25 +2,23 @@
 include(CMakePackageConfigHelpers)
 
 get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
-get_property(toolkit_libraries GLOBAL PROPERTY TESSALINK_TOOLKIT_LIBRARIES)
 get_property(folders GLOBAL PROPERTY TESSALINK_FOLDERS)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/tessalink)
 
-# Shared libraries and the command line find each other wherever the package is moved to. A static
-# build needs no search path, and a padded empty one would search the current folder.
-if(BUILD_SHARED_LIBS)
-  set_target_properties(${libraries} ${toolkit_libraries} PROPERTIES INSTALL_RPATH $ORIGIN)
-endif()
-install(TARGETS ${libraries} EXPORT tessalinkTargets)
-install(EXPORT tessalinkTargets NAMESPACE tessalink:: DESTINATION ${package})
-# A program that wants no toolkit finds the package where there is none.
-if(toolkit_libraries)
-  install(TARGETS ${toolkit_libraries} EXPORT tessalinkToolkitTargets)
-  install(EXPORT tessalinkToolkitTargets NAMESPACE tessalink:: DESTINATION ${package})
-endif()
+# Each library is a component with a file of its own: a program finds those that it asks for even
+# where the others' packages are missing.
+foreach(library IN LISTS libraries)
+  # Shared libraries find each other wherever the package is moved to. A static build needs no search
+  # path, and a padded empty one would search the current folder.
+  if(BUILD_SHARED_LIBS)
+    set_target_properties(tessalink_${library} PROPERTIES INSTALL_RPATH $ORIGIN)
+  endif()
+  install(TARGETS tessalink_${library} EXPORT tessalink-${library})
+  install(EXPORT tessalink-${library} NAMESPACE tessalink:: DESTINATION ${package})
+endforeach()
 foreach(folder IN LISTS folders)
-  install(DIRECTORY ${folder}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tessalink/${folder}
-          FILES_MATCHING PATTERN *.h PATTERN detail EXCLUDE)
+  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tessalink/${folder})
 endforeach()
 if(TARGET tessalink)
   if(BUILD_SHARED_LIBS)
@@ -35,6 +33,7 @@ if(TARGET tessalink)
   endif()
 endif()
 
+get_property(components GLOBAL PROPERTY TESSALINK_COMPONENTS)
 configure_package_config_file(cmake/tessalinkConfig.cmake.in
   ${PROJECT_BINARY_DIR}/tessalinkConfig.cmake INSTALL_DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tessalinkConfigVersion.cmake

@@ -1,14 +1,29 @@
 include(GNUInstallDirs)
 
-# tessalink_library(NAME [TOOLKIT] FOLDERS folder... [DEPENDS library...]): the library
-# tessalink::NAME from every source in the folders and in their detail/ folders. One that needs the
-# toolkit is linked and exported apart from the others.
+# tessalink_library(NAME FOLDERS folder... [DEPENDS library...] [WHEN variable] [HEADERS regex]
+#                   [PACKAGE package...]): the library tessalink::NAME.
+#
+#   FOLDERS  whole folders with their detail/ folders; each includes itself and those before it
+#   DEPENDS  libraries of this project whose headers it includes: it is linked to them
+#   WHEN     the variable that says whether it is built; by default that of a library it depends on
+#   HEADERS  what its sources include besides this project and the standard library
+#   PACKAGE  what its users must find, too: the arguments of find_package. Its headers show HEADERS.
+#
+# What is said here is written to libraries.json in the build folder, for the checks of the tree and
+# the coverage, and to the package that is installed.
 function(tessalink_library name)
-  cmake_parse_arguments(ARG "TOOLKIT" "" "FOLDERS;DEPENDS" ${ARGN})
-  set(kind "")
-  if(ARG_TOOLKIT)
-    set(kind TOOLKIT_)
+  cmake_parse_arguments(ARG "" "WHEN;HEADERS" "FOLDERS;DEPENDS;PACKAGE" ${ARGN})
+  tessalink_record(${name})
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    if(NOT TARGET tessalink_${dependency})
+      return()
+    endif()
+  endforeach()
+  if(ARG_WHEN AND NOT ${ARG_WHEN})
+    message(STATUS "Not built: tessalink::${name} (${ARG_WHEN} is off)")
+    return()
   endif()
+
   set(patterns ${ARG_FOLDERS})
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/*.cpp" OUTPUT_VARIABLE own)
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/detail/*.cpp")
@@ -30,14 +45,51 @@ function(tessalink_library name)
   foreach(dependency IN LISTS ARG_DEPENDS)
     target_link_libraries(tessalink_${name} PUBLIC tessalink_${dependency})
   endforeach()
-  set_property(GLOBAL APPEND PROPERTY TESSALINK_${kind}LIBRARIES tessalink_${name})
+  set_property(GLOBAL APPEND PROPERTY TESSALINK_LIBRARIES ${name})
   set_property(GLOBAL APPEND PROPERTY TESSALINK_FOLDERS ${ARG_FOLDERS})
+  get_property(plain GLOBAL PROPERTY TESSALINK_PLAIN_LIBRARIES)
+  list(REMOVE_ITEM ARG_DEPENDS ${plain} "")
+  if(NOT ARG_DEPENDS AND NOT ARG_PACKAGE)
+    set_property(GLOBAL APPEND PROPERTY TESSALINK_PLAIN_LIBRARIES ${name})
+  endif()
 endfunction()
 
-# tessalink_program(NAME source...): a program of this project, not installed, over all libraries but
-# those of the toolkit.
+# Keeps what tessalink_library was told: an entry of libraries.json, and a line for the configuration
+# of the package.
+macro(tessalink_record name)
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    if(NOT ARG_WHEN)
+      get_property(ARG_WHEN GLOBAL PROPERTY TESSALINK_WHEN_${dependency})
+    endif()
+  endforeach()
+  set_property(GLOBAL PROPERTY TESSALINK_WHEN_${name} "${ARG_WHEN}")
+  string(REPLACE ";" "\", \"" folders "${ARG_FOLDERS}")
+  string(REPLACE ";" "\", \"" depends "${ARG_DEPENDS}")
+  string(REPLACE ";" " " package "${ARG_PACKAGE}")
+  string(CONCAT entry "  \"${name}\": {\"folders\": [\"${folders}\"], \"depends\": [\"${depends}\"], "
+                      "\"headers\": \"${ARG_HEADERS}\", \"package\": \"${package}\"}")
+  string(REPLACE "[\"\"]" "[]" entry "${entry}")
+  set_property(GLOBAL APPEND PROPERTY TESSALINK_JSON "${entry}")
+  string(REPLACE ";" " " depends "${ARG_DEPENDS}")
+  set_property(GLOBAL APPEND_STRING PROPERTY TESSALINK_COMPONENTS
+    "tessalink_component(${name} \"${ARG_WHEN}\" \"${ARG_PACKAGE}\" ${depends})\n")
+endmacro()
+
+# tessalink_write_libraries(): libraries.json, when all libraries are known.
+function(tessalink_write_libraries)
+  get_property(entries GLOBAL PROPERTY TESSALINK_JSON)
+  list(JOIN entries ",\n" entries)
+  file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/libraries.json CONTENT "{\n${entries}\n}\n" @ONLY)
+endfunction()
+
+# tessalink_program(NAME source... [LIBRARIES library...]): a program of this project, not installed,
+# over these libraries; without LIBRARIES over all that need no package of others.
 function(tessalink_program name)
-  get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
-  add_executable(${name} ${ARGN})
-  target_link_libraries(${name} PRIVATE ${libraries} tessalink_settings)
+  cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+  if(NOT ARG_LIBRARIES)
+    get_property(ARG_LIBRARIES GLOBAL PROPERTY TESSALINK_PLAIN_LIBRARIES)
+  endif()
+  list(TRANSFORM ARG_LIBRARIES PREPEND tessalink_)
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} tessalink_settings)
 endfunction()

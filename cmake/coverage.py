@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints the line coverage of each folder of the libraries and programs, and fails below a floor.
 
-usage: coverage.py BUILD FLOOR    BUILD has all.profdata and the test programs
+usage: coverage.py BUILD FLOOR    BUILD has libraries.json, all.profdata and the test programs
 """
 import collections
 import json
@@ -9,8 +9,12 @@ import os
 import subprocess
 import sys
 
-MEASURED = ("platform/", "core/", "scores/", "report/", "graphs/", "dataentry/",
-            "responselists/", "apps/")
+
+def measured(build):
+    """Beginnings of the paths that count: the folders of all libraries, and the programs."""
+    with open(os.path.join(build, "libraries.json"), encoding="utf-8") as file:
+        libraries = json.load(file).values()
+    return (*(folder + "/" for library in libraries for folder in library["folders"]), "apps/")
 
 
 def programs(build):
@@ -30,10 +34,11 @@ def lines_by_folder(build):
         ["llvm-cov-14", "export", "-summary-only", "-instr-profile",
          os.path.join(build, "all.profdata"), *objects[1:]],
         stdout=subprocess.PIPE, check=True).stdout
+    beginnings = measured(build)
     folders = collections.defaultdict(lambda: [0, 0])
     for file in json.loads(exported)["data"][0]["files"]:
         path = os.path.relpath(file["filename"])
-        if path.startswith(MEASURED):
+        if path.startswith(beginnings):
             lines = file["summary"]["lines"]
             for folder in (os.path.dirname(path).removesuffix("/detail"), "all"):
                 folders[folder][0] += lines["covered"]

@@ -1,120 +1,135 @@
 #!/usr/bin/env python3
-"""Fails on an #include that points up, into another folder's detail/, or at a foreign library.
+"""Fails on an #include of a folder that the own library does not depend on, of another library's
+detail/, or of a foreign library.
 
-usage: check_includes.py ROOT
+usage: check_includes.py ROOT LIBRARIES    LIBRARIES is the libraries.json that CMake writes
 """
-import fnmatch
+import json
 import os
 import re
 import sys
 
 from sources import report, tracked_files
 
-# A file may include its own unit and the units of the levels above its own line. The first pattern
-# that matches a path decides, so special files stand before the folder that they lie in.
-LEVELS = [
-    ["platform/base/*"],
-    ["platform/files/*"],
-    ["core/*"],
-    ["platform/graphics/*"],
-    ["report/*", "scores/*"],
-    ["graphs/*"],
-    ["graphs/file/*"],
-    ["platform/windows/*"],
-    ["dataentry/*", "responselists/*", "graphs/profile/windows/*"],
-    ["platform/qt/*"],
-    ["apps/*", "examples/*"],
-    ["tests/*"],
-    ["fuzz/*", "benchmarks/*"],
-]
-UNITS = sorted(((pattern, level) for level, patterns in enumerate(LEVELS) for pattern in patterns),
-               key=lambda unit: -len(unit[0]))
+# Programs include any library, their own folder, and the folders of programs in lines before their own.
+PROGRAMS = [("apps", "examples"), ("tests",), ("fuzz", "benchmarks")]
 
-# Arrows that the levels allow and the design does not.
-FORBIDDEN = [("report/*", "platform/graphics/*")]
+# The folder of a library in which alone system calls stand.
+SYSTEM_CALLS = "platform/files"
 
-# Folders that compute, draw or model windows: the standard library only.
-STANDARD_ONLY = ("platform/base/", "platform/files/", "platform/graphics/", "platform/windows/",
-                 "core/", "report/", "scores/", "graphs/", "dataentry/", "responselists/")
-# What a folder may use besides, in its sources only: installed headers need no other library.
-FOREIGN = {"graphs/file/": re.compile(r"^rapidjson/")}
-SYSTEM_CALLS = ("platform/files/",)
-
-# Who may include headers of the toolkit.
-TOOLKIT_USERS = ("platform/qt/", "tests/platform/qt/", "benchmarks/comparison/programs/qt_charts.cpp",
-                 "benchmarks/toolkit_keys_bench.cpp", "examples/windows/")
-
-# Who may include a folder's detail/ besides the folder: what is linked into the same library.
-SAME_LIBRARY = {"platform/base/": ("platform/files/",)}
+# Programs that include the headers of a library's package; the library's own tests do, too.
+PACKAGE_USERS = ("benchmarks/comparison/programs/qt_charts.cpp", "benchmarks/toolkit_keys_bench.cpp",
+                 "examples/windows/")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
-STANDARD_HEADER = re.compile(r"^[a-z_0-9]+$")
-TOOLKIT_HEADER = re.compile(r"^(Q[A-Z]|Qt[A-Z]?[A-Za-z]*/|q[a-z]+\.h$)")
-SYSTEM_HEADER = re.compile(r"^([a-z]+|sys/[a-z]+)\.h$")
+STANDARD_HEADER = re.compile(r"[a-z_0-9]+")
+SYSTEM_HEADER = re.compile(r"([a-z]+|sys/[a-z]+)\.h")
 
 
-def unit_of(path):
-    """(pattern, level) of the unit that a path belongs to, or None outside all levels."""
-    return next((unit for unit in UNITS if fnmatch.fnmatchcase(path, unit[0])), None)
+class Library:
+    def __init__(self, name, entry):
+        self.name = name
+        self.folders = entry["folders"]
+        self.depends = entry["depends"]
+        # What its sources, and when its users need the package its headers, include of others.
+        self.headers = re.compile(entry["headers"] or "(?!)")
+        self.shows_package = bool(entry["package"])
+
+
+class Folders:
+    """What each folder may include."""
+
+    def __init__(self, libraries):
+        self.libraries = [Library(name, entry) for name, entry in libraries.items()]
+        self.owners = {folder: library for library in self.libraries for folder in library.folders}
+        self.reach = {}
+        for library in self.libraries:
+            below = set().union(*(self.reach[name] for name in library.depends))
+            self.reach[library.name] = below | set(library.folders)
+        self.allowed = {folder: (self.reach[library.name] - set(library.folders[i + 1:]))
+                        for library in self.libraries for i, folder in enumerate(library.folders)}
+        below = set(self.owners)
+        for level in PROGRAMS:
+            self.allowed.update((folder, below | {folder}) for folder in level)
+            below |= set(level)
+
+    def folder_of(self, path):
+        """The innermost known folder around the path, or None."""
+        while path and path not in self.allowed:
+            path = os.path.dirname(path)
+        return path or None
 
 
 def is_inner(path):
     return "/detail/" in path
 
 
-def is_public_header(path):
-    return path.endswith(".h") and not is_inner(path) and path.startswith(STANDARD_ONLY)
+def is_test_of(path, library):
+    return path.startswith(tuple(f"tests/{folder}/" for folder in library.folders))
 
 
-def fault_of_quoted(root, path, target):
+def fault_of_quoted(root, folders, path, target):
     """What is wrong with #include "target" in the file path, or None."""
-    own, other = unit_of(path), unit_of(target)
+    own, other = folders.folder_of(path), folders.folder_of(target)
     if other is None or not os.path.isfile(os.path.join(root, target)):
         return f'"{target}" is no file of the tree named from the root'
-    if other != own and other[1] >= own[1]:
-        return f'"{target}" points up: {own[0]} may not include {other[0]}'
-    if any(fnmatch.fnmatchcase(path, a) and fnmatch.fnmatchcase(target, b) for a, b in FORBIDDEN):
-        return f'"{target}" is forbidden for {own[0]}'
-    if is_inner(target):
-        owner = target.split("/detail/")[0] + "/"
-        friends = (owner, *SAME_LIBRARY.get(owner, ()))
-        if not path.removeprefix("tests/").startswith(friends):
-            return f'"{target}" belongs to {owner} alone'
-        if is_public_header(path):
+    if other not in folders.allowed[own]:
+        return f'"{target}" points up: {own} may not include {other}'
+    library, owner = folders.owners.get(own), folders.owners.get(other)
+    if owner and is_inner(target):
+        if library != owner and not is_test_of(path, owner):
+            return f'"{target}" belongs to the library {owner.name} alone'
+        if library and path.endswith(".h") and not is_inner(path):
             return f'"{target}" is not installed, and this header is'
     return None
 
 
-def fault_of_angled(path, target):
+def fault_of_angled(folders, path, target):
     """What is wrong with #include <target> in the file path, or None."""
-    if TOOLKIT_HEADER.match(target) and not path.startswith(TOOLKIT_USERS):
-        return f"<{target}>: only platform/qt, its tests and its benchmarks include the toolkit"
-    if not path.startswith(STANDARD_ONLY) or STANDARD_HEADER.match(target):
+    own = folders.folder_of(path)
+    library = folders.owners.get(own)
+    if library is None:
+        owner = next((one for one in folders.libraries
+                      if one.shows_package and one.headers.fullmatch(target)), None)
+        if owner and not is_test_of(path, owner) and not path.startswith(PACKAGE_USERS):
+            return f"<{target}>: only the library {owner.name} and its tests include this package"
         return None
-    if path.startswith(SYSTEM_CALLS) and SYSTEM_HEADER.match(target) and not is_public_header(path):
+    shown = path.endswith(".h") and not is_inner(path)
+    if STANDARD_HEADER.fullmatch(target):
         return None
-    if path.endswith(".cpp") and any(path.startswith(folder) and pattern.match(target)
-                                     for folder, pattern in FOREIGN.items()):
+    if own == SYSTEM_CALLS and SYSTEM_HEADER.fullmatch(target) and not shown:
+        return None
+    if library.headers.fullmatch(target) and (library.shows_package or path.endswith(".cpp")):
         return None
     return f"<{target}> is no header of the C++ standard library"
 
 
-def faults_of_file(root, path):
+def faults_of_file(root, folders, path):
     with open(os.path.join(root, path), encoding="latin-1") as file:
         for number, line in enumerate(file, 1):
             found = INCLUDE.match(line)
             if not found:
                 continue
             quoted, angled = found.groups()
-            fault = fault_of_quoted(root, path, quoted) if quoted else fault_of_angled(path, angled)
+            fault = (fault_of_quoted(root, folders, path, quoted) if quoted
+                     else fault_of_angled(folders, path, angled))
             if fault:
                 yield f"{path}:{number}: {fault}"
 
 
-def faults_of_tree(root):
-    sources = [path for path in tracked_files(root) if path.endswith((".h", ".cpp"))]
-    return [fault for path in sources if unit_of(path) for fault in faults_of_file(root, path)]
+def faults_of_tree(root, libraries):
+    folders = Folders(libraries)
+    faults = []
+    for path in tracked_files(root):
+        if not path.endswith((".h", ".cpp")):
+            continue
+        if folders.folder_of(path) is None:
+            faults.append(f"{path}:1: lies in no folder of a library or program")
+        else:
+            faults += faults_of_file(root, folders, path)
+    return faults
 
 
 if __name__ == "__main__":
-    sys.exit(report(faults_of_tree(sys.argv[1]), "includes"))
+    with open(sys.argv[2], encoding="utf-8") as known:
+        sys.exit(report(faults_of_tree(sys.argv[1], json.load(known)), "includes"))

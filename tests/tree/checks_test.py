@@ -6,46 +6,60 @@ import tempfile
 import unittest
 
 import check_includes
+import check_targets
 import check_text
 import readme_examples
 
+LIBRARIES = {  # what CMake writes, in small
+    name: {"folders": folders, "depends": depends, "headers": headers, "package": package}
+    for name, folders, depends, headers, package in [
+        ("base", ["platform/base", "platform/files"], [], "", ""),
+        ("scores", ["scores"], ["base"], "", ""),
+        ("graphs", ["platform/graphics", "graphs/bar"], ["base"], "", ""),
+        ("file", ["graphs/file"], ["graphs", "scores"], "rapidjson/.*", ""),
+        ("forms", ["graphs/bar/windows"], ["graphs"], "", ""),
+        ("qt", ["platform/qt"], ["forms"], "Q.*", "Qt6"),
+    ]}
 CALM = [  # file, include that is allowed
     ("platform/files/A.cpp", '"platform/base/X.h"'),
     ("platform/files/A.cpp", '"platform/base/detail/X.h"'),
     ("platform/files/A.cpp", "<sys/stat.h>"),
-    ("core/A.h", '"core/X.h"'),
-    ("core/A.h", "<string_view>"),
-    ("core/A.cpp", '"core/detail/X.h"'),
-    ("core/detail/B.h", '"core/detail/X.h"'),
-    ("report/A.h", '"core/X.h"'),
-    ("graphs/bar/A.h", '"graphs/common/X.h"'),
-    ("graphs/profile/windows/GraphCtl.h", '"platform/windows/X.h"'),
-    ("platform/qt/A.cpp", "<QPainter>"),
+    ("scores/A.h", '"scores/X.h"'),
+    ("scores/A.h", "<string_view>"),
+    ("scores/A.cpp", '"scores/detail/X.h"'),
+    ("scores/detail/B.h", '"scores/detail/X.h"'),
+    ("graphs/bar/A.h", '"platform/graphics/X.h"'),
+    ("graphs/file/A.cpp", '"platform/base/X.h"'),
+    ("graphs/file/detail/A.cpp", "<rapidjson/reader.h>"),
+    ("graphs/bar/windows/A.h", '"graphs/bar/X.h"'),
+    ("platform/qt/A.h", "<QPainter>"),
+    ("platform/qt/module/A.cpp", '"platform/base/X.h"'),
     ("tests/platform/qt/A_test.cpp", "<QPainter>"),
-    ("apps/desk/A.cpp", "<nlohmann/json.hpp>"),
-    ("tests/core/A_test.cpp", '"core/detail/X.h"'),
+    ("apps/desk/A.cpp", "<zlib.h>"),
+    ("apps/desk/A.cpp", '"platform/qt/X.h"'),
+    ("tests/scores/A_test.cpp", '"scores/detail/X.h"'),
     ("fuzz/a_fuzz.cpp", '"tests/support/X.h"'),
 ]
 FAULTY = [  # file, include that is not
     ("platform/base/A.h", '"platform/files/X.h"'),
     ("platform/base/A.cpp", "<unistd.h>"),
     ("platform/files/A.h", "<unistd.h>"),
-    ("core/A.h", '"report/X.h"'),
-    ("core/A.h", '"core/detail/X.h"'),
-    ("core/A.h", '"X.h"'),
-    ("core/A.h", '"core/Missing.h"'),
-    ("core/A.cpp", "<zlib.h>"),
-    ("core/A.cpp", "<nlohmann/json.hpp>"),
-    ("report/A.cpp", '"core/detail/X.h"'),
-    ("report/A.cpp", '"scores/X.h"'),
-    ("report/A.cpp", '"platform/graphics/X.h"'),
-    ("graphs/profile/Graph.cpp", '"graphs/profile/windows/GraphCtl.h"'),
-    ("platform/windows/A.cpp", '"dataentry/X.h"'),
-    ("dataentry/A.cpp", "<QtWidgets/QWidget>"),
+    ("scores/A.h", '"graphs/file/X.h"'),
+    ("scores/A.cpp", '"platform/graphics/X.h"'),
+    ("scores/A.h", '"scores/detail/X.h"'),
+    ("scores/A.h", '"X.h"'),
+    ("scores/A.h", '"scores/Missing.h"'),
+    ("scores/A.cpp", "<zlib.h>"),
+    ("graphs/file/A.cpp", '"scores/detail/X.h"'),
+    ("graphs/file/A.h", "<rapidjson/reader.h>"),
+    ("graphs/bar/A.cpp", '"graphs/bar/windows/X.h"'),
+    ("graphs/bar/windows/A.cpp", '"graphs/bar/detail/X.h"'),
+    ("graphs/bar/windows/A.cpp", '"scores/X.h"'),
+    ("graphs/bar/A.cpp", "<QtWidgets/QWidget>"),
     ("apps/desk/A.cpp", "<QWidget>"),
     ("tests/platform/graphics/A_test.cpp", "<QImage>"),
     ("apps/desk/A.cpp", '"tests/support/X.h"'),
-    ("tests/report/A_test.cpp", '"core/detail/X.h"'),
+    ("tests/graphs/A_test.cpp", '"scores/detail/X.h"'),
 ]
 
 
@@ -63,7 +77,7 @@ class Includes(unittest.TestCase):
             if include[0] == '"' and "/" in target and "Missing" not in target:
                 write(root, target, "#pragma once\n")
             write(root, path, f"#pragma once\n#include {include}\n")
-            return check_includes.faults_of_tree(root)
+            return check_includes.faults_of_tree(root, LIBRARIES)
 
     def test_allowed(self):
         for path, include in CALM:
@@ -76,6 +90,33 @@ class Includes(unittest.TestCase):
                 faults = self.faults(path, include)
                 self.assertEqual(len(faults), 1)
                 self.assertTrue(faults[0].startswith(f"{path}:2: "))
+
+    def test_file_of_no_library(self):
+        with tempfile.TemporaryDirectory() as root:
+            write(root, "graphs/new/A.cpp", "int a;\n")
+            self.assertEqual(len(check_includes.faults_of_tree(root, LIBRARIES)), 1)
+
+
+class Targets(unittest.TestCase):
+    ROWS = "| `tessalink::base` | `platform/base` | POSIX |\n| `tessalink::core` | `core` | `base` |\n"
+    FOLDERS = "    platform/base  strings\n    core\n                   readers\n"
+
+    def faults(self, text):
+        libraries = {"base": {"folders": ["platform/base"], "depends": []},
+                     "core": {"folders": ["core"], "depends": ["base"]}}
+        with tempfile.TemporaryDirectory() as root:
+            write(root, "docs/host-programs.md", self.ROWS)
+            write(root, "docs/architecture.md", text)
+            return check_targets.faults_of_tree(root, libraries)
+
+    def test_true(self):
+        self.assertEqual(self.faults(self.FOLDERS + self.ROWS), [])
+
+    def test_stale(self):
+        for old, new in [("    core", "    cores"), ("`base` |", "`report` |"), ("| `core`", "| `cores`"),
+                         ("::core", "::cores")]:
+            with self.subTest(new=new):
+                self.assertNotEqual(self.faults((self.FOLDERS + self.ROWS).replace(old, new)), [])
 
 
 class Text(unittest.TestCase):
