@@ -44,16 +44,14 @@ CFile* BufferedFile::Detach() {
 
 int BufferedFile::Open(const char* name, unsigned int flags, CFileException* error) {
     Close();
-    if (m_file->Open(name, flags, error)) reset();
+    if (m_file && m_file->Open(name, flags, error)) reset();
     return m_open;
 }
 
 void BufferedFile::Close() {
-    if (m_open) m_file->Close();
-    m_open = 0;
-    m_size = 0;
-    m_savedPos = cNoPosition;
-    clear_block(0);
+    const bool wasOpen = m_open != 0;
+    forget();
+    if (wasOpen) m_file->Close();
 }
 
 void BufferedFile::SkipEol() {
@@ -87,8 +85,11 @@ void BufferedFile::seek_to(std::uint64_t position) {
 }
 
 CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
-    const std::uint64_t end = last < m_size ? last + 1 : m_size;
-    if (!m_file || end <= first) return CString();
+    if (!m_open) return CString();
+    // A file may have grown since its size was asked for.
+    const std::uint64_t size = last < m_size ? m_size : m_file->GetLength();
+    const std::uint64_t end = last < size ? last + 1 : size;
+    if (end <= first) return CString();
     if (end - first > INT_MAX) AfxThrowInvalidArgException();
     const auto length = static_cast<std::size_t>(end - first);
     CString text;
@@ -109,14 +110,29 @@ CString BufferedFile::GetTextBlock(std::uint64_t first, std::uint64_t last) {
 }
 
 void BufferedFile::reset() {
+    forget();
+    if (!m_file || !find_size()) return;
+    m_open = 1;
+    m_file->SeekToBegin();
+}
+
+void BufferedFile::forget() {
     m_open = 0;
     m_size = 0;
     m_savedPos = cNoPosition;
     clear_block(0);
-    if (!m_file) return;
-    m_size = m_file->GetLength();
-    m_open = 1;
-    m_file->SeekToBegin();
+}
+
+/// False for a file object that is not open yet.
+bool BufferedFile::find_size() {
+    try {
+        m_size = m_file->GetLength();
+        return true;
+    } catch (const CFileException&) {
+        // Files of other kinds, those in memory for instance, have no handle when they are open.
+        if (m_file->m_hFile == CFile::hFileNull) return false;
+        throw;
+    }
 }
 
 void BufferedFile::load_block() {

@@ -31,12 +31,10 @@ public:
     /// The key of the scrambling: four equal bytes, so that it does not matter where a block
     /// starts.
     static constexpr std::uint32_t cScrambleKey = 0x5C5C5C5Cu;
-    /// What GetSavedPos returns while no position is saved.
-    static constexpr std::uint64_t cNoPosition = ~std::uint64_t{0};
-
     /// A reader without a file that unscrambles what it will be attached to.
     BufferedFile() : BufferedFile(nullptr, 1) {}
-    /// Reads `file` (may be null) from its start; `scrambled` nonzero unscrambles every block.
+    /// Reads `file` from its start; null for none, and a file that is not open waits for Open.
+    /// `scrambled` nonzero unscrambles every block.
     BufferedFile(CFile* file, int scrambled);
     /// Closes the file object if the reader is still open: Detach first to keep it open.
     ~BufferedFile() override;
@@ -44,14 +42,17 @@ public:
     BufferedFile(const BufferedFile&) = delete;
     BufferedFile& operator=(const BufferedFile&) = delete;
 
-    /// Closes a reader that is open, then reads `file` from its start.
+    /// Closes a reader that is open, then reads `file` from its start. It may be null or not open
+    /// yet, as for the constructor.
     void Attach(CFile* file);
     /// Gives the file back, open as it is, and forgets it.
     CFile* Detach();
-    /// Opens the attached file object (which must exist) under `name`; an open reader is closed
-    /// first. Returns nonzero on success; a fault is described in `error` when that is not null.
+    /// Opens the attached file object under `name`; an open reader is closed first. Returns
+    /// nonzero on success, 0 without a file object; a fault of opening is described in `error` when
+    /// that is not null.
     int Open(const char* name, unsigned int flags, CFileException* error);
-    /// Closes the file object if the reader is open, and forgets size, positions and buffer.
+    /// Closes the file object if the reader is open, and forgets size, positions and buffer; the
+    /// file object stays attached. The reader is closed even when closing the file raises.
     virtual void Close();
     /// Nonzero while a file is attached and its size is known.
     int IsOpen() const { return m_open; }
@@ -83,19 +84,17 @@ public:
     /// Goes back to the saved position, which is read anew when it is ahead; does nothing when none
     /// is saved.
     void RestorePos();
-    /// The saved position, or cNoPosition.
-    std::uint64_t GetSavedPos() const { return m_savedPos; }
 
     /// The bytes from offset `first` to offset `last`, both included, as they are stored in the
-    /// file: a stretch of a scrambled file stays scrambled. Fewer when the file ends before. More
-    /// than 2 GiB raise CInvalidArgException.
+    /// file: a stretch of a scrambled file stays scrambled. Fewer when the file, which may have
+    /// grown, ends before; none from a closed reader. More than 2 GiB raise CInvalidArgException.
     CString GetTextBlock(std::uint64_t first, std::uint64_t last);
 
-    // For readers that look at a whole block at a time.
-
-    /// Bytes behind BlockEnd that may be looked at: all of them NUL.
+    /// For readers that look at a whole block at a time, between Cursor and BlockEnd. Behind
+    /// BlockEnd so many bytes may be looked at, too: all of them are NUL.
     static constexpr std::size_t cSlack = 16;
-    /// Makes at least one character available at Cursor; false at the end of the file.
+    /// Makes at least one character available at Cursor; false at the end of the file. Errors of
+    /// the file pass through.
     bool Fill() {
         if (m_next != m_end) return true;
         if (AtEOF()) return false;
@@ -116,8 +115,11 @@ public:
 private:
     /// What an empty block points at.
     static constexpr char cNoBlock[cSlack] = {};
+    static constexpr std::uint64_t cNoPosition = ~std::uint64_t{0};
 
     void reset();
+    void forget();
+    bool find_size();
     void load_block();
     void seek_to(std::uint64_t position);
     void clear_block(std::uint64_t position);

@@ -46,8 +46,6 @@ public:
 
     /// The cells of the header: one at least.
     const std::vector<CsvCell>& GetHeader() const { return m_header; }
-    /// What parts the cells: ',' or ';'.
-    char GetSeparator() const { return m_separator; }
 
     /// Makes `row` the cells of the next row, as many as the header has. False at the end, with
     /// `row` emptied.

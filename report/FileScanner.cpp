@@ -96,6 +96,9 @@ constexpr auto cSigns = [] {
 IMPLEMENT_DYNAMIC(FileScanner, CObject)
 
 FileScanner::FileScanner(CFile& file, int scrambled) : m_reader(&file, scrambled) {
+    if (!m_reader.IsOpen()) {
+        AfxThrowFileException(CFileException::invalidFile, -1, file.GetGivenPath());
+    }
     if (m_reader.AtEOF()) m_token.m_kind = m_previous = Token::tkEnd;
 }
 

@@ -39,8 +39,8 @@ public:
     /// The longest bare name in an expression; a longer one is a fault.
     static constexpr std::size_t cMaxName = cTextCapacity - 1;
 
-    /// Scans `file`, which must outlive the scanner and is never closed by it, from its start.
-    /// `scrambled` nonzero: the file is stored scrambled.
+    /// Scans `file`, which must be open, must outlive the scanner and is never closed by it, from
+    /// its start. `scrambled` nonzero: the file is stored scrambled.
     FileScanner(CFile& file, int scrambled);
     ~FileScanner() override;
 

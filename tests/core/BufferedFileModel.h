@@ -32,11 +32,7 @@ public:
 
     /// `stored` is what the file holds.
     BufferedFileModel(const std::string& stored, int isScrambled)
-        : m_stored(stored),
-          m_plain(stored),
-          m_file(m_stored),
-          m_reader(&m_file, isScrambled),
-          m_savedPos(BufferedFile::cNoPosition) {
+        : m_stored(stored), m_plain(stored), m_file(m_stored), m_reader(&m_file, isScrambled) {
         if (isScrambled) scramble(m_plain.data(), m_plain.size());
     }
     ~BufferedFileModel() { m_reader.Detach(); }
@@ -63,7 +59,7 @@ private:
                 return true;
             case 5:
                 m_reader.RestorePos();
-                if (m_savedPos != BufferedFile::cNoPosition) m_pos = m_savedPos;
+                m_pos = m_savedPos.value_or(m_pos);
                 return true;
             case 6:
                 m_pos = argument % (m_plain.size() + 3);
@@ -112,7 +108,7 @@ private:
     CMemFile m_file;
     BufferedFile m_reader;
     std::uint64_t m_pos = 0;
-    std::uint64_t m_savedPos;
+    std::optional<std::uint64_t> m_savedPos;
 };
 
 }  // namespace tessalink::test

@@ -88,10 +88,8 @@ TEST(BufferedFile, AttachesOpensAndClosesItsFile) {
         CFile other(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
         reader.Attach(&other);
         EXPECT_EQ(reader.GetCh(), 'a');
-        reader.SavePos();
         EXPECT_EQ(reader.Detach(), &other);
         EXPECT_NE(other.m_hFile, CFile::hFileNull) << "a detached file stays open";
-        EXPECT_EQ(reader.GetSavedPos(), BufferedFile::cNoPosition);
         reader.Attach(&other);
         EXPECT_EQ(reader.GetCh(), 'a') << "from the start";
         reader.Close();
@@ -120,6 +118,37 @@ TEST(BufferedFile, AttachesOpensAndClosesItsFile) {
     reader.Detach();
 }
 
+TEST(BufferedFile, OpensAFileObjectThatWasNotOpen) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Write("a", "a");
+    CFile file;
+    CFileException error;
+    BufferedFile reader(&file, 0);
+    EXPECT_FALSE(reader.IsOpen());
+    EXPECT_EQ(reader.GetTextBlock(0, 0), "");
+    EXPECT_FALSE(reader.Open(folder.Path("none").c_str(), CFile::modeRead, &error));
+    EXPECT_EQ(error.m_cause, CFileException::fileNotFound);
+    EXPECT_TRUE(reader.Open(path.c_str(), CFile::modeRead, nullptr));
+    EXPECT_EQ(reader.GetCh(), 'a');
+    reader.Close();
+    reader.Attach(&file);
+    EXPECT_FALSE(reader.IsOpen());
+    BufferedFile none;
+    EXPECT_FALSE(none.Open(path.c_str(), CFile::modeRead, nullptr));
+}
+
+TEST(BufferedFile, IsClosedWhenItsFileFailsToClose) {
+    class FailingFile : public CMemFile {
+    public:
+        void Close() override { AfxThrowFileException(CFileException::diskFull); }
+    };
+    FailingFile file;
+    BufferedFile reader(&file, 0);
+    EXPECT_EQ(causeOf([&] { reader.Close(); }), CFileException::diskFull);
+    EXPECT_FALSE(reader.IsOpen());
+    reader.Close();
+}
+
 TEST(BufferedFile, TextBlocksEndWithTheFile) {
     CMemFile file(std::string_view("0123456789"));
     BufferedFile reader(&file, 1);
@@ -132,6 +161,12 @@ TEST(BufferedFile, TextBlocksEndWithTheFile) {
     EXPECT_EQ(reader.GetTextBlock(10, 20), "");
     EXPECT_EQ(reader.GetTextBlock(5, 4), "");
     EXPECT_EQ(reader.GetCh(), '1' ^ 0x5c) << "and leave the reader where it was";
+    reader.Detach();
+
+    CMemFile growing;
+    reader.Attach(&growing);
+    growing.Write("abc", 3);
+    EXPECT_EQ(reader.GetTextBlock(1, 5), "bc") << "also of what came later";
     reader.Detach();
 }
 

@@ -207,6 +207,11 @@ TEST(FileScanner, BoundsNamesAndNumerals) {
     EXPECT_EQ(dump(huge, "e"), "string'" + digits + "' 0\nend 1000002\n");
 }
 
+TEST(FileScanner, RefusesAFileThatIsNotOpen) {
+    CFile file;
+    EXPECT_THROW(FileScanner(file, 0), CFileException);
+}
+
 TEST(FileScanner, EndsTextsAtANUL) {
     const auto text = [](std::string bytes) {
         std::replace(bytes.begin(), bytes.end(), '0', '\0');
