@@ -68,7 +68,9 @@ public:
     static constexpr std::size_t cMaxTextLength = 64u << 20;
 
     /// A parser without host functions: every @CALL is skipped. `scrambled` nonzero: the template
-    /// is stored scrambled. Included templates always are.
+    /// is stored scrambled, by `tessalink scramble` or tessalink::scramble. Included templates
+    /// always are, unless create_parser is overridden. Throws CFileException when `templateFile` is
+    /// not open.
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, int scrambled);
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable& functions,
                int scrambled);
@@ -134,7 +136,7 @@ protected:
     virtual int do_eval();
     virtual int get_str_exp(const Token& token, CString& result, int execute);
 
-    // Steps of our own, for parsers that look at templates without running them.
+    // Further steps, for parsers that find things elsewhere or read templates without running them.
 
     /// Reads a variable's name as an item of a string expression and appends its text.
     virtual int get_str_exp_var(const Token& token, CString& result, int execute);
@@ -152,7 +154,8 @@ protected:
     virtual bool keeps_written_order() const { return false; }
     /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
     virtual CString include_name(const Token& token);
-    /// A parser for an include, an EVAL or a deferred block of this run.
+    /// A parser for an include (`scrambled` is 1), an EVAL (0) or a deferred block (as the template
+    /// that it stands in) of this run. A parser for plain includes makes all of them with 0.
     virtual std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                                       int scrambled);
     /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
@@ -218,6 +221,7 @@ private:
     bool is_text_value(const Token& token) const;
     int assign_text(const CString& name, const CString& text);
     void assign_number(const CString& name, const Operand& value);
+    void release_text(const CString& name);
     int get_integer(int execute, std::int32_t& value, const char* message);
     int get_nested_str_exp(const Token& token, CString& result, int execute, std::size_t held = 0);
     int append_value(ValueStep step, const Token& token, CString& result, int execute);
@@ -253,6 +257,7 @@ private:
     tessalink::FixedStack<Operand, cStackSize> m_operands;
     tessalink::FixedStack<Token::Operator, cStackSize> m_operators;
     int m_executing = 1;               ///< the execute flag of the expression being evaluated
+    bool m_dividedByZero = false;      ///< two integers, in an expression
     std::uint64_t m_statementPos = 0;  ///< where the current simple statement starts
     const std::uint64_t* m_faultPos = nullptr;  ///< where faults are, if not at the token
     LimitCounts m_ownCounts;

@@ -230,6 +230,7 @@ int FileParser::apply_integers(Token::Operator code, Operand& left, std::int32_t
         case Token::opDivide:
             if (right == 0) {
                 value = 0;
+                m_dividedByZero = true;
                 return check_zero_division();
             }
             value = tessalink::divide(value, right);

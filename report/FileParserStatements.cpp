@@ -1,6 +1,7 @@
 // The statements of the template language.
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/base/NumberText.h"
 #include "platform/files/ModuleDir.h"
@@ -286,12 +287,9 @@ int FileParser::get_assigned_value(const Token& token, const CString& name, int 
 }
 
 int FileParser::assign_text(const CString& name, const CString& text) {
-    const VariantVar* before = m_variables.Find(name.View());
-    const auto released = before ? static_cast<std::int64_t>(before->Text().size()) : 0;
-    std::int64_t& count = m_counts->variableText;
-    // What the host gave to a variable was not counted.
-    count = std::max<std::int64_t>(count - released, 0) + text.GetLength();
-    if (count > static_cast<std::int64_t>(cMaxTextLength)) {
+    release_text(name);
+    m_counts->variableText += text.GetLength();
+    if (m_counts->variableText > static_cast<std::int64_t>(cMaxTextLength)) {
         return handle_error("Texts of variables too long!");
     }
     m_variables.SetValue(name, text);
@@ -299,11 +297,22 @@ int FileParser::assign_text(const CString& name, const CString& text) {
 }
 
 void FileParser::assign_number(const CString& name, const Operand& value) {
+    release_text(name);
     if (value.isInteger) {
         m_variables.SetValue(name, value.integer);
     } else {
         m_variables.SetValue(name, value.real);
     }
+}
+
+/// No longer counts the text of a variable that gets another value.
+void FileParser::release_text(const CString& name) {
+    std::int64_t& count = m_counts->variableText;
+    if (count == 0) return;
+    const VariantVar* variable = m_variables.Find(name.View());
+    if (!variable) return;
+    // What the host gave to a variable was not counted.
+    count = std::max<std::int64_t>(count - std::ssize(variable->Text()), 0);
 }
 
 bool FileParser::is_text_value(const Token& token) const {

@@ -110,8 +110,11 @@ int FileParser::get_text_value(const Token& token, CString& result, int execute)
     if (!next_is(Token::tkLParen, "Left parenthesis expected after TEXT!")) return 0;
     if (!get_integer(execute, number, "Expected integer value in TEXT!")) return 0;
     if (token.GetKind() == Token::tkSemicolon) {
+        m_dividedByZero = false;
         if (!get_integer(execute, maximum, "Expected integer in TEXT after ';'!")) return 0;
-        if (maximum < 1) return handle_error("Maximum in TEXT must be > 0!");
+        // A branch that is not carried out has no maximum where it divides by zero.
+        const bool isKnown = execute || !m_dividedByZero;
+        if (isKnown && maximum < 1) return handle_error("Maximum in TEXT must be > 0!");
         maximum = std::min(maximum, cLargestWord);
     }
     if (!expect(token, Token::tkRParen, "Right parenthesis expected after TEXT!")) return 0;

@@ -1,6 +1,7 @@
 #include "report/RTFText.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,8 @@ namespace {
 constexpr std::size_t cExpectedTextPerEscape = 16;
 constexpr int cDecimal = 10;
 constexpr std::string_view cArgument = "%1";
+/// Few characters can ask for very many: forty "%" before a "1" for a billion of "11%".
+constexpr std::size_t cMaxInserted = std::size_t{64} << 20;
 
 int addDigit(int value, char digit) {
     return tessalink::wrapAdd(tessalink::wrapMul(value, cDecimal), digit - '0');
@@ -30,10 +33,12 @@ CString loadString(unsigned int resourceId) {
     return text;
 }
 
-/// Whether replacing "%1" by the argument could go on without end.
-bool makesArguments(std::string_view argument) {
+/// Whether replacing "%1" by the argument may go on without end. An argument without a "%1" makes
+/// new ones with its neighbors, by its "1" at the start and its "%" at the end. They run out, as
+/// each moves a "%" behind a "1", unless there are two of both.
+bool isEndless(std::string_view argument) {
     return argument.find(cArgument) != std::string_view::npos ||
-           (argument.starts_with(cArgument.back()) && argument.ends_with(cArgument.front()));
+           (argument.starts_with("11") && argument.ends_with("%%"));
 }
 
 CString replaceOnce(std::string_view text, std::string_view filling) {
@@ -45,14 +50,18 @@ CString replaceOnce(std::string_view text, std::string_view filling) {
     return CString(std::move(result.append(text)));
 }
 
-/// Replaces also what the argument makes with its neighbours: the argument is read like the text.
-CString replaceAll(std::string_view text, std::string_view filling) {
+/// Replaces also what the argument makes with its neighbors: the argument is read like the text.
+/// Nothing when more than cMaxInserted characters would be put in.
+std::optional<CString> replaceAll(std::string_view text, std::string_view filling) {
     std::string result;
+    std::size_t inserted = 0;
     std::string ahead(text.rbegin(), text.rend());  // what is still to be read, backwards
     while (!ahead.empty()) {
         const char ch = ahead.back();
         ahead.pop_back();
         if (ch == cArgument.back() && result.ends_with(cArgument.front())) {
+            if (filling.size() > cMaxInserted - inserted) return std::nullopt;
+            inserted += filling.size();
             result.pop_back();
             ahead.append(filling.rbegin(), filling.rend());
         } else {
@@ -129,8 +138,9 @@ void PrefixStrings(unsigned int resourceId, CStringArray& strings) {
 
 void ReplaceTextA(CString& result, const CString& text, const char* argument) {
     const std::string_view filling = argument ? std::string_view(argument) : std::string_view();
-    result = makesArguments(filling) ? replaceOnce(text.View(), filling)
-                                     : replaceAll(text.View(), filling);
+    std::optional<CString> all;
+    if (!isEndless(filling)) all = replaceAll(text.View(), filling);
+    result = all ? *std::move(all) : replaceOnce(text.View(), filling);
 }
 
 void ReplaceTextA(CString& result, const CString& text, unsigned int resourceId) {

@@ -36,7 +36,10 @@ TESSALINK_API void ScaleRTFText(double factor, CString& rtf);
 TESSALINK_API void PrefixStrings(unsigned int resourceId, CStringArray& strings);
 
 /// Stores `text` with every "%1" replaced by the argument, searching from the start again after
-/// each replacement. In an argument that makes new "%1"s without end each is replaced once only.
+/// each replacement: what the argument makes with its neighbors is replaced, too ("%11" with "10%"
+/// gives "1010%"). Where that could go on without end, as the argument holds "%1" or begins with
+/// "11" and ends in "%%", and where it would put in more than 64 MiB, each "%1" of `text` is
+/// replaced once. `result` may be `text`; a null argument is an empty one.
 TESSALINK_API void ReplaceTextA(CString& result, const CString& text, const char* argument);
 /// The same with a string resource as the argument.
 TESSALINK_API void ReplaceTextA(CString& result, const CString& text, unsigned int resourceId);

@@ -62,6 +62,8 @@ TEST(Statements, ChooseBranches) {
         {"@IF(0)@THEN@u@ENDIF", ""},
         {"@IF(0)@THEN@COMPUTE(u)@ENDIF", "Non-number variable 'u' used in expression!"},
         {"@IF(0)@THEN@COMPUTE(1/0)@ENDIF", ""},
+        {"@IF(0)@THEN@TEXT(3;5/0)@ENDIF", ""},
+        {"@IF(0)@THEN@TEXT(3;0)@ENDIF", "Maximum in TEXT must be > 0!"},
         {"@IF(0)@THEN@DEFINE(a)@ENDIF@a", "0"},
         {"@IF(0)@THEN@IF(1)@THEN@DEFINE(a)@ENDIF@ENDIF@a", "Undefined variable 'a' found!"},
         {"@IF(1)@THEN@DEFINE(a)@ELSE@DEFINE(a)@ENDIF", "Variable 'a' already defined!"},

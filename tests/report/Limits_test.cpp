@@ -107,6 +107,22 @@ TEST(Limits, BoundWhatNests) {
     }
 }
 
+TEST(Limits, BoundTheTextsThatVariablesHold) {
+    const auto outcome = [](int texts) {
+        std::string text = repeated(70, "@LET(t0=b)@LET(t0=0)");
+        VarTable variables;
+        variables.AddVar("b", CString('x', 1 << 20));
+        for (int i = 0; i < texts; ++i) {
+            const std::string name = "t" + std::to_string(i);
+            variables.AddVar(name.c_str(), 0);
+            text += "@LET(" + name + "=b)";
+        }
+        return runTemplate(text, variables).Outcome();
+    };
+    EXPECT_EQ(outcome(64), "");
+    EXPECT_EQ(outcome(65), "Texts of variables too long!");
+}
+
 TEST(Limits, BoundAGroupOfDeferredBlocks) {
     const auto blocks = [](std::size_t count) {
         std::string text;

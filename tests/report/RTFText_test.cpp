@@ -146,6 +146,38 @@ TEST(RTFText, ScalesAsTheStatesSay) {
     }
 }
 
+/// Searches from the start after each replacement; where that goes on, replaces each "%1" once.
+std::string replacedBySearching(const std::string& text, const std::string& argument) {
+    constexpr int manySteps = 3000;
+    std::string result = text;
+    for (int i = 0; i < manySteps; ++i) {
+        const auto at = result.find("%1");
+        if (at == std::string::npos) return result;
+        result.replace(at, 2, argument);
+    }
+    result = text;
+    for (auto at = result.find("%1"); at != std::string::npos;) {
+        result.replace(at, 2, argument);
+        at = result.find("%1", at + argument.size());
+    }
+    return result;
+}
+
+TEST(RTFText, ReplacesArgumentsAsLongAsThatEnds) {
+    Dice dice(5);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text = dice.Text(dice.Below(8), "%%11x");
+        const std::string argument = dice.Text(dice.Below(6), "%%110");
+        CString result;
+        ReplaceTextA(result, text.c_str(), argument.c_str());
+        ASSERT_EQ(result.View(), replacedBySearching(text, argument)) << text << " " << argument;
+    }
+    // A billion of them, which would end, but not soon.
+    CString result;
+    ReplaceTextA(result, CString('%', 40) + "1", "11%");
+    EXPECT_EQ(result, CString('%', 39) + "11%");
+}
+
 TEST(RTFText, ReplacesArgumentsAndPrefixes) {
     const HostServices before = hostServices();
     HostServices services = before;
@@ -162,7 +194,7 @@ TEST(RTFText, ReplacesArgumentsAndPrefixes) {
     const Case cases[] = {
         {"a %1 b %1", "x", "a x b x"}, {"%1", "", ""},      {"none", "x", "none"},
         {"%%11", "%", "%%"},           {"%%11", "", ""},    {"50% %2 %1", "100%", "50% %2 100%"},
-        {"%1", "[%1]", "[%1]"},        {"%1", nullptr, ""},
+        {"%1", "[%1]", "[%1]"},        {"%1", nullptr, ""}, {"%11", "10%", "1010%"},
     };
     for (const Case& c : cases) {
         CString result("before");
