@@ -9,7 +9,10 @@ class CFile;
 
 /// The host functions that a template calls by name with "@CALL(name)". Each is called with the
 /// report's output file, into which it writes its own RTF, and with an extra pointer that the
-/// library hands on as it is. Names are case-sensitive. Neither file nor pointer is owned.
+/// library hands on as it is. Names are case-sensitive; a template can name those that are words of
+/// letters, digits and "_". Neither file nor pointer is owned.
+///
+/// What a function throws ends the run and reaches the caller of FileParser::Parse.
 class TESSALINK_API FctTable : public CObject {
     DECLARE_DYNAMIC(FctTable)
 
@@ -18,10 +21,14 @@ public:
 
     /// Calls the function; nonzero when it exists.
     virtual int Call(const char* name) = 0;
+    /// Nonzero when there is a function of that name.
     virtual int Exists(const char* name) const = 0;
 
-    /// Sets the file that functions write to: before a run.
+    /// Sets the file that functions write to, before a run; null for none.
     void Attach(CFile* output) { m_output = output; }
+    /// The attached file, or null.
+    CFile* GetOutput() const { return m_output; }
+    /// Sets the pointer that functions are called with.
     void SetExtraInfo(void* extraInfo) { m_extraInfo = extraInfo; }
 
 protected:
@@ -53,11 +60,13 @@ public:
 
 }  // namespace tessalink
 
-/// A table of free functions.
+/// A table of free functions, and of what converts to one: static members, lambdas without
+/// captures.
 class TESSALINK_API NormalFctTable : public FctTable {
     DECLARE_DYNAMIC(NormalFctTable)
 
 public:
+    /// `output` is the attached file, `extraInfo` the pointer of SetExtraInfo.
     using Function = void (*)(CFile& output, void* extraInfo);
 
     NormalFctTable(CFile* output, void* extraInfo) : FctTable(output, extraInfo) {}
@@ -65,7 +74,8 @@ public:
     int Call(const char* name) override;
     int Exists(const char* name) const override { return m_functions.Get(name) != nullptr; }
 
-    /// Stores the function under the name, in place of an earlier one.
+    /// Stores the function under the name, in place of an earlier one. A null function takes the
+    /// name out of use.
     void AddFct(const char* name, Function function) { m_functions.SetAt(name, function); }
 
 private:
@@ -76,6 +86,7 @@ private:
 template <class T>
 class MemberFctTable : public FctTable {
 public:
+    /// `output` is the attached file, `extraInfo` the pointer of SetExtraInfo.
     using Function = void (T::*)(CFile& output, void* extraInfo);
 
     MemberFctTable(T* object, CFile* output, void* extraInfo)
@@ -89,7 +100,8 @@ public:
     }
     int Exists(const char* name) const override { return m_functions.Get(name) != nullptr; }
 
-    /// Stores the function under the name, in place of an earlier one.
+    /// Stores the function under the name, in place of an earlier one. A null function takes the
+    /// name out of use.
     void AddFct(const char* name, Function function) { m_functions.SetAt(name, function); }
 
 private:

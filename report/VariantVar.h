@@ -35,8 +35,11 @@ public:
     VariantVar& operator=(const char* value);
     VariantVar& operator=(const VariantVar& other);
 
+    /// Takes the value away.
     void SetEmpty();
 
+    /// Nonzero when the value is of the type: IsEmpty and IsUndefined mean the same, and a number
+    /// is an int or a double.
     int IsEmpty() const { return m_type == vtEmpty; }
     int IsUndefined() const { return m_type == vtEmpty; }
     int IsInt() const { return m_type == vtInt; }
@@ -91,6 +94,10 @@ private:
     CString m_string;
     std::uint64_t m_bits = 0;  ///< the integer or pointer bits, or the bits of the double
 };
+
+/// A value has no stream form of its own: call Serialize, or store what GetAsInt, GetAsDouble or
+/// GetAsStr gives.
+CArchive& operator<<(CArchive& archive, const VariantVar& value) = delete;
 
 namespace tessalink {
 

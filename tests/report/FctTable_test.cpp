@@ -81,12 +81,15 @@ class Report : public FileBasedReport {
 public:
     explicit Report(const TemporaryFolder& folder) : m_folder(folder) {
         AddFct("count", &Report::count);
+        AddFct("within", &Report::within);
+        AddFct("release", &Report::release);
     }
     std::string Create(int which, int keepOpen = 0) {
         CMemFile output;
         DoCreate(output, which, keepOpen);
         return std::string(output.View());
     }
+    void Restart() { m_count = 0; }
     bool IsOpen(int which) { return GetDefFile(which) != nullptr; }
     void Release(int which) { ReleaseDefFile(which); }
     bool SharesSlots() {
@@ -102,6 +105,14 @@ protected:
 
 private:
     void count(CFile& output, void*) { writeText(output, std::to_string(++m_count).c_str()); }
+    /// Runs the definition file that `Inner` names, at first without end.
+    void within(CFile& output, void*) {
+        if (++m_count > 3) return;
+        CMemFile inner;
+        DoCreate(inner, Variables().GetInt("Inner"), m_count % 2);
+        writeText(output, ("<" + std::string(inner.View()) + ">").c_str());
+    }
+    void release(CFile&, void*) { ReleaseDefFile(0); }
 
     const TemporaryFolder& m_folder;
     int m_count = 0;
@@ -127,6 +138,58 @@ TEST(FileBasedReport, RunsItsDefinitionFiles) {
     EXPECT_THROW(report.Create(0), CFileException);
     EXPECT_FALSE(report.IsOpen(0));
     EXPECT_EQ(report.Told(), "");
+}
+
+TEST(FileBasedReport, RunsWithinItself) {
+    const TemporaryFolder folder;
+    const std::string filler(BufferedFile::cBlockSize, ' ');
+    folder.Write("0", scrambled("(@CALL(within)@CALL(release)" + filler + "@CALL(count))"));
+    folder.Write("1", scrambled("[@CALL(within)@IF(Fail)@THEN@u@ENDIF]"));
+    Report report(folder);
+    const auto outcome = [&](int inner, bool fails = false) {
+        report.Variables().SetValue("Inner", inner);
+        report.Variables().SetValue("Fail", fails);
+        report.Restart();
+        std::string text = report.Create(0, 1);
+        std::erase(text, ' ');
+        return text;
+    };
+    EXPECT_EQ(outcome(0), "(<(<(<(5)>6)>7)>8)");
+    EXPECT_EQ(outcome(1), "(<[<[<[]>]>]>5)");
+    EXPECT_TRUE(report.IsOpen(0));
+    EXPECT_THROW(outcome(1, true), ParseException);
+    EXPECT_EQ(outcome(0), "(<(<(<(5)>6)>7)>8)") << "after a fault within";
+    EXPECT_EQ(report.Functions().GetOutput(), nullptr);
+}
+
+TEST(FileBasedReport, ClosesADefinitionFileBeforeItIsDeleted) {
+    class LoggedFile : public CMemFile {
+    public:
+        explicit LoggedFile(std::string& log) : CMemFile(std::string_view("x")), m_log(log) {}
+        ~LoggedFile() override { m_log += "deleted;"; }
+        void Close() override {
+            m_log += "closed;";
+            AfxThrowFileException(CFileException::hardIO);
+        }
+
+    private:
+        std::string& m_log;
+    };
+    class Logged : public FileBasedReport {
+    public:
+        using FileBasedReport::GetDefFile;
+        using FileBasedReport::ReleaseDefFile;
+    };
+    std::string log;
+    Logged report;
+    report.GetDefFile(0) = new LoggedFile(log);
+    EXPECT_THROW(report.ReleaseDefFile(0), CFileException);
+    EXPECT_EQ(report.GetDefFile(0), nullptr);
+    {
+        Logged other;
+        other.GetDefFile(1) = new LoggedFile(log);
+    }
+    EXPECT_EQ(log, "closed;deleted;closed;deleted;");
 }
 
 TEST(FileBasedReport, PassesTemplateFaultsOn) {

@@ -126,6 +126,25 @@ TEST_F(Includes, ShareVariablesAndTellWhereTheyFail) {
     EXPECT_EQ(variables.GetInt("y"), 3);
 }
 
+TEST_F(Includes, ArePlainWhereAllParsersAreMadeSo) {
+    class PlainParser : public FileParser {
+    public:
+        using FileParser::FileParser;
+
+    protected:
+        std::unique_ptr<FileParser> create_parser(CFile& file, CFile& out, int) override {
+            return std::make_unique<PlainParser>(file, out, variables(), 0);
+        }
+    };
+    m_folder.Write("a.DAT", "a@DEFER_START(1)b@INCLUDE([b])@DEFER_END@PRINT_DEFERRED(ASC)");
+    m_folder.Write("b.DAT", "@EVAL([c])");
+    CMemFile text(std::string_view("@INCLUDE([a])"));
+    CMemFile output;
+    VarTable variables;
+    PlainParser(text, output, variables, 0).Parse(nullptr);
+    EXPECT_EQ(output.View(), "abc");
+}
+
 TEST_F(Includes, NestAThousandLevelsWithFewDescriptors) {
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);

@@ -223,6 +223,24 @@ TEST(VarTable, BridgesTypesAndMissingNames) {
     EXPECT_TRUE(table.IsEmpty());
 }
 
+TEST(VarTable, TakesNumbersAndTextsOfOtherTypes) {
+    VarTable table;
+    table.AddVar("v", 7L);
+    EXPECT_TRUE(table.GetVar("v").IsInt() && table.GetInt("v") == 7);
+    table.SetValue("v", std::size_t{8});
+    EXPECT_TRUE(table.GetVar("v").IsInt() && table.GetInt("v") == 8);
+    table.AddVar("v", 3000000000u);
+    EXPECT_EQ(table.GetStr("v"), "3000000000.00");
+    table.SetValue("v", std::string("text"));
+    EXPECT_EQ(table.GetStr("v"), "text");
+}
+
+template <class VALUE>
+concept Streamed = requires(CArchive& archive, const VALUE& value) {
+    archive << value;
+};
+static_assert(Streamed<CString> && !Streamed<VariantVar>, "it would lose its type");
+
 TEST(VarTable, IsArchivedInItsOrder) {
     VarTable table;
     EXPECT_EQ(stored(table), bytes({0, 0}));
