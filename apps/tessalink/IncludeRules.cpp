@@ -2,7 +2,13 @@
 
 #include <string_view>
 
+#include "platform/files/ModuleDir.h"
+
 namespace tessalink::cli {
+
+CString includePath(const CString& name) {
+    return GetModuleDir() + "\\" + name;
+}
 
 bool leavesFolder(const CString& name) {
     std::string_view rest = name.View();

@@ -4,9 +4,11 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
+#include "apps/tessalink/TemplateInput.h"
 #include "graphs/file/GraphFctTable.h"
 #include "platform/files/WholeFile.h"
 #include "report/FileParser.h"
+#include "report/TemplateFile.h"
 #include "report/VariablesFile.h"
 
 namespace tessalink::cli {
@@ -30,7 +32,9 @@ protected:
     int do_include(const CString& name) override {
         if (leavesFolder(name)) return handle_error(cIncludeOutside, name);
         try {
-            return FileParser::do_include(name);
+            TemplateFile file(includePath(name));
+            if (isStoredOtherwise(file, 1)) return handle_error(cIncludePlain, name);
+            return run_include(file);
         } catch (const CFileException& error) {
             return handle_error(static_cast<const char*>(includeTrouble(name, error)));
         }

@@ -1,5 +1,6 @@
 #include "apps/tessalink/TemplateInput.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
@@ -7,6 +8,7 @@
 
 #include "apps/tessalink/ProgressFile.h"
 #include "core/BufferedFile.h"
+#include "core/InputError.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CMemFile.h"
 
@@ -49,14 +51,43 @@ std::unique_ptr<CFile> openTemplate(const std::string& path) {
     return withLength(std::make_unique<ProgressFile>(path.c_str()));
 }
 
-std::string startOf(CFile& file) {
-    std::string start(cRtfStart.size(), '\0');
+std::string startOf(CFile& file, std::size_t length) {
+    std::string start(length, '\0');
     start.resize(file.Read(start.data(), start.size()));
     file.SeekToBegin();
     return start;
 }
 
+/// Whether a text has control characters other than white space: scrambled, "@", "\" and most
+/// capital letters become such.
+bool hasControls(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char ch) {
+        const auto code = static_cast<unsigned char>(ch);
+        return (code < ' ' && (code < '\t' || code > '\r')) || code == 0x7F;
+    });
+}
+
+bool hasLetters(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char ch) {
+        return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
+    });
+}
+
+bool hasBlanks(std::string_view text) {
+    return text.find(' ') != std::string_view::npos;
+}
+
 }  // namespace
+
+bool isStoredOtherwise(CFile& file, int scrambled) {
+    constexpr std::size_t sampleSize = 4096;
+    std::string text = startOf(file, sampleSize);
+    std::string other = text;
+    scramble(scrambled ? text.data() : other.data(), text.size());
+    if (hasControls(text) || hasControls(other)) return !hasControls(other);
+    // Words become digits and signs when they are scrambled, the blanks between them bars.
+    return hasLetters(other) && hasBlanks(other) && !hasLetters(text) && !hasBlanks(text);
+}
 
 std::unique_ptr<CFile> openInput(const std::string& path) {
     if (path != cStandardStream) {
@@ -69,11 +100,19 @@ std::unique_ptr<CFile> openInput(const std::string& path) {
 
 TemplateInput::TemplateInput(const std::string& path, Storage storage)
     : m_file(openTemplate(path)) {
-    if (storage != Storage::detect) {
+    if (storage == Storage::detect) {
+        detect_storage();
+    } else {
         m_scrambled = storage == Storage::scrambled;
-        return;
     }
-    std::string start = startOf(*m_file);
+    if (!isStoredOtherwise(*m_file, m_scrambled)) return;
+    throw InputError({m_file->GetGivenPath(), 1, 1},
+                     m_scrambled ? "this template is plain text: read it with --plain"
+                                 : "this template is scrambled: read it without --plain");
+}
+
+void TemplateInput::detect_storage() {
+    std::string start = startOf(*m_file, cRtfStart.size());
     m_scrambled = start != cRtfStart;
     scramble(start.data(), start.size());
     m_isDoubtful = m_scrambled && start != cRtfStart;

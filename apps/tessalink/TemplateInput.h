@@ -18,7 +18,8 @@ enum class Storage { detect, plain, scrambled };
 /// A template that the user names.
 class TemplateInput {
 public:
-    /// Opens the file, or reads all of standard input. Throws CFileException.
+    /// Opens the file, or reads all of standard input. Throws CFileException, and InputError for a
+    /// template that is not stored as `storage` says.
     explicit TemplateInput(const std::string& path, Storage storage = Storage::detect);
 
     /// Whether the template was taken as scrambled but is no RTF in that form either.
@@ -28,10 +29,17 @@ public:
     int IsScrambled() const { return m_scrambled; }
 
 private:
+    void detect_storage();
+
     std::unique_ptr<CFile> m_file;
     int m_scrambled = 0;
     bool m_isDoubtful = false;
 };
+
+/// Whether a template is not stored as it would be read: it begins with characters that no text
+/// has, and read the other way round it is text. A few lower-case letters are text both ways, and
+/// taken as told.
+bool isStoredOtherwise(CFile& file, int scrambled);
 
 /// Opens a file for reading, or standard input. Throws CFileException.
 std::unique_ptr<CFile> openInput(const std::string& path);

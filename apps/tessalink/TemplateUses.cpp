@@ -1,9 +1,11 @@
 #include "apps/tessalink/TemplateUses.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "platform/files/CMemFile.h"
-#include "platform/files/ModuleDir.h"
 #include "report/TemplateChecker.h"
 #include "report/TemplateFile.h"
 
@@ -48,12 +50,23 @@ private:
     TemplateUses& m_uses;
 };
 
+/// The file itself, however its path is spelt.
+std::string fileOf(const TemplateFile& file) {
+    const std::string path(file.GetFilePath().View());
+    std::error_code error;
+    const auto whole = std::filesystem::canonical(path, error);
+    return error ? path : whole.string();
+}
+
 }  // namespace
 
 void TemplateWalk::Read(const CheckOptions& options) {
     for (const std::string& path : options.templatePaths) {
         try {
             read_template(path, options);
+        } catch (const InputError& fault) {
+            printFault(fault);
+            ++m_faults;
         } catch (const CFileException& error) {
             printTrouble(error.what());
             ++m_troubles;
@@ -88,11 +101,13 @@ void TemplateWalk::read_include(const NamedUse& include) {
     if (leavesFolder(include.name)) {
         trouble.Format(cIncludeOutside, static_cast<const char*>(include.name));
     } else {
-        const CString path = GetModuleDir() + "\\" + include.name;
+        const CString path = includePath(include.name);
         if (!m_includesRead.insert(path).second) return;
         try {
             TemplateFile file(path);
-            return read_file(file, 1, &include.first);
+            if (!m_filesRead.insert(fileOf(file)).second) return;
+            if (!isStoredOtherwise(file, 1)) return read_file(file, 1, &include.first);
+            trouble.Format(cIncludePlain, static_cast<const char*>(include.name));
         } catch (const CFileException& error) {
             trouble = includeTrouble(include.name, error);
         }

@@ -75,7 +75,8 @@ private:
     void fail(const ParseException& fault);
 
     TemplateUses m_uses;
-    std::set<CString> m_includesRead;  ///< their paths
+    std::set<CString> m_includesRead;  ///< their paths as they were put together
+    std::set<std::string> m_filesRead;
     int m_faults = 0;
     int m_troubles = 0;
     int m_files = 0;

@@ -120,6 +120,38 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     EXPECT_EQ(std::count(skipped.err.begin(), skipped.err.end(), '\n'), 2);
 }
 
+TEST_F(CommandLine, RefusesTemplatesThatAreStoredTheOtherWayRound) {
+    folder.Write("plain.txt", "Dear @Name,\r\n");
+    folder.Write("words.txt", "a few words");
+    Store("stored.dat", "{\\rtf @DEFINE(n)@n}");
+    folder.Write("outer.rtf", "{\\rtf \n@INCLUDE([part])}");
+    folder.Write("part.DAT", "\\par text");
+    struct Case {
+        Strings arguments;
+        std::string err;
+    };
+    const Case cases[] = {
+        {{"plain.txt"}, "plain.txt:1:1: error: this template is plain text: "},
+        {{"words.txt"}, "words.txt:1:1: error: this template is plain text: "},
+        {{"stored.dat", "--plain"}, "stored.dat:1:1: error: this template is scrambled: "},
+        {{"outer.rtf"}, "outer.rtf:2:1: error: Include 'part.DAT' is plain text: "},
+        {{"words.txt", "--plain"}, ""},
+        {{"stored.dat", "--scrambled"}, ""},
+    };
+    for (const Case& c : cases) {
+        for (const Strings& command : {Strings{"report", "-o", "/dev/null"}, Strings{"check"}}) {
+            Strings arguments = command;
+            arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+            const Finished run = Run(arguments);
+            EXPECT_EQ(run.exitCode, c.err.empty() ? 0 : 1) << c.err;
+            EXPECT_THAT(run.err, StartsWith(c.err));
+            EXPECT_EQ(run.err.empty(), c.err.empty()) << run.err;
+        }
+    }
+    Store("part.DAT", "1|2");
+    EXPECT_EQ(Run({"report", "outer.rtf", "-o", "-"}).out, "{\\rtf \n1|2}");
+}
+
 TEST_F(CommandLine, FindsIncludesInTheFolderThatIsNamed) {
     std::filesystem::create_directories(folder.Path("a/parts"));
     folder.Write("a/t.rtf", "{\\rtf @INCLUDE([Part])}");
@@ -274,6 +306,8 @@ TEST_F(CommandLine, ChecksIncludesAndNamesTheFirstFaultOfEachFile) {
                                    "a.rtf:2:1: note: included from here\n"));
     EXPECT_THAT(run.err, HasSubstr("x.rtf:2:1: error: Unexpected keyword!\n"));
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 3) << run.err;
+    folder.Write("spelt.rtf", "{\\rtf @INCLUDE([b])@INCLUDE([./B])@INCLUDE([c/D])}");
+    EXPECT_EQ(Run({"check", "spelt.rtf"}).out, "3 templates checked: no faults\n");
     EXPECT_EQ(Run({"check", "none.rtf"}).exitCode, 2);
 }
 
