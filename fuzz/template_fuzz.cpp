@@ -13,18 +13,24 @@ namespace {
 
 using tessalink::fuzz::require;
 
-/// Templates may loop by recursion: an output that grows beyond its budget ends the run.
+/// Templates may loop by recursion: an output that grows beyond its budget ends the run. What is
+/// put before the template does not count, so that it ends all runs of one template at the same
+/// write.
 class BoundedFile : public CMemFile {
 public:
+    explicit BoundedFile(std::size_t ahead) : m_ahead(ahead) {}
+
     void Write(const void* buffer, std::size_t count) override {
         constexpr std::size_t budget = 64u << 10;
-        if (++m_writes > budget || GetLength() + count > budget) {
+        if (GetLength() >= m_ahead) ++m_writes;
+        if (m_writes > budget || GetLength() + count > budget + m_ahead) {
             AfxThrowFileException(CFileException::diskFull);
         }
         CMemFile::Write(buffer, count);
     }
 
 private:
+    std::size_t m_ahead;
     std::size_t m_writes = 0;
 };
 
@@ -58,10 +64,11 @@ struct Outcome {
     std::string message;
 };
 
-Outcome run(std::string text, bool isStored) {
+/// `ahead`: how many bytes of the output come from what is put before the template.
+Outcome run(std::string text, bool isStored, std::size_t ahead = 0) {
     if (isStored) text = tessalink::test::scrambled(text);
     CMemFile file{std::string_view(text)};
-    BoundedFile output;
+    BoundedFile output(ahead);
     VarTable variables;
     tessalink::test::Dice dice(1);
     tessalink::test::fillVariables(variables, dice);
@@ -111,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             "storage does not matter");
     const std::size_t seam = size == 0 ? 0 : data[0] % size;
     const std::string before(BufferedFile::cBlockSize - 2 - seam, 'x');
-    const Outcome cut = run(before + "@@" + text, true);
+    const Outcome cut = run(before + "@@" + text, true, before.size() + 1);
     require(cut.isGood == plain.isGood && cut.message == plain.message, "blocks do not matter");
     if (plain.isGood) require(cut.output == before + "@" + plain.output, "nor for the output");
     check(text);
