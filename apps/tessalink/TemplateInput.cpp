@@ -67,14 +67,20 @@ bool hasControls(std::string_view text) {
     });
 }
 
-bool hasLetters(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char ch) {
-        return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
-    });
+bool isLetter(char ch) {
+    return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
 }
 
-bool hasBlanks(std::string_view text) {
-    return text.find(' ') != std::string_view::npos;
+bool hasBlanksOrLetters(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char ch) { return ch == ' ' || isLetter(ch); });
+}
+
+/// Whether a text has blanks, and a word that is not just a letter or two.
+bool hasWords(std::string_view text) {
+    constexpr int shortWord = 3;
+    const auto letters = std::search_n(text.begin(), text.end(), shortWord, true,
+                                       [](char ch, bool) { return isLetter(ch); });
+    return letters != text.end() && text.find(' ') != std::string_view::npos;
 }
 
 }  // namespace
@@ -86,7 +92,7 @@ bool isStoredOtherwise(CFile& file, int scrambled) {
     scramble(scrambled ? text.data() : other.data(), text.size());
     if (hasControls(text) || hasControls(other)) return !hasControls(other);
     // Words become digits and signs when they are scrambled, the blanks between them bars.
-    return hasLetters(other) && hasBlanks(other) && !hasLetters(text) && !hasBlanks(text);
+    return hasWords(other) && !hasBlanksOrLetters(text);
 }
 
 std::unique_ptr<CFile> openInput(const std::string& path) {
