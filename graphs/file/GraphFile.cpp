@@ -1,10 +1,7 @@
 #include "graphs/file/GraphFile.h"
 
-#include <algorithm>
-
-#include "graphs/file/detail/GraphSource.h"
 #include "graphs/file/detail/GraphTypes.h"
-#include "graphs/file/detail/ValueReader.h"
+#include "json/JsonObject.h"
 #include "report/VariablesFile.h"
 
 namespace tessalink {
@@ -12,12 +9,10 @@ namespace tessalink {
 namespace {
 
 constexpr std::size_t cMaxGraphs = 1000;
-constexpr std::string_view cTypeKey = "type";
 
 struct GraphType {
     std::string_view name;
-    std::unique_ptr<DescribedGraph> (*make)(detail::ValueReader& in, const CString& name,
-                                            const detail::JsonValue& object);
+    detail::GraphMaker make;
 };
 /// The first one is meant when a graph doesn't say.
 constexpr GraphType cTypes[] = {{"bar", detail::makeBarGraph},
@@ -26,18 +21,26 @@ constexpr GraphType cTypes[] = {{"bar", detail::makeBarGraph},
                                 {"circumplex", detail::makeCircumplex},
                                 {"style", detail::makeStyleGraph}};
 
-const GraphType& typeOf(const detail::ValueReader& in, const detail::JsonValue& object) {
-    in.Expect(object, detail::JsonValue::Kind::Object);
-    const detail::JsonValue* const type = object.Find(cTypeKey);
-    if (!type) return cTypes[0];
-    in.Expect(*type, detail::JsonValue::Kind::Text);
-    const auto known = std::find_if(std::begin(cTypes), std::end(cTypes),
-                                    [&](const GraphType& t) { return t.name == type->text; });
-    if (known != std::end(cTypes)) return *known;
+const GraphType& typeOf(const JsonReader& in, const JsonValue& object) {
+    in.Expect(object, JsonValue::Kind::Object);
+    const JsonValue* const type = object.Find("type");
+    if (type == nullptr) return cTypes[0];
+    in.Expect(*type, JsonValue::Kind::Text);
     std::vector<std::string_view> names;
-    for (const GraphType& t : cTypes) names.push_back(t.name);
-    in.Source().Fail(*type, "this is no type of graphs" + detail::hintAt(type->text, names));
+    for (const GraphType& known : cTypes) {
+        if (known.name == type->text) return known;
+        names.push_back(known.name);
+    }
+    in.Fail(*type, "unknown type of graph" + nameHint(type->text, names));
 }
+
+/// The whole file.
+struct FileSpec : JsonObject {
+    using JsonObject::JsonObject;
+
+    const JsonValue* graphs = Value(required("graphs"));
+    const JsonValue* schema = Value("$schema");
+};
 
 }  // namespace
 
@@ -47,46 +50,41 @@ DescribedGraph::~DescribedGraph() = default;
 class GraphFile::Graphs {
 public:
     explicit Graphs(CFile& file) : m_source(file) {
-        static constexpr std::string_view keys[] = {"graphs", "$schema"};
-        const detail::ValueReader in(m_source, nullptr);
-        in.CheckKeys(m_source.Root(), keys);
-        const detail::JsonValue* const graphs = m_source.Root().Find(keys[0]);
-        if (!graphs) m_source.Fail(m_source.Root(), "'graphs' is missing");
-        m_members = &in.Members(*graphs, detail::JsonValue::Kind::Object, cMaxGraphs);
-        for (const detail::JsonMember& member : *m_members) {
+        const JsonReader in(m_source);
+        m_graphs = readObject<FileSpec>(in, m_source.Root()).graphs;
+        for (const JsonMember& member :
+             in.Members(*m_graphs, JsonValue::Kind::Object, cMaxGraphs)) {
             if (!isVariableName(member.key)) {
                 m_source.FailAtKey(member,
-                                   "a graph's name has up to 32 letters, digits and \"_\", and "
-                                   "doesn't start with a digit");
+                                   "invalid name of a graph: write up to 32 letters, digits and "
+                                   "\"_\", no digit first");
             }
-            Make(member, nullptr);
+            Make(member.key, member.value, nullptr);
         }
     }
 
     std::vector<std::string_view> Names() const {
         std::vector<std::string_view> names;
-        for (const detail::JsonMember& member : *m_members) names.push_back(member.key);
+        for (const JsonMember& member : m_graphs->members) names.push_back(member.key);
         return names;
     }
 
+    bool Has(std::string_view name) const { return m_graphs->Find(name) != nullptr; }
+
     std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const {
-        const auto member =
-            std::find_if(m_members->begin(), m_members->end(),
-                         [&](const detail::JsonMember& m) { return m.key == name; });
-        if (member != m_members->end()) return Make(*member, &variables);
-        m_source.Fail(*m_source.Root().Find("graphs"),
-                      "there is no graph " + detail::quoted(name) + detail::hintAt(name, Names()));
+        if (const JsonValue* graph = m_graphs->Find(name)) return Make(name, *graph, &variables);
+        m_source.Fail(*m_graphs, "there is no graph " + quoted(name) + nameHint(name, Names()));
     }
 
 private:
-    std::unique_ptr<DescribedGraph> Make(const detail::JsonMember& member,
+    std::unique_ptr<DescribedGraph> Make(std::string_view name, const JsonValue& graph,
                                          const VarTable* variables) const {
-        detail::ValueReader in(m_source, variables);
-        return typeOf(in, member.value).make(in, CString(member.key), member.value);
+        detail::GraphReader in(m_source, variables);
+        return typeOf(in, graph).make(in, CString(name), graph);
     }
 
-    detail::GraphSource m_source;
-    const std::vector<detail::JsonMember>* m_members = nullptr;
+    JsonSource m_source;
+    const JsonValue* m_graphs = nullptr;
 };
 
 GraphFile::GraphFile(CFile& file) : m_graphs(std::make_unique<Graphs>(file)) {}
@@ -104,8 +102,7 @@ std::vector<CString> GraphFile::GetNames() const {
 }
 
 bool GraphFile::Has(std::string_view name) const {
-    const auto names = m_graphs->Names();
-    return std::find(names.begin(), names.end(), name) != names.end();
+    return m_graphs->Has(name);
 }
 
 std::unique_ptr<DescribedGraph> GraphFile::Make(std::string_view name,

@@ -72,7 +72,7 @@ TEST_F(GraphCommand, FaultsLeaveNothing) {
          1,
          "g.json:2:64: error: /graphs/Worry/sections/0/scale/points/0: there is no variable 'T'\n"},
         {{"g.json", "Wory", "-o", "out.svg"}, 1, "did you mean 'Worry'?"},
-        {{"v.tsv", "Worry", "-o", "out.svg"}, 1, "v.tsv:1:1: error: no JSON"},
+        {{"v.tsv", "Worry", "-o", "out.svg"}, 1, "v.tsv:1:1: error: invalid JSON"},
         {{"none.json", "Worry", "-o", "out.svg"}, 2, "none.json: the file does not exist"},
         {{"g.json", "Worry", "-o", "out.gif"},
          2,

@@ -2,154 +2,250 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
+#include <string>
 #include <vector>
 
-#include "graphs/file/detail/ValueReader.h"
+#include "graphs/bar/BarGraph.h"
+#include "graphs/bar/BarHeading.h"
+#include "graphs/bar/BarPointGraphic.h"
+#include "graphs/bar/BarRangeGraphic.h"
+#include "graphs/bar/BarTextLegend.h"
+#include "graphs/file/detail/SheetSpec.h"
 
-// Bar graphs as they are described: what an object says, without defaults, and the tables of keys.
-// Lengths are thousandths of the graph's width.
+// Bar graphs as they are described: a structure for each kind of object, a member for each key. A
+// member is optional where what is usual depends on other ones. Lengths are thousandths of the
+// graph's width.
 namespace tessalink::detail {
 
-struct TextSpec {
-    std::optional<CString> text;
-    std::optional<double> position;
-    std::optional<std::uint16_t> align;
-    std::optional<CString> font;
-    std::optional<int> textSize;
-    std::optional<COLORREF> textColor;
+inline constexpr std::size_t cMaxSections = 1000;
+inline constexpr std::size_t cMaxMarks = 100000;  // of a list
+
+inline constexpr JsonBounds cFirstStep = {1, 1e9};
+inline constexpr JsonBounds cLength = {0, 1000};
+inline constexpr JsonBounds cSize = {1, 1000};
+inline constexpr JsonBounds cPosition = {-1000, 2000};
+inline constexpr JsonBounds cLineWidth = {0, 100};
+inline constexpr JsonBounds cBorderWidth = {-1, 100};
+inline constexpr JsonBounds cFraction = {0, 1};
+
+inline constexpr int cUsualSide = 20;  // left and right margin
+inline constexpr int cUsualGap = 4;    // top and bottom margin
+inline constexpr COLORREF cUsualRangeColor = RGB(173, 216, 230);
+
+// Across and down, of graphs, texts and descriptions alike.
+inline constexpr int cAcross = 0;
+inline constexpr int cDown = 1;
+inline constexpr JsonWord cAlignWords[] = {{"left", 0, cAcross},
+                                           {"center", BarGraph::cCenter, cAcross},
+                                           {"right", BarGraph::cRight, cAcross},
+                                           {"top", 0, cDown},
+                                           {"middle", BarGraph::cMiddle, cDown},
+                                           {"bottom", BarGraph::cBottom, cDown}};
+inline constexpr JsonWord cPointSymbols[] = {{"circle", BarPointGraphic::Circle},
+                                             {"square", BarPointGraphic::Square},
+                                             {"triangle", BarPointGraphic::Triangle},
+                                             {"diamond", BarPointGraphic::Diamond},
+                                             {"hollow-circle", BarPointGraphic::HollowCircle},
+                                             {"hollow-square", BarPointGraphic::HollowSquare},
+                                             {"hollow-triangle", BarPointGraphic::HollowTriangle},
+                                             {"hollow-diamond", BarPointGraphic::HollowDiamond}};
+inline constexpr JsonWord cLineStyles[] = {
+    {"solid", PS_SOLID}, {"dash", PS_DASH}, {"dot", PS_DOT}, {"dash-dot", PS_DASHDOT}};
+inline constexpr JsonWord cSpacings[] = {{"even", false}, {"normal", true}};
+inline constexpr JsonWord cDirections[] = {{"down", false}, {"up", true}};
+inline constexpr LookKeys cLabelKeys = {"labelFont", "labelSize", "labelColor"};
+
+struct BarSpec : SheetSpec {
+    using SheetSpec::SheetSpec;
+
+    bool frame = Flag("frame").value_or(true);
+    std::uint16_t align = Words("align", cAlignWords).value_or(0);
+    TextLook look = Look({});
+    std::optional<int> leftWidth = Whole("leftWidth", cLength);
+    std::optional<int> rightWidth = Whole("rightWidth", cLength);
+    int marginLeft = Whole("marginLeft", cLength).value_or(cUsualSide);
+    int marginRight = Whole("marginRight", cLength).value_or(cUsualSide);
+    const JsonValue* sections = Value(required("sections"));
 };
 
-/// Either texts or one text of its own.
-struct HeadingSpec : TextSpec {
-    const JsonValue* texts = nullptr;
-    std::optional<int> marginTop;
-    std::optional<int> marginBottom;
+/// A section, of which one key is there.
+struct SectionSpec : GraphObject {
+    SectionSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {}
+
+    const JsonValue* heading = Value("heading");
+    const JsonValue* scale = Value("scale");
+    const JsonValue* legend = Value("legend");
+    const JsonValue* space = Value("space");
 };
 
-/// Descriptions on both sides of a body.
-struct RowSpec {
-    std::optional<CString> left;
-    std::optional<CString> right;
-    std::optional<CString> font;
-    std::optional<int> textSize;
-    std::optional<COLORREF> textColor;
-    std::optional<int> marginLeft;
-    std::optional<int> marginRight;
-    std::optional<int> marginTop;
-    std::optional<int> marginBottom;
-    std::optional<int> lineWidth;
-    std::optional<COLORREF> lineColor;
+/// An object within a graph, whose texts look as those of the graph unless it says otherwise.
+struct BarObject : GraphObject {
+    BarObject(const GraphReader& in, const JsonValue& value, const BarSpec& whole)
+        : GraphObject(in, value), graph(&whole) {}
+    BarObject(const GraphReader& in, const JsonValue& value, const BarSpec& whole,
+              const JsonShorthand& shorthand)
+        : GraphObject(in, value, shorthand), graph(&whole) {}
+
+    const BarSpec* graph;
+};
+
+/// A text of a heading.
+struct TextSpec : BarObject {
+    using BarObject::BarObject;
+
+    CString text = Label(required("text")).value_or(CString());
+    std::optional<double> position = Number("position", cPosition);
+    std::uint16_t align = Words("align", cAlignWords).value_or(BarHeading::cCenter);
+    TextLook look = Look(graph->look);
+};
+
+/// A heading that is one text, or of many.
+struct TextHeadingSpec : TextSpec {
+    using TextSpec::TextSpec;
+
+    int marginTop = Whole("marginTop", cLength).value_or(cUsualGap);
+    int marginBottom = Whole("marginBottom", cLength).value_or(cUsualGap);
+};
+struct HeadingSpec : BarObject {
+    using BarObject::BarObject;
+
+    std::vector<TextSpec> texts = Objects<TextSpec>("texts", cMaxMarks, *graph);
+    int marginTop = Whole("marginTop", cLength).value_or(cUsualGap);
+    int marginBottom = Whole("marginBottom", cLength).value_or(cUsualGap);
+};
+
+/// A score alone stands for a point at it.
+struct PointSpec : GraphObject {
+    PointSpec(const GraphReader& in, const JsonValue& value)
+        : GraphObject(in, value, {"at", "a score"}) {}
+
+    CString name = Text("name").value_or(CString());
+    double at = Number(required("at"), cScores).value_or(0);
+    BarPointGraphic::Symbol symbol =
+        Words<BarPointGraphic::Symbol>("symbol", cPointSymbols).value_or(BarPointGraphic::Diamond);
+    std::optional<int> size = Whole("size", cSize);
+    COLORREF color = Color("color").value_or(BarPointGraphic::cDefaultColor);
+    int lineWidth = Whole("lineWidth", cLineWidth).value_or(BarPointGraphic::cDefaultLineSize);
+};
+
+struct RangeSpec : GraphObject {
+    RangeSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {
+        CheckOrder("from", "to", true);
+    }
+
+    CString name = Text("name").value_or(CString());
+    double from = Number(required("from"), cScores).value_or(0);
+    double to = Number(required("to"), cScores).value_or(0);
+    COLORREF color = Color("color").value_or(cUsualRangeColor);
+    COLORREF borderColor = Color("borderColor").value_or(color);
+    int lineWidth = Whole("lineWidth", cBorderWidth).value_or(0);
+    double height = Number("height", cFraction).value_or(BarRangeGraphic::cDefaultHeightFraction);
+};
+
+/// A scale or a legend: descriptions on both sides of a body.
+struct RowSpec : BarObject {
+    using BarObject::BarObject;
+
+    CString left = Label("left").value_or(CString());
+    CString right = Label("right").value_or(CString());
+    TextLook look = Look(graph->look);
+    std::optional<int> marginLeft = Whole("marginLeft", cLength);
+    std::optional<int> marginRight = Whole("marginRight", cLength);
+    int marginTop = Whole("marginTop", cLength).value_or(cUsualGap);
+    int marginBottom = Whole("marginBottom", cLength).value_or(cUsualGap);
+    std::optional<COLORREF> lineColor = Color("lineColor");
+    std::optional<int> lineWidth = Whole("lineWidth", cLineWidth);
 };
 
 struct ScaleSpec : RowSpec {
-    std::optional<CString> name;
-    std::optional<int> min;
-    std::optional<int> max;
-    std::optional<std::uint16_t> spacing;
-    std::optional<int> plotMin;
-    std::optional<int> plotMax;
-    std::optional<int> leftWidth;
-    std::optional<int> rightWidth;
-    std::optional<int> majorTick;
-    std::optional<int> minorTick;
-    std::optional<int> ticksFrom;
-    std::optional<int> ticksTo;
-    std::optional<int> barHeight;
-    std::optional<COLORREF> fill;
-    std::optional<COLORREF> majorTickColor;
-    std::optional<COLORREF> minorTickColor;
-    const JsonValue* points = nullptr;
-    const JsonValue* ranges = nullptr;
+    ScaleSpec(const GraphReader& in, const JsonValue& value, const BarSpec& whole)
+        : RowSpec(in, value, whole) {
+        CheckOrder("min", "max", false);
+        CheckOrder("plotMin", "plotMax", false);
+        if (!isNormal) return;
+        CheckRank("min", min);
+        CheckRank("max", max);
+    }
+
+    /// The normal curve has a place for ranks between these alone.
+    void CheckRank(std::string_view key, const std::optional<int>& rank) const {
+        constexpr int lowest = 1;
+        constexpr int highest = 99;
+        if (!rank || (*rank >= lowest && *rank <= highest)) return;
+        Fail(key, "must be between 1 and 99 with normal spacing");
+    }
+
+    std::optional<CString> name = Literal("name");
+    std::optional<int> min = Whole(required("min"), cScores);
+    std::optional<int> max = Whole(required("max"), cScores);
+    bool isNormal = Words<bool>("spacing", cSpacings).value_or(false);
+    std::optional<int> plotMin = Whole("plotMin", cScores);
+    std::optional<int> plotMax = Whole("plotMax", cScores);
+    std::optional<int> leftWidth = Whole("leftWidth", cLength);
+    std::optional<int> rightWidth = Whole("rightWidth", cLength);
+    std::optional<int> majorTick = Whole("majorTick", cSteps);
+    int minorTick = Whole("minorTick", cSteps).value_or(0);
+    std::optional<int> ticksFrom = Whole("ticksFrom", cScores);
+    std::optional<int> ticksTo = Whole("ticksTo", cScores);
+    int barHeight = Whole("barHeight", cSize).value_or(0);
+    COLORREF fill = Color("fill").value_or(cWhite);
+    std::optional<COLORREF> majorTickColor = Color("majorTickColor");
+    std::optional<COLORREF> minorTickColor = Color("minorTickColor");
+    std::vector<PointSpec> points = Objects<PointSpec>("points", cMaxMarks);
+    std::vector<RangeSpec> ranges = Objects<RangeSpec>("ranges", cMaxMarks);
 };
 
-struct PointSpec {
-    std::optional<CString> name;
-    std::optional<double> at;
-    std::optional<std::uint16_t> symbol;
-    std::optional<int> size;
-    std::optional<COLORREF> color;
-    std::optional<int> lineWidth;
-};
-
-struct RangeSpec {
-    std::optional<CString> name;
-    std::optional<double> from;
-    std::optional<double> to;
-    std::optional<COLORREF> color;
-    std::optional<COLORREF> borderColor;
-    std::optional<int> lineWidth;
-    std::optional<double> height;
-};
-
+/// What all legends have.
 struct LegendSpec : RowSpec {
-    std::optional<CString> scale;
-    std::optional<std::uint16_t> leftAlign;
-    std::optional<std::uint16_t> rightAlign;
-    std::optional<CString> labelFont;
-    std::optional<int> labelSize;
-    std::optional<COLORREF> labelColor;
-    // Of a legend of values.
-    std::optional<int> first;
-    std::optional<int> last;
-    std::optional<int> start;
-    std::optional<int> step;
-    // Of one of texts.
-    const JsonValue* texts = nullptr;
-    std::optional<bool> lines;
-    std::optional<std::uint16_t> lineStyle;
-    // Of one of ranges.
-    const JsonValue* ranges = nullptr;
-    std::optional<std::uint16_t> direction;
+    using RowSpec::RowSpec;
+
+    std::optional<CString> scale = Literal("scale");
+    std::optional<std::uint16_t> leftAlign = Words("leftAlign", cAlignWords);
+    std::optional<std::uint16_t> rightAlign = Words("rightAlign", cAlignWords);
+    TextLook labels = Look(graph->look, cLabelKeys);
 };
 
-/// A text of a legend, at a score or over a range.
-struct LabelSpec {
-    std::optional<double> at;
-    std::optional<double> from;
-    std::optional<double> to;
-    std::optional<CString> text;
+struct ValueLegendSpec : LegendSpec {
+    using LegendSpec::LegendSpec;
+
+    std::optional<int> first = Whole("first", cScores);
+    std::optional<int> last = Whole("last", cScores);
+    std::optional<int> start = Whole("start", cScores);
+    std::optional<int> step = Whole("step", cFirstStep);
 };
 
-struct BarSpec {
-    std::optional<CString> type;
-    std::optional<double> width;
-    std::optional<double> height;
-    std::optional<bool> frame;
-    std::optional<std::uint16_t> align;
-    std::optional<CString> title;
-    std::optional<CString> description;
-    std::optional<CString> font;
-    std::optional<int> textSize;
-    std::optional<COLORREF> textColor;
-    std::optional<int> leftWidth;
-    std::optional<int> rightWidth;
-    std::optional<int> marginLeft;
-    std::optional<int> marginRight;
-    const JsonValue* palette = nullptr;
-    const JsonValue* sections = nullptr;
+/// A text of a legend at a score.
+struct LabelSpec : GraphObject {
+    LabelSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {}
+
+    double at = Number(required("at"), cScores).value_or(0);
+    CString text = Label(required("text")).value_or(CString());
 };
 
-/// "normal" of a scale.
-inline constexpr std::uint16_t cNormalSpacing = 1;
-/// "up" of a legend of ranges.
-inline constexpr std::uint16_t cDirectionUp = 1;
+struct TextLegendSpec : LegendSpec {
+    using LegendSpec::LegendSpec;
 
-HeadingSpec readHeading(const ValueReader& in, const JsonValue& value);
-TextSpec readText(const ValueReader& in, const JsonValue& value);
-ScaleSpec readScale(const ValueReader& in, const JsonValue& value);
-/// A number stands for a point at it.
-PointSpec readPoint(const ValueReader& in, const JsonValue& value);
-RangeSpec readRange(const ValueReader& in, const JsonValue& value);
-LegendSpec readLegend(const ValueReader& in, const JsonValue& value);
-LabelSpec readTextLabel(const ValueReader& in, const JsonValue& value);
-LabelSpec readRangeLabel(const ValueReader& in, const JsonValue& value);
-BarSpec readBar(const ValueReader& in, const JsonValue& value);
-int readSpace(const ValueReader& in, const JsonValue& value);
-std::vector<COLORREF> readPalette(const ValueReader& in, const JsonValue& object);
+    std::vector<LabelSpec> texts = Objects<LabelSpec>("texts", cMaxMarks);
+    bool lines = Flag("lines").value_or(false);
+    std::uint16_t lineStyle = Words("lineStyle", cLineStyles).value_or(PS_SOLID);
+};
 
-/// A range whose ends are in the wrong order is a fault.
-void checkOrder(const ValueReader& in, const JsonValue& object, std::string_view lowKey,
-                std::string_view highKey, bool mayBeEqual);
+/// A text of a legend below a range.
+struct RangeLabelSpec : GraphObject {
+    RangeLabelSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {
+        CheckOrder("from", "to", true);
+    }
+
+    double from = Number(required("from"), cScores).value_or(0);
+    double to = Number(required("to"), cScores).value_or(0);
+    CString text = Label(required("text")).value_or(CString());
+};
+
+struct RangeLegendSpec : LegendSpec {
+    using LegendSpec::LegendSpec;
+
+    std::vector<RangeLabelSpec> ranges = Objects<RangeLabelSpec>("ranges", cMaxMarks);
+    bool isUp = Words<bool>("direction", cDirections).value_or(true);
+};
 
 }  // namespace tessalink::detail

@@ -1,10 +1,10 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <string>
 #include <type_traits>
 
-#include "graphs/file/detail/BarSpecs.h"
 #include "graphs/file/detail/GraphTypes.h"
 #include "graphs/file/detail/SheetSpec.h"
 #include "graphs/profile/HorProfileGraph.h"
@@ -22,194 +22,171 @@ constexpr std::size_t cMaxBands = 100;
 constexpr std::size_t cMaxLines = 100;
 constexpr std::size_t cMaxColumns = 20;  // of a horizontal graph
 
-// What stands where a description says nothing; docs/graph-files.md repeats it.
-constexpr double cWidth = 6;  // inches
-constexpr double cHeight = 4;
-constexpr double cTextSize = 9;  // points
-constexpr int cMin = 0;
-constexpr int cMax = 100;
-constexpr COLORREF cBandColor = RGB(222, 232, 240);
+// What is usual where a description says nothing; docs/graph-files.md repeats it.
+constexpr double cUsualWidth = 6;  // inches
+constexpr double cUsualHeight = 4;
+constexpr double cUsualTextSize = 9;  // points
+constexpr int cUsualMin = 0;
+constexpr int cUsualMax = 100;
+constexpr double cUsualCorner = 5;  // of a legend inside
+constexpr COLORREF cUsualBandColor = RGB(222, 232, 240);
 /// The fonts of profile graphs are 7 design units high.
 constexpr double cFontUnits = 7;
 constexpr double cPointsPerInch = 72;
 
-constexpr Bounds cPercent = {-1000, 1000};
-constexpr Bounds cPointSize = {10, 1000};
-constexpr Bounds cDecimals = {0, 9};
-constexpr Bounds cAfterScale = {1, cMaxScales};
+constexpr JsonBounds cPercent = {-1000, 1000};
+constexpr JsonBounds cPointSize = {10, 1000};
+constexpr JsonBounds cDecimals = {0, 9};
+constexpr JsonBounds cAfterScale = {1, cMaxScales};
 
-constexpr Word cLegends[] = {{"none", static_cast<std::uint16_t>(ProfileLegend::None)},
-                             {"inside", static_cast<std::uint16_t>(ProfileLegend::Inside)},
-                             {"below", static_cast<std::uint16_t>(ProfileLegend::Below)}};
-constexpr Word cPointTypes[] = {
+constexpr JsonWord cLegends[] = {{"none", static_cast<std::uint16_t>(ProfileLegend::None)},
+                                 {"inside", static_cast<std::uint16_t>(ProfileLegend::Inside)},
+                                 {"below", static_cast<std::uint16_t>(ProfileLegend::Below)}};
+constexpr JsonWord cPointTypes[] = {
     {"symbol", static_cast<std::uint16_t>(ProfilePointType::Symbol)},
     {"value", static_cast<std::uint16_t>(ProfilePointType::SymbolAndValue)},
     {"none", static_cast<std::uint16_t>(ProfilePointType::LineOnly)}};
-constexpr Word cBreaks[] = {{"line", ProfileGraph3::cLineBreak},
-                            {"dash", ProfileGraph3::cDashedBreak},
-                            {"double", ProfileGraph3::cDoubleBreak},
-                            {"gap", ProfileGraph3::cInvisibleBreak}};
+constexpr JsonWord cBreaks[] = {{"line", ProfileGraph3::cLineBreak},
+                                {"dash", ProfileGraph3::cDashedBreak},
+                                {"double", ProfileGraph3::cDoubleBreak},
+                                {"gap", ProfileGraph3::cInvisibleBreak}};
 
-/// What both directions have; each has more keys in its table.
+/// A scale, or a heading between scales. A text alone stands for a scale.
+struct ScaleSpec : GraphObject {
+    ScaleSpec(const GraphReader& in, const JsonValue& value, bool mayBeGroup, std::size_t further)
+        : GraphObject(in, value, {"text", "a text"}),
+          isGroup(mayBeGroup && Has("group")),
+          text(Label(required(isGroup ? "group" : "text")).value_or(CString())) {
+        if (!isGroup) texts = Labels("texts", further);
+    }
+
+    bool isGroup;
+    CString text;
+    std::vector<CString> texts;
+};
+
+struct ProfileSpec : GraphObject {
+    ProfileSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {}
+
+    std::optional<CString> name = Text("name");
+    const JsonValue* values = Value(required("values"));
+    std::optional<COLORREF> color = Color("color");
+    std::uint16_t line = Words("line", cPenStyles).value_or(PS_SOLID);
+    ProfilePointType points =
+        Words<ProfilePointType>("points", cPointTypes).value_or(ProfilePointType::Symbol);
+    int decimals = Whole("decimals", cDecimals).value_or(0);
+};
+
+/// A band of a horizontal graph.
+struct BandSpec : GraphObject {
+    BandSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {
+        CheckOrder("from", "to", true);
+    }
+
+    int from = Whole(required("from"), cScores).value_or(0);
+    int to = Whole(required("to"), cScores).value_or(0);
+    COLORREF color = Color("color").value_or(cUsualBandColor);
+};
+
+/// A band of an upright graph: the same for all scales, or with lists of limits.
+struct RegionSpec : GraphObject {
+    RegionSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {
+        if (!HasLists()) CheckOrder("from", "to", true);
+    }
+
+    bool HasLists() const { return from != nullptr && from->Is(JsonValue::Kind::List); }
+
+    const JsonValue* from = Value(required("from"));
+    const JsonValue* to = Value(required("to"));
+    COLORREF color = Color("color").value_or(cUsualBandColor);
+    std::optional<CString> name = Text("name");
+};
+
+struct SkyLineSpec : GraphObject {
+    SkyLineSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {}
+
+    const JsonValue* values = Value(required("values"));
+    COLORREF color = Color("color").value_or(cBlack);
+};
+
+/// The number of a scale alone stands for a break after it.
+struct BreakSpec : GraphObject {
+    BreakSpec(const GraphReader& in, const JsonValue& value)
+        : GraphObject(in, value, {"after", "the number of a scale"}) {}
+
+    std::optional<int> after = Whole(required("after"), cAfterScale);
+    std::uint16_t kind = Words("kind", cBreaks).value_or(ProfileGraph3::cLineBreak);
+};
+
+/// What both directions have.
 struct ChartSpec : SheetSpec {
-    std::optional<double> textSize;
-    std::optional<int> min;
-    std::optional<int> max;
-    std::optional<int> majorTick;
-    std::optional<int> minorTick;
-    std::optional<int> labelsFrom;
-    std::optional<int> labelsTo;
-    std::optional<CString> axisTitle;
-    std::optional<std::uint16_t> legend;
-    std::optional<double> legendX;
-    std::optional<double> legendY;
-    std::optional<int> pointSize;
-    const JsonValue* scales = nullptr;
-    const JsonValue* profiles = nullptr;
-    const JsonValue* bands = nullptr;
-    const JsonValue* lines = nullptr;
-    // Upright.
-    std::optional<bool> leftAxis;
-    std::optional<bool> rightAxis;
-    const JsonValue* rows = nullptr;
-    const JsonValue* breaks = nullptr;
-    const JsonValue* skyLine = nullptr;
-    // Horizontal.
-    std::optional<CString> columnsHeading;
-    const JsonValue* columns = nullptr;
+    ChartSpec(GraphReader& in, const JsonValue& value, bool mayHaveGroups, std::size_t furtherTexts)
+        : SheetSpec(in, value),
+          scales(Objects<ScaleSpec>(required("scales"), cMaxScales, mayHaveGroups, furtherTexts)) {
+        CheckOrder("min", "max", false);
+        CheckOrder("labelsFrom", "labelsTo", false);
+        FindRange();
+    }
+
+    /// The ends of the scores, also where one is left out, and within them those of the labels.
+    void FindRange() {
+        if ((Has("min") && !min) || (Has("max") && !max)) return;
+        low = min.value_or(cUsualMin);
+        high = max.value_or(cUsualMax);
+        if (low >= high) {
+            Fail(Has("max") ? "max" : "min", "'max' must be greater than 'min'; they are " +
+                                                 std::to_string(cUsualMin) + " and " +
+                                                 std::to_string(cUsualMax) + " when left out");
+        }
+        CheckLabels("labelsFrom", labelsFrom);
+        CheckLabels("labelsTo", labelsTo);
+    }
+    void CheckLabels(std::string_view key, const std::optional<int>& score) const {
+        if (!score || (*score >= low && *score <= high)) return;
+        Fail(key, "must not lie outside 'min' and 'max'");
+    }
+
+    std::vector<ScaleSpec> scales;
+    double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
+    std::optional<int> min = Whole("min", cScores);
+    std::optional<int> max = Whole("max", cScores);
+    std::optional<int> majorTick = Whole("majorTick", cSteps);
+    int minorTick = Whole("minorTick", cSteps).value_or(0);
+    std::optional<int> labelsFrom = Whole("labelsFrom", cScores);
+    std::optional<int> labelsTo = Whole("labelsTo", cScores);
+    CString axisTitle = Label("axisTitle").value_or(CString());
+    std::optional<ProfileLegend> legend = Words<ProfileLegend>("legend", cLegends);
+    int legendX = toInt(Number("legendX", cPercent).value_or(cUsualCorner));
+    int legendY = toInt(Number("legendY", cPercent).value_or(cUsualCorner));
+    std::optional<int> pointSize = Whole("pointSize", cPointSize);
+    std::vector<ProfileSpec> profiles = Objects<ProfileSpec>("profiles", cMaxProfiles);
+    std::vector<int> lines = List("lines", cMaxLines, [this](const JsonValue& value) {
+        return In().Whole(value, cScores).value_or(0);
+    });
+    int low = cUsualMin;
+    int high = cUsualMax;
 };
 
-struct ChartScale {
-    std::optional<CString> text;
-    const JsonValue* texts = nullptr;
-    std::optional<CString> group;  ///< instead of a scale
+struct UprightSpec : ChartSpec {
+    UprightSpec(GraphReader& in, const JsonValue& value)
+        : ChartSpec(in, value, false, ProfileChart::cMaxLegendRows - 1) {}
+
+    std::vector<CString> rows = Labels("rows", ProfileChart::cMaxLegendRows);
+    bool leftAxis = Flag("leftAxis").value_or(true);
+    bool rightAxis = Flag("rightAxis").value_or(false);
+    std::vector<RegionSpec> bands = Objects<RegionSpec>("bands", cMaxBands);
+    std::vector<BreakSpec> breaks = Objects<BreakSpec>("breaks", cMaxScales);
+    const JsonValue* skyLine = Value("skyLine");
 };
 
-struct ChartProfile {
-    std::optional<CString> name;
-    const JsonValue* values = nullptr;
-    std::optional<COLORREF> color;
-    std::optional<std::uint16_t> line;
-    std::optional<std::uint16_t> points;
-    std::optional<int> decimals;
+struct HorizontalSpec : ChartSpec {
+    HorizontalSpec(GraphReader& in, const JsonValue& value)
+        : ChartSpec(in, value, true, cMaxColumns) {}
+
+    std::vector<CString> columns = Labels("columns", cMaxColumns);
+    CString columnsHeading = Label("columnsHeading").value_or(CString());
+    std::vector<BandSpec> bands = Objects<BandSpec>("bands", cMaxBands);
 };
-
-struct ChartBand {
-    const JsonValue* from = nullptr;
-    const JsonValue* to = nullptr;
-    std::optional<COLORREF> color;
-    std::optional<CString> name;
-};
-
-struct ChartSkyLine {
-    const JsonValue* values = nullptr;
-    std::optional<COLORREF> color;
-};
-
-struct ChartBreak {
-    std::optional<int> after;
-    std::optional<std::uint16_t> kind;
-};
-
-std::vector<Field<ChartSpec>> commonFields() {
-    using S = ChartSpec;
-    return withSheetFields<S>({{.key = "textSize", .member = &S::textSize, .bounds = cPoints},
-                               {.key = "min", .member = &S::min, .bounds = cScores},
-                               {.key = "max", .member = &S::max, .bounds = cScores},
-                               {.key = "majorTick", .member = &S::majorTick, .bounds = cSteps},
-                               {.key = "minorTick", .member = &S::minorTick, .bounds = cSteps},
-                               {.key = "labelsFrom", .member = &S::labelsFrom, .bounds = cScores},
-                               {.key = "labelsTo", .member = &S::labelsTo, .bounds = cScores},
-                               {.key = "axisTitle", .member = &S::axisTitle},
-                               {.key = "legend", .member = &S::legend, .words = cLegends},
-                               {.key = "legendX", .member = &S::legendX, .bounds = cPercent},
-                               {.key = "legendY", .member = &S::legendY, .bounds = cPercent},
-                               {.key = "pointSize", .member = &S::pointSize, .bounds = cPointSize},
-                               {.key = "scales", .member = &S::scales, .isRequired = true},
-                               {.key = "profiles", .member = &S::profiles},
-                               {.key = "bands", .member = &S::bands},
-                               {.key = "lines", .member = &S::lines}});
-}
-
-template <class T>
-std::vector<Field<T>> joinedWith(std::vector<Field<T>> fields, std::vector<Field<T>> more) {
-    fields.insert(fields.end(), more.begin(), more.end());
-    return fields;
-}
-
-const std::vector<Field<ChartSpec>>& uprightTable() {
-    using S = ChartSpec;
-    static const auto table =
-        joinedWith<S>(commonFields(), {{.key = "leftAxis", .member = &S::leftAxis},
-                                       {.key = "rightAxis", .member = &S::rightAxis},
-                                       {.key = "rows", .member = &S::rows},
-                                       {.key = "breaks", .member = &S::breaks},
-                                       {.key = "skyLine", .member = &S::skyLine}});
-    return table;
-}
-
-const std::vector<Field<ChartSpec>>& horizontalTable() {
-    using S = ChartSpec;
-    static const auto table =
-        joinedWith<S>(commonFields(), {{.key = "columns", .member = &S::columns},
-                                       {.key = "columnsHeading", .member = &S::columnsHeading}});
-    return table;
-}
-
-const std::vector<Field<ChartScale>>& scaleTable(bool mayBeGroup) {
-    using S = ChartScale;
-    static const std::vector<Field<S>> scale = {
-        {.key = "text", .member = &S::text, .isRequired = true},
-        {.key = "texts", .member = &S::texts}};
-    static const std::vector<Field<S>> group = {
-        {.key = "group", .member = &S::group, .isRequired = true}};
-    return mayBeGroup ? group : scale;
-}
-
-const std::vector<Field<ChartProfile>>& profileTable() {
-    using P = ChartProfile;
-    static const std::vector<Field<P>> table = {
-        {.key = "name", .member = &P::name, .form = TextForm::Plain},
-        {.key = "values", .member = &P::values, .isRequired = true},
-        {.key = "color", .member = &P::color},
-        {.key = "line", .member = &P::line, .words = cPenStyles},
-        {.key = "points", .member = &P::points, .words = cPointTypes},
-        {.key = "decimals", .member = &P::decimals, .bounds = cDecimals}};
-    return table;
-}
-
-const std::vector<Field<ChartBand>>& bandTable(bool hasName) {
-    using B = ChartBand;
-    static const std::vector<Field<B>> plain = {
-        {.key = "from", .member = &B::from, .isRequired = true},
-        {.key = "to", .member = &B::to, .isRequired = true},
-        {.key = "color", .member = &B::color}};
-    static const auto named =
-        joinedWith<B>(plain, {{.key = "name", .member = &B::name, .form = TextForm::Plain}});
-    return hasName ? named : plain;
-}
-
-const std::vector<Field<ChartSkyLine>>& skyLineTable() {
-    using L = ChartSkyLine;
-    static const std::vector<Field<L>> table = {
-        {.key = "values", .member = &L::values, .isRequired = true},
-        {.key = "color", .member = &L::color}};
-    return table;
-}
-
-const std::vector<Field<ChartBreak>>& breakTable() {
-    using B = ChartBreak;
-    static const std::vector<Field<B>> table = {
-        {.key = "after", .member = &B::after, .bounds = cAfterScale, .isRequired = true},
-        {.key = "kind", .member = &B::kind, .words = cBreaks}};
-    return table;
-}
-
-template <class T>
-T readBy(const ValueReader& in, const JsonValue& value, const std::vector<Field<T>>& fields) {
-    in.Expect(value, JsonValue::Kind::Object);
-    return readFields<T>(in, value, fields);
-}
 
 /// A score that steps are counted from so that they lie at their multiples.
 int stepBase(int min, int step) {
@@ -222,24 +199,30 @@ int stepBase(int min, int step) {
 /// A profile graph with up to four rows of texts, and regions.
 class UprightGraph final : public ProfileGraph3 {
 public:
+    using Spec = UprightSpec;
     using ProfileGraph3::ProfileGraph3;
 
     void SetRows(const LegendRows& rows) { set_legend_rows(rows); }
 };
 
-/// Makes a profile graph of its description. Graph is UprightGraph or HorProfileGraph.
+class HorizontalGraph final : public HorProfileGraph {
+public:
+    using Spec = HorizontalSpec;
+    using HorProfileGraph::HorProfileGraph;
+};
+
+/// Makes a profile graph of its description. Graph is UprightGraph or HorizontalGraph.
 template <class Graph>
 class ProfileBuilder {
 public:
     static constexpr bool cIsUpright = std::is_same_v<Graph, UprightGraph>;
 
-    ProfileBuilder(ValueReader& in, const CString& name, const JsonValue& object)
-        : m_in(in), m_name(name) {
-        m_palette = readPalette(in, object);
-        in.SetPalette(m_palette);
-        m_spec = readBy<ChartSpec>(in, object, cIsUpright ? uprightTable() : horizontalTable());
-        check_range(object);
-        read_scales();
+    ProfileBuilder(GraphReader& in, const CString& name, const JsonValue& object)
+        : m_in(in), m_name(name), m_spec(readObject<typename Graph::Spec>(in, object)) {
+        m_scaleCount = static_cast<std::size_t>(
+            std::count_if(m_spec.scales.begin(), m_spec.scales.end(),
+                          [](const ScaleSpec& scale) { return !scale.isGroup; }));
+        if (m_scaleCount == 0) m_spec.Fail("scales", "a profile needs at least one scale");
     }
 
     std::unique_ptr<DescribedGraph> Make() {
@@ -251,136 +234,72 @@ public:
         } else {
             add_table();
         }
-        add_bands();
-        add_lines();
-        add_profiles();
+        for (const auto& band : m_spec.bands) add_band(band);
+        for (const int line : m_spec.lines) add_line(line);
+        for (const ProfileSpec& profile : m_spec.profiles) add_profile(profile);
         m_graph->SetPointScale(m_spec.pointSize.value_or(Graph::cFullPointScale));
-        const ProfileLegend legend = m_hasNames ? ProfileLegend::Below : ProfileLegend::None;
         m_graph->ShowLegend(
-            static_cast<ProfileLegend>(m_spec.legend.value_or(static_cast<std::uint16_t>(legend))));
-        constexpr double corner = 5;
-        m_graph->SetLegendPosition(toInt(m_spec.legendX.value_or(corner)),
-                                   toInt(m_spec.legendY.value_or(corner)));
+            m_spec.legend.value_or(m_hasNames ? ProfileLegend::Below : ProfileLegend::None));
+        m_graph->SetLegendPosition(m_spec.legendX, m_spec.legendY);
         GraphSheet sheet =
-            sheetOf(m_spec, cWidth, cHeight, m_name, sentencesOf(profileText(*m_graph)));
+            m_spec.Sheet(cUsualWidth, cUsualHeight, m_name, sentencesOf(profileText(*m_graph)));
         return std::make_unique<DrawnGraph<Graph>>(std::move(sheet), std::move(m_graph));
     }
 
 private:
-    /// A scale, or a heading between scales.
-    struct Entry {
-        const JsonValue* value = nullptr;
-        CString text;
-        std::vector<CString> texts;
-        bool isGroup = false;
-    };
-
-    /// The ends of the scores, also where one is left out, and in them those of the labels.
-    void check_range(const JsonValue& object) {
-        checkOrder(m_in, object, "min", "max", false);
-        checkOrder(m_in, object, "labelsFrom", "labelsTo", false);
-        const JsonValue* const min = object.Find("min");
-        const JsonValue* const max = object.Find("max");
-        if ((min && !m_spec.min) || (max && !m_spec.max)) return;
-        m_min = m_spec.min.value_or(cMin);
-        m_max = m_spec.max.value_or(cMax);
-        if (m_min >= m_max) {
-            const JsonValue& wrong = max != nullptr ? *max : min != nullptr ? *min : object;
-            m_in.Source().Fail(wrong, "'max' must be above 'min'; they are " +
-                                          std::to_string(cMin) + " and " + std::to_string(cMax) +
-                                          " when left out");
-        }
-        for (const auto& [key, score] :
-             {std::pair("labelsFrom", m_spec.labelsFrom), std::pair("labelsTo", m_spec.labelsTo)}) {
-            if (!score || (*score >= m_min && *score <= m_max)) continue;
-            m_in.Source().Fail(*object.Find(key), "this must lie from 'min' to 'max'");
-        }
-    }
-
-    std::size_t further_texts() const {
-        return cIsUpright ? ProfileChart::cMaxLegendRows - 1 : cMaxColumns;
-    }
-
-    void read_scales() {
-        for (const JsonMember& member :
-             m_in.Members(*m_spec.scales, JsonValue::Kind::List, cMaxScales)) {
-            m_entries.push_back(read_scale(member.value));
-            m_scaleCount += m_entries.back().isGroup ? 0 : 1;
-        }
-        if (m_scaleCount == 0) m_in.Source().Fail(*m_spec.scales, "a profile has a scale");
-    }
-
-    Entry read_scale(const JsonValue& value) const {
-        Entry entry;
-        entry.value = &value;
-        if (value.Is(JsonValue::Kind::Text)) {
-            entry.text = m_in.Text(value, TextForm::Label).value_or(CString());
-            return entry;
-        }
-        m_in.ExpectObjectOr("a text", value);
-        entry.isGroup = !cIsUpright && value.Find("group") != nullptr;
-        const auto spec = readFields<ChartScale>(m_in, value, scaleTable(entry.isGroup));
-        entry.text = entry.isGroup ? spec.group.value_or(CString()) : spec.text.value_or(CString());
-        if (spec.texts != nullptr) entry.texts = readTexts(m_in, *spec.texts, further_texts());
-        return entry;
-    }
-
     std::unique_ptr<Graph> make_graph() const {
-        const int major = m_spec.majorTick.value_or(niceStep(m_min, m_max));
-        const int minor = m_spec.minorTick.value_or(0);
-        const int majorBase = stepBase(m_min, major);
-        const int minorBase = stepBase(m_min, minor);
-        const double unit =
-            m_spec.textSize.value_or(cTextSize) / cPointsPerInch / cFontUnits;  // inches
-        const int width = toInt(m_spec.width.value_or(cWidth) / unit);
-        const int height = toInt(m_spec.height.value_or(cHeight) / unit);
+        const int min = m_spec.low;
+        const int max = m_spec.high;
+        const int major = m_spec.majorTick.value_or(niceStep(min, max));
+        const int minor = m_spec.minorTick;
+        const int majorBase = stepBase(min, major);
+        const int minorBase = stepBase(min, minor);
+        const double unit = m_spec.textSize / cPointsPerInch / cFontUnits;  // inches
+        const int width = toInt(m_spec.width.value_or(cUsualWidth) / unit);
+        const int height = toInt(m_spec.height.value_or(cUsualHeight) / unit);
         std::unique_ptr<Graph> graph;
         if constexpr (cIsUpright) {
-            graph = std::make_unique<Graph>(
-                m_min, m_max, major, minor, m_spec.leftAxis.value_or(true) ? 1 : 0,
-                m_spec.rightAxis.value_or(false) ? 1 : 0, width, height);
-            graph->SetYRange(m_min, m_max, major, minor, majorBase, minorBase);
+            graph = std::make_unique<Graph>(min, max, major, minor, m_spec.leftAxis,
+                                            m_spec.rightAxis, width, height);
+            graph->SetYRange(min, max, major, minor, majorBase, minorBase);
             graph->ScaleHorzLines(1);
-            graph->SetYLegend(m_spec.axisTitle.value_or(CString()));
+            graph->SetYLegend(m_spec.axisTitle);
             if (m_spec.labelsFrom) graph->SetYLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetYLabelEnd(*m_spec.labelsTo);
         } else {
-            graph = std::make_unique<Graph>(m_min, m_max, major, minor, width, height);
-            graph->SetXRange(m_min, m_max, major, minor, majorBase, minorBase);
-            graph->SetXLegend(m_spec.axisTitle.value_or(CString()));
-            graph->SetScoreColsHeading(m_spec.columnsHeading.value_or(CString()));
+            graph = std::make_unique<Graph>(min, max, major, minor, width, height);
+            graph->SetXRange(min, max, major, minor, majorBase, minorBase);
+            graph->SetXLegend(m_spec.axisTitle);
+            graph->SetScoreColsHeading(m_spec.columnsHeading);
             if (m_spec.labelsFrom) graph->SetXLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetXLabelEnd(*m_spec.labelsTo);
         }
         return graph;
     }
 
-    /// The headings of rows or columns, and one array with the texts of each.
+    /// How many texts scales have beside their names, headings counted.
     std::size_t column_count(std::size_t headings) const {
         std::size_t count = headings;
-        for (const Entry& entry : m_entries) count = std::max(count, entry.texts.size());
+        for (const ScaleSpec& scale : m_spec.scales) count = std::max(count, scale.texts.size());
         return count;
     }
     std::unique_ptr<CStringArray> column(std::size_t index) const {
         auto texts = std::make_unique<CStringArray>();
-        for (const Entry& entry : m_entries) {
-            if (entry.isGroup) continue;
-            texts->Add(index < entry.texts.size() ? entry.texts[index] : CString());
+        for (const ScaleSpec& scale : m_spec.scales) {
+            if (scale.isGroup) continue;
+            texts->Add(index < scale.texts.size() ? scale.texts[index] : CString());
         }
         return texts;
     }
 
     void add_rows() {
-        std::vector<CString> headings;
-        if (m_spec.rows != nullptr) {
-            headings = readTexts(m_in, *m_spec.rows, ProfileChart::cMaxLegendRows);
-        }
+        std::vector<CString> headings = m_spec.rows;
         const std::size_t further = column_count(std::max<std::size_t>(headings.size(), 1) - 1);
         headings.resize(ProfileChart::cMaxLegendRows);
         std::array<CStringArray*, ProfileChart::cMaxLegendRows> rows{};
         auto first = std::make_unique<CStringArray>();
         first->Add(headings[0]);
-        for (const Entry& entry : m_entries) first->Add(entry.text);
+        for (const ScaleSpec& scale : m_spec.scales) first->Add(scale.text);
         rows[0] = first.release();
         for (std::size_t i = 0; i < further; ++i) {
             auto texts = column(i);
@@ -391,15 +310,14 @@ private:
     }
 
     void add_table() {
-        for (const Entry& entry : m_entries) {
-            if (entry.isGroup) {
-                m_graph->AddHeaderRow(entry.text);
+        for (const ScaleSpec& scale : m_spec.scales) {
+            if (scale.isGroup) {
+                m_graph->AddHeaderRow(scale.text);
             } else {
-                m_graph->AddRow(entry.text);
+                m_graph->AddRow(scale.text);
             }
         }
-        std::vector<CString> headings;
-        if (m_spec.columns != nullptr) headings = readTexts(m_in, *m_spec.columns, cMaxColumns);
+        const std::vector<CString>& headings = m_spec.columns;
         for (std::size_t i = 0; i < column_count(headings.size()); ++i) {
             m_graph->AddScoreCol(i < headings.size() ? headings[i] : CString(),
                                  column(i).release());
@@ -408,83 +326,49 @@ private:
 
     void add_sky_line() {
         if (m_spec.skyLine == nullptr) return;
-        const auto sky = readBy<ChartSkyLine>(m_in, *m_spec.skyLine, skyLineTable());
-        m_graph->AddSkyLine(scores(*sky.values, false).release(), sky.color.value_or(cBlack));
+        const auto sky = readObject<SkyLineSpec>(m_in, *m_spec.skyLine);
+        m_graph->AddSkyLine(scores(*sky.values, false).release(), sky.color);
     }
 
     void add_breaks() {
-        if (m_spec.breaks == nullptr) return;
         int last = 0;
-        for (const JsonMember& member :
-             m_in.Members(*m_spec.breaks, JsonValue::Kind::List, cMaxScales)) {
-            const ChartBreak spec = read_break(member.value);
+        for (const BreakSpec& spec : m_spec.breaks) {
             if (!spec.after) continue;
-            check_break(*spec.after, last, member.value);
-            last = *spec.after;
-            m_graph->AddBreak(last, spec.kind.value_or(ProfileGraph3::cLineBreak));
-        }
-    }
-
-    ChartBreak read_break(const JsonValue& value) const {
-        if (value.Is(JsonValue::Kind::Object)) {
-            return readFields<ChartBreak>(m_in, value, breakTable());
-        }
-        return {m_in.Whole(value, cAfterScale), {}};
-    }
-
-    void check_break(int after, int last, const JsonValue& value) const {
-        if (after >= static_cast<int>(m_scaleCount)) {
-            m_in.Source().Fail(value, "a break comes before the last scale");
-        }
-        if (after <= last) m_in.Source().Fail(value, "breaks go from the first scale to the last");
-    }
-
-    void add_bands() {
-        if (m_spec.bands == nullptr) return;
-        for (const JsonMember& member :
-             m_in.Members(*m_spec.bands, JsonValue::Kind::List, cMaxBands)) {
-            const auto band = readBy<ChartBand>(m_in, member.value, bandTable(cIsUpright));
-            const COLORREF color = band.color.value_or(cBandColor);
-            if constexpr (cIsUpright) {
-                m_hasNames = m_hasNames || band.name;
-                add_region(member.value, band, color);
-            } else {
-                checkOrder(m_in, member.value, "from", "to", true);
-                m_graph->AddBand(m_in.Whole(*band.from, cScores).value_or(0),
-                                 m_in.Whole(*band.to, cScores).value_or(0), color);
+            if (*spec.after >= static_cast<int>(m_scaleCount)) {
+                m_in.Fail(spec.Place(), "there is no scale after this break");
             }
+            if (*spec.after <= last) {
+                m_in.Fail(spec.Place(), "breaks must be in ascending order");
+            }
+            last = *spec.after;
+            m_graph->AddBreak(last, spec.kind);
         }
     }
 
-    /// A band that is the same for all scales, or one with limits for each.
-    void add_region(const JsonValue& value, const ChartBand& band, COLORREF color) {
+    void add_band(const BandSpec& band) { m_graph->AddBand(band.from, band.to, band.color); }
+
+    void add_band(const RegionSpec& band) {
+        m_hasNames = m_hasNames || band.name;
         const CString name = band.name.value_or(CString());
-        if (!band.from->Is(JsonValue::Kind::List)) {
-            checkOrder(m_in, value, "from", "to", true);
+        if (!band.HasLists()) {
             m_graph->AddBand(m_in.Number(*band.from, cScores).value_or(0),
-                             m_in.Number(*band.to, cScores).value_or(0), color, name);
+                             m_in.Number(*band.to, cScores).value_or(0), band.color, name);
             return;
         }
         const auto lows = scores(*band.from, false);
         const auto highs = scores(*band.to, false);
         for (std::size_t i = 0; m_in.HasVariables() && i < m_scaleCount; ++i) {
             if (lows[i] <= highs[i]) continue;
-            m_in.Source().Fail(band.to->members[i].value,
-                               "this must be above the same score in 'from', or the same");
+            m_in.Fail(band.to->members[i].value, "must not be less than the same score in 'from'");
         }
-        m_graph->AddBand(lows.get(), highs.get(), color, name);
+        m_graph->AddBand(lows.get(), highs.get(), band.color, name);
     }
 
-    void add_lines() {
-        if (m_spec.lines == nullptr) return;
-        for (const JsonMember& member :
-             m_in.Members(*m_spec.lines, JsonValue::Kind::List, cMaxLines)) {
-            const int score = m_in.Whole(member.value, cScores).value_or(0);
-            if constexpr (cIsUpright) {
-                m_graph->AddHorzLine(score);
-            } else {
-                m_graph->AddVertLine(score);
-            }
+    void add_line(int score) {
+        if constexpr (cIsUpright) {
+            m_graph->AddHorzLine(score);
+        } else {
+            m_graph->AddVertLine(score);
         }
     }
 
@@ -492,9 +376,9 @@ private:
     std::unique_ptr<double[]> scores(const JsonValue& list, bool mayMiss) const {
         const auto& members = m_in.Members(list, JsonValue::Kind::List, cMaxScales);
         if (members.size() != m_scaleCount) {
-            m_in.Source().Fail(list, "there must be as many as scales, " +
-                                         std::to_string(m_scaleCount) + ", and are " +
-                                         std::to_string(members.size()));
+            m_in.Fail(list, "there must be a score for each of the " +
+                                std::to_string(m_scaleCount) + " scales, not " +
+                                std::to_string(members.size()));
         }
         auto values = std::make_unique<double[]>(m_scaleCount);
         std::transform(members.begin(), members.end(), values.get(), [&](const auto& member) {
@@ -505,43 +389,34 @@ private:
         return values;
     }
 
-    void add_profiles() {
-        if (m_spec.profiles == nullptr) return;
-        std::uint32_t id = 0;
-        for (const JsonMember& member :
-             m_in.Members(*m_spec.profiles, JsonValue::Kind::List, cMaxProfiles)) {
-            const auto profile = readBy<ChartProfile>(m_in, member.value, profileTable());
-            const COLORREF color = profile.color.value_or(m_palette[id % m_palette.size()]);
-            m_hasNames = m_hasNames || profile.name;
-            auto values = scores(*profile.values, true);
-            m_graph->AddProfile(profile.name.value_or(CString()), values.release(), color, id++,
-                                static_cast<ProfilePointType>(profile.points.value_or(0)),
-                                profile.line.value_or(PS_SOLID), profile.decimals.value_or(0));
-        }
+    void add_profile(const ProfileSpec& profile) {
+        const std::uint32_t id = m_profileCount++;
+        m_hasNames = m_hasNames || profile.name;
+        m_graph->AddProfile(profile.name.value_or(CString()),
+                            scores(*profile.values, true).release(),
+                            profile.color.value_or(m_in.PaletteColor(id)), id, profile.points,
+                            profile.line, profile.decimals);
     }
 
-    ValueReader& m_in;
+    GraphReader& m_in;
     const CString& m_name;
-    ChartSpec m_spec;
-    std::vector<COLORREF> m_palette;
-    int m_min = cMin;
-    int m_max = cMax;
-    bool m_hasNames = false;  ///< of profiles or bands
-    std::vector<Entry> m_entries;
+    typename Graph::Spec m_spec;
     std::size_t m_scaleCount = 0;
+    std::uint32_t m_profileCount = 0;
+    bool m_hasNames = false;  ///< of profiles or bands
     std::unique_ptr<Graph> m_graph;
 };
 
 }  // namespace
 
-std::unique_ptr<DescribedGraph> makeProfileGraph(ValueReader& in, const CString& name,
+std::unique_ptr<DescribedGraph> makeProfileGraph(GraphReader& in, const CString& name,
                                                  const JsonValue& object) {
     return ProfileBuilder<UprightGraph>(in, name, object).Make();
 }
 
-std::unique_ptr<DescribedGraph> makeHorizontalProfile(ValueReader& in, const CString& name,
+std::unique_ptr<DescribedGraph> makeHorizontalProfile(GraphReader& in, const CString& name,
                                                       const JsonValue& object) {
-    return ProfileBuilder<HorProfileGraph>(in, name, object).Make();
+    return ProfileBuilder<HorizontalGraph>(in, name, object).Make();
 }
 
 }  // namespace tessalink::detail

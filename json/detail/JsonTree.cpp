@@ -1,4 +1,4 @@
-#include "graphs/file/detail/JsonTree.h"
+#include "json/detail/JsonTree.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "json/JsonSource.h"
 #include "platform/base/NumberText.h"
 
 namespace tessalink::detail {
@@ -55,7 +56,7 @@ public:
         AddScalar(JsonValue::Kind::Text);
         m_added->text.assign(text, length);
         return m_added->text.find('\0') == std::string::npos ||
-               Fail(m_added->start, "the text has a character of number 0");
+               Fail(m_added->start, "the text contains a null character");
     }
     bool StartObject() { return Open(JsonValue::Kind::Object); }
     bool StartArray() { return Open(JsonValue::Kind::List); }
@@ -99,8 +100,7 @@ private:
         m_end = value.start + 1;
         m_open.push_back(&value);
         return m_open.size() <= cMaxJsonDepth ||
-               Fail(value.start,
-                    "more than " + std::to_string(cMaxJsonDepth) + " objects and lists in another");
+               Fail(value.start, "nested more than " + std::to_string(cMaxJsonDepth) + " deep");
     }
     bool Close() {
         m_end = NextStart() + 1;
@@ -120,7 +120,7 @@ private:
             sorted.begin(), sorted.end(),
             [](const JsonMember* a, const JsonMember* b) { return a->key == b->key; });
         return twice == sorted.end() ||
-               Fail((*(twice + 1))->keyStart, "the key '" + (*twice)->key + "' is there twice");
+               Fail((*(twice + 1))->keyStart, "duplicate key '" + (*twice)->key + "'");
     }
 
     std::string_view m_text;
@@ -142,7 +142,7 @@ std::string messageOf(rapidjson::ParseErrorCode code) {
         message.front() =
             static_cast<char>(std::tolower(static_cast<unsigned char>(message.front())));
     }
-    return "no JSON: " + message;
+    return "invalid JSON: " + message;
 }
 
 /// A key as part of a JSON pointer.
@@ -172,15 +172,9 @@ std::size_t utf8Length(unsigned unit) {
 
 }  // namespace
 
-const JsonValue* JsonValue::Find(std::string_view key) const {
-    const auto member = std::find_if(members.begin(), members.end(),
-                                     [&](const JsonMember& m) { return m.key == key; });
-    return member != members.end() ? &member->value : nullptr;
-}
-
 JsonValue parseJson(std::string_view text) {
     if (const auto nul = text.find('\0'); nul != std::string_view::npos) {
-        throw JsonFault{nul, "no JSON: a byte of number 0"};
+        throw JsonFault{nul, "invalid JSON: null byte"};
     }
     rapidjson::MemoryStream stream(text.data(), text.size());
     TreeBuilder builder(text, stream);

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/JsonSource.h"
+#include "json/NameHint.h"
+#include "platform/base/CString.h"
+#include "platform/base/Export.h"
+
+namespace tessalink {
+
+/// What a number may be; both ends are good.
+struct JsonBounds {
+    double low = 0;
+    double high = 0;
+};
+
+/// A word that a text may consist of, and the value that it stands for. A text has at most one word
+/// of each group.
+struct JsonWord {
+    std::string_view name;
+    std::uint16_t value = 0;
+    int group = 0;
+};
+
+/// Reads single values of a JSON file, which must outlive it. A value that isn't what it should be
+/// is a fault: an InputError with its place and path.
+///
+/// A derived reader may let a text stand for a number, and replace parts of texts. What is still
+/// unknown to it then has no value; this reader's results always have one.
+class TESSALINK_API JsonReader {
+public:
+    explicit JsonReader(const JsonSource& source) : m_source(source) {}
+    virtual ~JsonReader();
+    JsonReader(const JsonReader&) = delete;
+    JsonReader& operator=(const JsonReader&) = delete;
+
+    const JsonSource& Source() const { return m_source; }
+    [[noreturn]] void Fail(const JsonValue& value, const std::string& message) const {
+        m_source.Fail(value, message);
+    }
+    /// "must be EXPECTED, not a list".
+    [[noreturn]] void FailKind(const JsonValue& value, std::string_view expected) const;
+
+    void Expect(const JsonValue& value, JsonValue::Kind kind) const;
+    /// The members of an object or list, of which there may be as many as `limit`.
+    const std::vector<JsonMember>& Members(const JsonValue& value, JsonValue::Kind kind,
+                                           std::size_t limit) const;
+
+    std::optional<double> Number(const JsonValue& value, const JsonBounds& bounds) const;
+    /// A number without decimals. The bounds must be those of an int, or narrower.
+    std::optional<int> Whole(const JsonValue& value, const JsonBounds& bounds) const;
+    bool Flag(const JsonValue& value) const;
+    /// A text in Windows-1252.
+    virtual std::optional<CString> Text(const JsonValue& value) const;
+    /// The values of a text's words, which blanks part, put together by "or".
+    std::optional<std::uint16_t> Words(const JsonValue& value,
+                                       std::span<const JsonWord> words) const;
+
+protected:
+    /// The number that a value stands for, whatever its bounds.
+    virtual std::optional<double> number_of(const JsonValue& value) const;
+
+private:
+    const JsonSource& m_source;
+};
+
+}  // namespace tessalink
