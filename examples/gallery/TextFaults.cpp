@@ -110,29 +110,46 @@ bool disturbs(const Primitive& other, const RECT& place, bool isLater, bool mayC
     return false;
 }
 
-}  // namespace
-
-std::vector<std::string> textFaults(const Card& card, UnderText allowed) {
+// The faults of the texts of a picture, given which primitives disturb a text.
+template <class Draw, class Disturbs>
+std::vector<std::string> faultsOf(Draw draw, int width, int height, Disturbs isDisturbed) {
     tessalink::RecordingDevice device;
     CDC dc(device);
-    card.draw(dc);
-    const CRect sheet(0, 0, card.width, card.height);
+    draw(dc);
+    const CRect sheet(0, 0, width, height);
     std::vector<std::string> faults;
     for (const Primitive& text : device.Primitives()) {
         if (text.kind != Kind::Text || text.text.empty()) continue;
         const CRect place = textPlace(text);
-        const bool mayCover =
-            allowed == UnderText::LinesAndRings && text.textBackground.has_value();
         if (!holds(sheet, place)) faults.push_back('"' + text.text + "\" leaves the sheet");
         for (const Primitive& other : device.Primitives()) {
             if (&other == &text || isSame(other, text)) continue;
             if (other.kind == Kind::Text && other.text.empty()) continue;
-            if (disturbs(other, place, &other < &text, mayCover)) {
+            if (isDisturbed(text, place, other)) {
                 faults.push_back('"' + text.text + "\" meets " + toText(other));
             }
         }
     }
     return faults;
+}
+
+}  // namespace
+
+std::vector<std::string> textFaults(const Card& card, UnderText allowed) {
+    return faultsOf(card.draw, card.width, card.height,
+                    [&](const Primitive& text, const CRect& place, const Primitive& other) {
+                        const bool mayCover =
+                            allowed == UnderText::LinesAndRings && text.textBackground.has_value();
+                        return disturbs(other, place, &other < &text, mayCover);
+                    });
+}
+
+std::vector<std::string> textOverlaps(const std::function<void(CDC&)>& draw, int width,
+                                      int height) {
+    return faultsOf(
+        draw, width, height, [](const Primitive& text, const CRect& place, const Primitive& other) {
+            return other.kind == Kind::Text && &other < &text && overlap(textPlace(other), place);
+        });
 }
 
 }  // namespace gallery

@@ -3,7 +3,8 @@
 //     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf and
 //                              CARD.rtf; CARD-objects.rtf where there are drawing objects, too
 //     gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not those, or
-//                              texts of the graphs can't be read
+//                              texts of the graphs can't be read, random ones of graph
+//                              files included
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
@@ -15,6 +16,7 @@
 #include "examples/gallery/BarGraphs.h"
 #include "examples/gallery/Cards.h"
 #include "examples/gallery/CircleGraphs.h"
+#include "examples/gallery/GraphFiles.h"
 #include "examples/gallery/ProfileGraphs.h"
 #include "examples/gallery/TextFaults.h"
 #include "graphs/rtf/MetaFile.h"
@@ -150,6 +152,11 @@ int main(int count, char** arguments) {
     } catch (const CFileException& error) {
         std::fprintf(stderr, "%s: %s\n", error.m_strFileName.GetString(), error.what());
         return 2;
+    }
+    if (task == "check") {
+        const std::vector<std::string> faults = gallery::describedTextFaults();
+        for (const std::string& fault : faults) std::fprintf(stderr, "%s\n", fault.c_str());
+        same = same && faults.empty();
     }
     return same ? 0 : 1;
 }

@@ -11,14 +11,11 @@
 #include "graphs/bar/BarScale2.h"
 #include "graphs/bar/BarSimpleLegend.h"
 #include "graphs/bar/BarValueLegend.h"
-#include "graphs/common/FormattedText.h"
-#include "graphs/common/GraphFont.h"
 #include "graphs/file/PercentileScale.h"
+#include "graphs/file/detail/BarLabels.h"
 #include "graphs/file/detail/BarSpecs.h"
 #include "graphs/file/detail/GraphTypes.h"
 #include "platform/base/NumberText.h"
-#include "platform/graphics/DCScope.h"
-#include "platform/graphics/NullDevice.h"
 
 namespace tessalink::detail {
 
@@ -44,11 +41,12 @@ struct Section {
     BarScale* scale = nullptr;  ///< of a scale
 };
 
-/// The scale or the legend that a section is; null for others.
-const RowSpec* rowOf(const Section& section) {
+/// The section as a T, which may be a base of what it is; null when it is none.
+template <class T>
+const T* as(const Section& section) {
     return std::visit(
-        [](const auto& spec) -> const RowSpec* {
-            if constexpr (std::is_base_of_v<RowSpec, std::decay_t<decltype(spec)>>) return &spec;
+        [](const auto& spec) -> const T* {
+            if constexpr (std::is_base_of_v<T, std::decay_t<decltype(spec)>>) return &spec;
             return nullptr;
         },
         section.spec);
@@ -59,36 +57,47 @@ int roundedTo(int score, int step, double (*round)(double)) {
     return step > 0 ? toInt(round(static_cast<double>(score) / step) * step) : score;
 }
 
-/// Measures texts in design units.
-class Ruler {
-public:
-    Ruler() : m_dc(m_device) {}
+/// How far a description moves away from a body beyond whose end labels reach so far, given the
+/// space that there is between them anyway. Where less than a quarter of that is left, it becomes
+/// half.
+int shiftFor(int reach, int space) {
+    constexpr int least = 4;
+    constexpr int usual = 2;
+    return reach > space - space / least ? reach - space + space / usual : 0;
+}
 
-    /// How wide a column must be for the text and the space between it and the bar.
-    int ColumnFor(const CString& text, const TextLook& look) {
-        constexpr BYTE pitch = 4;
-        CFont normal;
-        createGraphFont(normal, look.size, look.face, OUT_DEFAULT_PRECIS, DEFAULT_QUALITY, pitch);
-        const Selected selected(m_dc, &normal);
-        int widest = 0;
-        for (std::string_view rest = text.View(); !rest.empty();) {
-            const std::string_view line = rest.substr(0, rest.find('\n'));
-            widest = std::max(widest, width(CString(line)));
-            rest.remove_prefix(std::min(rest.size(), line.size() + 1));
-        }
-        return std::min(widest + m_dc.GetTextExtent("M", 1).cx + 2, cMaxColumn);
+/// A legend whose descriptions keep off the labels that reach beyond its body.
+template <class Legend>
+class SpacedLegend final : public Legend {
+public:
+    using Legend::Legend;
+
+    /// Lengths in design units.
+    void SetReach(int left, int right) {
+        m_left = left;
+        m_right = right;
+    }
+
+protected:
+    void draw_left_desc(CDC* dc, double xScale, const CRect& column) override {
+        CRect rest = column;
+        rest.right -= shift(*dc, m_left * xScale);
+        Legend::draw_left_desc(dc, xScale, rest);
+    }
+    void draw_right_desc(CDC* dc, double xScale, const CRect& column) override {
+        CRect rest = column;
+        rest.left += shift(*dc, m_right * xScale);
+        Legend::draw_right_desc(dc, xScale, rest);
     }
 
 private:
-    /// Bold runs may need a tenth more.
-    int width(const CString& line) const {
-        constexpr int tenth = 10;
-        const int plain = m_dc.GetTextExtent(line).cx;
-        return line.Find('\\') >= 0 ? plain + plain / tenth : plain;
+    /// The columns begin a letter's width from the body.
+    static int shift(CDC& dc, double reach) {
+        return shiftFor(toInt(std::ceil(reach)), dc.GetTextExtent("M", 1).cx);
     }
 
-    NullDevice m_device;
-    CDC m_dc;
+    int m_left = 0;
+    int m_right = 0;
 };
 
 /// Makes a bar graph of its description.
@@ -100,13 +109,12 @@ public:
     }
 
     std::unique_ptr<DescribedGraph> Make() {
-        m_left = m_graph.leftWidth.value_or(column(&RowSpec::left, &ScaleSpec::leftWidth));
-        m_right = m_graph.rightWidth.value_or(column(&RowSpec::right, &ScaleSpec::rightWidth));
+        find_columns();
         auto graph = std::make_unique<BarGraph>(m_graph.frame, m_graph.align);
         std::vector<std::unique_ptr<BarSection>> sections(m_sections.size());
         // A legend may stand before its scale.
         for (std::size_t i = 0; i < m_sections.size(); ++i) {
-            if (auto* spec = std::get_if<ScaleSpec>(&m_sections[i].spec)) {
+            if (const auto* spec = as<ScaleSpec>(m_sections[i])) {
                 auto scale = make_scale(*spec);
                 m_sections[i].scale = scale.get();
                 sections[i] = std::move(scale);
@@ -132,7 +140,7 @@ private:
         for (const JsonMember& member :
              m_in.Members(*m_graph.sections, JsonValue::Kind::List, cMaxSections)) {
             m_sections.push_back(read_section(member.value));
-            const auto* scale = std::get_if<ScaleSpec>(&m_sections.back().spec);
+            const auto* scale = as<ScaleSpec>(m_sections.back());
             if (scale != nullptr && scale->name) check_name(*scale);
         }
         if (m_sections.empty()) m_in.Fail(*m_graph.sections, "a graph needs at least one section");
@@ -169,7 +177,7 @@ private:
     /// The scale was read last; no other may have its name.
     void check_name(const ScaleSpec& scale) const {
         const auto same = [&](const Section& section) {
-            const auto* other = std::get_if<ScaleSpec>(&section.spec);
+            const auto* other = as<ScaleSpec>(section);
             return other != nullptr && other->name == scale.name;
         };
         if (std::count_if(m_sections.begin(), m_sections.end(), same) > 1) {
@@ -177,21 +185,155 @@ private:
         }
     }
 
+    /// The columns beside the bars. Where labels reach into them, they get wider and the bars
+    /// narrower, so that others may reach farther.
+    void find_columns() {
+        m_left = m_graph.leftWidth.value_or(column(&RowSpec::left, &ScaleSpec::leftWidth));
+        m_right = m_graph.rightWidth.value_or(column(&RowSpec::right, &ScaleSpec::rightWidth));
+        constexpr int rounds = 4;
+        for (int i = 0; m_in.HasVariables() && i < rounds; ++i) {
+            const auto [left, right] = columns_of_labels();
+            if (!m_graph.leftWidth) m_left = std::max(m_left, left);
+            if (!m_graph.rightWidth) m_right = std::max(m_right, right);
+        }
+    }
+
     /// The width that all descriptions of one side need, so that the bars line up.
     int column(CString RowSpec::*text, std::optional<int> ScaleSpec::*width) const {
-        Ruler ruler;
         int widest = 0;
         for (const Section& section : m_sections) {
-            const RowSpec* const row = rowOf(section);
+            const auto* row = as<RowSpec>(section);
             if (row == nullptr || (row->*text).IsEmpty()) continue;
-            const auto* scale = std::get_if<ScaleSpec>(&section.spec);
+            const auto* scale = as<ScaleSpec>(section);
             if (scale != nullptr && scale->*width) continue;
-            // Labels at the ends of a legend reach into the column.
-            const int label =
-                scale == nullptr ? static_cast<const LegendSpec*>(row)->labels.size : 0;
-            widest = std::max(widest, ruler.ColumnFor(row->*text, row->look) + label);
+            const auto* legend = as<LegendSpec>(section);
+            widest = std::max(widest, column_for(row->*text, row->look) +
+                                          (legend != nullptr ? legend->labels.size : 0));
         }
         return widest;
+    }
+    int column_for(const CString& text, const TextLook& look) const {
+        return std::min(m_ruler.Width(text, look) + m_ruler.Gap(look) + 2, cMaxColumn);
+    }
+
+    /// The widths that legends need for descriptions and labels side by side.
+    std::pair<int, int> columns_of_labels() const {
+        int left = 0;
+        int right = 0;
+        const auto needed = [&](const CString& text, const TextLook& look, int reach, int margin) {
+            if (text.IsEmpty()) return std::min(reach - margin, cMaxColumn);
+            return column_for(text, look) + shiftFor(reach, m_ruler.Gap(look));
+        };
+        for (std::size_t i = 0; i < m_sections.size(); ++i) {
+            const auto* legend = as<LegendSpec>(m_sections[i]);
+            if (legend == nullptr) continue;
+            const auto& scale = std::get<ScaleSpec>(scale_for(*legend, i).spec);
+            const LegendFit fit = fit_of(i);
+            if (!scale.leftWidth) {
+                left = std::max(left, needed(legend->left, legend->look, fit.left,
+                                             scale.marginLeft.value_or(m_graph.marginLeft)));
+            }
+            if (!scale.rightWidth) {
+                right = std::max(right, needed(legend->right, legend->look, fit.right,
+                                               scale.marginRight.value_or(m_graph.marginRight)));
+            }
+        }
+        return {left, right};
+    }
+
+    /// The labels of a legend as they fit, and how far they reach beyond the bar's ends.
+    struct LegendFit {
+        LegendLabels labels;
+        int step = 0;  ///< of values
+        int left = 0;
+        int right = 0;
+    };
+    LegendFit fit_of(std::size_t index) const {
+        const auto& legend = *as<LegendSpec>(m_sections[index]);
+        const auto& scale = std::get<ScaleSpec>(scale_for(legend, index).spec);
+        const auto axis = new_scale(scale);
+        const BarBody body = body_of(*axis);
+        LegendFit fit = {LegendLabels(legend.labels), 0, 0, 0};
+        std::visit([&](const auto& spec) { add_labels(fit, spec, *axis, body); },
+                   m_sections[index].spec);
+        if (!m_in.HasVariables() || body.width <= 0) return fit;
+        fit.labels.Fit(body, !legend.hasLabelSize, m_ruler);
+        fit.left = fit.labels.BeyondLeft(m_ruler);
+        fit.right = fit.labels.BeyondRight(body, m_ruler);
+        return fit;
+    }
+
+    static BarBody body_of(const BarScale& scale) {
+        const int left = scale.GetLeftMargin() + scale.GetLeftTextWidth();
+        const int right = scale.GetRightMargin() + scale.GetRightTextWidth();
+        return {left, BarGraph::cDesignWidth - left - right, right};
+    }
+    static double place_of(double score, const BarScale& axis, const BarBody& body) {
+        return axis.PixXUnrestricted(score, CRect(0, 0, body.width, 1));
+    }
+
+    template <class Spec>
+    void add_labels(LegendFit&, const Spec&, const BarScale&, const BarBody&) const {}
+
+    void add_labels(LegendFit& fit, const TextLegendSpec& spec, const BarScale& axis,
+                    const BarBody& body) const {
+        for (const LabelSpec& label : spec.texts) {
+            fit.labels.Add(place_of(label.at, axis, body), label.text);
+        }
+    }
+
+    void add_labels(LegendFit& fit, const RangeLegendSpec& spec, const BarScale& axis,
+                    const BarBody& body) const {
+        for (const RangeLabelSpec& label : spec.ranges) {
+            const double ends = place_of(label.from, axis, body) + place_of(label.to, axis, body);
+            fit.labels.Add(ends / 2, label.text);
+        }
+    }
+
+    /// Numbers at so many major ticks that they have room, unless it is said how many.
+    void add_labels(LegendFit& fit, const ValueLegendSpec& spec, const BarScale& axis,
+                    const BarBody& body) const {
+        const int major = axis.GetMajTick();
+        const int first = spec.first.value_or(axis.GetTickStart());
+        const int last = spec.last.value_or(axis.GetTickEnd());
+        const int start = spec.start.value_or(first);
+        fit.step = spec.step.value_or(major);
+        if (!m_in.HasVariables() || body.width <= 0 || fit.step <= 0 ||
+            (double{1} * last - std::min(first, start)) / fit.step >= cMaxTicks) {
+            return;
+        }
+        const auto numbers = [&](double step) {
+            LegendLabels labels(spec.labels);
+            const auto add = [&](double score) {
+                labels.Add(place_of(score, axis, body), formatInt(toInt(score), 0, -1));
+            };
+            add(first);
+            for (double score = start; score < last; score += step) {
+                if (score > first) add(score);
+            }
+            add(last);
+            return labels;
+        };
+        const BarBody anywhere = {BarGraph::cDesignWidth, body.width, BarGraph::cDesignWidth};
+        fit.labels = numbers(fit.step);
+        if (spec.step) return;
+        for (double factor = 1; major * factor < double{1} * last - first; factor *= 10) {
+            for (const double digit : {1, 2, 5}) {
+                const double step = major * factor * digit;
+                LegendLabels labels = numbers(step);
+                if (labels.Collide(anywhere, m_ruler)) continue;
+                fit.step = toInt(step);
+                fit.labels = std::move(labels);
+                return;
+            }
+        }
+    }
+
+    /// A description, which stays in its column and the margin.
+    CString description(const CString& text, const TextLook& look, int room) const {
+        room -= m_ruler.Gap(look);
+        if (!m_in.HasVariables() || m_ruler.Width(text, look) <= room) return text;
+        return m_ruler.Wrapped(text, look, room);
     }
 
     void check_height(double height, const JsonValue& section) const {
@@ -221,9 +363,14 @@ private:
         return heading;
     }
 
+    /// A text whose place is not given stays between the margins.
     void add_text(BarHeading& heading, const TextSpec& text) const {
-        heading.AddText(text.text, text.position.value_or(anchor(text.align)), text.align,
-                        text.look.size, text.look.color, text.look.face);
+        const int room = BarGraph::cDesignWidth - m_graph.marginLeft - m_graph.marginRight;
+        const bool isWide =
+            m_in.HasVariables() && !text.position && m_ruler.Width(text.text, text.look) > room;
+        heading.AddText(isWide ? m_ruler.Wrapped(text.text, text.look, room) : text.text,
+                        text.position.value_or(anchor(text.align)), text.align, text.look.size,
+                        text.look.color, text.look.face);
     }
 
     /// Where a text goes that only says how it is aligned.
@@ -233,22 +380,30 @@ private:
         return align & BarHeading::cCenter ? middle : m_graph.marginLeft;
     }
 
+    std::unique_ptr<BarScale2> new_scale(const ScaleSpec& spec) const {
+        return spec.isNormal ? new_scale<PercentileScale>(spec) : new_scale<BarScale2>(spec);
+    }
+
     template <class Scale>
     std::unique_ptr<BarScale2> new_scale(const ScaleSpec& spec) const {
         const auto [min, max] = ends(spec);
         const int major = spec.majorTick.value_or(niceStep(min, max));
         const int from = spec.ticksFrom.value_or(roundedTo(min, major, std::ceil));
         const int to = spec.ticksTo.value_or(roundedTo(max, major, std::floor));
+        const int leftWidth = spec.leftWidth.value_or(m_left);
+        const int rightWidth = spec.rightWidth.value_or(m_right);
+        const int leftMargin = spec.marginLeft.value_or(m_graph.marginLeft);
+        const int rightMargin = spec.marginRight.value_or(m_graph.marginRight);
         return std::make_unique<Scale>(
-            min, max, spec.left, spec.right, spec.leftWidth.value_or(m_left),
-            spec.rightWidth.value_or(m_right), major, spec.minorTick, from, to,
-            spec.marginLeft.value_or(m_graph.marginLeft),
-            spec.marginRight.value_or(m_graph.marginRight), spec.marginTop, spec.marginBottom,
-            spec.look.size, spec.barHeight, spec.plotMin.value_or(min), spec.plotMax.value_or(max));
+            min, max, description(spec.left, spec.look, leftWidth + leftMargin),
+            description(spec.right, spec.look, rightWidth + rightMargin), leftWidth, rightWidth,
+            major, spec.minorTick, from, to, leftMargin, rightMargin, spec.marginTop,
+            spec.marginBottom, spec.look.size, spec.barHeight, spec.plotMin.value_or(min),
+            spec.plotMax.value_or(max));
     }
 
     std::unique_ptr<BarScale> make_scale(const ScaleSpec& spec) const {
-        auto scale = spec.isNormal ? new_scale<PercentileScale>(spec) : new_scale<BarScale2>(spec);
+        auto scale = new_scale(spec);
         check_ticks(*scale, spec);
         check_room(*scale, spec);
         const COLORREF lines = spec.lineColor.value_or(cBlack);
@@ -309,34 +464,35 @@ private:
                                                  spec.symbol, spec.lineWidth);
     }
 
-    /// The scale that a legend names, or the nearest above it.
-    BarScale* scale_for(const LegendSpec& spec, std::size_t index) const {
+    /// The section of the scale that a legend names, or of the nearest above it.
+    const Section& scale_for(const LegendSpec& legend, std::size_t index) const {
         std::vector<std::string_view> names;
-        BarScale* above = nullptr;
+        const Section* above = nullptr;
         for (std::size_t i = 0; i < m_sections.size(); ++i) {
-            const auto* scale = std::get_if<ScaleSpec>(&m_sections[i].spec);
+            const auto* scale = as<ScaleSpec>(m_sections[i]);
             if (scale == nullptr) continue;
-            if (i < index) above = m_sections[i].scale;
+            if (i < index) above = &m_sections[i];
             if (!scale->name) continue;
-            if (spec.scale == scale->name) return m_sections[i].scale;
+            if (legend.scale == scale->name) return m_sections[i];
             names.push_back(scale->name->View());
         }
-        if (spec.scale) {
-            spec.Fail("scale",
-                      "there is no scale of this name" + nameHint(spec.scale->View(), names));
+        if (legend.scale) {
+            legend.Fail("scale",
+                        "there is no scale of this name" + nameHint(legend.scale->View(), names));
         }
         if (above == nullptr) {
-            m_in.Fail(spec.Place(), "there is no scale above this legend: name one by \"scale\"");
+            m_in.Fail(legend.Place(), "there is no scale above this legend: name one by \"scale\"");
         }
-        return above;
+        return *above;
     }
 
     std::unique_ptr<BarSection> make(const ValueLegendSpec& spec, std::size_t index) const {
-        auto legend = new_legend<BarValueLegend>(spec, index);
+        const LegendFit fit = fit_of(index);
+        auto legend = new_legend<BarValueLegend>(spec, index, fit);
         if (spec.first) legend->SetFirstLabelPos(*spec.first);
         if (spec.last) legend->SetLastLabelPos(*spec.last);
         legend->SetLabelCalcStart(spec.start.value_or(legend->GetFirstLabelPos()));
-        if (spec.step) legend->SetLabelDelta(*spec.step);
+        legend->SetLabelDelta(fit.step);
         check_labels(*legend, spec);
         return legend;
     }
@@ -350,20 +506,24 @@ private:
     }
 
     std::unique_ptr<BarSection> make(const TextLegendSpec& spec, std::size_t index) const {
-        auto legend = new_legend<BarSimpleLegend>(spec, index);
+        const LegendFit fit = fit_of(index);
+        auto legend = new_legend<BarSimpleLegend>(spec, index, fit);
         legend->SetUseLine(spec.lines);
         legend->SetLineStyle(spec.lineStyle);
         set_lines(*legend, spec);
-        for (const LabelSpec& label : spec.texts) legend->AddText(label.at, label.text);
+        for (std::size_t i = 0; i < spec.texts.size(); ++i) {
+            legend->AddText(spec.texts[i].at, fit.labels.Text(i));
+        }
         return legend;
     }
 
     std::unique_ptr<BarSection> make(const RangeLegendSpec& spec, std::size_t index) const {
-        auto legend = new_legend<BarRangeLegend>(spec, index);
+        const LegendFit fit = fit_of(index);
+        auto legend = new_legend<BarRangeLegend>(spec, index, fit);
         legend->SetDirectionUp(spec.isUp);
         set_lines(*legend, spec);
-        for (const RangeLabelSpec& label : spec.ranges) {
-            legend->AddRange(label.from, label.to, label.text);
+        for (std::size_t i = 0; i < spec.ranges.size(); ++i) {
+            legend->AddRange(spec.ranges[i].from, spec.ranges[i].to, fit.labels.Text(i));
         }
         return legend;
     }
@@ -375,15 +535,20 @@ private:
 
     /// A legend with what all kinds have; it lines up with its scale.
     template <class Legend>
-    std::unique_ptr<Legend> new_legend(const LegendSpec& spec, std::size_t index) const {
-        BarScale* const scale = scale_for(spec, index);
-        auto legend = std::make_unique<Legend>(
-            scale, spec.left, spec.right, spec.labels.color, spec.look.color,
-            spec.marginLeft.value_or(scale->GetLeftMargin()),
+    std::unique_ptr<Legend> new_legend(const LegendSpec& spec, std::size_t index,
+                                       const LegendFit& fit) const {
+        BarScale* const scale = scale_for(spec, index).scale;
+        const BarBody body = body_of(*scale);
+        const int gap = m_ruler.Gap(spec.look);
+        auto legend = std::make_unique<SpacedLegend<Legend>>(
+            scale, description(spec.left, spec.look, body.left - shiftFor(fit.left, gap)),
+            description(spec.right, spec.look, body.right - shiftFor(fit.right, gap)),
+            spec.labels.color, spec.look.color, spec.marginLeft.value_or(scale->GetLeftMargin()),
             spec.marginRight.value_or(scale->GetRightMargin()), spec.marginTop, spec.marginBottom,
-            spec.look.size, spec.labels.size, spec.look.face, spec.labels.face);
+            spec.look.size, fit.labels.Look().size, spec.look.face, spec.labels.face);
         if (spec.leftAlign) legend->SetLeftDescAlignment(*spec.leftAlign);
         if (spec.rightAlign) legend->SetRightDescAlignment(*spec.rightAlign);
+        legend->SetReach(fit.left, fit.right);
         return legend;
     }
 
@@ -392,7 +557,7 @@ private:
         auto texts = scaleTexts(graph);
         auto text = texts.begin();
         for (const Section& section : m_sections) {
-            const auto* scale = std::get_if<ScaleSpec>(&section.spec);
+            const auto* scale = as<ScaleSpec>(section);
             if (scale == nullptr) continue;
             name_marks(text->points, scale->points);
             name_marks(text->ranges, scale->ranges);
@@ -413,6 +578,7 @@ private:
     std::vector<Section> m_sections;
     int m_left = 0;
     int m_right = 0;
+    mutable TextRuler m_ruler;
 };
 
 }  // namespace

@@ -203,6 +203,7 @@ struct LegendSpec : RowSpec {
     std::optional<std::uint16_t> leftAlign = Words("leftAlign", cAlignWords);
     std::optional<std::uint16_t> rightAlign = Words("rightAlign", cAlignWords);
     TextLook labels = Look(graph->look, cLabelKeys);
+    bool hasLabelSize = Has("labelSize");
 };
 
 struct ValueLegendSpec : LegendSpec {
