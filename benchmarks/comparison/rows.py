@@ -1,113 +1,24 @@
 """The rows of the comparison. Each makes its files in a folder in memory, checks that all
 contestants write the same bytes, lets them run in turns and prints times, ratios and verdicts."""
 
-import json
 import resource
 import shutil
 import subprocess
+from collections import namedtuple
 from math import log2
-from pathlib import Path
 
 import workloads
-from languages import M4, ClearSilver, CTemplate, Product, Ref, Text
-from measure import Failed, Series, processes, same_bytes, self_timed, table, verdict
+from bench import Bench, fastest, fresh_outputs, languages, milliseconds, process_table
+from charts import TERMINALS, chart_commands, gnuplot_profiles, gnuplot_time
+from languages import Product
+from measure import Failed, Series, processes, same_bytes, self_timed, table
 
 ROWS = {}
-HERE = Path(__file__).resolve().parent
 
 
 def row(function):
     ROWS[function.__name__] = function
     return function
-
-
-class Bench:
-    """What a row works with: the programs, its folder, the sizes, and how many rounds to run."""
-
-    def __init__(self, tools, folder, quick, rounds):
-        self.tools = tools
-        self.folder = folder
-        self.quick = quick
-        self.rounds = rounds
-        self.reached = []
-
-    def size(self, full, quick):
-        return quick if self.quick else full
-
-    def file(self, name, data):
-        path = self.folder / name
-        path.write_bytes(data if isinstance(data, bytes) else data.encode("latin-1"))
-        return path
-
-    def expect(self, what, value, bound, unit="x"):
-        self.reached.append(verdict(what, value, bound, unit))
-
-    def processes(self, commands, rounds=None):
-        return processes(self.tools["turns"], commands, rounds or self.rounds)
-
-    def products(self, template, values, scrambled=True):
-        """The product's command lines over one template; gives contestant -> (command, output)."""
-        if not self.tools.has("tessalink"):
-            return {}
-        variables = self.file("product.tsv", values.tsv())
-        kinds = {"tessalink, plain": ("--plain", template)}
-        if scrambled:
-            kinds["tessalink, scrambled"] = ("--scrambled", workloads.scramble(template))
-        commands = {}
-        for name, (option, data) in kinds.items():
-            out = self.folder / f"product{option}.out"
-            source = self.file(f"product{option}.tpl", data)
-            commands[name] = ([self.tools["tessalink"], "report", source, "-o", out, "--vars",
-                               variables, option], out)
-        return commands
-
-    def peers(self, texts, languages):
-        """The peers' command lines; `texts` maps a language to the template written in it."""
-        commands = {}
-        programs = {"ctemplate": "ctemplate_peer", "clearsilver": "clearsilver_peer", "m4": "m4"}
-        for name, text in texts.items():
-            if not self.tools.has(programs[name]):
-                continue
-            variables = self.file(f"{name}.tsv", languages[name].variables_file())
-            source = self.file(f"{name}.tpl", text)
-            out = self.folder / f"{name}.out"
-            if name == "m4":
-                script = 'exec "$0" "$1" "$2" > "$3"'
-                words = ["sh", "-c", script, self.tools["m4"], variables, source, out]
-            else:
-                words = [self.tools[programs[name]], "render", source, out, variables]
-            commands[name] = (words, out)
-        return commands
-
-
-def languages(values):
-    return {"product": Product(values), "ctemplate": CTemplate(values),
-            "clearsilver": ClearSilver(values), "m4": M4(values)}
-
-
-def milliseconds(nanoseconds):
-    return f"{nanoseconds / 1e6:.2f}"
-
-
-def process_table(series, limit):
-    rows = [(name, milliseconds(one.wall), milliseconds(one.time),
-             f"{one.over(series[limit]):.2f}", one.peak) for name, one in series.items()]
-    table(("", "ms", "CPU ms", "x limit", "peak KiB"), rows)
-
-
-def fastest(series, names):
-    return min((name for name in names if name in series), key=lambda name: series[name].time,
-               default=None)
-
-
-def fresh_outputs(contestants):
-    """Runs every contestant once and checks that the outputs agree; gives one of the outputs."""
-    for name, (words, _) in contestants.items():
-        if subprocess.run(list(map(str, words))).returncode != 0:
-            raise Failed(f"{name} failed: {words}")
-    size = same_bytes({name: out for name, (_, out) in contestants.items()})
-    print(f"Output: {size:,} bytes, the same from all.\n")
-    return next(iter(contestants.values()))[1]
 
 
 def whole_texts(bench, pool, count, scrambled):
@@ -461,151 +372,80 @@ def md5(bench):
     table(("", "of", "ns", "GB/s", "x OpenSSL"), rows)
 
 
-# What the row drawing measures: the mode and its arguments, who the product is held against, and how
-# much of its time it may take.
+# A program that times the product and its peers itself: its arguments, in which FOLDER and ROUNDS are
+# filled in, what the table calls it, and how much of a peer's time the product may take.
+Timed = namedtuple("Timed", "program arguments of bounds")
+FOLDER = object()
+ROUNDS = object()
+
 DRAWING = (
-    ("metafile", (), (("libemf", 0.6), ("bare records", 3))),
-    ("svg", (), (("cairo", 0.5),)),
-    ("hex", (50_000_000,), (("memcpy", 1.5),)),
-    ("hexfile", (50_000_000, "FOLDER"), (("copy of the file", 1.3),)),
+    Timed("drawing", ("metafile", ROUNDS), "metafile", {"libemf": 0.6, "bare records": 3}),
+    Timed("drawing", ("svg", ROUNDS), "svg", {"cairo": 0.5}),
+    Timed("drawing", ("hex", 50_000_000, ROUNDS), "hex", {"memcpy": 1.5}),
+    Timed("drawing", ("hexfile", 50_000_000, FOLDER, ROUNDS), "hexfile", {"copy of the file": 1.3}),
 )
+CHARTS = (
+    Timed("charts", ("emf", ROUNDS), "emf", {"libemf": 1, "gnuplot": 1 / 12}),
+    Timed("charts", ("svg", ROUNDS), "svg", {"gnuplot": 1 / 4}),
+    Timed("charts", ("rtf", ROUNDS), "rtf", {"snprintf": 1}),
+    Timed("charts", ("linear", 3), "emf, a mark", {}),
+)
+IMAGES = tuple(Timed("qt_charts", (form, ROUNDS, FOLDER), form, {"qcustomplot": 0.5})
+               for form in ("png", "pdf"))
+PROFILE_IMAGES = tuple(Timed("qt_charts", ("profile-" + form, ROUNDS, FOLDER), form,
+                             {"qcustomplot": 0.5}) for form in ("png", "pdf"))
+
+
+def microseconds(nanoseconds):
+    return f"{nanoseconds / 1e3:,.{1 if nanoseconds > 1e4 else 3}f}"
+
+
+def timed(bench, lines, fewest_rounds, further=None):
+    """Runs the lines whose program there is, checks their bounds, and gives the rows of the table;
+    `further` gives the nanoseconds of contestants that are timed otherwise."""
+    rows = []
+    filled = {FOLDER: bench.folder, ROUNDS: max(fewest_rounds, bench.rounds)}
+    for line in lines:
+        if not bench.tools.has(line.program):
+            continue
+        words = [filled.get(word, word) for word in line.arguments]
+        series = self_timed({"it": [bench.tools[line.program], *words]}, 1)["it"]
+        product = series["tessalink"]
+        for name, time in further(line).items() if further else ():
+            series[name] = Series([time] * len(product.times))
+        rows += [(name, line.of, microseconds(one.time), f"{product.over(one):.3f}")
+                 for name, one in series.items()]
+        for name, bound in line.bounds.items():
+            if name in series:
+                bench.expect(f"{line.of}: time against {name}", product.over(series[name]), bound)
+    return rows
+
+
+def timed_table(rows):
+    print()
+    table(("", "of", "us", "the product takes x of this"), rows)
 
 
 @row
 def drawing(bench):
     """480 marks with labels as metafile and SVG; the hexadecimal digits of a picture."""
-    if not bench.tools.has("drawing"):
-        return
-    rows = []
-    for mode, arguments, bounds in DRAWING:
-        words = [bench.folder if word == "FOLDER" else word for word in arguments]
-        command = [bench.tools["drawing"], mode, *words, max(11, bench.rounds)]
-        series = self_timed({"drawing": command}, 1)["drawing"]
-        product = series["tessalink"]
-        for name, one in series.items():
-            rows.append((name, mode, f"{one.time / 1000:,.1f}", f"{product.over(one):.3f}"))
-        for name, bound in bounds:
-            if name in series:
-                bench.expect(f"{mode}: time against {name}", product.over(series[name]), bound)
-    print()
-    table(("", "of", "us", "the product takes x of this"), rows)
-
-
-# The same chart as that of the program charts: bars of marks with a label under each, one axis with
-# seven ticks and numbers, and a legend of one mark and its name.
-GNUPLOT = """set terminal {terminal}
-set output '{output}'
-set border 1
-set xrange [0:240]
-set yrange [-21:1]
-set xtics 40 nomirror
-unset ytics
-set key bottom right
-do for [i=1:{count}] {{
-    plot '{bars}' using 1:2:3:4:5:6 with boxxyerror notitle, \\
-         '{marks}' using 1:2 with points pt 7 title 'marks', \\
-         '' using 1:2:3 with labels offset 0,-1 notitle
-}}
-"""
-
-
-def gnuplot_script(bench, terminal, count=1, output="/dev/null"):
-    """A file by which gnuplot draws the chart so many times."""
-    bars = "".join(f"120 {-bar} 0 240 {-bar - .2} {-bar + .2}\n" for bar in range(20))
-    marks = "".join(f"{i % 24 * 10 + 5} {-(i // 24)} {i}\n" for i in range(480))
-    text = GNUPLOT.format(terminal=terminal, count=count, output=output,
-                          bars=bench.file("bars.txt", bars), marks=bench.file("marks.txt", marks))
-    return bench.file(f"{terminal.split()[0]}-{count}.gp", text)
-
-
-def gnuplot_time(bench, terminal):
-    """Nanoseconds for a chart: the slope between few and many in one process."""
-    few, many = 5, bench.size(105, 25)
-    commands = {count: [bench.tools["gnuplot"], gnuplot_script(bench, terminal, count)]
-                for count in (few, many)}
-    times = bench.processes(commands)
-    return (times[many].time - times[few].time) / (many - few)
+    timed_table(timed(bench, DRAWING, 11))
 
 
 @row
 def charts(bench):
     """A bar graph of 480 marks with labels and a legend; RTF drawing objects; 100,000 marks."""
-    if not bench.tools.has("charts"):
-        return
-    rows = []
-    for mode, peer, bound in (("emf", "libemf", 1), ("svg", None, None), ("rtf", "snprintf", 1)):
-        series = self_timed({"charts": [bench.tools["charts"], mode, bench.rounds]}, 1)["charts"]
-        rows += [(name, mode, f"{one.time / 1000:,.1f}") for name, one in series.items()]
-        if peer in series:
-            bench.expect(f"{mode}: time against {peer}",
-                         series["tessalink"].over(series[peer]), bound)
-        if bench.tools.has("gnuplot") and mode != "rtf":
-            time = gnuplot_time(bench, mode)
-            rows.append(("gnuplot", mode, f"{time / 1000:,.1f}"))
-            bench.expect(f"{mode}: time against gnuplot", series["tessalink"].time / time,
-                         {"emf": 1 / 12, "svg": 1 / 4}[mode])
-    series = self_timed({"charts": [bench.tools["charts"], "linear", 3]}, 1)["charts"]
-    rows += [(name, "emf, a mark", f"{one.time / 1000:,.3f}") for name, one in series.items()]
-    print()
-    table(("", "of", "us"), rows)
+    def gnuplot(line):
+        drawn = "gnuplot" in line.bounds and bench.tools.has("gnuplot")
+        return {"gnuplot": gnuplot_time(bench, line.of)} if drawn else {}
 
-
-def toolkit_rows(bench, kind=""):
-    """A chart as PNG and PDF files, against a charting library of the toolkit; gives the rows of
-    the table, none where there is no such program."""
-    rows = []
-    for form in ("png", "pdf") if bench.tools.has("qt_charts") else ():
-        command = [bench.tools["qt_charts"], kind + form, max(9, bench.rounds), bench.folder]
-        series = self_timed({"charts": command}, 1)["charts"]
-        product = series["tessalink"]
-        rows += [(name, form, f"{one.time / 1000:,.1f}", f"{product.over(one):.3f}")
-                 for name, one in series.items()]
-        bench.expect(f"{form}: time against qcustomplot", product.over(series["qcustomplot"]), 0.5)
-    return rows
+    timed_table(timed(bench, CHARTS, 1, gnuplot))
 
 
 @row
 def images(bench):
     """The chart of 480 marks as PNG and PDF files, against a charting library of the toolkit."""
-    rows = toolkit_rows(bench)
-    print()
-    table(("", "of", "us", "the product takes x of this"), rows)
-
-
-# The profile graph as the program profiles draws it, from the scores that this writes.
-GNUPLOT_PROFILES = """set terminal {terminal}
-set output '{output}'
-set border 3
-set xrange [0:61]
-set yrange [20:80]
-set xtics nomirror ({labels})
-set ytics 10 nomirror
-set key top left Left reverse
-{bands}
-$scores << END
-{scores}END
-do for [i=1:{count}] {{
-    plot {profiles}
-}}
-"""
-COLORS = ("C00000", "0000C0", "008000", "800080", "C08000", "0080C0", "404040", "C000C0")
-BANDS = ((20, "E8F0F8"), (40, "F0FFFF"), (60, "F8F0E8"))
-POINT_TYPES = (7, 5, 9, 13, 6, 4, 8, 12)
-
-
-def gnuplot_profiles(bench, terminal, count, output="/dev/null"):
-    """A file by which gnuplot draws the profile graph so many times."""
-    bands = "\n".join(f"set object rectangle from 0,{low} to 61,{low + 20} behind "
-                      f"fillcolor rgb '#{color}' fillstyle solid noborder" for low, color in BANDS)
-    profiles = ", ".join(
-        f"$scores using 1:{i + 2} with linespoints linetype 1 linecolor rgb '#{color}' "
-        f"pointtype {kind} title 'Profile {i + 1}'"
-        for i, (color, kind) in enumerate(zip(COLORS, POINT_TYPES)))
-    text = GNUPLOT_PROFILES.format(
-        terminal=terminal, output=output, count=count, bands=bands, profiles=profiles,
-        labels=", ".join(f"'S{scale}' {scale}" for scale in range(1, 61)),
-        scores=(bench.folder / "scores.txt").read_text())
-    return bench.file(f"profiles-{terminal.split()[0]}-{count}.gp", text)
+    timed_table(timed(bench, IMAGES, 9))
 
 
 # Of what the row profiles draws: contestants by name, each with its few and many pictures and what
@@ -672,65 +512,13 @@ def profiles(bench):
         for name, bound in bounds.items():
             if name in series:
                 bench.expect(f"{form}: time against {name}", product.over(series[name]), bound)
-    rows += toolkit_rows(bench, "profile-")
-    print()
-    table(("", "of", "us", "the product takes x of this"), rows)
+    rows += timed(bench, PROFILE_IMAGES, 9)
+    timed_table(rows)
     counts = bench.size((1_000, 10_000, 100_000), (1_000, 10_000))
     growth = [cells for mode in ("screen", "metafile") for cells in
               profile_growth(bench, mode, counts)]
     print()
     table(("", "profiles", "ms", "us a profile", "peak MiB", "KiB a profile"), growth)
-
-
-def chart_description():
-    """The chart in the product's JSON."""
-    def scale(points, **more):
-        return {"scale": {"min": 0, "max": 240, "majorTick": 0, "textSize": 12, "barHeight": 16,
-                          "marginTop": 2, "marginBottom": 0, "points": points, **more}}
-
-    def point(at):
-        return {"at": at, "symbol": "circle", "size": 9, "color": "#C00000"}
-
-    sections = []
-    for bar in range(20):
-        marks = [(mark, mark % 24 * 10 + 5) for mark in range(bar * 24, bar * 24 + 24)]
-        last = {"majorTick": 40} if bar == 19 else {}
-        sections.append(scale([point(at) for _, at in marks], **last))
-        if last:
-            sections.append({"legend": {"labelSize": 12, "marginTop": 0, "marginBottom": 0}})
-        sections.append({"legend": {
-            "labelSize": 10, "textSize": 10, "marginTop": 0, "marginBottom": 0,
-            "texts": [{"at": at, "text": str(mark)} for mark, at in marks]}})
-    sections.append(scale([point(240)], right="marks"))
-    return {"graphs": {"Marks": {"width": 8.33, "marginLeft": 10, "marginRight": 10,
-                                 "rightWidth": 60, "sections": sections}}}
-
-
-# The terminals of gnuplot by the format of the file.
-TERMINALS = {"svg": "svg size 800,466", "emf": "emf size 800,466", "png": "pngcairo size 800,466",
-             "pdf": "pdfcairo size 8.3,4.9"}
-
-
-def chart_commands(bench, form):
-    """The command lines that write the chart into a file of this format, start-up included."""
-    def out(name):
-        return bench.folder / f"{name}.{form}"
-
-    description = bench.file("chart.json", json.dumps(chart_description()))
-    programs = HERE / "programs"
-    commands = {
-        "tessalink": [bench.tools["tessalink"], "graph", description, "Marks", "-o",
-                      out("tessalink")],
-        "gnuplot": [gnuplot_script(bench, TERMINALS[form], output=out("gnuplot"))],
-        "matplotlib": [programs / "chart_matplotlib.py", out("matplotlib")],
-        "plplot_peer": [form, out("plplot_peer")],
-        "Rscript": [programs / "chart.R", form, out("Rscript")],
-    }
-    missing = {"svg": (), "emf": ("matplotlib", "plplot_peer", "Rscript"),
-               "png": ("plplot_peer",), "pdf": ()}[form]
-    return {name: words if name == "tessalink" else [bench.tools[name], *words]
-            for name, words in commands.items()
-            if name not in missing and bench.tools.has(name)}
 
 
 @row
