@@ -14,7 +14,7 @@ namespace tessalink::cli {
 namespace {
 
 constexpr const char* cModuleName = "tessalink_qt_module.so";
-constexpr const char* cNeeded = "PNG and PDF need the package tessalink-qt";
+constexpr const char* cNeeded = "PNG and PDF need the module of a build with Qt 6";
 
 constexpr const char* cInstalledFolder = "../" TESSALINK_LIBRARY_FOLDER;
 // Where it may lie, from the program's folder on.

@@ -17,7 +17,7 @@ struct PictureTarget {
 
 /// Renders a metafile by the module of the toolkit, which is loaded from the folder of the program
 /// or from ../lib beside it. Throws std::runtime_error, also when the module is not installed; the
-/// message then names its package.
+/// message then says where it comes from.
 std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target);
 
 }  // namespace tessalink::cli

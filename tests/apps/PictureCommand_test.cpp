@@ -112,7 +112,8 @@ TEST_F(PictureCommand, NamesThePackageThatIsMissing) {
     const Finished alone =
         runProgram({folder.Path("tessalink"), "picture", "in.emf", "a.png"}, setting);
     EXPECT_EQ(alone.exitCode, 2);
-    EXPECT_THAT(alone.err, StartsWith("tessalink: PNG and PDF need the package tessalink-qt: "));
+    EXPECT_THAT(alone.err,
+                StartsWith("tessalink: PNG and PDF need the module of a build with Qt 6: "));
     folder.Write("tessalink_qt_module.so", "no library");
     const Finished damaged =
         runProgram({folder.Path("tessalink"), "picture", "in.emf", "a.pdf"}, setting);
