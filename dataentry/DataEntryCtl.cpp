@@ -315,6 +315,10 @@ int DataEntryCtl::commit() {
     return m_isAttached && m_current >= 0 ? GetItemUI(m_current)->Commit() : 1;
 }
 
+bool DataEntryCtl::CommitEntry() {
+    return commit() != 0;
+}
+
 void DataEntryCtl::SetCurrItem(int index) {
     checked(index);
     const tessalink::WindowGuard alive(*this);
@@ -497,8 +501,8 @@ void DataEntryCtl::LeaveForm() {
     const tessalink::WindowGuard alive(*this);
     parent->SetFocus();
     if (!alive || GetFocus() != parent) return;
-    CWnd* next = parent->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT));
-    if (next != nullptr && !Holds(next)) next->SetFocus();
+    // Where no other control waits, what is keyed next still belongs to the form.
+    if (!FocusNextControl(IsKeyDown(VK_SHIFT)) && alive) SetFocus();
 }
 
 void DataEntryCtl::OnChar(UINT ch, UINT repeat, UINT flags) {

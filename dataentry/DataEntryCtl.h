@@ -81,6 +81,8 @@ protected:
     virtual void scroll_curr_into_view();
 
 public:
+    /// Keeps what is being typed into the current item; false when the parent refuses it.
+    bool CommitEntry() override;
     /// Takes over the place of a dialog's placeholder window.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
@@ -117,7 +119,7 @@ public:
     /// The nearest item on a side, or -1.
     int ClosestItem(int index, tessalink::Side side) const;
     /// Leaves the form as Tab does: the parent gets the focus and, if it keeps it, the next control
-    /// after the form.
+    /// of the dialog; the form gets it back where there is none.
     void LeaveForm();
     /// What the form is being painted on; null at other times.
     CDC* PaintDC() const { return m_paintDC; }

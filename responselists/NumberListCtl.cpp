@@ -250,12 +250,7 @@ LRESULT NumberListCtl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool NumberListCtl::LeaveList() {
-    const CWnd* top = this;
-    while (top->GetParent() != nullptr && (top->GetStyle() & WS_CHILD) != 0) top = top->GetParent();
-    CWnd* next = top->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT) ? 1 : 0);
-    if (next == nullptr || next == this) return false;
-    next->SetFocus();
-    return true;
+    return FocusNextControl(IsKeyDown(VK_SHIFT));
 }
 
 bool NumberListCtl::OnCancel() {

@@ -1,9 +1,10 @@
 #include "platform/qt/QtHost.h"
 
 #include <QEvent>
-#include <QKeyEvent>
 #include <QPointer>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "platform/qt/detail/QtWindowSystem.h"
 
@@ -45,6 +46,9 @@ public:
     }
     void ShowOutline(const CRect&) override {}
     void NotifyAccessible(AccessibleEvent, int, const CString&) override {}
+    bool PassFocusOn(CWnd& from, bool previous) override {
+        return detail::QtWindowSystem::Get().MoveOn(from, previous);
+    }
 
     QWidget* Client() const override { return m_widget; }
     QWidget* Outer() const override { return m_widget; }
@@ -64,14 +68,22 @@ private:
 
 constexpr QSize cHolderSize(400, 300);
 
+// All that there are, those made last at the end.
+std::vector<CWnd*>& hostWindows() {
+    static std::vector<CWnd*> windows;
+    return windows;
+}
+
 }  // namespace
 
 HostWindow::HostWindow(QWidget& widget, Handler handler) : m_handler(std::move(handler)) {
     adoptNative(*this, std::make_unique<HostNative>(*this, widget),
                 CRect(0, 0, widget.width(), widget.height()));
+    hostWindows().push_back(this);
 }
 
 HostWindow::~HostWindow() {
+    std::erase(hostWindows(), this);
     m_handler = nullptr;
     DestroyWindow();
 }
@@ -86,15 +98,6 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         if (!alive) return 0;
     }
     return CWnd::WindowProc(message, wParam, lParam);
-}
-
-void HostWindow::OnSetFocus(CWnd* old) {
-    CWnd::OnSetFocus(old);
-    auto& system = detail::QtWindowSystem::Get();
-    const QKeyEvent* const key = system.CurrentKey();
-    const bool isTab =
-        key != nullptr && (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab);
-    if (isTab && old != nullptr) system.MoveOn(*old);
 }
 
 WindowHolder::WindowHolder(HostWindow::Handler handler, QWidget* parent)
@@ -121,6 +124,18 @@ void WindowHolder::fill() {
     if (CWnd* const window = m_host->GetChild(0)) {
         window->MoveWindow(CRect(0, 0, width(), height()));
     }
+}
+
+bool commitEntries(const QWidget& widget) {
+    std::vector<std::pair<CWnd*, WindowGuard>> inside;
+    for (CWnd* window : hostWindows()) {
+        const QWidget* const host = widgetOf(*window);
+        const bool isInside = host == &widget || (host != nullptr && widget.isAncestorOf(host));
+        if (isInside) inside.emplace_back(window, *window);
+    }
+    return std::all_of(inside.begin(), inside.end(), [](const auto& window) {
+        return !window.second || window.first->CommitEntry();
+    });
 }
 
 QWidget* widgetOf(const CWnd& window) {

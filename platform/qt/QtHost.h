@@ -43,7 +43,6 @@ public:
     ~HostWindow() override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnSetFocus(CWnd* old) override;
 
 private:
     Handler m_handler;
@@ -76,6 +75,15 @@ private:
     QSize m_sizeHint;
     std::unique_ptr<HostWindow> m_host;
 };
+
+/// Keeps what is being typed in all windows of the library that lie in a widget, at any depth.
+/// Returns false when one of them is refused what stands in its box; it has the focus then. For a
+/// dialog's OK, which the toolkit may carry out before the window has asked:
+///
+///     void Dialog::accept() {
+///         if (tessalink::commitEntries(*this)) QDialog::accept();
+///     }
+TESSALINK_API bool commitEntries(const QWidget& widget);
 
 /// The widget that a window consists of, with its frame and scroll bars; for HostWindow the host's.
 /// Null for a window that does not exist or is none of the toolkit's. It is the library's, and may

@@ -195,6 +195,30 @@ CWnd* CWnd::GetNextDlgTabItem(const CWnd* from, BOOL previous) const {
     return stops[static_cast<std::size_t>(next % count)];
 }
 
+bool CWnd::FocusNextControl(bool previous) {
+    CWnd* dialog = this;
+    while (dialog->GetParent() != nullptr && (dialog->GetStyle() & WS_CHILD) != 0) {
+        dialog = dialog->GetParent();
+    }
+    if (dialog->native() != nullptr && dialog->native()->PassFocusOn(*this, previous)) return true;
+    CWnd* next = dialog->GetNextDlgTabItem(this, previous ? 1 : 0);
+    if (next == nullptr || next->Holds(this)) return false;
+    const WindowGuard alive(*next);
+    next->EnterByTab(previous);
+    if (alive) next->SetFocus();
+    return true;
+}
+
+void CWnd::EnterByTab(bool) {}
+
+bool CWnd::CommitEntry() {
+    std::vector<std::pair<CWnd*, WindowGuard>> inside;
+    for (int i = 0; i < GetChildCount(); ++i) inside.emplace_back(GetChild(i), *GetChild(i));
+    return std::all_of(inside.begin(), inside.end(), [](const auto& child) {
+        return !child.second || child.first->CommitEntry();
+    });
+}
+
 BOOL CWnd::IsChild(const CWnd* window) const {
     if (!m_core || window == nullptr) return 0;
     do {

@@ -111,6 +111,16 @@ public:
     /// Focus and capture.
     CWnd* SetFocus();
     static CWnd* GetFocus();
+    /// Gives the focus to the next control with a tab stop in the dialog around this window, or
+    /// with `previous` to the one before it. In a widget of a host the host's own controls count,
+    /// too. False when there is no other control.
+    bool FocusNextControl(bool previous);
+    /// Tab is about to bring the focus here, Shift+Tab with `previous`: a window in which Tab has
+    /// several stops goes to its first or to its last one. The base does nothing.
+    virtual void EnterByTab(bool previous);
+    /// Keeps what is being typed in this window and in those inside it. Returns false when that is
+    /// refused; the window that refuses has the focus then. For the OK of a dialog.
+    virtual bool CommitEntry();
     CWnd* SetCapture();
     static CWnd* GetCapture();
 

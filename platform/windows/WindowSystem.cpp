@@ -65,22 +65,14 @@ void moveFocus(CWnd* window) {
     window->SendMessage(WM_SETFOCUS, reinterpret_cast<WPARAM>(knowsOld ? oldHandle : nullptr));
 }
 
-// Whether the dialog around a window takes the key; `handled` tells what came of it.
-bool dialogTakes(CWnd& window, UINT key, bool& handled) {
-    const auto code = static_cast<UINT>(window.SendMessage(WM_GETDLGCODE));
+// Whether the dialog around a window takes a key, by the window's answer to WM_GETDLGCODE;
+// `handled` tells what came of it.
+bool dialogTakes(CWnd& window, UINT code, UINT key, bool& handled) {
     if ((code & DLGC_WANTALLKEYS) != 0) return false;
     handled = false;
     if (key == VK_TAB) {
         if ((code & DLGC_WANTTAB) != 0) return false;
-        CWnd* top = &window;
-        while (top->GetParent() != nullptr && (top->GetStyle() & WS_CHILD) != 0) {
-            top = top->GetParent();
-        }
-        CWnd* next = top->GetNextDlgTabItem(&window, IsKeyDown(VK_SHIFT) ? 1 : 0);
-        if (next != nullptr && next != &window) {
-            next->SetFocus();
-            handled = true;
-        }
+        handled = window.FocusNextControl(IsKeyDown(VK_SHIFT));
         return true;
     }
     const bool isArrow = key >= VK_LEFT && key <= VK_DOWN;
@@ -203,7 +195,9 @@ bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat
     if (state().hook && state().hook(window, WM_KEYDOWN, key, CPoint())) return true;
     bool handled = false;
     const WindowGuard alive(window);
-    if (dialogTakes(window, key, handled)) return handled;
+    const auto code = static_cast<UINT>(window.SendMessage(WM_GETDLGCODE));
+    if (!alive) return true;
+    if (dialogTakes(window, code, key, handled)) return handled;
     if (!alive || window.GetSafeHwnd() == nullptr) return true;
     const WindowCore* core = WindowCore::Of(window);
     const LPARAM count =
@@ -214,7 +208,7 @@ bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat
         if (!alive || WindowCore::Of(window) != core || state().focus != &window) return true;
         handled = sendInput(window, WM_CHAR, static_cast<unsigned char>(ch), count) || handled;
     }
-    return handled;
+    return handled || (code & DLGC_WANTALLKEYS) != 0;
 }
 
 void charactersTyped(CWnd& window, std::string_view characters) {

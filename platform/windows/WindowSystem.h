@@ -66,6 +66,9 @@ public:
     /// A frame over everything, in the client area; an empty one hides it.
     virtual void ShowOutline(const CRect& rect) = 0;
     virtual void NotifyAccessible(AccessibleEvent event, int child, const CString& text) = 0;
+    /// Leads the focus on from a window inside, as Tab does, or back as Shift+Tab, in an order of
+    /// its own. False when it has none, or nothing else takes the focus.
+    virtual bool PassFocusOn(CWnd&, bool) { return false; }
     /// The edit field of an edit box; null for other windows.
     virtual NativeEdit* Edit() { return nullptr; }
 };
@@ -117,7 +120,9 @@ TESSALINK_API WindowSystem& windowSystem();
 
 /// The user presses a key: the window gets it, and then the characters that it makes
 /// (Windows-1252), unless the dialog keys of its parent take it. A key that is held down repeats
-/// itself: `isHeld` is true from the second time on. Returns false when nobody wanted the key.
+/// itself: `isHeld` is true from the second time on. Returns false when nobody wanted the key and
+/// it belongs to the dialog around: a window that answers DLGC_WANTALLKEYS gets all keys, and those
+/// that it does not use do nothing.
 TESSALINK_API bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat = 1,
                               bool isHeld = false);
 /// The same for characters alone, as an input method makes them.

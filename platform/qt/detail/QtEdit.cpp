@@ -55,6 +55,9 @@ public:
     void BaseCompose(QInputMethodEvent& event) { Base::inputMethodEvent(&event); }
 
 protected:
+    bool event(QEvent* event) override {
+        return overridesShortcut(m_link, *event) || Base::event(event);
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (*m_link != nullptr) (*m_link)->KeyPressed(*event);
     }
@@ -66,7 +69,7 @@ protected:
     }
     void focusInEvent(QFocusEvent* event) override {
         Base::focusInEvent(event);
-        if (*m_link != nullptr) (*m_link)->FocusCame();
+        if (*m_link != nullptr) (*m_link)->FocusCame(event->reason());
     }
     void focusOutEvent(QFocusEvent* event) override {
         Base::focusOutEvent(event);

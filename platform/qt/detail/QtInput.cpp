@@ -99,6 +99,12 @@ Qt::Key toolkitKey(UINT key) {
     return found != std::end(cKeys) ? found->toolkit : Qt::Key{};
 }
 
+bool isKeyOfHost(const QKeyEvent& event) {
+    const bool isCtrl = event.modifiers().testFlag(Qt::ControlModifier);
+    const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+    return isCtrl ? isTab : event.modifiers().testFlag(Qt::AltModifier);
+}
+
 bool isPlainKey(const QKeyEvent& event) {
     const bool isEscape = event.key() == Qt::Key_Escape;
     if (isEscape || event.modifiers().testFlag(Qt::AltModifier)) return false;

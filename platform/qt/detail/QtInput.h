@@ -19,6 +19,8 @@ struct KeyInput {
 KeyInput keyInputOf(const QKeyEvent& event);
 // The toolkit's key for a code; 0 when there is none.
 Qt::Key toolkitKey(UINT key);
+// Keys with Alt belong to the menus of the host, those with Ctrl and Tab to its pages.
+bool isKeyOfHost(const QKeyEvent& event);
 // Whether a key press means typing or moving, which a shortcut of the host must not take away.
 bool isPlainKey(const QKeyEvent& event);
 

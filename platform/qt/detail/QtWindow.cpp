@@ -111,12 +111,7 @@ public:
 
 protected:
     bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride && hasFocus() && wants_keys() &&
-            isPlainKey(*static_cast<QKeyEvent*>(event))) {
-            event->accept();
-            return true;
-        }
-        return QWidget::event(event);
+        return overridesShortcut(m_link, *event) || QWidget::event(event);
     }
     void keyPressEvent(QKeyEvent* event) override { pass(&QtWindow::KeyPressed, event); }
     void keyReleaseEvent(QKeyEvent* event) override { pass(&QtWindow::KeyReleased, event); }
@@ -130,8 +125,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override { pass(&QtWindow::WheelTurned, event); }
     void contextMenuEvent(QContextMenuEvent* event) override { pass(&QtWindow::MenuAsked, event); }
     void paintEvent(QPaintEvent* event) override { pass(&QtWindow::Painted, event); }
-    void focusInEvent(QFocusEvent*) override {
-        if (*m_link != nullptr) (*m_link)->FocusCame();
+    void focusInEvent(QFocusEvent* event) override {
+        if (*m_link != nullptr) (*m_link)->FocusCame(event->reason());
     }
     void focusOutEvent(QFocusEvent* event) override {
         if (*m_link != nullptr) (*m_link)->FocusLeft(event->reason());
@@ -146,11 +141,6 @@ private:
         } else {
             event->ignore();
         }
-    }
-    bool wants_keys() const {
-        constexpr UINT cAny = DLGC_WANTALLKEYS | DLGC_WANTCHARS | DLGC_WANTARROWS;
-        return *m_link != nullptr &&
-               (static_cast<UINT>((*m_link)->Owner().SendMessage(WM_GETDLGCODE)) & cAny) != 0;
     }
 
     WindowLink m_link;
@@ -190,6 +180,14 @@ bool isEntry(const CWnd& window) {
 }
 
 }  // namespace
+
+bool overridesShortcut(const WindowLink& link, QEvent& event) {
+    const bool isOurs = event.type() == QEvent::ShortcutOverride && *link != nullptr &&
+                        (*link)->Client()->hasFocus() &&
+                        (*link)->GoesBeforeShortcuts(static_cast<QKeyEvent&>(event));
+    if (isOurs) event.accept();
+    return isOurs;
+}
 
 QtWindow::QtWindow(const WindowSetup& setup)
     : m_owner(*setup.owner),
@@ -405,28 +403,27 @@ void QtWindow::Painted(QPaintEvent& event) {
 // Keyboard.
 
 void QtWindow::KeyPressed(QKeyEvent& event) {
-    // With Alt, keys belong to the menus of the host. A key that another window of ours has left
-    // comes to those around it.
-    const bool isAlt = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) ==
-                       Qt::KeyboardModifiers(Qt::AltModifier);
-    if (isAlt || CWnd::GetFocus() != &m_owner) {
+    // A key that a window inside has left to its dialog comes to those around it, too.
+    if (isKeyOfHost(event) || CWnd::GetFocus() != &m_owner) {
         event.ignore();
         return;
     }
-    QtWindowSystem& system = QtWindowSystem::Get();
-    const QtWindowSystem::InputScope scope(event.modifiers(), &event);
+    Qt::KeyboardModifiers modifiers = event.modifiers();
+    if (event.key() == Qt::Key_Backtab) modifiers |= Qt::ShiftModifier;
+    const QtWindowSystem::InputScope scope(modifiers, &event);
     const KeyInput input = keyInputOf(event);
     if (input.isRefused) MessageBeep(MB_OK);
-    const WindowLink link = m_link;
-    if (input.key == VK_TAB && !event.modifiers().testFlag(Qt::ControlModifier)) {
-        constexpr UINT cWantsTab = DLGC_WANTALLKEYS | DLGC_WANTTAB;
-        const auto code = static_cast<UINT>(m_owner.SendMessage(WM_GETDLGCODE));
-        event.accept();
-        if (*link == nullptr || ((code & cWantsTab) == 0 && system.MoveOn(m_owner))) return;
-    }
-    const bool isUsed = keyPressed(m_owner, input.key, input.characters,
-                                   static_cast<UINT>(event.count()), system.IsKeyHeld());
+    const bool isUsed =
+        keyPressed(m_owner, input.key, input.characters, static_cast<UINT>(event.count()),
+                   QtWindowSystem::Get().IsKeyHeld());
     event.setAccepted(isUsed || input.isRefused);
+}
+
+bool QtWindow::GoesBeforeShortcuts(const QKeyEvent& event) const {
+    constexpr UINT cAny = DLGC_WANTALLKEYS | DLGC_WANTCHARS | DLGC_WANTARROWS;
+    const auto code = static_cast<UINT>(m_owner.SendMessage(WM_GETDLGCODE));
+    if (event.key() == Qt::Key_Escape) return (code & DLGC_WANTALLKEYS) != 0;
+    return (code & cAny) != 0 && isPlainKey(event);
 }
 
 void QtWindow::KeyReleased(QKeyEvent& event) {
@@ -456,7 +453,7 @@ void QtWindow::TakeFocus() {
     if (m_client != nullptr) m_client->setFocus(Qt::OtherFocusReason);
 }
 
-void QtWindow::FocusCame() {
+void QtWindow::FocusCame(Qt::FocusReason reason) {
     // Of the window itself the toolkit tells last, even if it has passed the focus on meanwhile.
     QtWindowSystem::Get().TellFocusSoon();
     if (m_edit) {
@@ -465,7 +462,11 @@ void QtWindow::FocusCame() {
         m_frame->update();
     }
     if (QtWindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return;
-    focusMoved(&m_owner);
+    const WindowLink link = m_link;
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+        m_owner.EnterByTab(reason == Qt::BacktabFocusReason);
+    }
+    if (*link != nullptr) focusMoved(&m_owner);
 }
 
 void QtWindow::FocusLeft(Qt::FocusReason reason) {

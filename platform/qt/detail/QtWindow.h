@@ -20,6 +20,9 @@ class QtEdit;
 // window is deleted later.
 using WindowLink = std::shared_ptr<QtWindow*>;
 
+// Takes an event that asks whether a key is no shortcut when its window wants the key.
+bool overridesShortcut(const WindowLink& link, QEvent& event);
+
 // A window as two widgets: the outer one has the frame, the scroll bars and the size of the window;
 // the client widget in it shows what the window paints, or is the field of an edit box, and has the
 // focus.
@@ -59,7 +62,7 @@ public:
     void KeyPressed(QKeyEvent& event);
     void KeyReleased(QKeyEvent& event);
     void TextComposed(const QInputMethodEvent& event);
-    void FocusCame();
+    void FocusCame(Qt::FocusReason reason);
     void FocusLeft(Qt::FocusReason reason);
     void MouseUsed(QMouseEvent& event);
     void WheelTurned(QWheelEvent& event);
@@ -69,6 +72,8 @@ public:
     void CloseAsked();
     void Lost();
 
+    // Whether a key comes to the window before it is a shortcut of the host.
+    bool GoesBeforeShortcuts(const QKeyEvent& event) const;
     void SettingsChanged();
     // Places the parts in the frame.
     void LayOut();

@@ -37,12 +37,6 @@ public:
     const TextMetricsSource& TextMetrics() const override { return toolkitTextMetrics(); }
 };
 
-const CWnd& rootOf(const CWnd& window) {
-    const CWnd* root = &window;
-    while (root->GetParent() != nullptr) root = root->GetParent();
-    return *root;
-}
-
 bool takesTab(const QWidget& widget, const QWidget& entry) {
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() &&
            widget.isVisibleTo(widget.window()) && widget.focusProxy() == nullptr &&
@@ -105,13 +99,9 @@ void QtWindowSystem::DropFocus() {
     m_ignoresFocus = before;
 }
 
-bool QtWindowSystem::MoveOn(const CWnd& from) {
-    const QtNative* const root = toolkitNative(rootOf(from));
-    if (root == nullptr || !root->IsHost()) return false;
+bool QtWindowSystem::MoveOn(const CWnd& from, bool isBack) {
     QWidget* const entry = EntryOf(from);
     if (entry == nullptr) return false;
-    const bool isBack = Modifiers().testFlag(Qt::ShiftModifier) ||
-                        (m_key != nullptr && m_key->key() == Qt::Key_Backtab);
     const auto next = [isBack](const QWidget* widget) {
         return isBack ? widget->previousInFocusChain() : widget->nextInFocusChain();
     };

@@ -65,9 +65,9 @@ public:
     // Assistive technology is told where the focus is when the toolkit has told what it has to.
     void TellFocusSoon();
 
-    // Moves the toolkit's focus on from a window in a host's widget, as Tab does. Returns false
-    // when the window is in none, or nothing else takes the focus.
-    bool MoveOn(const CWnd& from);
+    // Moves the toolkit's focus on from a window in a host's widget, as Tab does, or back. Returns
+    // false when nothing else takes the focus.
+    bool MoveOn(const CWnd& from, bool isBack);
 
     // While it lives, an input event is handled: its modifiers are those that are held.
     class InputScope {
