@@ -235,7 +235,7 @@ CRect ChoiceItemUI::cell_of(const Choice& choice, const CRect& place) const {
                  CSize(choice.width, m_height));
 }
 
-CString ChoiceItemUI::ValueText(DataEntryItem* item) const {
+CString ChoiceItemUI::ValueText(DataEntryItem* item) {
     CString text;
     for (const Choice& choice : m_choices) {
         if (!is_chosen(*item, choice)) continue;

@@ -24,7 +24,7 @@ public:
     std::vector<tessalink::AccessibleChoice> Choices(const DataEntryItem* item,
                                                      const CRect& place) const override;
     int FocusedChoice() const override { return m_cursor; }
-    CString ValueText(DataEntryItem* item) const override;
+    CString ValueText(DataEntryItem* item) override;
 
     int OnCreate(CREATESTRUCT* create) override;
     void OnChar(UINT ch, UINT repeat, UINT flags) override;

@@ -4,19 +4,13 @@
 
 #include "dataentry/DataEntryCtl.h"
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/ControlFont.h"
 
 using tessalink::RestoredState;
 
 namespace {
 
 constexpr int cFocusedLabelPercent = 120;
-constexpr int cNormalWeight = 300;
-
-void createItemFont(CFont& font, int height, int weight) {
-    font.DeleteObject();
-    font.CreateFont(height, 0, 0, 0, weight, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
-                    CLIP_CHARACTER_PRECIS, PROOF_QUALITY, VARIABLE_PITCH, "Arial");
-}
 
 }  // namespace
 
@@ -53,8 +47,8 @@ void ColoredItemUI::SetReadOnlyColor(COLORREF text) {
 }
 
 void ColoredItemUI::create_fonts(int height) {
-    createItemFont(m_boldFont, height, FW_BOLD);
-    createItemFont(m_normalFont, height, cNormalWeight);
+    tessalink::createControlFont(m_boldFont, height, FW_BOLD, CLIP_CHARACTER_PRECIS);
+    tessalink::createControlFont(m_normalFont, height, FW_LIGHT, CLIP_CHARACTER_PRECIS);
 }
 
 int ColoredItemUI::centred(const CString& label, int height, int lineHeight) {

@@ -25,6 +25,8 @@ struct DATAENTRYCTL_NOTIFICATION {
 /// The codes. Those of gaining and losing the focus are NM_SETFOCUS (the current item's index) and
 /// NM_KILLFOCUS (-1).
 /// A value is about to change; the item has the new one. Nonzero refuses: it gets the old one back.
+/// A list uses the same number for "has changed" (LIST_VALUE_CHANGED): a parent of both tells them
+/// apart by `hdr.idFrom`.
 inline constexpr int DATAENTRY_CHANGING = 1;
 /// A value has changed.
 inline constexpr int DATAENTRY_CHANGED = 2;
@@ -39,6 +41,9 @@ inline constexpr int DATAENTRY_PAST_LAST = 6;
 /// A data-entry form: a scrollable child window with items, which are drawn and edited by a few
 /// interfaces and placed by a layout manager. One item is current; keys, clicks and committed
 /// entries make others current. The parent is told of every change and may refuse it.
+///
+/// All keys belong to the form as long as it has the focus: Return and Escape do not reach the
+/// dialog around it, also where they do nothing here. A dialog asks CommitEntry before it closes.
 ///
 /// The form owns its layout manager, items and interfaces. An index out of range raises
 /// CInvalidArgException.
@@ -81,8 +86,15 @@ protected:
     virtual void scroll_curr_into_view();
 
 public:
-    /// Keeps what is being typed into the current item; false when the parent refuses it.
+    /// Keeps what is being typed into the current item. Returns false when the parent refuses it or
+    /// is being asked right now, and once when it was refused as the focus left and nothing was
+    /// keyed since: the button that asks may be what the focus went to.
     bool CommitEntry() override;
+    /// Whether Tab and Shift+Tab go from item to item and leave the form at its ends; coming in,
+    /// they start at its first and its last item. Off at first: they leave the form from every item
+    /// and come back to the current one.
+    void TabMoves(bool moves) { m_tabMoves = moves; }
+    void EnterByTab(bool previous) override;
     /// Takes over the place of a dialog's placeholder window.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
@@ -116,10 +128,13 @@ public:
 
     /// The index of an item of the form, or -1.
     int IndexOf(const DataEntryItem* item) const;
-    /// The nearest item on a side, or -1.
-    int ClosestItem(int index, tessalink::Side side) const;
-    /// Leaves the form as Tab does: the parent gets the focus and, if it keeps it, the next control
-    /// of the dialog; the form gets it back where there is none.
+    /// The nearest item on a side, or -1; with `isFarther`, of those alone whose middle lies
+    /// farther out that way.
+    int ClosestItem(int index, tessalink::Side side, bool isFarther = false) const;
+    /// What Tab does in an item, and Shift+Tab while Shift is held: see TabMoves.
+    void HandleTab();
+    /// Leaves the form: the parent gets the focus and, if it keeps it, the next control of the
+    /// dialog; the form gets it back where there is none.
     void LeaveForm();
     /// What the form is being painted on; null at other times.
     CDC* PaintDC() const { return m_paintDC; }
@@ -159,7 +174,6 @@ protected:
 private:
     /// One direction that the form scrolls in.
     struct Axis;
-    class Raised;
 
     std::size_t checked(int index) const;
     CRect window_rect(int index) const;
@@ -172,7 +186,7 @@ private:
     void move_attached();
     void choose_visible_item(const Axis& axis, bool forward);
     int page(UINT key);
-    int commit();
+    bool commit();
     void value_shown_again(int index);
 
     tessalink::SystemColor m_background{COLOR_BTNFACE};
@@ -189,9 +203,11 @@ private:
     CSize m_extent;
     bool m_hasFocus = false;
     bool m_isAttached = false;
-    int m_busy = 0;
+    int m_busy = 0;     ///< the focus is being moved by the form itself
     int m_layouts = 0;  ///< under way
     bool m_autoAdvance = true;
-    bool m_isReporting = false;
+    bool m_tabMoves = false;
+    bool m_isAsking = false;     ///< the parent, whether a value may change
+    bool m_isReporting = false;  ///< to the parent that one has changed
     CDC* m_paintDC = nullptr;
 };

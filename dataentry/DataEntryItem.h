@@ -32,8 +32,8 @@ public:
     virtual int SetReadOnly(int isReadOnly);
 
     /// Whether assistive technology says that a value is expected; the form itself asks for none.
-    void SetRequired(int isRequired) { m_isRequired = isRequired != 0; }
-    int IsRequired() const { return m_isRequired ? 1 : 0; }
+    void SetRequired(bool isRequired) { m_isRequired = isRequired; }
+    bool IsRequired() const { return m_isRequired; }
 
     int IsNull() const { return flag(cNull); }
     int IsReadOnly() const { return flag(cReadOnly); }

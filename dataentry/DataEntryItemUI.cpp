@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "dataentry/DataEntryCtl.h"
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/WindowSystem.h"
 
 IMPLEMENT_DYNAMIC(DataEntryItemUI, CWnd)
 
@@ -12,10 +14,12 @@ BOOL DataEntryItemUI::Create(const RECT& rect, UINT id, CWnd* parent) {
     return CWnd::Create(nullptr, "", WS_CHILD | WS_GROUP | WS_TABSTOP, rect, parent, id);
 }
 
+bool DataEntryItemUI::has_window() {
+    return GetSafeHwnd() != nullptr || Create(CRect(), static_cast<UINT>(-1), m_container) != 0;
+}
+
 BOOL DataEntryItemUI::Attach(DataEntryItem* item, const CRect& rect, int focused) {
-    if (GetSafeHwnd() == nullptr && Create(CRect(), static_cast<UINT>(-1), m_container) == 0) {
-        return 0;
-    }
+    if (!has_window()) return 0;
     if (m_item != nullptr && m_item != item) Detach(0);
     m_item = item;
     m_itemRect = rect;
@@ -57,10 +61,38 @@ void DataEntryItemUI::Paint(DataEntryItem* item, const CRect& rect, int focused)
     if (CDC* dc = m_container->PaintDC()) {
         const tessalink::SavedState saved(*dc);
         dc->IntersectClipRect(rect);
+        const StandIn standIn(*this, *item, rect, focused != 0);
         draw_item(*dc, *item, rect, focused != 0);
     } else {
         m_container->InvalidateRect(rect);
         m_container->UpdateWindow();
+    }
+}
+
+DataEntryItemUI::StandIn::StandIn(DataEntryItemUI& interface, DataEntryItem& item,
+                                  const CRect& rect, bool focused)
+    : m_interface(interface),
+      m_item(std::exchange(interface.m_item, &item)),
+      m_rect(std::exchange(interface.m_itemRect, rect)),
+      m_focused(std::exchange(interface.m_focused, focused)) {}
+
+DataEntryItemUI::StandIn::~StandIn() {
+    m_interface.m_item = m_item;
+    m_interface.m_itemRect = m_rect;
+    m_interface.m_focused = m_focused;
+}
+
+void DataEntryItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool) {
+    const bool isInForm = m_container != nullptr && &dc == m_container->PaintDC();
+    if (!isInForm) {
+        CRect area = place;
+        dc.FillSolidRect(&area, GetSysColor(COLOR_BTNFACE));
+        dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
+        dc.DrawText(item.GetLabel(), &area, DT_NOPREFIX);
+    } else if (has_window()) {
+        CRect area;
+        dc.GetClipBox(&area);
+        tessalink::paintWithin(*this, *m_container, place, area);
     }
 }
 
@@ -86,10 +118,6 @@ bool DataEntryItemUI::OnClick(CPoint) {
 
 int DataEntryItemUI::item_index() const {
     return m_container->IndexOf(m_item);
-}
-
-void DataEntryItemUI::leave_form() {
-    if (m_container != nullptr) m_container->LeaveForm();
 }
 
 int DataEntryItemUI::CountLabelLines() const {
@@ -168,8 +196,8 @@ void DataEntryItemUI::OnChar(UINT ch, UINT repeat, UINT flags) {
 }
 
 void DataEntryItemUI::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-    if (key == VK_TAB) {
-        leave_form();
+    if (key == VK_TAB && m_container != nullptr) {
+        m_container->HandleTab();
         return;
     }
     if (m_container != nullptr && m_container->HandleKeyDown(key, repeat, flags) != 0) return;

@@ -14,6 +14,8 @@ class DataEntryCtl;
 ///
 /// The application creates it and hands it to the form with its first item (DataEntryCtl::AddItem);
 /// the form owns it from then on.
+///
+/// An interface of a host's own needs OnMeasureItem, and OnPaint or draw_item to draw its items.
 class TESSALINK_API DataEntryItemUI : public CWnd {
     DECLARE_DYNAMIC(DataEntryItemUI)
 
@@ -34,7 +36,8 @@ public:
     /// The menu of a context click; returns whether there is one. There is none here.
     virtual int OnContextMenu();
     /// Draws an item into the form while that is painted, or else has it painted there; nothing is
-    /// moved, shown or focused.
+    /// moved, shown or focused. GetCurrItem, GetItemRect and IsFocused are those of the item
+    /// meanwhile.
     virtual void Paint(DataEntryItem* item, const CRect& rect, int focused);
     /// Tells the form that the attached item has changed.
     virtual void OnDataChanged();
@@ -56,14 +59,17 @@ public:
     void UnlockFocus() { --m_focusLocks; }
     bool IgnoreFocus() const { return m_focusLocks > 0; }
 
-    /// Keeps what is being typed, with the form's consent; 0 when that was refused.
-    virtual int Commit() { return 1; }
+    /// Keeps what is being typed, with the form's consent; false when that was refused.
+    virtual bool Commit() { return true; }
+    bool CommitEntry() override { return Commit(); }
     /// Shows the attached item's value again, which something else has changed.
     virtual void ShowValue() {}
     /// Does what a click at the point of the window does to the item; returns whether anything.
     virtual bool OnClick(CPoint point);
     /// What kind of field its items are, for the platform's accessibility interface.
-    virtual tessalink::AccessibleRole Role() const = 0;
+    virtual tessalink::AccessibleRole Role() const {
+        return tessalink::AccessibleRole::EditableText;
+    }
     /// The responses of an item that is shown at a place, and the one that the keyboard has led to
     /// in the current item; none for fields, and -1.
     virtual std::vector<tessalink::AccessibleChoice> Choices(const DataEntryItem*,
@@ -71,8 +77,8 @@ public:
         return {};
     }
     virtual int FocusedChoice() const { return -1; }
-    /// The value as text, for the same.
-    virtual CString ValueText(DataEntryItem* item) const = 0;
+    /// The value as text, for the same; empty without one.
+    virtual CString ValueText(DataEntryItem*) { return {}; }
 
     /// The lines of the attached item's label; 0 without an item.
     int CountLabelLines() const;
@@ -103,12 +109,32 @@ protected:
     /// Tells the form that an item has changed: by OnDataChanged, unless the parent has gone to
     /// another item meanwhile.
     void tell_changed(const DataEntryItem* item);
-    /// Draws an item at a place of any device context.
-    virtual void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) = 0;
-    /// Leaves the form: its parent gets the focus or hands it on to its next control.
-    void leave_form();
+    /// While it lives, the interface stands for an item as if it were attached to it.
+    class StandIn {
+    public:
+        StandIn(DataEntryItemUI& interface, DataEntryItem& item)
+            : StandIn(interface, item, interface.m_itemRect, interface.m_focused) {}
+        StandIn(DataEntryItemUI& interface, DataEntryItem& item, const CRect& rect, bool focused);
+        ~StandIn();
+        StandIn(const StandIn&) = delete;
+        StandIn& operator=(const StandIn&) = delete;
+
+    private:
+        DataEntryItemUI& m_interface;
+        DataEntryItem* m_item;
+        CRect m_rect;
+        bool m_focused;
+    };
+
+    /// Draws an item, to which the interface is attached or stands in for, at a place of any device
+    /// context. Here OnPaint does it, as if the window stood at that place of the form; without an
+    /// OnPaint of a derived class the item's label is all there is.
+    virtual void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused);
     /// The place of the attached item in the form.
     int item_index() const;
+
+    /// Makes sure that there is a window.
+    bool has_window();
 
     DataEntryCtl* m_container = nullptr;
     DataEntryItem* m_item = nullptr;

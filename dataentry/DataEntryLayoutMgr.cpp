@@ -73,11 +73,9 @@ int DataEntryLayoutMgr::NavigateOnKeyDown(DataEntryCtl* form, UINT key, UINT, UI
             item = count;
             return 1;
         case VK_END:
-            return moveTo(control ? count - 1
-                                  : end_of_row(form, item, &DataEntryLayoutMgr::closest_right, 1));
+            return moveTo(control ? count - 1 : end_of_row(form, item, Side::Right));
         case VK_HOME:
-            return moveTo(control ? 0
-                                  : end_of_row(form, item, &DataEntryLayoutMgr::closest_left, -1));
+            return moveTo(control ? 0 : end_of_row(form, item, Side::Left));
         case VK_LEFT:
             return moveTo(closest_left(form, item));
         case VK_UP:
@@ -91,16 +89,18 @@ int DataEntryLayoutMgr::NavigateOnKeyDown(DataEntryCtl* form, UINT key, UINT, UI
     }
 }
 
-int DataEntryLayoutMgr::end_of_row(DataEntryCtl* form, int item, Closest next, int direction) {
-    // Neighbours of an item without width may stand where it does: only what leads on counts.
-    const auto place = [&](int i) {
+int DataEntryLayoutMgr::end_of_row(DataEntryCtl* form, int item, Side side) {
+    const int direction = side == Side::Right ? 1 : -1;
+    const auto reach = [&](int i) {
         const CRect rect = form->GetItemLoc(i);
         return direction * (std::int64_t{rect.left} + rect.right);
     };
     for (;;) {
-        const int neighbour = (this->*next)(form, item);
-        if (neighbour < 0 || place(neighbour) <= place(item)) return item;
-        item = neighbour;
+        int next = side == Side::Right ? closest_right(form, item) : closest_left(form, item);
+        // Beside an item without width another may stand at the same place, and lead back.
+        if (next >= 0 && reach(next) <= reach(item)) next = form->ClosestItem(item, side, true);
+        if (next < 0) return item;
+        item = next;
     }
 }
 

@@ -9,6 +9,10 @@
 
 class DataEntryCtl;
 
+namespace tessalink {
+enum class Side : int;
+}
+
 /// Places the items of a form and tells which item the navigation keys lead to. Rectangles are in
 /// form coordinates: pixels from the left top corner of the form, whatever is scrolled. A manager
 /// keeps nothing of a form and may be copied.
@@ -49,12 +53,10 @@ protected:
     static CSize measured(DataEntryCtl* form, CDC* dc, int item, CSize preset);
 
 private:
-    using Closest = int (DataEntryLayoutMgr::*)(DataEntryCtl*, int);
-
     static constexpr std::uint8_t cHorizontal = 1;
     static constexpr std::uint8_t cVertical = 2;
 
-    int end_of_row(DataEntryCtl* form, int item, Closest next, int direction);
+    int end_of_row(DataEntryCtl* form, int item, tessalink::Side side);
 
     std::uint8_t m_flags;
 };

@@ -12,9 +12,9 @@ CEdit* FloatDataEntryUI::create_edit_box() {
     return new FloatEditCtl(*this, m_decimals, m_allowNegative);
 }
 
-CString FloatDataEntryUI::text_value(DataEntryItem& item) const {
-    const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item);
-    if (number == nullptr || item.IsNull() != 0) return {};
+CString FloatDataEntryUI::get_curr_item_text_value() {
+    const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, m_item);
+    if (number == nullptr || number->IsNull() != 0) return {};
     return tessalink::withLocalPoint(
         tessalink::formatDouble(number->GetValue(), 0, std::max(m_decimals, 0)));
 }

@@ -14,7 +14,7 @@ public:
 
 protected:
     CEdit* create_edit_box() override;
-    CString text_value(DataEntryItem& item) const override;
+    CString get_curr_item_text_value() override;
     void store_text(const CString& text, DataEntryItem& item) override;
 
 private:

@@ -90,9 +90,7 @@ int GridLayoutMgr::on_across(int item, const Lines& lines, int itemCount) const 
     const int line = item / lines.length;
     const int cell = item % lines.length;
     const std::int64_t next = (std::int64_t{line} + 1) * lines.length + cell;
-    // Filled across, lines that have no items don't count as they do filled down.
-    const bool isInside = next < itemCount && (m_fillDown == 0 || line + 1 != lines.count);
-    if (isInside) return static_cast<int>(next);
+    if (next < itemCount) return static_cast<int>(next);
     const bool stays = cell + 1 >= lines.length || (m_fillDown != 0 && cell + 1 >= itemCount);
     return stays ? item : cell + 1;
 }

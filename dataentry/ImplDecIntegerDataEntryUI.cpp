@@ -18,9 +18,9 @@ CEdit* ImplDecIntegerDataEntryUI::create_edit_box() {
     return new FloatEditCtl(*this, m_decimals, m_allowNegative);
 }
 
-CString ImplDecIntegerDataEntryUI::text_value(DataEntryItem& item) const {
-    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item);
-    if (number == nullptr || item.IsNull() != 0) return {};
+CString ImplDecIntegerDataEntryUI::get_curr_item_text_value() {
+    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, m_item);
+    if (number == nullptr || number->IsNull() != 0) return {};
     if (m_decimals <= 0) return tessalink::formatInt(number->GetValue(), 0, -1);
     return tessalink::withLocalPoint(
         tessalink::formatDouble(number->GetValue() / m_multiplier, 0, m_decimals));

@@ -4,9 +4,9 @@
 
 IMPLEMENT_DYNAMIC(IntegerDataEntryUI, TextDataEntryUI)
 
-CString IntegerDataEntryUI::text_value(DataEntryItem& item) const {
-    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item);
-    if (number == nullptr || item.IsNull() != 0) return {};
+CString IntegerDataEntryUI::get_curr_item_text_value() {
+    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, m_item);
+    if (number == nullptr || number->IsNull() != 0) return {};
     return tessalink::formatInt(number->GetValue(), 0, -1);
 }
 

@@ -13,6 +13,6 @@ public:
 
 protected:
     DWORD extra_edit_style() const override { return ES_NUMBER; }
-    CString text_value(DataEntryItem& item) const override;
+    CString get_curr_item_text_value() override;
     void store_text(const CString& text, DataEntryItem& item) override;
 };

@@ -58,11 +58,6 @@ void SimpleTextEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
     CEdit::OnChar(ch, repeat, flags);
 }
 
-void SimpleTextEditCtl::OnKillFocus(CWnd* next) {
-    CEdit::OnKillFocus(next);
-    m_interface.OnEditKillFocus();
-}
-
 BOOL SimpleTextEditCtl::OnMouseWheel(UINT flags, short delta, CPoint point) {
     return m_interface.OnMouseWheel(flags, delta, point);
 }

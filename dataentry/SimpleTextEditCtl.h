@@ -15,7 +15,6 @@ public:
     UINT OnGetDlgCode() override;
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
-    void OnKillFocus(CWnd* next) override;
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
     /// It is called by the label of its item.
     tessalink::AccessibleElement Accessible() const override;

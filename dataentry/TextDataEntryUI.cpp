@@ -1,6 +1,7 @@
 #include "dataentry/TextDataEntryUI.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -59,6 +60,26 @@ std::vector<std::string_view> linesOf(const CDC& dc, std::string_view text, int 
     return lines;
 }
 
+/// A line as it is shown in a width: with a mark at its end when it is too wide or, as `goesOn`
+/// says, more lines follow than there is room for. Lines that were broken to the width are not too
+/// wide, whatever blanks they end with.
+std::string cutOff(const CDC& dc, std::string_view line, int width, bool goesOn, bool isBroken) {
+    constexpr char cMore = '\x85';
+    const bool isTooWide = !isBroken && widthOf(dc, line) > width;
+    if (!isTooWide && !goesOn) return std::string(line);
+    const int room = width - widthOf(dc, std::string_view(&cMore, 1));
+    std::size_t fits = 0;
+    for (std::size_t end = line.size(); fits < end;) {
+        const std::size_t middle = (fits + end + 1) / 2;
+        if (widthOf(dc, line.substr(0, middle)) <= room) {
+            fits = middle;
+        } else {
+            end = middle - 1;
+        }
+    }
+    return std::string(line.substr(0, fits)) + cMore;
+}
+
 /// Whether a commit is under way anywhere in the process.
 bool isCommitting = false;
 
@@ -84,10 +105,12 @@ private:
     tessalink::WindowGuard m_alive;
 };
 
-/// A change that is taken back must bring back every digit, not only what is shown.
+/// An item's old text brings back its value, but not the digits that are not shown. Those of the
+/// library's own items are kept besides.
 class TextDataEntryUI::KeptValue {
 public:
-    explicit KeptValue(DataEntryItem& item) : m_item(item), m_isNull(item.IsNull()) {
+    KeptValue(TextDataEntryUI& interface, DataEntryItem& item, const CString& text)
+        : m_interface(interface), m_item(item), m_isNull(item.IsNull()), m_text(text) {
         if (const auto* whole = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item)) {
             m_value = whole->GetValue();
         } else if (const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {
@@ -98,6 +121,11 @@ public:
     }
 
     void Restore() const {
+        if (m_isNull != 0) {
+            m_item.SetNull(1);
+        } else {
+            m_interface.set_item_text_value(m_text, &m_item);
+        }
         if (const int* whole = std::get_if<int>(&m_value)) {
             static_cast<IntegerDataEntryItem&>(m_item).SetValue(*whole);
         } else if (const double* number = std::get_if<double>(&m_value)) {
@@ -110,8 +138,10 @@ public:
     }
 
 private:
+    TextDataEntryUI& m_interface;
     DataEntryItem& m_item;
     int m_isNull;
+    CString m_text;
     std::variant<std::monostate, int, double, CString> m_value;
 };
 
@@ -199,6 +229,7 @@ void TextDataEntryUI::update_edit_box() {
     if (m_item == nullptr || m_edit->GetSafeHwnd() == nullptr) return;
     m_loaded = get_curr_item_text_value();
     m_edit->SetWindowText(m_loaded);
+    m_edit->GetWindowText(m_shown);
     // All is selected, so that typing replaces it.
     m_edit->SetSel(0, -1);
     m_edit->ScrollCaret();
@@ -212,10 +243,8 @@ void TextDataEntryUI::remove_edit_box() {
 void TextDataEntryUI::ShowValue() {
     if (m_editIsShown) {
         m_edit->SetReadOnly(m_item->IsReadOnly());
-        CString typed;
-        m_edit->GetWindowText(typed);
         // What is being typed stays as long as the value does.
-        if (typed == m_loaded || m_loaded != get_curr_item_text_value()) update_edit_box();
+        if (is_as_loaded() || m_loaded != get_curr_item_text_value()) update_edit_box();
         m_edit->Invalidate(1);
     }
     Invalidate(1);
@@ -223,6 +252,7 @@ void TextDataEntryUI::ShowValue() {
 
 void TextDataEntryUI::Detach(int repaint) {
     if (m_item != nullptr && m_focused) remove_edit_box();
+    m_wasRefused = false;
     ColoredItemUI::Detach(repaint);
 }
 
@@ -242,13 +272,27 @@ void TextDataEntryUI::OnSize(UINT type, int width, int height) {
     if (m_editIsShown) m_edit->MoveWindow(edit_rect(CRect(0, 0, width, height)));
 }
 
-void TextDataEntryUI::OnEditKillFocus() {
-    if (!m_editIsShown || m_item == nullptr) return;
+BOOL TextDataEntryUI::OnCommand(WPARAM wParam, LPARAM lParam) {
+    const bool isLeft = LOWORD(wParam) == cEditId && HIWORD(wParam) == EN_KILLFOCUS;
+    if (!isLeft) return ColoredItemUI::OnCommand(wParam, lParam);
+    if (m_editIsShown && m_item != nullptr) edit_left();
+    return 1;
+}
+
+void TextDataEntryUI::edit_left() {
     m_leftInCommit = isCommitting;
     if (isCommitting) return;
     const tessalink::WindowGuard alive(*this);
-    const int kept = update_curr_from_edit();
-    if (alive && kept != 0) leave_if_unfocused(GetFocus());
+    const bool isKept = update_curr_from_edit() != 0;
+    if (!alive) return;
+    m_wasRefused = !isKept;
+    if (isKept) leave_if_unfocused(GetFocus());
+}
+
+bool TextDataEntryUI::is_as_loaded() const {
+    CString typed;
+    m_edit->GetWindowText(typed);
+    return typed == m_shown;
 }
 
 void TextDataEntryUI::OnEditKey(UINT key, UINT repeat, UINT flags) {
@@ -274,25 +318,33 @@ void TextDataEntryUI::OnCancel() {
 }
 
 void TextDataEntryUI::OnTab() {
-    leave_form();
+    if (m_container != nullptr) m_container->HandleTab();
 }
 
-int TextDataEntryUI::Commit() {
+bool TextDataEntryUI::Commit() {
     // While the parent is told of a change, it may go to another item.
-    return m_editIsShown && !m_isCommitting ? update_curr_from_edit() : 1;
+    return !m_editIsShown || m_isCommitting || update_curr_from_edit() != 0;
+}
+
+bool TextDataEntryUI::CommitEntry() {
+    const bool wasRefused = std::exchange(m_wasRefused, false);
+    return !(wasRefused && m_editIsShown && is_as_loaded()) && Commit();
 }
 
 int TextDataEntryUI::update_curr_from_edit() {
     if (m_item == nullptr || m_item->IsReadOnly() != 0 || !m_editIsShown) return 1;
     if (isCommitting) return 0;
+    m_wasRefused = false;
     DataEntryItem& item = *m_item;
     const tessalink::WindowGuard alive(*this);
     {
         const CommitScope scope(*this);
         CString typed;
         m_edit->GetWindowText(typed);
-        if (typed == get_curr_item_text_value()) return 1;
-        const KeptValue before(item);
+        const CString now = get_curr_item_text_value();
+        // A field may show a text otherwise than it was given it: that is no change.
+        if (typed == now || (typed == m_shown && now == m_loaded)) return 1;
+        const KeptValue before(*this, item, now);
         set_item_text_value(typed, &item);
         const int accepted = OnDataChanging();
         if (!alive) return 0;
@@ -313,9 +365,14 @@ int TextDataEntryUI::update_curr_from_edit() {
 
 // Values.
 
-CString TextDataEntryUI::text_value(DataEntryItem& item) const {
-    const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, &item);
-    return text == nullptr || item.IsNull() != 0 ? CString() : text->GetValue();
+CString TextDataEntryUI::get_curr_item_text_value() {
+    const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, m_item);
+    return text == nullptr || text->IsNull() != 0 ? CString() : text->GetValue();
+}
+
+CString TextDataEntryUI::text_of(DataEntryItem& item) {
+    const StandIn standIn(*this, item);
+    return get_curr_item_text_value();
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): hosts override this signature
@@ -340,8 +397,8 @@ tessalink::AccessibleRole TextDataEntryUI::Role() const {
     return tessalink::AccessibleRole::EditableText;
 }
 
-CString TextDataEntryUI::ValueText(DataEntryItem* item) const {
-    return text_value(*item);
+CString TextDataEntryUI::ValueText(DataEntryItem* item) {
+    return text_of(*item);
 }
 
 // Drawing.
@@ -355,7 +412,7 @@ void TextDataEntryUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place
     draw_value(dc, item, place);
 }
 
-void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& place) const {
+void TextDataEntryUI::draw_value(CDC& dc, const DataEntryItem& item, const CRect& place) {
     const CRect area(place.left + m_labelWidth, place.top, place.right, place.bottom);
     dc.SelectObject(&m_normalFont);
     dc.SetTextColor(value_color(item));
@@ -363,20 +420,28 @@ void TextDataEntryUI::draw_value(CDC& dc, DataEntryItem& item, const CRect& plac
     dc.SetTextAlign(TA_LEFT | TA_TOP);
     dc.ExtTextOut(area.left, area.top, ETO_OPAQUE, &area, "", 0, nullptr);
     const CRect box = edit_rect(place);
-    CString text = text_value(item);
+    CString text = get_curr_item_text_value();
     draw_field_frame(dc, item, box, text.IsEmpty() ? box.top + m_lineHeight + 1 : cNoLine);
     if (m_lines <= 1) {
         text.Replace("\r\n", " ");
         text.Replace('\n', ' ');
     }
+    draw_lines(dc, text, box);
+}
+
+void TextDataEntryUI::draw_lines(CDC& dc, const CString& text, const CRect& box) const {
     CRect inside = box;
     inside.DeflateRect(1, 1);
-    const int width = m_lines > 1 ? box.Width() - 2 * cEditMargin : cUnbroken;
-    int y = box.top + cEditMargin;
-    for (const std::string_view line : linesOf(dc, text.View(), width)) {
-        if (y >= inside.bottom) return;
-        dc.ExtTextOut(box.left + cEditMargin, y, ETO_CLIPPED, &inside, line.data(),
-                      static_cast<UINT>(line.size()), nullptr);
-        y += m_lineHeight;
+    const CPoint start(box.left + cEditMargin, box.top + cEditMargin);
+    const int broken = box.Width() - 2 * cEditMargin;
+    const int width = m_lines > 1 ? broken : inside.right - start.x;
+    const auto lines = linesOf(dc, text.View(), m_lines > 1 ? broken : cUnbroken);
+    const int fitting = std::max<int>((inside.bottom - start.y) / m_lineHeight, 1);
+    const auto count = std::min(lines.size(), static_cast<std::size_t>(fitting));
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool goesOn = i + 1 == count && count < lines.size();
+        const std::string line = cutOff(dc, lines[i], width, goesOn, m_lines > 1);
+        dc.ExtTextOut(start.x, start.y + static_cast<int>(i) * m_lineHeight, ETO_CLIPPED, &inside,
+                      line.data(), static_cast<UINT>(line.size()), nullptr);
     }
 }

@@ -26,16 +26,18 @@ public:
 
     void OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) override;
     void Detach(int repaint) override;
-    int Commit() override;
+    bool Commit() override;
+    bool CommitEntry() override;
     void ShowValue() override;
     tessalink::AccessibleRole Role() const override;
-    CString ValueText(DataEntryItem* item) const override;
+    CString ValueText(DataEntryItem* item) override;
 
     /// Shows the item's value again, and drops what was typed.
     virtual void OnCancel();
     /// Keeps what was typed and goes to the next item.
     virtual void OnReturn();
-    /// Leaves the form.
+    /// Leaves the form, or goes to the next item of one in which Tab moves
+    /// (DataEntryCtl::TabMoves).
     virtual void OnTab();
 
     int OnCreate(CREATESTRUCT* create) override;
@@ -43,8 +45,8 @@ public:
     /// The edit box has the colours of the focus; of a read-only item, that of its text.
     void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnSize(UINT type, int width, int height) override;
-    /// The edit box has lost the focus.
-    void OnEditKillFocus();
+    /// Keeps what was typed when the edit box has lost the focus, whatever its class is.
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     /// A key of the edit box that the form may use.
     void OnEditKey(UINT key, UINT repeat, UINT flags);
 
@@ -53,20 +55,23 @@ protected:
     virtual void initialize(CDC* dc);
     /// Puts the edit box over the value and gives it the focus.
     virtual void display_edit_box();
-    /// The attached item's value as text.
-    virtual CString get_curr_item_text_value() { return text_value(*m_item); }
-    /// Stores a text as the value of an item.
+    /// The attached item's value as text; empty when it has none. What is drawn comes from here,
+    /// too: the interface stands in for each item then.
+    virtual CString get_curr_item_text_value();
+    /// Stores a text as the value of an item: blanks alone make it null.
     virtual void set_item_text_value(CString text, DataEntryItem* item);
+    /// Loads the value into the edit box, all of it selected.
     virtual void update_edit_box();
     /// Keeps what was typed; 0 when that was refused or is being done already.
     virtual int update_curr_from_edit();
     virtual void remove_edit_box();
-    /// A new edit box, not yet a window.
+    /// A new edit box, not yet a window. The keys that lead out of it are those of
+    /// SimpleTextEditCtl; a box of another class keeps what is typed when the focus leaves it.
     virtual CEdit* create_edit_box();
     virtual void create_edit_wnd();
 
-    /// The value of an item as text; empty when it has none.
-    virtual CString text_value(DataEntryItem& item) const;
+    /// The value of any item as text.
+    CString text_of(DataEntryItem& item);
     /// Stores a text that is more than blanks; those around it are still there.
     virtual void store_text(const CString& text, DataEntryItem& item);
     /// Style bits of the edit box besides those of its kind.
@@ -83,8 +88,11 @@ private:
     /// Everything of an item that a refused change must bring back.
     class KeptValue;
 
+    bool is_as_loaded() const;
+    void edit_left();
     void leave_if_unfocused(CWnd* focus);
-    void draw_value(CDC& dc, DataEntryItem& item, const CRect& place) const;
+    void draw_value(CDC& dc, const DataEntryItem& item, const CRect& place);
+    void draw_lines(CDC& dc, const CString& text, const CRect& box) const;
 
     int m_labelPixels;
     int m_maxChars;
@@ -93,7 +101,9 @@ private:
     bool m_initialised = false;
     bool m_isCommitting = false;
     bool m_leftInCommit = false;  ///< the focus went while the parent was asked
-    CString m_loaded;             ///< what the edit box was given last
+    bool m_wasRefused = false;    ///< what was typed, when the focus left last
+    CString m_loaded;             ///< what the edit box was given last,
+    CString m_shown;              ///< and what it made of it
     int m_labelWidth = 0;
     int m_editWidth = 0;
     int m_editHeight = 0;

@@ -21,17 +21,16 @@ CEdit* TimeDataEntryUI::create_edit_box() {
     return new TimeEditCtl(*this, m_shortFormat);
 }
 
-CString TimeDataEntryUI::text_value(DataEntryItem& item) const {
-    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item);
-    if (number == nullptr || item.IsNull() != 0) return Time::GetBlankFormatStr(m_shortFormat);
+CString TimeDataEntryUI::get_curr_item_text_value() {
+    const auto* number = DYNAMIC_DOWNCAST(IntegerDataEntryItem, m_item);
+    if (number == nullptr || number->IsNull() != 0) return Time::GetBlankFormatStr(m_shortFormat);
     const auto value = static_cast<std::uint32_t>(number->GetValue());
     const Time time(static_cast<unsigned long>(m_shortFormat != 0 ? value * cSeconds : value));
-    return time.IsValid() != 0 ? time.GetAsStr(m_shortFormat)
-                               : Time::GetBlankFormatStr(m_shortFormat);
+    return time.GetAsStr(m_shortFormat);
 }
 
-CString TimeDataEntryUI::ValueText(DataEntryItem* item) const {
-    return item->IsNull() != 0 ? CString() : text_value(*item);
+CString TimeDataEntryUI::ValueText(DataEntryItem* item) {
+    return item->IsNull() != 0 ? CString() : text_of(*item);
 }
 
 void TimeDataEntryUI::store_text(const CString& text, DataEntryItem& item) {

@@ -3,18 +3,19 @@
 #include "dataentry/TextDataEntryUI.h"
 
 /// Shows and edits times of day, in the user's format. The item's number is HHMMSS, or HHMM in the
-/// short format, which has no seconds. What is no time makes the item null.
+/// short format, which has no seconds. A text that is no time makes the item null; a number that is
+/// none shows an empty text.
 class TESSALINK_API TimeDataEntryUI : public TextDataEntryUI {
     DECLARE_DYNAMIC(TimeDataEntryUI)
 
 public:
     explicit TimeDataEntryUI(int labelWidth = 0, int shortFormat = 1);
 
-    CString ValueText(DataEntryItem* item) const override;
+    CString ValueText(DataEntryItem* item) override;
 
 protected:
     CEdit* create_edit_box() override;
-    CString text_value(DataEntryItem& item) const override;
+    CString get_curr_item_text_value() override;
     void store_text(const CString& text, DataEntryItem& item) override;
 
 private:

@@ -11,6 +11,12 @@ namespace {
 constexpr char cPlace = '_';
 constexpr UINT cBackspace = 8;
 constexpr UINT cFirstPrintable = 32;
+constexpr int cLastHour = 23;
+constexpr int cLastMinute = 59;
+
+bool isDigit(char ch) {
+    return ch >= '0' && ch <= '9';
+}
 
 char lowered(char ch) {
     return CString(ch).MakeLower()[0];
@@ -31,14 +37,7 @@ int TimeEditCtl::place_from(int from) const {
 }
 
 bool TimeEditCtl::Key(char ch, CString& text, int& caret) const {
-    if ((ch >= '0' && ch <= '9') || ch == ' ') {
-        const int place = place_from(caret);
-        if (place < 0) return false;
-        text.SetAt(place, ch == ' ' ? cPlace : ch);
-        const int next = place_from(place + 1);
-        caret = next < 0 ? place + 1 : next;
-        return true;
-    }
+    if (isDigit(ch) || ch == ' ') return key_digit(ch, text, caret);
     const CString separator = Time::GetTimeSep();
     if (!separator.IsEmpty() && ch == separator[0]) {
         // The separator that was just gone over may be keyed all the same.
@@ -51,6 +50,25 @@ bool TimeEditCtl::Key(char ch, CString& text, int& caret) const {
         return true;
     }
     return key_indicator(ch, text, caret);
+}
+
+bool TimeEditCtl::key_digit(char ch, CString& text, int& caret) const {
+    const int place = place_from(caret);
+    if (place < 0) return false;
+    // A field has two places.
+    const bool isFirst = place_from(place + 1) == place + 1;
+    const int first = isFirst ? place : place - 1;
+    const char tens = isFirst ? ch : text[first];
+    const char ones = isFirst ? text[first + 1] : ch;
+    const int most = first == Time::GetHourPos() ? cLastHour : cLastMinute;
+    if (isDigit(tens) && isDigit(ones) && 10 * (tens - '0') + ones - '0' > most) {
+        if (!isFirst) return false;
+        text.SetAt(first + 1, cPlace);
+    }
+    text.SetAt(place, ch == ' ' ? cPlace : ch);
+    const int next = place_from(place + 1);
+    caret = next < 0 ? place + 1 : next;
+    return true;
 }
 
 bool TimeEditCtl::key_indicator(char ch, CString& text, int& caret) const {

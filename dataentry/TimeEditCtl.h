@@ -5,7 +5,8 @@
 /// An edit box for a time of day in the user's format: a pattern of fixed width whose places are
 /// overwritten one by one. A digit goes to the next place for one; a separator goes on to the next
 /// field; a letter that begins the indicator of morning or afternoon writes it; a blank clears a
-/// place. Everything else is refused with a beep.
+/// place. Everything else is refused with a beep, and so is a second digit that makes an hour above
+/// 23, or a minute or second above 59. A first digit that would clears the second.
 class TESSALINK_API TimeEditCtl : public SimpleTextEditCtl {
 public:
     TimeEditCtl(TextDataEntryUI& interface, int shortFormat);
@@ -24,6 +25,7 @@ public:
 private:
     /// The place for a digit at `from` or after it, or -1.
     int place_from(int from) const;
+    bool key_digit(char ch, CString& text, int& caret) const;
     bool key_indicator(char ch, CString& text, int& caret) const;
     /// Clears the places of a part of the text.
     void clear(CString& text, int start, int end) const;

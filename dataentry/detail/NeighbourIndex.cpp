@@ -27,6 +27,11 @@ std::int64_t along(const SideRule& rule, LONG edge) {
     return std::int64_t{rule.direction} * edge;
 }
 
+/// How far a rectangle's middle lies that way, doubled.
+std::int64_t reach(const SideRule& rule, const CRect& rect) {
+    return along(rule, rect.*rule.own) + along(rule, rect.*rule.other);
+}
+
 /// The centre across the direction.
 std::int64_t centre(const SideRule& rule, const CRect& rect) {
     return rule.isVertical ? std::int64_t{rect.left} + (rect.Width() >> 1)
@@ -96,7 +101,7 @@ std::vector<int> NeighbourIndex::Touching(const std::vector<CRect>& rects, const
     return found;
 }
 
-int NeighbourIndex::Closest(const std::vector<CRect>& rects, int index, Side side) {
+int NeighbourIndex::Closest(const std::vector<CRect>& rects, int index, Side side, bool isFarther) {
     const SideRule& rule = cRules[static_cast<std::size_t>(side)];
     const Order& all = order(rects, side);
     const CRect& own = rects[static_cast<std::size_t>(index)];
@@ -111,10 +116,9 @@ int NeighbourIndex::Closest(const std::vector<CRect>& rects, int index, Side sid
     for (; next != all.end(); ++next) {
         const std::int64_t gap = edge(*next) - start;
         if (gap > best) break;
-        if (*next == index) continue;
-        const std::int64_t score =
-            gap +
-            std::abs(centre(rule, rects[static_cast<std::size_t>(*next)]) - centre(rule, own));
+        const CRect& rect = rects[static_cast<std::size_t>(*next)];
+        if (*next == index || (isFarther && reach(rule, rect) <= reach(rule, own))) continue;
+        const std::int64_t score = gap + std::abs(centre(rule, rect) - centre(rule, own));
         if (score < best || (score == best && *next < found)) {
             best = score;
             found = *next;

@@ -19,8 +19,9 @@ public:
     void Forget();
     /// The nearest rectangle on one side of rectangle `index`: of those beyond its edge the one
     /// with the least sum of the gap and the distance of the centres across; the lowest index of
-    /// several. -1 when there is none.
-    int Closest(const std::vector<CRect>& rects, int index, Side side);
+    /// several. -1 when there is none. With `isFarther` those alone count whose middle lies farther
+    /// out: next to a rectangle without width, others may be at the same place.
+    int Closest(const std::vector<CRect>& rects, int index, Side side, bool isFarther);
     /// The rectangles that overlap an area, by ascending index.
     std::vector<int> Touching(const std::vector<CRect>& rects, const CRect& area);
 

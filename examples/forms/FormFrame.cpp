@@ -15,6 +15,7 @@ namespace {
 
 constexpr UINT cFormId = 1;
 constexpr UINT cLogId = 2;
+constexpr UINT cReasonId = 3;
 constexpr int cLabelWidth = 130;
 constexpr double cMaxSchooling = 30;
 constexpr int cLogWidth = 260;
@@ -81,8 +82,37 @@ void LogWindow::OnPaint() {
     }
 }
 
+void ReasonWindow::Show(const CString& text, const CRect& field) {
+    constexpr int cMargin = 4;
+    SetWindowText(text);
+    CSize size;
+    {
+        const CClientDC dc(this);
+        size = dc.GetTextExtent(text);
+    }
+    const int top = field.CenterPoint().y - size.cy / 2 - cMargin / 2;
+    MoveWindow(
+        CRect(CPoint(field.right + cMargin, top), CSize(size.cx + 2 * cMargin, size.cy + cMargin)));
+    ShowWindow(SW_SHOW);
+    BringWindowToTop();
+    Invalidate();
+}
+
+void ReasonWindow::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    CString text;
+    GetWindowText(text);
+    dc.FillSolidRect(&client, GetSysColor(COLOR_INFOBK));
+    dc.SetTextColor(GetSysColor(COLOR_INFOTEXT));
+    dc.SetBkMode(TRANSPARENT);
+    dc.DrawText(text, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
 FormFrame::FormFrame(Layout layout) : m_form(makeLayout(layout)) {
     add_items();
+    m_form.TabMoves(true);
 }
 
 FormFrame::~FormFrame() {
@@ -120,6 +150,7 @@ int FormFrame::OnCreate(CREATESTRUCT* create) {
     if (CFrameWnd::OnCreate(create) != 0) return -1;
     m_form.Create(CRect(), cFormId, this);
     m_log.Create(nullptr, "", WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(), this, cLogId);
+    m_reason.Create(nullptr, "", WS_CHILD, CRect(), this, cReasonId);
     place();
     return 0;
 }
@@ -137,14 +168,29 @@ void FormFrame::OnSize(UINT type, int width, int height) {
     place();
 }
 
+void FormFrame::refuse(const DATAENTRYCTL_NOTIFICATION& notification, const CString& reason) {
+    m_log.Add("refused: " + reason);
+    MessageBeep(MB_ICONHAND);
+    m_refusedItem = notification.itemIndex;
+    const CWnd* box = m_form.GetItemUI(m_refusedItem)->GetDlgItem(TextDataEntryUI::cEditId);
+    CRect field;
+    box->GetWindowRect(&field);
+    CPoint corner = field.TopLeft();
+    ScreenToClient(&corner);
+    m_reason.Show(reason, CRect(corner, field.Size()));
+    m_form.NotifyAccessible(tessalink::AccessibleEvent::Announcement, m_refusedItem, reason);
+}
+
 BOOL FormFrame::OnNotify(WPARAM, LPARAM lParam, LRESULT* result) {
     const auto& notification = *reinterpret_cast<DATAENTRYCTL_NOTIFICATION*>(lParam);
     m_log.Add(lineOf(notification));
-    if (notification.hdr.code != DATAENTRY_CHANGING) return 1;
+    const int code = notification.hdr.code;
     const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, notification.item);
-    if (number != nullptr && number->GetValue() > cMaxSchooling) {
-        m_log.Add("refused: more than 30 years");
+    if (code == DATAENTRY_CHANGING && number != nullptr && number->GetValue() > cMaxSchooling) {
+        refuse(notification, "more than 30 years");
         *result = 1;
+    } else if (code == DATAENTRY_CHANGED || notification.itemIndex != m_refusedItem) {
+        m_reason.ShowWindow(SW_HIDE);
     }
     return 1;
 }

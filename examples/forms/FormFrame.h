@@ -23,8 +23,16 @@ private:
     std::deque<CString> m_lines;
 };
 
+/// Says beside a field why its value was refused.
+class ReasonWindow : public CWnd {
+public:
+    /// Shows the text to the right of a field, which lies in the parent of this window.
+    void Show(const CString& text, const CRect& field);
+    void OnPaint() override;
+};
+
 /// A form for demographic data on the left; on the right what it tells its parent. The frame
-/// refuses more than 30 years of schooling.
+/// refuses more than 30 years of schooling, with a sound, and says why beside the field.
 class FormFrame : public CFrameWnd {
 public:
     explicit FormFrame(Layout layout);
@@ -40,9 +48,12 @@ public:
 private:
     void add_items();
     void place();
+    void refuse(const DATAENTRYCTL_NOTIFICATION& notification, const CString& reason);
 
     DataEntryCtl m_form;
     LogWindow m_log;
+    ReasonWindow m_reason;
+    int m_refusedItem = -1;
 };
 
 /// A line for a notification: "changed: Name".

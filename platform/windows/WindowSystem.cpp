@@ -252,6 +252,25 @@ void paintWindow(CWnd& window, DrawingDevice& device, const Region& area, CPoint
     window.SendMessage(WM_PAINT);
 }
 
+void paintWithin(CWnd& window, const CWnd& outer, const CRect& place, const CRect& area) {
+    WindowCore* core = WindowCore::Of(window);
+    const WindowCore* around = WindowCore::Of(outer);
+    CRect shown;
+    if (core == nullptr || around == nullptr || around->paintDevice == nullptr ||
+        shown.IntersectRect(&area, &place) == 0) {
+        return;
+    }
+    shown.OffsetRect(-place.left, -place.top);
+    const CRect rect = std::exchange(core->rect, place);
+    const Region update = core->update;
+    const WindowGuard alive(window);
+    const CPoint origin = around->paintOrigin + CSize(place.left, place.top);
+    paintWindow(window, *around->paintDevice, Region(shown), origin);
+    if (!alive || WindowCore::Of(window) != core) return;
+    core->rect = rect;
+    core->update = update;
+}
+
 void windowMoved(CWnd& window, const CRect& rect) {
     WindowCore* core = WindowCore::Of(window);
     if (core == nullptr) return;

@@ -135,6 +135,10 @@ TESSALINK_API void focusMoved(CWnd* window);
 /// The window paints an area of its client area on a device, where that lies at the origin.
 TESSALINK_API void paintWindow(CWnd& window, DrawingDevice& device, const Region& area,
                                CPoint origin = {});
+/// While `outer` paints itself: has a window paint an area of it as if it stood at `place` there,
+/// whatever its own place and size are. Both are in `outer`'s client area.
+TESSALINK_API void paintWithin(CWnd& window, const CWnd& outer, const CRect& place,
+                               const CRect& area);
 /// The window has another size or place, or is gone, without a call of ours.
 TESSALINK_API void windowMoved(CWnd& window, const CRect& rect);
 TESSALINK_API void windowLost(CWnd& window);

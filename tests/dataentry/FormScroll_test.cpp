@@ -378,6 +378,26 @@ TEST(FormLife, AParentMayGoToAnotherItemWhileItIsTold) {
     }
 }
 
+TEST(FormLife, TabInAFormThatIsAloneStaysInIt) {
+    for (const bool moves : {false, true}) {
+        Typing typing;
+        typing.form->TabMoves(moves);
+        for (const char* text : {"6", "7", "8"}) {
+            windows().PressKey(VK_TAB);
+            windows().Type(text);
+        }
+        const int items[] = {5, 6, 7};
+        for (int i = 0; i < 3; ++i) {
+            const auto& item = static_cast<IntegerDataEntryItem&>(*typing.form->GetItem(i));
+            EXPECT_EQ(item.GetValue(), moves ? items[i] : i == 0 ? 7 : 0) << i;
+        }
+        CString box;
+        CWnd::GetFocus()->GetWindowText(box);
+        EXPECT_STREQ(box, "8");
+        EXPECT_EQ(typing.form->GetCurrItemIdx(), 0) << "after the last item follows the first";
+    }
+}
+
 TEST(FormLife, WhatIsTypedStaysAsLongAsTheValue) {
     Typing typing;
     const auto box = [] {

@@ -64,11 +64,13 @@ TEST(TimeEditCtl, OverwritesPlaceByPlace) {
         const char* keys;
         const char* text;
         const char* refused;
-    } const cases[] = {{true, 1, "1405", "14:05", ""},      {true, 1, "14:05", "14:05", ""},
-                       {true, 0, "7:", "7_:__:__", ""},     {true, 1, "1x4a5", "14:5_", "xa"},
-                       {true, 1, "12345", "12:34", "5"},    {true, 1, "1 2", "1_:2_", ""},
-                       {false, 1, "0230p", "02:30 PM", ""}, {false, 1, "a0115", "01:15 AM", ""},
-                       {false, 1, "0115pa", "01:15 AM", ""}};
+    } const cases[] = {
+        {true, 1, "1405", "14:05", ""},      {true, 1, "14:05", "14:05", ""},
+        {true, 0, "7:", "7_:__:__", ""},     {true, 1, "1x4a5", "14:5_", "xa"},
+        {true, 1, "12345", "12:34", "5"},    {true, 1, "1 2", "1_:2_", ""},
+        {true, 1, "905", "9_:__", "05"},     {true, 0, "24605:78", "20:5_:7_", "468"},
+        {false, 1, "0230p", "02:30 PM", ""}, {false, 1, "a0115", "01:15 AM", ""},
+        {false, 1, "0115pa", "01:15 AM", ""}};
     for (const auto& c : cases) {
         const HostServicesScope scope(c.is24Hour ? LocaleValues{} : twelveHours);
         TextDataEntryUI ui;
@@ -288,29 +290,75 @@ TEST(ItemUI, ABoxIsShortenedWhateverItHas) {
     }
 }
 
-TEST(ItemUI, ATextIsDrawnInTheLinesThatItsBoxHas) {
+// The values that a form with one item twice, of which none is current, draws.
+std::vector<std::string> drawnBy(DataEntryItemUI* ui, const std::function<DataEntryItem*()>& make) {
+    FormHost host;
+    DataEntryCtl form(new SingleColLayoutMgr);
+    for (int i = 0; i < 2; ++i) form.AddItem(make(), ui);
+    form.Create(CRect(0, 0, 500, 300), 1, &host);
+    tessalink::RecordingDevice device;
+    windows().PaintAll(form, device);
+    std::vector<std::string> drawn;
+    for (const auto& primitive : device.Primitives()) {
+        const bool isValue = primitive.kind == tessalink::Primitive::Kind::Text &&
+                             !primitive.text.empty() && primitive.text != "t";
+        if (isValue) drawn.push_back(primitive.text);
+    }
+    return drawn;
+}
+
+TEST(ItemUI, ATextIsDrawnInTheLinesThatItsBoxHasAndAMarkWhereMoreFollows) {
     struct {
         int lines;
+        const char* text;
         std::vector<std::string> drawn;
-    } const cases[] = {{0, {"one two", "one two"}},
-                       {1, {"one two", "one two"}},
-                       {3, {"one", "two", "one", "two"}}};
+    } const cases[] = {{0, "one\r\ntwo", {"one two"}},
+                       {1, "one\r\ntwo", {"one two"}},
+                       {3, "one\r\ntwo", {"one", "two"}},
+                       {2, "one\r\ntwo\r\nthree", {"one", "two\x85"}},
+                       {1, "MMMMMMMMMMMMMMMM", {"MMMMMMMMM\x85"}}};
     for (const auto& c : cases) {
-        FormHost host;
-        DataEntryCtl form(new SingleColLayoutMgr);
-        auto* ui = new TextDataEntryUI(0, 0, c.lines);
-        for (int i = 0; i < 2; ++i) form.AddItem(new TextDataEntryItem("one\r\ntwo", "t"), ui);
-        form.Create(CRect(0, 0, 500, 300), 1, &host);
-        tessalink::RecordingDevice device;
-        windows().PaintAll(form, device);
-        std::vector<std::string> drawn;
-        for (const auto& primitive : device.Primitives()) {
-            const bool isValue = primitive.kind == tessalink::Primitive::Kind::Text &&
-                                 !primitive.text.empty() && primitive.text != "t";
-            if (isValue) drawn.push_back(primitive.text);
-        }
-        EXPECT_EQ(drawn, c.drawn) << c.lines;
+        auto drawn = c.drawn;
+        drawn.insert(drawn.end(), c.drawn.begin(), c.drawn.end());
+        EXPECT_EQ(drawnBy(new TextDataEntryUI(0, 0, c.lines, c.lines == 1 ? 10 : 0),
+                          [&] { return new TextDataEntryItem(c.text, "t"); }),
+                  drawn)
+            << c.text << " in " << c.lines;
     }
+}
+
+// Interfaces as hosts write them.
+struct DozensUI : IntegerDataEntryUI {
+    CString get_curr_item_text_value() override {
+        CString text;
+        text.Format("%d dozen", static_cast<IntegerDataEntryItem*>(GetCurrItem())->GetValue() / 12);
+        return text;
+    }
+};
+
+struct PaintingUI : DataEntryItemUI {
+    void OnMeasureItem(const DataEntryItem*, CDC*, CSize& size) override { size = CSize(90, 30); }
+    void OnPaint() override {
+        CPaintDC dc(this);
+        CRect client;
+        GetClientRect(&client);
+        CString text;
+        text.Format("%s %dx%d", GetCurrItem()->GetLabel().GetString(), client.Width(),
+                    client.Height());
+        dc.TextOut(0, 0, text);
+    }
+};
+
+TEST(ItemUI, InterfacesOfAHostsOwnShowWhatTheyOverride) {
+    EXPECT_EQ(drawnBy(new DozensUI, [] { return new IntegerDataEntryItem(36, "t"); }),
+              (std::vector<std::string>{"3 dozen", "3 dozen"}));
+    DozensUI ui;
+    IntegerDataEntryItem item(24, "t");
+    EXPECT_STREQ(ui.ValueText(&item), "2 dozen");
+    int made = 0;
+    EXPECT_EQ(
+        drawnBy(new PaintingUI, [&] { return new IntegerDataEntryItem(made++ == 0 ? "a" : "b"); }),
+        (std::vector<std::string>{"a 498x30", "b 498x30"}));
 }
 
 TEST(ItemUI, ControlReturnIsALineInALongText) {

@@ -97,7 +97,8 @@ TEST(Layout, NeighboursAreTheNearestOfAll) {
         NeighbourIndex neighbours;
         for (int i = 0; i < static_cast<int>(places.size()); ++i) {
             for (const Side side : {Side::Above, Side::Below, Side::Left, Side::Right}) {
-                ASSERT_EQ(neighbours.Closest(places, i, side), closestOfAll(places, i, side));
+                ASSERT_EQ(neighbours.Closest(places, i, side, false),
+                          closestOfAll(places, i, side));
             }
         }
         const CRect area(CPoint(below(range), below(range)), CSize(1 + below(range), 1 + below(9)));
@@ -213,6 +214,16 @@ TEST(Layout, OtherKeys) {
     HeadlessSystem::Default().HoldKey(VK_CONTROL, false);
     Navigation none(new FlowLayoutMgr(0), 0, {100, 100});
     EXPECT_EQ(none.Press(VK_RIGHT, -1), -99);
+    // Items without width stand at the same place, and each leads to the other.
+    FormHost host;
+    DataEntryCtl row(new FlowLayoutMgr(0));
+    auto* ui = new SizedItemUI({{50, 20}, {0, 20}, {0, 20}, {50, 20}});
+    for (int i = 0; i < 4; ++i) row.AddItem(new IntegerDataEntryItem, ui);
+    row.Create(CRect(0, 0, 200, 100), 1, &host);
+    for (const auto& [key, end] : {std::pair(VK_END, 3), {VK_HOME, 0}}) {
+        row.HandleKeyDown(key, 1, 0);
+        EXPECT_EQ(row.GetCurrItemIdx(), end);
+    }
     // Home and End among items that have no place yet.
     Navigation unplaced(new GridLayoutMgr(0, 0, 0), 5, {100, 100});
     EXPECT_EQ(unplaced.Press(VK_END, 2), 2);

@@ -47,8 +47,6 @@ public:
     void OnMeasureItem(const DataEntryItem* item, CDC*, CSize& size) override {
         size = m_sizes[item->GetIndex() % m_sizes.size()];
     }
-    AccessibleRole Role() const override { return AccessibleRole::EditableText; }
-    CString ValueText(DataEntryItem*) const override { return {}; }
 
 protected:
     void draw_item(CDC&, DataEntryItem&, const CRect&, bool) override {}

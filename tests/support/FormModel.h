@@ -34,7 +34,7 @@ inline std::ostream& operator<<(std::ostream& out, const FormNote& note) {
 
 /// What there is to know about the items of one interface.
 struct FieldKind {
-    enum Type { Text, Lines, Integer, Implied, Float, Time, Checks, Radio };
+    enum Type { Text, Lines, Backward, Integer, Implied, Float, Time, Checks, Radio };
     struct Cell {
         CRect place;
         std::string keys;
@@ -98,9 +98,8 @@ struct FormItem {
         if (kind->type == FieldKind::Time) {
             const int time = kind->isShort ? value * 100 : value;
             const int hour = time / 10000;
-            if (isNull || value < 0 || hour > 23 || time / 100 % 100 > 59 || time % 100 > 59) {
-                return Blank(locale);
-            }
+            if (isNull) return Blank(locale);
+            if (value < 0 || hour > 23 || time / 100 % 100 > 59 || time % 100 > 59) return "";
             const int shown = locale.is24Hour ? hour : hour % 12 == 0 ? 12 : hour % 12;
             std::array<char, 40> buffer{};
             std::snprintf(buffer.data(), buffer.size(),
@@ -117,6 +116,8 @@ struct FormItem {
                                            : Printed(value / Unit(), kind->decimals, locale.point);
             case FieldKind::Float:
                 return Printed(number, kind->decimals, locale.point);
+            case FieldKind::Backward:
+                return {text.rbegin(), text.rend()};
             default:
                 return text;
         }
@@ -129,6 +130,8 @@ struct FormItem {
             value = kind->isShort ? *time / 100 : *time;
         } else if (kind->type == FieldKind::Text || kind->type == FieldKind::Lines) {
             text = typed;
+        } else if (kind->type == FieldKind::Backward) {
+            text.assign(typed.rbegin(), typed.rend());
         } else {
             std::replace(typed.begin(), typed.end(), locale.point, '.');
             number = std::strtod(typed.c_str(), nullptr);
@@ -321,6 +324,7 @@ public:
     int current = 0;
     bool hasFocus = false;
     bool autoAdvance = true;
+    bool tabMoves = false;
     /// The parent's mood.
     bool refusesChanges = false;
     bool refusesClicks = false;
@@ -371,20 +375,35 @@ public:
         for (FormItem& item : items) item.isReadOnly = readOnly;
         Load();
     }
+    /// Whether all that was typed is kept, when a dialog asks.
+    bool CommitEntry() {
+        const bool wasRefused = std::exchange(m_wasRefused, false);
+        const bool isUntouched = ShowsBox() && box.text == Now().Shown(locale);
+        return !(wasRefused && isUntouched) && Commit();
+    }
     // What is still refused goes with the window.
     void Destroy() {
         Leave();
+        m_wasRefused = false;
         hasFocus = m_isAttached = false;
         m_cursor = -1;
     }
 
     // The user.
 
-    void Focus() {
-        if (!hasFocus) TakeFocus(true, false);
+    /// The focus comes by Tab, or by Shift+Tab from behind.
+    void Focus(bool isBack) {
+        if (hasFocus) return;
+        if (tabMoves) {
+            GoTo(isBack ? Count() - 1 : 0);
+            ScrollIntoView();
+        }
+        TakeFocus(true, false);
     }
     void Leave() {
-        if (!hasFocus || !Commit()) return;
+        if (!hasFocus) return;
+        m_wasRefused = !Commit();
+        if (m_wasRefused) return;
         hasFocus = false;
         notes.push_back({NM_KILLFOCUS, -1});
     }
@@ -458,7 +477,7 @@ public:
     }
     void Press(UINT key, bool ctrl, bool shift) {
         if (!hasFocus) return;
-        if (key == VK_TAB) return Leave();
+        if (key == VK_TAB) return Tab(shift);
         if (Now().kind->IsChoice()) {
             const int count = static_cast<int>(Now().kind->cells.size());
             if (ctrl && (key == VK_LEFT || key == VK_RIGHT)) {
@@ -479,8 +498,19 @@ private:
 
     // The current item.
 
+    void Tab(bool isBack) {
+        const int target = current + (isBack ? -1 : 1);
+        if (tabMoves && target >= 0 && target < Count()) {
+            SetCurrent(target);
+        } else {
+            Leave();
+        }
+    }
     void GoTo(int index) {
-        if (index != current) m_cursor = -1;
+        if (index != current) {
+            m_cursor = -1;
+            m_wasRefused = false;
+        }
         current = index;
     }
     void Load() {
@@ -493,7 +523,9 @@ private:
     }
     /// Keeps what was typed; a refusal leaves everything as it was.
     bool Commit() {
-        if (!ShowsBox() || Now().isReadOnly || box.text == Now().Shown(locale)) return true;
+        if (!ShowsBox() || Now().isReadOnly) return true;
+        m_wasRefused = false;
+        if (box.text == Now().Shown(locale)) return true;
         const FormItem before = Now();
         Mine().Store(box.text, locale);
         notes.push_back({1, current});
@@ -563,8 +595,9 @@ private:
         }
         return -1;
     }
-    /// The nearest item on the side that a key points to; -1 without any.
-    int Closest(int from, UINT key) const {
+    /// The nearest item on the side that a key points to; -1 without any. If wanted, only of those
+    /// whose middle lies farther left or right.
+    int Closest(int from, UINT key, bool isFarther = false) const {
         const CRect own = items[static_cast<std::size_t>(from)].place;
         int best = -1;
         LONG least = 0;
@@ -576,6 +609,7 @@ private:
                              : key == VK_LEFT ? own.left - other.right
                                               : other.left - own.right;
             if (i == from || gap < 0) continue;
+            if (isFarther && Reach(i, key) <= Reach(from, key)) continue;
             const LONG aside =
                 isAcross ? (other.top + (other.Height() >> 1)) - (own.top + (own.Height() >> 1))
                          : (other.left + (other.Width() >> 1)) - (own.left + (own.Width() >> 1));
@@ -622,18 +656,18 @@ private:
                 break;
         }
     }
+    LONG Reach(int item, UINT key) const {
+        const CRect place = items[static_cast<std::size_t>(item)].place;
+        return (place.left + place.right) * (key == VK_LEFT ? -1 : 1);
+    }
     int EndOfRow(UINT key) const {
-        // Neighbours without width lead nowhere.
-        const auto reach = [&](int i) {
-            const CRect place = items[static_cast<std::size_t>(i)].place;
-            return (place.left + place.right) * (key == VK_LEFT ? -1 : 1);
-        };
-        int item = current;
-        for (int next = Closest(item, key); next >= 0 && reach(next) > reach(item);
-             next = Closest(item, key)) {
+        for (int item = current;;) {
+            int next = Closest(item, key);
+            // Neighbours without width may lead nowhere: then those that lie farther out count.
+            if (next >= 0 && Reach(next, key) <= Reach(item, key)) next = Closest(item, key, true);
+            if (next < 0) return item;
             item = next;
         }
-        return item;
     }
     int ArrowTarget(UINT key) const {
         if (layout.type == FormLayout::FlowRows && (key == VK_LEFT || key == VK_RIGHT)) {
@@ -663,9 +697,7 @@ private:
             while (target >= Count()) target -= length;
             return target < 0 ? current : target;
         }
-        if ((line + 1) * length + cell < Count() && !(down && line + 1 == lines)) {
-            return (line + 1) * length + cell;
-        }
+        if ((line + 1) * length + cell < Count()) return (line + 1) * length + cell;
         const bool stays = cell + 1 >= length || (down && cell + 1 >= Count());
         return stays ? current : cell + 1;
     }
@@ -765,6 +797,8 @@ private:
     /// Whether the box uses the key itself.
     bool InBox(UINT key, bool ctrl, bool shift) {
         const bool marked = box.anchor != box.caret;
+        // The box of a host's own does not let Left and Right lead out of it.
+        const bool isOwn = Now().kind->type == FieldKind::Backward;
         switch (key) {
             case VK_RETURN:
                 if (ctrl) {
@@ -781,11 +815,11 @@ private:
                 Erase(key);
                 return true;
             case VK_LEFT:
-                if (!marked && box.caret == 0) return false;
+                if (!marked && box.caret == 0) return isOwn;
                 box.MoveTo(marked && !shift ? box.Start() : box.Step(box.caret, -1), shift);
                 return true;
             case VK_RIGHT:
-                if (!marked && box.caret == box.Length()) return false;
+                if (!marked && box.caret == box.Length()) return isOwn;
                 box.MoveTo(marked && !shift ? box.End() : box.Step(box.caret, 1), shift);
                 return true;
             case VK_HOME:
@@ -818,7 +852,9 @@ private:
         return place == std::string::npos ? -1 : static_cast<int>(place);
     }
     std::string Cleared(int start, int end) const {
-        std::string text = box.text;
+        // What is no time gives way to the pattern.
+        std::string text = Now().Blank(locale);
+        if (box.text.size() == text.size()) text = box.text;
         for (int i = start; i < end; ++i) {
             if (PlaceFrom(i) == i) text[static_cast<std::size_t>(i)] = '_';
         }
@@ -838,12 +874,22 @@ private:
         box.text = text;
         box.anchor = box.caret = caret;
     }
+    /// Whether a digit can be at a place; a first one that can't be with the second clears that.
+    static bool FitsTime(std::string& text, std::size_t place, char ch) {
+        const std::size_t first = place - place % 3;
+        std::string field = text.substr(first, 2);
+        field[place - first] = ch;
+        const bool isWhole = field.find_first_not_of("0123456789") == std::string::npos;
+        if (!isWhole || field <= (first == 0 ? "23" : "59")) return true;
+        if (place == first) text[first + 1] = '_';
+        return place == first;
+    }
     void TypeTime(char ch) {
         std::string text = Cleared(box.Start(), box.End());
         int caret = box.Start();
         if ((ch >= '0' && ch <= '9') || ch == ' ') {
             const int place = PlaceFrom(caret);
-            if (place < 0) return Bell();
+            if (place < 0 || !FitsTime(text, static_cast<std::size_t>(place), ch)) return Bell();
             text[static_cast<std::size_t>(place)] = ch == ' ' ? '_' : ch;
             caret = std::max(PlaceFrom(place + 1), place + 1);
         } else if (ch == ':') {
@@ -864,6 +910,7 @@ private:
     }
 
     bool m_isAttached = false;  ///< a window stands over the current item
+    bool m_wasRefused = false;  ///< what was typed, when the focus left last
     int m_cursor = -1;          ///< the choice that the blank chooses
 };
 

@@ -47,6 +47,60 @@ public:
     }
 };
 
+/// An item as a host writes one, whose text is held backwards.
+class BackwardItem : public DataEntryItem {
+public:
+    int SetNull(int isNull) override {
+        text.clear();
+        return DataEntryItem::SetNull(isNull);
+    }
+
+    std::string text;
+};
+
+/// An edit box as a host writes one.
+class HostEdit : public CEdit {
+public:
+    explicit HostEdit(TextDataEntryUI& interface) : m_interface(interface) {}
+
+    UINT OnGetDlgCode() override { return DLGC_WANTALLKEYS; }
+    void OnKeyDown(UINT key, UINT repeat, UINT flags) override {
+        if (key == VK_TAB) return m_interface.OnTab();
+        if (key == VK_ESCAPE) return m_interface.OnCancel();
+        if (key == VK_RETURN && !IsKeyDown(VK_CONTROL)) return m_interface.OnReturn();
+        const bool isForForm = key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT;
+        if (isForForm) return m_interface.OnEditKey(key, repeat, flags);
+        CEdit::OnKeyDown(key, repeat, flags);
+    }
+    void OnChar(UINT ch, UINT repeat, UINT flags) override {
+        const bool isKey = ch == '\t' || ch == '\r' || ch == VK_ESCAPE;
+        if (!isKey) CEdit::OnChar(ch, repeat, flags);
+    }
+
+private:
+    TextDataEntryUI& m_interface;
+};
+
+class BackwardItemUI : public TextDataEntryUI {
+public:
+    using TextDataEntryUI::TextDataEntryUI;
+
+protected:
+    CEdit* create_edit_box() override { return new HostEdit(*this); }
+    CString get_curr_item_text_value() override {
+        const std::string& text = static_cast<BackwardItem*>(GetCurrItem())->text;
+        return std::string(text.rbegin(), text.rend()).c_str();
+    }
+    void set_item_text_value(CString text, DataEntryItem* item) override {
+        CString trimmed = text;
+        item->SetNull(trimmed.Trim().IsEmpty() ? 1 : 0);
+        const std::string_view typed = text.View();
+        if (item->IsNull() == 0) {
+            static_cast<BackwardItem*>(item)->text.assign(typed.rbegin(), typed.rend());
+        }
+    }
+};
+
 /// A random form and its model, and random events on both.
 class FormTrial {
 public:
@@ -68,6 +122,8 @@ public:
         for (int i = 1 + Below(cMaxItems); i > 0; --i) Add();
         m_model.autoAdvance = !m_dice.OneIn(5);
         m_form->SetAutoAdvance(m_model.autoAdvance ? 1 : 0);
+        m_model.tabMoves = m_dice.OneIn(2);
+        m_form->TabMoves(m_model.tabMoves);
         Create();
     }
     ~FormTrial() {
@@ -150,6 +206,10 @@ private:
         {{FieldKind::Lines, 12},
          [](FieldKind& k, CDC&) -> DataEntryItemUI* {
              return new TextDataEntryUI(0, k.limit, 3, 20);
+         }},
+        {{FieldKind::Backward, 6},
+         [](FieldKind& k, CDC&) -> DataEntryItemUI* {
+             return new BackwardItemUI(40, k.limit, 0, 8);
          }},
         {{FieldKind::Integer, 3},
          [](FieldKind& k, CDC&) -> DataEntryItemUI* {
@@ -239,6 +299,13 @@ private:
             case FieldKind::Lines:
                 of.value = 0;
                 return new TextDataEntryItem(of.isNull ? nullptr : of.text.c_str());
+            case FieldKind::Backward: {
+                of.value = 0;
+                auto* item = new BackwardItem;
+                item->SetNull(of.isNull ? 1 : 0);
+                if (!of.isNull) item->text = of.text;
+                return item;
+            }
             case FieldKind::Float: {
                 of.value = 0;
                 of.text.clear();
@@ -258,7 +325,9 @@ private:
         into.isNull = item.IsNull() != 0;
         into.isReadOnly = item.IsReadOnly() != 0;
         if (into.isNull && !into.kind->IsChoice()) return;
-        if (const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, &item)) {
+        if (into.kind->type == FieldKind::Backward) {
+            into.text = static_cast<const BackwardItem&>(item).text;
+        } else if (const auto* text = DYNAMIC_DOWNCAST(TextDataEntryItem, &item)) {
             into.text = text->GetValue().GetString();
         } else if (const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {
             into.number = number->GetValue();
@@ -348,8 +417,14 @@ private:
     }
     void Focus() {
         if (m_model.hasFocus) return;
-        m_model.Focus();
-        m_driver.Enter(*m_form);
+        const bool isBack = m_dice.OneIn(3);
+        if (isBack) m_log += "+";
+        m_model.Focus(isBack);
+        m_driver.Enter(*m_form, isBack);
+    }
+    void CommitEntry() {
+        const bool isKept = m_model.CommitEntry();
+        ASSERT_EQ(m_driver.Host().CommitEntry(), isKept) << Story();
     }
     void Leave() {
         m_model.Leave();
@@ -385,9 +460,9 @@ private:
         Create();
     }
     void Press() {
-        static constexpr UINT keys[] = {VK_RETURN, VK_RETURN, VK_UP,    VK_DOWN,  VK_LEFT,
-                                        VK_RIGHT,  VK_HOME,   VK_END,   VK_TAB,   VK_BACK,
-                                        VK_DELETE, VK_NEXT,   VK_PRIOR, VK_ESCAPE};
+        static constexpr UINT keys[] = {VK_RETURN, VK_RETURN, VK_UP,   VK_DOWN,  VK_LEFT,
+                                        VK_RIGHT,  VK_HOME,   VK_END,  VK_TAB,   VK_TAB,
+                                        VK_BACK,   VK_DELETE, VK_NEXT, VK_PRIOR, VK_ESCAPE};
         if (!m_model.hasFocus) return;
         const UINT key = m_dice.Pick(keys);
         const bool isChoice = m_model.Now().kind->IsChoice();
@@ -395,7 +470,7 @@ private:
         const bool isRow = isSideways || key == VK_HOME || key == VK_END;
         Held held;
         held.ctrl = m_dice.OneIn(3) && (key == VK_RETURN || (isChoice && isRow));
-        held.shift = m_dice.OneIn(4) && !isChoice && isRow;
+        held.shift = key == VK_TAB ? m_dice.OneIn(2) : m_dice.OneIn(4) && !isChoice && isRow;
         m_log += std::to_string(key) + (held.ctrl ? "^" : "") + (held.shift ? "+" : "");
         m_model.Press(key, held.ctrl, held.shift);
         m_driver.PressKey(key, held);
@@ -507,6 +582,7 @@ inline const FormTrial::Event FormTrial::cEvents[] = {{40, "type", &FormTrial::T
                                                       {4, "resize", &FormTrial::Resize},
                                                       {4, "readonly", &FormTrial::SetReadOnly},
                                                       {4, "current", &FormTrial::SetCurrent},
+                                                      {3, "commit", &FormTrial::CommitEntry},
                                                       {1, "grow", &FormTrial::Grow},
                                                       {1, "recreate", &FormTrial::Recreate}};
 

@@ -45,9 +45,9 @@ public:
     /// A request of a scroll bar (SB_...).
     virtual void Scroll(CWnd& window, int bar, UINT code, int position) = 0;
     virtual void Resize(CWnd& window, CSize size) = 0;
-    /// The focus goes to the other control, and comes to a window from there.
+    /// The focus goes to the other control, and comes to a window by Tab, or by Shift+Tab.
     virtual void Leave() = 0;
-    virtual void Enter(CWnd& window) = 0;
+    virtual void Enter(CWnd& window, bool isBack = false) = 0;
     /// The text of the hint that shows, most likely at a point. The window that it belongs to
     /// lives.
     virtual std::string TipText(CPoint point) = 0;
@@ -119,7 +119,10 @@ public:
     }
     void Resize(CWnd& window, CSize size) override { window.MoveWindow(CRect(CPoint(), size)); }
     void Leave() override { m_other.SetFocus(); }
-    void Enter(CWnd& window) override { window.SetFocus(); }
+    void Enter(CWnd& window, bool isBack) override {
+        window.EnterByTab(isBack);
+        window.SetFocus();
+    }
     void Pump() override { Windows().Pump(); }
     void Rest(UINT milliseconds) override { Windows().Advance(milliseconds); }
 

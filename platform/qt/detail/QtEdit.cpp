@@ -269,7 +269,12 @@ public:
     void Undo() override { m_field->undo(); }
 
 protected:
-    QString field_text() const override { return m_field->toPlainText(); }
+    // Unlike the plain text it has blanks that do not break.
+    QString field_text() const override {
+        QString text = m_field->document()->toRawText();
+        text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+        return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    }
     bool is_read_only() const override { return m_field->isReadOnly(); }
     bool is_multi_line() const override { return true; }
     std::pair<int, int> selected() const override {

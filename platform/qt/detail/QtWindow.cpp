@@ -4,6 +4,8 @@
 #include <QContextMenuEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScreen>
+#include <QStyle>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -179,6 +181,22 @@ bool isEntry(const CWnd& window) {
     return parent == nullptr;
 }
 
+// The place for a new window: all of it and of its title bar on the screen if there is room, or
+// else the left top corner.
+CRect onScreen(const CRect& rect) {
+    const QScreen* screen = QApplication::screenAt(QPoint(rect.left, rect.top));
+    if (screen == nullptr) screen = QApplication::primaryScreen();
+    if (screen == nullptr) return rect;
+    const QRect room = screen->availableGeometry();
+    const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const auto kept = [](int start, int length, int first, int count) {
+        return std::max(std::min(start, first + count - length), first);
+    };
+    return CRect(CPoint(kept(rect.left, rect.Width(), room.left(), room.width()),
+                        kept(rect.top, rect.Height() + title, room.top(), room.height())),
+                 rect.Size());
+}
+
 }  // namespace
 
 bool overridesShortcut(const WindowLink& link, QEvent& event) {
@@ -206,7 +224,8 @@ QtWindow::QtWindow(const WindowSetup& setup)
     m_client->setFocusPolicy(policy);
     QtWindowSystem::Get().Register(*m_client, *this);
     m_frame->setEnabled((setup.style & WS_DISABLED) == 0);
-    m_frame->setGeometry(toQRect(setup.rect));
+    const bool isOpened = m_isTopLevel && (setup.style & WS_POPUP) == 0;
+    place_frame(isOpened ? onScreen(setup.rect) : setup.rect);
     LayOut();
 }
 
@@ -246,12 +265,18 @@ void QtWindow::Lost() {
 
 void QtWindow::Move(const CRect& rect) {
     if (m_frame == nullptr) return;
-    m_frame->setGeometry(toQRect(rect));
+    place_frame(rect);
     LayOut();
 }
 
+// A window on the screen has its place with its title bar, and its size without.
+void QtWindow::place_frame(const CRect& rect) {
+    m_frame->move(rect.left, rect.top);
+    m_frame->resize(rect.Width(), rect.Height());
+}
+
 void QtWindow::FrameMoved() {
-    const CRect rect = toRect(m_frame->geometry());
+    const CRect rect = toRect(QRect(m_frame->pos(), m_frame->size()));
     const WindowLink link = m_link;
     if (m_isTopLevel && rect != windowPlace(m_owner)) windowMoved(m_owner, rect);
     if (*link != nullptr) LayOut();

@@ -80,6 +80,7 @@ public:
 
 private:
     void make_frame(const WindowSetup& setup);
+    void place_frame(const CRect& rect);
     void make_bar(int bar);
     void bar_acted(int bar, int action);
     // Sends a request; false when the window is gone.

@@ -111,7 +111,9 @@ public:
         Qt::KeyboardModifiers modifiers;
         modifiers.setFlag(Qt::ControlModifier, held.ctrl);
         modifiers.setFlag(Qt::ShiftModifier, held.shift);
-        QTest::keyClick(QApplication::focusWidget(), KeyOf(key), modifiers);
+        const bool isBacktab = key == VK_TAB && held.shift;
+        QTest::keyClick(QApplication::focusWidget(), isBacktab ? Qt::Key_Backtab : KeyOf(key),
+                        modifiers);
     }
     void Type(char ch) override { QTest::keyClick(QApplication::focusWidget(), ch); }
     void Repeat(char ch) override {
@@ -189,11 +191,14 @@ public:
         window.MoveWindow(CRect(CPoint(), size));
     }
     void Leave() override { QTest::mouseClick(m_after, Qt::LeftButton); }
-    void Enter(CWnd& window) override {
-        m_before->setFocus();
-        QTest::keyClick(m_before, Qt::Key_Tab);
+    void Enter(CWnd& window, bool isBack) override {
+        QLineEdit* const from = isBack ? m_after : m_before;
+        from->setFocus();
+        QTest::keyClick(from, isBack ? Qt::Key_Backtab : Qt::Key_Tab);
         // A window without room is no stop for the toolkit's Tab.
-        if (window.IsChild(CWnd::GetFocus()) == 0) window.SetFocus();
+        if (window.IsChild(CWnd::GetFocus()) != 0) return;
+        window.EnterByTab(isBack);
+        window.SetFocus();
     }
     void Pump() override {
         QCoreApplication::processEvents();

@@ -25,6 +25,8 @@
 #include "platform/qt/UseQt.h"
 #include "platform/windows/CRectTracker.h"
 #include "platform/windows/TipWindow.h"
+#include "responselists/ItemListCtl.h"
+#include "responselists/NumberListCtl.h"
 
 namespace tessalink::test {
 namespace {
@@ -223,10 +225,88 @@ TEST_F(QtForm, RefusedChangeKeepsItemAndFocus) {
     Press(Qt::Key_Escape);
     EXPECT_EQ(FieldText(), "Ada");
     EXPECT_TRUE(m_dialog->isVisible());
-    Press(Qt::Key_Down);
-    Press(Qt::Key_Down);
+}
+
+TEST_F(QtForm, KeysThatAWindowWantsDoNotReachItsDialog) {
+    int accepted = 0;
+    QObject::connect(m_after, &QPushButton::clicked, m_after, [&] { ++accepted; });
+    m_after->setDefault(true);
+    for (const int item : {cName, cAge, cSex, cRemarks}) {
+        m_form->SetReadOnly(1);  // so that Return leads nowhere
+        m_form->SetCurrItem(item);
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Escape}) Press(key);
+        EXPECT_EQ(m_form->GetCurrItemIdx(), item);
+    }
+    const char* names[] = {"One", "Two"};
+    NumberListCtl numbers(2, names, nullptr);
+    numbers.Create(CRect(0, 0, 200, 100), 8, &m_holder->Host());
+    numbers.SetFocus();
+    Type("5");
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Return}) Press(key);
+    EXPECT_EQ(accepted, 0);
+    EXPECT_TRUE(m_dialog->isVisible());
+    // A list of answers wants neither.
+    ItemListCtl answers(2, "[a|a][b|b]", -1);
+    answers.Create(CRect(0, 0, 200, 100), 9, &m_holder->Host());
+    answers.SetFocus();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(accepted, 1);
     Press(Qt::Key_Escape);
-    EXPECT_FALSE(m_dialog->isVisible()) << "radio buttons leave Escape to the dialog";
+    EXPECT_FALSE(m_dialog->isVisible());
+}
+
+TEST_F(QtForm, AnOkWaitsForWhatIsRefused) {
+    std::string kept;
+    QObject::connect(m_after, &QPushButton::clicked, m_after,
+                     [&] { kept += commitEntries(*m_dialog) ? "y" : "n"; });
+    Click(cName, 150);
+    Type("Bo");
+    m_refuses = true;
+    QTest::mouseClick(m_after, Qt::LeftButton);
+    EXPECT_EQ(kept, "n") << "the focus came back before the button was let go";
+    EXPECT_EQ(FieldText(), "Ada");
+    QTest::mouseClick(m_after, Qt::LeftButton);
+    EXPECT_EQ(kept, "ny") << "nothing was keyed since";
+    // The button may be worked without the focus.
+    Click(cName, 150);
+    Type("Bo");
+    m_after->click();
+    m_refuses = false;
+    Type("Cy");
+    m_after->click();
+    EXPECT_EQ(kept, "nyny");
+    EXPECT_EQ(Name(), "Cy");
+}
+
+TEST_F(QtForm, PassingThroughAFieldChangesNothing) {
+    for (const int item : {cName, cRemarks}) {
+        auto* const held = static_cast<TextDataEntryItem*>(m_form->GetItem(item));
+        for (const char* text : {"one\ntwo", "one\rtwo",
+                                 "a\xA0"
+                                 "b",
+                                 " a ", "a\tb"}) {
+            held->SetNull(0);
+            held->SetValue(text);
+            m_form->SetCurrItem(cSex);
+            m_told.clear();
+            m_form->SetCurrItem(item);
+            Press(Qt::Key_End);
+            m_form->SetCurrItem(cSex);
+            EXPECT_EQ(Text(item), text);
+            EXPECT_EQ(Told(), "4:" + std::to_string(item) + " 4:2 ");
+        }
+    }
+    static_cast<TextDataEntryItem*>(m_form->GetItem(cRemarks))
+        ->SetValue(
+            "a\xA0"
+            "b");
+    m_form->SetCurrItem(cRemarks);
+    Press(Qt::Key_End);
+    Type("c");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Text(cRemarks),
+              "a\xA0"
+              "bc");
 }
 
 TEST_F(QtForm, TabPassesThroughTheDialogBothWays) {
