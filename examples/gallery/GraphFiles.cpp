@@ -18,7 +18,9 @@ public:
     explicit RandomDescription(unsigned seed) : m_random(seed) {}
 
     std::string Text() {
-        std::string (RandomDescription::*const makers[])() = {&RandomDescription::bar};
+        std::string (RandomDescription::*const makers[])() = {
+            &RandomDescription::bar, &RandomDescription::profile, &RandomDescription::horizontal,
+            &RandomDescription::circle, &RandomDescription::style};
         return R"({"graphs": {"G": {)" + (this->*makers[one_of(std::size(makers))])() + "}}}";
     }
 
@@ -39,7 +41,7 @@ private:
         return "[" + all + "]";
     }
 
-    std::string words(int most) {
+    std::string words(int most, bool hasLines = true) {
         static constexpr const char* known[] = {"Worry",
                                                 "Self",
                                                 "of",
@@ -66,14 +68,15 @@ private:
                                                 "grasp"};
         std::string text = known[one_of(std::size(known))];
         for (int i = between(0, most - 1); i > 0; --i) {
-            text += (maybe(10) ? "\\n" : " ") + std::string(known[one_of(std::size(known))]);
+            text += (hasLines && maybe(10) ? "\\n" : " ") +
+                    std::string(known[one_of(std::size(known))]);
         }
         return '"' + text + '"';
     }
 
     std::string ends(int& min, int& max) {
-        static constexpr int pairs[][2] = {{0, 10},      {20, 80},    {1000, 2000}, {-3, 3},
-                                           {0, 1000000}, {-500, 500}, {1, 99},      {17, 43}};
+        static constexpr int pairs[][2] = {{0, 10},     {20, 80}, {1000, 2000}, {-3, 3},
+                                           {-500, 500}, {1, 99},  {17, 43}};
         const auto& one = pairs[one_of(std::size(pairs))];
         min = one[0];
         max = one[1];
@@ -97,8 +100,8 @@ private:
 
     std::string scale_and_legends() {
         int min = 0;
-        int max = 0;
-        std::string scale = ends(min, max);
+        int max = 1000000;
+        std::string scale = maybe(20) ? R"("min": 0, "max": 1000000)" : ends(min, max);
         if (maybe(70)) scale += ", " + pair("left", words(4));
         if (maybe(50)) scale += ", " + pair("right", words(1));
         std::string all = R"({"scale": {)" + scale + "}}";
@@ -135,7 +138,7 @@ private:
     }
 
     std::string chart(int& count, int& min, int& max) {
-        count = between(1, 14);
+        count = between(1, 9);
         std::string text = ends(min, max);
         if (maybe(50)) text += ", " + pair("axisTitle", words(3));
         const int profiles = between(0, 3);
@@ -159,7 +162,9 @@ private:
                     return "{" + pair("text", words(2)) + ", " +
                            pair("texts", list(further, [&](int) { return words(1); })) + "}";
                 });
-        if (maybe(50)) text += R"(, "rows": )" + list(further + 1, [&](int) { return words(2); });
+        if (maybe(50))
+            text +=
+                R"(, "rows": )" + list(further + 1, [&](int) { return std::string(R"("Scale")"); });
         return text;
     }
 
@@ -184,7 +189,7 @@ private:
         std::string text = pair("range", std::to_string(between(2, 12)));
         if (maybe(40)) text += R"(, "labelStep": 2)";
         if (maybe(60))
-            text += R"(, "titles": )" + list(between(1, 3), [&](int) { return words(5); });
+            text += R"(, "titles": )" + list(between(1, 3), [&](int) { return words(2, false); });
         for (const char* side : {"north", "south", "east", "west"}) {
             if (maybe(40)) text += ", " + pair(side, words(2));
         }

@@ -5,7 +5,9 @@
 #include <string>
 #include <type_traits>
 
+#include "graphs/common/PlainLabel.h"
 #include "graphs/file/detail/GraphTypes.h"
+#include "graphs/file/detail/ScaleRows.h"
 #include "graphs/file/detail/SheetSpec.h"
 #include "graphs/profile/HorProfileGraph.h"
 #include "graphs/profile/ProfileGraph3.h"
@@ -148,6 +150,7 @@ struct ChartSpec : SheetSpec {
 
     std::vector<ScaleSpec> scales;
     double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
+    bool hasTextSize = Has("textSize");
     std::optional<int> min = Whole("min", cScores);
     std::optional<int> max = Whole("max", cScores);
     std::optional<int> majorTick = Whole("majorTick", cSteps);
@@ -226,9 +229,11 @@ public:
     }
 
     std::unique_ptr<DescribedGraph> Make() {
+        std::optional<ScaleRows> rows;
+        if constexpr (cIsUpright) fit_rows(rows.emplace(scale_texts()));
         m_graph = make_graph();
         if constexpr (cIsUpright) {
-            add_rows();
+            add_rows(*rows);
             add_breaks();
             add_sky_line();
         } else {
@@ -241,12 +246,37 @@ public:
         m_graph->ShowLegend(
             m_spec.legend.value_or(m_hasNames ? ProfileLegend::Below : ProfileLegend::None));
         m_graph->SetLegendPosition(m_spec.legendX, m_spec.legendY);
-        GraphSheet sheet =
-            m_spec.Sheet(cUsualWidth, cUsualHeight, m_name, sentencesOf(profileText(*m_graph)));
+        ProfileText text = profileText(*m_graph);
+        for (std::size_t i = 0; rows && i < m_scaleCount; ++i) {
+            if (rows->IsBroken(i)) text.scales[i] = plainLabel(m_spec.scales[i].text);
+        }
+        GraphSheet sheet = m_spec.Sheet(cUsualWidth, usual_height(), m_name, sentencesOf(text));
         return std::make_unique<DrawnGraph<Graph>>(std::move(sheet), std::move(m_graph));
     }
 
 private:
+    /// Names of several lines need higher rows; more are given to the axes and the legend.
+    double usual_height() const {
+        if (cIsUpright) return cUsualHeight;
+        std::ptrdiff_t lines = 1;
+        for (const ScaleSpec& scale : m_spec.scales) {
+            const std::string_view text = scale.text.View();
+            lines = std::max(lines, 1 + std::count(text.begin(), text.end(), '\n'));
+        }
+        constexpr double lineHeight = 1.25;  // of the font's
+        constexpr double besideRows = 7;
+        const double all = static_cast<double>(m_spec.scales.size()) * static_cast<double>(lines);
+        const double needed = (all + besideRows) * lineHeight * m_spec.textSize / cPointsPerInch;
+        return lines > 1 ? std::max(cUsualHeight, needed) : cUsualHeight;
+    }
+
+    /// There is room for one line.
+    CString axis_title() const {
+        CString title = m_spec.axisTitle;
+        title.Replace("\n", " ");
+        return title;
+    }
+
     std::unique_ptr<Graph> make_graph() const {
         const int min = m_spec.low;
         const int max = m_spec.high;
@@ -256,20 +286,20 @@ private:
         const int minorBase = stepBase(min, minor);
         const double unit = m_spec.textSize / cPointsPerInch / cFontUnits;  // inches
         const int width = toInt(m_spec.width.value_or(cUsualWidth) / unit);
-        const int height = toInt(m_spec.height.value_or(cUsualHeight) / unit);
+        const int height = toInt(m_spec.height.value_or(usual_height()) / unit);
         std::unique_ptr<Graph> graph;
         if constexpr (cIsUpright) {
             graph = std::make_unique<Graph>(min, max, major, minor, m_spec.leftAxis,
                                             m_spec.rightAxis, width, height);
             graph->SetYRange(min, max, major, minor, majorBase, minorBase);
             graph->ScaleHorzLines(1);
-            graph->SetYLegend(m_spec.axisTitle);
+            graph->SetYLegend(axis_title());
             if (m_spec.labelsFrom) graph->SetYLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetYLabelEnd(*m_spec.labelsTo);
         } else {
             graph = std::make_unique<Graph>(min, max, major, minor, width, height);
             graph->SetXRange(min, max, major, minor, majorBase, minorBase);
-            graph->SetXLegend(m_spec.axisTitle);
+            graph->SetXLegend(axis_title());
             graph->SetScoreColsHeading(m_spec.columnsHeading);
             if (m_spec.labelsFrom) graph->SetXLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetXLabelEnd(*m_spec.labelsTo);
@@ -292,21 +322,46 @@ private:
         return texts;
     }
 
-    void add_rows() {
-        std::vector<CString> headings = m_spec.rows;
-        const std::size_t further = column_count(std::max<std::size_t>(headings.size(), 1) - 1);
-        headings.resize(ProfileChart::cMaxLegendRows);
-        std::array<CStringArray*, ProfileChart::cMaxLegendRows> rows{};
-        auto first = std::make_unique<CStringArray>();
-        first->Add(headings[0]);
-        for (const ScaleSpec& scale : m_spec.scales) first->Add(scale.text);
-        rows[0] = first.release();
-        for (std::size_t i = 0; i < further; ++i) {
-            auto texts = column(i);
-            texts->InsertAt(0, headings[i + 1]);
-            rows[i + 1] = texts.release();
+    /// Names and further texts under the scales, each row with its heading.
+    std::vector<ScaleRows::Row> scale_texts() const {
+        const std::size_t count =
+            1 + column_count(std::max<std::size_t>(m_spec.rows.size(), 1) - 1);
+        std::vector<ScaleRows::Row> rows(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            rows[i].push_back(i < m_spec.rows.size() ? m_spec.rows[i] : CString());
+            for (const ScaleSpec& scale : m_spec.scales) {
+                rows[i].push_back(i == 0                       ? scale.text
+                                  : i - 1 < scale.texts.size() ? scale.texts[i - 1]
+                                                               : CString());
+            }
         }
-        m_graph->SetRows(rows);
+        return rows;
+    }
+
+    /// Where the texts under the scales have no room, they get smaller unless their size is given.
+    void fit_rows(ScaleRows& rows) {
+        if (!m_in.HasVariables()) return rows.GiveUp();
+        constexpr double smallest = 6;  // points
+        constexpr double step = 0.5;
+        constexpr double thousandths = 1000;
+        const double sheet = m_spec.width.value_or(cUsualWidth) * cPointsPerInch * thousandths;
+        const double usual = m_spec.textSize;
+        for (; m_spec.textSize >= smallest; m_spec.textSize -= step) {
+            if (rows.Fit(sheet / m_spec.textSize, m_spec.leftAxis, m_spec.rightAxis)) return;
+            if (m_spec.hasTextSize) break;
+        }
+        m_spec.textSize = usual;
+        rows.GiveUp();
+    }
+
+    void add_rows(const ScaleRows& rows) {
+        std::array<CStringArray*, ProfileChart::cMaxLegendRows> arrays{};
+        std::transform(rows.Rows().begin(), rows.Rows().end(), arrays.begin(), [](const auto& row) {
+            auto texts = std::make_unique<CStringArray>();
+            for (const CString& text : row) texts->Add(text);
+            return texts.release();
+        });
+        m_graph->SetRows(arrays);
     }
 
     void add_table() {
