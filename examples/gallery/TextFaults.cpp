@@ -61,10 +61,12 @@ bool covers(const tessalink::Region& region, const RECT& place) {
     return !region.And(tessalink::Region(place)).IsEmpty();
 }
 
-// The same number at the same place, where two axes meet.
+// The same number at the same place, up to a unit, where two axes meet.
 bool isSame(const Primitive& a, const Primitive& b) {
-    return a.kind == Kind::Text && b.kind == Kind::Text && a.text == b.text &&
-           textPlace(a) == textPlace(b);
+    if (a.kind != Kind::Text || b.kind != Kind::Text || a.text != b.text) return false;
+    const CRect first = textPlace(a);
+    const CRect second = textPlace(b);
+    return std::abs(first.left - second.left) <= 1 && std::abs(first.top - second.top) <= 1;
 }
 
 // Whether the outline of the ellipse meets the rectangle.

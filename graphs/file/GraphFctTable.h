@@ -8,8 +8,8 @@
 namespace tessalink {
 
 /// Makes the graphs of a file callable in templates: "@CALL(Anxiety)" writes the picture of the
-/// graph Anxiety, drawn from the report's variables as they are then. File and variables must
-/// outlive the table.
+/// graph Anxiety, drawn from the report's variables as they are at that moment. File, variables and
+/// output are not owned and must outlive the table.
 class TESSALINK_API GraphFctTable : public FctTable {
 public:
     GraphFctTable(const GraphFile& graphs, const VarTable& variables,

@@ -33,7 +33,7 @@ public:
     bool Has(std::string_view name) const;
 
     /// Makes a graph. Throws InputError when the file has none of that name, when a variable is
-    /// missing or of the wrong type, and when its value can't stand where it is named.
+    /// missing or of the wrong type, and when its value is not allowed where it is named.
     std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const;
 
 private:

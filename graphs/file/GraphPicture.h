@@ -9,19 +9,19 @@
 
 class CFile;
 
-/// Described graphs as pictures, in the size that their sheets say. All but what goes to files are
-/// the same bytes on every machine.
+/// Described graphs as pictures, in the size that their sheets say. A graph gives the same bytes on
+/// every machine.
 namespace tessalink {
 
-/// How fine pictures of lines and text are recorded unless said otherwise: as printers draw.
+/// The usual resolution, in which printers draw.
 inline constexpr int cPictureDpi = 600;
 
 struct GraphPictureOptions {
-    int dpi = cPictureDpi;            ///< units per inch, in which what is drawn is placed
-    bool hasTextAlternative = false;  ///< whether the picture says what it shows
+    int dpi = cPictureDpi;            ///< units per inch, to which places are rounded
+    bool hasTextAlternative = false;  ///< whether the picture says what it shows, for the blind
 };
 
-/// Title and description as one text.
+/// Title and description as one text: "Anxiety. Worry: 63, on a scale from 20 to 80."
 TESSALINK_API CString textAlternative(const DescribedGraph& graph);
 
 /// An enhanced metafile; it has no text alternative. Empty when it is larger than cMaxMetafile.
@@ -30,11 +30,11 @@ TESSALINK_API std::vector<BYTE> graphAsMetafile(DescribedGraph& graph, int dpi);
 /// SVG, with title and description as its text alternative. Empty when it is larger than cMaxSvg.
 TESSALINK_API std::string graphAsSvg(DescribedGraph& graph, const GraphPictureOptions& options);
 
-/// Writes the group of an RTF picture for a report. File faults pass through.
+/// Writes a graph for a report: an RTF picture group with a metafile. Throws CFileException.
 TESSALINK_API void writeGraphAsRTF(DescribedGraph& graph, CFile& file,
                                    const GraphPictureOptions& options);
 
-/// Writes an RTF document of nothing but the graph. File faults pass through.
+/// Writes an RTF document with nothing but the graph. Throws CFileException.
 TESSALINK_API void writeGraphDocument(DescribedGraph& graph, CFile& file,
                                       const GraphPictureOptions& options);
 

@@ -4,9 +4,9 @@
 
 namespace tessalink {
 
-/// A scale of percentile ranks that lie where the normal curve has them: wide apart at the ends,
-/// close together in the middle. Its ends should lie between cLowest and cHighest; ranks beyond
-/// those lie there.
+/// A scale of percentile ranks at the places of their z scores, the quantiles of the normal
+/// distribution: wide apart at the ends, close together in the middle. Its ends should lie from
+/// cLowest to cHighest; ranks beyond these are placed there.
 class TESSALINK_API PercentileScale : public BarScale2 {
 public:
     static constexpr double cLowest = 0.1;
