@@ -221,7 +221,7 @@ private:
     bool is_text_value(const Token& token) const;
     int assign_text(const CString& name, const CString& text);
     void assign_number(const CString& name, const Operand& value);
-    void release_text(const CString& name);
+    void release_text(const VariantVar& variable);
     int get_integer(int execute, std::int32_t& value, const char* message);
     int get_nested_str_exp(const Token& token, CString& result, int execute, std::size_t held = 0);
     int append_value(ValueStep step, const Token& token, CString& result, int execute);

@@ -287,32 +287,27 @@ int FileParser::get_assigned_value(const Token& token, const CString& name, int 
 }
 
 int FileParser::assign_text(const CString& name, const CString& text) {
-    release_text(name);
+    VariantVar& variable = m_variables.FindOrAdd(name).value;
+    release_text(variable);
     m_counts->variableText += text.GetLength();
     if (m_counts->variableText > static_cast<std::int64_t>(cMaxTextLength)) {
         return handle_error("Texts of variables too long!");
     }
-    m_variables.SetValue(name, text);
+    variable = text;
     return 1;
 }
 
 void FileParser::assign_number(const CString& name, const Operand& value) {
-    release_text(name);
-    if (value.isInteger) {
-        m_variables.SetValue(name, value.integer);
-    } else {
-        m_variables.SetValue(name, value.real);
-    }
+    VariantVar& variable = m_variables.FindOrAdd(name).value;
+    release_text(variable);
+    variable = value.isInteger ? VariantVar(value.integer) : VariantVar(value.real);
 }
 
 /// No longer counts the text of a variable that gets another value.
-void FileParser::release_text(const CString& name) {
-    std::int64_t& count = m_counts->variableText;
-    if (count == 0) return;
-    const VariantVar* variable = m_variables.Find(name.View());
-    if (!variable) return;
+void FileParser::release_text(const VariantVar& variable) {
     // What the host gave to a variable was not counted.
-    count = std::max<std::int64_t>(count - std::ssize(variable->Text()), 0);
+    std::int64_t& count = m_counts->variableText;
+    count = std::max<std::int64_t>(count - std::ssize(variable.Text()), 0);
 }
 
 bool FileParser::is_text_value(const Token& token) const {

@@ -9,9 +9,9 @@ namespace tessalink {
 /// file again for the next block, so that deep nesting does not use up the descriptors.
 class TESSALINK_API TemplateFile : public CFile {
 public:
-    /// Opens the file for reading, sharing allowed. "\" and "/" in `path` part folders; where no
-    /// file has the exact name, the one whose name differs in case alone is taken. Throws
-    /// CFileException.
+    /// Opens the file for reading, sharing allowed. "\" and "/" in `path` part folders, and a
+    /// relative one counts from the current folder; where no file has the exact name, the one whose
+    /// name differs in case alone is taken. Throws CFileException.
     explicit TemplateFile(const CString& path);
 
     /// Closes the file until it is read again.

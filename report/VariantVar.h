@@ -11,9 +11,9 @@
 
 class CArchive;
 
-/// The value of one report variable: nothing, a 32-bit integer, a double, text, or a pointer to a
-/// framework object that the variable does not own. It converts to whatever is asked for; no
-/// operation reports an error.
+/// The value of one report variable: nothing, a 32-bit integer, a double, text, or a pointer to an
+/// object that the variable does not own. It converts to whatever is asked for; no operation
+/// reports an error.
 class TESSALINK_API VariantVar : public CObject {
     DECLARE_SERIAL(VariantVar)
 

@@ -13,7 +13,7 @@ std::vector<std::uint16_t> deferredOrder(const std::vector<double>& keys, bool d
     const auto before = [&](std::uint16_t a, std::uint16_t b) {
         return descending ? keys[a] > keys[b] : keys[a] < keys[b];
     };
-    // Exchanges of neighbours never move a NaN nor anything past it.
+    // Exchanges of neighbors never move a NaN nor anything past it.
     for (auto first = order.begin(); first != order.end();) {
         const auto last = std::find_if(first, order.end(), isNaN);
         std::stable_sort(first, last, before);
