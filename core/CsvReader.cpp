@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/FileText.h"
+#include "platform/base/Utf8.h"
 #include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 
@@ -10,19 +11,12 @@ namespace tessalink {
 
 namespace {
 
-constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
 constexpr char cComment = '#';
 constexpr char cQuote = '"';
 
 bool isAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char ch) { return static_cast<unsigned char>(ch) < 0x80; });
-}
-
-/// Whether the text, which is no Windows-1252, starts like a character of several bytes in UTF-8.
-bool startsAsUtf8(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    return text.size() > 1 && byte(0) >= 0xC2 && byte(0) <= 0xF4 && (byte(1) & 0xC0u) == 0x80;
 }
 
 bool isSkipped(const std::vector<CsvCell>& row) {
@@ -132,8 +126,8 @@ void CsvReader::take_piece(std::size_t end, std::string& text) {
     if (const std::size_t fault = std::min(nul, converted.fault); fault != std::string::npos) {
         advance(m_next + fault);
         if (fault == nul) fail("a NUL byte: save the file as UTF-8, without any");
-        fail(startsAsUtf8(piece.substr(fault)) ? "a character that Windows-1252 lacks: replace it"
-                                               : "a byte that is no UTF-8: save the file as UTF-8");
+        std::string_view wrong = piece.substr(fault);
+        fail(takeUtf8(wrong) ? cNotInWindows1252 : cNoUtf8);
     }
     advance(end);
     text += converted.text;

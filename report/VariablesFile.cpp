@@ -7,11 +7,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/FileText.h"
 #include "core/WholeNumber.h"
+#include "platform/base/Utf8.h"
+#include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 #include "report/FileScanner.h"
+#include "report/PlainText.h"
 #include "report/detail/CharClasses.h"
 
 namespace tessalink {
@@ -22,6 +26,7 @@ namespace {
 
 constexpr char cSeparator = '\t';
 constexpr char cComment = '#';
+constexpr unsigned char cLastAscii = 0x7F;
 
 struct Escape {
     char letter;
@@ -42,9 +47,13 @@ std::optional<Number> readNumber(std::string_view text) {
 /// Reads the lines of a variables file one after another.
 class VariablesReader {
 public:
-    VariablesReader(const CString& file, std::string_view text, VarTable& variables,
-                    VariablePlaces* places)
-        : m_file(file), m_text(text), m_variables(variables), m_places(places) {}
+    VariablesReader(const CString& file, std::string_view text, VariablesEncoding encoding,
+                    VarTable& variables, VariablePlaces* places)
+        : m_file(file),
+          m_text(text),
+          m_isUtf8(encoding == VariablesEncoding::Utf8),
+          m_variables(variables),
+          m_places(places) {}
 
     void Read() {
         while (!m_text.empty()) {
@@ -62,10 +71,12 @@ private:
     };
 
     void read_variable() {
-        static constexpr std::array<TypeName, 3> types = {
+        static constexpr std::array<TypeName, 4> types = {
             {{"int", &VariablesReader::read_int},
              {"double", &VariablesReader::read_double},
-             {"string", &VariablesReader::read_string}}};
+             {"string", &VariablesReader::read_string},
+             {"text", &VariablesReader::read_text}}};
+        if (m_isUtf8) fail_from(findMalformedUtf8(m_rest), cNoUtf8);
         const CString name(m_rest.substr(0, m_rest.find(cSeparator)));
         if (!isVariableName(name.View())) {
             fail(quoted(name.View()) +
@@ -73,11 +84,12 @@ private:
                  "\"_\", not starting with a digit, and a tab after it");
         }
         if (m_seen.Exists(name)) fail("variable " + quoted(name.View()) + " is there twice");
-        take_field("the type int, double or string");
+        take_field("the type int, double, string or text");
         const std::string_view type = m_rest.substr(0, m_rest.find(cSeparator));
         const auto known = std::find_if(types.begin(), types.end(),
                                         [&](const TypeName& t) { return t.name == type; });
-        if (known == types.end()) fail(quoted(type) + " is no type: use int, double or string");
+        if (known == types.end())
+            fail(quoted(type) + " is no type: use int, double, string or text");
         take_field("the value");
         if (m_places) m_places->insert_or_assign(name, place());
         (this->*known->read)(name);
@@ -107,13 +119,26 @@ private:
     }
 
     void read_string(const CString& name) {
+        if (m_isUtf8) fail_from(fromUtf8(m_rest).fault, cNotInWindows1252);
+        std::string value = take_value();
+        if (m_isUtf8) value = fromUtf8(value).text;
+        m_variables.SetValue(name, CString(std::move(value)));
+    }
+
+    void read_text(const CString& name) {
+        const std::string value = take_value();
+        m_variables.SetValue(name, m_isUtf8 ? escapeUtf8(value) : escapeText(value));
+    }
+
+    /// The rest of the line, its escapes carried out.
+    std::string take_value() {
         std::string value;
         while (!m_rest.empty()) {
             if (m_rest.front() == '\0') fail("a text can't hold a NUL character");
             value += m_rest.front() == '\\' ? take_escape() : m_rest.front();
             m_rest.remove_prefix(1);
         }
-        m_variables.SetValue(name, CString(std::string_view(value)));
+        return value;
     }
 
     /// The character of the escape at the rest, of which only the last character is left.
@@ -135,11 +160,18 @@ private:
     }
 
     [[noreturn]] void fail(const CString& message) const { throw VariablesError(place(), message); }
+    /// A fault at this byte of the rest; none for npos.
+    void fail_from(std::size_t offset, const CString& message) {
+        if (offset == std::string_view::npos) return;
+        m_rest.remove_prefix(offset);
+        fail(message);
+    }
 
     TextPlace place() const { return {m_file, m_lineNumber, m_line.size() - m_rest.size() + 1}; }
 
     CString m_file;
     std::string_view m_text;
+    bool m_isUtf8;
     VarTable& m_variables;
     VariablePlaces* m_places;
     VarTable m_seen;
@@ -147,6 +179,19 @@ private:
     std::string_view m_rest;  ///< of the line, from what is being looked at
     std::uint64_t m_lineNumber = 0;
 };
+
+/// Where the first letter beyond ASCII stands, when all such letters are well-formed UTF-8.
+std::optional<TextPlace> placeOfUtf8(const CString& file, std::string_view text) {
+    const auto letter = std::find_if(text.begin(), text.end(), [](char ch) {
+        return static_cast<unsigned char>(ch) > cLastAscii;
+    });
+    const auto before = static_cast<std::size_t>(letter - text.begin());
+    if (letter == text.end() || findMalformedUtf8(text.substr(before)) != std::string_view::npos)
+        return std::nullopt;
+    const std::size_t lineStart = text.rfind('\n', before) + 1;  // 0 without one
+    const auto lines = std::count(text.begin(), letter, '\n');
+    return TextPlace{file, static_cast<std::uint64_t>(lines) + 1, before - lineStart + 1};
+}
 
 void appendEscaped(std::string& line, std::string_view text) {
     for (const char ch : text) {
@@ -184,13 +229,20 @@ std::string lineOf(const CString& name, const VariantVar& value) {
 
 }  // namespace
 
-void readVariables(CFile& file, VarTable& variables, VariablePlaces* places) {
-    const std::string text = readText(file, cMaxVariablesFile);
-    if (text.size() > cMaxVariablesFile) {
-        throw VariablesError({file.GetGivenPath(), 1, 1},
-                             "the file has more than 512 MiB: split it");
+std::optional<TextPlace> readVariables(CFile& file, VarTable& variables, VariablePlaces* places,
+                                       VariablesEncoding encoding) {
+    const CString& name = file.GetGivenPath();
+    const std::string bytes = readText(file, cMaxVariablesFile);
+    if (bytes.size() > cMaxVariablesFile) {
+        throw VariablesError({name, 1, 1}, "the file has more than 512 MiB: split it");
     }
-    VariablesReader(file.GetGivenPath(), text, variables, places).Read();
+    std::string_view text = bytes;
+    if (text.starts_with(cByteOrderMark)) {
+        text.remove_prefix(cByteOrderMark.size());
+        encoding = VariablesEncoding::Utf8;
+    }
+    VariablesReader(name, text, encoding, variables, places).Read();
+    return encoding == VariablesEncoding::Utf8 ? std::nullopt : placeOfUtf8(name, text);
 }
 
 bool isVariableName(std::string_view name) {

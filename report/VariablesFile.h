@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string_view>
 
 #include "core/InputError.h"
@@ -16,11 +17,17 @@ class CFile;
 ///     Name<TAB>string<TAB>Ann Example\nsecond line
 ///     Age<TAB>int<TAB>34
 ///     Mean<TAB>double<TAB>3.25
+///     Street<TAB>text<TAB>7 {rear} Main St.
 ///
-/// Bytes are Windows-1252; a text may have the escapes \n, \r, \t and \\; lines end in LF or CR LF;
-/// empty lines are skipped. A name is a word of letters, digits and "_" that does not start with a
-/// digit and is at most FileScanner::cMaxCommandWord characters long. Numbers are decimal, an int
-/// within 32 bits, a double finite.
+/// A `string` is RTF and stored as it is; a `text` is plain and stored as escapeText makes it
+/// (report/PlainText.h), so that it prints as it stands here. Both may have the escapes \n, \r, \t
+/// and \\. Numbers are decimal, an int within 32 bits, a double finite. A name is a word of
+/// letters, digits and "_" that does not start with a digit and is at most
+/// FileScanner::cMaxCommandWord characters long. Lines end in LF or CR LF; empty lines are skipped.
+///
+/// Bytes are Windows-1252 unless the file starts with the byte-order mark of UTF-8 or the caller
+/// says that it is UTF-8. A character that Windows-1252 lacks is then a fault in a `string` and
+/// becomes \uN with its nearest letter in a `text` (escapeUtf8).
 namespace tessalink {
 
 /// What is wrong with a variables file, and where.
@@ -34,6 +41,9 @@ public:
 /// The largest variables file that is read, in bytes.
 inline constexpr std::size_t cMaxVariablesFile = std::size_t{512} * 1024 * 1024;
 
+/// The encoding of a variables file without a byte-order mark.
+enum class VariablesEncoding { Windows1252, Utf8 };
+
 /// Where the values of variables stand, by name.
 using VariablePlaces = std::map<CString, TextPlace>;
 
@@ -41,15 +51,20 @@ using VariablePlaces = std::map<CString, TextPlace>;
 /// where their values stand. Throws VariablesError at the first fault, a name that the file has
 /// twice and a file that is too large included, and CFileException; the table then holds the
 /// variables before it.
-TESSALINK_API void readVariables(CFile& file, VarTable& variables,
-                                 VariablePlaces* places = nullptr);
+///
+/// Returns a doubt of which a program should warn: where the first letter beyond ASCII stands in a
+/// file that was read as Windows-1252 although all of its letters are well-formed UTF-8. Lines and
+/// columns count as in every TextPlace, columns behind a byte-order mark.
+TESSALINK_API std::optional<TextPlace> readVariables(
+    CFile& file, VarTable& variables, VariablePlaces* places = nullptr,
+    VariablesEncoding encoding = VariablesEncoding::Windows1252);
 
 /// Whether a variables file may have a variable of that name.
 TESSALINK_API bool isVariableName(std::string_view name);
 
-/// Writes the table's numbers and texts in its order; empty and pointer variables, and a double
-/// that is not finite, have no form in the file and raise VariablesError. A double comes back bit
-/// for bit.
+/// Writes the table's numbers and texts in its order, in Windows-1252, each text as a `string`,
+/// which keeps its escapes; empty and pointer variables, and a double that is not finite, have no
+/// form in the file and raise VariablesError. A double comes back bit for bit.
 TESSALINK_API void writeVariables(const VarTable& variables, CFile& file);
 
 }  // namespace tessalink

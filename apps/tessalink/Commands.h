@@ -5,15 +5,22 @@
 #include <vector>
 
 #include "apps/tessalink/TemplateInput.h"
+#include "report/VariablesFile.h"
 
 // The commands. Each returns an exit code, and throws ParseException, InputError,
 // CFileException or std::bad_alloc for what it does not report itself.
 namespace tessalink::cli {
 
+/// A variables file that the user names.
+struct VariablesSource {
+    std::string path;                           ///< empty: none
+    std::optional<VariablesEncoding> encoding;  ///< nothing: by the byte-order mark
+};
+
 struct ReportOptions {
     std::string templatePath;
     std::string outputPath;
-    std::string variablesPath;         ///< empty: none
+    VariablesSource variables;
     std::string includeFolder;         ///< empty: the folder of the template
     std::string graphsPath;            ///< empty: none
     bool hasTextAlternatives = false;  ///< graphs say what they show
@@ -39,7 +46,7 @@ int checkTemplates(const CheckOptions& options);
 int listUses(const CheckOptions& options);
 
 struct ScoreOptions {
-    std::string rawPath;
+    VariablesSource raw;
     std::string normsPath;
     std::string outputPath;
     // What goes before the variables of the raw file.
@@ -74,7 +81,7 @@ inline const std::vector<std::string> cGraphFormats = {"emf", "svg", "png", "pdf
 struct GraphOptions {
     std::string graphsPath;
     std::string name;
-    std::string variablesPath;  ///< empty: none
+    VariablesSource variables;
     std::string outputPath;
     std::string format;      ///< empty: by the ending of the output
     std::optional<int> dpi;  ///< units per inch

@@ -5,10 +5,10 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/PictureOutput.h"
+#include "apps/tessalink/VariablesInput.h"
 #include "graphs/file/GraphFile.h"
 #include "graphs/file/GraphPicture.h"
 #include "platform/files/CMemFile.h"
-#include "report/VariablesFile.h"
 
 namespace tessalink::cli {
 
@@ -68,7 +68,7 @@ int drawGraph(const GraphOptions& options) {
     const std::string format = pictureFormat(options.outputPath, options.format, cGraphFormats);
     const GraphFile graphs = GraphFile::Read(*openInput(options.graphsPath));
     VarTable variables;
-    if (!options.variablesPath.empty()) readVariables(*openInput(options.variablesPath), variables);
+    readVariables(options.variables, variables);
     const auto graph = graphs.Make(options.name, variables);
     storePicture(options.outputPath, pictureOf({*graph, options, format}));
     return cSuccess;

@@ -5,11 +5,11 @@
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateInput.h"
+#include "apps/tessalink/VariablesInput.h"
 #include "graphs/file/GraphFctTable.h"
 #include "platform/files/WholeFile.h"
 #include "report/FileParser.h"
 #include "report/TemplateFile.h"
-#include "report/VariablesFile.h"
 
 namespace tessalink::cli {
 
@@ -73,9 +73,7 @@ private:
 
 int makeReport(const ReportOptions& options) {
     VarTable variables;
-    if (!options.variablesPath.empty()) {
-        readVariables(*openInput(options.variablesPath), variables);
-    }
+    readVariables(options.variables, variables);
     std::optional<GraphFile> file;
     std::optional<GraphFctTable> graphs;
     if (!options.graphsPath.empty()) {

@@ -6,9 +6,10 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/DateText.h"
 #include "apps/tessalink/Messages.h"
+#include "apps/tessalink/VariablesInput.h"
 #include "platform/base/Windows1252.h"
 #include "platform/files/WholeFile.h"
-#include "report/VariablesFile.h"
+#include "report/PlainText.h"
 #include "scores/NormTable.h"
 #include "scores/Reliability.h"
 
@@ -50,11 +51,8 @@ CString argumentText(std::string_view utf8) {
 /// What is known of the person: a raw file's variables, and what the options say instead.
 class Person {
 public:
-    explicit Person(const ScoreOptions& options) : m_options(options) {
-        const auto file = openInput(options.rawPath);
-        m_file = file->GetGivenPath();
-        readVariables(*file, m_variables, &m_places);
-    }
+    explicit Person(const ScoreOptions& options)
+        : m_options(options), m_file(readVariables(options.raw, m_variables, &m_places)) {}
 
     const VarTable& Variables() const { return m_variables; }
     const CString& File() const { return m_file; }
@@ -63,12 +61,12 @@ public:
         return place != m_places.end() ? place->second : TextPlace{m_file, 1, 1};
     }
 
-    /// A text or whole number of that name.
+    /// A text, as plain text, or a whole number of that name.
     std::optional<Given> Variable(const char* name) const {
         const VariantVar* value = m_variables.Find(name);
         if (!value) return std::nullopt;
-        Given given = {name, value->GetAsStr(), PlaceOf(name)};
-        if (value->IsDouble()) given.Fail(quoted(name) + " must be a string or an int");
+        Given given = {name, unescapeText(value->GetAsStr().View()), PlaceOf(name)};
+        if (value->IsDouble()) given.Fail(quoted(name) + " must be a text or an int");
         return given;
     }
 

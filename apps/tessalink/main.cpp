@@ -26,7 +26,14 @@ constexpr const char* cIncludeFolderText =
 constexpr const char* cTextAlternativeText =
     "pictures of graphs say what they show, for those who can't see them";
 constexpr const char* cVariablesText =
-    "variables: lines of name TAB type (int, double, string) TAB value; - reads standard input";
+    "variables: lines of name TAB type (int, double, string: RTF, text: plain) TAB value, in "
+    "Windows-1252 unless --encoding or a byte-order mark says UTF-8; - reads standard input";
+constexpr const char* cRawText =
+    "variables with the raw scores, in Windows-1252 unless --encoding or a byte-order mark says "
+    "UTF-8; - is standard input";
+constexpr const char* cUtf8 = "utf-8";
+constexpr const char* cWindows1252 = "windows-1252";
+constexpr const char* cGraphsText = "graphs in JSON, in UTF-8; - reads standard input";
 constexpr int cHighestDpi = 2400;
 
 /// What to run once the arguments are understood.
@@ -56,20 +63,36 @@ void expectOneStandardInput(
     }
 }
 
+/// The encoding of the variables file that the option names.
+void addEncoding(CLI::App& command, VariablesSource& source, CLI::Option* file) {
+    const auto set = [&source](const std::string& name) {
+        source.encoding = name == cUtf8 ? VariablesEncoding::Utf8 : VariablesEncoding::Windows1252;
+    };
+    command
+        .add_option_function<std::string>("--encoding", set,
+                                          "of the variables: utf-8 or windows-1252 (default)")
+        ->check(CLI::IsMember({cUtf8, cWindows1252}, CLI::ignore_case))
+        ->needs(file);
+}
+
+void addVariables(CLI::App& command, VariablesSource& source) {
+    addEncoding(command, source, command.add_option("--vars", source.path, cVariablesText));
+}
+
 void addReport(CLI::App& app, ReportOptions& options, Command& command) {
     CLI::App* report = app.add_subcommand("report", "Write the report that a template describes");
     report->add_option("template", options.templatePath, cTemplateText)->required();
     report->add_option("-o,--output", options.outputPath, "the report; - is standard output")
         ->required();
-    report->add_option("--vars", options.variablesPath, cVariablesText);
+    addVariables(*report, options.variables);
     report->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
     report->add_option("--graphs", options.graphsPath,
-                       "graphs in JSON, each of which @CALL(NAME) draws; - reads standard input");
+                       std::string("what @CALL(NAME) draws: ") + cGraphsText);
     report->add_flag("--alt", options.hasTextAlternatives, cTextAlternativeText);
     addStorage(*report, options.storage);
     report->callback([&] {
         expectOneStandardInput({{"template", &options.templatePath},
-                                {"--vars", &options.variablesPath},
+                                {"--vars", &options.variables.path},
                                 {"--graphs", &options.graphsPath}});
         command = [&] { return makeReport(options); };
     });
@@ -108,9 +131,11 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
     constexpr double highest = 99.99;
     CLI::App* score =
         app.add_subcommand("score", "Look up raw scores in a norm table, for a report");
-    score->add_option("raw", options.rawPath, "variables with the raw scores; - is standard input")
-        ->required();
-    score->add_option("--norms", options.normsPath, "the norm table, CSV; - is standard input")
+    addEncoding(*score, options.raw,
+                score->add_option("raw", options.raw.path, cRawText)->required());
+    score
+        ->add_option("--norms", options.normsPath,
+                     "the norm table, CSV in UTF-8; - is standard input")
         ->required();
     score
         ->add_option("-o,--output", options.outputPath,
@@ -122,18 +147,19 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
         ->excludes(age);
     score->add_option("--test", options.test, "the date of testing, likewise, or today")
         ->excludes(age);
-    score->add_option("--key", options.keys, "NAME=VALUE: the person's value of a key")
+    score->add_option("--key", options.keys, "NAME=VALUE: the person's value of a key, in UTF-8")
         ->allow_extra_args(false);
     score
         ->add_option("--confidence", options.confidence,
-                     "also the range of so many percent confidence, by the reliability")
+                     "also the confidence intervals of so many percent, by the reliability")
         ->check(CLI::Range(lowest, highest))
         ->check([](const std::string& text) {  // neither above the highest nor below the lowest
             const bool isNumber = !std::isnan(std::strtod(text.c_str(), nullptr));
             return isNumber ? std::string() : "Value " + text + " is no number";
         });
     score->callback([&] {
-        expectOneStandardInput({{"raw scores", &options.rawPath}, {"--norms", &options.normsPath}});
+        expectOneStandardInput(
+            {{"raw scores", &options.raw.path}, {"--norms", &options.normsPath}});
         command = [&] { return scoreRaws(options); };
     });
 }
@@ -168,10 +194,9 @@ void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
 
 void addGraph(CLI::App& app, GraphOptions& options, Command& command) {
     CLI::App* graph = app.add_subcommand("graph", "Draw a graph that a file describes");
-    graph->add_option("file", options.graphsPath, "graphs in JSON; - is standard input")
-        ->required();
+    graph->add_option("file", options.graphsPath, cGraphsText)->required();
     graph->add_option("name", options.name, "the name of the graph")->required();
-    graph->add_option("--vars", options.variablesPath, cVariablesText);
+    addVariables(*graph, options.variables);
     graph->add_option("-o,--output", options.outputPath, "the picture; - is standard output")
         ->required();
     graph
@@ -185,7 +210,7 @@ void addGraph(CLI::App& app, GraphOptions& options, Command& command) {
     graph->add_flag("--alt", options.hasTextAlternative, cTextAlternativeText);
     graph->callback([&] {
         expectOneStandardInput(
-            {{"graph file", &options.graphsPath}, {"--vars", &options.variablesPath}});
+            {{"graph file", &options.graphsPath}, {"--vars", &options.variables.path}});
         command = [&] { return drawGraph(options); };
     });
 }

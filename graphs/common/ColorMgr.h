@@ -35,8 +35,10 @@ public:
     /// print: any two differ by 25 in CIE L*a*b* in each of these views, and any two, and each and
     /// white, by 12 in lightness. Use: ColorMgr(ColorMgr::ColorSafePalette()).
     static std::span<const COLORREF> ColorSafePalette();
+    /// Another palette of the caller's, which must outlive the manager; an empty one stands for the
+    /// default palette.
     explicit ColorMgr(std::span<const COLORREF> palette)
-        : ColorMgr(static_cast<int>(palette.size()), palette.data()) {}
+        : ColorMgr(static_cast<int>(palette.size()), palette.empty() ? nullptr : palette.data()) {}
 
 private:
     bool has(int index) const { return index >= 0 && index < GetColorCount(); }

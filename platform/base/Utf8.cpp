@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 
 namespace tessalink {
 
@@ -82,11 +81,12 @@ std::optional<char32_t> takeUtf8(std::string_view& text) {
     return character;
 }
 
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        if (!takeUtf8(text)) return false;
+std::size_t findMalformedUtf8(std::string_view text) {
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::size_t place = text.size() - rest.size();
+        if (!takeUtf8(rest)) return place;
     }
-    return true;
+    return std::string_view::npos;
 }
 
 }  // namespace tessalink

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,7 +20,7 @@ TESSALINK_API void appendUtf8(std::string& text, char32_t character);
 /// longest start of a well-formed sequence: The Unicode Standard, table 3-7 and section 3.9).
 TESSALINK_API std::optional<char32_t> takeUtf8(std::string_view& text);
 
-/// Whether the text is well-formed UTF-8.
-TESSALINK_API bool isUtf8(std::string_view text);
+/// Where the first byte stands that is no part of a well-formed character; npos when there is none.
+TESSALINK_API std::size_t findMalformedUtf8(std::string_view text);
 
 }  // namespace tessalink

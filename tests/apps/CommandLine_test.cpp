@@ -311,6 +311,43 @@ TEST_F(CommandLine, ChecksIncludesAndNamesTheFirstFaultOfEachFile) {
     EXPECT_EQ(Run({"check", "none.rtf"}).exitCode, 2);
 }
 
+TEST_F(CommandLine, ReadsUtf8AndWarnsWhereItIsNotSaid) {
+    folder.Write("t.rtf", "{\\rtf @s}");
+    folder.Write("v.tsv", "i\tint\t1\ns\tstring\tZo\u00EB\n");
+    const struct {
+        const char* encoding;
+        const char* report;
+        const char* warning;
+    } table[] = {
+        {"utf-8", "{\\rtf Zo\xEB}", ""},
+        {"Windows-1252", "{\\rtf Zo\xC3\xAB}", ""},
+        {nullptr, "{\\rtf Zo\xC3\xAB}", "v.tsv:2:12: warning: read as Windows-1252"},
+    };
+    for (const auto& row : table) {
+        Strings arguments = {"report", "t.rtf", "--vars", "v.tsv", "-o", "-"};
+        if (row.encoding) arguments.insert(arguments.end(), {"--encoding", row.encoding});
+        const Finished run = Run(arguments);
+        EXPECT_EQ(run.exitCode, 0) << run.err;
+        EXPECT_EQ(run.out, row.report);
+        EXPECT_THAT(run.err, StartsWith(row.warning));
+        EXPECT_EQ(run.err.empty(), *row.warning == '\0') << run.err;
+    }
+    EXPECT_EQ(Run({"report", "t.rtf", "--encoding", "utf-8", "-o", "-"}).exitCode, 2);
+    EXPECT_EQ(Run({"report", "t.rtf", "--vars", "v.tsv", "--encoding", "x", "-o", "-"}).exitCode,
+              2);
+}
+
+TEST_F(CommandLine, PlainTextRunsNowhereInAReport) {
+    Store("part.DAT", "<@t@EVAL(t)>");
+    folder.Write("t.rtf", "{\\rtf @DEFER_START(1)@INCLUDE([part])@DEFER_END@PRINT_DEFERRED(ASC)}");
+    folder.Write("v.tsv", "t\ttext\t@ENDIF{\\\\b} [@CALL(x)\u0141]\n");
+    const Finished run =
+        Run({"report", "t.rtf", "--vars", "v.tsv", "--encoding", "utf-8", "-o", "-"});
+    EXPECT_EQ(run.err, "");
+    const std::string text = "\\'40ENDIF\\{\\\\b\\} \\'5b\\'40CALL(x)\\u321L\\'5d";
+    EXPECT_EQ(run.out, "{\\rtf <" + text + text + ">}");
+}
+
 TEST_F(CommandLine, ListsWhatATemplateUses) {
     Store("part.DAT", "\n@deep@CALL(g)");
     folder.Write("t.rtf",

@@ -62,6 +62,21 @@ TEST_F(GraphCommand, DrawsEveryFormat) {
     }
 }
 
+TEST_F(GraphCommand, PlainTextShowsItsLetters) {
+    folder.Write("g.json", R"({"graphs": {"Worry": {"width": 4, "height": 0.5, "sections": [
+  {"scale": {"min": 20, "max": 80, "left": "@t", "points": [40]}}]}}})");
+    folder.Write("v.tsv", "t\ttext\t{b}\\\\i [@\u0141]\n");
+    const Strings arguments = {"--vars", "v.tsv", "--encoding", "utf-8", "-o", "-", "--format"};
+    for (const char* format : {"svg", "rtf"}) {
+        Strings all = arguments;
+        all.insert(all.end(), {format, "--alt"});
+        const Finished drawn = Graph(all);
+        EXPECT_EQ(drawn.err, "");
+        const bool isSvg = format[0] == 's';
+        EXPECT_THAT(drawn.out, HasSubstr(isSvg ? "{b}\\i [@L]: 40" : "\\{b\\}\\\\i [@L]: 40"));
+    }
+}
+
 TEST_F(GraphCommand, FaultsLeaveNothing) {
     const struct {
         Strings arguments;

@@ -170,6 +170,13 @@ TEST_F(ScoreCommands, TellsFaultsWithTheirPlaces) {
     ExpectOnly({"norms.csv", "out.tsv", "raw.tsv"});
 }
 
+TEST_F(ScoreCommands, KeysArePlainTextAndResultsKeepTheEscapes) {
+    folder.Write("norms.csv", "scale,group,raw,T\nFear,[\u00E9],0-5,50\n");
+    const Finished scored = Score("Fear\tint\t4\ngroup\ttext\t[\u00E9]\n", {"--encoding", "utf-8"});
+    EXPECT_EQ(scored.err, "");
+    EXPECT_EQ(scored.out, "Fear\tint\t4\ngroup\tstring\t\\\\'5b\xE9\\\\'5d\nFear_T\tint\t50\n");
+}
+
 TEST_F(ScoreCommands, TellsFaultsOfTheNorms) {
     struct Case {
         const char* norms;

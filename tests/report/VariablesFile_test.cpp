@@ -13,12 +13,14 @@ namespace tessalink::test {
 namespace {
 
 /// "LINE:COLUMN MESSAGE" of the fault, or nothing.
-std::string faultOf(std::string_view text, VarTable& variables) {
+std::string faultOf(std::string_view text, VarTable& variables,
+                    VariablesEncoding encoding = VariablesEncoding::Windows1252) {
     CMemFile file(text);
     file.SetFilePath("vars.tsv");
     try {
-        readVariables(file, variables);
-        return "";
+        const auto doubt = readVariables(file, variables, nullptr, encoding);
+        if (!doubt) return "";
+        return "doubt at " + std::to_string(doubt->line) + ":" + std::to_string(doubt->column);
     } catch (const VariablesError& fault) {
         EXPECT_EQ(fault.GetPlace().file, "vars.tsv");
         return std::to_string(fault.GetPlace().line) + ":" +
@@ -97,6 +99,36 @@ TEST(VariablesFile, NamesPlaceAndKindOfAFault) {
             EXPECT_EQ(variables.GetCount(), 1) << "what came before it";
             EXPECT_EQ(variables.GetInt("first"), 1);
         }
+    }
+}
+
+TEST(VariablesFile, ReadsUtf8AndPlainText) {
+    constexpr auto utf8 = VariablesEncoding::Utf8;
+    constexpr auto ansi = VariablesEncoding::Windows1252;
+    const std::string lines = "# \u2264\ns\tstring\t{\u00EB}\nt\ttext\t{\u00EB}\\\\ \u0141@\n";
+    const struct {
+        std::string text;
+        VariablesEncoding encoding;
+        const char* outcome;
+        const char* string;
+        const char* plain;
+    } table[] = {
+        {lines, utf8, "", "{\xEB}", "\\{\xEB\\}\\\\ \\u321L\\'40"},
+        {"\xEF\xBB\xBF" + lines, ansi, "", "{\xEB}", "\\{\xEB\\}\\\\ \\u321L\\'40"},
+        {lines, ansi, "doubt at 1:3", "{\xC3\xAB}", "\\{\xC3\xAB\\}\\\\ \xC5\x81\\'40"},
+        {lines + "#\xEB\n", ansi, "", "{\xC3\xAB}", "\\{\xC3\xAB\\}\\\\ \xC5\x81\\'40"},
+        {"s\tstring\t\\\\\u0141", utf8, "1:12 a character that Windows-1252", "", ""},
+        {"\xEF\xBB\xBFs\tstring\t\u0141", ansi, "1:10 a character that Windows-1252", "", ""},
+        {"i\tint\t1\nt\ttext\t\u0141\xEB", utf8, "2:10 a byte that is no UTF-8", "", ""},
+        {std::string("t\ttext\tx\0", 9), utf8, "1:9 a text can't hold a NUL", "", ""},
+    };
+    for (const auto& row : table) {
+        VarTable variables;
+        const std::string outcome = faultOf(row.text, variables, row.encoding);
+        EXPECT_EQ(outcome.substr(0, std::string_view(row.outcome).size()), row.outcome);
+        EXPECT_EQ(outcome.empty(), *row.outcome == '\0') << outcome;
+        EXPECT_EQ(variables.GetStr("s"), row.string) << row.text;
+        EXPECT_EQ(variables.GetStr("t"), row.plain) << row.text;
     }
 }
 

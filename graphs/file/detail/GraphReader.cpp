@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/base/NumberText.h"
+#include "report/PlainText.h"
 #include "report/VariablesFile.h"
 
 namespace tessalink::detail {
@@ -73,9 +74,10 @@ Reference referenceAt(std::string_view text) {
     return {text.substr(0, length), -1, length == 0 ? 0 : length + 1};
 }
 
+/// Without the escapes that keep plain text from being RTF.
 CString plainText(const VariantVar& variable, int decimals) {
     return decimals >= 0 && variable.IsNumber() ? formatDouble(variable.GetAsDouble(), 0, decimals)
-                                                : variable.GetAsStr();
+                                                : unescapeText(variable.GetAsStr().View());
 }
 
 CString labelText(const VariantVar& variable, int decimals) {

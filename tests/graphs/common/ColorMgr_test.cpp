@@ -125,6 +125,13 @@ Vector seen(const Matrix& view, COLORREF color) {
     return lab(light);
 }
 
+TEST(ColorMgr, AnEmptyPaletteStandsForTheDefaultOne) {
+    const COLORREF one[] = {RGB(1, 2, 3)};
+    const ColorMgr colors(std::span(one).first(0));
+    EXPECT_EQ(colors.GetColorCount(), ColorMgr::cDefaultColors);
+    EXPECT_EQ(colors.GetColor(0), RGB(0, 0, 0));
+}
+
 TEST(ColorMgr, ColorSafePaletteIsToldApartByEverybodyAndInGrey) {
     const auto palette = ColorMgr::ColorSafePalette();
     ASSERT_GE(palette.size(), 8u);
