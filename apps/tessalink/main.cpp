@@ -71,7 +71,7 @@ void addEncoding(CLI::App& command, VariablesSource& source, CLI::Option* file) 
     command
         .add_option_function<std::string>("--encoding", set,
                                           "of the variables: utf-8 or windows-1252 (default)")
-        ->check(CLI::IsMember({cUtf8, cWindows1252}, CLI::ignore_case))
+        ->transform(CLI::IsMember({cUtf8, cWindows1252}, CLI::ignore_case))
         ->needs(file);
 }
 

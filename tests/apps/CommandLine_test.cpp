@@ -319,7 +319,7 @@ TEST_F(CommandLine, ReadsUtf8AndWarnsWhereItIsNotSaid) {
         const char* report;
         const char* warning;
     } table[] = {
-        {"utf-8", "{\\rtf Zo\xEB}", ""},
+        {"UTF-8", "{\\rtf Zo\xEB}", ""},
         {"Windows-1252", "{\\rtf Zo\xC3\xAB}", ""},
         {nullptr, "{\\rtf Zo\xC3\xAB}", "v.tsv:2:12: warning: read as Windows-1252"},
     };
