@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -127,7 +128,7 @@ Vector seen(const Matrix& view, COLORREF color) {
 
 TEST(ColorMgr, AnEmptyPaletteStandsForTheDefaultOne) {
     const COLORREF one[] = {RGB(1, 2, 3)};
-    const ColorMgr colors(std::span(one).first(0));
+    const ColorMgr colors(std::span<const COLORREF>(one, 0));
     EXPECT_EQ(colors.GetColorCount(), ColorMgr::cDefaultColors);
     EXPECT_EQ(colors.GetColor(0), RGB(0, 0, 0));
 }
