@@ -9,12 +9,6 @@
 
 namespace tessalink {
 
-namespace {
-
-constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
-
-}  // namespace
-
 JsonSource::JsonSource(CFile& file)
     : m_file(file.GetGivenPath()), m_text(readText(file, cMaxJsonFile)) {
     if (m_text.size() > cMaxJsonFile) Throw(0, nullptr, "the file is larger than 64 MiB");
@@ -40,8 +34,7 @@ CString JsonSource::TextOf(const JsonValue& value) const {
     if (converted.IsWhole()) return CString(std::move(converted.text));
     const std::string_view written =
         std::string_view(m_text).substr(value.start, value.end - value.start);
-    Throw(value.start + detail::rawOffset(written, converted.fault), &value,
-          "this character is not in Windows-1252, the code page of reports");
+    Throw(value.start + detail::rawOffset(written, converted.fault), &value, cNotInWindows1252);
 }
 
 void JsonSource::Throw(std::size_t offset, const JsonValue* value,
