@@ -9,7 +9,8 @@
 namespace {
 
 constexpr COLORREF cCurrentCell = RGB(255, 255, 192);
-constexpr int cBarWidth = 2;
+/// The left edge of the current cell while the list has the focus.
+constexpr int cBarWidth = 3;
 constexpr int cWheelNotch = 120;
 /// Cells further away than this many pixels are placed here.
 constexpr std::int64_t cFarAway = 1 << 29;
@@ -46,7 +47,7 @@ void ColumnListCtl::OnSize(UINT type, int width, int height) {
 }
 
 int ColumnListCtl::SetReadOnly(int readOnly) {
-    const int was = IsReadOnly();
+    const int was = m_isReadOnly ? 1 : 0;
     m_isReadOnly = readOnly != 0;
     Invalidate();
     return was;
@@ -56,6 +57,7 @@ int ColumnListCtl::SetReadOnly(int readOnly) {
 
 void ColumnListCtl::set_count(int count) {
     ++m_contents;
+    m_keying = nullptr;
     m_count = count;
     m_current = count > 0 ? 0 : -1;
     m_firstColumn = 0;
@@ -310,10 +312,7 @@ void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) 
     const tessalink::Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
     dc.Rectangle(&rect);
     if (!Holds(GetFocus())) return;
-    // On the cell's ground, where it shows in dark themes, too.
-    CRect bar(rect.left + 1, rect.top + 1, rect.left + 1 + cBarWidth, rect.bottom - 1);
-    bar.OffsetRect(1, 0);
-    bar.DeflateRect(0, 1);
+    CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
     dc.FillSolidRect(&bar, cell_text(isCurrent));
 }
 
@@ -321,5 +320,21 @@ tessalink::AccessibleElement ColumnListCtl::Accessible() const {
     tessalink::AccessibleElement element = CWnd::Accessible();
     element.role = tessalink::AccessibleRole::List;
     element.isReadOnly = m_isReadOnly;
+    return element;
+}
+
+tessalink::AccessibleElement ColumnListCtl::AccessibleChild(int index) const {
+    tessalink::AccessibleElement element;
+    element.role = tessalink::AccessibleRole::ListItem;
+    element.name = cell_name(index);
+    if (is_open(index)) {
+        element.value = both_values(index, "First %s, now %s");
+    } else if (!is_hidden(index)) {
+        element.value = cell_reading(index, cell_value(index));
+    }
+    element.isReadOnly = cell_is_read_only(index);
+    element.isInvalid = is_open(index);
+    element.isFocused = index == m_current && Holds(GetFocus());
+    element.rect = GetItemRect(index);
     return element;
 }

@@ -3,9 +3,10 @@
 #include <cstdint>
 
 #include "platform/windows/CWnd.h"
+#include "responselists/DoubleKeying.h"
 
-/// What a list tells its parent by WM_NOTIFY: a change, NM_SETFOCUS with the current item, or
-/// NM_KILLFOCUS with item -1.
+/// What a list tells its parent by WM_NOTIFY. NM_SETFOCUS comes with the current item (-1 in an
+/// empty list), NM_KILLFOCUS with item -1.
 struct LISTCTL_NOTIFICATION {
     NMHDR hdr;
     std::int32_t itemIndex;
@@ -21,6 +22,9 @@ inline constexpr int LIST_CURRENT_CHANGED = 2;
 inline constexpr int LIST_DIFFERENCE = 4;
 /// In a second pass an item was settled: the item, the value that it has now.
 inline constexpr int LIST_SETTLED = 5;
+/// In a second pass the last item that was left has been settled: -1, the number of corrections.
+/// The bell has sounded, the pass is still on.
+inline constexpr int LIST_PASS_COMPLETE = 6;
 
 /// What the lists of responses and of numbers share: cells that run down columns, which continue to
 /// the right and scroll by whole columns; one cell is current, and keys, the mouse and entries make
@@ -43,7 +47,22 @@ public:
     void ShowCurrItem() { scroll_into_view(m_current); }
     /// Whether keys and clicks leave all values as they are; returns what was set before.
     virtual int SetReadOnly(int readOnly);
-    int IsReadOnly() const { return m_isReadOnly ? 1 : 0; }
+    bool IsReadOnly() const { return m_isReadOnly; }
+    /// Keeps what is being typed. False when it is refused, which the user has been told: a dialog
+    /// should stay open then. A handler that replaces or destroys the list ends what was typed.
+    virtual bool CommitEntry() { return true; }
+
+    /// Starts a second pass at the first cell (verification by double keying): values are hidden
+    /// until they are keyed again and compared. At a difference the bell sounds, the cell shows
+    /// both values, and whichever of them is keyed then is final. The parent is told of all that
+    /// (LIST_DIFFERENCE, LIST_SETTLED), and of the end (LIST_PASS_COMPLETE) when every cell that
+    /// can be keyed is settled; the bell sounds there, too. Returns false, and does nothing, when
+    /// what is being typed is refused. The object must outlive the pass, which new contents end,
+    /// and the program leaves the values alone meanwhile.
+    bool BeginVerification(tessalink::DoubleKeying& keying);
+    void EndVerification();
+    bool IsVerifying() const { return m_keying != nullptr; }
+
     /// The place of a cell in the client area; empty for an index out of range.
     CRect GetItemRect(int index) const;
     /// The cell at a point of the client area, or -1.
@@ -58,6 +77,7 @@ public:
     BOOL OnMouseWheel(UINT flags, short delta, CPoint point) override;
     tessalink::AccessibleElement Accessible() const override;
     int AccessibleChildCount() const override { return m_count; }
+    tessalink::AccessibleElement AccessibleChild(int index) const override;
     int AccessibleChildAt(CPoint point) const override { return ItemAt(point); }
     int AccessibleFocusChild() const override { return m_current; }
     void ChooseAccessibleChild(int index) override { go_to(index); }
@@ -78,6 +98,33 @@ protected:
         tessalink::WindowGuard m_alive;
         unsigned m_contents;
     };
+
+    /// What a cell is called, what it holds, and what a value reads there; empty for a missing one.
+    virtual CString cell_name(int index) const = 0;
+    virtual int cell_value(int index) const = 0;
+    virtual CString cell_reading(int index, int value) const = 0;
+    /// Whether the user can't change the cell now, and whether a second pass can come to it.
+    virtual bool cell_is_read_only(int) const { return m_isReadOnly; }
+    virtual bool cell_is_keyed(int) const { return true; }
+    /// Stores what the user has keyed and tells the parent.
+    virtual void keep_value(int index, int value) = 0;
+    /// A second pass starts or ends.
+    virtual void pass_changed() {}
+    /// The current cell was keyed otherwise than in the first pass.
+    virtual void value_differs() {}
+
+    /// In a second pass: the current cell was keyed again. False at a difference.
+    bool verify(int value);
+    /// Whether the cell was keyed differently and waits for the final value.
+    bool is_open(int index) const;
+    /// Whether the cell keeps its value to itself until it is keyed again.
+    bool is_hidden(int index) const;
+    /// Whether the cell was keyed again and compared.
+    bool is_settled(int index) const;
+    /// The value that is compared with the first one, while there is a cell that is open.
+    int open_value() const { return m_keying->OpenAnswer(); }
+    /// Both values of a cell that is open, the first one at the first %s of the format.
+    CString both_values(int index, const char* format) const;
 
     /// Measures the cells and places them in columns.
     virtual void RecalcLayout();
@@ -123,6 +170,10 @@ private:
     int page_columns() const;
     int last_first_column() const;
     int bar_position() const;
+    void tell_difference(int index, int value);
+    void tell_completion();
 
-    unsigned m_contents = 0;  ///< how often the contents were replaced
+    tessalink::DoubleKeying* m_keying = nullptr;  ///< of the second pass that is on
+    int m_firstLeft = 0;                          ///< no cell before it is left to a second pass
+    unsigned m_contents = 0;                      ///< how often the contents were replaced
 };

@@ -5,7 +5,6 @@
 
 #include "core/ResponseSet.h"
 #include "responselists/ColumnListCtl.h"
-#include "responselists/DoubleKeying.h"
 
 /// Told on request (ItemListCtl::ReportCounts) when the number of answered items or of all items
 /// has changed, by the user or by the program.
@@ -22,6 +21,11 @@ inline constexpr int ITEMLIST_COUNTS = 3;
 /// shows its number and the captions of its responses; a key that belongs to a response circles it,
 /// and the next item becomes current. A key that is held down counts once. The backspace takes the
 /// last answers back. A click on a caption chooses that response, and its item stays current.
+///
+/// In a second pass the answer of the first one is circled at a difference and the other one boxed;
+/// each further character rings the bell until the backspace takes the second answer back, so that
+/// who keys on without listening settles nothing. A click needs no backspace. What was keyed before
+/// the pass can't be taken back any more.
 ///
 /// The responses are defined as "[Yes|Yy|1][No|Nn|2]" (see core/ResponseSet.h); a code that is left
 /// out is the response's place, codes have 16 bits. An index out of range raises
@@ -51,25 +55,17 @@ public:
     /// Removes items and responses, and ends a second pass.
     void Clear();
 
-    /// Takes the last answer back and makes its item current; 0 when there is none.
-    int Undo();
+    /// Takes the last answer back and makes its item current; false when there is none to take
+    /// back, or the list is read-only.
+    bool Undo();
     /// Whether the parent is told how many items are answered; it is at once.
-    void ReportCounts(int report);
+    void ReportCounts(bool report);
     int GetAnsweredCount() const { return m_answered; }
     int GetMissingCount() const { return m_count - m_answered; }
 
     /// For who does not look at the screen; off at start: whether the bell sounds at a character
-    /// that belongs to no response, and when the last item has been answered by a key.
-    void UseBells(int use) { m_usesBells = use != 0; }
-
-    /// Starts a second pass at the first item: answers are hidden until they are keyed again and
-    /// compared. At a difference the item stays current and shows both answers, and each further
-    /// character rings the bell until the backspace takes the second one back; whichever of both is
-    /// keyed then is final. A click needs no backspace. The parent is told of both
-    /// (LIST_DIFFERENCE, LIST_SETTLED). What was keyed before can't be taken back any more. The
-    /// object must outlive the pass, and the program leaves the answers alone meanwhile.
-    void BeginVerification(tessalink::DoubleKeying& keying);
-    void EndVerification();
+    /// that belongs to no response, and when a key has answered the last item in a first pass.
+    void UseBells(bool use) { m_usesBells = use; }
 
     UINT OnGetDlgCode() override;
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
@@ -78,7 +74,6 @@ public:
     void OnLButtonDblClk(UINT flags, CPoint point) override;
     void OnSetFocus(CWnd* old) override;
     void OnKillFocus(CWnd* next) override;
-    tessalink::AccessibleElement AccessibleChild(int index) const override;
 
 protected:
     /// One response, with the width of its caption.
@@ -98,6 +93,12 @@ protected:
     static bool parse_responses(std::string_view& text, ResponseList& responses);
     /// The responses of an item; null when it has none.
     virtual const ResponseList* responses_of(int index) const;
+    CString cell_name(int index) const override { return number_text(index).Trim(); }
+    int cell_value(int index) const override { return GetItem(index); }
+    CString cell_reading(int index, int value) const override;
+    bool cell_is_keyed(int index) const override;
+    void keep_value(int index, int value) override;
+    void pass_changed() override { m_undo.clear(); }
     virtual void create_fonts(int height);
     void measure_cells(CDC& dc) override;
     void draw_cell(CDC& dc, int index, const CRect& rect) override;
@@ -119,14 +120,10 @@ private:
     std::size_t checked(int index) const;
     void reset();
     bool is_default(int response) const;
-    void change(int index, std::uint16_t value);
     void store(int index, std::uint16_t value);
-    bool verify(std::uint16_t value);
     bool is_stopped() const;
     void tell_counts();
     int response_of_key(UINT ch) const;
-    CString caption_of(int index, int value) const;
-    CString spoken_answer(int index, int value) const;
     CString number_text(int index) const;
     void draw_mark(CDC& dc, const CRect& caption, Mark mark) const;
     int response_at(int index, int x) const;
@@ -137,7 +134,6 @@ private:
     bool m_reportsCounts = false;
     bool m_usesBells = false;
     bool m_isStopped = false;  ///< at a difference, until the backspace is pressed
-    tessalink::DoubleKeying* m_keying = nullptr;
     int m_numberWidth = 0;
     mutable CFont m_font;
     mutable CFont m_boldFont;

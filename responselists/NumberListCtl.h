@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "responselists/ColumnListCtl.h"
-#include "responselists/DoubleKeying.h"
 #include "responselists/XNumberEdit.h"
 
 /// A list for keying in one whole number for each of a few named entries, for instance a raw score
@@ -14,6 +13,10 @@
 /// entry is refused with a message when it is committed: by Return, by going to another cell, or
 /// when the focus leaves, then without a message: the number stays in the box, marked, and the
 /// message comes when the focus is back. Escape brings the entry's number back.
+///
+/// In a second pass (BeginVerification) a number is compared when Return keeps it or it is left; an
+/// empty box that is left otherwise than by Return is passed over. At a difference the entry shows
+/// both numbers beside its emptied box until one of them is keyed again.
 ///
 /// The parent is told of every change that the user makes (LISTCTL_NOTIFICATION): first the value,
 /// then the other entry. An index out of range raises CInvalidArgException.
@@ -50,17 +53,10 @@ public:
     void SetMaxTextLen(int length);
     int GetMaxTextLen() const { return m_maxTextLen; }
 
-    /// Starts a second pass at the first entry: numbers are hidden until they are keyed again and
-    /// compared, when Return keeps them or they are left; an empty box that is left otherwise than
-    /// by Return is passed over. At a difference the entry stays current and shows both numbers
-    /// beside its emptied box until one of them is keyed again; the bell sounds and the parent is
-    /// told (LIST_DIFFERENCE, LIST_SETTLED). Returns 0 when what was being typed is refused. The
-    /// object must outlive the pass, which new contents end, and the program leaves the numbers
-    /// alone meanwhile.
-    int BeginVerification(tessalink::DoubleKeying& keying);
-    void EndVerification();
+    /// Shows a refused number again, to be typed over. So does a difference in a second pass.
+    bool CommitEntry() override;
 
-    // What the edit box tells the list.
+    /// What the edit box tells the list.
 
     /// Goes to the next entry that can be changed; without one, keeps the number.
     virtual void OnReturn();
@@ -88,15 +84,21 @@ protected:
     void draw_cell(CDC& dc, int index, const CRect& rect) override;
     void cells_moved() override;
     void set_curr_cell(int index) override;
+    CString cell_name(int index) const override;
+    int cell_value(int index) const override { return GetItem(index); }
+    CString cell_reading(int, int value) const override { return text_of(value); }
+    bool cell_is_keyed(int index) const override;
+    void keep_value(int index, int value) override;
+    void pass_changed() override { load_edit(); }
+    void value_differs() override;
     /// Keeps the number in the box; 0 when it is refused.
     int update_curr_from_edit(int showMessage);
     int validate_edit(int value, int showMessage);
-    bool cell_is_read_only(int index) const;
+    bool cell_is_read_only(int index) const override;
     bool curr_cell_is_read_only() const { return cell_is_read_only(m_current); }
     virtual XNumberEdit* create_edit() { return new XNumberEdit(*this); }
     /// What a number shows as, and what a text of the box stands for.
     virtual CString text_of(int number) const;
-    CString value_text(int index) const { return text_of(GetItem(index)); }
     virtual std::uint32_t value_of(const CString& text) const;
     /// Whether a number needs no check of its range.
     virtual bool is_exempt(std::uint32_t) const { return false; }
@@ -108,7 +110,6 @@ protected:
 
 private:
     std::size_t checked(int index) const;
-    CString name(int index) const;
     CRect edit_rect(int index) const;
     void reset();
     bool has_edit() const;
@@ -118,16 +119,14 @@ private:
     void set_refused(bool isRefused);
     void gain_focus();
     void lose_focus();
-    void retype();
     int next_editable() const;
     int widest_name(CDC& dc);
     void draw_difference(CDC& dc, const CRect& room, int index) const;
-    CString both_numbers(int index, const char* format) const;
-    bool is_open(int index) const;
     CString shown_text(int index) const;
-    int verify(std::uint32_t value);
-    int store(std::uint32_t value);
-    int differ(std::uint32_t value);
+    bool is_typing() const;
+    static bool is_committing();
+    bool keep(int value);
+    void show_refused();
 
     const char** m_names = nullptr;
     const int* m_ranges = nullptr;
@@ -136,7 +135,6 @@ private:
     bool m_hasFocus = false;
     bool m_isRefused = false;  ///< what is in the box was refused when the focus left
     bool m_isReturn = false;   ///< Return keeps an empty text, too
-    tessalink::DoubleKeying* m_keying = nullptr;
     int m_maxTextLen = cDefaultTextLen;
     std::set<std::uint16_t> m_readOnly;
     int m_legendWidth = 0;  ///< 0: to be measured

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char cEscape = '\\';
+constexpr std::string_view cFontLetters = "nibs";
 constexpr UINT cLabelFormat = DT_NOCLIP | DT_NOPREFIX;
 
 /// The fonts of the switches.
@@ -159,4 +160,16 @@ int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* itali
 
 int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic, CFont* bold) {
     return CalcFormattedWidth(dc, text, normal, italic, bold, nullptr);
+}
+
+CString tessalink::lastFontSwitch(const CString& label) {
+    CString last;
+    walk(
+        label.View(), true, [](std::string_view) {},
+        [&](char letter) {
+            if (cFontLetters.find(letter) != std::string_view::npos) {
+                last = CString(cEscape) + letter;
+            }
+        });
+    return last;
 }

@@ -27,3 +27,11 @@ TESSALINK_API int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal
 /// The same without a symbol font.
 TESSALINK_API int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* italic,
                                      CFont* bold);
+
+namespace tessalink {
+
+/// The last switch of a font in the label, as its own text ("\\b"); empty without one. A line that
+/// continues the label starts with it.
+TESSALINK_API CString lastFontSwitch(const CString& label);
+
+}  // namespace tessalink

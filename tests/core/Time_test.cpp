@@ -64,6 +64,7 @@ const std::vector<Writing> cWritings = {
     {":", false, true, "", "PM", true, false},
     {":", false, false, " AM", "PM", false, true},  // blanks before an indicator are skipped
     {":", false, false, "AM", "AMP", true, false},
+    {":", false, false, "AMP", "AM"},
     {"<::>", false, false, "forenoon!", "afternoon"},
     {"<::>", false, true, "forenoon!!", "afternoon and evening"},
     {":", false, false, "\xD6\xD6", "\xD6S"},
@@ -177,6 +178,7 @@ constexpr int cRefused = -1;
 
 TEST(Time, ReadsWhatPeopleType) {
     const Writing unequal = {":", false, false, "a", "post"};
+    const Writing alike = {":", false, false, "amx", "am"};
     const Writing dotted = {"::"};
     const Writing unnamed = {":", false};
     const std::vector<Typed> table = {
@@ -242,6 +244,8 @@ TEST(Time, ReadsWhatPeopleType) {
         {unequal, "1:02 a    ", cRefused},
         {unequal, "1:02 post", 130200},
         {unequal, "1:02 post ", cRefused},
+        {alike, "1:02 am", 130200},
+        {alike, "1:02 amx", 10200},
     };
     for (const Typed& typed : table) {
         const HostServicesScope scope(typed.writing);

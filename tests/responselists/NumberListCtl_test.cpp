@@ -187,13 +187,17 @@ TEST_F(NumberListCtlTest, TheSecondPassStopsAtDifferences) {
         {"\r", {"5 2 999", "2 3 0"}, ""},
         {"\r", {"bell", "4 3 999"}, "First 4, now none"},
         {"4\r", {"5 3 4", "2 4 0"}, ""},
+        {"\r", {"5 4 999", "2 5 0"}, ""},
+        {"^13v", {"2 4 0", "box Scale E The maximum value is 9!"}, ""},
+        {"\x1bv\r", {"2 5 0", "5 5 999", "bell", "6 -1 1"}, ""},
+        {"^", {"2 4 0"}, ""},
     };
     for (const auto& c : cases) {
         key(c.keys);
         EXPECT_EQ(m_host.Take(), c.log) << c.keys;
         EXPECT_STREQ(list.AccessibleChild(list.GetCurrItemIdx()).value, c.spoken) << c.keys;
     }
-    EXPECT_EQ(keying.SettledCount(), 4);
+    EXPECT_EQ(keying.SettledCount(), 6);
     EXPECT_EQ(keying.CorrectionCount(), 1);
     EXPECT_STREQ(list.AccessibleChild(1).value, "4");
 }
@@ -254,6 +258,8 @@ TEST_F(NumberListCtlTest, LegendsLayoutAndIndexes) {
     EXPECT_EQ(list.GetItemRect(0).Width() - width, 4 * dc.GetTextExtent("9", 1).cx);
     list.SetMaxTextLen(INT_MAX);
     EXPECT_EQ(list.GetMaxTextLen(), NumberListCtl::cLongestText);
+    key(std::string(NumberListCtl::cMaxReadLen - 1, '0') + "12v");
+    EXPECT_EQ(list.GetItem(0), 1) << "the last character is not read";
 }
 
 TEST_F(NumberListCtlTest, ANotificationMayDestroyDeleteOrReplaceTheList) {

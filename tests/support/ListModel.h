@@ -35,8 +35,16 @@ struct ColumnModel {
     int visible = 1;
     bool hasFocus = false;
     bool isReadOnly = false;
+    std::vector<int> values;
+    bool isVerifying = false;
+    std::set<int> settled;
+    std::pair<int, int> open{-1, 0};
+    int corrections = 0;
+    bool isComplete = false;
     Log log;
     std::size_t notifications = 0;
+
+    virtual ~ColumnModel() = default;
 
     void Layout(CSize window, CSize cell) {
         for (const int bar : {0, GetSystemMetrics(SM_CYHSCROLL)}) {
@@ -64,6 +72,41 @@ struct ColumnModel {
                                              {VK_DOWN, current + 1}};
         return targets.at(key);
     }
+    int& Value(int item) { return values[static_cast<std::size_t>(item)]; }
+    void BeginPass() {
+        isVerifying = true;
+        settled.clear();
+        open.first = -1;
+        corrections = 0;
+        isComplete = false;
+    }
+    /// Whether a second pass can come to a cell.
+    virtual bool IsKeyed(int item) const = 0;
+    virtual void Store(int item, int value) {
+        Value(item) = value;
+        log.push_back(told(1, item, value));
+    }
+    /// The current cell is keyed again; false at a difference.
+    bool Verify(int value) {
+        if (value != Value(current) && open != std::pair(current, value)) {
+            open = {current, value};
+            log.insert(log.end(), {"bell", told(4, current, value)});
+            return false;
+        }
+        open.first = -1;
+        settled.insert(current);
+        if (value != Value(current)) {
+            ++corrections;
+            Store(current, value);
+        }
+        log.push_back(told(5, current, value));
+        bool isLeft = isComplete;
+        for (int i = 0; i < count; ++i) isLeft = isLeft || (IsKeyed(i) && settled.count(i) == 0);
+        if (isLeft) return true;
+        isComplete = true;
+        log.insert(log.end(), {"bell", told(6, -1, corrections)});
+        return true;
+    }
     int Clamped(int index) const { return std::max(std::min(index, count - 1), 0); }
     void Focus(bool focus) {
         if (std::exchange(hasFocus, focus) == focus) return;
@@ -75,11 +118,7 @@ struct ColumnModel {
 struct ItemModel : ColumnModel {
     bool hasSets = true;  ///< of responses
     ResponseGrammar grammar;
-    std::vector<int> values;
     std::vector<std::pair<int, int>> undo;
-    bool isVerifying = false;
-    std::vector<int> firstAnswers;
-    std::pair<int, int> open{-1, 0};
     bool isStopped = false;
     bool usesBells = false;
 
@@ -114,7 +153,8 @@ struct ItemModel : ColumnModel {
     const ResponseGrammar::Responses& Of(int item) const {
         return grammar.items[static_cast<std::size_t>(item)];
     }
-    int& Value(int item) { return values[static_cast<std::size_t>(item)]; }
+    bool IsKeyed(int item) const override { return !Of(item).empty(); }
+    void Store(int item, int value) override { Set(item, value, true); }
     void Set(int item, int value, bool tells) {
         const int before = std::exchange(Value(item), value);
         if (before == value) return;
@@ -135,17 +175,8 @@ struct ItemModel : ColumnModel {
             Set(current, value, true);
             return true;
         }
-        int& firstAnswer = firstAnswers[static_cast<std::size_t>(current)];
         isStopped = false;
-        if (value != firstAnswer && open != std::pair(current, value)) {
-            open = {current, value};
-            log.insert(log.end(), {"bell", told(4, current, value)});
-            return false;
-        }
-        open.first = -1;
-        if (std::exchange(firstAnswer, value) != value) Set(current, value, true);
-        log.push_back(told(5, current, value));
-        return true;
+        return Verify(value);
     }
     bool IsStopped() const { return isStopped && isVerifying && open.first == current; }
     void Char(char ch) {
@@ -154,7 +185,7 @@ struct ItemModel : ColumnModel {
             if (IsStopped() || response.keys.find(ch) == std::string::npos) continue;
             isStopped = !Answer(response.value);
             if (isStopped) return Show();
-            if (usesBells && current == count - 1) log.emplace_back("bell");
+            if (usesBells && !isVerifying && current == count - 1) log.emplace_back("bell");
             Go(current + 1);
             return;
         }
@@ -175,19 +206,17 @@ struct ItemModel : ColumnModel {
             Answer(Of(item)[static_cast<std::size_t>(response)].value);
         Show();
     }
-    void Verify() {
-        isVerifying = true;
-        isStopped = false;
-        firstAnswers = values;
-        open.first = -1;
+    bool CommitEntry() { return true; }
+    bool Begin() {
+        BeginPass();
         undo.clear();
         Go(0);
+        return true;
     }
 };
 
 /// A list of numbers and its box.
 struct NumberModel : ColumnModel {
-    std::vector<int> values;
     const char** names = nullptr;
     const int* ranges = nullptr;
     bool knowsMissing = false;
@@ -198,9 +227,6 @@ struct NumberModel : ColumnModel {
     std::string text;
     bool isSelected = false;
     std::size_t caret = 0;
-    bool isVerifying = false;
-    std::set<int> settled;
-    std::pair<int, int> open{-1, 0};
 
     bool IsMissing(int value) const {
         return knowsMissing && value == static_cast<int>(cMissingNumber);
@@ -225,23 +251,17 @@ struct NumberModel : ColumnModel {
         Select();
         isShown = hasFocus;
     }
-    void Cancel() {
-        if (current >= 0 && text != TextOf(current)) Load();
-    }
-    bool Verify(int value) {
-        int& own = values[static_cast<std::size_t>(current)];
-        if (settled.count(current) != 0 && value == own) return true;
-        if (value != own && open != std::pair(current, value)) {
-            open = {current, value};
-            log.insert(log.end(), {"bell", told(4, current, value)});
-            Change("", 0);
-            return false;
-        }
-        open.first = -1;
-        if (std::exchange(own, value) != value) log.push_back(told(1, current, value));
-        settled.insert(current);
-        log.push_back(told(5, current, value));
+    bool Cancel() {
+        if (current < 0 || !isShown || text == TextOf(current)) return false;
+        Load();
         return true;
+    }
+    bool IsKeyed(int item) const override { return readOnly.count(item) == 0; }
+    bool Again(int value) {
+        const bool isSaid = settled.count(current) != 0 && open.first != current;
+        if ((isSaid && value == Value(current)) || Verify(value)) return true;
+        Change("", 0);
+        return false;
     }
     bool Commit(bool asks, bool isReturn = false) {
         isRefused = false;
@@ -252,7 +272,7 @@ struct NumberModel : ColumnModel {
             if (isReturn) log.emplace_back("bell");
             return !isReturn;
         }
-        if (value == own) return !isVerifying || Verify(value);
+        if (value == own) return !isVerifying || Again(value);
         const int* range =
             ranges != nullptr && !IsMissing(value) ? ranges + std::ptrdiff_t{2} * current : nullptr;
         if (range != nullptr && (value < range[0] || value > range[1])) {
@@ -265,16 +285,19 @@ struct NumberModel : ColumnModel {
             if (hasFocus) Select();
             return false;
         }
-        if (isVerifying) return Verify(value);
-        own = value;
-        log.push_back(told(1, current, value));
+        if (isVerifying) return Again(value);
+        Store(current, value);
         return true;
     }
+    bool CommitEntry() {
+        if (!isShown || current < 0 || IsLocked(current) || Commit(true)) return true;
+        if (!hasFocus) FocusIn(false);
+        Select();
+        return false;
+    }
     bool Begin() {
-        if (isShown && current >= 0 && !IsLocked(current) && !Commit(true)) return false;
-        isVerifying = true;
-        settled.clear();
-        open.first = -1;
+        if (!CommitEntry()) return false;
+        BeginPass();
         Load();
         Go(0);
         return true;

@@ -32,20 +32,26 @@ class OpenedList : public List {
 public:
     using List::List;
 
-    CPoint MiddleOf(int item, int response) const {
+    /// Where a caption takes clicks: half a gap belongs to it on either side, of an odd gap the
+    /// smaller half on the left.
+    CRect Room(int item, int response) const {
+        const auto widthOf = [gap = this->m_halfWidth](const auto& responses, int count) {
+            int width = 0;
+            for (int i = 0; i < count; ++i) {
+                width += responses[static_cast<std::size_t>(i)].width + gap;
+            }
+            return width;
+        };
         int widest = 0;
         for (const auto& set : this->m_sets) {
-            int width = 0;
-            for (const auto& one : set) width += one.width + this->m_halfWidth;
-            widest = std::max(widest, width);
+            widest = std::max(widest, widthOf(set, static_cast<int>(set.size())));
         }
-        const CRect cell = this->GetItemRect(item);
+        CRect room = this->GetItemRect(item);
+        const int start = room.right - widest - this->m_halfWidth / 2;
         const auto& responses = *this->responses_of(item);
-        int x = cell.right - widest;
-        for (int i = 0; i < response; ++i) {
-            x += responses[static_cast<std::size_t>(i)].width + this->m_halfWidth;
-        }
-        return {x + responses[static_cast<std::size_t>(response)].width / 2, cell.CenterPoint().y};
+        room.right = start + widthOf(responses, response + 1);
+        room.left = start + widthOf(responses, response);
+        return room;
     }
 };
 
@@ -156,6 +162,19 @@ public:
         ASSERT_EQ(last.top, (model.count - 1) % model.rows * cell.Height()) << this->trace;
     }
 
+    virtual void EndPass() = 0;
+    void Verify() {
+        if (model.isVerifying) {
+            list->EndVerification();
+            model.isVerifying = false;
+            EndPass();
+        } else {
+            EXPECT_EQ(list->BeginVerification(keying), model.Begin()) << trace;
+        }
+        EXPECT_EQ(list->IsVerifying(), model.isVerifying) << trace;
+    }
+    void Commit() { EXPECT_EQ(list->CommitEntry(), model.CommitEntry()) << trace; }
+
     CPoint OnScreen(CPoint point) const {
         list->ClientToScreen(&point);
         return point;
@@ -217,7 +236,8 @@ public:
                    {3, "setitem", [this] { SetItem(); }},
                    {1, "setlegend", [this] { SetLegend(); }},
                    {2, "setreadonly", [this] { SetReadOnly(); }},
-                   {2, "verify", [this] { Verify(); }},
+                   {2, "verify", [this] { this->Verify(); }},
+                   {1, "commit", [this] { this->Commit(); }},
                    {5, "movefocus", [this] { MoveFocus(); }}},
                   events);
     }
@@ -252,16 +272,18 @@ public:
         CPoint point = this->Corner(item);
         CRect client;
         list->GetClientRect(&client);
-        if (response >= 0 && client.PtInRect(list->MiddleOf(item, response)) != 0) {
-            point = list->MiddleOf(item, response);
-        } else {
-            response = -1;
+        if (response >= 0) {
+            const CRect room = list->Room(item, response);
+            const int places[] = {room.left, room.right - 1, room.CenterPoint().x};
+            const CPoint in(dice.Pick(places), room.CenterPoint().y);
+            client.PtInRect(in) != 0 ? static_cast<void>(point = in)
+                                     : static_cast<void>(response = -1);
         }
         driver.Click(this->OnScreen(point));
         model.Click(item, response);
     }
     void SetItem() {
-        if (model.count == 0) return;
+        if (model.count == 0 || model.isVerifying) return;
         const int item = this->Below(model.count);
         const auto value = static_cast<std::uint16_t>(dice.OneIn(3) ? 65535 : dice.Below(9));
         list->SetItem(item, value);
@@ -299,17 +321,9 @@ public:
         EXPECT_EQ(list->SetReadOnly(dice.OneIn(4) ? 1 : 0) != 0, model.isReadOnly);
         model.isReadOnly = list->IsReadOnly() != 0;
         model.usesBells = dice.OneIn(2);
-        list->UseBells(model.usesBells ? 1 : 0);
+        list->UseBells(model.usesBells);
     }
-    void Verify() {
-        if (model.isVerifying) {
-            list->EndVerification();
-            model.isVerifying = false;
-        } else {
-            list->BeginVerification(this->keying);
-            model.Verify();
-        }
-    }
+    void EndPass() override {}
     void MoveFocus() {
         const bool focus = !dice.OneIn(5);
         if (!focus) {
@@ -364,9 +378,12 @@ public:
     }
     void TakeBack() {
         const bool isEscape = dice.OneIn(3);
-        if (!model.hasFocus) return;
-        driver.PressKey(isEscape ? VK_ESCAPE : VK_BACK);
-        isEscape ? model.Cancel() : model.Back();
+        if (isEscape && dice.OneIn(2)) {
+            EXPECT_EQ(list->OnCancel(), model.Cancel()) << this->trace;
+        } else if (model.hasFocus) {
+            driver.PressKey(isEscape ? VK_ESCAPE : VK_BACK);
+            isEscape ? static_cast<void>(model.Cancel()) : model.Back();
+        }
     }
     void Click() {
         const int item = this->ShownCell();
@@ -405,15 +422,7 @@ public:
         model.Load();
         this->Layout();
     }
-    void Verify() {
-        if (model.isVerifying) {
-            list->EndVerification();
-            model.isVerifying = false;
-            model.Load();
-        } else {
-            EXPECT_EQ(list->BeginVerification(this->keying) != 0, model.Begin());
-        }
-    }
+    void EndPass() override { model.Load(); }
     void SetCurrent() {
         if constexpr (std::is_same_v<List, NumberListCtl2>) {
             if (model.count == 0) return;
@@ -464,7 +473,8 @@ public:
                    {1, "setlegend", [this] { SetLegend(); }},
                    {2, "setreadonly", [this] { SetReadOnly(); }},
                    {1, "setmaxtextlen", [this] { SetMaxTextLen(); }},
-                   {1, "verify", [this] { Verify(); }},
+                   {1, "verify", [this] { this->Verify(); }},
+                   {2, "commit", [this] { this->Commit(); }},
                    {2, "setcurrent", [this] { SetCurrent(); }},
                    {6, "movefocus", [this] { MoveFocus(); }}},
                   events);

@@ -12,19 +12,6 @@ namespace tessalink {
 namespace {
 
 constexpr char cSwitch = '\\';
-constexpr std::string_view cFontLetters = "nibs";
-
-/// The last switch of a font in the text, as text; empty when there is none.
-CString lastSwitch(const CString& text) {
-    const std::string_view view = text.View();
-    CString last;
-    for (std::size_t i = 0; i + 1 < view.size(); ++i) {
-        if (view[i] != cSwitch) continue;
-        ++i;
-        if (cFontLetters.find(view[i]) != std::string_view::npos) last = view.substr(i - 1, 2);
-    }
-    return last;
-}
 
 /// Builds the lines of a label from its words.
 class LineBuilder {
@@ -42,7 +29,7 @@ public:
         m_isEmpty = false;
     }
     void EndLine() {
-        const CString before = lastSwitch(m_line);
+        const CString before = lastFontSwitch(m_line);
         m_result.width = std::max(m_result.width, m_fonts.Width(m_line));
         m_result.lines.push_back(std::move(m_line));
         m_line = before;

@@ -1,8 +1,8 @@
 #include "graphs/profile/windows/ProfileGraphCtl4.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "graphs/common/FormattedText.h"
 #include "graphs/common/KOVGraphUtilities.h"
 #include "graphs/common/PlainLabel.h"
 #include "graphs/profile/ProfileFont.h"
@@ -277,6 +277,7 @@ void ProfileGraphCtl4::draw_background_ticks(CDC* dc) {
 }
 
 void ProfileGraphCtl4::draw_y_axis(CDC* dc, int x, int isLeft) {
+    const RestoredState restored(*dc);
     CPen pen(PS_SOLID, axis_width(), cBlack);
     const Selected selected(*dc, &pen);
     dc->MoveTo(x, dev_y(m_scores.min));
@@ -294,30 +295,53 @@ void ProfileGraphCtl4::draw_y_axis_labels(CDC* dc, int x, bool isLeft) {
     draw_score_labels(dc, x, isLeft);
 }
 
-CString ProfileGraphCtl4::second_line(CDC* dc, CString& text) const {
+// The fonts of the scale texts and of what their switches select.
+struct ProfileGraphCtl4::ScaleFonts {
+    explicit ScaleFonts(int height) {
+        createProfileFont(normal, height);
+        createProfileFont(italic, height, FW_NORMAL, 1);
+        createProfileFont(bold, height, FW_BOLD);
+        createProfileFont(symbol, height, FW_NORMAL, 0, true);
+    }
+    int Width(CDC* dc, const CString& text) {
+        return text.Find('\\') < 0
+                   ? dc->GetTextExtent(text).cx
+                   : CalcFormattedWidth(dc, text, &normal, &italic, &bold, &symbol);
+    }
+    void Print(CDC* dc, int x, int y, const CString& text) {
+        PrintFormatted(dc, x, y, text, &normal, &italic, &bold);
+    }
+
+    CFont normal;
+    CFont italic;
+    CFont bold;
+    CFont symbol;
+};
+
+CString ProfileGraphCtl4::second_line(CDC* dc, ScaleFonts& fonts, CString& text) const {
     int end = text.Find('\n');
     const int room = tessalink::toInt(m_xScale);
-    if (end < 0 && dc->GetTextExtent(text).cx > room) {
+    if (end < 0 && fonts.Width(dc, text) > room) {
         // At the last blank that the first line has room for, or else at the first one.
         end = text.Find(' ');
-        for (int next = end; next >= 0 && dc->GetTextExtent(text.Left(next)).cx <= room;
+        for (int next = end; next >= 0 && fonts.Width(dc, text.Left(next)) <= room;
              next = text.Find(' ', next + 1)) {
             end = next;
         }
     }
     if (end < 0) return {};
-    CString rest = text.Mid(end + 1);
+    const CString rest = text.Mid(end + 1);
     text = text.Left(end);
-    return rest;
+    return rest.IsEmpty() ? rest : tessalink::lastFontSwitch(text) + rest;
 }
 
-void ProfileGraphCtl4::draw_scale_text(CDC* dc, int scale, int top) {
+void ProfileGraphCtl4::draw_scale_text(CDC* dc, ScaleFonts& fonts, int scale, int top) {
     CString text = GetScaleText(scale);
-    const CString rest = second_line(dc, text);
-    dc->TextOut(dev_x(scale), top, text);
+    const CString rest = second_line(dc, fonts, text);
+    fonts.Print(dc, dev_x(scale), top, text);
     if (rest.IsEmpty()) return;
     m_usedTwoLines = true;
-    dc->TextOut(dev_x(scale), top + m_charHeight, rest);
+    fonts.Print(dc, dev_x(scale), top + m_charHeight, rest);
 }
 
 void ProfileGraphCtl4::draw_x_axis(CDC* dc) {
@@ -333,12 +357,18 @@ void ProfileGraphCtl4::draw_x_axis(CDC* dc) {
         dc->MoveTo(dev_x(m_xMin), y);
         dc->LineTo(dev_x(m_xMax), y);
     }
+    ScaleFonts fonts(m_fontHeight);
     const int tick = (m_charWidth + 1) >> 1;
+    const int top = bottom + tick + ((m_charHeight + 3) >> 2);
+    if (const CStringArray* row = m_legendRows[0].get()) {
+        dc->SetTextAlign(TA_RIGHT | TA_TOP);
+        fonts.Print(dc, dev_x(0), top, row->GetAt(0));
+    }
     dc->SetTextAlign(TA_CENTER | TA_TOP);
     for (int scale = 1; scale <= m_scaleCount; ++scale) {
         dc->MoveTo(dev_x(scale), bottom);
         dc->LineTo(dev_x(scale), bottom + tick);
-        draw_scale_text(dc, scale, bottom + tick + ((m_charHeight + 3) >> 2));
+        draw_scale_text(dc, fonts, scale, top);
     }
 }
 

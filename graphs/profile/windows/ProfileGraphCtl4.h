@@ -86,6 +86,7 @@ protected:
     static int count_lines(const char* text);
 
 private:
+    struct ScaleFonts;
     struct TopText {
         double scale = 0;
         CString text;
@@ -98,8 +99,8 @@ private:
     int end_entry() const;
     int entry_width(CDC* dc, int index) const;
     void draw_entries(CDC* dc, int first, int end);
-    void draw_scale_text(CDC* dc, int scale, int top);
-    CString second_line(CDC* dc, CString& text) const;
+    void draw_scale_text(CDC* dc, ScaleFonts& fonts, int scale, int top);
+    CString second_line(CDC* dc, ScaleFonts& fonts, CString& text) const;
     using ProfileGraphWindow::SetHintFormat;
     using ProfileGraphWindow::UseToolTips;
     template <class Number>
