@@ -84,14 +84,14 @@ double scaleTScore(int raw) {
 }
 
 KeyingFrame::KeyingFrame()
-    : m_sheet(cItems, "[1|1|1][2|2|2][3|3|3][4|4|4][5|5|5][?|0|0]", -1),
+    : m_sheet(cItems, "[1|1|1][2|2|2][3|3|3][4|4|4][5|5|5][0=?|0|0]", -1),
       m_numbers(cScales, scaleTable().names.data(), scaleTable().ranges.data(), cMissingRaw),
       m_domains(20, 80, 10, 5, 1, 0, 320, 200),
       m_scales(20, 80, 10, 5, 1, 0, 640, 220),
       m_hook([this](CWnd& window, UINT message, WPARAM key, CPoint) {
           return message == WM_KEYDOWN && use_key(window, key);
       }) {
-    m_sheet.UseBells(1);
+    m_sheet.UseBells(true);
     setUp(m_domains, textsOf(cDomainNames.data(), cDomains), cDomains);
     std::array<CString, cScales> numbers;
     std::array<const char*, cScales> names{};
@@ -123,7 +123,7 @@ int KeyingFrame::OnCreate(CREATESTRUCT* create) {
         line->CWnd::Create(nullptr, "", WS_CHILD | WS_VISIBLE, CRect(), this, 5);
     }
     place();
-    m_sheet.ReportCounts(1);
+    m_sheet.ReportCounts(true);
     return 0;
 }
 
@@ -170,8 +170,8 @@ BOOL KeyingFrame::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT*) {
         show_domains();
     } else if (header.code == LIST_VALUE_CHANGED) {
         show_scales();
-    } else if (header.code == LIST_SETTLED) {
-        end_if_settled();
+    } else if (header.code == LIST_PASS_COMPLETE) {
+        (wParam == cSheetId ? m_sheetPass : m_numbersPass).End(SecondPass::State::Complete);
     }
     show_counts();
     return 1;
@@ -179,29 +179,24 @@ BOOL KeyingFrame::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT*) {
 
 // Second passes.
 
+void SecondPass::Begin() {
+    if (state != State::On && list.BeginVerification(keying)) state = State::On;
+}
+
+void SecondPass::End(State now) {
+    if (state != State::On) return;
+    state = now;
+    list.EndVerification();
+}
+
 bool KeyingFrame::use_key(const CWnd& window, WPARAM key) {
     if (key != cF2 && key != cF3) return false;
-    const bool isStart = key == cF2;
-    if (&window == &m_sheet && m_verifiesSheet != isStart) {
-        m_verifiesSheet = isStart;
-        isStart ? m_sheet.BeginVerification(m_sheetKeying) : m_sheet.EndVerification();
-    } else if (window.GetParent() == &m_numbers && m_verifiesNumbers != isStart) {
-        m_verifiesNumbers = isStart && m_numbers.BeginVerification(m_numbersKeying) != 0;
-        if (!isStart) m_numbers.EndVerification();
+    for (SecondPass* pass : {&m_sheetPass, &m_numbersPass}) {
+        if (!pass->list.Holds(&window)) continue;
+        key == cF2 ? pass->Begin() : pass->End(SecondPass::State::None);
     }
     show_counts();
     return true;
-}
-
-void KeyingFrame::end_if_settled() {
-    if (m_verifiesSheet && m_sheetKeying.SettledCount() == cItems) {
-        m_verifiesSheet = false;
-        m_sheet.EndVerification();
-    }
-    if (m_verifiesNumbers && m_numbersKeying.SettledCount() == cScales) {
-        m_verifiesNumbers = false;
-        m_numbers.EndVerification();
-    }
 }
 
 // Counts.
@@ -214,13 +209,17 @@ CString countsOf(const char* what, int keyed, int all, const char* keys) {
     return text;
 }
 
-CString passOf(const tessalink::DoubleKeying& keying, int all, const char* remedy) {
+CString passOf(const SecondPass& pass, const char* remedy) {
+    const tessalink::DoubleKeying& keying = pass.keying;
     CString text;
-    if (keying.OpenItem() >= 0) {
+    if (pass.state == SecondPass::State::Complete) {
+        text.Format("Second pass complete: all %d keyed twice, %d corrected.   F2 keys twice",
+                    keying.SettledCount(), keying.CorrectionCount());
+    } else if (keying.OpenItem() >= 0) {
         text.Format("Number %d differs: %s.", keying.OpenItem() + 1, remedy);
     } else {
         text.Format("Second pass: %d of %d keyed twice, %d corrected.   F3 ends it",
-                    keying.SettledCount(), all, keying.CorrectionCount());
+                    keying.SettledCount(), pass.list.GetItemCount(), keying.CorrectionCount());
     }
     return text;
 }
@@ -236,12 +235,13 @@ int KeyingFrame::keyed_numbers() const {
 }
 
 void KeyingFrame::show_counts() {
-    m_sheetLine.Show(m_verifiesSheet
-                         ? passOf(m_sheetKeying, cItems, "Backspace, then the right answer")
+    constexpr auto cNone = SecondPass::State::None;
+    m_sheetLine.Show(m_sheetPass.state != cNone
+                         ? passOf(m_sheetPass, "Backspace, then the right answer")
                          : countsOf("Answered", m_sheet.GetAnsweredCount(), cItems,
                                     "Backspace takes back, F2 keys twice"));
-    m_numbersLine.Show(m_verifiesNumbers
-                           ? passOf(m_numbersKeying, cScales, "key the right one")
+    m_numbersLine.Show(m_numbersPass.state != cNone
+                           ? passOf(m_numbersPass, "key the right one")
                            : countsOf("Scores", keyed_numbers(), cScales, "F2 keys twice"));
 }
 

@@ -38,6 +38,18 @@ public:
     BOOL OnEraseBkgnd(CDC*) override { return 1; }
 };
 
+/// A second pass over a list.
+struct SecondPass {
+    enum class State { None, On, Complete };
+
+    ColumnListCtl& list;
+    tessalink::DoubleKeying keying = {};
+    State state = State::None;
+
+    void Begin();
+    void End(State now);
+};
+
 /// An answer sheet of 240 items and a list of forty raw scores, each beside a profile that follows
 /// every keystroke, and above a line that counts what is keyed. F2 starts a second pass over the
 /// list that has the focus, F3 ends it, and the backspace takes answers back.
@@ -57,7 +69,6 @@ public:
 private:
     void place();
     bool use_key(const CWnd& window, WPARAM key);
-    void end_if_settled();
     int keyed_numbers() const;
     void show_counts();
     void show_domains();
@@ -69,10 +80,8 @@ private:
     ProfileGraphCtl m_scales;
     StatusLine m_sheetLine;
     StatusLine m_numbersLine;
-    tessalink::DoubleKeying m_sheetKeying;
-    tessalink::DoubleKeying m_numbersKeying;
-    bool m_verifiesSheet = false;
-    bool m_verifiesNumbers = false;
+    SecondPass m_sheetPass{m_sheet};
+    SecondPass m_numbersPass{m_numbers};
     DomainScores m_scores;
     tessalink::InputHook m_hook;
 };
