@@ -85,6 +85,12 @@ public:
         bool isLower;
     };
 
+    static std::string NameOf(int scale) { return {static_cast<char>('A' + scale - 1)}; }
+    std::string Number(double value) const {
+        char number[40];
+        std::snprintf(number, sizeof number, "%.*f", decimals, value);
+        return number;
+    }
     std::string Text(int profile, int scale) const {
         double value = scores[profile][scale - 1];
         std::string sign = "=";
@@ -95,10 +101,8 @@ public:
             sign = relation.sign;
             break;
         }
-        char number[40];
-        std::snprintf(number, sizeof number, "%.*f", decimals, value);
-        const std::string parts[] = {std::string(1, static_cast<char>('A' + scale - 1)), sign,
-                                     number, "P" + std::to_string(profile)};
+        const std::string parts[] = {NameOf(scale), sign, Number(value),
+                                     "P" + std::to_string(profile)};
         std::string text;
         for (std::size_t i = 0; i < format.size(); ++i) {
             const bool isPlace = format[i] == '%' && i + 1 < format.size() &&
@@ -447,6 +451,16 @@ private:
         ASSERT_EQ(m_graph.AccessibleFocusChild(),
                   isPoint ? m_model.profile * ProfileModel::cScales + m_model.scale - 1 : -1)
             << event;
+        ASSERT_EQ(m_graph.AccessibleChildCount(), ProfileModel::cProfiles * ProfileModel::cScales);
+        const int profile = Below(ProfileModel::cProfiles);
+        const int scale = 1 + Below(ProfileModel::cScales);
+        const auto told = m_graph.AccessibleChild(profile * ProfileModel::cScales + scale - 1);
+        ASSERT_EQ("P" + std::to_string(profile) + ", " + ProfileModel::NameOf(scale),
+                  told.name.GetString());
+        ASSERT_EQ(m_model.IsScore(profile, scale)
+                      ? m_model.Number(m_model.scores[profile][scale - 1])
+                      : "",
+                  told.value.GetString());
     }
 
     InputDriver& m_driver;
@@ -458,5 +472,21 @@ private:
     int m_hovered = 0;
     int m_dragged = 0;
 };
+
+/// One window with a driver of its own. TESSALINK_GRAPH_EVENTS: so many events.
+template <class Driver, class Ctl>
+void runGraph(const char* name, std::uint64_t seed) {
+    SCOPED_TRACE(name);
+    Driver driver;
+    ProfileRun<Ctl>(driver, seed).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
+}
+
+template <class Driver>
+void runGraphs(std::uint64_t seed) {
+    runGraph<Driver, ProfileGraphCtl>("ProfileGraphCtl", seed);
+    runGraph<Driver, ProfileGraphCtl2>("ProfileGraphCtl2", seed + 1);
+    runGraph<Driver, ProfileGraphCtl3>("ProfileGraphCtl3", seed + 2);
+    runGraph<Driver, ProfileGraphCtl4>("ProfileGraphCtl4", seed + 3);
+}
 
 }  // namespace tessalink::test

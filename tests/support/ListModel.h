@@ -11,7 +11,6 @@
 #include "platform/graphics/Geometry.h"
 #include "platform/windows/Messages.h"
 #include "platform/windows/WindowSystem.h"
-#include "tests/support/ResponseGrammar.h"
 
 namespace tessalink::test {
 
@@ -24,6 +23,21 @@ constexpr UINT cMissingNumber = 77;
 inline std::string told(int code, int item, int value) {
     return std::to_string(code) + " " + std::to_string(item) + " " + std::to_string(value);
 }
+
+/// The responses of items, and the text that says so.
+struct ItemDefinition {
+    struct Response {
+        std::string caption;
+        std::string keys;
+        int value = 0;
+    };
+    using Responses = std::vector<Response>;
+
+    std::string text;
+    bool isValid = true;
+    std::vector<Responses> sets;
+    std::vector<Responses> items;  ///< the responses of each; none for one without
+};
 
 /// Cells in columns, of which one is current.
 struct ColumnModel {
@@ -82,6 +96,20 @@ struct ColumnModel {
     }
     /// Whether a second pass can come to a cell.
     virtual bool IsKeyed(int item) const = 0;
+    /// What a value reads.
+    virtual std::string Reading(int item, int value) const = 0;
+    std::string Named(int item, int value) const {
+        const std::string reading = Reading(item, value);
+        return reading.empty() ? "none" : reading;
+    }
+    bool IsOpen(int item) const { return isVerifying && open.first == item; }
+    /// What assistive technology reads at a cell.
+    std::string Spoken(int item) {
+        if (IsOpen(item)) {
+            return "First " + Named(item, Value(item)) + ", now " + Named(item, open.second);
+        }
+        return isVerifying && settled.count(item) == 0 ? "" : Reading(item, Value(item));
+    }
     virtual void Store(int item, int value) {
         Value(item) = value;
         log.push_back(told(1, item, value));
@@ -117,7 +145,7 @@ struct ColumnModel {
 /// A list of items with responses.
 struct ItemModel : ColumnModel {
     bool hasSets = true;  ///< of responses
-    ResponseGrammar grammar;
+    ItemDefinition definition;
     std::vector<std::pair<int, int>> undo;
     bool isStopped = false;
     bool usesBells = false;
@@ -127,18 +155,15 @@ struct ItemModel : ColumnModel {
         log.push_back("3 " + std::to_string(answered) + "/" + std::to_string(count - answered) +
                       "/" + std::to_string(count));
     }
-    bool SetLegend(int newCount, const std::string& definition, int defaultResponse) {
+    bool SetLegend(int newCount, const ItemDefinition& given, int defaultResponse) {
         undo.clear();
         isVerifying = false;
         first = 0;
-        const auto items = static_cast<std::size_t>(newCount);
-        grammar = hasSets ? ResponseGrammar::OfSeveral(definition, items)
-                          : ResponseGrammar::OfOne(definition, items);
-        bool isValid = grammar.verdict == ResponseGrammar::Verdict::Valid;
-        for (const auto& set : grammar.sets) {
+        definition = given;
+        bool isValid = given.isValid && (defaultResponse < 0 || !given.sets.empty());
+        for (const auto& set : given.sets) {
             isValid = isValid && defaultResponse < static_cast<int>(set.size());
         }
-        isValid = isValid && (defaultResponse < 0 || !grammar.sets.empty());
         count = isValid ? newCount : 0;
         current = count > 0 ? 0 : -1;
         values.clear();
@@ -150,10 +175,18 @@ struct ItemModel : ColumnModel {
         Counts();
         return isValid;
     }
-    const ResponseGrammar::Responses& Of(int item) const {
-        return grammar.items[static_cast<std::size_t>(item)];
+    const ItemDefinition::Responses& Of(int item) const {
+        return definition.items[static_cast<std::size_t>(item)];
+    }
+    std::string Reading(int item, int value) const override {
+        for (const auto& response : Of(item)) {
+            if (response.value == value) return response.caption;
+        }
+        return "";
     }
     bool IsKeyed(int item) const override { return !Of(item).empty(); }
+    bool IsInvalid(int item) const { return IsOpen(item); }
+    bool IsLocked(int) const { return isReadOnly; }
     void Store(int item, int value) override { Set(item, value, true); }
     void Set(int item, int value, bool tells) {
         const int before = std::exchange(Value(item), value);
@@ -191,13 +224,17 @@ struct ItemModel : ColumnModel {
         }
         if (usesBells || IsStopped()) log.emplace_back("bell");
     }
-    void Undo() {
+    void TakeBack() {
         if (IsStopped()) isStopped = false;
-        if (undo.empty() || isReadOnly || isVerifying) return;
+        Undo();
+    }
+    bool Undo() {
+        if (undo.empty() || isReadOnly || isVerifying) return false;
         const auto [item, before] = undo.back();
         undo.pop_back();
         Set(item, before, true);
         Go(item);
+        return true;
     }
     void Click(int item, int response) {
         Focus(true);
@@ -234,8 +271,7 @@ struct NumberModel : ColumnModel {
     bool IsLocked(int index) const { return isReadOnly || readOnly.count(index) != 0; }
     std::string TextOf(int index) const {
         if (isVerifying && settled.count(index) == 0) return "";
-        const int value = values[static_cast<std::size_t>(index)];
-        return IsMissing(value) ? "" : std::to_string(value);
+        return Reading(index, values[static_cast<std::size_t>(index)]);
     }
     void Select() {
         isSelected = !text.empty();
@@ -257,6 +293,10 @@ struct NumberModel : ColumnModel {
         return true;
     }
     bool IsKeyed(int item) const override { return readOnly.count(item) == 0; }
+    bool IsInvalid(int item) const { return IsOpen(item) || (isRefused && item == current); }
+    std::string Reading(int, int value) const override {
+        return IsMissing(value) ? "" : std::to_string(value);
+    }
     bool Again(int value) {
         const bool isSaid = settled.count(current) != 0 && open.first != current;
         if ((isSaid && value == Value(current)) || Verify(value)) return true;

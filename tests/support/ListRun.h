@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -156,6 +157,14 @@ public:
                 << i << this->trace;
         }
         if (model.count == 0) return;
+        const int item = Below(model.count);
+        const AccessibleElement told = list->AccessibleChild(item);
+        ASSERT_EQ(told.value.GetString(), model.Spoken(item)) << item << trace;
+        ASSERT_EQ(told.isInvalid, model.IsInvalid(item)) << item << trace;
+        ASSERT_EQ(told.isReadOnly, model.IsLocked(item)) << item << trace;
+        if (model.isVerifying) {
+            ASSERT_EQ(keying.SettledCount(), static_cast<int>(model.settled.size())) << trace;
+        }
         const CRect cell = list->GetItemRect(0);
         ASSERT_EQ(cell.left, -model.first * cell.Width()) << this->trace;
         const CRect last = list->GetItemRect(model.count - 1);
@@ -226,6 +235,10 @@ public:
         log.clear();
     }
     void RunAll(int events) {
+        for (int left = events / 10; left > 0 && !testing::Test::HasFailure(); --left) {
+            SetLegend();
+            this->Check();
+        }
         this->Run({{50, "type", [this] { Type(); }},
                    {16, "press", [this] { Press(); }},
                    {8, "takeback", [this] { TakeBack(); }},
@@ -261,9 +274,12 @@ public:
         model.Go(model.Target(key));
     }
     void TakeBack() {
-        if (!model.hasFocus) return;
-        driver.PressKey(VK_BACK);
-        model.Undo();
+        if (dice.OneIn(4)) {
+            EXPECT_EQ(list->Undo(), model.Undo()) << this->trace;
+        } else if (model.hasFocus) {
+            driver.PressKey(VK_BACK);
+            model.TakeBack();
+        }
     }
     void Click() {
         const int item = this->ShownCell();
@@ -279,8 +295,10 @@ public:
             client.PtInRect(in) != 0 ? static_cast<void>(point = in)
                                      : static_cast<void>(response = -1);
         }
-        driver.Click(this->OnScreen(point));
-        model.Click(item, response);
+        // In a second pass the second press of a double click keys nothing.
+        const bool isSecond = model.isVerifying && model.hasFocus && dice.OneIn(4);
+        driver.Click(this->OnScreen(point), isSecond);
+        if (!isSecond) model.Click(item, response);
     }
     void SetItem() {
         if (model.count == 0 || model.isVerifying) return;
@@ -290,32 +308,83 @@ public:
         model.Set(item, value, false);
     }
     void SetLegend() {
-        static const std::string several[] = {"[Yes|Yy|1][No|Nn|2]:0-9;[1|1][2|2][3|3]:3,12-14",
-                                              "[T|Tty][F|Ffn][none||65535]:0-4",
-                                              "[a|y|7][b|y1|7][c|n2|8]:0",
-                                              "[Yes|Yy|1]:0-40",
-                                              "",
-                                              "[x",
-                                              "[a]:2;"};
-        static const std::string single[] = {"[Yes|Yy|1][No|Nn|2]",
-                                             "[T|Tty][F|Ffn][none||65535]",
-                                             "[1|1][2|2][3|3]",
-                                             "",
-                                             "[a|y|7][b|y1|7][c|n2|8]",
-                                             "[x",
-                                             "[x]:1"};
-        const auto& definitions = model.hasSets ? several : single;
-        const int count = dice.OneIn(6) ? this->Below(16) : 16 + this->Below(45);
-        const auto& definition = dice.OneIn(3) ? dice.Pick(definitions) : definitions[0];
+        const int count = dice.OneIn(3) ? this->Below(8) : 16 + this->Below(45);
+        const ItemDefinition definition = Define(count);
         const int defaultResponse = dice.OneIn(3) ? this->Below(4) - 1 : -1;
         bool isValid = false;
         try {
-            isValid = list->SetLegend(count, definition.c_str(), defaultResponse) != 0;
+            isValid = list->SetLegend(count, definition.text.c_str(), defaultResponse) != 0;
         } catch (const CInvalidArgException&) {
             isValid = false;
         }
-        ASSERT_EQ(isValid, model.SetLegend(count, definition, defaultResponse)) << definition;
+        ASSERT_EQ(isValid, model.SetLegend(count, definition, defaultResponse)) << definition.text;
         this->Layout();
+    }
+    /// Responses by chance, as a definition says them.
+    ItemDefinition::Responses Responses(int most, std::string& text) {
+        static const std::string captions[] = {"Yes", "No", "a[b", "", "at times"};
+        static const std::string keys[] = {"Yy", "Nn", "1", "2", "Tt", "x[;:", ""};
+        static const std::string codes[] = {"", "7", "65535", "65538", "005", "99999999999"};
+        ItemDefinition::Responses responses;
+        while (static_cast<int>(responses.size()) < most) {
+            ItemDefinition::Response one{dice.Pick(captions), "",
+                                         static_cast<int>(responses.size())};
+            text += "[" + one.caption;
+            const int parts = this->Below(8);
+            if (parts > 0) text += "|" + (one.keys = dice.Pick(keys));
+            if (parts > 4) {
+                const std::string& code = dice.Pick(codes);
+                text += "|" + code;
+                const long long number = code.empty() ? one.value : std::stoll(code);
+                one.value = static_cast<int>(std::min(number, 0x7FFFFFFFLL) & 0xFFFF);
+            }
+            text += "]";
+            responses.push_back(one);
+        }
+        return responses;
+    }
+    /// Gives a set to some of the items, as a definition says it.
+    void Assign(ItemDefinition& made) {
+        const int count = static_cast<int>(made.items.size());
+        for (char before = ':'; before != 0; before = dice.OneIn(3) ? ',' : '\0') {
+            int first = this->Below(count);
+            int last = this->Below(count);
+            if (!dice.OneIn(4)) std::tie(first, last) = std::minmax(first, last);
+            if (first == last) {
+                made.text += before + std::to_string(first);
+            } else {
+                made.text += before + std::to_string(first) + "-" + std::to_string(last);
+            }
+            for (int i = first; i <= last; ++i) {
+                made.items[static_cast<std::size_t>(i)] = made.sets.back();
+            }
+        }
+    }
+    /// A definition for so many items; of six one is none.
+    ItemDefinition Define(int count) {
+        ItemDefinition made;
+        made.items.resize(static_cast<std::size_t>(count));
+        if (!model.hasSets) {
+            made.sets.push_back(Responses(this->Below(5), made.text));
+            made.items.assign(made.items.size(), made.sets.front());
+        } else if (count > 0) {
+            for (int left = this->Below(5); left > 0; --left) {
+                if (!made.text.empty()) made.text += ";";
+                made.sets.push_back(Responses(1 + this->Below(4), made.text));
+                Assign(made);
+            }
+        }
+        if (!dice.OneIn(6)) return made;
+        made.isValid = false;
+        if (model.hasSets && dice.OneIn(2)) {
+            const std::string faults[] = {"[a]", "[a]0", "[a]:", "[a]:" + std::to_string(count)};
+            made.text += (made.text.empty() ? "" : ";") + dice.Pick(faults);
+        } else {
+            static const std::string faults[] = {"[x",      " ",       "]", ":", ";",
+                                                 "[a||1x]", "[a||-1]", "-", ",", "[a|b|1|2]"};
+            made.text += dice.Pick(faults);
+        }
+        return made;
     }
     void SetReadOnly() {
         EXPECT_EQ(list->SetReadOnly(dice.OneIn(4) ? 1 : 0) != 0, model.isReadOnly);
@@ -345,16 +414,19 @@ public:
     using Base::list;
     using Base::model;
 
-    NumberRun(InputDriver& used, std::uint64_t seed, std::unique_ptr<List> made, bool knowsMissing)
-        : Base(used, seed) {
+    NumberRun(InputDriver& used, std::uint64_t seed) : Base(used, seed) {
         for (std::size_t i = 0; i < cMost; ++i) {
             const int number = static_cast<int>(i);
             m_names[i] = i % 3 == 0 ? "Scale A" : "A scale with a longer name";
             m_ranges[2 * i] = number % 5 - 2;
             m_ranges[2 * i + 1] = number % 7 == 6 ? -10 : 40 + number;
         }
-        model.knowsMissing = knowsMissing;
-        this->Start(std::move(made));
+        if constexpr (std::is_same_v<List, NumberListCtl3>) {
+            model.knowsMissing = true;
+            this->Start(std::make_unique<List>(0, nullptr, nullptr, cMissingNumber));
+        } else {
+            this->Start(std::make_unique<List>(0, nullptr, nullptr));
+        }
     }
 
     void Type() {
@@ -486,5 +558,22 @@ private:
     std::array<const char*, cMost> m_names;
     std::array<int, 2 * cMost> m_ranges;
 };
+
+/// One list with a driver of its own. TESSALINK_LIST_EVENTS: so many events.
+template <class Driver, class Run>
+void runList(const char* name, std::uint64_t seed) {
+    SCOPED_TRACE(name);
+    Driver driver;
+    Run(driver, seed).RunAll(eventCount("TESSALINK_LIST_EVENTS", 5'000));
+}
+
+template <class Driver>
+void runLists(std::uint64_t seed) {
+    runList<Driver, ItemRun<ItemListCtl>>("ItemListCtl", seed);
+    runList<Driver, ItemRun<ItemListCtl2>>("ItemListCtl2", seed + 1);
+    runList<Driver, NumberRun<NumberListCtl>>("NumberListCtl", seed + 2);
+    runList<Driver, NumberRun<NumberListCtl2>>("NumberListCtl2", seed + 3);
+    runList<Driver, NumberRun<NumberListCtl3>>("NumberListCtl3", seed + 4);
+}
 
 }  // namespace tessalink::test

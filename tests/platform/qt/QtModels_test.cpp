@@ -16,58 +16,12 @@ TEST(QtModels, Forms) {
     runForms(driver, 2027, eventCount("TESSALINK_FORM_EVENTS", 20'000));
 }
 
-// TESSALINK_LIST_EVENTS: so many for each list.
-int listEvents() {
-    return eventCount("TESSALINK_LIST_EVENTS", 5'000);
+TEST(QtModels, EveryList) {
+    runLists<QtDriver>(70);
 }
 
-TEST(QtModels, ItemListCtl) {
-    QtDriver driver;
-    ItemRun<ItemListCtl>(driver, 70).RunAll(listEvents());
-}
-
-TEST(QtModels, ItemListCtl2) {
-    QtDriver driver;
-    ItemRun<ItemListCtl2>(driver, 71).RunAll(listEvents());
-}
-
-TEST(QtModels, NumberListCtl) {
-    QtDriver driver;
-    auto list = std::make_unique<NumberListCtl>(0, nullptr, nullptr);
-    NumberRun(driver, 72, std::move(list), false).RunAll(listEvents());
-}
-
-TEST(QtModels, NumberListCtl2) {
-    QtDriver driver;
-    auto list = std::make_unique<NumberListCtl2>(0, nullptr, nullptr);
-    NumberRun(driver, 73, std::move(list), false).RunAll(listEvents());
-}
-
-TEST(QtModels, NumberListCtl3) {
-    QtDriver driver;
-    auto list = std::make_unique<NumberListCtl3>(0, nullptr, nullptr, cMissingNumber);
-    NumberRun(driver, 74, std::move(list), true).RunAll(listEvents());
-}
-
-// TESSALINK_GRAPH_EVENTS: so many for each window.
-TEST(QtModels, ProfileGraphCtl) {
-    QtDriver driver;
-    ProfileRun<ProfileGraphCtl>(driver, 45).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
-}
-
-TEST(QtModels, ProfileGraphCtl2) {
-    QtDriver driver;
-    ProfileRun<ProfileGraphCtl2>(driver, 49).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
-}
-
-TEST(QtModels, ProfileGraphCtl3) {
-    QtDriver driver;
-    ProfileRun<ProfileGraphCtl3>(driver, 46).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
-}
-
-TEST(QtModels, ProfileGraphCtl4) {
-    QtDriver driver;
-    ProfileRun<ProfileGraphCtl4>(driver, 50).Run(eventCount("TESSALINK_GRAPH_EVENTS", 4'000));
+TEST(QtModels, EveryProfileGraph) {
+    runGraphs<QtDriver>(45);
 }
 
 }  // namespace

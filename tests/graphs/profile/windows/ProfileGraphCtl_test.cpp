@@ -38,140 +38,13 @@ double* scores(std::initializer_list<double> values) {
     return array;
 }
 
-class ProfileGraphCtlTest : public testing::Test {
-protected:
-    ProfileGraphCtlTest() {
-        m_host.Create("Host", CRect(0, 0, 800, 600));
-        m_graph = std::make_unique<Shown<ProfileGraphCtl>>(20, 80, 10, 0, 1, 0, 300, 200);
-        m_graph->SetXLegend(row({"", "Worry", "Hope", "Calm"}), nullptr, nullptr, nullptr);
-        m_graph->AddProfile("Anna", scores({30, 95, cMissing}), 0, 1);
-        m_graph->AddProfile("Ben", scores({50, 60, 40.25}), 255, 2);
-        m_graph->Create(cPlace, &m_host, 5, WS_CHILD | WS_VISIBLE, nullptr);
-        windows().Pump();
-    }
-
-    // Rests on a point for so many periods of the timer.
-    void rest(CPoint point, int periods) {
-        windows().MoveMouse(point);
-        windows().Advance(static_cast<UINT>(periods) * 200);
-    }
-
-    CFrameWnd m_host;
-    std::unique_ptr<Shown<ProfileGraphCtl>> m_graph;
-};
-
-TEST_F(ProfileGraphCtlTest, HintsWaitForOneWholePeriodOfRest) {
-    const CPoint point = m_graph->ScreenPoint(1, 30);
-    windows().MoveMouse(point);
-    windows().Advance(199);
-    EXPECT_TRUE(m_graph->hints.empty());
-    windows().Advance(1);
-    EXPECT_EQ(m_graph->hints, std::vector<std::string>{"Worry = 30 (Anna)"});
-    windows().Advance(2000);
-    EXPECT_EQ(m_graph->hints.size(), 1U) << "the timer goes on";
-
-    // A move shortly before the period is over counts as one: two ticks are needed.
-    windows().MoveMouse({point.x + 1, point.y});
-    windows().Advance(150);
-    windows().MoveMouse(point);
-    windows().Advance(50);
-    EXPECT_EQ(m_graph->hints.size(), 1U);
-    windows().Advance(200);
-    EXPECT_EQ(m_graph->hints.size(), 2U);
-
-    // Off the window there are none.
-    windows().MoveMouse({point.x + 1, point.y});
-    windows().MoveMouse({790, 590});
-    windows().Advance(1000);
-    EXPECT_EQ(m_graph->hints.size(), 2U);
-}
-
-TEST_F(ProfileGraphCtlTest, HintTexts) {
-    const int r = m_graph->Radius();
-    struct {
-        int scale;
-        double score;
-        CPoint offset;
-        int flags;  // 1: >=, 2: <=
-        const char* format;
-        const char* hint;
-    } const cases[] = {
-        {1, 30, {0, 0}, 0, "%1 %2 %3 (%4)", "Worry = 30.0 (Anna)"},
-        {1, 30, {r, -r}, 0, "%1 %2 %3 (%4)", "Worry = 30.0 (Anna)"},
-        {1, 30, {r + 1, 0}, 0, "%1 %2 %3 (%4)", "none"},
-        {1, 30, {0, r + 1}, 0, "%1 %2 %3 (%4)", "none"},
-        {2, 95, {0, 0}, 0, "%3", "95.0"},
-        {2, 95, {0, 0}, 1, "%2 %3", ">= 80.0"},
-        {2, 95, {0, 0}, 2, "%2 %3", "= 95.0"},
-        {3, 40.25, {0, 0}, 3, "%4: %3 %5 %", "Ben: 40.2 %5 %"},
-        {3, 20, {0, 0}, 0, "%3", "none"},
-    };
-    m_graph->SetDecPlaces(1);
-    for (const auto& c : cases) {
-        m_graph->UseGe(c.flags & 1);
-        m_graph->UseLe(c.flags & 2);
-        m_graph->SetHintFormat(c.format);
-        CPoint point = m_graph->ScreenPoint(c.scale, c.score) + CSize(c.offset.x, c.offset.y);
-        m_graph->ScreenToClient(&point);
-        CString text;
-        m_graph->OnHint(text, point);
-        EXPECT_EQ(m_graph->hints.back(), c.hint) << c.scale << " " << c.score << " " << c.flags;
-    }
-    m_graph->UseToolTips(0);
-    m_graph->hints.clear();
-    rest(m_graph->ScreenPoint(1, 30), 3);
-    EXPECT_TRUE(m_graph->hints.empty());
-}
-
-TEST_F(ProfileGraphCtlTest, TheLegendIsDraggedAndKeepsItsPlace) {
-    const CPoint grip = m_graph->ScreenLegend().TopLeft() + CSize(2, 2);
-    const CRect plot = m_graph->Plot();
-    windows().Queue([&] { windows().MoveMouse(grip + CSize(plot.Width() / 4, 40)); });
-    windows().Queue([&] { windows().Release(grip + CSize(plot.Width() / 2, plot.Height() / 5)); });
-    windows().Press(grip);
-    EXPECT_NEAR(m_graph->LegendPercent().x, 55, 1);
-    EXPECT_NEAR(m_graph->LegendPercent().y, 25, 1);
-    const CRect dragged = m_graph->ScreenLegend();
-    windows().Pump();
-    EXPECT_NEAR(m_graph->ScreenLegend().left, dragged.left, plot.Width() / 100.0 + 1);
-
-    // Escape gives up.
-    windows().Queue([&] { windows().MoveMouse({100, 100}); });
-    windows().Queue([&] { windows().PressKey(VK_ESCAPE); });
-    const CPoint before = m_graph->LegendPercent();
-    windows().Press(m_graph->ScreenLegend().TopLeft());
-    EXPECT_EQ(m_graph->LegendPercent(), before);
-    windows().Release({0, 0});
-}
-
-TEST_F(ProfileGraphCtlTest, ArrowsGoFromPointToPointAndTheHintIsSpoken) {
-    struct {
-        UINT key;
-        const char* spoken;
-    } const cases[] = {{VK_RIGHT, "Worry = 30 (Anna)"}, {VK_RIGHT, "Hope = 95 (Anna)"},
-                       {VK_RIGHT, "Hope = 95 (Anna)"},  {VK_DOWN, "Hope = 60 (Ben)"},
-                       {VK_RIGHT, "Calm = 40 (Ben)"},   {VK_UP, "Hope = 95 (Anna)"},
-                       {VK_DOWN, "Hope = 60 (Ben)"},    {VK_DOWN, "Hope = 60 (Ben)"},
-                       {VK_UP, "Hope = 95 (Anna)"}};
-    m_graph->SetFocus();
-    for (const auto& c : cases) {
-        windows().PressKey(c.key);
-        const auto& told = windows().ToldEvents();
-        const auto spoken = std::find_if(told.rbegin(), told.rend(), [&](const auto& event) {
-            return event.window == m_graph.get() && !event.text.IsEmpty();
-        });
-        ASSERT_NE(spoken, told.rend());
-        EXPECT_STREQ(spoken->text, c.spoken);
-    }
-    EXPECT_EQ(m_graph->AccessibleFocusChild(), 1);
-    EXPECT_STREQ(m_graph->AccessibleChild(1).name, "Anna, Hope");
-    EXPECT_STREQ(m_graph->AccessibleChild(2).value, "");
-    EXPECT_EQ(m_graph->AccessibleChildCount(), 6);
-}
-
-TEST_F(ProfileGraphCtlTest, ADestroyedWindowGetsNoTimer) {
-    windows().MoveMouse(m_graph->ScreenPoint(1, 30));
-    m_graph.reset();
+TEST(ProfileGraphCtlFrames, ADestroyedWindowGetsNoTimer) {
+    CFrameWnd host;
+    host.Create("Host", CRect(0, 0, 800, 600));
+    auto graph = std::make_unique<ProfileGraphCtl>(20, 80, 10, 0, 1, 0, 300, 200);
+    graph->Create(cPlace, &host, 5, WS_CHILD | WS_VISIBLE, nullptr);
+    windows().MoveMouse(cPlace.CenterPoint());
+    graph.reset();
     windows().Advance(1000);
     windows().Pump();
 }
@@ -272,7 +145,7 @@ TEST(ProfileGraphCtl4Texts, TitleTopTextsLegendsAndRewrittenScales) {
     host.Create("Host", CRect(0, 0, 900, 700));
     ProfileGraphCtl4 graph(20, 80, 20, 0, 1, 0, 300, 200);
     graph.SetTitle("Big Five\nPerson 12");
-    graph.SetXLegend(row({"", "Worry and\nfear", "Hope", "Calm"}));
+    graph.SetXLegend(row({"Scales", "\\bWorry\\n and\nfear", "Hope", "\\iCalm"}));
     graph.ProfileGraph3::AddBand(40.0, 60.0, RGB(220, 235, 220), "Normal");
     graph.AddProfile("Anna", scores({30, 95, 40}), 0, 1, ProfileGraph3::PointType::Symbol, 0, 0);
     graph.AddTopLegend(1.5, "Group", 0);
@@ -288,9 +161,9 @@ TEST(ProfileGraphCtl4Texts, TitleTopTextsLegendsAndRewrittenScales) {
                        {ProfileGraphCtl4::cProfiles, {"Anna"}, {"Normal"}},
                        {ProfileGraphCtl4::cBands, {"Normal"}, {"Anna"}},
                        {ProfileGraphCtl4::cProfilesAndBands,
-                        {"Big Five", "Person 12", "Group", "20", " 80", "\xB3", "Worry and", "fear",
-                         "Hope", "Anna", "Normal"},
-                        {" 20", "\xA3"}}};
+                        {"Big Five", "Person 12", "Group", "20", " 80", "\xB3", "Scales", "Worry",
+                         " and", "fear", "Hope", "Calm", "Anna", "Normal"},
+                        {" 20", "\xA3", "\\bWorry\\n and", "\\iCalm"}}};
     for (const auto& c : cases) {
         for (const int columns : {0, 1, 3}) {
             graph.SetBottomLegendStyle(c.contents, columns);
@@ -313,29 +186,8 @@ TEST(ProfileGraphCtl4Texts, TitleTopTextsLegendsAndRewrittenScales) {
     graph.RemoveTopLegend(0);
 }
 
-// TESSALINK_GRAPH_EVENTS: so many for each window.
-int graphEvents() {
-    return tessalink::test::eventCount("TESSALINK_GRAPH_EVENTS", 4000);
-}
-
-TEST(ProfileGraphCtlModel, ProfileGraphCtl) {
-    tessalink::test::HeadlessDriver driver;
-    tessalink::test::ProfileRun<ProfileGraphCtl>(driver, 43).Run(graphEvents());
-}
-
-TEST(ProfileGraphCtlModel, ProfileGraphCtl2) {
-    tessalink::test::HeadlessDriver driver;
-    tessalink::test::ProfileRun<ProfileGraphCtl2>(driver, 47).Run(graphEvents());
-}
-
-TEST(ProfileGraphCtlModel, ProfileGraphCtl3) {
-    tessalink::test::HeadlessDriver driver;
-    tessalink::test::ProfileRun<ProfileGraphCtl3>(driver, 44).Run(graphEvents());
-}
-
-TEST(ProfileGraphCtlModel, ProfileGraphCtl4) {
-    tessalink::test::HeadlessDriver driver;
-    tessalink::test::ProfileRun<ProfileGraphCtl4>(driver, 48).Run(graphEvents());
+TEST(ProfileGraphCtlModel, EveryWindow) {
+    tessalink::test::runGraphs<tessalink::test::HeadlessDriver>(43);
 }
 
 constexpr int cMaxScales = 8;
