@@ -113,7 +113,7 @@ bool ItemListCtl::set_curr_cell_value_index(int response) {
 }
 
 bool ItemListCtl::Undo() {
-    if (m_undo.empty() || m_isReadOnly || IsVerifying()) return false;
+    if (m_undo.empty() || m_isReadOnly) return false;
     const Undone last = m_undo.back();
     m_undo.pop_back();
     const SameList same(*this);
