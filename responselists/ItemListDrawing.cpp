@@ -84,8 +84,9 @@ void ItemListCtl::draw_mark(CDC& dc, const CRect& caption, Mark mark) const {
     CPen line(PS_SOLID, std::max(m_rowHeight / 12, 1), isCircle ? dc.GetTextColor() : cSecond);
     const Selected pen(dc, &line);
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    // Nearly to the next captions: the circle leaves the letters at both ends alone.
-    const int room = std::max(m_halfWidth - 2, 1);
+    // A circle touches the captions beside it at half their height at most, where it ends; a box has
+    // whole sides and stays within its half of the gap.
+    const int room = std::max(isCircle ? m_halfWidth - 2 : m_halfWidth / 2 - 1, 1);
     CRect place(caption.left - room, caption.top + 1, caption.right + room, caption.bottom - 1);
     if (isCircle) {
         dc.Ellipse(&place);
