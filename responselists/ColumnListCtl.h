@@ -143,10 +143,10 @@ protected:
     /// Something that stands on a cell has to follow it.
     virtual void cells_moved() {}
     LRESULT notify(int code, int index, int value);
-    /// The colour of a cell, and of what is written in it.
+    /// The color of a cell, and of what is written in it.
     COLORREF cell_background(bool isCurrent) const;
     COLORREF cell_text(bool isCurrent) const;
-    /// Fills a cell; the current one has a frame besides another colour, dotted in a list that is
+    /// Fills a cell; the current one has a frame besides another color, dotted in a list that is
     /// read-only, and a bar with the focus.
     void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
 

@@ -40,7 +40,7 @@ public:
     int GetUsedTwoLinesForLegend() const { return m_usedTwoLines ? 1 : 0; }
     /// The height of the second line when it was used, in pixels; otherwise 0.
     int GetLastLineHeight() const { return m_usedTwoLines ? m_charHeight : 0; }
-    /// Whether thin lines go through the plot at all labelled scores.
+    /// Whether thin lines go through the plot at all labeled scores.
     void SetBackgroundTicks(int show);
     int GetBackgroundTicks() const { return m_backgroundTicks ? 1 : 0; }
     /// Room that is left free below everything, in design units.

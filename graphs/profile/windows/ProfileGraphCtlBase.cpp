@@ -20,6 +20,8 @@ constexpr UINT_PTR cHoverTimer = 1;
 /// While a hint is shown: has the mouse left the window?
 constexpr UINT_PTR cLeaveTimer = 2;
 constexpr int cPercent = 100;
+/// Of the font of hints: of variable pitch, and a true-type one (4).
+constexpr BYTE cPitchAndFamily = VARIABLE_PITCH | 4;
 
 /// The format with %1 to %4 replaced, each text as it is.
 CString filled(const CString& format, const std::array<CString, 4>& texts) {
@@ -37,8 +39,8 @@ CString filled(const CString& format, const std::array<CString, 4>& texts) {
     return result;
 }
 
-bool isWithin(int value, int centre, int radius) {
-    return std::abs(std::int64_t{value} - centre) <= radius;
+bool isWithin(int value, int center, int radius) {
+    return std::abs(std::int64_t{value} - center) <= radius;
 }
 
 }  // namespace
@@ -50,7 +52,7 @@ ProfileGraphWindow<Graph>::ProfileGraphWindow(int yMin, int yMax, int majorStep,
     : Graph(yMin, yMax, majorStep, minorStep, leftAxis, rightAxis, designWidth, designHeight) {
     const int height = -(2 * GetSystemMetrics(SM_CYMENU) / 3);
     m_hintFont.CreateFont(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
-                          CLIP_DEFAULT_PRECIS, PROOF_QUALITY, 6, "Arial");
+                          CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cPitchAndFamily, "Arial");
 }
 
 template <class Graph>
