@@ -10,6 +10,8 @@ using tessalink::Selected;
 namespace {
 
 constexpr const char* cWidestNumber = " 999:";
+/// Off the bar of the focus, which lies on the blank before the widest number.
+constexpr int cNumberShift = 1;
 /// The box around an answer that differs from the first one.
 constexpr COLORREF cSecond = RGB(192, 0, 0);
 
@@ -62,7 +64,7 @@ void ItemListCtl::draw_item(CDC& dc, int index, const CRect& rect) {
     dc.SelectObject(isCurrent ? &m_boldFont : &m_font);
     dc.SetTextAlign(TA_RIGHT | TA_TOP);
     const int y = rect.top + (m_rowHeight - m_rowHeight * 2 / 3) / 2;
-    int x = rect.left + m_numberWidth;
+    int x = rect.left + m_numberWidth + cNumberShift;
     dc.TextOut(x, y, number_text(index));
     const ResponseList* responses = responses_of(index);
     if (responses == nullptr) return;
@@ -86,7 +88,7 @@ void ItemListCtl::draw_mark(CDC& dc, const CRect& caption, Mark mark) const {
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
     // A circle touches the captions beside it at half their height at most, where it ends; a box has
     // whole sides and stays within its half of the gap.
-    const int room = std::max(isCircle ? m_halfWidth - 2 : m_halfWidth / 2 - 1, 1);
+    const int room = std::max(isCircle ? m_halfWidth - 2 : m_halfWidth / 2, 1);
     CRect place(caption.left - room, caption.top + 1, caption.right + room, caption.bottom - 1);
     if (isCircle) {
         dc.Ellipse(&place);
