@@ -48,9 +48,6 @@ public:
     /// Whether keys and clicks leave all values as they are; returns what was set before.
     virtual int SetReadOnly(int readOnly);
     bool IsReadOnly() const { return m_isReadOnly; }
-    /// Keeps what is being typed. False when it is refused, which the user has been told: a dialog
-    /// should stay open then. A handler that replaces or destroys the list ends what was typed.
-    virtual bool CommitEntry() { return true; }
 
     /// Starts a second pass at the first cell (verification by double keying): values are hidden
     /// until they are keyed again and compared. At a difference the bell sounds, the cell shows

@@ -3,6 +3,7 @@
 
 #include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/ControlFont.h"
 #include "responselists/ItemListCtl.h"
 
 using tessalink::Selected;
@@ -18,12 +19,8 @@ constexpr COLORREF cSecond = RGB(192, 0, 0);
 }  // namespace
 
 void ItemListCtl::create_fonts(int height) {
-    m_font.DeleteObject();
-    m_boldFont.DeleteObject();
-    m_font.CreateFont(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
-                      CLIP_DEFAULT_PRECIS, PROOF_QUALITY, VARIABLE_PITCH, "Arial");
-    m_boldFont.CreateFont(height, 0, 0, 0, FW_BOLD, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
-                          CLIP_DEFAULT_PRECIS, PROOF_QUALITY, VARIABLE_PITCH, "Arial");
+    tessalink::createControlFont(m_font, height, FW_NORMAL);
+    tessalink::createControlFont(m_boldFont, height, FW_BOLD);
 }
 
 CString ItemListCtl::number_text(int index) const {
@@ -86,8 +83,8 @@ void ItemListCtl::draw_mark(CDC& dc, const CRect& caption, Mark mark) const {
     CPen line(PS_SOLID, std::max(m_rowHeight / 12, 1), isCircle ? dc.GetTextColor() : cSecond);
     const Selected pen(dc, &line);
     const Selected brush(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    // A circle touches the captions beside it at half their height at most, where it ends; a box has
-    // whole sides and stays within its half of the gap.
+    // A circle touches the captions beside it at half their height at most, where it ends; a box
+    // has whole sides and stays within its half of the gap.
     const int room = std::max(isCircle ? m_halfWidth - 2 : m_halfWidth / 2, 1);
     CRect place(caption.left - room, caption.top + 1, caption.right + room, caption.bottom - 1);
     if (isCircle) {

@@ -123,15 +123,6 @@ LRESULT NumberListCtl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 
-bool NumberListCtl::LeaveList() {
-    const CWnd* top = this;
-    while (top->GetParent() != nullptr && (top->GetStyle() & WS_CHILD) != 0) top = top->GetParent();
-    CWnd* next = top->GetNextDlgTabItem(this, IsKeyDown(VK_SHIFT) ? 1 : 0);
-    if (next == nullptr || next == this) return false;
-    next->SetFocus();
-    return true;
-}
-
 bool NumberListCtl::OnCancel() {
     if (m_current < 0 || !m_editIsShown) return false;
     CString typed;

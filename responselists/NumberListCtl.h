@@ -53,7 +53,8 @@ public:
     void SetMaxTextLen(int length);
     int GetMaxTextLen() const { return m_maxTextLen; }
 
-    /// Shows a refused number again, to be typed over. So does a difference in a second pass.
+    /// Keeps the number in the box. One that is out of range, or differs in a second pass, is told;
+    /// it has the focus then, to be typed over.
     bool CommitEntry() override;
 
     /// What the edit box tells the list.
@@ -64,9 +65,6 @@ public:
     bool OnCancel();
     void OnEditSetFocus();
     void OnEditKillFocus(CWnd* next);
-    /// Gives the focus to the next control of the dialog, or the one before with Shift; false when
-    /// there is none.
-    bool LeaveList();
 
     int OnCreate(CREATESTRUCT* create) override;
     UINT OnGetDlgCode() override;

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/ControlFont.h"
 #include "responselists/NumberListCtl.h"
 
 using tessalink::RestoredState;
@@ -16,12 +17,8 @@ constexpr COLORREF cRefused = RGB(192, 0, 0);
 
 void NumberListCtl::measure_cells(CDC& dc) {
     const int height = dc.GetTextExtent("9", 1).cy;
-    for (CFont* font : {&m_font, &m_boldFont}) {
-        font->DeleteObject();
-        font->CreateFont(height, 0, 0, 0, font == &m_font ? FW_NORMAL : FW_BOLD, 0, 0, 0,
-                         ANSI_CHARSET, OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
-                         VARIABLE_PITCH, "Arial");
-    }
+    tessalink::createControlFont(m_font, height, FW_NORMAL);
+    tessalink::createControlFont(m_boldFont, height, FW_BOLD);
     const int gap = 2 * m_halfWidth;
     if (m_legendWidth == 0) m_legendWidth = widest_name(dc) + gap;
     m_editWidth = (m_maxTextLen + 2) * dc.GetTextExtent("9", 1).cx;

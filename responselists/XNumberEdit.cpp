@@ -38,9 +38,9 @@ bool XNumberEdit::leads_out(UINT key) {
 }
 
 void XNumberEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-    // What the list has no use for either is left to the dialog.
+    // What the list has no use for either does nothing: the box wants all keys.
     if (key == VK_TAB) {
-        if (!m_list.LeaveList()) m_list.OnKeyDown(key, repeat, flags);
+        if (!m_list.FocusNextControl(IsKeyDown(VK_SHIFT))) m_list.OnKeyDown(key, repeat, flags);
     } else if (key == VK_RETURN) {
         if ((flags & KF_REPEAT) == 0) m_list.OnReturn();
     } else if (key == VK_ESCAPE) {
