@@ -313,7 +313,8 @@ void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) 
     dc.Rectangle(&rect);
     if (!Holds(GetFocus())) return;
     CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
-    dc.FillSolidRect(&bar, cell_text(isCurrent));
+    // In a color that shows beside the ground of every theme.
+    dc.FillSolidRect(&bar, GetSysColor(COLOR_HIGHLIGHT));
 }
 
 tessalink::AccessibleElement ColumnListCtl::Accessible() const {
