@@ -208,9 +208,9 @@ public:
     virtual void OnVScroll(UINT code, UINT position, CWnd* bar);
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
-    /// Sets the text and background colours in which a child edit box shows its text.
+    /// Sets the text and background colors in which a child edit box shows its text.
     virtual void OnCtlColor(CDC* dc, CWnd* window, UINT type);
-    /// The system has other colours: the base has everything painted anew.
+    /// The system has other colors: the base has everything painted anew.
     virtual void OnSysColorChange();
     virtual void OnSetFont(CFont* font);
 
@@ -228,8 +228,6 @@ private:
     friend class tessalink::WindowGuard;
     friend struct tessalink::WindowCore;
 
-    LRESULT dispatch_control(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT dispatch_mouse(UINT message, WPARAM wParam, LPARAM lParam);
     BOOL place_after(const CWnd* sibling);
 
     std::unique_ptr<tessalink::WindowCore> m_core;
@@ -249,7 +247,7 @@ public:
     explicit CClientDC(CWnd* window);
 };
 
-/// The system's colours (COLOR_...), measures (SM_...) and settings, and its keyboard and mouse.
+/// The system's colors (COLOR_...), measures (SM_...) and settings, and its keyboard and mouse.
 TESSALINK_API COLORREF GetSysColor(int index);
 TESSALINK_API int GetSystemMetrics(int index);
 TESSALINK_API BOOL SystemParametersInfo(UINT action, UINT, void* value, UINT);

@@ -7,8 +7,8 @@
 #include "platform/base/Types.h"
 #include "platform/graphics/Geometry.h"
 
-// The messages of windows, their constants and records, with their classic names and values.
-// Parameters are as wide as a pointer.
+/// The messages of windows, their constants and records, with their classic names and values.
+/// Parameters are as wide as a pointer.
 
 namespace tessalink {
 struct WindowCore;

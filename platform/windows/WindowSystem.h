@@ -116,7 +116,7 @@ public:
 TESSALINK_API void setWindowSystem(WindowSystem* system);
 TESSALINK_API WindowSystem& windowSystem();
 
-// What a window system tells the windows. All of these may destroy the window.
+/// What a window system tells the windows. All of these may destroy the window.
 
 /// The user presses a key: the window gets it, and then the characters that it makes
 /// (Windows-1252), unless the dialog keys of its parent take it. A key that is held down repeats
@@ -146,7 +146,7 @@ TESSALINK_API void timerElapsed(int number);
 TESSALINK_API void dispatchPosted();
 /// The text of an edit box has changed.
 TESSALINK_API void editChanged(CWnd& window);
-/// Colours, fonts or settings of the system have changed: all windows get WM_SYSCOLORCHANGE, and
+/// Colors, fonts or settings of the system have changed: all windows get WM_SYSCOLORCHANGE, and
 /// those whose frame has another width now, WM_SIZE.
 TESSALINK_API void settingsChanged();
 

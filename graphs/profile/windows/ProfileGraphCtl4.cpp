@@ -304,9 +304,8 @@ struct ProfileGraphCtl4::ScaleFonts {
         createProfileFont(symbol, height, FW_NORMAL, 0, true);
     }
     int Width(CDC* dc, const CString& text) {
-        return text.Find('\\') < 0
-                   ? dc->GetTextExtent(text).cx
-                   : CalcFormattedWidth(dc, text, &normal, &italic, &bold, &symbol);
+        return text.Find('\\') < 0 ? dc->GetTextExtent(text).cx
+                                   : CalcFormattedWidth(dc, text, &normal, &italic, &bold, &symbol);
     }
     void Print(CDC* dc, int x, int y, const CString& text) {
         PrintFormatted(dc, x, y, text, &normal, &italic, &bold);
