@@ -12,7 +12,7 @@ using tessalink::Selected;
 
 namespace {
 
-/// The label is as wide as this when nobody says otherwise, and a choice as high.
+/// The label is as wide as this text when no width is given, and a choice as high.
 constexpr const char* cWidestNumber = " 999:";
 constexpr int cMaxBits = 32;
 
@@ -64,7 +64,7 @@ int ChoiceItemUI::mark_width() const {
 }
 
 void ChoiceItemUI::prepare(CDC& dc) {
-    if (!std::exchange(m_initialised, true)) initialize(&dc);
+    if (!std::exchange(m_initialized, true)) initialize(&dc);
 }
 
 void ChoiceItemUI::initialize(CDC* dc) {
@@ -90,8 +90,8 @@ void ChoiceItemUI::initialize(CDC* dc) {
     }
 }
 
-// As labels of texts that stand above and below: these end half a wide bold letter after their
-// width.
+// The labels of texts, which may stand above and below, end half a wide bold letter after their
+// width; so do these when a width was given.
 int ChoiceItemUI::label_margin(CDC& dc) const {
     if (m_labelPixels == 0) return m_halfWidth;
     const Selected font(dc, &m_boldFont);
@@ -261,7 +261,7 @@ void ChoiceItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, b
     const CString label = item.GetLabel();
     // Beside the first choices, which stand at the top.
     draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelEdge, place.bottom),
-               focused, std::min(line_top(0), centred(label, place.Height(), m_height)), m_height);
+               focused, std::min(line_top(0), centered(label, place.Height(), m_height)), m_height);
     const CRect area(place.left + m_labelEdge, place.top, place.right, place.bottom);
     dc.FillSolidRect(&area, m_textBackground);
     if (item.IsReadOnly() != 0) draw_read_only_frame(dc, place);

@@ -55,7 +55,7 @@ protected:
     virtual int mark_width() const;
     /// Where the caption starts in the choice's cell.
     virtual int caption_x() const { return mark_width(); }
-    /// Draws the mark and caption of a choice at a place; the colours and the font are set.
+    /// Draws the mark and caption of a choice at a place; the colors and the font are set.
     virtual void draw_choice(CDC& dc, const Choice& choice, const CRect& cell, bool chosen,
                              bool readOnly) const = 0;
     /// Chooses a response, or takes the choice back; 0 when that is refused, or when the item is
@@ -81,7 +81,7 @@ private:
     void move_cursor(int step);
 
     bool m_singleChoice;
-    bool m_initialised = false;
+    bool m_initialized = false;
     int m_labelPixels;
     int m_labelWidth = 0;
     int m_labelEdge = 0;  ///< where the label ends and the choices' ground begins

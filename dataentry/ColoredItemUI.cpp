@@ -51,7 +51,7 @@ void ColoredItemUI::create_fonts(int height) {
     tessalink::createControlFont(m_normalFont, height, FW_LIGHT, CLIP_CHARACTER_PRECIS);
 }
 
-int ColoredItemUI::centred(const CString& label, int height, int lineHeight) {
+int ColoredItemUI::centered(const CString& label, int height, int lineHeight) {
     return std::max(0, (height - CountLabelLines(label) * lineHeight) / 2);
 }
 

@@ -3,7 +3,7 @@
 #include "dataentry/DataEntryItemUI.h"
 #include "dataentry/SystemColor.h"
 
-/// What the interfaces of texts and choices share: colours, those of the system until others are
+/// What the interfaces of texts and choices share: colors, those of the system until others are
 /// set, two fonts, and a label on the left.
 class TESSALINK_API ColoredItemUI : public DataEntryItemUI {
     DECLARE_DYNAMIC(ColoredItemUI)
@@ -33,7 +33,7 @@ protected:
     void draw_label(CDC& dc, const CString& label, CRect area, bool focused, int top,
                     int lineHeight) const;
     /// Where a label starts that is in the middle of a height.
-    static int centred(const CString& label, int height, int lineHeight);
+    static int centered(const CString& label, int height, int lineHeight);
     /// Draws an empty rectangle.
     static void draw_frame(CDC& dc, const CRect& frame, CPen& pen);
     /// Draws what a field without the focus looks like: a frame, dotted for one that is read-only,

@@ -30,7 +30,7 @@ void DataEntryCtl::SetCurrItem(int index) {
         set_curr_item(index);
         if (alive) scroll_curr_into_view();
     }
-    // The parent may send the focus elsewhere when it is told, and that is no part of this.
+    // No longer counted as busy: the parent may send the focus elsewhere when it is told.
     if (alive) set_focus(true);
 }
 
@@ -57,7 +57,7 @@ void DataEntryCtl::set_focus(bool notifies) {
         return;
     }
     DataEntryItemUI* interface = GetItemUI(m_current);
-    // What is being typed is not disturbed.
+    // Attaching it anew would drop what is being typed.
     const bool isThere = m_isAttached && interface->IsFocused() &&
                          interface->GetCurrItem() == GetItem(m_current) &&
                          interface->Holds(GetFocus());

@@ -60,7 +60,7 @@ void DataEntryCtl::RecalcLayout() {
     CClientDC dc(this);
     m_layoutMgr->RecalcLayout(this, &dc, client);
     set_scroll_bars();
-    // What is shown follows from the last of several layouts alone.
+    // Of layouts inside each other only the outermost scrolls: it is the last to end.
     if (m_layouts > 1) return;
     const auto inRange = [](int position, int extent, int size) {
         return std::clamp(position, 0, std::max(extent - size, 0));

@@ -28,7 +28,7 @@ public:
     virtual void SetLabel(const char* label);
     /// Sets or clears "no value" and returns what it was, 0 or 1. The base class keeps the value.
     virtual int SetNull(int isNull);
-    /// Sets or clears "read-only" and returns what it was, 0 or 1. The interfaces honour it.
+    /// Sets or clears "read-only" and returns what it was, 0 or 1. The interfaces honor it.
     virtual int SetReadOnly(int isReadOnly);
 
     /// Whether assistive technology says that a value is expected; the form itself asks for none.

@@ -14,12 +14,12 @@ BOOL DataEntryItemUI::Create(const RECT& rect, UINT id, CWnd* parent) {
     return CWnd::Create(nullptr, "", WS_CHILD | WS_GROUP | WS_TABSTOP, rect, parent, id);
 }
 
-bool DataEntryItemUI::has_window() {
+bool DataEntryItemUI::make_window() {
     return GetSafeHwnd() != nullptr || Create(CRect(), static_cast<UINT>(-1), m_container) != 0;
 }
 
 BOOL DataEntryItemUI::Attach(DataEntryItem* item, const CRect& rect, int focused) {
-    if (!has_window()) return 0;
+    if (!make_window()) return 0;
     if (m_item != nullptr && m_item != item) Detach(0);
     m_item = item;
     m_itemRect = rect;
@@ -89,7 +89,7 @@ void DataEntryItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place
         dc.FillSolidRect(&area, GetSysColor(COLOR_BTNFACE));
         dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
         dc.DrawText(item.GetLabel(), &area, DT_NOPREFIX);
-    } else if (has_window()) {
+    } else if (make_window()) {
         CRect area;
         dc.GetClipBox(&area);
         tessalink::paintWithin(*this, *m_container, place, area);
@@ -186,7 +186,7 @@ void DataEntryItemUI::OnLButtonDown(UINT flags, CPoint point) {
     const tessalink::WindowGuard alive(*this);
     const bool isDone = OnClick(point);
     if (!alive || m_item == nullptr) return;
-    // What is chosen has the focus.
+    // A click that chooses brings the focus, too.
     if (!isDone || !m_focused) m_container->SetCurrItem(item_index());
 }
 

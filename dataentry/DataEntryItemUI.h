@@ -44,7 +44,7 @@ public:
     /// Asks the form whether the attached item may change; nonzero means that it may.
     virtual int OnDataChanging();
 
-    /// The form. It sets it.
+    /// The form, which sets itself when the interface is added.
     void SetContainer(DataEntryCtl* container) { m_container = container; }
     DataEntryCtl* GetContainer() const { return m_container; }
     /// The attached item, or null.
@@ -64,7 +64,7 @@ public:
     bool CommitEntry() override { return Commit(); }
     /// Shows the attached item's value again, which something else has changed.
     virtual void ShowValue() {}
-    /// Does what a click at the point of the window does to the item; returns whether anything.
+    /// Does to the item what a click at a point of the window does; false when that is nothing.
     virtual bool OnClick(CPoint point);
     /// What kind of field its items are, for the platform's accessibility interface.
     virtual tessalink::AccessibleRole Role() const {
@@ -84,7 +84,7 @@ public:
     int CountLabelLines() const;
     static int CountLabelLines(const CString& label);
     /// Each channel c becomes c * p + 255 - 255 * p, p being the percent / 100: above 100 the
-    /// colour is darker.
+    /// color is darker.
     static COLORREF AdjustColor(COLORREF color, int percent);
     /// Draws a label at (x, y) in the context's alignment over the background, inside the
     /// rectangle.
@@ -106,10 +106,7 @@ public:
 protected:
     friend class DataEntryCtl;
 
-    /// Tells the form that an item has changed: by OnDataChanged, unless the parent has gone to
-    /// another item meanwhile.
-    void tell_changed(const DataEntryItem* item);
-    /// While it lives, the interface stands for an item as if it were attached to it.
+    /// While it lives, the interface answers for another item, as if it were attached to that one.
     class StandIn {
     public:
         StandIn(DataEntryItemUI& interface, DataEntryItem& item)
@@ -126,15 +123,17 @@ protected:
         bool m_focused;
     };
 
-    /// Draws an item, to which the interface is attached or stands in for, at a place of any device
-    /// context. Here OnPaint does it, as if the window stood at that place of the form; without an
-    /// OnPaint of a derived class the item's label is all there is.
+    /// Tells the form that an item has changed: by OnDataChanged, unless the parent has gone to
+    /// another item meanwhile.
+    void tell_changed(const DataEntryItem* item);
+    /// Draws the item that GetCurrItem tells at a place of any device context. Here OnPaint draws
+    /// it, as if the window stood at that place of the form, and where a derived class has no
+    /// OnPaint, only the label is shown.
     virtual void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused);
-    /// The place of the attached item in the form.
+    /// The index of the attached item in the form.
     int item_index() const;
-
-    /// Makes sure that there is a window.
-    bool has_window();
+    /// Creates the window where there is none; false when that fails.
+    bool make_window();
 
     DataEntryCtl* m_container = nullptr;
     DataEntryItem* m_item = nullptr;

@@ -42,7 +42,7 @@ public:
 
 protected:
     /// The nearest item on that side: of the items beyond the edge the one with the least sum of
-    /// the gap and the distance of the centres across it; -1 without any. An index out of range
+    /// the gap and the distance of the centers across it; -1 without any. An index out of range
     /// raises CInvalidArgException.
     virtual int closest_above(DataEntryCtl* form, int item);
     virtual int closest_below(DataEntryCtl* form, int item);

@@ -34,7 +34,7 @@ std::vector<int> starts(const std::vector<std::uint16_t>& sizes) {
 }  // namespace
 
 GridLayoutMgr::Lines GridLayoutMgr::lines_of(int itemCount) const {
-    // What counts is given for the direction that is filled, or else for the other.
+    // The number of items in a line goes before the number of lines.
     const std::uint32_t length = m_fillDown != 0 ? m_rows : m_columns;
     const std::uint32_t count = m_fillDown != 0 ? m_columns : m_rows;
     if (length != 0) {

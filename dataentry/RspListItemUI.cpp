@@ -26,7 +26,7 @@ void RspListItemUI::draw_choice(CDC& dc, const Choice& choice, const CRect& cell
         CBrush brush(readOnly ? m_textBackground : m_circleBackground);
         dc.SelectObject(&pen);
         dc.SelectObject(&brush);
-        // Round the caption, and a little into the gaps on both sides.
+        // Around the caption, and a little into the gaps on both sides.
         dc.Ellipse(cell.left, cell.top - cell.Height() / 8, cell.right,
                    cell.bottom + cell.Height() / 8);
         if (!readOnly) dc.SetTextColor(m_circle);

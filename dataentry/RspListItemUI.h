@@ -10,7 +10,7 @@ class TESSALINK_API RspListItemUI : public ChoiceItemUI {
 public:
     RspListItemUI(const char* responseSet, int labelWidth);
 
-    /// The colours of the circle and of what is in it.
+    /// The colors of the circle and of what is in it.
     void SetCircleColors(COLORREF line, COLORREF background);
 
 protected:

@@ -6,7 +6,7 @@
 
 namespace tessalink {
 
-/// A colour that is one of the system's until another is set.
+/// A color that is one of the system's until another is set.
 class SystemColor {
 public:
     /// COLOR_...

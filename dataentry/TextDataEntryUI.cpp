@@ -17,7 +17,7 @@ namespace {
 
 constexpr int cDefaultLabelLetters = 7;
 constexpr int cDefaultWidthChars = 10;
-/// What an edit box is larger than its text, and where the text starts in it.
+/// By how much an edit box is larger than its text, and where the text starts in it.
 constexpr int cEditFrame = 6;
 constexpr int cEditMargin = 3;
 
@@ -109,8 +109,8 @@ private:
 /// library's own items are kept besides.
 class TextDataEntryUI::KeptValue {
 public:
-    KeptValue(TextDataEntryUI& interface, DataEntryItem& item, const CString& text)
-        : m_interface(interface), m_item(item), m_isNull(item.IsNull()), m_text(text) {
+    KeptValue(TextDataEntryUI& interface, DataEntryItem& item, const CString& shown)
+        : m_interface(interface), m_item(item), m_isNull(item.IsNull()), m_shown(shown) {
         if (const auto* whole = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item)) {
             m_value = whole->GetValue();
         } else if (const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {
@@ -124,7 +124,7 @@ public:
         if (m_isNull != 0) {
             m_item.SetNull(1);
         } else {
-            m_interface.set_item_text_value(m_text, &m_item);
+            m_interface.set_item_text_value(m_shown, &m_item);
         }
         if (const int* whole = std::get_if<int>(&m_value)) {
             static_cast<IntegerDataEntryItem&>(m_item).SetValue(*whole);
@@ -141,7 +141,7 @@ private:
     TextDataEntryUI& m_interface;
     DataEntryItem& m_item;
     int m_isNull;
-    CString m_text;
+    CString m_shown;
     std::variant<std::monostate, int, double, CString> m_value;
 };
 
@@ -167,12 +167,12 @@ void TextDataEntryUI::initialize(CDC* dc) {
     m_editWidth = width + cEditFrame;
     m_itemWidth = width + m_labelWidth + cEditFrame + m_labelGap;
     if (!m_edit) m_edit.reset(create_edit_box());
-    m_initialised = true;
+    m_initialized = true;
 }
 
 void TextDataEntryUI::OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& size) {
-    if (!m_initialised) initialize(dc);
-    // A label that is asked for may be made then; items are never constant themselves.
+    if (!m_initialized) initialize(dc);
+    // GetLabel makes the label of an item that has none. Items are never constant themselves.
     const int lines = CountLabelLines(const_cast<DataEntryItem*>(item)->GetLabel());
     size.cx = m_itemWidth;
     size.cy = std::max(m_minItemHeight, lines * m_lineHeight + m_lineHeight / 2 + cEditFrame);
@@ -180,7 +180,7 @@ void TextDataEntryUI::OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& s
 
 int TextDataEntryUI::OnCreate(CREATESTRUCT* create) {
     if (ColoredItemUI::OnCreate(create) != 0) return -1;
-    if (!m_initialised) {
+    if (!m_initialized) {
         CClientDC dc(this);
         initialize(&dc);
     }
@@ -404,11 +404,11 @@ CString TextDataEntryUI::ValueText(DataEntryItem* item) {
 // Drawing.
 
 void TextDataEntryUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) {
-    if (!m_initialised) initialize(&dc);
+    if (!m_initialized) initialize(&dc);
     const RestoredState restored(dc);
     const CString label = item.GetLabel();
     draw_label(dc, label, CRect(place.left, place.top, place.left + m_labelWidth, place.bottom),
-               focused, centred(label, place.Height(), m_lineHeight), m_lineHeight);
+               focused, centered(label, place.Height(), m_lineHeight), m_lineHeight);
     draw_value(dc, item, place);
 }
 

@@ -42,7 +42,7 @@ public:
 
     int OnCreate(CREATESTRUCT* create) override;
     void OnSetFocus(CWnd* old) override;
-    /// The edit box has the colours of the focus; of a read-only item, that of its text.
+    /// The edit box has the colors of the focus; of a read-only item, that of its text.
     void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnSize(UINT type, int width, int height) override;
     /// Keeps what was typed when the edit box has lost the focus, whatever its class is.
@@ -98,7 +98,7 @@ private:
     int m_maxChars;
     int m_lines;
     int m_widthChars;
-    bool m_initialised = false;
+    bool m_initialized = false;
     bool m_isCommitting = false;
     bool m_leftInCommit = false;  ///< the focus went while the parent was asked
     bool m_wasRefused = false;    ///< what was typed, when the focus left last

@@ -7,7 +7,7 @@ IMPLEMENT_DYNAMIC(TimeDataEntryUI, TextDataEntryUI)
 
 namespace {
 
-/// The short format leaves out so many: HHMM is HHMMSS divided by it.
+/// HHMM, the number of the short format, is HHMMSS divided by this.
 constexpr std::uint32_t cSeconds = 100;
 
 }  // namespace

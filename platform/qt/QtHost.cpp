@@ -52,7 +52,6 @@ public:
 
     QWidget* Client() const override { return m_widget; }
     QWidget* Outer() const override { return m_widget; }
-    bool IsHost() const override { return true; }
 
     bool eventFilter(QObject* object, QEvent* event) override {
         if (event->type() == QEvent::Resize && m_widget != nullptr) {

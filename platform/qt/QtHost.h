@@ -28,7 +28,7 @@ namespace tessalink {
 /// own widgets to windows that have a tab stop, and on from these, in the toolkit's order (that of
 /// creation, unless QWidget::setTabOrder changes it; widgetOf tells what to order).
 ///
-/// A message box of the host's that is shown while it answers is well.
+/// The host may show a message box while it answers.
 class TESSALINK_API HostWindow : public CWnd {
 public:
     using Answer = std::optional<LRESULT>;

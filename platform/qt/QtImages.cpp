@@ -20,12 +20,12 @@ namespace {
 constexpr double cMetresPerInch = 0.0254;
 constexpr double cPointsPerInch = 72;
 
-// The colours of a picture that has few, in the order in which they come.
+// The colors of a picture that has few, in the order in which they come.
 class Palette {
 public:
     static constexpr int cMostColors = 256;
 
-    // The number of the colour; -1 when there are more than numbers.
+    // The number of the color; -1 when there are more than numbers.
     int NumberOf(QRgb color) {
         if (m_last >= 0 && m_colors[m_last] == color) return m_last;
         const auto [known, isNew] = m_numbers.try_emplace(color, static_cast<int>(m_colors.size()));
@@ -43,8 +43,8 @@ private:
     int m_last = -1;
 };
 
-// The same pixels as numbers of colours, which makes a smaller file in less time; the picture
-// itself when it has too many colours.
+// The same pixels as numbers of colors, which makes a smaller file in less time; the picture
+// itself when it has too many colors.
 QImage withPalette(const QImage& image) {
     QImage result(image.size(), QImage::Format_Indexed8);
     if (result.isNull()) return image;

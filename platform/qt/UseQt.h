@@ -10,12 +10,10 @@ namespace tessalink {
 ///
 /// - Pictures are recorded against the user's default printer when there is one, by its resolution
 ///   and page, with the measures of toolkitTextMetrics().
-/// - With a QApplication, message boxes and the bell are those of the toolkit, and windows are
-/// widgets
-///   of it (QtHost.h). No window may exist then that was made without the toolkit.
+/// - With a QApplication, message boxes and the bell are those of the toolkit, and windows are its
+///   widgets (QtHost.h). No window that was made without the toolkit may exist then.
 /// - Numbers in the C library are written with a full stop again: the application object has set
-/// the
-///   user's locale.
+///   the user's locale.
 TESSALINK_API void useQt();
 
 }  // namespace tessalink

@@ -66,8 +66,8 @@ RECT penPath(const LOGPEN& pen, const RECT& rect) {
 
 QRectF penFrame(const LOGPEN& pen, const RECT& rect) {
     const auto& [left, top, right, bottom] = penPath(pen, rect);
-    const double centre = penCentre(pen);
-    return {QPointF(left + centre, top + centre), QPointF(right + centre, bottom + centre)};
+    const double center = penCentre(pen);
+    return {QPointF(left + center, top + center), QPointF(right + center, bottom + center)};
 }
 
 double penCentre(const LOGPEN& pen) {

@@ -57,10 +57,10 @@ RECT withoutPen(const RECT& rect);
 
 // The rectangle along whose edges a pen runs, farther inside when the pen stays within the shape.
 RECT penPath(const LOGPEN& pen, const RECT& rect);
-// The same where the centre of the pen runs.
+// The same where the center of the pen runs.
 QRectF penFrame(const LOGPEN& pen, const RECT& rect);
 
-// How far a pen's centre lies from the left top corner of the unit along which it draws. A pen of
+// How far a pen's center lies from the left top corner of the unit along which it draws. A pen of
 // an even width has no unit in its middle, and takes more of what is left and above.
 double penCentre(const LOGPEN& pen);
 

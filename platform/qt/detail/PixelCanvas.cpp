@@ -33,7 +33,7 @@ QRect toQRect(const RECT& rect) {
     return {QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1)};
 }
 
-// Where the corners of polygons lie in their pixel: the classic rule has them at its centre, so
+// Where the corners of polygons lie in their pixel: the classic rule has them at its center, so
 // that filled polygons meet their outline.
 constexpr double cCentre = 0.5;
 

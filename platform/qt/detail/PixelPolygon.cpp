@@ -19,7 +19,7 @@ struct Crossing {
     bool operator<(const Crossing& other) const { return x < other.x; }
 };
 
-// The first pixel whose centre is not left of (above) the place, within bounds.
+// The first pixel whose center is not left of (above) the place, within bounds.
 int firstPixel(double place, LONG least, LONG most) {
     return static_cast<int>(std::clamp<double>(std::ceil(place - 0.5), least, most));
 }
@@ -51,7 +51,7 @@ void addSpan(std::vector<QRect>& spans, LONG row, double from, double to, const 
     if (left < right) spans.emplace_back(left, row, right - left, 1);
 }
 
-// The visible rows, from the first to before the last, whose centres lie within the polygon's
+// The visible rows, from the first to before the last, whose centers lie within the polygon's
 // height.
 std::pair<LONG, LONG> rowsOf(std::span<const Place> corners, const RECT& visible) {
     const auto [highest, lowest] = std::minmax_element(
@@ -95,12 +95,12 @@ void addConvex(std::vector<QRect>& spans, std::span<const Place> corners, const 
     }
 }
 
-void addDisc(std::vector<QRect>& spans, const Place& centre, double radius, const RECT& visible) {
-    const LONG last = firstPixel(centre.y + radius, visible.top, visible.bottom);
-    for (LONG row = firstPixel(centre.y - radius, visible.top, visible.bottom); row < last; ++row) {
-        const double y = row + 0.5 - centre.y;
+void addDisc(std::vector<QRect>& spans, const Place& center, double radius, const RECT& visible) {
+    const LONG last = firstPixel(center.y + radius, visible.top, visible.bottom);
+    for (LONG row = firstPixel(center.y - radius, visible.top, visible.bottom); row < last; ++row) {
+        const double y = row + 0.5 - center.y;
         const double reach = std::sqrt(std::max(0.0, radius * radius - y * y));
-        addSpan(spans, row, centre.x - reach, centre.x + reach, visible);
+        addSpan(spans, row, center.x - reach, center.x + reach, visible);
     }
 }
 
@@ -173,7 +173,7 @@ std::vector<QRect> pixelsOfWideLine(std::span<const Place> points, bool isClosed
     return united(std::move(spans));
 }
 
-std::vector<Place> cornersOfEllipse(const Place& centre, double halfWidth, double halfHeight) {
+std::vector<Place> cornersOfEllipse(const Place& center, double halfWidth, double halfHeight) {
     // No corner stands out of the ellipse by more than a twentieth of a pixel.
     constexpr double least = 16;
     constexpr double most = 4096;
@@ -181,7 +181,7 @@ std::vector<Place> cornersOfEllipse(const Place& centre, double halfWidth, doubl
     const auto count = static_cast<std::size_t>(std::clamp(wanted, least, most));
     std::vector<Place> corners = unitCircle(count);
     for (Place& corner : corners) {
-        corner = {centre.x + halfWidth * corner.x, centre.y + halfHeight * corner.y};
+        corner = {center.x + halfWidth * corner.x, center.y + halfHeight * corner.y};
     }
     return corners;
 }

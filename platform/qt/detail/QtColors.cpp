@@ -11,7 +11,7 @@ namespace {
 
 constexpr double cLegibleContrast = 4.5;
 constexpr int cBlendSteps = 20;
-// How much of the text's colour is in the shadow of a dark theme.
+// How much of the text's color is in the shadow of a dark theme.
 constexpr double cDarkShadow = 0.25;
 
 double linear(double channel) {
@@ -38,7 +38,7 @@ QColor blend(const QColor& from, const QColor& to, double share) {
             channel(from.blue(), to.blue())};
 }
 
-// The colour, moved towards black or white until it is legible on the grounds.
+// The color, moved towards black or white until it is legible on the grounds.
 QColor legible(const QColor& color, const QColor& ground) {
     const QColor end = contrast(Qt::black, ground) > contrast(Qt::white, ground)
                            ? QColor(Qt::black)

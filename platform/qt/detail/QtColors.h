@@ -7,7 +7,7 @@
 
 namespace tessalink::detail {
 
-// The colour that a palette has for COLOR_...; those of texts are as far from their ground as
+// The color that a palette has for COLOR_...; those of texts are as far from their ground as
 // legibility asks for, whatever the theme (a contrast of 4.5, by WCAG 2.1).
 COLORREF systemColor(const QPalette& palette, int index);
 

@@ -23,7 +23,6 @@ public:
     virtual QWidget* Client() const = 0;
     // The whole window; null when it is gone.
     virtual QWidget* Outer() const = 0;
-    virtual bool IsHost() const { return false; }
 };
 
 // The native window of an object, if it lies in the toolkit.
