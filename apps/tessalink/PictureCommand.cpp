@@ -55,7 +55,7 @@ std::optional<PictureTarget> targetFor(const PictureOptions& options, const std:
 }
 
 std::vector<BYTE> svgOf(HENHMETAFILE picture, const PictureTarget& target) {
-    SvgSheet sheet;
+    PictureSheet sheet;
     sheet.width = target.width;
     sheet.height = target.height;
     sheet.dpi = target.dpi;

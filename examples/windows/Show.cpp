@@ -64,7 +64,7 @@ int WindowProgram::Run(CWnd& window) {
     window.GetClientRect(&client);
     tessalink::SvgDevice device({client.Width(), client.Height(), 96});
     system.PaintAll(window, device);
-    return tessalink::saveSvg(device.Finish(), m_picture.c_str()) != 0 ? 0 : 2;
+    return tessalink::savePicture(device.Finish(), m_picture.c_str()) != 0 ? 0 : 2;
 }
 
 }  // namespace examples

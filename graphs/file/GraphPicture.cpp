@@ -72,7 +72,7 @@ std::vector<BYTE> graphAsMetafile(DescribedGraph& graph, int dpi) {
 std::string graphAsSvg(DescribedGraph& graph, const GraphPictureOptions& options) {
     const GraphSheet& sheet = graph.GetSheet();
     const CRect rect = sheetRect(sheet, options.dpi);
-    SvgSheet svg = {rect.right, rect.bottom, options.dpi};
+    PictureSheet svg = {rect.right, rect.bottom, options.dpi};
     if (options.hasTextAlternative) {
         svg.title = sheet.title.View();
         svg.description = sheet.description.View();

@@ -41,7 +41,7 @@ std::size_t productEmf(int marks) {
 }
 
 std::size_t productSvg() {
-    tessalink::SvgSheet sheet;
+    tessalink::PictureSheet sheet;
     sheet.width = charts::cWidth;
     sheet.height = charts::cWidth;
     tessalink::SvgDevice device(sheet);

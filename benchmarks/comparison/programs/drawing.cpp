@@ -83,7 +83,7 @@ std::size_t productMetafile() {
 }
 
 std::size_t productSvg() {
-    tessalink::SvgSheet sheet;
+    tessalink::PictureSheet sheet;
     sheet.width = marks::cColumns * marks::cPitch;
     sheet.height = marks::cCount / marks::cColumns * marks::cPitch;
     tessalink::SvgDevice device(sheet);

@@ -36,7 +36,7 @@ auto emf(const std::unique_ptr<Graph>& graph) {
 
 template <class Graph>
 auto svg(const std::unique_ptr<Graph>& graph) {
-    tessalink::SvgSheet sheet;
+    tessalink::PictureSheet sheet;
     sheet.width = profiles::cWidth;
     sheet.height = profiles::cHeight;
     tessalink::SvgDevice device(sheet);

@@ -470,7 +470,7 @@ TEST(CircumplexGraph, DrawsWhateverItHolds) {
                                       RECT{INT_MIN, 0, INT_MAX, 100}};
         const CRect rect = dice.OneIn(2) ? rects[0] : dice.Pick(rects);
         RecordingDevice device(dice.OneIn(3) ? DeviceCaps() : fixedScreen());
-        SvgDevice svg(SvgSheet{});
+        SvgDevice svg(PictureSheet{});
         MetaFile metaFile(5.5, 5, nullptr);
         for (DrawingDevice* each : {static_cast<DrawingDevice*>(&device),
                                     static_cast<DrawingDevice*>(&svg), metaFile.Device()}) {

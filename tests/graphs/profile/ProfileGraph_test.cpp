@@ -711,7 +711,7 @@ TEST(ProfileGraphs, DrawWhateverTheyHold) {
         const RECT& rect = cWildRects[dice.OneIn(2) ? 0 : seed % cWildRects.size()];
         for (const auto& graph : buildAll(data)) {
             RecordingDevice device(dice.OneIn(3) ? DeviceCaps() : fixedScreen());
-            SvgDevice svg(SvgSheet{});
+            SvgDevice svg(PictureSheet{});
             MetaFile metaFile(5.5, 5, nullptr);
             for (DrawingDevice* each : {static_cast<DrawingDevice*>(&device),
                                         static_cast<DrawingDevice*>(&svg), metaFile.Device()}) {

@@ -237,18 +237,18 @@ TEST(SvgDevice, PlacesEveryCharacter) {
     for (const Case& c : cases) EXPECT_EQ(elements(c.calls), c.expected);
 }
 
-TEST(SaveSvg, StoresTheWholeTextOrNothing) {
+TEST(SavePicture, StoresTheWholeTextOrNothing) {
     const TemporaryFolder folder;
     const std::string name = folder.Write("out.svg", "old");
     const std::string text(100'000, 'x');
-    EXPECT_EQ(tessalink::saveSvg(text, nullptr), 0);
-    EXPECT_EQ(tessalink::saveSvg(text, folder.Path("no/such").c_str()), 0);
+    EXPECT_EQ(tessalink::savePicture(text, nullptr), 0);
+    EXPECT_EQ(tessalink::savePicture(text, folder.Path("no/such").c_str()), 0);
     {
         const tessalink::test::FileSizeLimit fullDisk(50'000);
-        EXPECT_EQ(tessalink::saveSvg(text, name.c_str()), 0);
+        EXPECT_EQ(tessalink::savePicture(text, name.c_str()), 0);
     }
     EXPECT_EQ(folder.Read("out.svg"), "old");
-    EXPECT_NE(tessalink::saveSvg(text, name.c_str()), 0);
+    EXPECT_NE(tessalink::savePicture(text, name.c_str()), 0);
     EXPECT_EQ(folder.Read("out.svg"), text);
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"out.svg"});
 }

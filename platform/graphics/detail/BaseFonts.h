@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "platform/graphics/FaceMetrics.h"
+
+namespace tessalink::detail {
+
+/// A font that every viewer of PDF has, with its measures in thousandths of the em, from the Adobe
+/// font metrics files of the base fonts.
+struct BaseFont {
+    std::string_view name;
+    std::array<int, 4> box;  ///< around all characters: left, bottom, right, top
+    double italicAngle;      ///< in degrees, counterclockwise
+    int ascent;
+    int descent;
+    int capHeight;
+    int stemWidth;
+
+    bool IsSymbol() const { return name == "Symbol"; }
+    bool IsFixed() const { return name.starts_with("Courier"); }
+    bool HasSerifs() const { return !name.starts_with("Helvetica"); }
+};
+
+inline constexpr std::size_t cBaseFonts = 13;
+/// Regular, bold, italic and bold italic of Helvetica, Times and Courier, then Symbol.
+extern const std::array<BaseFont, cBaseFonts> cBaseFontTable;
+
+/// Which of them shows texts of the font.
+std::size_t baseFontFor(const LOGFONT& font);
+
+/// The width of a character of a base font, in thousandths of the em.
+int baseFontWidth(std::size_t font, unsigned char code);
+
+}  // namespace tessalink::detail
