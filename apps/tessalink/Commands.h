@@ -73,6 +73,7 @@ struct PictureOptions {
     std::string outputPath;
     std::string format;      ///< empty: by the ending of the output
     std::optional<int> dpi;  ///< units per inch
+    bool embedsFonts = false;
 };
 /// Converts an enhanced metafile.
 int convertPicture(const PictureOptions& options);
@@ -86,6 +87,7 @@ struct GraphOptions {
     std::string format;      ///< empty: by the ending of the output
     std::optional<int> dpi;  ///< units per inch
     bool hasTextAlternative = false;
+    bool embedsFonts = false;
 };
 /// Draws a graph that a file describes.
 int drawGraph(const GraphOptions& options);

@@ -35,9 +35,10 @@ Bytes metafileOf(const Job& job) {
     return graphAsMetafile(job.graph, job.Dpi());
 }
 
-Bytes svgOf(const Job& job) {
-    const std::string svg = graphAsSvg(job.graph, job.Picture());
-    return {svg.begin(), svg.end()};
+template <std::string (*graphAs)(DescribedGraph&, const GraphPictureOptions&)>
+Bytes textOf(const Job& job) {
+    const std::string text = graphAs(job.graph, job.Picture());
+    return {text.begin(), text.end()};
 }
 
 Bytes documentOf(const Job& job) {
@@ -53,11 +54,11 @@ Bytes renderedOf(const Job& job) {
 
 Bytes pictureOf(const Job& job) {
     static const std::map<std::string, Bytes (*)(const Job&)> makers = {{"emf", metafileOf},
-                                                                        {"svg", svgOf},
-                                                                        {"png", renderedOf},
-                                                                        {"pdf", renderedOf},
+                                                                        {"svg", textOf<graphAsSvg>},
+                                                                        {"pdf", textOf<graphAsPdf>},
                                                                         {"rtf", documentOf}};
-    Bytes bytes = makers.at(job.format)(job);
+    const bool byModule = needsModule(job.format, job.options.embedsFonts);
+    Bytes bytes = byModule ? renderedOf(job) : makers.at(job.format)(job);
     if (bytes.empty()) throw std::runtime_error(job.options.name + ": the picture is too large");
     return bytes;
 }

@@ -8,6 +8,7 @@
 #include "apps/tessalink/PictureModule.h"
 #include "apps/tessalink/PictureOutput.h"
 #include "platform/graphics/EnhMetaFile.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 
 namespace tessalink::cli {
@@ -54,16 +55,17 @@ std::optional<PictureTarget> targetFor(const PictureOptions& options, const std:
                          inches(frame.top, frame.bottom), dpi);
 }
 
-std::vector<BYTE> svgOf(HENHMETAFILE picture, const PictureTarget& target) {
+template <class Device>
+std::vector<BYTE> playedOn(HENHMETAFILE picture, const PictureTarget& target) {
     PictureSheet sheet;
     sheet.width = target.width;
     sheet.height = target.height;
     sheet.dpi = target.dpi;
-    SvgDevice device(sheet);
+    Device device(sheet);
     CDC dc(device);
     PlayEnhMetaFile(&dc, picture, CRect(0, 0, target.width, target.height));
     const std::string text = device.Finish();
-    if (text.empty()) throw std::runtime_error("the picture is too large for SVG");
+    if (text.empty()) throw std::runtime_error("the picture is too large");
     return {text.begin(), text.end()};
 }
 
@@ -76,16 +78,16 @@ int refuse(const std::string& path, const char* why) {
 
 int convertPicture(const PictureOptions& options) {
     const std::string format = pictureFormat(options.outputPath, options.format, cPictureFormats);
+    const bool byModule = needsModule(format, options.embedsFonts);
     const Picture picture = readPicture(options.inputPath);
     if (!picture) return refuse(options.inputPath, "no enhanced metafile, or a damaged one");
     ENHMETAHEADER header;
     GetEnhMetaFileHeader(picture.get(), sizeof header, &header);
     const auto target = targetFor(options, format, header);
     if (!target) return refuse(options.inputPath, "the picture has no size");
-    const std::vector<BYTE> bytes = format == "svg"
-                                        ? svgOf(picture.get(), *target)
-                                        : renderByModule(bytesOf(picture.get()), *target);
-    storePicture(options.outputPath, bytes);
+    const auto make = format == "svg" ? playedOn<SvgDevice> : playedOn<PdfDevice>;
+    storePicture(options.outputPath, byModule ? renderByModule(bytesOf(picture.get()), *target)
+                                              : make(picture.get(), *target));
     return cSuccess;
 }
 

@@ -14,7 +14,8 @@ namespace tessalink::cli {
 namespace {
 
 constexpr const char* cModuleName = "tessalink_qt_module.so";
-constexpr const char* cNeeded = "PNG and PDF need the module of a build with Qt 6";
+constexpr const char* cNeeded =
+    "PNG, and PDF with --embed-fonts, need the module of a build with Qt 6";
 
 constexpr const char* cInstalledFolder = "../" TESSALINK_LIBRARY_FOLDER;
 // Where it may lie, from the program's folder on.

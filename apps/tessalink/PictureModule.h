@@ -9,7 +9,7 @@ namespace tessalink::cli {
 
 /// What a picture is turned into by the module.
 struct PictureTarget {
-    const char* format;  ///< "png" or "pdf"
+    const char* format;  ///< "png", "pdf" or another that needs no module
     int width;           ///< in units
     int height;
     int dpi;  ///< units per inch

@@ -23,6 +23,13 @@ std::string pictureFormat(const std::string& outputPath, const std::string& name
                              "; add --format");
 }
 
+bool needsModule(const std::string& format, bool embedsFonts) {
+    if (embedsFonts && format != "pdf") {
+        throw std::runtime_error("--embed-fonts is for PDF, and the output is " + format);
+    }
+    return embedsFonts || format == "png";
+}
+
 PictureTarget pictureTarget(const std::string& name, const std::string& format, double width,
                             double height, int dpi) {
     const double columns = std::round(width * dpi);

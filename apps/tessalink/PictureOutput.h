@@ -15,6 +15,10 @@ inline constexpr int cScreenDpi = 96;
 std::string pictureFormat(const std::string& outputPath, const std::string& named,
                           std::span<const std::string> known);
 
+/// Whether the module makes the format: PNG, and PDF with its fonts in it. Throws
+/// std::runtime_error where another format is to embed fonts.
+bool needsModule(const std::string& format, bool embedsFonts);
+
 /// A picture of so many inches at a resolution. Throws std::runtime_error when it is too large for
 /// the format; `name` is what is drawn.
 PictureTarget pictureTarget(const std::string& name, const std::string& format, double width,

@@ -25,6 +25,7 @@ constexpr const char* cIncludeFolderText =
 
 constexpr const char* cTextAlternativeText =
     "pictures of graphs say what they show, for those who can't see them";
+constexpr const char* cEmbedFontsText = "PDF with its fonts in it; needs the package tessalink-qt";
 constexpr const char* cVariablesText =
     "variables: lines of name TAB type (int, double, string: RTF, text: plain) TAB value, in "
     "Windows-1252 unless --encoding or a byte-order mark says UTF-8; - reads standard input";
@@ -189,6 +190,7 @@ void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
                      "pixels, or units of lines, per inch (default: 96 for PNG, else those of the "
                      "recording)")
         ->check(CLI::Range(1, cHighestDpi));
+    picture->add_flag("--embed-fonts", options.embedsFonts, cEmbedFontsText);
     picture->callback([&] { command = [&] { return convertPicture(options); }; });
 }
 
@@ -208,6 +210,7 @@ void addGraph(CLI::App& app, GraphOptions& options, Command& command) {
                      "pixels, or units of lines, per inch (default: 96 for PNG, else 600)")
         ->check(CLI::Range(1, cHighestDpi));
     graph->add_flag("--alt", options.hasTextAlternative, cTextAlternativeText);
+    graph->add_flag("--embed-fonts", options.embedsFonts, cEmbedFontsText);
     graph->callback([&] {
         expectOneStandardInput(
             {{"graph file", &options.graphsPath}, {"--vars", &options.variables.path}});

@@ -1,7 +1,8 @@
 // Draws the test cards through every device that needs no toolkit.
 //
-//     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.emf and
-//                              CARD.rtf; CARD-objects.rtf where there are drawing objects, too
+//     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.pdf,
+//                              CARD.emf and CARD.rtf; CARD-objects.rtf where there are drawing
+//                              objects, too
 //     gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not those, or
 //                              texts of the graphs can't be read, random ones of graph
 //                              files included
@@ -24,6 +25,7 @@
 #include "platform/files/CFileException.h"
 #include "platform/files/CMemFile.h"
 #include "platform/files/WholeFile.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 
 namespace {
@@ -31,10 +33,10 @@ namespace {
 constexpr double cUnitsPerInch = 96;
 constexpr double cPageWidth = 610;
 
-// The picture as SVG, over white.
-template <class Draw>
-std::string svgOf(const gallery::Card& card, Draw draw) {
-    tessalink::SvgDevice device({card.width, card.height, 96, card.title, card.description});
+// The picture over white.
+template <class Device, class Draw>
+std::string pictureOf(const gallery::Card& card, Draw draw) {
+    Device device({card.width, card.height, 96, card.title, card.description});
     CDC dc(device);
     dc.FillRect(CRect(0, 0, card.width, card.height),
                 static_cast<CBrush*>(CGdiObject::FromStock(WHITE_BRUSH)));
@@ -48,8 +50,12 @@ void record(MetaFile& metafile, const gallery::Card& card) {
     metafile.Close();
 }
 
+std::string svgOf(const gallery::Card& card) {
+    return pictureOf<tessalink::SvgDevice>(card, card.draw);
+}
+
 std::string playedSvgOf(const gallery::Card& card, const MetaFile& metafile) {
-    return svgOf(card, [&](CDC& dc) {
+    return pictureOf<tessalink::SvgDevice>(card, [&](CDC& dc) {
         CRect whole(0, 0, card.width, card.height);
         metafile.Play(dc, whole);
     });
@@ -81,7 +87,8 @@ std::string objectsOf(const gallery::Card& card) {
 void writeCard(const gallery::Card& card, const std::string& start) {
     MetaFile metafile;
     record(metafile, card);
-    store(start + ".svg", svgOf(card, card.draw));
+    store(start + ".svg", svgOf(card));
+    store(start + ".pdf", pictureOf<tessalink::PdfDevice>(card, card.draw));
     store(start + "-played.svg", playedSvgOf(card, metafile));
     store(start + ".rtf", rtfOf(card, metafile));
     metafile.Save((start + ".emf").c_str());
@@ -101,7 +108,7 @@ bool isStored(const std::string& name, const std::string& text) {
 bool checkCard(const gallery::Card& card, const std::string& start) {
     MetaFile metafile;
     record(metafile, card);
-    const bool direct = isStored(start + ".svg", svgOf(card, card.draw));
+    const bool direct = isStored(start + ".svg", svgOf(card));
     return isStored(start + "-played.svg", playedSvgOf(card, metafile)) && direct;
 }
 
@@ -112,7 +119,7 @@ bool checkGraph(const gallery::Card& card, const std::string& start) {
     for (const std::string& fault : faults) {
         std::fprintf(stderr, "%s: %s\n", card.name, fault.c_str());
     }
-    return isStored(start + ".svg", svgOf(card, card.draw)) && faults.empty();
+    return isStored(start + ".svg", svgOf(card)) && faults.empty();
 }
 
 struct Set {

@@ -7,6 +7,7 @@
 #include "graphs/rtf/PictureText.h"
 #include "platform/files/CFile.h"
 #include "platform/graphics/NullDevice.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 
 namespace tessalink {
@@ -49,6 +50,21 @@ HENHMETAFILE record(DescribedGraph& graph, int dpi) {
     return recording.CloseEnhanced();
 }
 
+template <class Device>
+std::string pictureOf(DescribedGraph& graph, const GraphPictureOptions& options) {
+    const GraphSheet& sheet = graph.GetSheet();
+    const CRect rect = sheetRect(sheet, options.dpi);
+    PictureSheet picture = {rect.right, rect.bottom, options.dpi};
+    if (options.hasTextAlternative) {
+        picture.title = sheet.title.View();
+        picture.description = sheet.description.View();
+    }
+    Device device(picture);
+    CDC dc(device);
+    graph.Draw(dc, rect);
+    return device.Finish();
+}
+
 void write(CFile& file, std::string_view text) {
     file.Write(text.data(), text.size());
 }
@@ -70,17 +86,11 @@ std::vector<BYTE> graphAsMetafile(DescribedGraph& graph, int dpi) {
 }
 
 std::string graphAsSvg(DescribedGraph& graph, const GraphPictureOptions& options) {
-    const GraphSheet& sheet = graph.GetSheet();
-    const CRect rect = sheetRect(sheet, options.dpi);
-    PictureSheet svg = {rect.right, rect.bottom, options.dpi};
-    if (options.hasTextAlternative) {
-        svg.title = sheet.title.View();
-        svg.description = sheet.description.View();
-    }
-    SvgDevice device(svg);
-    CDC dc(device);
-    graph.Draw(dc, rect);
-    return device.Finish();
+    return pictureOf<SvgDevice>(graph, options);
+}
+
+std::string graphAsPdf(DescribedGraph& graph, const GraphPictureOptions& options) {
+    return pictureOf<PdfDevice>(graph, options);
 }
 
 void writeGraphAsRTF(DescribedGraph& graph, CFile& file, const GraphPictureOptions& options) {

@@ -27,8 +27,12 @@ TESSALINK_API CString textAlternative(const DescribedGraph& graph);
 /// An enhanced metafile; it has no text alternative. Empty when it is larger than cMaxMetafile.
 TESSALINK_API std::vector<BYTE> graphAsMetafile(DescribedGraph& graph, int dpi);
 
-/// SVG, with title and description as its text alternative. Empty when it is larger than cMaxPicture.
+/// SVG, with title and description as its text alternative. Empty when it is larger than
+/// cMaxPicture.
 TESSALINK_API std::string graphAsSvg(DescribedGraph& graph, const GraphPictureOptions& options);
+
+/// PDF in the base fonts, likewise.
+TESSALINK_API std::string graphAsPdf(DescribedGraph& graph, const GraphPictureOptions& options);
 
 /// Writes a graph for a report: an RTF picture group with a metafile. Throws CFileException.
 TESSALINK_API void writeGraphAsRTF(DescribedGraph& graph, CFile& file,

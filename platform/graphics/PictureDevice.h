@@ -18,17 +18,17 @@ inline constexpr std::uint64_t cMaxPicture = std::uint64_t{1} << 30;
 
 /// The sheet of a picture. Texts are Windows-1252.
 struct PictureSheet {
-    int width = 0;   ///< in units; what lies outside does not show
-    int height = 0;  ///< in units
-    int dpi = 96;    ///< units per inch
+    int width = 0;                      ///< in units; what lies outside does not show
+    int height = 0;                     ///< in units
+    int dpi = 96;                       ///< units per inch
     std::string_view title = {};        ///< what the picture is called; empty for none
     std::string_view description = {};  ///< and what it shows, for those who can't see it
     std::string_view language = {};     ///< of both texts, for instance "en-US"; empty: unknown
 };
 
 /// Writes what is drawn as a picture of lines, areas and text: the same bytes on every machine.
-/// Lines of one unit cover whole units, and every character stands where the built-in measures place
-/// it, whatever font the viewer has. Memory is that of the picture.
+/// Lines of one unit cover whole units, and every character stands where the built-in measures
+/// place it, whatever font the viewer has. Memory is that of the picture.
 class TESSALINK_API PictureDevice : public DrawingDevice {
 public:
     ~PictureDevice() override;

@@ -11,7 +11,6 @@ namespace {
 
 using Kind = Primitive::Kind;
 
-
 constexpr std::array<std::string_view, 9> cKindNames = {
     "line", "polyline", "polygon", "rectangle", "ellipse", "fill", "fill region", "pixel", "text"};
 constexpr std::array<std::string_view, 7> cPenNames = {

@@ -243,9 +243,9 @@ void PictureWriter::TextLine(const TextRun& run, double place) {
 }
 
 void PictureWriter::Run(const TextRun& run) {
-    const RECT cell = {run.origin.x, run.origin.y - run.sizedFont->Ascent(),
-                       run.origin.x + run.positions.back(),
-                       run.origin.y + run.sizedFont->Descent()};
+    CRect cell(run.origin.x, run.origin.y - run.sizedFont->Ascent(),
+               run.origin.x + run.positions.back(), run.origin.y + run.sizedFont->Descent());
+    cell.NormalizeRect();  // advances may be negative
     const bool isCut = run.isClipped && !isWithin(cell, run.clipRect);
     const Region* clip = run.clip;
     Region cut;

@@ -75,7 +75,8 @@ inline bool isWritten(char32_t character) {
     return character >= ' ' && (character < firstControl || character > lastControl);
 }
 
-/// Finds out what a primitive shows: outlines, styles, clips, lines under texts. The formats write it.
+/// Finds out what a primitive shows: outlines, styles, clips, lines under texts. The formats write
+/// it.
 class PictureWriter {
 public:
     virtual ~PictureWriter() = default;
@@ -103,8 +104,8 @@ protected:
     virtual void End() = 0;
 
     PictureText& Text() { return m_text; }
-    /// The rectangles of the region as far as they lie on the sheet: viewers have no room for numbers
-    /// without end.
+    /// The rectangles of the region as far as they lie on the sheet: viewers have no room for
+    /// numbers without end.
     template <class Put>
     void EachRect(const Region& region, Put put) const {
         const CRect whole(0, 0, m_caps.width, m_caps.height);
