@@ -1,5 +1,5 @@
-// Bytes as a program of drawing calls on all devices at once: the SVG is well-formed, the metafile
-// is taken, and played it draws what was drawn directly.
+// Bytes as a program of drawing calls on all devices at once: the SVG is well-formed, the PDF shows
+// what was drawn, the metafile is taken, and played it draws what was drawn directly.
 #include <algorithm>
 #include <memory>
 
@@ -7,8 +7,10 @@
 #include "fuzz/detail/require.h"
 #include "platform/graphics/EnhMetaFile.h"
 #include "platform/graphics/MetafileDevice.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 #include "tests/support/DrawingProgram.h"
+#include "tests/support/PdfPage.h"
 #include "tests/support/ShownPrimitives.h"
 #include "tests/support/Xml.h"
 
@@ -29,16 +31,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tessalink::NullDevice screen;
     tessalink::RecordingDevice recording;
     tessalink::SvgDevice svg({1920, 1440});
+    tessalink::PdfDevice pdf({1920, 1440});
     tessalink::MetafileDevice metafile(screen, wholeFrame);
     CDC nothing(screen);
     CDC direct(recording);
     CDC drawing(svg);
+    CDC printing(pdf);
     CDC recorded(metafile);
-    DrawingProgram(choose, {&nothing, &direct, &drawing, &recorded},
+    DrawingProgram(choose, {&nothing, &direct, &drawing, &printing, &recorded},
                    isTame ? DrawingProgram::Coordinates::Tame : DrawingProgram::Coordinates::Wild)
         .Run(std::min(size / 4, mostSteps));
 
     require(tessalink::test::XmlCheck::Fault(svg.Finish()).empty(), "a well-formed picture");
+    const std::string page = pdf.Finish();
+    if (isTame && page.find("/Filter") == page.npos) {
+        require(tessalink::test::PdfPage::Lines(page, wholeScreen) ==
+                    tessalink::test::RecordedPage::Lines(recording.Primitives(), wholeScreen),
+                "the page shows what was drawn");
+    }
     const std::unique_ptr<tessalink::EnhMetaFile, BOOL (*)(HENHMETAFILE)> picture(
         tessalink::makeEnhMetaFile(metafile.Finish()), DeleteEnhMetaFile);
     require(picture != nullptr, "what was recorded is taken");

@@ -28,7 +28,7 @@ struct Primitive {
     LOGBRUSH brush;
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
-    int fillMode = ALTERNATE;
+    int fillMode = 1;
     std::optional<Region> clip;
 
     std::vector<POINT> points;

@@ -43,7 +43,7 @@ TEST_F(GraphCommand, DrawsEveryFormat) {
         const char* start;
     } cases[] = {{"svg", "<?xml"}, {"rtf", "{\\rtf1"}, {"png", "\x89PNG"}, {"pdf", "%PDF"}};
     for (const auto& c : cases) {
-        if (!cHasModule && c.start[1] == 'P') continue;
+        if (!cHasModule && c.format == std::string("png")) continue;
         const Finished drawn = Graph({"--vars", "v.tsv", "-o", "-", "--format", c.format});
         EXPECT_EQ(drawn.exitCode, 0) << drawn.err;
         EXPECT_THAT(drawn.out, StartsWith(c.start));
@@ -53,7 +53,7 @@ TEST_F(GraphCommand, DrawsEveryFormat) {
                 HasSubstr("viewBox=\"0 0 1200 300\""));
     EXPECT_THAT(Graph({"--vars", "v.tsv", "-o", "-", "--format", "svg", "--dpi", "96"}).out,
                 HasSubstr("viewBox=\"0 0 192 48\""));
-    for (const char* format : {"svg", "rtf"}) {
+    for (const char* format : {"svg", "rtf", "pdf"}) {
         const Strings plain = {"--vars", "v.tsv", "-o", "-", "--format", format};
         Strings told = plain;
         told.emplace_back("--alt");

@@ -50,6 +50,9 @@ TEST_F(PictureCommand, ConvertsByTheEndingOrTheFormat) {
     EXPECT_THAT(svg.out, HasSubstr("viewBox=\"0 0 192 96\""));
     EXPECT_EQ(Run({"picture", "in.emf", "out.svg"}).exitCode, 0);
     EXPECT_EQ(folder.Read("out.svg"), svg.out);
+    EXPECT_EQ(Run({"picture", "in.emf", "a.pdf"}).exitCode, 0);
+    EXPECT_THAT(folder.Read("a.pdf"), HasSubstr("/BaseFont/Helvetica"));
+    EXPECT_THAT(folder.Read("a.pdf"), HasSubstr("/MediaBox[0 0 144 72]"));
     if (!cHasModule) GTEST_SKIP() << "built without the toolkit";
     for (const auto& [dpi, width, height] :
          {std::tuple("96", 192u, 96u), {"48", 96u, 48u}, {"200", 400u, 200u}}) {
@@ -58,8 +61,9 @@ TEST_F(PictureCommand, ConvertsByTheEndingOrTheFormat) {
         EXPECT_EQ(png.err, "");
         EXPECT_THAT(png.out, HasSubstr("IHDR" + bigEndian(width) + bigEndian(height)));
     }
-    EXPECT_EQ(Run({"picture", "in.emf", "a.pdf"}).exitCode, 0);
+    EXPECT_EQ(Run({"picture", "in.emf", "a.pdf", "--embed-fonts"}).exitCode, 0);
     EXPECT_THAT(folder.Read("a.pdf"), HasSubstr("/MediaBox [0 0 144.000000 72.000000]"));
+    EXPECT_THAT(folder.Read("a.pdf"), HasSubstr("/FontFile"));
 }
 
 TEST_F(PictureCommand, FaultsLeaveNothing) {
@@ -73,6 +77,7 @@ TEST_F(PictureCommand, FaultsLeaveNothing) {
         {{"none.emf", "out.svg"}, 2, "none.emf: the file does not exist"},
         {{"in.emf", "out.jpg"}, 2, "out.jpg: the name ends in none of .png, .pdf, .svg"},
         {{"in.emf", "-"}, 2, "add --format"},
+        {{"in.emf", "out.svg", "--embed-fonts"}, 2, "--embed-fonts is for PDF"},
         {{"in.emf", "out.svg", "--format", "gif"}, 2, "--format"},
         {{"in.emf", "out.svg", "--dpi", "0"}, 2, "--dpi"},
         {{"in.emf", "no/out.svg"}, 2, "no/out.svg"},
@@ -113,10 +118,11 @@ TEST_F(PictureCommand, NamesThePackageThatIsMissing) {
         runProgram({folder.Path("tessalink"), "picture", "in.emf", "a.png"}, setting);
     EXPECT_EQ(alone.exitCode, 2);
     EXPECT_THAT(alone.err,
-                StartsWith("tessalink: PNG and PDF need the module of a build with Qt 6: "));
+                StartsWith("tessalink: PNG, and PDF with --embed-fonts, need the module of a build "
+                           "with Qt 6: "));
     folder.Write("tessalink_qt_module.so", "no library");
     const Finished damaged =
-        runProgram({folder.Path("tessalink"), "picture", "in.emf", "a.pdf"}, setting);
+        runProgram({folder.Path("tessalink"), "picture", "in.emf", "a.png"}, setting);
     EXPECT_EQ(damaged.exitCode, 2);
     EXPECT_THAT(damaged.err, HasSubstr("tessalink_qt_module.so"));
     EXPECT_THAT(folder.Names(), ElementsAre("in.emf", "tessalink", "tessalink_qt_module.so"));

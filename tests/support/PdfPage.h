@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/graphics/FaceMetrics.h"
+#include "platform/graphics/GdiObjects.h"
 #include "platform/graphics/RecordingDevice.h"
 
 namespace tessalink::test {
@@ -150,12 +151,12 @@ private:
     static std::string FontOf(const LOGFONT& font, double em) {
         const std::string_view face = font.lfFaceName;
         const bool serif = face == "Times New Roman" || face == "Times" ||
-                           (face != "Arial" && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
+                           (face != "Arial" && (font.lfPitchAndFamily & 0xF0) == FF_ROMAN);
         const std::array<const char*, 4> styles =
             serif ? std::array{"-Roman", "-Bold", "-Italic", "-BoldItalic"}
                   : std::array{"", "-Bold", "-Oblique", "-BoldOblique"};
         const std::size_t style =
-            (font.lfWeight >= FW_SEMIBOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
+            (font.lfWeight >= FW_BOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
         const std::string name = isSymbolFont(font)
                                      ? "Symbol"
                                      : std::string(serif ? "Times" : "Helvetica") + styles[style];

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/graphics/GdiObjects.h"
+
 namespace tessalink::detail {
 
 namespace {

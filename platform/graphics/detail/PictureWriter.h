@@ -12,6 +12,8 @@
 namespace tessalink::detail {
 
 inline constexpr double cMillimetersPerInch = 25.4;
+inline constexpr LONG FW_SEMIBOLD = 600;
+inline constexpr BYTE cFamilyMask = 0xF0;
 
 /// A place in halves of a unit.
 struct HalfPoint {

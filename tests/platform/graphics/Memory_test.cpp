@@ -11,6 +11,7 @@
 #include "platform/graphics/EnhMetaFile.h"
 #include "platform/graphics/MetafileDevice.h"
 #include "platform/graphics/NullDevice.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 
 namespace {
@@ -48,6 +49,7 @@ namespace {
 
 using tessalink::MetafileDevice;
 using tessalink::NullDevice;
+using tessalink::PdfDevice;
 using tessalink::SvgDevice;
 
 int allocationsOf(const std::function<void()>& work) {
@@ -81,7 +83,8 @@ TEST(Memory, PrimitivesTakeNothing) {
     NullDevice null;
     MetafileDevice metafile(null);
     SvgDevice svg({1000, 1000});
-    tessalink::DrawingDevice* const devices[] = {&null, &metafile, &svg};
+    PdfDevice pdf({1000, 1000});
+    tessalink::DrawingDevice* const devices[] = {&null, &metafile, &svg, &pdf};
     for (tessalink::DrawingDevice* device : devices) {
         CDC dc(*device);
         mark(dc, 0);
