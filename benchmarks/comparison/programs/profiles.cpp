@@ -1,7 +1,7 @@
 // Profile and circumplex graphs by the product, and the profile graph by libEMF, so often that the
 // time of one is the slope between few and many.
 //
-//     profiles emf|svg|libemf COUNT           the profile graph, COUNT times
+//     profiles emf|svg|pdf|libemf COUNT       the profile graph, COUNT times
 //     profiles circle-emf|circle-svg COUNT    a circumplex graph of 16 points, COUNT times
 //     profiles screen|metafile COUNT          one graph of COUNT profiles: drawn, as a metafile
 //     profiles data FOLDER                    writes scores.txt, a line of scores for each scale
@@ -16,6 +16,7 @@
 #include "platform/graphics/CDC.h"
 #include "platform/graphics/MetafileDevice.h"
 #include "platform/graphics/NullDevice.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/graphics/SvgDevice.h"
 
 namespace {
@@ -34,12 +35,9 @@ auto emf(const std::unique_ptr<Graph>& graph) {
     return draw(*graph, device);
 }
 
-template <class Graph>
-auto svg(const std::unique_ptr<Graph>& graph) {
-    tessalink::PictureSheet sheet;
-    sheet.width = profiles::cWidth;
-    sheet.height = profiles::cHeight;
-    tessalink::SvgDevice device(sheet);
+template <class Device, class Graph>
+auto picture(const std::unique_ptr<Graph>& graph) {
+    Device device({profiles::cWidth, profiles::cHeight});
     return draw(*graph, device);
 }
 
@@ -55,8 +53,10 @@ int productEmf(char** arguments) {
     return repeat(arguments[0], [] { return emf(profiles::graph(profiles::cProfiles)).size(); });
 }
 
-int productSvg(char** arguments) {
-    return repeat(arguments[0], [] { return svg(profiles::graph(profiles::cProfiles)).size(); });
+template <class Device>
+int productPicture(char** arguments) {
+    return repeat(arguments[0],
+                  [] { return picture<Device>(profiles::graph(profiles::cProfiles)).size(); });
 }
 
 int circleEmf(char** arguments) {
@@ -64,7 +64,8 @@ int circleEmf(char** arguments) {
 }
 
 int circleSvg(char** arguments) {
-    return repeat(arguments[0], [] { return svg(profiles::circle()).size(); });
+    return repeat(arguments[0],
+                  [] { return picture<tessalink::SvgDevice>(profiles::circle()).size(); });
 }
 
 int screen(char** arguments) {
@@ -98,7 +99,8 @@ int libemf(char** arguments) {
 #endif
 
 constexpr timing::Mode cModes[] = {{"emf", 1, productEmf},
-                                   {"svg", 1, productSvg},
+                                   {"svg", 1, productPicture<tessalink::SvgDevice>},
+                                   {"pdf", 1, productPicture<tessalink::PdfDevice>},
                                    {"circle-emf", 1, circleEmf},
                                    {"circle-svg", 1, circleSvg},
                                    {"screen", 1, screen},

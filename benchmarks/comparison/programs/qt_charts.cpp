@@ -1,5 +1,5 @@
-// The chart of 480 marks and the profile graph as PNG and PDF by the product's toolkit part, in
-// turns with QCustomPlot.
+// The chart of 480 marks and the profile graph as PNG by the product's toolkit part and as PDF by
+// its own device, in turns with QCustomPlot.
 //
 //     qt_charts png|pdf ROUNDS FOLDER
 //     qt_charts profile-png|profile-pdf ROUNDS FOLDER
@@ -14,6 +14,7 @@
 #include "benchmarks/comparison/programs/ChartGraph.h"
 #include "benchmarks/comparison/programs/ProfileGraphs.h"
 #include "benchmarks/comparison/programs/Timing.h"
+#include "platform/graphics/PdfDevice.h"
 #include "platform/qt/QtImages.h"
 
 namespace {
@@ -21,10 +22,18 @@ namespace {
 constexpr int cDpi = 96;
 
 template <class Graph>
+void savePdf(Graph& graph, const CRect& place, const std::string& path) {
+    tessalink::PdfDevice device({place.Width(), place.Height(), cDpi});
+    CDC dc(device);
+    graph.Draw(&dc, place);
+    if (tessalink::savePicture(device.Finish(), path.c_str()) == 0) timing::fail("no file");
+}
+
+template <class Graph>
 void saveProduct(Graph& graph, const CRect& place, bool isPng, const std::string& path) {
-    const auto draw = [&](CDC& dc) { graph.Draw(&dc, place); };
-    (isPng ? tessalink::savePng : tessalink::savePdf)(path.c_str(), place.Width(), place.Height(),
-                                                      cDpi, draw);
+    if (!isPng) return savePdf(graph, place, path);
+    tessalink::savePng(path.c_str(), place.Width(), place.Height(), cDpi,
+                       [&](CDC& dc) { graph.Draw(&dc, place); });
 }
 
 void savePeer(QCustomPlot& plot, const CSize& size, bool isPng, const std::string& path) {
