@@ -471,7 +471,7 @@ void symbols(BarGraph& graph) {
     addSpace(graph, 8);
 }
 
-template <bool isGrey>
+template <bool isGray>
 void groups(BarGraph& graph) {
     ColorMgr colors(ColorMgr::ColorSafePalette());
     constexpr std::array names = {"Grade 5", "Grade 6", "Grade 7", "Grade 8"};
@@ -480,12 +480,12 @@ void groups(BarGraph& graph) {
     constexpr std::array<std::array<double, 4>, 3> means = {
         {{44, 47, 52, 56}, {41, 49, 53, 60}, {46, 50, 51, 54}}};
     constexpr std::array tests = {"Reading", "Spelling", "Arithmetic"};
-    addTitle(graph, "Means of four grades", isGrey ? "grey print" : "in colour");
+    addTitle(graph, "Means of four grades", isGray ? "grey print" : "in colour");
     auto* const key = add(graph, std::make_unique<Key>());
     std::array<COLORREF, names.size()> inks{};
     for (std::size_t i = 0; i < names.size(); ++i) {
         const COLORREF color = colors.GetColor(colors.ReserveColor());
-        inks[i] = isGrey ? inGrey(color) : color;
+        inks[i] = isGray ? inGray(color) : color;
         key->AddEntry(2 + 20 * static_cast<double>(i), symbols[i], inks[i], names[i]);
     }
     BarScale* scale = nullptr;

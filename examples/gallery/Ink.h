@@ -4,7 +4,7 @@
 
 #include "platform/graphics/Colors.h"
 
-// The colours of the graphs.
+// The colors of the graphs.
 namespace gallery {
 
 inline constexpr COLORREF cInk = RGB(45, 45, 50);
@@ -15,12 +15,23 @@ inline constexpr COLORREF cBlue = RGB(28, 75, 140);
 inline constexpr COLORREF cPale = RGB(190, 210, 236);
 inline constexpr COLORREF cRed = RGB(170, 45, 40);
 
-// As a printer without colour shows it.
-inline COLORREF inGrey(COLORREF color) {
-    const double luminance =
-        0.299 * GetRValue(color) + 0.587 * GetGValue(color) + 0.114 * GetBValue(color);
-    const auto grey = static_cast<BYTE>(std::lround(luminance));
-    return RGB(grey, grey, grey);
+// As a printer without color shows it: the gray of the same luminance (IEC 61966-2-1).
+inline COLORREF inGray(COLORREF color) {
+    constexpr double full = 255;
+    constexpr double exponent = 2.4;
+    constexpr double offset = 0.055;
+    constexpr double slope = 12.92;
+    const auto linear = [](int value) {
+        const double part = value / full;
+        return part <= 0.04045 ? part / slope : std::pow((part + offset) / (1 + offset), exponent);
+    };
+    const double luminance = 0.2126 * linear(GetRValue(color)) + 0.7152 * linear(GetGValue(color)) +
+                             0.0722 * linear(GetBValue(color));
+    const double part = luminance <= 0.0031308
+                            ? luminance * slope
+                            : std::pow(luminance, 1 / exponent) * (1 + offset) - offset;
+    const auto gray = static_cast<BYTE>(std::lround(part * full));
+    return RGB(gray, gray, gray);
 }
 
 }  // namespace gallery

@@ -76,7 +76,7 @@ void clinical(CDC& dc) {
     auto graph = tGraph<ProfileGraph>(30, 90);
     addClinicalScales(graph);
     graph.AddBand(40, 60, RGB(232, 238, 245));
-    graph.AddBand(65, 90, RGB(250, 232, 228));
+    graph.AddBand(65, 90, RGB(242, 204, 194));
     graph.AddHorzLine(50);
     graph.AddHorzLine(65);
     graph.ScaleHorzLines(1);
@@ -153,9 +153,9 @@ void percentiles(CDC& dc) {
     graph.SetXLegend(row({"", "Verbal, PR 84", "Numerical, PR 37", "Spatial, PR 96", "Memory, PR 9",
                           "Speed, PR 50"}));
     graph.SetYLegend("10 \\iz\\n");
-    graph.AddBand(-10, 10, RGB(232, 238, 245), "percentile ranks 16 to 84");
-    graph.AddBand(-20, -10, RGB(244, 247, 251), "2 to 16, 84 to 98");
-    graph.AddBand(10, 20, RGB(244, 247, 251), nullptr);
+    graph.AddBand(-10, 10, RGB(198, 214, 236), "percentile ranks 16 to 84");
+    graph.AddBand(-20, -10, RGB(228, 236, 247), "2 to 16, 84 to 98");
+    graph.AddBand(10, 20, RGB(228, 236, 247), nullptr);
     graph.AddHorzLine(0);
     graph.AddProfile("Aptitudes", owned({9.945, -3.319, 17.507, -13.408, 0}), cBlue, 1,
                      ProfilePointType::Symbol, PS_SOLID, 0);
@@ -197,7 +197,7 @@ void skyLine(CDC& dc) {
                           "Anger", "Restlessness", "Guilt"}),
                      nullptr, nullptr, nullptr);
     graph.SetYLegend("Sum");
-    graph.AddSkyLine(owned({18, 12, 12, 20, 15, 22, 16, 10}), cRed);
+    graph.AddSkyLine(owned({18, 12, 12, 20, 15, 22, 16, 10}), cRed, "Limit");
     graph.AddBreak(4);
     graph.AddProfile("Admission", owned({21, 15, 9, 24, 17, 13, 19, 7}), cBlue, 1);
     graph.AddProfile("Discharge", owned({12, 6, 5, 11, 10, 9, 12, 3}), cMuted, 2);
@@ -237,7 +237,7 @@ void lineStyles(CDC& dc) {
 }
 
 // Markers and dashes tell the profiles apart where colours do not.
-template <bool isGrey>
+template <bool isGray>
 void palette(CDC& dc) {
     ColorMgr colors(ColorMgr::ColorSafePalette());
     struct Line {
@@ -255,7 +255,7 @@ void palette(CDC& dc) {
     std::uint32_t id = 0;
     for (const Line& line : lines) {
         const COLORREF color = colors.GetColor(colors.ReserveColor());
-        graph.AddProfile(line.name, owned(line.scores), isGrey ? inGrey(color) : color, id++,
+        graph.AddProfile(line.name, owned(line.scores), isGray ? inGray(color) : color, id++,
                          ProfilePointType::Symbol, line.style, 0);
     }
     graph.ShowLegend(ProfileLegend::Below);

@@ -13,7 +13,5 @@ BarBodyLegend::BarBodyLegend(BarScale* scale, const char* leftDesc, const char* 
       m_bodyTypeface(bodyTypeface) {}
 
 void BarBodyLegend::create_body_font(int height, CFont& font) {
-    constexpr BYTE pitchAndFamily = 4;
-    tessalink::createGraphFont(font, height, m_bodyTypeface, OUT_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                               pitchAndFamily);
+    tessalink::createBarFont(font, height, m_bodyTypeface);
 }

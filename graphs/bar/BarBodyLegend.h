@@ -2,7 +2,7 @@
 
 #include "graphs/bar/BarLegend.h"
 
-/// What the legends with texts in their body share: colour and font of those.
+/// What the legends with texts in their body share: color and font of those.
 class TESSALINK_API BarBodyLegend : public BarLegend {
 public:
     COLORREF GetBodyColor() const { return m_bodyColor; }

@@ -38,7 +38,7 @@ public:
     virtual void RemoveSectionAt(int index);
     /// Deletes all sections, in their order.
     virtual void Clear();
-    /// Draws the graph as large as the rectangle allows. The context's colours, alignment, font,
+    /// Draws the graph as large as the rectangle allows. The context's colors, alignment, font,
     /// pen and brush are as before afterwards. A graph without height draws nothing.
     virtual void Draw(CDC* dc, const CRect& rect);
 

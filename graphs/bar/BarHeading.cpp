@@ -85,13 +85,12 @@ std::size_t BarHeading::checked(int index, std::size_t count) const {
 
 void BarHeading::Draw(CDC* dc, double xScale, double yScale, const CRect& rect) {
     if (dc == nullptr) return;
-    constexpr BYTE pitchAndFamily = 6;
     std::deque<CFont> fonts(m_fonts.size());
     const tessalink::RestoredState restored(*dc);
     for (std::size_t i = 0; i < fonts.size(); ++i) {
         tessalink::createGraphFont(fonts[i], toDevice(m_fonts[i]->size * yScale),
                                    m_fonts[i]->typeface, OUT_TT_PRECIS, PROOF_QUALITY,
-                                   pitchAndFamily);
+                                   tessalink::cTrueTypeVariable);
     }
     for (const Text& text : m_texts) {
         dc->SelectObject(&fonts[static_cast<std::size_t>(text.font->index)]);

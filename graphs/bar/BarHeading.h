@@ -11,7 +11,7 @@
 #include "platform/base/CString.h"
 
 /// The section with free texts: titles of columns, of the graph, captions. Each text has a
-/// position, alignment, colour and font of its own; line feeds make lines. Texts of one font share
+/// position, alignment, color and font of its own; line feeds make lines. Texts of one font share
 /// a record.
 class TESSALINK_API BarHeading : public BarSection {
 public:

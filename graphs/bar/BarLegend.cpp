@@ -85,9 +85,7 @@ void BarLegend::draw_descriptions(CDC& dc, double xScale, double yScale, const C
 }
 
 void BarLegend::create_font(int height, CFont& font) {
-    constexpr BYTE pitchAndFamily = 4;
-    tessalink::createGraphFont(font, height, m_descTypeface, OUT_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                               pitchAndFamily);
+    tessalink::createBarFont(font, height, m_descTypeface);
 }
 
 void BarLegend::draw_left_desc(CDC* dc, double xScale, const CRect& column) {

@@ -11,8 +11,8 @@
 /// and a body under its box.
 class TESSALINK_API BarLegend : public BarSection {
 public:
-    /// How a description lies in its column: to the left unless centred or right, at the top unless
-    /// in the middle or at the bottom, of which the middle wins.
+    /// How a description lies in its column: to the left unless centered or right, at the top
+    /// unless in the middle or at the bottom, of which the middle wins.
     static constexpr std::uint16_t cCenter = 1;
     static constexpr std::uint16_t cRight = 2;
     static constexpr std::uint16_t cMiddle = 4;

@@ -62,7 +62,8 @@ void BarRangeLegend::draw_ranges(CDC* dc, double xScale, double yScale, const CR
 void BarRangeLegend::draw_bracket(CDC& dc, int left, int right, const CRect& bracket) const {
     const int middle = bracket.top + halved(bracket.Height());
     const int open = m_directionUp != 0 ? bracket.top : bracket.bottom;
-    const std::array<POINT, 4> corners = {
-        {{left, open}, {left, middle}, {right, middle}, {right, open}}};
+    // Lines exclude their end: back from there, so that both legs are as long.
+    const std::array<POINT, 5> corners = {
+        {{left, open}, {left, middle}, {right, middle}, {right, open}, {right, middle}}};
     dc.Polyline(corners.data(), static_cast<int>(corners.size()));
 }

@@ -7,7 +7,7 @@
 /// comes first and the bracket opens toward a scale below.
 class TESSALINK_API BarRangeLegend : public BarTextLegend {
 public:
-    /// As BarValueLegend; no ranges, upward. The brackets have the colour of the body.
+    /// As BarValueLegend; no ranges, upward. The brackets have the color of the body.
     BarRangeLegend(BarScale* scale, const char* leftDesc, const char* rightDesc, COLORREF bodyColor,
                    COLORREF descColor, int leftMargin, int rightMargin, int topMargin,
                    int bottomMargin, int descFontSize, int bodyFontSize, const char* descTypeface,

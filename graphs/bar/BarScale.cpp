@@ -150,9 +150,7 @@ void BarScale::calc_line_sizes(double xScale) {
 }
 
 void BarScale::create_font(int height, CFont& font) {
-    constexpr BYTE pitchAndFamily = 4;
-    tessalink::createGraphFont(font, height, m_typeface, OUT_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                               pitchAndFamily);
+    tessalink::createBarFont(font, height, m_typeface);
 }
 
 void BarScale::draw_bar(CDC* dc, double xScale, const CRect& box) {

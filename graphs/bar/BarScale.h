@@ -81,7 +81,7 @@ public:
 
 protected:
     /// The steps of Draw. Widths of lines are those of the device. What is drawn from draw_bar on
-    /// finds the font of the descriptions selected, if there are any, and their colour set.
+    /// finds the font of the descriptions selected, if there are any, and their color set.
     virtual void calc_line_sizes(double xScale);
     virtual void create_font(int height, CFont& font);
     virtual void draw_bar(CDC* dc, double xScale, const CRect& box);

@@ -2,7 +2,7 @@
 
 #include "graphs/bar/BarScale.h"
 
-/// A bar scale whose box is filled with a colour of its own.
+/// A bar scale whose box is filled with a color of its own.
 class TESSALINK_API BarScale2 : public BarScale {
 public:
     /// As BarScale; the box is white.

@@ -14,7 +14,7 @@ public:
     /// How high the section is, margins included.
     virtual int GetDesignHeight() const = 0;
     /// Draws the section into a rectangle of device units; the factors turn design units into
-    /// those. The context's colours, alignment, font, pen and brush are as before afterwards.
+    /// those. The context's colors, alignment, font, pen and brush are as before afterwards.
     virtual void Draw(CDC* dc, double xScale, double yScale, const CRect& rect) = 0;
 
     int GetLeftMargin() const { return m_leftMargin; }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "graphs/common/DashedPath.h"
 #include "graphs/common/DeviceUnits.h"
 #include "platform/graphics/DCScope.h"
 
@@ -33,15 +34,19 @@ void BarSimpleLegend::draw_labels(CDC* dc, double xScale, double yScale, const C
 }
 
 void BarSimpleLegend::draw_texts(CDC* dc, double xScale, double yScale, const CRect& body) {
-    CPen pen(m_lineStyle, line_width(xScale), GetLineColor());
+    const int width = line_width(xScale);
+    const int length = tessalink::toDevice(line_height() * yScale);
+    const int top = body.top + length;
+    // The dashes are drawn one by one: those of pens are longer than these lines.
+    CPen pen(m_lineStyle <= PS_DASHDOTDOT ? UINT{PS_SOLID} : m_lineStyle, width, GetLineColor());
     const tessalink::Selected selected(*dc, &pen);
-    const int top = body.top + tessalink::toDevice(line_height() * yScale);
+    auto path = tessalink::DashedPath::Fitted(static_cast<int>(m_lineStyle), width, length);
     for (const Label& label : labels()) {
         if (std::isnan(label.from)) continue;
         const int x = GetScale()->PixXUnrestricted(label.from, body);
         if (m_useLine != 0) {
-            dc->MoveTo(x, body.top);
-            dc->LineTo(x, top);
+            path.MoveTo({x, body.top});
+            path.LineTo(*dc, {x, top});
         }
         print_multi_lines(dc, x, top, label.text);
     }

@@ -2,10 +2,10 @@
 
 #include "graphs/bar/BarTextLegend.h"
 
-/// Texts at scores, each centred under its score, if wanted with a short line up to the scale.
+/// Texts at scores, each centered under its score, if wanted with a short line up to the scale.
 class TESSALINK_API BarSimpleLegend : public BarTextLegend {
 public:
-    /// As BarValueLegend; no texts, and no lines. The lines have the colour of the body.
+    /// As BarValueLegend; no texts, and no lines. The lines have the color of the body.
     BarSimpleLegend(BarScale* scale, const char* leftDesc, const char* rightDesc,
                     COLORREF bodyColor, COLORREF descColor, int leftMargin, int rightMargin,
                     int topMargin, int bottomMargin, int descFontSize, int bodyFontSize,
@@ -22,7 +22,7 @@ public:
     /// Whether lines lead from the top of the body to the texts.
     int GetUseLine() const { return m_useLine; }
     void SetUseLine(int use) { m_useLine = use; }
-    /// PS_SOLID, PS_DASH ...; dashes need a line that is one device unit wide.
+    /// PS_SOLID to PS_DASHDOTDOT; dashes are short enough for every line to show several.
     UINT GetLineStyle() const { return m_lineStyle; }
     void SetLineStyle(UINT style) { m_lineStyle = style; }
 

@@ -26,7 +26,7 @@ protected:
         CString text;
     };
 
-    /// As BarValueLegend; no texts. The lines have the colour of the body.
+    /// As BarValueLegend; no texts. The lines have the color of the body.
     BarTextLegend(BarScale* scale, const char* leftDesc, const char* rightDesc, COLORREF bodyColor,
                   COLORREF descColor, int leftMargin, int rightMargin, int topMargin,
                   int bottomMargin, int descFontSize, int bodyFontSize, const char* descTypeface,
@@ -46,7 +46,7 @@ protected:
     virtual void set_max_lines();
 
     void draw_legend_body(CDC* dc, double xScale, double yScale, const CRect& body) override;
-    /// Draws what draw_legend_body has set font, colour and alignment for: centred texts.
+    /// Draws what draw_legend_body has set font, color and alignment for: centered texts.
     virtual void draw_labels(CDC* dc, double xScale, double yScale, const CRect& body) = 0;
     /// The width of the lines on the device.
     int line_width(double xScale) const;

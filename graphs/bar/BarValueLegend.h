@@ -5,7 +5,7 @@
 /// Labels the scores of a scale: one at either end, and further ones in steps between them.
 class TESSALINK_API BarValueLegend : public BarBodyLegend {
 public:
-    /// The labels are those of the scale's major ticks as they are now. The colour of the body
+    /// The labels are taken from the scale's major ticks at this moment. The color of the body
     /// comes before that of the descriptions.
     BarValueLegend(BarScale* scale, const char* leftDesc, const char* rightDesc, COLORREF bodyColor,
                    COLORREF descColor, int leftMargin, int rightMargin, int topMargin,

@@ -12,11 +12,11 @@ namespace {
 constexpr std::array<COLORREF, ColorMgr::cDefaultColors> cDefaultPalette = {
     0x000000, 0x008000, 0x0000C0, 0x800000, 0x808000, 0x008080, 0x800080, 0x808080, 0xFF0000};
 
-// Black, blue, rose, green, brown, turquoise, purple, yellow: neighbours differ most.
+// Black, blue, rose, green, brown, turquoise, purple, yellow: neighbors differ most.
 constexpr std::array<COLORREF, 8> cColorSafePalette = {0x000000, 0xA92802, 0x5E53BE, 0x03A478,
                                                        0x045272, 0xB6CB45, 0x45023C, 0x32DFF0};
 
-// How many colours a manager has.
+// How many colors a manager has.
 std::size_t countOf(int count, const COLORREF* palette) {
     if (count <= 0) return ColorMgr::cDefaultColors;
     const auto wanted = static_cast<std::size_t>(count);

@@ -7,31 +7,31 @@
 #include "platform/base/Export.h"
 #include "platform/graphics/Colors.h"
 
-/// Hands out the colours of a palette to the series of a graph, the one used least first.
+/// Hands out the colors of a palette to the series of a graph, the one used least first.
 class TESSALINK_API ColorMgr : public CObject {
     DECLARE_DYNAMIC(ColorMgr)
 
 public:
-    /// The number of colours in the default palette.
+    /// The number of colors in the default palette.
     static constexpr int cDefaultColors = 9;
 
     /// A palette of the caller's, which must outlive the manager; null stands for the default one
-    /// (black, green, red, navy, teal, olive, purple, grey, blue), of which no more colours are
+    /// (black, green, red, navy, teal, olive, purple, gray, blue), of which no more colors are
     /// used than it has, and a count of 0 for nine.
     explicit ColorMgr(int count = 0, const COLORREF* palette = nullptr);
 
     int GetColorCount() const { return static_cast<int>(m_useCounts.size()); }
-    /// The colour at an index; black for one that there is not.
+    /// The color at an index; black for one that there is not.
     COLORREF GetColor(int index) const;
-    /// The index of the colour that is used least, the lowest of several; it counts as used once
+    /// The index of the color that is used least, the lowest of several; it counts as used once
     /// more.
     BYTE ReserveColor();
-    /// The colour counts as used once less.
+    /// The color counts as used once less.
     void ReleaseColor(int index);
-    /// No colour is used.
+    /// No color is used.
     void Reset();
 
-    /// Eight colours that are told apart with protanopia, deuteranopia and tritanopia and in grey
+    /// Eight colors that are told apart with protanopia, deuteranopia and tritanopia and in gray
     /// print: any two differ by 25 in CIE L*a*b* in each of these views, and any two, and each and
     /// white, by 12 in lightness. Use: ColorMgr(ColorMgr::ColorSafePalette()).
     static std::span<const COLORREF> ColorSafePalette();
@@ -47,9 +47,9 @@ private:
     std::vector<int> m_useCounts;
 };
 
-/// The colour of a hue (a fraction of the full turn, red at 0), saturation and lightness, each from
+/// The color of a hue (a fraction of the full turn, red at 0), saturation and lightness, each from
 /// 0 to 1. Its components are cut, not rounded.
 TESSALINK_API COLORREF HSLToRGB(double h, double s, double l);
 
-/// The reverse; hue and saturation of a grey are 0.
+/// The reverse; hue and saturation of a gray are 0.
 TESSALINK_API void RGBToHSL(COLORREF rgb, double& h, double& s, double& l);

@@ -15,7 +15,7 @@
 ///
 /// Text before the first switch has the current font. A null `normal` is the current font; a null
 /// `italic` or `bold` is derived from the normal font when the label needs it, and so is the symbol
-/// font, always. Font and alignment are as they were afterwards. Without a context: 0.
+/// font, always. Afterwards font and alignment are as before. Without a context: 0.
 TESSALINK_API int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal,
                                  CFont* italic, CFont* bold);
 

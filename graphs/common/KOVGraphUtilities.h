@@ -4,7 +4,7 @@
 #include "platform/base/Export.h"
 #include "platform/graphics/CDC.h"
 
-/// What the graphs share.
+/// Scaling, printing and counting of lines, which all graphs share.
 namespace KOVGraphUtilities {
 
 /// The factors that turn design units into device units, so that the design fits into the device

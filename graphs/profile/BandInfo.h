@@ -14,7 +14,7 @@ struct TESSALINK_API BandInfo {
 
     bool operator==(const BandInfo&) const = default;
 
-    /// The record in an archive: both scores and the colour, 32 bits each. Faults are those of
+    /// The record in an archive: both scores and the color, 32 bits each. Faults are those of
     /// CArchive.
     void Serialize(CArchive& archive);
 };

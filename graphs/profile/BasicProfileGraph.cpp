@@ -4,8 +4,9 @@
 #include <cmath>
 #include <new>
 
+#include "graphs/common/DashedPath.h"
+#include "graphs/common/MarkShape.h"
 #include "graphs/profile/ProfileFont.h"
-#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/base/NumberText.h"
 #include "platform/graphics/DCScope.h"
@@ -231,25 +232,35 @@ void BasicProfileGraph::plot_data(CDC* dc, int x, int y, int size, int scaleInde
 }
 
 void BasicProfileGraph::draw_symbol(CDC* dc, int x, int y, int size, int symbol) {
-    drawProfileSymbol(*dc, x, y, size, symbol);
+    drawNumberedMark(*dc, x, y, size, size, symbol);
 }
 
 BasicProfileGraph::Slope BasicProfileGraph::slope_to(const ProfileInfo& profile, int scaleIndex,
-                                                     int neighbour) const {
-    if (neighbour < 0 || neighbour >= m_scaleCount || !IsScore(profile, neighbour)) return {};
-    const auto first = static_cast<std::size_t>(std::min(scaleIndex, neighbour));
+                                                     int neighbor) const {
+    if (neighbor < 0 || neighbor >= m_scaleCount || !IsScore(profile, neighbor)) return {};
+    const auto first = static_cast<std::size_t>(std::min(scaleIndex, neighbor));
     if (first < m_lineEnds.size() && m_lineEnds[first]) return {};
     const auto inRange = [this](double score) {
         return std::clamp<double>(score, std::min(m_scores.min, m_scores.max),
                                   std::max(m_scores.min, m_scores.max));
     };
     return {true,
-            compare(inRange(profile.GetValue(neighbour)), inRange(profile.GetValue(scaleIndex)))};
+            compare(inRange(profile.GetValue(neighbor)), inRange(profile.GetValue(scaleIndex)))};
 }
 
 CString BasicProfileGraph::point_text(const ProfileInfo& profile, int scaleIndex) const {
-    return formatDouble(profile.GetValue(scaleIndex), 0,
-                        std::clamp(profile.GetDecimals(), 0, cMaxDecimals));
+    const double value = profile.GetValue(scaleIndex);
+    return formatDouble(value, 0, std::clamp(profile.GetDecimals(), 0, cMaxDecimals));
+}
+
+CString BasicProfileGraph::point_label(const ProfileInfo& profile, int scaleIndex, char towardMin,
+                                       char towardMax) const {
+    const double value = profile.GetValue(scaleIndex);
+    const auto [lowest, highest] = std::minmax(m_scores.min, m_scores.max);
+    CString label = point_text(profile, scaleIndex);
+    if (value >= lowest && value <= highest) return label;
+    const bool isPastMax = (value > highest) == (m_scores.max >= m_scores.min);
+    return label + "\\s" + (isPastMax ? towardMax : towardMin);
 }
 
 // The legend.
@@ -329,7 +340,10 @@ void BasicProfileGraph::draw_legend_entry(CDC* dc, int index, int left, int top)
 }
 
 void BasicProfileGraph::draw_legend_sample(CDC* dc, int index, int left, int y) {
-    const ProfileInfo& profile = GetProfile(index);
+    draw_sample(dc, GetProfile(index), left, y);
+}
+
+void BasicProfileGraph::draw_sample(CDC* dc, const ProfileInfo& profile, int left, int y) {
     CPen pen(PS_SOLID, line_width(), profile.GetColor());
     CBrush brush(profile.GetColor());
     const Selected selectedPen(*dc, &pen);

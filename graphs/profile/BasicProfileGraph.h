@@ -47,7 +47,7 @@ public:
     BasicProfileGraph(const BasicProfileGraph&) = delete;
     BasicProfileGraph& operator=(const BasicProfileGraph&) = delete;
 
-    /// Draws the whole graph. The context's colours, alignment, pen, brush and font are as before
+    /// Draws the whole graph. The context's colors, alignment, pen, brush and font are as before
     /// afterwards, also after an exception. A rectangle too small for any text gets its frame only.
     virtual void Draw(CDC* dc, CRect rect);
 
@@ -117,6 +117,8 @@ protected:
     virtual CString legend_entry_name(int index) const { return GetProfile(index).GetName(); }
     /// The sample of an entry: 3 characters wide from (left, y), y is its middle.
     virtual void draw_legend_sample(CDC* dc, int index, int left, int y);
+    /// The sample of a profile.
+    void draw_sample(CDC* dc, const ProfileInfo& profile, int left, int y);
     virtual bool legend_is_drawn() const;
     /// Whether the label of an end has a sign that stands for the scores beyond.
     virtual bool has_end_sign(bool) const { return true; }
@@ -167,8 +169,12 @@ protected:
         bool IsUp() const { return exists && direction > 0; }
         bool IsDown() const { return exists && direction < 0; }
     };
-    Slope slope_to(const ProfileInfo& profile, int scaleIndex, int neighbour) const;
+    Slope slope_to(const ProfileInfo& profile, int scaleIndex, int neighbor) const;
     CString point_text(const ProfileInfo& profile, int scaleIndex) const;
+    /// The same as a label, with an arrow behind a value that lies off the plot, where its point
+    /// is drawn at the edge: `towardMin` and `towardMax` are the arrows of the symbol font.
+    CString point_label(const ProfileInfo& profile, int scaleIndex, char towardMin,
+                        char towardMax) const;
 
     double m_missingValue = cDefaultMissingValue;
     int m_designWidth = 0;

@@ -36,6 +36,9 @@ constexpr double cCornerRoom = (1 - std::numbers::sqrt2 / 2) / 2;
 constexpr int cMaxMoves = 64;
 constexpr double cMove = 0.25;
 
+/// By so much places are off that were rounded to whole units, and sums of fractions.
+constexpr double cHalfUnit = 0.5 + 1e-6;
+
 constexpr double cRadians = std::numbers::pi / 180;
 /// Pictures of more inches to an inch of the design are none.
 constexpr double cMaxScale = 1e6;
@@ -48,11 +51,14 @@ double scaleOf(int length, int from, int to) {
     return from == to ? 0 : length / (static_cast<double>(to) - from);
 }
 
-/// Calls `visit` for first, first + step, ... as long as they do not exceed `last` and the limit.
+/// Calls `visit` for start + skip * step, start + (skip + 1) * step ... up to `last`: for each, or,
+/// when there are more than `limit`, for each second, each third ... of the steps.
 template <class Visit>
-void forSteps(std::int64_t first, std::int64_t last, int step, int limit, Visit visit) {
+void forSteps(int start, int skip, std::int64_t last, int step, int limit, Visit visit) {
     if (step <= 0) return;
-    for (int i = 0; i < limit && first <= last; ++i, first += step) visit(static_cast<int>(first));
+    const std::int64_t count = std::max<std::int64_t>(0, (last - start) / step + 1 - skip);
+    const std::int64_t wide = step * std::max<std::int64_t>(1, (count + limit - 1) / limit);
+    for (std::int64_t at = start + skip * wide; at <= last; at += wide) visit(static_cast<int>(at));
 }
 
 /// How far out, by the half axes rx and ry of an ellipse, the middle of a box has to lie in a
@@ -130,12 +136,21 @@ bool CircleChart::has_title() const {
     return has_text(TitleText) || has_text(TitleText + 1) || has_text(TitleText + 2);
 }
 
-double CircleChart::title_height() const {
-    double points = has_text(TitleText) ? m_settings.titleSize : 0;
-    bool isFirst = !has_text(TitleText);
-    for (int line = 1; line < cTitleLines; ++line) {
+FittedLabel CircleChart::title_line(CDC& dc, int line) const {
+    return {dc, load_text(TitleText + line), font_height(title_size(line)), cTimes, sheet_width()};
+}
+
+int CircleChart::title_size(int line) const {
+    return line == 0 ? m_settings.titleSize : m_settings.subtitleSize;
+}
+
+double CircleChart::title_height(CDC& dc) const {
+    double points = 0;
+    bool isFirst = true;
+    for (int line = 0; line < cTitleLines; ++line) {
         if (!has_text(TitleText + line)) continue;
-        points += m_settings.subtitleSize + (isFirst ? 0 : cTitleGapPoints);
+        const int lines = title_line(dc, line).LineCount();
+        points += (isFirst ? 0 : cTitleGapPoints) + 1.0 * lines * title_size(line);
         isFirst = false;
     }
     return points * m_scaleFactor / cPointsPerInch;
@@ -154,7 +169,7 @@ void CircleChart::recalc_layout(CDC* dc, const CRect& rect) {
     m_plot = {};
     if (!has_scale()) return;
 
-    const double titleHeight = title_height();
+    const double titleHeight = title_height(*dc);
     double plotHeight =
         height - titleHeight - (m_design.topPadding + m_design.bottomPadding) * m_scaleFactor;
     reserve_legend(dc, plotHeight);
@@ -209,6 +224,19 @@ CSize CircleChart::radii() const {
     return {m_plot.Width() / 2, m_plot.Height() / 2};
 }
 
+Polar CircleChart::data_place(int x, int y) const {
+    // The middle of an odd length lies between two units.
+    const auto offset = [](int at, int start, int end, int middle) {
+        return at == middle ? 0 : at - (1.0 * start + end) / 2;
+    };
+    return toPolar({offset(x, m_plot.left, m_plot.right, center().x) / m_xScale,
+                    -offset(y, m_plot.top, m_plot.bottom, center().y) / m_yScale});
+}
+
+double CircleChart::data_rounding() const {
+    return cHalfUnit / std::min(std::abs(m_xScale), std::abs(m_yScale));
+}
+
 CPoint CircleChart::polar_point(double angle, double length) const {
     const double rx = std::min(std::abs(length * m_xScale), static_cast<double>(radii().cx));
     const double ry = std::min(std::abs(length * m_yScale), static_cast<double>(radii().cy));
@@ -223,12 +251,12 @@ void CircleChart::draw_title(CDC* dc, const CRect& rect) {
     double y = rect.top;
     for (int line = 0; line < cTitleLines; ++line) {
         if (!has_text(TitleText + line)) continue;
-        const int height = font_height(line == 0 ? m_settings.titleSize : m_settings.subtitleSize);
-        FittedLabel label(*dc, load_text(TitleText + line), height, cTimes, width);
+        const FittedLabel label = title_line(*dc, line);
         const CRect box(CPoint(rect.left + (width - label.Width()) / 2, toDevice(y)), label.Size());
         label.Print(box.left, box.top, 0.5);
         m_taken.push_back(box);
-        y += height + cTitleGapPoints * m_pixelsPer100Points / cPoints;
+        y += label.LineCount() * font_height(title_size(line)) +
+             cTitleGapPoints * m_pixelsPer100Points / cPoints;
     }
 }
 
@@ -279,7 +307,7 @@ void CircleChart::draw_dots(CDC& dc, bool isVertical, int at, int first, int end
                                      : (fixed - middle.y) / static_cast<double>(r.cy);
     if (!(std::abs(offset) < 1)) return;
     const double halfChord = (isVertical ? r.cy : r.cx) * std::sqrt(1 - offset * offset);
-    forSteps(first, end, m_settings.gridDotStep, cMaxGridDots, [&](int value) {
+    forSteps(first, 0, end, m_settings.gridDotStep, cMaxGridDots, [&](int value) {
         const int along = isVertical ? dev_y(value) : dev_x(value);
         if (std::abs(along - (isVertical ? middle.y : middle.x)) > halfChord) return;
         const CPoint dot = isVertical ? CPoint(fixed, along) : CPoint(along, fixed);
@@ -290,9 +318,9 @@ void CircleChart::draw_dots(CDC& dc, bool isVertical, int at, int first, int end
 
 void CircleChart::draw_grid(CDC* dc, int x0, int x1, int y0, int y1) {
     const int step = m_settings.labelStep;
-    forSteps(std::int64_t{x0} + step, std::int64_t{x1} - 1, step, cMaxGridLines,
+    forSteps(x0, 1, std::int64_t{x1} - 1, step, cMaxGridLines,
              [&](int x) { draw_dots(*dc, true, x, y0, y1); });
-    forSteps(std::int64_t{y0} + step, std::int64_t{y1} - 1, step, cMaxGridLines,
+    forSteps(y0, 1, std::int64_t{y1} - 1, step, cMaxGridLines,
              [&](int y) { draw_dots(*dc, false, y, x0, x1); });
 }
 
@@ -312,18 +340,16 @@ void CircleChart::draw_labels(CDC* dc) {
     dc->SetBkColor(cWhite);
     int color = cWhite;
     const CPoint middle = center();
-    forSteps(m_settings.xMin, m_settings.xMax, m_settings.labelStep, cMaxLabels,
+    forSteps(m_settings.xMin, 0, m_settings.xMax, m_settings.labelStep, cMaxLabels,
              [&](int x) { draw_label(dc, x, dev_x(x), middle.y, color); });
-    forSteps(m_settings.yMin, m_settings.yMax, m_settings.labelStep, cMaxLabels,
+    forSteps(m_settings.yMin, 0, m_settings.yMax, m_settings.labelStep, cMaxLabels,
              [&](int y) { draw_label(dc, y, middle.x, dev_y(y), color); });
 }
 
 void CircleChart::update_bk_color(CDC* dc, int x, int y, int& color) {
-    const CPoint middle = center();
+    const double length = data_place(x, y).length;
     const auto covers = [&](const circle_info& circle) {
-        const double dx = (x - middle.x) / (circle.radius * m_xScale);
-        const double dy = (y - middle.y) / (circle.radius * m_yScale);
-        return dx * dx + dy * dy <= 1;
+        return std::isfinite(length) && length <= std::abs(circle.radius) + data_rounding();
     };
     const auto topmost = std::find_if(m_circles.rbegin(), m_circles.rend(), covers);
     const bool isFilled = topmost != m_circles.rend() && topmost->filled != 0;
@@ -409,7 +435,7 @@ void CircleChart::draw_axis_text(CDC* dc) {
     }
 }
 
-/// The lines stand one below the other, centred, between the sheet's edge and the circle.
+/// The lines stand one below the other, centered, between the sheet's edge and the circle.
 void CircleChart::draw_corner(CDC& dc, const Corner& corner) {
     const int inH =
         std::min(log_in_to_dev_h(m_design.styleMarginH), toInt(m_plot.Width() * cCornerRoom));

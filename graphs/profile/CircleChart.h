@@ -4,11 +4,14 @@
 #include <span>
 #include <vector>
 
+#include "graphs/profile/Polar.h"
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 #include "platform/graphics/CDC.h"
 
 namespace tessalink {
+
+class FittedLabel;
 
 /// What the circumplex and the style graph have in common: a square range of data drawn as a circle
 /// (an ellipse in units of a device whose resolutions differ) with rings, a dotted grid, numbers
@@ -28,11 +31,11 @@ public:
         BOOL filled = 0;
     };
 
-    /// No more labels are drawn along an axis,
+    /// The most numbers along an axis, lines of the grid in each direction, and dots along each.
+    /// Where the steps make more, every second of them is drawn, or every third and so on, from end
+    /// to end: a circle is never left half without.
     static constexpr int cMaxLabels = 200;
-    /// no more lines of the grid in each direction,
     static constexpr int cMaxGridLines = 100;
-    /// and no more dots along each.
     static constexpr int cMaxGridDots = 500;
 
     virtual ~CircleChart();
@@ -40,7 +43,7 @@ public:
     CircleChart& operator=(const CircleChart&) = delete;
 
     void ShowGrid(int show) { m_gridShown = show; }
-    /// Adds a circle, white or in a colour. Circles are drawn in this order: the largest comes
+    /// Adds a circle, white or in a color. Circles are drawn in this order: the largest comes
     /// first.
     void AddCircle(double radius) { m_circles.push_back({radius, cWhite, 0}); }
     void AddCircle(double radius, std::uint32_t color) { m_circles.push_back({radius, color, 1}); }
@@ -48,7 +51,7 @@ public:
     /// An index out of range raises CInvalidArgException.
     const circle_info& GetCircle(int index) const;
 
-    /// Draws the picture as large as the rectangle allows. The context's colours, background mode,
+    /// Draws the picture as large as the rectangle allows. The context's colors, background mode,
     /// alignment, pen, brush and font are as before afterwards, also after an exception. In a
     /// rectangle without room, and for sizes that make no sense, nothing is drawn. Numbers along an
     /// axis and the grid need a step above 0; an axis whose ends are equal has all at its start.
@@ -114,7 +117,7 @@ protected:
     virtual void draw_axis_text(CDC* dc);
     virtual void draw_style_texts(CDC* dc, const CRect& rect);
     /// Sets `color`, and the context's background, to what lies under a number at (x, y): the
-    /// colour of the topmost circle there, white where there is none or that is not filled.
+    /// color of the topmost circle there, white where there is none or that is not filled.
     virtual void update_bk_color(CDC* dc, int x, int y, int& color);
 
     /// Takes room for a legend off the height that is there for the plot, in inches; here none.
@@ -143,6 +146,12 @@ protected:
     CPoint center() const;
     /// The half axes of the circle.
     CSize radii() const;
+    /// The angle and the distance from the middle of the plot at which a place of the device lies,
+    /// in units of the data: equal distances on opposite sides are equal, however odd the plot's
+    /// width is. Not-a-number or infinite on an axis whose ends are equal.
+    Polar data_place(int x, int y) const;
+    /// By how much, in units of the data, places are off because they are whole device units.
+    double data_rounding() const;
     /// A place at an angle (degrees from the right, counterclockwise) and a distance from the
     /// middle in units of the data, which counts as the circle's radius at most.
     CPoint polar_point(double angle, double length) const;
@@ -170,7 +179,9 @@ private:
 
     bool has_scale() const;
     bool has_title() const;
-    double title_height() const;
+    FittedLabel title_line(CDC& dc, int line) const;
+    int title_size(int line) const;
+    double title_height(CDC& dc) const;
     CSize rim_gap(CDC& dc) const;
     void draw_outline(CDC& dc);
     void draw_labels(CDC* dc);

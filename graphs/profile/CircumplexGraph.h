@@ -52,7 +52,7 @@ public:
         std::vector<int> ids;
         COLORREF color = cBlack;
         int penStyle = PS_SOLID;
-        BOOL closed = 1;
+        bool closed = true;
     };
     /// A part of the circle with its name; angles in degrees, counterclockwise from the right.
     struct sector_info {
@@ -67,7 +67,7 @@ public:
         double innerRadius = 0;
         double outerRadius = 0;
         COLORREF color = cBlack;
-        BOOL filled = 0;
+        bool filled = false;
     };
 
     /// No more sectors are kept.
@@ -107,21 +107,19 @@ public:
     /// those that there are not. The style of its pen is from PS_SOLID to PS_DASHDOTDOT, others are
     /// solid.
     void AddConnection(std::span<const int> ids, std::uint32_t color, int penStyle = PS_SOLID,
-                       BOOL closed = 1);
+                       bool closed = true);
     /// Adds a part of the circle: lines from the middle at both angles (counterclockwise from
     /// `from` to `to`) and a text outside the rim between them, in the font size of the axis texts.
-    /// Eight make octants. FALSE, and nothing is added, beyond cMaxSectors and for angles that are
+    /// Eight make octants. False, and nothing is added, beyond cMaxSectors and for angles that are
     /// not finite.
-    BOOL AddSector(double fromAngle, double toAngle, const char* text);
+    bool AddSector(double fromAngle, double toAngle, const char* text);
     /// Adds a part of a ring between two angles and two radii in units of the data, no larger than
     /// the circle: filled over the circles, or as an outline over everything but the points. With
     /// equal radii it is an arc (0 to 360: a ring of its own, as for elevation), with equal angles
-    /// a line outward. FALSE, and nothing is added, for values that are not finite.
-    BOOL AddArc(double fromAngle, double toAngle, double innerRadius, double outerRadius,
-                std::uint32_t color, BOOL filled = 0);
-    int GetConnectionCount() const { return static_cast<int>(m_connections.size()); }
+    /// a line outward. False, and nothing is added, for values that are not finite.
+    bool AddArc(double fromAngle, double toAngle, double innerRadius, double outerRadius,
+                std::uint32_t color, bool filled = false);
     int GetSectorCount() const { return static_cast<int>(m_sectors.size()); }
-    int GetArcCount() const { return static_cast<int>(m_arcs.size()); }
 
     // Texts; all are empty at first.
 
@@ -192,7 +190,11 @@ protected:
 
 private:
     struct Legend;
-    struct Names;
+    struct SymbolSizes {
+        CSize half;          ///< the half axes
+        int pen = 0;         ///< the width of the pen
+        int nameOffset = 0;  ///< from the middle to the name
+    };
     struct Placed {
         POINT place;
         bool isShown = false;
@@ -202,6 +204,8 @@ private:
     CircumplexGraph& set_text(int text, const char* line);
     void update_legend_column();
     Placed place_of(const point_info& point) const;
+    SymbolSizes symbol_sizes(double size);
+    void draw_point_symbol(CDC* dc, POINT place, const SymbolSizes& sizes, const point_info& point);
     void draw_connections(CDC& dc, std::span<const Placed> places);
     void draw_names(CDC& dc, std::span<const Placed> places);
     void draw_arc(CDC& dc, const arc_info& arc) const;

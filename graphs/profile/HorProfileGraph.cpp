@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "graphs/common/DashedPath.h"
 #include "graphs/profile/ProfileFont.h"
 #include "graphs/profile/detail/ChartLabel.h"
-#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
@@ -19,6 +19,10 @@ namespace {
 constexpr double cTextPart = 0.6;
 /// Widths are not quite in proportion to the heights of fonts.
 constexpr int cTries = 4;
+
+/// Of the symbol font.
+constexpr char cArrowLeft = '\xAC';
+constexpr char cArrowRight = '\xAE';
 
 CString bold(const CString& text) {
     return "\\b" + text;
@@ -126,7 +130,7 @@ void HorProfileGraph::recalc_layout(CDC* dc, CRect& rect) {
     fit_texts(dc, toInt(rect.Width() * cTextPart));
 
     CFont symbols;
-    createProfileFont(symbols, m_fontHeight, FW_NORMAL, 0, true);
+    createSymbolFont(symbols, m_fontHeight);
     const int widest =
         std::max(end_label(dc, true, symbols).width, end_label(dc, false, symbols).width);
     const int beside = std::max(m_charWidth, widest / 2);
@@ -217,6 +221,7 @@ void HorProfileGraph::draw_bands(CDC* dc) {
 }
 
 void HorProfileGraph::draw_rows(CDC* dc) {
+    const RestoredState restored(*dc);
     CPen pen(PS_SOLID, line_width(), cBlack);
     const Selected selected(*dc, &pen);
     dc->SetTextAlign(TA_LEFT | TA_TOP);
@@ -271,6 +276,7 @@ void HorProfileGraph::draw_title(CDC* dc) {
 }
 
 void HorProfileGraph::draw_x_axis(CDC* dc) {
+    const RestoredState restored(*dc);
     CPen pen(PS_SOLID, axis_width(), cBlack);
     const Selected selected(*dc, &pen);
     const POINT corners[] = {{m_plot.left, m_plot.top},
@@ -310,7 +316,7 @@ void HorProfileGraph::draw_ticks(CDC* dc) {
 
 void HorProfileGraph::draw_labels(CDC* dc, int top) {
     CFont symbols;
-    createProfileFont(symbols, m_fontHeight, FW_NORMAL, 0, true);
+    createSymbolFont(symbols, m_fontHeight);
     LabelLine line(m_charWidth / 2);
     for (const bool isLower : {true, false}) {
         const EndLabel label = end_label(dc, isLower, symbols);
@@ -347,7 +353,7 @@ void HorProfileGraph::draw_point_text(CDC* dc, int x, int y, int size, int scale
     if (m_pointTextsShown == 0) return;
     const Slope above = slope_to(*profile, scaleIndex, scaleIndex - 1);
     const Slope below = slope_to(*profile, scaleIndex, scaleIndex + 1);
-    const CString text = point_text(*profile, scaleIndex);
+    const CString text = point_label(*profile, scaleIndex, cArrowLeft, cArrowRight);
     const RestoredState restored(*dc);
     dc->SetBkMode(TRANSPARENT);
     dc->SetTextAlign(TA_LEFT | TA_TOP);

@@ -8,7 +8,7 @@
 #include "platform/base/NumberText.h"
 
 /// A score profile that runs downward: each scale is a row with its name and texts in columns, the
-/// scores lie along a horizontal axis, labelled above and below, and header rows part the scales
+/// scores lie along a horizontal axis, labeled above and below, and header rows part the scales
 /// into groups.
 ///
 /// Names and columns are as wide as their widest text. They, and rows, share what room there is: a
@@ -31,7 +31,7 @@ public:
     void SetXRange(int min, int max, int majorStep, int minorStep, int majorBase, int minorBase) {
         m_scores.Set(min, max, majorStep, minorStep, majorBase, minorBase);
     }
-    /// The lowest and the highest score that is labelled.
+    /// The lowest and the highest score that is labeled.
     void SetXLabelStart(int score) { m_scores.labelStart = score; }
     void SetXLabelEnd(int score) { m_scores.labelEnd = score; }
     /// The title of the score axis, over the plot.

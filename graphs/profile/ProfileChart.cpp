@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "graphs/common/DashedPath.h"
 #include "graphs/common/FormattedText.h"
 #include "graphs/profile/ProfileFont.h"
-#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
@@ -67,11 +67,14 @@ CString ProfileChart::GetScaleText(int scale) const {
     return number;
 }
 
-void ProfileChart::AddSkyLine(double* values, COLORREF color) {
+void ProfileChart::AddSkyLine(double* values, COLORREF color, const char* name) {
     std::unique_ptr<double[]> owned(values);
     const int count = m_scaleCount > 0 ? m_scaleCount : ProfileInfo::cUnknownCount;
-    m_skyLine = std::make_unique<ProfileInfo>("SkyLine", nullptr, count, color, cSkyLineId, 0);
+    m_skyLineNamed = name != nullptr && *name != '\0';
+    m_skyLine = std::make_unique<ProfileInfo>(m_skyLineNamed ? name : "SkyLine", nullptr, count,
+                                              color, cSkyLineId, 0);
     m_skyLine->SetValues(owned.release(), count);
+    m_skyLine->SetPointType(ProfilePointType::LineOnly);
     m_skyLineShown = 1;
 }
 
@@ -137,6 +140,18 @@ std::vector<bool> ProfileChart::line_ends() const {
     return ends;
 }
 
+int ProfileChart::legend_entry_count() const {
+    return GetProfileCount() + (is_sky_line(GetProfileCount()) ? 1 : 0);
+}
+
+CString ProfileChart::legend_entry_name(int index) const {
+    return is_sky_line(index) ? m_skyLine->GetName() : BasicProfileGraph::legend_entry_name(index);
+}
+
+void ProfileChart::draw_legend_sample(CDC* dc, int index, int left, int y) {
+    draw_sample(dc, is_sky_line(index) ? *m_skyLine : GetProfile(index), left, y);
+}
+
 bool ProfileChart::legend_is_drawn() const {
     return !is_empty_plot() && BasicProfileGraph::legend_is_drawn();
 }
@@ -173,6 +188,7 @@ void ProfileChart::draw_legends(CDC* dc) {
 
 void ProfileChart::draw_y_axis(CDC* dc, int x, int isLeft) {
     const bool left = isLeft != 0;
+    const RestoredState restored(*dc);
     CPen pen(PS_SOLID, axis_width(), cBlack);
     const Selected selected(*dc, &pen);
     dc->MoveTo(x, dev_y(m_scores.min));
@@ -185,11 +201,12 @@ void ProfileChart::draw_y_axis(CDC* dc, int x, int isLeft) {
 void ProfileChart::draw_y_legend(CDC* dc, int x, bool isLeft) {
     CFont italic;
     CFont bold;
-    createProfileFont(italic, m_fontHeight, FW_NORMAL, 1);
-    createProfileFont(bold, m_fontHeight, FW_BOLD, 0);
-    const int width = m_yLegend.Find('\\') < 0
-                          ? static_cast<int>(dc->GetTextExtent(m_yLegend).cx)
-                          : CalcFormattedWidth(dc, m_yLegend, nullptr, &italic, &bold);
+    CFont symbols;
+    createProfileFont(italic, m_fontHeight, FW_NORMAL, true);
+    createProfileFont(bold, m_fontHeight, FW_BOLD);
+    createSymbolFont(symbols, m_fontHeight);
+    const int width =
+        CalcFormattedWidth(dc, m_yLegend, dc->GetCurrentFont(), &italic, &bold, &symbols);
     // A title that is wider than the room beside the plot goes on above it.
     const int room = (cAxisCharacters - 1) * m_charWidth - m_charWidth / 2;
     const int inward = std::max(0, width - room);
@@ -220,7 +237,7 @@ void ProfileChart::draw_score_labels(CDC* dc, int x, bool isLeft) {
     const int away = m_charWidth;  // the tick and as much again
     const int labelX = isLeft ? x - away : x + away;
     CFont symbols;
-    createProfileFont(symbols, m_fontHeight, FW_NORMAL, 0, true);
+    createSymbolFont(symbols, m_fontHeight);
     for (const bool isLower : {true, false}) {
         const EndLabel label = end_label(dc, isLower, symbols);
         draw_end_label(dc, isLeft ? labelX - label.width : labelX,
@@ -236,6 +253,7 @@ void ProfileChart::draw_score_labels(CDC* dc, int x, bool isLeft) {
 }
 
 void ProfileChart::draw_x_axis(CDC* dc) {
+    const RestoredState restored(*dc);
     CPen pen(PS_SOLID, axis_width(), cBlack);
     const Selected selected(*dc, &pen);
     for (const int score : {m_scores.max, m_scores.min}) {
@@ -249,9 +267,9 @@ void ProfileChart::draw_scale_rows(CDC* dc) {
     CFont italic;
     CFont normal;
     CFont bold;
-    createProfileFont(italic, m_fontHeight, FW_NORMAL, 1);
-    createProfileFont(normal, m_fontHeight, FW_NORMAL, 0);
-    createProfileFont(bold, m_fontHeight, FW_BOLD, 0);
+    createProfileFont(italic, m_fontHeight, FW_NORMAL, true);
+    createProfileFont(normal, m_fontHeight);
+    createProfileFont(bold, m_fontHeight, FW_BOLD);
     draw_first_row(dc, &normal, &italic, &bold);
     const int gap = (m_charHeight + 3) >> 2;
     int y = dev_y(m_scores.min) + m_charHeight + 2 * gap + ((m_charWidth + 1) >> 1);
@@ -304,10 +322,9 @@ void ProfileChart::draw_breaks(CDC* dc) {
 
 void ProfileChart::draw_horz_lines(CDC* dc) {
     if (m_referenceLines.IsEmpty() || is_empty_plot()) return;
-    const bool isScaled = m_horzLinesScaled != 0;
-    CPen pen(isScaled ? PS_SOLID : PS_DASH, isScaled ? line_width() : 1, cBlack);
+    CPen pen(m_horzLinesScaled ? PS_SOLID : PS_DASH, m_horzLinesScaled ? line_width() : 1, cBlack);
     const Selected selected(*dc, &pen);
-    DashedPath path(isScaled ? PS_DASH : PS_SOLID, m_scaleFactor);
+    DashedPath path(m_horzLinesScaled ? PS_DASH : PS_SOLID, m_scaleFactor);
     for (int i = 0; i < m_referenceLines.GetSize(); ++i) {
         const int y = dev_y(static_cast<int>(m_referenceLines[i]));
         path.MoveTo({dev_x(m_xMin), y});

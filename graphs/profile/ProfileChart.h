@@ -41,6 +41,9 @@ protected:
     /// Computes the plot from the rectangle, and measures the letter "M".
     virtual void recalc_layout(CDC* dc, CRect& rect);
 
+    int legend_entry_count() const override;
+    CString legend_entry_name(int index) const override;
+    void draw_legend_sample(CDC* dc, int index, int left, int y) override;
     bool legend_is_drawn() const override;
     CRect plot_rect() const override;
     CPoint score_place(int scaleIndex, double score) const override;
@@ -52,14 +55,15 @@ public:
     void SetYRange(int min, int max, int majorStep, int minorStep, int majorBase, int minorBase) {
         m_scores.Set(min, max, majorStep, minorStep, majorBase, minorBase);
     }
-    /// The lowest and the highest score that is labelled.
+    /// The lowest and the highest score that is labeled.
     void SetYLabelStart(int score) { m_scores.labelStart = score; }
     void SetYLabelEnd(int score) { m_scores.labelEnd = score; }
     /// The title of the score axis, with switches of fonts.
     void SetYLegend(const CString& title) { m_yLegend = title; }
 
-    /// Takes over one limit for each scale, and shows the sky line.
-    void AddSkyLine(double* values, COLORREF color);
+    /// Takes over one limit for each scale, and shows the sky line: a step line of limits. With a
+    /// name it has an entry in the legend, after those of the profiles.
+    void AddSkyLine(double* values, COLORREF color, const char* name = nullptr);
     void RemoveSkyLine() { m_skyLine.reset(); }
     void ShowSkyLine(int show) { m_skyLineShown = show; }
 
@@ -71,7 +75,7 @@ public:
     void RemoveHorzLines() { m_referenceLines.RemoveAll(); }
     /// Whether these lines are as wide as other thin lines, so that they show on devices of any
     /// resolution; off at start: they are one unit wide.
-    void ScaleHorzLines(int scale) { m_horzLinesScaled = scale; }
+    void ScaleHorzLines(bool scale) { m_horzLinesScaled = scale; }
 
     /// What the graph holds.
     int GetYMin() const { return m_scores.min; }
@@ -115,7 +119,8 @@ protected:
     CArray<unsigned, unsigned> m_breaks;
     std::unique_ptr<ProfileInfo> m_skyLine;
     int m_skyLineShown = 0;
-    int m_horzLinesScaled = 0;
+    bool m_skyLineNamed = false;
+    bool m_horzLinesScaled = false;
     double m_xScale = 0;
     double m_yScale = 0;
     int m_plotLeft = 0;
@@ -127,6 +132,10 @@ private:
         return m_legendRows[static_cast<std::size_t>(index)] != nullptr;
     }
     int row_count() const;
+    bool is_sky_line(int legendEntry) const {
+        return m_skyLineNamed && m_skyLine && m_skyLineShown != 0 &&
+               legendEntry == GetProfileCount();
+    }
     void draw_scale_rows(CDC* dc);
     void draw_first_row(CDC* dc, CFont* normal, CFont* italic, CFont* bold);
     int label_top(int score) const { return wrapSub(dev_y(score), m_charHeight / 2); }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/graphics/GdiObjects.h"
+#include "graphs/common/GraphFont.h"
 
 namespace tessalink {
 
@@ -9,14 +9,16 @@ namespace tessalink {
 inline constexpr double cRoundUp = 0.999;
 
 /// Creates the font of profile graphs, whose characters are `height` high.
-inline void createProfileFont(CFont& font, int height, int weight = FW_NORMAL, BYTE italic = 0,
-                              bool isSymbol = false) {
-    constexpr BYTE cOutPrecision = 4;
-    constexpr BYTE cQuality = 2;
-    constexpr BYTE cPitchAndFamily = 6;
-    font.CreateFont(-height, 0, 0, 0, weight, italic, 0, 0,
-                    isSymbol ? SYMBOL_CHARSET : ANSI_CHARSET, cOutPrecision, 0, cQuality,
-                    cPitchAndFamily, isSymbol ? "Symbol" : "Times New Roman");
+inline void createProfileFont(CFont& font, int height, LONG weight = FW_NORMAL,
+                              bool isItalic = false) {
+    font.CreateFont(-height, 0, 0, 0, weight, isItalic ? 1 : 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
+                    CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cTrueTypeVariable, "Times New Roman");
+}
+
+/// The font of signs beside it.
+inline void createSymbolFont(CFont& font, int height) {
+    font.CreateFont(-height, 0, 0, 0, FW_NORMAL, 0, 0, 0, SYMBOL_CHARSET, OUT_TT_PRECIS,
+                    CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cTrueTypeVariable, "Symbol");
 }
 
 }  // namespace tessalink

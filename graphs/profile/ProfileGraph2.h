@@ -37,11 +37,19 @@ public:
 
 protected:
     /// Writes the value above or below the point: where the profile's lines are not, or on the
-    /// other side when only there no other point is.
+    /// other side when only there no other point is. Where both lines would meet it, since the plot
+    /// ends on the other side, it is set aside, behind the steeper one. A value that lies off the
+    /// plot has an arrow behind it.
     void draw_point_text(CDC* dc, int x, int y, int size, int scaleIndex,
                          ProfileInfo* profile) override;
 
 private:
+    struct ValuePlace {
+        POINT at;
+        UINT align;
+    };
+    void set_aside(CDC& dc, ValuePlace& place, POINT point, int scaleIndex, ProfileInfo& profile,
+                   const CString& label) const;
     /// Whether a point of another profile lies where a line of text would, from `top` down.
     bool is_taken(int scaleIndex, int top, const ProfileInfo* own) const;
 };

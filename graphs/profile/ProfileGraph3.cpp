@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "graphs/common/DashedPath.h"
 #include "graphs/common/DeviceUnits.h"
-#include "graphs/profile/detail/ProfileSymbol.h"
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/DCScope.h"
 
@@ -30,12 +30,12 @@ void ProfileGraph3::AddBand(const double* lows, const double* highs, COLORREF co
 
 void ProfileGraph3::add_region(RegionInfo region) {
     m_regions.push_back(std::make_unique<RegionInfo>(std::move(region)));
-    if (!m_regions.back()->label.IsEmpty()) m_labelled.push_back(m_regions.back().get());
+    if (!m_regions.back()->label.IsEmpty()) m_labeled.push_back(m_regions.back().get());
 }
 
 void ProfileGraph3::RemoveBands() {
     ProfileGraph2::RemoveBands();
-    m_labelled.clear();
+    m_labeled.clear();
     m_regions.clear();
 }
 
@@ -119,18 +119,18 @@ void ProfileGraph3::draw_breaks(CDC* dc) {
 // The legend: the profiles, then the regions that have a label.
 
 int ProfileGraph3::legend_entry_count() const {
-    return ProfileGraph2::legend_entry_count() + static_cast<int>(m_labelled.size());
+    return ProfileGraph2::legend_entry_count() + static_cast<int>(m_labeled.size());
 }
 
-const ProfileGraph3::RegionInfo& ProfileGraph3::labelled_region(int index) const {
+const ProfileGraph3::RegionInfo& ProfileGraph3::labeled_region(int index) const {
     const auto place = static_cast<std::size_t>(index - ProfileGraph2::legend_entry_count());
-    if (place >= m_labelled.size()) AfxThrowInvalidArgException();
-    return *m_labelled[place];
+    if (place >= m_labeled.size()) AfxThrowInvalidArgException();
+    return *m_labeled[place];
 }
 
 CString ProfileGraph3::legend_entry_name(int index) const {
     return index < ProfileGraph2::legend_entry_count() ? ProfileGraph2::legend_entry_name(index)
-                                                       : labelled_region(index).label;
+                                                       : labeled_region(index).label;
 }
 
 void ProfileGraph3::draw_legend_sample(CDC* dc, int index, int left, int y) {
@@ -139,7 +139,7 @@ void ProfileGraph3::draw_legend_sample(CDC* dc, int index, int left, int y) {
         return;
     }
     CPen pen(PS_SOLID, line_width(), cBlack);
-    CBrush brush(labelled_region(index).color);
+    CBrush brush(labeled_region(index).color);
     const Selected selectedPen(*dc, &pen);
     const Selected selectedBrush(*dc, &brush);
     const int half = m_charHeight / 3;

@@ -49,7 +49,7 @@ private:
     void add_region(RegionInfo region);
     void draw_region(CDC* dc, const RegionInfo& region) const;
     /// The region of a legend entry after those of the profiles.
-    const RegionInfo& labelled_region(int index) const;
+    const RegionInfo& labeled_region(int index) const;
 
-    std::vector<const RegionInfo*> m_labelled;  ///< the regions that the legend lists
+    std::vector<const RegionInfo*> m_labeled;  ///< the regions that the legend lists
 };

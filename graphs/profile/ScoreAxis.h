@@ -15,7 +15,7 @@ struct ScoreAxis {
     int minorStep = 0;  ///< between ticks without; 0: none
     int majorBase = 0;  ///< a score that the steps are counted from
     int minorBase = 0;
-    int labelStart = 0;  ///< the lowest score that is labelled
+    int labelStart = 0;  ///< the lowest score that is labeled
     int labelEnd = 0;
 
     /// A base of 0 means the minimum. The labels go from end to end.
@@ -28,7 +28,7 @@ struct ScoreAxis {
         minorBase = newMinorBase != 0 ? newMinorBase : newMin;
     }
 
-    /// Calls `visit(score)` for the labelled scores between the ends.
+    /// Calls `visit(score)` for the labeled scores between the ends.
     template <class Visit>
     void ForEachMajor(Visit visit) const {
         for_each(majorBase, majorStep, labelEnd, visit);

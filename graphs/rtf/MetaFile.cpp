@@ -13,7 +13,7 @@ IMPLEMENT_DYNAMIC(MetaFile, CMetaFileDC)
 
 namespace {
 
-constexpr double cHundredthsPerInch = 2540;  // of a millimetre
+constexpr double cHundredthsPerInch = 2540;  // of a millimeter
 constexpr double cTwipsPerInch = 1440;
 constexpr const char* cRTFHeader =
     "{\\*\\shppict{\\pict\\emfblip\\picw%u\\pich%u\\picwgoal%u\\pichgoal%u\\sspicalign0 \r\n";

@@ -152,7 +152,8 @@ void RTFGraph::GapLine(double x1, double y1, double x2, double y2) {
         std::swap(x1, x2);
         std::swap(y1, y2);
     }
-    // By the ratio of the units as ever, although the slope on paper is that of its inverse.
+    // Documents keep their gaps: by this ratio of the units, although the slope on paper is that
+    // of its inverse.
     const double slope = ((y2 - y1) * m_xUnit / m_yUnit) / (x2 - x1);
     const double distance = cGap / std::sqrt(slope * slope + 1);
     Line(x1 + distance / m_xUnit, y1 + slope * distance / m_yUnit, x2 - distance / m_xUnit,

@@ -49,7 +49,7 @@ public:
     void Line(double x1, double y1, double x2, double y2);
     /// A line that ends before the symbols at its two points, which must have different x.
     void GapLine(double x1, double y1, double x2, double y2);
-    /// Centres a text on a point. It is RTF as it stands; see RTFEncode.
+    /// Centers a text on a point. It is RTF as it stands; see RTFEncode.
     void Plot(double x, double y, const char* text);
     /// A bullet.
     void Plot(double x, double y);

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/graphics/CDC.h"
@@ -38,6 +40,30 @@ private:
 
 public:
     CDC dc;
+};
+
+/// One step of a drawing, for as long as it lives: its name is noted, and at its end the context
+/// has to have everything again that it had before.
+class DrawingStep {
+public:
+    DrawingStep(std::vector<std::string>& steps, CDC* dc, std::string name)
+        : m_dc(*dc), m_before(state_of(*dc)), m_name(name) {
+        steps.push_back(std::move(name));
+    }
+    ~DrawingStep() { EXPECT_TRUE(state_of(m_dc) == m_before) << m_name; }
+    DrawingStep(const DrawingStep&) = delete;
+    DrawingStep& operator=(const DrawingStep&) = delete;
+
+private:
+    using State = std::tuple<CPen*, CBrush*, CFont*, COLORREF, COLORREF, int, UINT>;
+    static State state_of(const CDC& dc) {
+        return State(dc.GetCurrentPen(), dc.GetCurrentBrush(), dc.GetCurrentFont(),
+                     dc.GetTextColor(), dc.GetBkColor(), dc.GetBkMode(), dc.GetTextAlign());
+    }
+
+    CDC& m_dc;
+    State m_before;
+    std::string m_name;
 };
 
 /// Whatever primitive of `draw(dc)` fails, the state is back and the same is drawn afterwards.

@@ -51,8 +51,9 @@ class FittedLabel {
 public:
     FittedLabel(CDC& dc, const CString& text, int height, const char* face, int maxWidth);
 
+    int LineCount() const { return static_cast<int>(m_lines.lines.size()); }
     int Width() const { return m_lines.width; }
-    int Height() const { return static_cast<int>(m_lines.lines.size()) * m_fontHeight; }
+    int Height() const { return LineCount() * m_fontHeight; }
     CSize Size() const { return {Width(), Height()}; }
     /// Prints the lines from (x, y) down; of what a line is narrower than the widest, the fraction
     /// `align` is left free on its left.

@@ -354,7 +354,8 @@ private:
             bracket.points = {{std::min(from, to), open},
                               {std::min(from, to), bar},
                               {std::max(from, to), bar},
-                              {std::max(from, to), open}};
+                              {std::max(from, to), open},
+                              {std::max(from, to), bar}};
             add(bracket, pen, s.fill);
             label(s, t.text, from + half(to - from),
                   s.up ? b.top + height : b.top + above - lineCount(t.text) * fh);

@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "graphs/common/KOVGraphUtilities.h"
+#include "graphs/common/PlainLabel.h"
 #include "platform/graphics/FailingDevice.h"
 #include "platform/graphics/RecordingDevice.h"
 
 namespace {
 
+using tessalink::plainLabel;
 using tessalink::RecordingDevice;
 using Lines = std::vector<std::string>;
 
@@ -204,6 +206,17 @@ TEST(KOVGraphUtilities, ScalesBothAxesByTheSameLength) {
         EXPECT_DOUBLE_EQ(x, c.x) << c.deviceWidth;
         EXPECT_DOUBLE_EQ(y, c.y) << c.deviceWidth;
     }
+}
+
+TEST(PlainLabel, NamesWhatStandsInTheSymbolFont) {
+    const std::pair<const char*, const char*> labels[] = {
+        {"\\bbold\\n\nand \\\\ one", "bold and \\ one"},
+        {"\\s\xB3\\n 5", ">= 5"},
+        {"\\sa\\bb\\s D\xA3\xB1\xB6\\q9",
+         "alphab Delta<=\xB1"
+         "9"},
+    };
+    for (const auto& [label, plain] : labels) EXPECT_STREQ(plainLabel(label), plain);
 }
 
 }  // namespace

@@ -68,38 +68,63 @@ public:
     std::vector<CPoint> symbols;
 
 protected:
-    void Note(const char* step) { steps.emplace_back(step); }
+    DrawingStep Note(CDC* dc, const char* step) { return {steps, dc, step}; }
     void recalc_layout(CDC* dc, const CRect& rect) override {
-        Note("recalc_layout");
+        const DrawingStep step = Note(dc, "recalc_layout");
         Graph::recalc_layout(dc, rect);
     }
     void adjust_plot_height_for_legend(double& height) override {
-        Note("adjust_plot_height_for_legend");
+        steps.emplace_back("adjust_plot_height_for_legend");
         height -= 1;
     }
-    void draw_title(CDC*, const CRect&) override { Note("draw_title"); }
+    void draw_title(CDC* dc, const CRect& rect) override {
+        const DrawingStep step = Note(dc, "draw_title");
+        Graph::draw_title(dc, rect);
+    }
     void draw_circumplex(CDC* dc) override {
-        Note("draw_circumplex");
+        const DrawingStep step = Note(dc, "draw_circumplex");
         Graph::draw_circumplex(dc);
     }
-    void draw_circles(CDC*, const CPoint&) override { Note("draw_circles"); }
-    void draw_grid(CDC*, int x0, int x1, int y0, int y1) override {
-        CString step;
-        step.Format("draw_grid %d %d %d %d", x0, x1, y0, y1);
-        Note(step);
+    void draw_circles(CDC* dc, const CPoint& middle) override {
+        const DrawingStep step = Note(dc, "draw_circles");
+        Graph::draw_circles(dc, middle);
     }
-    void update_bk_color(CDC*, int, int, int&) override { Note("update_bk_color"); }
-    void draw_axis_text(CDC*) override { Note("draw_axis_text"); }
-    void draw_style_texts(CDC*, const CRect&) override { Note("draw_style_texts"); }
+    void draw_grid(CDC* dc, int x0, int x1, int y0, int y1) override {
+        CString name;
+        name.Format("draw_grid %d %d %d %d", x0, x1, y0, y1);
+        const DrawingStep step = Note(dc, name);
+        Graph::draw_grid(dc, x0, x1, y0, y1);
+    }
+    void update_bk_color(CDC* dc, int x, int y, int& color) override {
+        steps.emplace_back("update_bk_color");
+        Graph::update_bk_color(dc, x, y, color);
+    }
+    void draw_sectors(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_sectors");
+        Graph::draw_sectors(dc);
+    }
+    void draw_axis_text(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_axis_text");
+        Graph::draw_axis_text(dc);
+    }
+    void draw_style_texts(CDC* dc, const CRect& rect) override {
+        const DrawingStep step = Note(dc, "draw_style_texts");
+        Graph::draw_style_texts(dc, rect);
+    }
     void draw_points(CDC* dc) override {
-        Note("draw_points");
+        const DrawingStep step = Note(dc, "draw_points");
         Graph::draw_points(dc);
     }
-    void draw_symbol(CDC*, int x, int y, int, int, int, SymbolType, std::uint32_t) override {
-        Note("draw_symbol");
+    void draw_symbol(CDC* dc, int x, int y, int pen, int rx, int ry, SymbolType symbol,
+                     std::uint32_t color) override {
+        const DrawingStep step = Note(dc, "draw_symbol");
         symbols.emplace_back(x, y);
+        Graph::draw_symbol(dc, x, y, pen, rx, ry, symbol, color);
     }
-    void draw_legend(CDC*) override { Note("draw_legend"); }
+    void draw_legend(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_legend");
+        Graph::draw_legend(dc);
+    }
 };
 
 Stepping makeStepping(int bound = 10) {
@@ -134,6 +159,30 @@ TEST(CircumplexGraph, FitsTheDesignIntoTheRectangle) {
     }
 }
 
+constexpr COLORREF cSymbolColor = 0x800000;
+
+/// A graph with all that there is, and many names.
+template <class Circle = Graph>
+std::unique_ptr<Circle> makeFull(int placement, int points) {
+    auto graph = std::make_unique<Circle>(-10, 10, -10, 10, 5, 1, 14, 10, 10, 10, 9, 9, 8, 8);
+    graph->SetTitle("A title\nthat has two lines", "of \\bthree", "lines")
+        .SetLegendPlacement(placement);
+    graph->SetNWText("North", "and", "west").SetSEText("South", "east", "");
+    graph->SetNAxisText("Dominance").SetEAxisText("Affiliation of some width");
+    for (int i = 0; i < 8; ++i) graph->AddSector(45 * i - 22.5, 45 * i + 22.5, "Octant-Name");
+    graph->AddCircle(10, 0xF0E0D0);
+    graph->AddArc(30, 80, 5, 8, 0xC0FFC0, 1);
+    std::vector<int> ids;
+    for (int i = 0; i < points; ++i) {
+        graph->AddPoint(Polar{i * 137.5, 11 * std::sqrt(i / (points + 0.0))}, i,
+                        i % 2 != 0 ? "Odd \\ione" : "Even", cSymbolColor, Graph::AnySymbol,
+                        Graph::NameInBoth);
+        ids.push_back(i);
+    }
+    graph->AddConnection(ids, 0x0000FF, PS_DASH);
+    return graph;
+}
+
 TEST(CircumplexGraph, DrawsByItsVirtualSteps) {
     Stepping graph(-10, 10, 0, 30, 10, 5, 14, 10, 10, 10, 10, 10, 8, 9);
     graph.SetLegendPlacement(Graph::LegendBelow);
@@ -144,13 +193,15 @@ TEST(CircumplexGraph, DrawsByItsVirtualSteps) {
     EXPECT_THAT(
         graph.steps,
         ElementsAre("recalc_layout", "adjust_plot_height_for_legend", "draw_title",
-                    "draw_circumplex", "draw_circles", "draw_grid -10 10 0 30", "update_bk_color",
+                    "draw_circumplex", "draw_circles", "draw_sectors", "draw_grid -10 10 0 30",
                     "update_bk_color", "update_bk_color", "update_bk_color", "update_bk_color",
-                    "update_bk_color", "update_bk_color", "draw_axis_text", "draw_style_texts",
-                    "draw_points", "draw_symbol", "draw_legend"));
+                    "update_bk_color", "update_bk_color", "update_bk_color", "draw_axis_text",
+                    "draw_style_texts", "draw_points", "draw_symbol", "draw_legend"));
     graph.steps.clear();
     graph.Draw(nullptr, CRect(0, 0, 528, 480));
     EXPECT_TRUE(graph.steps.empty());
+    MarkedContext marked(device);
+    makeFull<Stepping>(2, 30)->Draw(&marked.dc, CRect(0, 0, 624, 480));
 }
 
 // The picture to the pixel: circles in their order, dotted chords, the outline, and numbers on the
@@ -188,6 +239,50 @@ TEST(CircumplexGraph, DrawsCirclesGridAndNumbers) {
     EXPECT_THAT(numbers, ElementsAre("0 at 96,216 on FF0000", "2 at 264,216 on 0000FF",
                                      "4 at 432,216 on FF0000", "0 at 264,384 on FF0000",
                                      "2 at 264,216 on 0000FF", "4 at 264,48 on FF0000"));
+}
+
+TEST(CircumplexGraph, NumbersAtEqualDistancesStandOnTheSameGround) {
+    for (int width = 400; width < 540; ++width) {
+        Graph graph(-10, 10, -10, 10, 5, 0, 14, 10, 10, 10, 10, 10, 8, 9);
+        graph.AddCircle(10, 0x0000FF);
+        graph.AddCircle(5, 0x00FF00);
+        graph.AddArc(0, 360, 5, 10, 0xFF0000, width % 2);
+        std::vector<COLORREF> grounds;
+        for (const Primitive& p : drawn(graph, {0, 0, width, 500})) {
+            if (p.kind == Primitive::Kind::Text) grounds.push_back(p.textBackgroundColor);
+        }
+        ASSERT_EQ(grounds.size(), 10U);
+        for (const std::size_t axis : {0U, 5U}) {
+            EXPECT_EQ(grounds[axis], grounds[axis + 4]) << width;
+            EXPECT_EQ(grounds[axis + 1], grounds[axis + 3]) << width;
+            EXPECT_NE(grounds[axis], cWhite) << width;
+        }
+    }
+}
+
+// As many as are allowed, from end to end.
+TEST(CircumplexGraph, ThinsOutWhatWouldBeTooMuch) {
+    for (const int range : {1000, 1001, 2999, 40'000}) {
+        Graph graph(0, range, 0, range, 2, 1, 14, 10, 10, 10, 10, 10, 8, 9);
+        int left = INT_MAX, right = 0;
+        std::vector<int> numbers;
+        for (const Primitive& p : drawn(graph, {0, 0, 4000, 4000})) {
+            if (p.kind == Primitive::Kind::Text) numbers.push_back(std::stoi(p.text));
+            if (p.kind != Primitive::Kind::FillRectangle) continue;
+            left = std::min<int>(left, p.rect.left);
+            right = std::max<int>(right, p.rect.right);
+        }
+        const int middle = 2000;
+        EXPECT_NEAR(middle - left, right - middle, 80) << range;
+        ASSERT_FALSE(numbers.empty());
+        EXPECT_LE(numbers.size(), 2U * Graph::cMaxLabels);
+        EXPECT_GE(numbers.size(), 1U * Graph::cMaxLabels);
+        const int step = numbers[1] - numbers[0];
+        for (std::size_t i = 1; i < numbers.size() / 2; ++i) {
+            EXPECT_EQ(numbers[i] - numbers[i - 1], step);
+        }
+        EXPECT_GT(numbers.back(), range - step);
+    }
 }
 
 TEST(CircumplexGraph, DrawsSymbolsToThePixel) {
@@ -274,28 +369,6 @@ TEST(CircumplexGraph, ShowsPointsFarOffOnTheRim) {
     graph.get_symbol_sizes(0.08, sizes[0], sizes[1], sizes[2], sizes[3]);
     EXPECT_THAT(sizes, ElementsAre(4, 4, 3, 9));
     EXPECT_THAT(graph.symbols, ElementsAre(CPoint(432, 216), CPoint(264, 384)));
-}
-
-constexpr COLORREF cSymbolColor = 0x800000;
-
-/// A graph with all that there is, and many names.
-std::unique_ptr<Graph> makeFull(int placement, int points) {
-    auto graph = std::make_unique<Graph>(-10, 10, -10, 10, 5, 1, 14, 10, 10, 10, 9, 9, 8, 8);
-    graph->SetTitle("A title", "of \\bthree", "lines").SetLegendPlacement(placement);
-    graph->SetNWText("North", "and", "west").SetSEText("South", "east", "");
-    graph->SetNAxisText("Dominance").SetEAxisText("Affiliation of some width");
-    for (int i = 0; i < 8; ++i) graph->AddSector(45 * i - 22.5, 45 * i + 22.5, "Octant-Name");
-    graph->AddCircle(10, 0xF0E0D0);
-    graph->AddArc(30, 80, 5, 8, 0xC0FFC0, 1);
-    std::vector<int> ids;
-    for (int i = 0; i < points; ++i) {
-        graph->AddPoint(Polar{i * 137.5, 11 * std::sqrt(i / (points + 0.0))}, i,
-                        i % 2 != 0 ? "Odd \\ione" : "Even", cSymbolColor, Graph::AnySymbol,
-                        Graph::NameInBoth);
-        ids.push_back(i);
-    }
-    graph->AddConnection(ids, 0x0000FF, PS_DASH);
-    return graph;
 }
 
 TEST(CircumplexGraph, LetsTextsOverlapNothing) {

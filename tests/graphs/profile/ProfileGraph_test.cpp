@@ -225,9 +225,10 @@ private:
     int m_cw = 0, m_ch = 0, m_left = 0, m_right = 0, m_top = 0, m_bottom = 0;
 };
 
-std::unique_ptr<ProfileGraph> build1(const ProfileData& d) {
-    auto graph = std::make_unique<ProfileGraph>(1, 2, 3, 4, d.leftAxis, d.rightAxis, d.designWidth,
-                                                d.designHeight);
+template <class Graph = ProfileGraph>
+std::unique_ptr<Graph> build1(const ProfileData& d) {
+    auto graph =
+        std::make_unique<Graph>(1, 2, 3, 4, d.leftAxis, d.rightAxis, d.designWidth, d.designHeight);
     graph->SetXLegend(ownedTexts(d.rows[0]), ownedTexts(d.rows[1]), ownedTexts(d.rows[2]),
                       ownedTexts(d.rows[3]));
     fill(*graph, d);
@@ -240,9 +241,10 @@ std::unique_ptr<ProfileGraph> build1(const ProfileData& d) {
 }
 
 /// With regions in place of bands.
-std::unique_ptr<ProfileGraph3> build3(const ProfileData& d, int pointType = 0, int lineStyle = 0) {
-    auto graph = std::make_unique<ProfileGraph3>(1, 2, 3, 4, d.leftAxis, d.rightAxis, d.designWidth,
-                                                 d.designHeight);
+template <class Graph = ProfileGraph3>
+std::unique_ptr<Graph> build3(const ProfileData& d, int pointType = 0, int lineStyle = 0) {
+    auto graph =
+        std::make_unique<Graph>(1, 2, 3, 4, d.leftAxis, d.rightAxis, d.designWidth, d.designHeight);
     graph->SetXLegend(ownedTexts(d.rows[0]));
     fill(*graph, d);
     for (const BandInfo& b : d.bands) {
@@ -258,9 +260,10 @@ std::unique_ptr<ProfileGraph3> build3(const ProfileData& d, int pointType = 0, i
 }
 
 /// The rows are the scales, but that every fourth is a header.
-std::unique_ptr<HorProfileGraph> buildHor(const ProfileData& d, int pointType = 1) {
-    auto graph = std::make_unique<HorProfileGraph>(d.yMin, d.yMax, d.majorStep, d.minorStep,
-                                                   d.designWidth, d.designHeight);
+template <class Graph = HorProfileGraph>
+std::unique_ptr<Graph> buildHor(const ProfileData& d, int pointType = 1) {
+    auto graph = std::make_unique<Graph>(d.yMin, d.yMax, d.majorStep, d.minorStep, d.designWidth,
+                                         d.designHeight);
     graph->SetXLegend(d.yLegend.c_str());
     graph->SetScoreColsHeading("Scores and more");
     for (int k = 1; k <= d.Scales(); ++k) {
@@ -356,40 +359,56 @@ TEST(ProfileGraph, LabelsTheScoreAxis) {
     EXPECT_EQ(left, right);
 }
 
-/// Writes the steps down, and draws no more than is needed to get to all of them.
+/// Writes the steps down; each has to leave the context as it was.
 template <class Graph>
 class Stepping : public Graph {
 public:
     using Graph::Graph;
 
-    Lines StepsOf(CDC* dc) {
+    Lines StepsOf(CDC* dc, const CRect& rect = {0, 0, 300, 200}) {
         m_steps.clear();
-        this->Draw(dc, CRect(0, 0, 300, 200));
+        this->Draw(dc, rect);
         return m_steps;
     }
 
 protected:
-    void Note(const char* step) { m_steps.emplace_back(step); }
+    DrawingStep Note(CDC* dc, std::string step) { return {m_steps, dc, std::move(step)}; }
     void recalc_layout(CDC* dc, CRect& rect) override {
-        Note("recalc_layout");
+        const DrawingStep step = Note(dc, "recalc_layout");
         Graph::recalc_layout(dc, rect);
     }
-    void draw_bands(CDC*) override { Note("draw_bands"); }
-    void draw_x_axis(CDC*) override { Note("draw_x_axis"); }
+    void draw_bands(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_bands");
+        Graph::draw_bands(dc);
+    }
+    void draw_x_axis(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_x_axis");
+        Graph::draw_x_axis(dc);
+    }
     void draw_data_series(CDC* dc) override {
-        Note("draw_data_series");
+        const DrawingStep step = Note(dc, "draw_data_series");
         Graph::draw_data_series(dc);
     }
     void plot_data(CDC* dc, int x, int y, int size, int i, ProfileInfo* p) override {
-        Note(("plot_data " + std::to_string(i)).c_str());
+        const DrawingStep step = Note(dc, "plot_data " + std::to_string(i));
         Graph::plot_data(dc, x, y, size, i, p);
     }
-    void draw_point_text(CDC*, int, int, int, int, ProfileInfo*) override { Note("text"); }
+    void draw_point_text(CDC* dc, int x, int y, int size, int i, ProfileInfo* p) override {
+        const DrawingStep step = Note(dc, "text");
+        Graph::draw_point_text(dc, x, y, size, i, p);
+    }
     void draw_line_legends(CDC* dc) override {
-        Note("draw_line_legends");
+        const DrawingStep step = Note(dc, "draw_line_legends");
         Graph::draw_line_legends(dc);
     }
-    void calc_legend_rect(CDC*) override { Note("calc_legend_rect"); }
+    void calc_legend_rect(CDC* dc) override {
+        const DrawingStep step = Note(dc, "calc_legend_rect");
+        Graph::calc_legend_rect(dc);
+    }
+    void draw_legend_sample(CDC* dc, int index, int left, int y) override {
+        const DrawingStep step = Note(dc, "sample");
+        Graph::draw_legend_sample(dc, index, left, y);
+    }
 
     Lines m_steps;
 };
@@ -400,10 +419,22 @@ public:
     using Stepping<Graph>::Stepping;
 
 protected:
-    void draw_breaks(CDC*) override { this->Note("draw_breaks"); }
-    void draw_horz_lines(CDC*) override { this->Note("draw_horz_lines"); }
-    void draw_sky_line(CDC*) override { this->Note("draw_sky_line"); }
-    void draw_y_axis(CDC*, int, int isLeft) override { this->Note(isLeft ? "left" : "right"); }
+    void draw_breaks(CDC* dc) override {
+        const DrawingStep step = this->Note(dc, "draw_breaks");
+        Graph::draw_breaks(dc);
+    }
+    void draw_horz_lines(CDC* dc) override {
+        const DrawingStep step = this->Note(dc, "draw_horz_lines");
+        Graph::draw_horz_lines(dc);
+    }
+    void draw_sky_line(CDC* dc) override {
+        const DrawingStep step = this->Note(dc, "draw_sky_line");
+        Graph::draw_sky_line(dc);
+    }
+    void draw_y_axis(CDC* dc, int x, int isLeft) override {
+        const DrawingStep step = this->Note(dc, isLeft ? "left" : "right");
+        Graph::draw_y_axis(dc, x, isLeft);
+    }
 };
 
 class HorStepping : public Stepping<HorProfileGraph> {
@@ -411,8 +442,14 @@ public:
     using Stepping::Stepping;
 
 protected:
-    void draw_rows(CDC*) override { Note("draw_rows"); }
-    void draw_vert_lines(CDC*) override { Note("draw_vert_lines"); }
+    void draw_rows(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_rows");
+        HorProfileGraph::draw_rows(dc);
+    }
+    void draw_vert_lines(CDC* dc) override {
+        const DrawingStep step = Note(dc, "draw_vert_lines");
+        HorProfileGraph::draw_vert_lines(dc);
+    }
 };
 
 TEST(ProfileGraphs, DrawByTheirVirtualSteps) {
@@ -422,10 +459,11 @@ TEST(ProfileGraphs, DrawByTheirVirtualSteps) {
     UprightStepping<ProfileGraph> first(0, 9, 1, 0, 1, 1, 300, 200);
     first.SetXLegend(ownedTexts({"", "a", "b"}), nullptr, nullptr, nullptr);
     first.AddProfile("P", owned({5.0, 5.0}), 0, 1);
-    EXPECT_THAT(first.StepsOf(&dc),
-                ElementsAre("recalc_layout", "draw_bands", "left", "right", "draw_x_axis",
-                            "draw_breaks", "draw_horz_lines", "draw_sky_line", "draw_data_series",
-                            "plot_data 0", "plot_data 1", "draw_line_legends", "calc_legend_rect"));
+    EXPECT_THAT(
+        first.StepsOf(&dc),
+        ElementsAre("recalc_layout", "draw_bands", "left", "right", "draw_x_axis", "draw_breaks",
+                    "draw_horz_lines", "draw_sky_line", "draw_data_series", "plot_data 0",
+                    "plot_data 1", "draw_line_legends", "calc_legend_rect", "sample"));
     EXPECT_TRUE(first.StepsOf(nullptr).empty());
     UprightStepping<ProfileGraph3> third(0, 9, 1, 0, 0, 1, 300, 200);
     third.SetXLegendPoints(1);
@@ -441,9 +479,15 @@ TEST(ProfileGraphs, DrawByTheirVirtualSteps) {
     EXPECT_THAT(across.StepsOf(&dc),
                 ElementsAre("recalc_layout", "draw_bands", "draw_rows", "draw_x_axis",
                             "draw_vert_lines", "draw_data_series", "plot_data 0", "text",
-                            "draw_line_legends", "calc_legend_rect"));
-    // Three frames, four symbols and two lines with symbol and name in legends, a line between.
-    EXPECT_EQ(device.Primitives().size(), 3U + 4 + 2 * 3 + 1);
+                            "draw_line_legends", "calc_legend_rect", "sample"));
+    for (std::uint64_t seed = 0; seed < 40; ++seed) {
+        const ProfileData data = ProfileDice(seed, false).Graph(9, 4);
+        const CRect rect(0, 0, 900, 700);
+        MarkedContext marked(device);
+        build1<UprightStepping<ProfileGraph>>(data)->StepsOf(&marked.dc, rect);
+        build3<UprightStepping<ProfileGraph3>>(data, 1, PS_DOT)->StepsOf(&marked.dc, rect);
+        buildHor<HorStepping>(data)->StepsOf(&marked.dc, rect);
+    }
 }
 
 TEST(ProfileGraph, KeepsProfiles) {
@@ -518,10 +562,13 @@ TEST(ProfileGraph2, WritesValuesOffTheLines) {
         {90, 60, cMissing, "60", false},
         {cMissing, 60, cMissing, "60", true},
         {500, 60, 61, "60", false},
-        {0, 100, 0, "100", false},
+        {0, 100, 0, "100", false, 1},  // no room above: set aside, behind the steeper line
+        {0, 100, 30, "100", false, -1},
+        {70, 99, 20, "99", false, 1},
+        {96, 100, 96, "100", false},      // flat lines pass above
         {20, 333, 400, "333", false, 1},  // no room above
         {300, 333, 20, "333", false, -1},
-        {60, 4, 60, "4", true},  // nor below
+        {60, 4, 61, "4", false, 1},  // nor below
         {60, 4, 0, "4", true, 1},
         {cMissing, 4, 60, "4", true, -1},
         {20, 60, 90, "60", true, -1},

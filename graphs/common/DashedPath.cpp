@@ -1,25 +1,32 @@
-#include "graphs/profile/detail/ProfileSymbol.h"
+#include "graphs/common/DashedPath.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
-#include "graphs/profile/detail/MarkShape.h"
-#include "platform/graphics/DCScope.h"
+#include "platform/base/NumberText.h"
 
 namespace tessalink {
 
 namespace {
 
-constexpr int cFilledSymbols = 4;
-/// The disc among the shapes of marks.
-constexpr int cFirstShape = 2;
 /// More dashes than these in one line are a solid line to every eye.
 constexpr double cMaxDashes = 10'000;
 
 /// By pen style, in units of a dot.
 constexpr std::array<std::array<double, 6>, 5> cPatterns = {
     {{}, {5, 3}, {1, 2}, {5, 2, 1, 2}, {5, 2, 1, 2, 1, 2}}};
+
+/// Dash, gap, dash ...; empty for a solid line.
+std::vector<double> patternOf(int style, double unit) {
+    std::vector<double> lengths;
+    if (style <= 0 || style >= static_cast<int>(cPatterns.size())) return lengths;
+    for (const double length : cPatterns[static_cast<std::size_t>(style)]) {
+        if (length > 0) lengths.push_back(length * unit);
+    }
+    return lengths;
+}
 
 void drawDash(CDC& dc, POINT from, POINT to) {
     dc.MoveTo(from);
@@ -28,20 +35,15 @@ void drawDash(CDC& dc, POINT from, POINT to) {
 
 }  // namespace
 
-void drawProfileSymbol(CDC& dc, int x, int y, int size, int symbol) {
-    if (symbol < cFilledSymbols) {
-        drawMarkShape(dc, x, y, size, size, cFirstShape + symbol);
-        return;
-    }
-    const Selected hollow(dc, static_cast<CBrush*>(CGdiObject::FromStock(HOLLOW_BRUSH)));
-    drawMarkShape(dc, x, y, size, size, cFirstShape + symbol - cFilledSymbols);
-}
+DashedPath::DashedPath(int style, double unit)
+    : DashedPath(patternOf(style, std::max(unit, 1.0))) {}
 
-DashedPath::DashedPath(int style, double unit) {
-    if (style <= 0 || style >= static_cast<int>(cPatterns.size())) return;
-    for (const double length : cPatterns[static_cast<std::size_t>(style)]) {
-        if (length > 0) m_lengths.push_back(length * std::max(unit, 1.0));
-    }
+DashedPath DashedPath::Fitted(int style, double unit, double length) {
+    const std::vector<double> pattern = patternOf(style, 1);
+    if (pattern.empty()) return DashedPath(pattern);
+    // Twice, but for the gap behind.
+    const double twice = 2 * std::accumulate(pattern.begin(), pattern.end(), 0.0) - pattern.back();
+    return DashedPath(patternOf(style, std::min(std::max(unit, 1.0), length / twice)));
 }
 
 void DashedPath::MoveTo(POINT point) {
@@ -63,6 +65,7 @@ void DashedPath::draw_dashes(CDC& dc, POINT end) {
     const double dx = static_cast<double>(end.x) - m_from.x;
     const double dy = static_cast<double>(end.y) - m_from.y;
     const double length = std::hypot(dx, dy);
+    if (length == 0) return;
     if (length > cMaxDashes * m_lengths.front()) {
         drawDash(dc, m_from, end);
         return;
