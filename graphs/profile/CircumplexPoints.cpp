@@ -91,7 +91,7 @@ void CircumplexGraph::draw_symbol(CDC* dc, int x, int y, int penWidth, int rx, i
 void CircumplexGraph::draw_point_symbol(CDC* dc, POINT place, const SymbolSizes& sizes,
                                         const point_info& point) {
     // The outlines of small symbols would fill them in the pen of the others.
-    const int pen = point.symbol >= Ring ? std::max(line_width(), sizes.pen / 2) : sizes.pen;
+    const int pen = point.symbol >= Ring ? std::max(line_width(), (sizes.pen + 1) / 2) : sizes.pen;
     draw_symbol(dc, place.x, place.y, pen, sizes.half.cx, sizes.half.cy, point.symbol, point.color);
 }
 
