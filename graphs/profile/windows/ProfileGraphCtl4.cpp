@@ -11,6 +11,7 @@
 #include "platform/graphics/DCScope.h"
 
 using tessalink::createProfileFont;
+using tessalink::createSymbolFont;
 using tessalink::RestoredState;
 using tessalink::Selected;
 
@@ -299,9 +300,9 @@ void ProfileGraphCtl4::draw_y_axis_labels(CDC* dc, int x, bool isLeft) {
 struct ProfileGraphCtl4::ScaleFonts {
     explicit ScaleFonts(int height) {
         createProfileFont(normal, height);
-        createProfileFont(italic, height, FW_NORMAL, 1);
+        createProfileFont(italic, height, FW_NORMAL, true);
         createProfileFont(bold, height, FW_BOLD);
-        createProfileFont(symbol, height, FW_NORMAL, 0, true);
+        createSymbolFont(symbol, height);
     }
     int Width(CDC* dc, const CString& text) {
         return text.Find('\\') < 0 ? dc->GetTextExtent(text).cx
