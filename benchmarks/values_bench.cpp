@@ -99,10 +99,10 @@ void rankForTexts(benchmark::State& state) {
     each(state, ranks(), [](double rank) { return PercentileRank(rank).FormatLG(); });
 }
 
-void confidenceRange(benchmark::State& state) {
+void confidenceInterval(benchmark::State& state) {
     const tessalink::Reliability reliability(tessalink::cTScale, 0.9);
     each(state, deviates(),
-         [&](double z) { return reliability.GetRangeOfMeasurement(50 + 10 * z, 0.95); });
+         [&](double z) { return reliability.GetIntervalOfMeasurement(50 + 10 * z, 0.95); });
 }
 
 BENCHMARK(stanineOfZ);
@@ -111,7 +111,7 @@ BENCHMARK(zOfRank);
 BENCHMARK(iqOfZ);
 BENCHMARK(rankForTables);
 BENCHMARK(rankForTexts);
-BENCHMARK(confidenceRange);
+BENCHMARK(confidenceInterval);
 
 // --- Times ---
 

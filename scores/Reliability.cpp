@@ -10,7 +10,7 @@ namespace tessalink {
 
 namespace {
 
-/// How many standard errors lie on either side of the middle of a range of this confidence.
+/// How many standard errors lie on either side of the middle of an interval of this confidence.
 double errorsOnEachSide(double level) {
     if (!(level > 0 && level < 1)) AfxThrowInvalidArgException();
     // By the lower tail: near 1 the rank of the upper one would round to 100.
@@ -19,7 +19,7 @@ double errorsOnEachSide(double level) {
 
 }  // namespace
 
-CString ScoreRange::Format(int decimals, const char* between) const {
+CString ConfidenceInterval::Format(int decimals, const char* between) const {
     return formatHalfUp(low, decimals) + between + formatHalfUp(high, decimals);
 }
 
@@ -40,15 +40,15 @@ double Reliability::GetEstimatedTrueScore(double score) const {
     return m_scale.mean + m_coefficient * (score - m_scale.mean);
 }
 
-ScoreRange Reliability::GetRangeOfMeasurement(double score, double level) const {
-    return range(score, GetErrorOfMeasurement(), level);
+ConfidenceInterval Reliability::GetIntervalOfMeasurement(double score, double level) const {
+    return interval(score, GetErrorOfMeasurement(), level);
 }
 
-ScoreRange Reliability::GetRangeOfEstimate(double score, double level) const {
-    return range(GetEstimatedTrueScore(score), GetErrorOfEstimate(), level);
+ConfidenceInterval Reliability::GetIntervalOfEstimate(double score, double level) const {
+    return interval(GetEstimatedTrueScore(score), GetErrorOfEstimate(), level);
 }
 
-ScoreRange Reliability::range(double centre, double error, double level) const {
+ConfidenceInterval Reliability::interval(double centre, double error, double level) const {
     const double half = errorsOnEachSide(level) * error;
     return {m_scale.Limit(centre - half), m_scale.Limit(centre + half)};
 }

@@ -6,8 +6,9 @@
 
 namespace tessalink {
 
-/// Two scores between which the true score is thought to lie, ready for a range mark of a graph.
-struct TESSALINK_API ScoreRange {
+/// A confidence interval: two scores between which the true score is thought to lie, ready for a
+/// range mark of a graph.
+struct TESSALINK_API ConfidenceInterval {
     double low = 0;
     double high = 0;
 
@@ -34,15 +35,16 @@ public:
     /// The true score that the score lets expect: mean + r (score - mean).
     double GetEstimatedTrueScore(double score) const;
 
-    /// The range around the score itself, by the standard error of measurement, held within the
-    /// scale's limits. `level` is the confidence, for instance 0.95; one that is not between 0 and
-    /// 1 raises CInvalidArgException.
-    ScoreRange GetRangeOfMeasurement(double score, double level) const;
-    /// The range around the estimated true score, by the standard error of estimate, likewise.
-    ScoreRange GetRangeOfEstimate(double score, double level) const;
+    /// The confidence interval around the score itself, by the standard error of measurement, held
+    /// within the scale's limits. `level` is the confidence, for instance 0.95; one that is not
+    /// between 0 and 1 raises CInvalidArgException.
+    ConfidenceInterval GetIntervalOfMeasurement(double score, double level) const;
+    /// The confidence interval around the estimated true score, by the standard error of estimate,
+    /// likewise.
+    ConfidenceInterval GetIntervalOfEstimate(double score, double level) const;
 
 private:
-    ScoreRange range(double centre, double error, double level) const;
+    ConfidenceInterval interval(double centre, double error, double level) const;
 
     const ScoreScale& m_scale;
     double m_coefficient;

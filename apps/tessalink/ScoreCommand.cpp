@@ -165,9 +165,10 @@ public:
             throw InputError({m_person.File(), 1, 1},
                              "no raw score: no variable has the name of a scale in " + m_file);
         }
-        if (m_options.confidence && !m_hasRanges) {
+        if (m_options.confidence && !m_hasIntervals) {
             printTrouble(
-                "--confidence: no ranges, as the norm table has no column T, IQ, SS, SN, "
+                "--confidence: no confidence intervals, as the norm table has no column T, IQ, SS, "
+                "SN, "
                 "ST or z with a reliability for this person");
         }
         return m_results;
@@ -257,7 +258,7 @@ private:
             } else {
                 add(name, *score, column);
             }
-            add_range(name, *score, group, column);
+            add_interval(name, *score, group, column);
         } else if (group.HasScores(columnName)) {
             printAt(m_person.PlaceOf(scale), "warning",
                     "the norms have no " + column.name.text +
@@ -265,19 +266,20 @@ private:
         }
     }
 
-    void add_range(const CString& name, double score, const NormGroup& group,
-                   const NormColumn& column) {
+    void add_interval(const CString& name, double score, const NormGroup& group,
+                      const NormColumn& column) {
         const ScoreScale* scale = findScoreScale(column.name.text.View());
         const auto reliability = group.GetReliability();
         if (!m_options.confidence || !scale || !reliability) return;
         constexpr double percent = 100;
-        const ScoreRange range = Reliability(*scale, *reliability)
-                                     .GetRangeOfMeasurement(score, *m_options.confidence / percent);
-        add(name + "_Low", range.low, column);
-        add(name + "_High", range.high, column);
-        add(name + "_Range", range.Format(scale->decimals, scale->lowest < 0 ? " to " : "-"),
+        const ConfidenceInterval interval =
+            Reliability(*scale, *reliability)
+                .GetIntervalOfMeasurement(score, *m_options.confidence / percent);
+        add(name + "_Low", interval.low, column);
+        add(name + "_High", interval.high, column);
+        add(name + "_Range", interval.Format(scale->decimals, scale->lowest < 0 ? " to " : "-"),
             column);
-        m_hasRanges = true;
+        m_hasIntervals = true;
     }
 
     template <class Value>
@@ -331,7 +333,7 @@ private:
     std::optional<AgeSpan> m_age;
     Given m_ageSource;
     VarTable m_results;
-    bool m_hasRanges = false;
+    bool m_hasIntervals = false;
 };
 
 }  // namespace

@@ -124,7 +124,7 @@ void addRange(BarScale* scale, double from, double to, double height = 0.5,
 
 void tScores(BarGraph& graph) {
     const Reliability reliability(cTScale, 0.88);
-    const tessalink::ScoreRange range = reliability.GetRangeOfMeasurement(63, cLevel);
+    const tessalink::ConfidenceInterval range = reliability.GetIntervalOfMeasurement(63, cLevel);
     addTitle(graph, "State anxiety", "T = 63, 95 % range " + range.Format());
     BarScale* const scale = addScale(graph, {20, 80, 10, 5, 0, 0, 46});
     addRange(scale, range.low, range.high);
@@ -192,7 +192,7 @@ void addProfile(BarGraph& graph, std::span<const Score> scores, const Form& form
     std::vector<std::unique_ptr<BarScale2>> scales;
     for (const Score& one : scores) {
         const Reliability reliability(cTScale, one.reliability);
-        const auto range = reliability.GetRangeOfMeasurement(one.score, cLevel);
+        const auto range = reliability.GetIntervalOfMeasurement(one.score, cLevel);
         const CString text = cTScale.Format(one.score) + "  (" + range.Format(0, " to ") + ")";
         scales.push_back(makeScale(form, one.name, text));
         addRange(scales.back().get(), range.low, range.high);
@@ -243,7 +243,7 @@ void writeProfileObjects(CFile& output) {
     double top = head + ObjectsRow::cHeight;
     for (const Score& one : cPersonality) {
         const auto range =
-            Reliability(cTScale, one.reliability).GetRangeOfMeasurement(one.score, cLevel);
+            Reliability(cTScale, one.reliability).GetIntervalOfMeasurement(one.score, cLevel);
         ObjectsRow row(output, top, one.name, cTScale.Format(one.score));
         row.SetLineType(RTFGraph::ltDot);
         for (int score = ObjectsRow::cMin + ObjectsRow::cStep; score < ObjectsRow::cMax;

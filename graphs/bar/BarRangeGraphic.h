@@ -3,7 +3,7 @@
 #include "graphs/bar/BarGraphic.h"
 #include "platform/graphics/Colors.h"
 
-/// A bar from one score to another, for instance a confidence range.
+/// A bar from one score to another, for instance a confidence interval.
 class TESSALINK_API BarRangeGraphic : public BarGraphic {
 public:
     static constexpr double cDefaultHeightFraction = 0.6;

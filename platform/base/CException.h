@@ -5,7 +5,7 @@
 #include "platform/base/CObject.h"
 #include "platform/base/CString.h"
 
-/// The base of all exceptions of the house. They are thrown by value and caught by reference; a
+/// The base of all exceptions of the library. They are thrown by value and caught by reference; a
 /// host that knows only std::exception gets the message from what().
 class TESSALINK_API CException : public CObject, public std::exception {
     DECLARE_DYNAMIC(CException)

@@ -6,6 +6,12 @@
 class CArchive;
 class CObject;
 
+// CObject, CString, CArray, CMap, CFile, CArchive, CDC, CWnd and the other global classes with a C
+// in front are those of the classic application framework for desktop programs: host programs are
+// written against these names. They have the names, arguments and results of that framework, as far
+// as the library or its hosts use them; where one behaves otherwise, its header says so. Our own
+// additions stand in namespace tessalink.
+
 /// The record of one class: its name, size, schema and base class. One constant record exists per
 /// class that uses the macros below; nobody creates further ones.
 struct TESSALINK_API CRuntimeClass {
@@ -80,7 +86,7 @@ protected:
 // The record of a class.
 #define RUNTIME_CLASS(class_name) (class_name::GetThisClass())
 
-// Into the class body; what follows it is private, as ever.
+// Into the class body; what follows it is private.
 #define DECLARE_DYNAMIC(class_name)                  \
 public:                                              \
     static CRuntimeClass class##class_name;          \

@@ -7,7 +7,7 @@
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 
-/// Numbers to text and back, and the arithmetic of 32-bit integers, for the whole house. Nothing
+/// Numbers to text and back, and the arithmetic of 32-bit integers, for the whole library. Nothing
 /// here depends on the process locale: the decimal point is always a full stop. All functions may
 /// be called from any thread.
 namespace tessalink {

@@ -96,7 +96,7 @@ TEST_F(ScoreCommands, WarnsOfWhatIsLeftOut) {
     EXPECT_THAT(scored.err,
                 HasSubstr("raw.tsv:1:10: warning: the norms have no Note for this raw"));
     EXPECT_THAT(scored.err, HasSubstr("norms.csv:6:1: warning: no raw score 'Calm' in raw.tsv\n"));
-    EXPECT_THAT(scored.err, HasSubstr("tessalink: --confidence: no ranges"));
+    EXPECT_THAT(scored.err, HasSubstr("tessalink: --confidence: no confidence intervals"));
     // A group that never has a score of the kind is no cause.
     const Finished never = Score("Fear\tint\t5\nsex\tstring\tf\nCalm\tint\t0\n", {"--age=6:0"});
     EXPECT_EQ(never.err, "");

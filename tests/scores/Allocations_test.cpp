@@ -77,7 +77,7 @@ TEST(Allocations, NoneForNumbersAndShortTexts) {
         {"range",
          [] {
              const Reliability reliability(cIQScale, 0.9);
-             EXPECT_EQ(reliability.GetRangeOfMeasurement(100, 0.95).Format(2), "90.70-109.30");
+             EXPECT_EQ(reliability.GetIntervalOfMeasurement(100, 0.95).Format(2), "90.70-109.30");
          }},
         {"time",
          [] {

@@ -47,8 +47,8 @@ TEST(Reliability, RangesByHand) {
     };
     const Reliability reliability(cIQScale, 0.9);
     for (const auto& [score, level, ofMeasurement, ofEstimate] : cTable) {
-        EXPECT_EQ(reliability.GetRangeOfMeasurement(score, level).Format(2), ofMeasurement);
-        EXPECT_EQ(reliability.GetRangeOfEstimate(score, level).Format(2), ofEstimate);
+        EXPECT_EQ(reliability.GetIntervalOfMeasurement(score, level).Format(2), ofMeasurement);
+        EXPECT_EQ(reliability.GetIntervalOfEstimate(score, level).Format(2), ofEstimate);
     }
 }
 
@@ -59,18 +59,19 @@ TEST(Reliability, EstimatedTrueScore) {
 }
 
 TEST(Reliability, OfAPerfectAndOfAUselessTest) {
-    EXPECT_EQ(Reliability(cIQScale, 1).GetRangeOfMeasurement(112, 0.99).Format(), "112-112");
-    EXPECT_EQ(Reliability(cIQScale, 0).GetRangeOfEstimate(140, 0.99).Format(), "100-100");
-    EXPECT_EQ(Reliability(cIQScale, 0).GetRangeOfMeasurement(100, 0.95).Format(), "71-129");
+    EXPECT_EQ(Reliability(cIQScale, 1).GetIntervalOfMeasurement(112, 0.99).Format(), "112-112");
+    EXPECT_EQ(Reliability(cIQScale, 0).GetIntervalOfEstimate(140, 0.99).Format(), "100-100");
+    EXPECT_EQ(Reliability(cIQScale, 0).GetIntervalOfMeasurement(100, 0.95).Format(), "71-129");
 }
 
 TEST(Reliability, LevelsNextToNothingAndToCertainty) {
     const Reliability reliability(cTScale, 0.9);
-    const ScoreRange point = reliability.GetRangeOfMeasurement(50, 1e-12);
+    const ConfidenceInterval point = reliability.GetIntervalOfMeasurement(50, 1e-12);
     EXPECT_NEAR(point.low, 50, 1e-5);
     EXPECT_NEAR(point.high, 50, 1e-5);
     // 8.2 errors of 3.16 on either side.
-    const ScoreRange certain = reliability.GetRangeOfMeasurement(50, std::nextafter(1, 0));
+    const ConfidenceInterval certain =
+        reliability.GetIntervalOfMeasurement(50, std::nextafter(1, 0));
     EXPECT_NEAR(certain.low, 24, 0.5);
     EXPECT_NEAR(certain.high, 76, 0.5);
 }
@@ -81,16 +82,17 @@ TEST(Reliability, RefusesWhatIsNone) {
     }
     const Reliability reliability(cIQScale, 0.9);
     for (const double level : {0.0, 1.0, -0.5, 95.0, cNaN}) {
-        EXPECT_THROW(reliability.GetRangeOfMeasurement(100, level), CInvalidArgException) << level;
-        EXPECT_THROW(reliability.GetRangeOfEstimate(100, level), CInvalidArgException) << level;
+        EXPECT_THROW(reliability.GetIntervalOfMeasurement(100, level), CInvalidArgException)
+            << level;
+        EXPECT_THROW(reliability.GetIntervalOfEstimate(100, level), CInvalidArgException) << level;
     }
 }
 
-TEST(ScoreRange, AsText) {
-    const ScoreRange range{-1.25, 0.5};
+TEST(ConfidenceInterval, AsText) {
+    const ConfidenceInterval range{-1.25, 0.5};
     EXPECT_EQ(range.Format(), "-1-1");
     EXPECT_EQ(range.Format(1, " to "), "-1.2 to 0.5");
-    EXPECT_EQ((ScoreRange{90.5, 109.49}.Format()), "91-109");
+    EXPECT_EQ((ConfidenceInterval{90.5, 109.49}.Format()), "91-109");
 }
 
 }  // namespace
