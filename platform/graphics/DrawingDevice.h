@@ -28,7 +28,7 @@ struct Paint {
     LOGBRUSH brush;
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
-    int fillMode = 1;              ///< ALTERNATE or WINDING
+    int fillMode = ALTERNATE;      ///< or WINDING
     const Region* clip = nullptr;  ///< null: everything shows
 };
 

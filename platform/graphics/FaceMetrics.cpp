@@ -9,9 +9,7 @@ namespace tessalink {
 
 namespace {
 
-constexpr LONG cFirstBoldWeight = 600;
 constexpr int cDefaultEm = 12;
-constexpr BYTE cFamilyMask = 0xF0;
 
 // Beginnings of the names of faces with serifs.
 constexpr std::array<std::string_view, 8> cSerifNames = {
@@ -49,7 +47,7 @@ bool isSymbolFont(const LOGFONT& font) {
 const FaceMetrics& builtInMetrics(const LOGFONT& font) {
     if (isSymbolFont(font)) return detail::cFaces[cSymbol].metrics;
     const std::size_t style =
-        (font.lfWeight >= cFirstBoldWeight ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
+        (font.lfWeight >= FW_SEMIBOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
     return detail::cFaces[(hasSerifs(font) ? cFirstSerif : 0) + style].metrics;
 }
 

@@ -152,10 +152,6 @@ inline constexpr int NULLREGION = 1;
 inline constexpr int SIMPLEREGION = 2;  // one rectangle
 inline constexpr int COMPLEXREGION = 3;
 
-/// How polygons that cross themselves are filled.
-inline constexpr int ALTERNATE = 1;
-inline constexpr int WINDING = 2;
-
 class TESSALINK_API CRgn : public CGdiObject {
     DECLARE_DYNAMIC(CRgn)
 

@@ -33,10 +33,10 @@ inline constexpr UINT BS_NULL = 1;
 inline constexpr UINT BS_HOLLOW = BS_NULL;
 inline constexpr UINT BS_HATCHED = 2;
 
-inline constexpr int HS_HORIZONTAL = 0;  // -----
-inline constexpr int HS_VERTICAL = 1;    // |||||
-inline constexpr int HS_FDIAGONAL = 2;   // downward
-inline constexpr int HS_BDIAGONAL = 3;   // upward
+inline constexpr int HS_HORIZONTAL = 0;  ///< -----
+inline constexpr int HS_VERTICAL = 1;    ///< |||||
+inline constexpr int HS_FDIAGONAL = 2;   ///< downward
+inline constexpr int HS_BDIAGONAL = 3;   ///< upward
 inline constexpr int HS_CROSS = 4;
 inline constexpr int HS_DIAGCROSS = 5;
 
@@ -48,10 +48,15 @@ struct LOGBRUSH {
     bool operator==(const LOGBRUSH&) const = default;
 };
 
+/// How polygons that cross themselves are filled.
+inline constexpr int ALTERNATE = 1;
+inline constexpr int WINDING = 2;
+
 /// Weights of fonts, from 0 (whatever there is) to 1000.
 inline constexpr LONG FW_DONTCARE = 0;
 inline constexpr LONG FW_LIGHT = 300;
 inline constexpr LONG FW_NORMAL = 400;
+inline constexpr LONG FW_SEMIBOLD = 600;  ///< from here on a face is bold
 inline constexpr LONG FW_BOLD = 700;
 
 inline constexpr BYTE ANSI_CHARSET = 0;
@@ -68,8 +73,9 @@ inline constexpr BYTE DEFAULT_PITCH = 0;
 inline constexpr BYTE FIXED_PITCH = 1;
 inline constexpr BYTE VARIABLE_PITCH = 2;
 inline constexpr BYTE FF_DONTCARE = 0x00;
-inline constexpr BYTE FF_ROMAN = 0x10;  // with serifs
-inline constexpr BYTE FF_SWISS = 0x20;  // without
+inline constexpr BYTE FF_ROMAN = 0x10;     ///< with serifs
+inline constexpr BYTE FF_SWISS = 0x20;     ///< without
+inline constexpr BYTE cFamilyMask = 0xF0;  ///< what of pitch and family is the family
 
 inline constexpr std::size_t LF_FACESIZE = 32;
 

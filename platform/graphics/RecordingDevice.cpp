@@ -11,8 +11,6 @@ namespace {
 
 using Kind = Primitive::Kind;
 
-constexpr LONG cFirstBoldWeight = 600;
-
 constexpr std::array<std::string_view, 9> cKindNames = {
     "line", "polyline", "polygon", "rectangle", "ellipse", "fill", "fill region", "pixel", "text"};
 constexpr std::array<std::string_view, 7> cPenNames = {
@@ -104,7 +102,7 @@ void putBrush(Line& line, const LOGBRUSH& brush) {
 
 void putFont(Line& line, const LOGFONT& font) {
     line.Word("font").Number(font.lfHeight).Quoted(font.lfFaceName);
-    if (font.lfWeight >= cFirstBoldWeight) line.Word("bold");
+    if (font.lfWeight >= FW_SEMIBOLD) line.Word("bold");
     if (font.lfItalic != 0) line.Word("italic");
     if (font.lfUnderline != 0) line.Word("underline");
     if (font.lfStrikeOut != 0) line.Word("strikeout");
@@ -134,7 +132,7 @@ void putPlace(Line& line, const Primitive& primitive) {
             line.Rects(primitive.region);
             break;
         case Kind::Polygon:
-            line.Word(primitive.fillMode == 1 ? "alternate" : "winding");
+            line.Word(primitive.fillMode == ALTERNATE ? "alternate" : "winding");
             break;
         case Kind::Pixel:
             line.Color(primitive.color);

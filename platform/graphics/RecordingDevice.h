@@ -28,7 +28,7 @@ struct Primitive {
     LOGBRUSH brush;
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
-    int fillMode = 1;
+    int fillMode = ALTERNATE;
     std::optional<Region> clip;
 
     std::vector<POINT> points;

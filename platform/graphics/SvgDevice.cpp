@@ -343,7 +343,7 @@ void SvgWriter::DescribeFont(const LOGFONT& font, double em) {
         }
         m_fontText.Put(familyOf(kind)).Put("\"");
     }
-    if (font.lfWeight >= detail::FW_SEMIBOLD) m_fontText.Put(" font-weight=\"bold\"");
+    if (font.lfWeight >= FW_SEMIBOLD) m_fontText.Put(" font-weight=\"bold\"");
     if (font.lfItalic != 0) m_fontText.Put(" font-style=\"italic\"");
 }
 

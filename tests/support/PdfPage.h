@@ -151,7 +151,7 @@ private:
     static std::string FontOf(const LOGFONT& font, double em) {
         const std::string_view face = font.lfFaceName;
         const bool serif = face == "Times New Roman" || face == "Times" ||
-                           (face != "Arial" && (font.lfPitchAndFamily & 0xF0) == FF_ROMAN);
+                           (face != "Arial" && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
         const std::array<const char*, 4> styles =
             serif ? std::array{"-Roman", "-Bold", "-Italic", "-BoldItalic"}
                   : std::array{"", "-Bold", "-Oblique", "-BoldOblique"};

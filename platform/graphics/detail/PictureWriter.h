@@ -12,8 +12,6 @@
 namespace tessalink::detail {
 
 inline constexpr double cMillimetersPerInch = 25.4;
-inline constexpr LONG FW_SEMIBOLD = 600;
-inline constexpr BYTE cFamilyMask = 0xF0;
 
 /// A place in halves of a unit.
 struct HalfPoint {

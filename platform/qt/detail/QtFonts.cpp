@@ -21,7 +21,6 @@ namespace tessalink::detail {
 
 namespace {
 
-constexpr LONG cFirstBoldWeight = 600;
 constexpr LONG cHighestWeight = 1000;
 constexpr const char* cSans = "Liberation Sans";
 constexpr const char* cSerif = "Liberation Serif";
@@ -93,7 +92,7 @@ const char* builtInFamily(const LOGFONT& face) {
 
 QFont toolkitFont(const LOGFONT& face) {
     const std::optional<QString> own = ownFamily(face);
-    const LONG builtInWeight = face.lfWeight >= cFirstBoldWeight ? FW_BOLD : FW_NORMAL;
+    const LONG builtInWeight = face.lfWeight >= FW_SEMIBOLD ? FW_BOLD : FW_NORMAL;
     const LONG weight = own ? std::clamp<LONG>(face.lfWeight, 1, cHighestWeight) : builtInWeight;
     QFont font(own ? *own : QString(builtInFamily(face)));
     font.setWeight(static_cast<QFont::Weight>(weight));
