@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     require(tessalink::test::XmlCheck::Fault(svg.Finish()).empty(), "a well-formed picture");
     const std::string page = pdf.Finish();
-    if (isTame && page.find("/Filter") == page.npos) {
+    if (isTame && page.find("/Filter") == std::string::npos) {
         require(tessalink::test::PdfPage::Lines(page, wholeScreen) ==
                     tessalink::test::RecordedPage::Lines(recording.Primitives(), wholeScreen),
                 "the page shows what was drawn");

@@ -27,7 +27,8 @@ public:
 private:
     std::size_t one_of(std::size_t count) { return m_random() % count; }
     int between(int low, int high) {
-        return low + static_cast<int>(one_of(static_cast<std::size_t>(high - low + 1)));
+        const auto count = static_cast<std::size_t>(high - low) + 1;
+        return low + static_cast<int>(one_of(count));
     }
     bool maybe(int percent) { return between(1, 100) <= percent; }
 
@@ -233,7 +234,8 @@ void check(const std::string& text, const std::string& name, std::vector<std::st
     const int height = pixels(graph->GetSheet().height);
     const auto draw = [&](CDC& dc) { graph->Draw(dc, CRect(0, 0, width, height)); };
     for (const std::string& fault : textOverlaps(draw, width, height)) {
-        faults.push_back(name + ": " + fault + "\n  " + text);
+        faults.push_back(name);
+        faults.back().append(": ").append(fault).append("\n  ").append(text);
     }
 }
 

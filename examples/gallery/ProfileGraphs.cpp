@@ -79,7 +79,7 @@ void clinical(CDC& dc) {
     graph.AddBand(65, 90, RGB(242, 204, 194));
     graph.AddHorzLine(50);
     graph.AddHorzLine(65);
-    graph.ScaleHorzLines(1);
+    graph.ScaleHorzLines(true);
     graph.AddProfile("Client", owned({52, 58, 49, 61, 76, 59, 51, 57, 68, 60, 43, 66}), cBlue, 1);
     graph.ShowLegend(0);
     draw(graph, dc, WIDTH, HEIGHT);

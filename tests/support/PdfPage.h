@@ -181,7 +181,7 @@ private:
         // Lines under and through the text.
         const auto line = [&](double above) {
             const int top = y - static_cast<int>(font.Em() * above);
-            const int height = std::max(1, static_cast<int>(font.Em() * 0.06 + 0.5));
+            const int height = std::max(1, static_cast<int>(std::lround(font.Em() * 0.06)));
             Solid(text, {x, top, x + std::max(0, p.positions.back()), top + height}, p.color);
         };
         if (p.font.lfUnderline != 0) line(-0.106);
@@ -260,7 +260,7 @@ private:
         m_rest.remove_prefix(start);
         const bool alone = m_rest[0] == '[' || m_rest[0] == ']' || m_rest[0] == '(';
         const std::size_t end = alone ? 1 : std::min(m_rest.find_first_of(" \n[]("), m_rest.size());
-        const std::string word(m_rest.substr(0, end));
+        std::string word(m_rest.substr(0, end));
         m_rest.remove_prefix(end);
         return word;
     }

@@ -292,7 +292,7 @@ private:
             graph = std::make_unique<Graph>(min, max, major, minor, m_spec.leftAxis,
                                             m_spec.rightAxis, width, height);
             graph->SetYRange(min, max, major, minor, majorBase, minorBase);
-            graph->ScaleHorzLines(1);
+            graph->ScaleHorzLines(true);
             graph->SetYLegend(axis_title());
             if (m_spec.labelsFrom) graph->SetYLabelStart(*m_spec.labelsFrom);
             if (m_spec.labelsTo) graph->SetYLabelEnd(*m_spec.labelsTo);

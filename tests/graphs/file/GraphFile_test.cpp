@@ -532,7 +532,7 @@ TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
     ProfileGraph3 upright(-7, 42, 5, 2, 0, 1, 336, 224);
     upright.SetXLegend(newTexts({"H", "A", "\\bB", "7"}));
     upright.SetYRange(-7, 42, 5, 2, -10, -8);
-    upright.ScaleHorzLines(1);
+    upright.ScaleHorzLines(true);
     upright.SetYLabelStart(-5);
     upright.SetYLabelEnd(40);
     upright.SetYLegend("T");
