@@ -92,7 +92,7 @@ void elevation(CDC& dc) {
     CircumplexGraph graph = graphOf(10, 10, 0);
     graph.SetTitle("Structural summary", "", "");
     cLetters.AddTo(graph);
-    graph.AddArc(angle - uncertainty, angle + uncertainty, 0, 10, RGB(226, 234, 245), 1);
+    graph.AddArc(angle - uncertainty, angle + uncertainty, 0, 10, RGB(226, 234, 245), true);
     graph.AddArc(0, 360, mean, mean, cRed);
     graph.AddArc(angle - uncertainty, angle + uncertainty, amplitude, amplitude, cBlue);
     graph.AddArc(angle, angle, 0, amplitude, cBlue);

@@ -231,7 +231,7 @@ public:
     ItemRun(InputDriver& used, std::uint64_t seed) : Base(used, seed) {
         model.hasSets = std::is_same_v<List, ItemListCtl2>;
         this->Start(std::make_unique<OpenedList<List>>(0, "", -1));
-        list->ReportCounts(1);
+        list->ReportCounts(true);
         log.clear();
     }
     void RunAll(int events) {

@@ -381,7 +381,8 @@ private:
     }
 
     std::unique_ptr<BarScale2> new_scale(const ScaleSpec& spec) const {
-        return spec.isNormal ? new_scale<PercentileScale>(spec) : new_scale<BarScale2>(spec);
+        if (spec.isNormal) return new_scale<PercentileScale>(spec);
+        return new_scale<BarScale2>(spec);
     }
 
     template <class Scale>

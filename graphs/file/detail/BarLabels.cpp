@@ -101,6 +101,7 @@ std::vector<std::pair<std::size_t, int>> LegendLabels::Colliding(const BarBody& 
         return m_labels[a].place < m_labels[b].place;
     });
     std::vector<int> widths;
+    widths.reserve(order.size());
     for (const std::size_t index : order) {
         widths.push_back(ruler.Width(m_labels[index].text, m_look));
     }

@@ -593,7 +593,7 @@ TEST(GraphFile, DrawsWhatTheSameCircleInCodeDraws) {
     graph.AddCircle(8, RGB(0, 0, 128));
     graph.AddCircle(3.25, cWhite);
     graph.AddSector(45, 90, "in");
-    graph.AddArc(0, 90, 2, 5, RGB(255, 0, 0), 1);
+    graph.AddArc(0, 90, 2, 5, RGB(255, 0, 0), true);
     graph.AddPoint(3, 7, 0, "A\\\\b\xE4", ColorMgr::ColorSafePalette()[0],
                    CircumplexGraph::HollowDiamond, CircumplexGraph::NameInBoth);
     graph.AddPoint(Polar{200, 7}, 1, "", ColorMgr::ColorSafePalette()[1],
@@ -604,7 +604,7 @@ TEST(GraphFile, DrawsWhatTheSameCircleInCodeDraws) {
                        id == 2 ? CircumplexGraph::NameInLegend : CircumplexGraph::NoName);
         ++id;
     }
-    graph.AddConnection(std::vector<int>{4, 2, 3}, RGB(0, 128, 0), PS_DOT, 0);
+    graph.AddConnection(std::vector<int>{4, 2, 3}, RGB(0, 128, 0), PS_DOT, false);
     EXPECT_TRUE(metafileOf(graphOf(R"(
         "type": "circumplex", "palette": "safe", "range": 8, "labelStep": 4, "gridDots": 1,
         "width": 13, "height": 10, "titles": ["C", "@Score"], "north": "N", "south": "S",

@@ -171,7 +171,7 @@ std::unique_ptr<Circle> makeFull(int placement, int points) {
     graph->SetNAxisText("Dominance").SetEAxisText("Affiliation of some width");
     for (int i = 0; i < 8; ++i) graph->AddSector(45 * i - 22.5, 45 * i + 22.5, "Octant-Name");
     graph->AddCircle(10, 0xF0E0D0);
-    graph->AddArc(30, 80, 5, 8, 0xC0FFC0, 1);
+    graph->AddArc(30, 80, 5, 8, 0xC0FFC0, true);
     std::vector<int> ids;
     for (int i = 0; i < points; ++i) {
         graph->AddPoint(Polar{i * 137.5, 11 * std::sqrt(i / (points + 0.0))}, i,

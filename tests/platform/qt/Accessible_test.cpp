@@ -172,7 +172,7 @@ protected:
                         new RadioBtnItemUI("[female|f|1][male|m|2]", 90));
         m_form->AddItem(new IntegerDataEntryItem(2, "Calm"),
                         new RspListItemUI("[never|1|1][often|2|2]", 90));
-        m_form->GetItem(1)->SetRequired(1);
+        m_form->GetItem(1)->SetRequired(true);
         m_form->SetReadOnlyItem(6, 1);
         m_form->Create(CRect(), 7, &Host());
         Show(*m_form);
