@@ -24,7 +24,8 @@ const JsonValue* JsonObject::Find(std::string_view key) const {
 }
 
 void JsonObject::Fail(std::string_view key, const std::string& message) const {
-    const JsonValue* const value = Find(key);
+    // With a shorthand there is no other place than the value itself.
+    const JsonValue* const value = m_shorthand.empty() ? m_value->Find(key) : nullptr;
     m_in->Fail(value != nullptr ? *value : *m_value, message);
 }
 
