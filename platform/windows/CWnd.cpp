@@ -196,6 +196,7 @@ void CWnd::EnterByTab(bool) {}
 
 bool CWnd::CommitEntry() {
     std::vector<std::pair<CWnd*, WindowGuard>> inside;
+    inside.reserve(static_cast<std::size_t>(GetChildCount()));
     for (int i = 0; i < GetChildCount(); ++i) inside.emplace_back(GetChild(i), *GetChild(i));
     return std::all_of(inside.begin(), inside.end(), [](const auto& child) {
         return !child.second || child.first->CommitEntry();
