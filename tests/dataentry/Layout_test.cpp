@@ -12,7 +12,6 @@
 #include "tests/support/Dice.h"
 #include "tests/support/FormHost.h"
 
-using tessalink::HeadlessSystem;
 using tessalink::NeighbourIndex;
 using tessalink::Side;
 using tessalink::test::Dice;

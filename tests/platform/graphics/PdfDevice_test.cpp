@@ -25,7 +25,7 @@ using testing::Not;
 
 // Whether the library was built without zlib, so that pages can be read.
 bool isReadable(const std::string& pdf) {
-    return pdf.find("/Filter/FlateDecode") == pdf.npos;
+    return pdf.find("/Filter/FlateDecode") == std::string::npos;
 }
 
 // The number that stands behind a key.

@@ -256,10 +256,7 @@ TEST_F(QtForm, AnOkWaitsForWhatIsRefused) {
 TEST_F(QtForm, PassingThroughAFieldChangesNothing) {
     for (const int item : {cName, cRemarks}) {
         auto* const held = static_cast<TextDataEntryItem*>(m_form->GetItem(item));
-        for (const char* text : {"one\ntwo", "one\rtwo",
-                                 "a\xA0"
-                                 "b",
-                                 " a ", "a\tb"}) {
+        for (const char* text : {"one\ntwo", "one\rtwo", "a\240b", " a ", "a\tb"}) {
             held->SetNull(0);
             held->SetValue(text);
             m_form->SetCurrItem(cSex);
