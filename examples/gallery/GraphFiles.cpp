@@ -35,6 +35,13 @@ private:
     static std::string pair(const char* key, const std::string& value) {
         return std::string("\"") + key + "\": " + value;
     }
+    // The arguments of `+` and of calls are evaluated in an order that the compiler chooses, those
+    // in braces from left to right: the same seed gives the same description by every compiler.
+    static std::string object(std::initializer_list<std::string> members) {
+        std::string all;
+        for (const std::string& member : members) all += (all.empty() ? "{" : ", ") + member;
+        return all + "}";
+    }
     template <class Make>
     std::string list(int count, Make make) {
         std::string all;
@@ -69,8 +76,8 @@ private:
                                                 "grasp"};
         std::string text = known[one_of(std::size(known))];
         for (int i = between(0, most - 1); i > 0; --i) {
-            text += (hasLines && maybe(10) ? "\\n" : " ") +
-                    std::string(known[one_of(std::size(known))]);
+            text += hasLines && maybe(10) ? "\\n" : " ";
+            text += known[one_of(std::size(known))];
         }
         return '"' + text + '"';
     }
@@ -89,7 +96,8 @@ private:
     }
 
     std::string bar() {
-        std::string text = pair("width", std::to_string(between(3, 9))) + sizes();
+        std::string text = pair("width", std::to_string(between(3, 9)));
+        text += sizes();
         std::string sections;
         for (int i = between(1, 3); i > 0; --i) {
             if (maybe(30)) sections += "{" + pair("heading", words(12)) + "}, ";
@@ -121,12 +129,12 @@ private:
         };
         if (kind == 1) {
             text += R"(, "lines": true, "texts": )" + list(parts, [&](int i) {
-                        return "{" + pair("at", at(i + 0.5)) + ", " + pair("text", words(3)) + "}";
+                        return object({pair("at", at(i + 0.5)), pair("text", words(3))});
                     });
         } else {
             text += R"(, "ranges": )" + list(parts, [&](int i) {
-                        return "{" + pair("from", at(i)) + ", " + pair("to", at(i + 1)) + ", " +
-                               pair("text", words(3)) + "}";
+                        return object(
+                            {pair("from", at(i)), pair("to", at(i + 1)), pair("text", words(3))});
                     });
         }
         return text;
@@ -160,8 +168,8 @@ private:
         const int further = between(0, 2);
         text += R"(, "scales": )" + list(count, [&](int) {
                     if (further == 0) return words(2);
-                    return "{" + pair("text", words(2)) + ", " +
-                           pair("texts", list(further, [&](int) { return words(1); })) + "}";
+                    return object({pair("text", words(2)),
+                                   pair("texts", list(further, [&](int) { return words(1); }))});
                 });
         if (maybe(50))
             text +=
@@ -176,8 +184,8 @@ private:
         std::string text = R"("type": "horizontal-profile", )" + chart(count, min, max);
         const int further = between(0, 3);
         text += R"(, "scales": )" + list(count, [&](int) {
-                    return "{" + pair("text", words(3)) + ", " +
-                           pair("texts", list(further, [&](int) { return words(1); })) + "}";
+                    return object({pair("text", words(3)),
+                                   pair("texts", list(further, [&](int) { return words(1); }))});
                 });
         if (further > 0 && maybe(60)) {
             text += R"(, "columns": )" + list(further, [&](int) { return words(1); });
@@ -212,13 +220,13 @@ private:
         const int sectors = between(0, 8);
         const auto angle = [&](int i) { return std::to_string(360.0 / sectors * i); };
         text += R"(, "sectors": )" + list(sectors, [&](int i) {
-                    return "{" + pair("from", angle(i)) + ", " + pair("to", angle(i + 1)) + ", " +
-                           pair("text", words(1)) + "}";
+                    return object(
+                        {pair("from", angle(i)), pair("to", angle(i + 1)), pair("text", words(1))});
                 });
         text += R"(, "points": )" + list(between(0, 5), [&](int) {
-                    return "{" + pair("angle", std::to_string(between(0, 359))) + ", " +
-                           pair("length", std::to_string(between(0, 2))) + ", " +
-                           pair("name", words(2)) + "}";
+                    return object({pair("angle", std::to_string(between(0, 359))),
+                                   pair("length", std::to_string(between(0, 2))),
+                                   pair("name", words(2))});
                 });
         return text;
     }

@@ -1,5 +1,6 @@
 // Points of circumplex graphs: their symbols, names and connections.
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <unordered_map>
 
@@ -155,10 +156,14 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
     dc.SetBkMode(TRANSPARENT);
     for (std::size_t i = 0; i < places.size(); ++i) {
         if (!places[i].isShown || !isBeside(m_points[i])) continue;
-        const CString& label = m_points[i].label;
-        const CSize size(fonts.Width(label), fonts.Height());
-        const CRect place = names.Find(places[i].place, size);
-        fonts.Print(place.left, place.top, label);
+        const LabelLines label = wrapLabel(fonts, m_points[i].label, INT_MAX);
+        const int height = fonts.Height() * static_cast<int>(label.lines.size());
+        const CRect place = names.Find(places[i].place, {label.width, height});
+        int y = place.top;
+        for (const CString& line : label.lines) {
+            fonts.Print(place.left, y, line);
+            y += fonts.Height();
+        }
         names.Take(place);
     }
 }

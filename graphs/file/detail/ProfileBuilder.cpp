@@ -182,12 +182,18 @@ struct UprightSpec : ChartSpec {
     const JsonValue* skyLine = Value("skyLine");
 };
 
+/// There is room for one line over the columns.
+CString inOneLine(CString text) {
+    text.Replace('\n', ' ');
+    return text;
+}
+
 struct HorizontalSpec : ChartSpec {
     HorizontalSpec(GraphReader& in, const JsonValue& value)
         : ChartSpec(in, value, true, cMaxColumns) {}
 
     std::vector<CString> columns = Labels("columns", cMaxColumns);
-    CString columnsHeading = Label("columnsHeading").value_or(CString());
+    CString columnsHeading = inOneLine(Label("columnsHeading").value_or(CString()));
     std::vector<BandSpec> bands = Objects<BandSpec>("bands", cMaxBands);
 };
 

@@ -20,7 +20,7 @@ struct NamePlaces::Direction {
 namespace {
 
 /// The distances of a name from its symbol that are tried, by the smallest.
-constexpr std::array cDistances = {1.0, 1.4, 2.0, 2.8};
+constexpr std::array cDistances = {1.0, 1.4, 2.0, 2.8, 4.0, 5.6};
 /// Distances in the diagonals, by those along the axes.
 constexpr double cDiagonal = 0.75;
 
