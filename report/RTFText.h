@@ -4,9 +4,9 @@
 #include "platform/base/CStringArray.h"
 #include "platform/base/Export.h"
 
-// Text functions for reports: escaping and scaling RTF, reading small integers that a person typed,
-// and filling arguments into messages. All are stateless. White space is that of ASCII; integers
-// wrap at 32 bits.
+/// Text functions for reports: escaping and scaling RTF, reading small integers that a person
+/// typed, and filling arguments into messages. All are stateless. White space is that of ASCII;
+/// integers wrap at 32 bits.
 
 /// The text as RTF: a backslash before every backslash and brace, everything else as it is.
 TESSALINK_API CString RTFEncode(const char* text);

@@ -80,16 +80,16 @@ private:
         const CString name(m_rest.substr(0, m_rest.find(cSeparator)));
         if (!isVariableName(name.View())) {
             fail(quoted(name.View()) +
-                 " is no variable name: use up to 32 letters, digits and "
+                 " is not a variable name: use up to 32 letters, digits and "
                  "\"_\", not starting with a digit, and a tab after it");
         }
-        if (m_seen.Exists(name)) fail("variable " + quoted(name.View()) + " is there twice");
+        if (m_seen.Exists(name)) fail("duplicate variable " + quoted(name.View()));
         take_field("the type int, double, string or text");
         const std::string_view type = m_rest.substr(0, m_rest.find(cSeparator));
         const auto known = std::find_if(types.begin(), types.end(),
                                         [&](const TypeName& t) { return t.name == type; });
         if (known == types.end())
-            fail(quoted(type) + " is no type: use int, double, string or text");
+            fail(quoted(type) + " is not a type: use int, double, string or text");
         take_field("the value");
         if (m_places) m_places->insert_or_assign(name, place());
         (this->*known->read)(name);
@@ -108,13 +108,13 @@ private:
 
     void read_int(const CString& name) {
         const auto value = readNumber<int>(m_rest);
-        if (!value) fail(quoted(m_rest) + " is no whole number from -2147483648 to 2147483647");
+        if (!value) fail(quoted(m_rest) + " is not a whole number from -2147483648 to 2147483647");
         m_variables.SetValue(name, *value);
     }
 
     void read_double(const CString& name) {
         const auto value = readNumber<double>(m_rest);
-        if (!value || !std::isfinite(*value)) fail(quoted(m_rest) + " is no number");
+        if (!value || !std::isfinite(*value)) fail(quoted(m_rest) + " is not a number");
         m_variables.SetValue(name, *value);
     }
 

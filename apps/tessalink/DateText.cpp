@@ -38,7 +38,7 @@ Date parseTestDate(std::string_view text, DateForm form) {
 }
 
 CString noDate(std::string_view text, DateForm form) {
-    return "'" + CString(text) + "' is no date: write YYYY-MM-DD or " +
+    return "'" + CString(text) + "' is not a date: write YYYY-MM-DD or " +
            (form == DateForm::local ? Date::GetLocalDateFormatMask() : "MM/DD/YYYY");
 }
 

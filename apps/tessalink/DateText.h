@@ -17,7 +17,7 @@ Date parseDate(std::string_view text, DateForm form = DateForm::us);
 /// Likewise, or the present day for `today`.
 Date parseTestDate(std::string_view text, DateForm form = DateForm::us);
 
-/// "'text' is no date: write ..."
+/// "'text' is not a date: write ..."
 CString noDate(std::string_view text, DateForm form = DateForm::us);
 
 }  // namespace tessalink::cli

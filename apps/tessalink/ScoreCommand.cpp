@@ -102,7 +102,7 @@ private:
         const auto age = parseAge(given.text.View());
         if (!age) {
             given.Fail(quoted(given.text) +
-                       " is no age: write years:months, as 9:4, or whole years");
+                       " is not an age: write years:months, as 9:4, or whole years");
         }
         return *age;
     }

@@ -156,7 +156,7 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
         ->check(CLI::Range(lowest, highest))
         ->check([](const std::string& text) {  // neither above the highest nor below the lowest
             const bool isNumber = !std::isnan(std::strtod(text.c_str(), nullptr));
-            return isNumber ? std::string() : "Value " + text + " is no number";
+            return isNumber ? std::string() : "Value " + text + " is not a number";
         });
     score->callback([&] {
         expectOneStandardInput(

@@ -124,10 +124,10 @@ void addRange(BarScale* scale, double from, double to, double height = 0.5,
 
 void tScores(BarGraph& graph) {
     const Reliability reliability(cTScale, 0.88);
-    const tessalink::ConfidenceInterval range = reliability.GetIntervalOfMeasurement(63, cLevel);
-    addTitle(graph, "State anxiety", "T = 63, 95 % range " + range.Format());
+    const tessalink::ConfidenceInterval interval = reliability.GetIntervalOfMeasurement(63, cLevel);
+    addTitle(graph, "State anxiety", "T = 63, 95 % confidence interval " + interval.Format());
     BarScale* const scale = addScale(graph, {20, 80, 10, 5, 0, 0, 46});
-    addRange(scale, range.low, range.high);
+    addRange(scale, interval.low, interval.high);
     addPoint(scale, 63);
     addValues(graph, scale);
     auto zones = makeLegend<BarRangeLegend>(scale);
@@ -198,7 +198,7 @@ void addProfile(BarGraph& graph, std::span<const Score> scores, const Form& form
         addRange(scales.back().get(), range.low, range.high);
         addPoint(scales.back().get(), one.score);
     }
-    addValues(graph, scales.front().get(), "Scale", "T (95 % range)");
+    addValues(graph, scales.front().get(), "Scale", "T (95 % CI)");
     for (auto& scale : scales) add(graph, std::move(scale));
 }
 
@@ -584,8 +584,9 @@ std::vector<Card> makeCards() {
         card<stanines>("bar-stanines", "Stanine", "Stanine 6, with the shares of the norm group"),
         card<percentiles>("bar-percentiles", "Percentile ladder",
                           "Three percentile ranks on scales with the spacing of the normal curve"),
-        card<profile>("bar-profile", "Profile with confidence ranges",
-                      "Five T scores, each with its 95 percent range", writeProfileObjects),
+        card<profile>("bar-profile", "Profile with confidence intervals",
+                      "Five T scores, each with its 95 percent confidence interval",
+                      writeProfileObjects),
         card<beforeAndAfter>("bar-before-after", "Before and after",
                              "Four T scores before treatment and after it"),
         card<deviationQuotient>("bar-iq", "IQ and percentile ranks",

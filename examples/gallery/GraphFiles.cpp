@@ -1,6 +1,7 @@
 #include "examples/gallery/GraphFiles.h"
 
 #include <cmath>
+#include <initializer_list>
 #include <iterator>
 #include <random>
 
@@ -35,8 +36,9 @@ private:
     static std::string pair(const char* key, const std::string& value) {
         return std::string("\"") + key + "\": " + value;
     }
-    // The arguments of `+` and of calls are evaluated in an order that the compiler chooses, those
-    // in braces from left to right: the same seed gives the same description by every compiler.
+    // What stands in braces is evaluated from left to right, the operands of `+` and the arguments
+    // of calls in an order that the compiler chooses: with braces the same seed gives the same
+    // description everywhere.
     static std::string object(std::initializer_list<std::string> members) {
         std::string all;
         for (const std::string& member : members) all += (all.empty() ? "{" : ", ") + member;

@@ -4,10 +4,10 @@
 #include "platform/base/Export.h"
 #include "platform/graphics/CDC.h"
 
-// Labels of one line with inline switches of the font: in the text a backslash and a letter select
-// the font of what follows, "\n" the normal one, "\i" the italic, "\b" the bold, and "\s" the
-// symbol font. A backslash with any other letter is dropped together with it; two backslashes print
-// one.
+/// Labels of one line with inline switches of the font: in the text a backslash and a letter select
+/// the font of what follows, "\n" the normal one, "\i" the italic, "\b" the bold, and "\s" the
+/// symbol font. A backslash with any other letter is dropped together with it; two backslashes
+/// print one.
 
 /// Prints the label at (x, y) in the context's text alignment and returns the width printed. A
 /// label without a backslash is printed in the current font, and 0 is returned: who needs its width

@@ -137,10 +137,6 @@ void CircumplexGraph::draw_legend(CDC* dc) {
             draw_point_symbol(dc, {x + legend.symbolWidth / 2, y + legend.lineHeight / 2}, sizes,
                               *entry.point);
         }
-        int top = y;
-        for (const CString& line : entry.text.lines) {
-            fonts.Print(x + legend.symbolWidth, top, line);
-            top += legend.lineHeight;
-        }
+        fonts.Print(x + legend.symbolWidth, y, entry.text);
     }
 }

@@ -159,11 +159,7 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
         const LabelLines label = wrapLabel(fonts, m_points[i].label, INT_MAX);
         const int height = fonts.Height() * static_cast<int>(label.lines.size());
         const CRect place = names.Find(places[i].place, {label.width, height});
-        int y = place.top;
-        for (const CString& line : label.lines) {
-            fonts.Print(place.left, y, line);
-            y += fonts.Height();
-        }
+        fonts.Print(place.left, place.top, label);
         names.Take(place);
     }
 }

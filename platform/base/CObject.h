@@ -6,11 +6,11 @@
 class CArchive;
 class CObject;
 
-// CObject, CString, CArray, CMap, CFile, CArchive, CDC, CWnd and the other global classes with a C
-// in front are those of the classic application framework for desktop programs: host programs are
-// written against these names. They have the names, arguments and results of that framework, as far
-// as the library or its hosts use them; where one behaves otherwise, its header says so. Our own
-// additions stand in namespace tessalink.
+/// CObject, CString, CArray, CMap, CFile, CArchive, CDC, CWnd and the other global classes with a C
+/// in front are those of the classic application framework for desktop programs: host programs are
+/// written against these names. They have the names, arguments and results of that framework, as
+/// far as the library or its hosts use them; where one behaves otherwise, its header says so. Our
+/// own additions stand in namespace tessalink.
 
 /// The record of one class: its name, size, schema and base class. One constant record exists per
 /// class that uses the macros below; nobody creates further ones.
@@ -83,10 +83,10 @@ protected:
     CObject() = default;
 };
 
-// The record of a class.
+/// The record of a class.
 #define RUNTIME_CLASS(class_name) (class_name::GetThisClass())
 
-// Into the class body; what follows it is private.
+/// Into the class body; what follows it is private.
 #define DECLARE_DYNAMIC(class_name)                  \
 public:                                              \
     static CRuntimeClass class##class_name;          \
@@ -106,7 +106,7 @@ private:
 
 #define DECLARE_SERIAL(class_name) DECLARE_DYNCREATE(class_name)
 
-// Into one source file, in the name space of the class. `schema` is the version for archives.
+/// Into one source file, in the name space of the class. `schema` is the version for archives.
 #define TESSALINK_IMPLEMENT_CLASS(class_name, base_class, schema, create)    \
     constinit CRuntimeClass class_name::class##class_name {                  \
 #class_name, static_cast < int>(sizeof(class_name)), schema, create, \
@@ -134,7 +134,7 @@ private:
     }                                                    \
     TESSALINK_IMPLEMENT_CLASS(class_name, base_class, schema, class_name::CreateObject)
 
-// The object as one of the class, or null when it is none (or null). Ownership does not change.
+/// The object as one of the class, or null when it is none (or null). Ownership does not change.
 #define DYNAMIC_DOWNCAST(class_name, object) (tessalink::dynamicDowncast<class_name>(object))
 
 namespace tessalink {

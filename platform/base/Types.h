@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// The integer names that host programs of the classic desktop write. Each is as wide as it was
-// there, whatever `long` is on this system.
+/// The integer names that host programs of the classic desktop write. Each is as wide as it was
+/// there, whatever `long` is on this system.
 
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;

@@ -8,9 +8,9 @@
 #include "platform/base/Types.h"
 #include "platform/graphics/CDC.h"
 
-// Enhanced metafiles: pictures as records of what was drawn. A handle is owned by whoever got it
-// and is given back by DeleteEnhMetaFile; null is no picture. A picture never changes; several
-// threads may play it at a time, each into a context of its own.
+/// Enhanced metafiles: pictures as records of what was drawn. A handle is owned by whoever got it
+/// and is given back by DeleteEnhMetaFile; null is no picture. A picture never changes; several
+/// threads may play it at a time, each into a context of its own.
 
 namespace tessalink {
 struct EnhMetaFile;

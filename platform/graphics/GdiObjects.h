@@ -9,9 +9,9 @@
 #include "platform/graphics/LogicalObjects.h"
 #include "platform/graphics/Region.h"
 
-// Pens, brushes, fonts and regions, as programs create them and select them into a device context.
-// Creating one returns nonzero, or 0 when the description makes no sense; creating it anew replaces
-// what it was. An object belongs to whoever made it and must stay while it is selected.
+/// Pens, brushes, fonts and regions, as programs create them and select them into a device context.
+/// Creating one returns nonzero, or 0 when the description makes no sense; creating it anew
+/// replaces what it was. An object belongs to whoever made it and must stay while it is selected.
 
 /// The stock objects, which are always there.
 inline constexpr int WHITE_BRUSH = 0;

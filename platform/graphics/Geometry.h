@@ -7,9 +7,9 @@
 #include "platform/base/NumberText.h"
 #include "platform/base/Types.h"
 
-// Points, sizes and rectangles in whole units of a device, with x to the right and y downward. A
-// rectangle includes its left and top edge and excludes the others. Sums and differences wrap at 32
-// bits.
+/// Points, sizes and rectangles in whole units of a device, with x to the right and y downward. A
+/// rectangle includes its left and top edge and excludes the others. Sums and differences wrap at
+/// 32 bits.
 
 using LONG = std::int32_t;
 

@@ -7,7 +7,7 @@
 #include "platform/graphics/Colors.h"
 #include "platform/graphics/Geometry.h"
 
-// Pens, brushes and fonts as plain descriptions, with the constants of the classic desktop.
+/// Pens, brushes and fonts as plain descriptions, with the constants of the classic desktop.
 
 /// Pen styles. Dashes and dots are drawn by pens of width 1 only; wider ones are solid.
 inline constexpr UINT PS_SOLID = 0;

@@ -80,7 +80,7 @@ void NormReader::read_header() {
     for (auto cell = header.begin(); cell != header.end(); ++cell) {
         if (cell->text.IsEmpty()) fail(*cell, "a column without a name: name it or remove it");
         if (!names.insert(cell->text).second || (isRaw(*cell) && cell != raw)) {
-            fail(*cell, "column " + quoted(cell->text) + " is there twice: rename or remove one");
+            fail(*cell, "duplicate column " + quoted(cell->text) + ": rename or remove one");
         }
         add_column(*cell, cell > raw);
     }
@@ -95,16 +95,16 @@ void NormReader::add_column(const CsvCell& cell, bool isBehindRaw) {
     if (isRaw(cell)) {
         m_roles.push_back(Role::Raw);
     } else if (isReliability) {
-        if (!isBehindRaw) fail(cell, "'reliability' is no key: move the column behind 'raw'");
+        if (!isBehindRaw) fail(cell, "'reliability' is not a key: move the column behind 'raw'");
         if (std::count(m_roles.begin(), m_roles.end(), Role::Reliability) != 0) {
-            fail(cell, "column 'reliability' is there twice: remove one");
+            fail(cell, "duplicate column 'reliability': remove one");
         }
         m_roles.push_back(Role::Reliability);
     } else if (isBehindRaw) {
         m_roles.push_back(Role::Score);
         m_data->columns.push_back({name});
     } else if (cell.text.CompareNoCase(cAge) == 0) {
-        if (!m_data->ageName.IsEmpty()) fail(cell, "column 'age' is there twice: remove one");
+        if (!m_data->ageName.IsEmpty()) fail(cell, "duplicate column 'age': remove one");
         m_roles.push_back(Role::Age);
         m_data->ageName = cell.text;
     } else {
@@ -177,7 +177,7 @@ AgeSpan NormReader::read_ages(const CsvCell& cell) const {
     const auto ages = parseAgeSpan(cell.text.View());
     if (!ages) {
         fail(cell, quoted(cell.text) +
-                       " is no age span: write 6:0-8:11, 6-8, 7, 65+ or *, in "
+                       " is not an age span: write 6:0-8:11, 6-8, 7, 65+ or *, in "
                        "years or years:months with months from 0 to 11");
     }
     if (ages->from > ages->to) {
@@ -191,7 +191,8 @@ RawSpan NormReader::read_raws(const CsvCell& cell) const {
     const auto from = wholeNumber<int>(sides ? sides->first : cell.text.View());
     const auto to = sides ? wholeNumber<int>(sides->second) : from;
     if (!from || !to) {
-        fail(cell, quoted(cell.text) + " is no raw score: write a whole number, or a span as 4-7");
+        fail(cell,
+             quoted(cell.text) + " is not a raw score: write a whole number, or a span as 4-7");
     }
     if (*from > *to) fail(cell, quoted(cell.text) + " is reversed: write the lower score first");
     return {*from, *to};
@@ -202,7 +203,7 @@ double NormReader::read_score(const CsvCell& cell, NormColumn& column) const {
     const auto score = wholeNumber<double>(cell.text.View(), std::chars_format::fixed);
     if (!score || !std::isfinite(*score)) {
         fail(cell, quoted(cell.text) +
-                       " is no standard score: write a number, with a full stop "
+                       " is not a standard score: write a number, with a full stop "
                        "before decimals, or - where there is none");
     }
     column.isWhole = column.isWhole && isInt(*score);
@@ -214,7 +215,7 @@ void NormReader::read_reliability(const CsvCell& cell, Group& group) const {
     const auto value = wholeNumber<double>(cell.text.View(), std::chars_format::fixed);
     if (!value || !(*value >= 0 && *value <= 1)) {
         fail(cell, quoted(cell.text) +
-                       " is no reliability: write a number from 0 to 1, with a "
+                       " is not a reliability: write a number from 0 to 1, with a "
                        "full stop before decimals, or nothing");
     }
     auto& known = group.data.reliability;

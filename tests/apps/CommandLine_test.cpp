@@ -85,7 +85,7 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
         {{"missing.rtf"}, 1, "missing.rtf:1:7: error: Include 'none.DAT' can't be read: "},
         {{"leave.rtf"}, 1, "leave.rtf" + leaves + "..\\other.DAT' leaves the include folder"},
         {{"leave2.rtf"}, 1, "leave2.rtf" + leaves},
-        {{"fault.rtf", "--vars", "bad.tsv"}, 1, "bad.tsv:1:7: error: 'five' is no whole number"},
+        {{"fault.rtf", "--vars", "bad.tsv"}, 1, "bad.tsv:1:7: error: 'five' is not a whole number"},
         {{"fault.rtf", "--vars", "no.tsv"}, 2, "tessalink: no.tsv: the file does not exist.\n"},
         {{"none.rtf"}, 2, "tessalink: none.rtf: the file does not exist.\n"},
         {{"inner"}, 2, "tessalink: inner: access is denied.\n"},

@@ -114,7 +114,7 @@ TEST_F(ScoreCommands, TellsFaultsWithTheirPlaces) {
     const Case cases[] = {
         {"Calm\tint\t11\n", {}, 1, "raw.tsv:1:10: error: raw score 11 is outside the norms of "},
         {"Calm\tdouble\t3\n", {}, 1, "raw.tsv:1:13: error: 'Calm' is a raw score"},
-        {"Calm\tint\tx\n", {}, 1, "raw.tsv:1:10: error: 'x' is no whole number"},
+        {"Calm\tint\tx\n", {}, 1, "raw.tsv:1:10: error: 'x' is not a whole number"},
         {"calm\tint\t3\n", {}, 1, "raw.tsv:1:1: error: no raw score"},
         {fear, {}, 1, "raw.tsv:1:10: error: the norms with Scale Fear, sex f depend on age"},
         {"Fear\tint\t4\n", {"--age=7"}, 1, "raw.tsv:1:10: error: the norms with Scale Fear depend"},
@@ -128,16 +128,16 @@ TEST_F(ScoreCommands, TellsFaultsWithTheirPlaces) {
         {fear + "Age\tint\t6\n", {}, 1, "raw.tsv:3:9: error: the norms of Fear need an age"},
         {fear + "Age\tint\t9\n", {}, 1, "raw.tsv:3:9: error: no norms for age 9:0 with Scale Fe"},
         {fear, {"--age=9:0"}, 2, "tessalink: --age: no norms for age 9:0 with Scale Fear, sex"},
-        {fear + "Age\tstring\tsix\n", {}, 1, "raw.tsv:3:12: error: 'six' is no age"},
+        {fear + "Age\tstring\tsix\n", {}, 1, "raw.tsv:3:12: error: 'six' is not an age"},
         {fear + "Age\tdouble\t6.5\n", {}, 1, "raw.tsv:3:12: error: 'Age' must be"},
-        {fear, {"--age=6-8"}, 2, "tessalink: --age: '6-8' is no age"},
+        {fear, {"--age=6-8"}, 2, "tessalink: --age: '6-8' is not an age"},
         {fear, {"--birth=2000-01-01"}, 2, "tessalink: --birth: it needs --test"},
         {fear, {"--test=today"}, 2, "tessalink: --test: it needs --birth"},
         {fear, {"--birth=2000-02-30", "--test=today"}, 2, "tessalink: --birth: '2000-02-30' is no"},
         {fear + "BirthDate\tstring\t2000-13-01\nTestDate\tstring\t2000-01-01\n",
          {},
          1,
-         "raw.tsv:3:18: error: '2000-13-01' is no date: write YYYY-MM-DD or MM/DD/YYYY\n"},
+         "raw.tsv:3:18: error: '2000-13-01' is not a date: write YYYY-MM-DD or MM/DD/YYYY\n"},
         {fear + "BirthDate\tstring\t2000-01-02\nTestDate\tstring\t2000-01-01\n",
          {},
          1,
@@ -149,7 +149,7 @@ TEST_F(ScoreCommands, TellsFaultsWithTheirPlaces) {
         {calm, {"--key", "Scale=y"}, 2, "tessalink: --key Scale=y: write NAME=VALUE"},
         {calm, {"--key", "sex=\xE2\x89\xA5"}, 2, "tessalink: 'sex="},
         {calm, {"--confidence=100"}, 2, "--confidence: Value 100"},
-        {calm, {"--confidence=nan"}, 2, "--confidence: Value nan is no number"},
+        {calm, {"--confidence=nan"}, 2, "--confidence: Value nan is not a number"},
         {calm, {"--age=7", "--test=today"}, 2, "--age excludes"},
         {calm, {"--norms=-", "-"}, 2, ""},
     };
@@ -183,7 +183,7 @@ TEST_F(ScoreCommands, TellsFaultsOfTheNorms) {
         const char* err;
     };
     const Case cases[] = {
-        {"scale,raw,T\nA,0,\n", "norms.csv:2:5: error: '' is no standard score"},
+        {"scale,raw,T\nA,0,\n", "norms.csv:2:5: error: '' is not a standard score"},
         {"# c\nkey,raw,T\nA,0,1\n", "norms.csv:2:1: error: no key is named 'scale'"},
         {"scale,raw,T\nA,0,1\nB-C,0,1\n", "norms.csv:3:1: error: 'B-C' can't be the name"},
         {"scale,raw,T,T-x\nA,0,1,1\n", "norms.csv:1:13: error: 'T-x' can't be part"},

@@ -64,15 +64,15 @@ TEST(VariablesFile, NamesPlaceAndKindOfAFault) {
     };
     const Case cases[] = {
         {"x", 2, "missing"},
-        {"x int 5", 1, "no variable name"},
+        {"x int 5", 1, "not a variable name"},
         {"x\tint", 6, "missing"},
-        {"x\tint 5", 3, "no type"},
-        {"\tint\t5", 1, "no variable name"},
-        {"1x\tint\t5", 1, "no variable name"},
-        {"x-y\tint\t5", 1, "no variable name"},
-        {std::string(33, 'n') + "\tint\t5", 1, "no variable name"},
-        {"x\tInt\t5", 3, "no type"},
-        {"x\t\t5", 3, "no type"},
+        {"x\tint 5", 3, "not a type"},
+        {"\tint\t5", 1, "not a variable name"},
+        {"1x\tint\t5", 1, "not a variable name"},
+        {"x-y\tint\t5", 1, "not a variable name"},
+        {std::string(33, 'n') + "\tint\t5", 1, "not a variable name"},
+        {"x\tInt\t5", 3, "not a type"},
+        {"x\t\t5", 3, "not a type"},
         {"x\tint\t", 7, "whole number"},
         {"x\tint\t5 ", 7, "whole number"},
         {"x\tint\t5.0", 7, "whole number"},
@@ -87,7 +87,7 @@ TEST(VariablesFile, NamesPlaceAndKindOfAFault) {
         {"x\tstring\tab\\x", 12, "escape"},
         {"x\tstring\t\\", 10, "escape"},
         {"x\tstring\t" + std::string(1, '\0'), 10, "NUL"},
-        {"first\tint\t5", 1, "twice"},
+        {"first\tint\t5", 1, "duplicate"},
     };
     for (const Case& c : cases) {
         for (const char* end : {"", "\n", "\r\nlast\tint\t1\n"}) {

@@ -31,9 +31,9 @@ std::vector<COLORREF> paletteOf(const GraphReader& in, const JsonValue* value) {
         return {safe.begin(), safe.end()};
     }
     const ColorMgr standard;
-    std::vector<COLORREF> colors(static_cast<std::size_t>(standard.GetColorCount()));
-    for (std::size_t i = 0; i < colors.size(); ++i)
-        colors[i] = standard.GetColor(static_cast<int>(i));
+    std::vector<COLORREF> colors;
+    colors.reserve(static_cast<std::size_t>(standard.GetColorCount()));
+    for (int i = 0; i < standard.GetColorCount(); ++i) colors.push_back(standard.GetColor(i));
     return colors;
 }
 

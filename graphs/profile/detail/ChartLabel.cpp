@@ -87,6 +87,13 @@ void LabelFonts::Print(int x, int y, const CString& text) {
     PrintFormatted(&m_dc, x, y, text, &m_normal, nullptr, nullptr);
 }
 
+void LabelFonts::Print(int x, int y, const LabelLines& label) {
+    for (const CString& line : label.lines) {
+        Print(x, y, line);
+        y += m_height;
+    }
+}
+
 LabelLines wrapLabel(LabelFonts& fonts, const CString& text, int maxWidth) {
     LineBuilder builder(fonts, maxWidth);
     split(text.View(), '\n', [&](std::string_view paragraph) {

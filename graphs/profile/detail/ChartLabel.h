@@ -12,6 +12,12 @@ namespace tessalink {
 inline constexpr char cTimes[] = "Times New Roman";
 inline constexpr char cArial[] = "Arial";
 
+/// The lines of a label, and the width of the widest.
+struct LabelLines {
+    std::vector<CString> lines;
+    int width = 0;
+};
+
 /// A font for labels with switches, and what they switch to; selected as long as this lives.
 class LabelFonts {
 public:
@@ -22,6 +28,8 @@ public:
     int Width(const CString& text);
     /// Prints one line with its left top corner at (x, y), in the context's alignment of left top.
     void Print(int x, int y, const CString& text);
+    /// Prints lines one below the other.
+    void Print(int x, int y, const LabelLines& label);
 
 private:
     void derive();
@@ -33,12 +41,6 @@ private:
     CFont m_bold;
     CFont m_symbol;
     Selected<CFont> m_selected;
-};
-
-/// The lines of a label, and the width of the widest.
-struct LabelLines {
-    std::vector<CString> lines;
-    int width = 0;
 };
 
 /// Cuts the text at line feeds, and at blanks so that lines are no wider than `maxWidth` where

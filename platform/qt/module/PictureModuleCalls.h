@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
-// What a program that does not link the toolkit calls in the module tessalink_qt_module after
-// loading it. Plain C: the two may hold different copies of the language's run-time library, so no
-// exception and no object crosses.
+/// What a program that does not link the toolkit calls in the module tessalink_qt_module after
+/// loading it. Plain C: the two may hold different copies of the language's run-time library, so no
+/// exception and no object crosses.
 
 extern "C" {
 
