@@ -1,0 +1,7 @@
+#include "questionnaire/ResponseSource.h"
+
+namespace tessalink {
+
+ResponseSource::~ResponseSource() = default;
+
+}  // namespace tessalink
