@@ -34,8 +34,8 @@ char separatorOf(std::string_view header) {
 
 }  // namespace
 
-CsvReader::CsvReader(CFile& file)
-    : m_file(file.GetGivenPath()), m_text(readText(file, cMaxFileSize)) {
+CsvReader::CsvReader(CFile& file, Text text)
+    : m_file(file.GetGivenPath()), m_text(readText(file, cMaxFileSize)), m_cellText(text) {
     if (m_text.size() > cMaxFileSize) {
         fail("the file has more than " + std::to_string(cMaxFileSize) + " bytes: split it");
     }
@@ -122,7 +122,9 @@ void CsvReader::take_piece(std::size_t end, std::string& text) {
     const std::string_view piece = std::string_view(m_text).substr(m_next, end - m_next);
     const std::size_t nul = piece.find('\0');
     const Windows1252Text converted =
-        isAscii(piece) ? Windows1252Text{std::string(piece)} : fromUtf8(piece);
+        isAscii(piece)             ? Windows1252Text{std::string(piece)}
+        : m_cellText == Text::Utf8 ? Windows1252Text{std::string(piece), findMalformedUtf8(piece)}
+                                   : fromUtf8(piece);
     if (const std::size_t fault = std::min(nul, converted.fault); fault != std::string::npos) {
         advance(m_next + fault);
         if (fault == nul) fail("a NUL byte: save the file as UTF-8, without any");

@@ -17,7 +17,7 @@ namespace tessalink {
 
 /// A cell of a CSV file.
 struct CsvCell {
-    CString text;              ///< in Windows-1252, without the quotes around it, blanks included
+    CString text;              ///< without the quotes around it, blanks included
     std::uint64_t line = 0;    ///< where it starts, at its quote when it is quoted; from 1
     std::uint64_t column = 0;  ///< in bytes of the file, from 1
 };
@@ -32,17 +32,20 @@ struct CsvCell {
 ///
 /// Every fault is an InputError with its place that says what to do: a file of more than
 /// cMaxFileSize bytes or cMaxColumns columns, no header, malformed UTF-8, a character that
-/// Windows-1252 lacks, a NUL, a quote that is not closed or inside a cell without quotes, text
-/// behind a closing quote, a CR without LF, a row with more or fewer cells than the header. After
-/// one the reader is of no more use.
+/// Windows-1252 lacks (where cells are to be in it), a NUL, a quote that is not closed or inside a
+/// cell without quotes, text behind a closing quote, a CR without LF, a row with more or fewer
+/// cells than the header. After one the reader is of no more use.
 class TESSALINK_API CsvReader {
 public:
     static constexpr std::size_t cMaxFileSize = std::size_t{16} << 20;
     static constexpr std::size_t cMaxColumns = 1000;
 
+    /// What the texts of cells are in.
+    enum class Text { Windows1252, Utf8 };
+
     /// Reads the whole file, from its position on, and parses the header. The file is not needed
     /// any more afterwards. CFileException passes through.
-    explicit CsvReader(CFile& file);
+    explicit CsvReader(CFile& file, Text text = Text::Windows1252);
 
     /// The cells of the header: one at least.
     const std::vector<CsvCell>& GetHeader() const { return m_header; }
@@ -71,6 +74,7 @@ private:
 
     CString m_file;
     std::string m_text;
+    Text m_cellText;
     std::size_t m_next = 0;  ///< what is looked at
     std::size_t m_lineStart = 0;
     std::uint64_t m_line = 1;

@@ -29,7 +29,7 @@ struct RespondentRow {
 
 /// A piece of a source: whole rows, not parsed yet.
 struct ResponseBlock {
-    std::string bytes;
+    std::string bytes;            ///< each row with its line end
     std::uint64_t firstRow = 1;   ///< the number of its first respondent
     std::uint64_t firstLine = 1;  ///< its line
     /// Set for rows that end too early, for instance in a quoted cell that is never closed.

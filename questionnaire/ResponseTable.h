@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
@@ -30,6 +31,7 @@ struct ResponseTableOptions {
     DateOrder dateOrder = DateOrder::Iso;
     /// Names of columns, and the items or fields that they hold, where these differ.
     std::map<std::string, std::string> columnNames;
+    std::size_t blockSize = std::size_t{256} << 10;  ///< how much is read at a time, in bytes
 };
 
 /// Reads a mapping file: CSV with the columns "column" and "item". InputError and CFileException.
@@ -41,7 +43,8 @@ public:
     /// Reads the header. The file is kept and must be readable in order only; it need not be
     /// seekable. InputError: no header, a named column that is not there or there twice, ids that
     /// are no column, no item's column at all. CFileException passes through.
-    ResponseTable(CFile& file, const Questionnaire& questionnaire, ResponseTableOptions options);
+    ResponseTable(CFile& file, const Questionnaire& questionnaire,
+                  const ResponseTableOptions& options);
     ~ResponseTable() override;
 
     bool ReadBlock(ResponseBlock& block) override;

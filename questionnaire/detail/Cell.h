@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessalink::detail {
+
+/// A cell of a table, as it stands there but for the quotes around it.
+struct Cell {
+    std::string_view text;
+    bool isQuoted = false;
+    bool hasTextBehindQuote = false;
+    std::size_t lineFeeds = 0;  ///< in quotes
+};
+
+/// Takes cells off rows whose quotes are closed and whose last character is a line feed.
+class CellReader {
+public:
+    explicit CellReader(char delimiter) : m_delimiter(delimiter) {}
+
+    /// Makes `cell` the one that starts at `text`, which ends at `end`, and returns where the
+    /// delimiter or line feed behind it stands. The cell lasts until the next one is taken.
+    const char* Take(const char* text, const char* end, Cell& cell);
+
+    bool IsEnd(char ch) const { return ch == m_delimiter || ch == '\n'; }
+    char Delimiter() const { return m_delimiter; }
+
+private:
+    const char* find_end(const char* text, const char* end) const;
+    const char* take_quoted(const char* text, const char* end, Cell& cell);
+
+    char m_delimiter;
+    std::string m_unquoted;  ///< of a cell with quotes in it
+};
+
+}  // namespace tessalink::detail
