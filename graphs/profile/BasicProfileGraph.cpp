@@ -142,7 +142,7 @@ void BasicProfileGraph::Draw(CDC* dc, CRect rect) {
     m_fontHeight = toInt(m_scaleFactor * cFontDesignHeight + cRoundUp);
     if (!std::isfinite(m_scaleFactor) || m_fontHeight <= 0) return;
     CFont font;
-    createProfileFont(font, m_fontHeight);
+    createProfileFont(font, m_fontHeight, m_typeface);
     const Selected selected(*dc, &font);
     draw_contents(dc, rect);
 }

@@ -56,6 +56,9 @@ public:
         m_designWidth = width;
         m_designHeight = height;
     }
+    /// The face of all texts; "Times New Roman" unless another is set.
+    void SetTypeface(const CString& face) { m_typeface = face; }
+    const CString& GetTypeface() const { return m_typeface; }
     void SetMissingValue(double value) { m_missingValue = value; }
     double GetMissingValue() const { return m_missingValue; }
 
@@ -182,6 +185,7 @@ protected:
     std::array<int, 8> m_symbolUse{};
     int m_scaleCount = 0;
     ScoreAxis m_scores;
+    CString m_typeface = "Times New Roman";
     int m_fontHeight = 0;
     int m_charWidth = 0;
     int m_charHeight = 0;

@@ -137,7 +137,8 @@ bool CircleChart::has_title() const {
 }
 
 FittedLabel CircleChart::title_line(CDC& dc, int line) const {
-    return {dc, load_text(TitleText + line), font_height(title_size(line)), cTimes, sheet_width()};
+    return {dc, load_text(TitleText + line), font_height(title_size(line)), m_typeface,
+            sheet_width()};
 }
 
 int CircleChart::title_size(int line) const {
@@ -334,7 +335,7 @@ void CircleChart::draw_label(CDC* dc, int value, int x, int y, int& color) {
 }
 
 void CircleChart::draw_labels(CDC* dc) {
-    const LabelFonts fonts(*dc, font_height(m_settings.labelSize), cTimes);
+    const LabelFonts fonts(*dc, font_height(m_settings.labelSize), m_typeface);
     const RestoredState state(*dc);
     dc->SetBkMode(OPAQUE);
     dc->SetBkColor(cWhite);
@@ -365,7 +366,7 @@ CSize CircleChart::rim_gap(CDC& dc) const {
     const double free = cTextGap + m_design.maxSymbolSize * cSymbolReach;
     CSize gap(log_in_to_dev_h(free), log_in_to_dev_v(free));
     if (m_settings.labelStep <= 0) return gap;
-    LabelFonts fonts(dc, font_height(m_settings.labelSize), cTimes);
+    LabelFonts fonts(dc, font_height(m_settings.labelSize), m_typeface);
     const auto width = [&](int value) {
         CString text;
         text.Format("%d", value);
@@ -412,7 +413,8 @@ void CircleChart::draw_rim_text(CDC* dc, const CString& text, double angle, int 
     // there.
     const double c = std::abs(cosine);
     const double room = sheet_width() / 2.0 - rx * c - height * c * std::abs(sine);
-    const FittedLabel label(*dc, text, height, cTimes, std::max(1, toInt(2 * room / (1 + c * c))));
+    const FittedLabel label(*dc, text, height, m_typeface,
+                            std::max(1, toInt(2 * room / (1 + c * c))));
     const double outward = outsideOf(rx, ry, label.Size(), cosine, sine);
     CRect place = boxAround(center().x + rx * outward * cosine, center().y - ry * outward * sine,
                             label.Size());
@@ -447,7 +449,8 @@ void CircleChart::draw_corner(CDC& dc, const Corner& corner) {
     for (int i = 0; i < static_cast<int>(m_settings.quadrantTextSizes.size()); ++i) {
         if (!has_text(corner.text + i)) continue;
         const int height = font_height(m_settings.quadrantTextSizes[static_cast<std::size_t>(i)]);
-        lines.emplace_back(dc, load_text(corner.text + i), height, i == 0 ? cArial : cTimes, room);
+        lines.emplace_back(dc, load_text(corner.text + i), height, i == 0 ? cArial : m_typeface,
+                           room);
         size.cx = std::max(size.cx, lines.back().Width());
         size.cy += lines.back().Height();
     }

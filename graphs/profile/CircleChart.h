@@ -42,6 +42,10 @@ public:
     CircleChart(const CircleChart&) = delete;
     CircleChart& operator=(const CircleChart&) = delete;
 
+    /// The face of all texts but the first line of those in the corners, which is Arial;
+    /// "Times New Roman" unless another is set.
+    void SetTypeface(const CString& face) { m_typeface = face; }
+    const CString& GetTypeface() const { return m_typeface; }
     void ShowGrid(int show) { m_gridShown = show; }
     /// Adds a circle, white or in a color. Circles are drawn in this order: the largest comes
     /// first.
@@ -193,6 +197,7 @@ private:
 
     Settings m_settings;
     Design m_design;
+    CString m_typeface = "Times New Roman";
     int m_gridShown = 1;
     std::vector<circle_info> m_circles;
 

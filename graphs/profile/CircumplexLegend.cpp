@@ -73,7 +73,7 @@ CircumplexGraph::Legend CircumplexGraph::legend_of(CDC& dc) const {
     Legend legend;
     if (m_legendPlacement != LegendRight && m_legendPlacement != LegendBelow) return legend;
     const bool isBelow = m_legendPlacement == LegendBelow;
-    LabelFonts fonts(dc, font_height(m_legendTextSize), cTimes);
+    LabelFonts fonts(dc, font_height(m_legendTextSize), GetTypeface());
     const int width = isBelow ? sheet_width() : log_in_to_dev_h(m_legendWidth);
     const int gap = log_in_to_dev_h(cLegendGap);
     legend.lineHeight = fonts.Height();
@@ -122,7 +122,7 @@ void CircumplexGraph::draw_legend(CDC* dc) {
     if (legend.entries.empty()) return;
     const bool isBelow = m_legendPlacement == LegendBelow;
     const SymbolSizes sizes = symbol_sizes(cSymbolPart * m_legendTextSize / cPointsPerInch);
-    LabelFonts fonts(*dc, legend.lineHeight, cTimes);
+    LabelFonts fonts(*dc, legend.lineHeight, GetTypeface());
     const int free = sheet_width() - legend.columns * legend.cellWidth;
     const CRect place = legend_place();
     const int left = place.left + (isBelow ? std::max(0, free / 2) : 0);

@@ -151,7 +151,7 @@ void CircumplexGraph::draw_names(CDC& dc, std::span<const Placed> places) {
         names.Take({placed.place.x - half.cx, placed.place.y - half.cy, placed.place.x + half.cx,
                     placed.place.y + half.cy});
     }
-    LabelFonts fonts(dc, font_height(m_legendTextSize), cTimes);
+    LabelFonts fonts(dc, font_height(m_legendTextSize), GetTypeface());
     const RestoredState state(dc);
     dc.SetBkMode(TRANSPARENT);
     for (std::size_t i = 0; i < places.size(); ++i) {

@@ -29,9 +29,9 @@ CString bold(const CString& text) {
 }
 
 /// The height of font, not above `height`, in which the text is no wider than allowed.
-int fittedHeight(CDC& dc, const CString& text, int height, int maxWidth) {
+int fittedHeight(CDC& dc, const CString& text, int height, const char* face, int maxWidth) {
     for (int i = 0; i < cTries && height > 1; ++i) {
-        const int width = LabelFonts(dc, height, tessalink::cTimes).Width(text);
+        const int width = LabelFonts(dc, height, face).Width(text);
         if (width <= maxWidth) break;
         height = std::clamp(toInt(static_cast<double>(height) * maxWidth / width), 1, height - 1);
     }
@@ -151,7 +151,7 @@ void HorProfileGraph::fit_texts(CDC* dc, int maxWidth) {
 }
 
 void HorProfileGraph::measure_texts(CDC* dc) {
-    LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
+    LabelFonts fonts(*dc, m_textHeight, m_typeface);
     m_nameWidth = 0;
     int headers = 0;
     for (const Row& row : m_rows) {
@@ -226,7 +226,7 @@ void HorProfileGraph::draw_rows(CDC* dc) {
     const Selected selected(*dc, &pen);
     dc->SetTextAlign(TA_LEFT | TA_TOP);
     {
-        LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
+        LabelFonts fonts(*dc, m_textHeight, m_typeface);
         for (int i = 0; i < GetRowCount(); ++i) {
             const Row& row = m_rows[static_cast<std::size_t>(i)];
             const int top = row_middle(i) - m_textHeight / 2;
@@ -246,7 +246,7 @@ void HorProfileGraph::draw_rows(CDC* dc) {
 }
 
 void HorProfileGraph::draw_columns(CDC* dc) {
-    LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
+    LabelFonts fonts(*dc, m_textHeight, m_typeface);
     const int headingTop = m_plot.top - tick_length() - m_textHeight;
     int left = m_textLeft + m_nameWidth + m_columnsHeadRoom / 2;
     for (const Column& column : m_columns) {
@@ -270,8 +270,8 @@ void HorProfileGraph::draw_columns(CDC* dc) {
 
 void HorProfileGraph::draw_title(CDC* dc) {
     if (m_xLegend.IsEmpty()) return;
-    const int height = fittedHeight(*dc, m_xLegend, m_charHeight, m_plot.Width());
-    LabelFonts fonts(*dc, height, tessalink::cTimes);
+    const int height = fittedHeight(*dc, m_xLegend, m_charHeight, m_typeface, m_plot.Width());
+    LabelFonts fonts(*dc, height, m_typeface);
     fonts.Print(m_plot.left + (m_plot.Width() - fonts.Width(m_xLegend)) / 2, m_titleTop, m_xLegend);
 }
 
@@ -357,7 +357,7 @@ void HorProfileGraph::draw_point_text(CDC* dc, int x, int y, int size, int scale
     const RestoredState restored(*dc);
     dc->SetBkMode(TRANSPARENT);
     dc->SetTextAlign(TA_LEFT | TA_TOP);
-    LabelFonts fonts(*dc, m_textHeight, tessalink::cTimes);
+    LabelFonts fonts(*dc, m_textHeight, m_typeface);
     const int away = std::abs(size) + m_charWidth / 4;
     const int width = fonts.Width(text);
     const int right = x + away;

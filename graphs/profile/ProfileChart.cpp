@@ -202,8 +202,8 @@ void ProfileChart::draw_y_legend(CDC* dc, int x, bool isLeft) {
     CFont italic;
     CFont bold;
     CFont symbols;
-    createProfileFont(italic, m_fontHeight, FW_NORMAL, true);
-    createProfileFont(bold, m_fontHeight, FW_BOLD);
+    createProfileFont(italic, m_fontHeight, m_typeface, FW_NORMAL, true);
+    createProfileFont(bold, m_fontHeight, m_typeface, FW_BOLD);
     createSymbolFont(symbols, m_fontHeight);
     const int width =
         CalcFormattedWidth(dc, m_yLegend, dc->GetCurrentFont(), &italic, &bold, &symbols);
@@ -267,9 +267,9 @@ void ProfileChart::draw_scale_rows(CDC* dc) {
     CFont italic;
     CFont normal;
     CFont bold;
-    createProfileFont(italic, m_fontHeight, FW_NORMAL, true);
-    createProfileFont(normal, m_fontHeight);
-    createProfileFont(bold, m_fontHeight, FW_BOLD);
+    createProfileFont(italic, m_fontHeight, m_typeface, FW_NORMAL, true);
+    createProfileFont(normal, m_fontHeight, m_typeface);
+    createProfileFont(bold, m_fontHeight, m_typeface, FW_BOLD);
     draw_first_row(dc, &normal, &italic, &bold);
     const int gap = (m_charHeight + 3) >> 2;
     int y = dev_y(m_scores.min) + m_charHeight + 2 * gap + ((m_charWidth + 1) >> 1);

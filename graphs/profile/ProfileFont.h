@@ -9,10 +9,10 @@ namespace tessalink {
 inline constexpr double cRoundUp = 0.999;
 
 /// Creates the font of profile graphs, whose characters are `height` high.
-inline void createProfileFont(CFont& font, int height, LONG weight = FW_NORMAL,
+inline void createProfileFont(CFont& font, int height, const CString& face, LONG weight = FW_NORMAL,
                               bool isItalic = false) {
     font.CreateFont(-height, 0, 0, 0, weight, isItalic ? 1 : 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
-                    CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cTrueTypeVariable, "Times New Roman");
+                    CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cTrueTypeVariable, face);
 }
 
 /// The font of signs beside it.

@@ -453,7 +453,7 @@ private:
     }
 
     static std::unique_ptr<BarGraphic> make_range(const RangeSpec& spec) {
-        auto range = std::make_unique<BarRangeGraphic>(spec.from, spec.to, spec.color,
+        auto range = std::make_unique<BarRangeGraphic>(*spec.from, *spec.to, spec.color,
                                                        spec.borderColor, spec.lineWidth);
         range->SetHeightFraction(spec.height);
         return range;
@@ -461,7 +461,7 @@ private:
 
     static std::unique_ptr<BarGraphic> make_point(const PointSpec& spec, int barHeight) {
         const int usual = std::max(1, toInt(cPointOfBar * barHeight));
-        return std::make_unique<BarPointGraphic>(spec.at, spec.size.value_or(usual), spec.color,
+        return std::make_unique<BarPointGraphic>(*spec.at, spec.size.value_or(usual), spec.color,
                                                  spec.symbol, spec.lineWidth);
     }
 

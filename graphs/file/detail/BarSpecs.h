@@ -120,7 +120,7 @@ struct PointSpec : GraphObject {
         : GraphObject(in, value, {"at", "a score"}) {}
 
     CString name = Text("name").value_or(CString());
-    double at = Number(required("at"), cScores).value_or(0);
+    std::optional<double> at = Score(required("at"), cScores);
     BarPointGraphic::Symbol symbol =
         Words<BarPointGraphic::Symbol>("symbol", cPointSymbols).value_or(BarPointGraphic::Diamond);
     std::optional<int> size = Whole("size", cSize);
@@ -130,12 +130,12 @@ struct PointSpec : GraphObject {
 
 struct RangeSpec : GraphObject {
     RangeSpec(const GraphReader& in, const JsonValue& value) : GraphObject(in, value) {
-        CheckOrder("from", "to", true);
+        if (from && to) CheckOrder("from", "to", true);
     }
 
     CString name = Text("name").value_or(CString());
-    double from = Number(required("from"), cScores).value_or(0);
-    double to = Number(required("to"), cScores).value_or(0);
+    std::optional<double> from = Score(required("from"), cScores);
+    std::optional<double> to = Score(required("to"), cScores);
     COLORREF color = Color("color").value_or(cUsualRangeColor);
     COLORREF borderColor = Color("borderColor").value_or(color);
     int lineWidth = Whole("lineWidth", cBorderWidth).value_or(0);
@@ -162,6 +162,9 @@ struct ScaleSpec : RowSpec {
         : RowSpec(in, value, whole) {
         CheckOrder("min", "max", false);
         CheckOrder("plotMin", "plotMax", false);
+        // Marks without a score are not drawn.
+        std::erase_if(points, [](const PointSpec& point) { return !point.at; });
+        std::erase_if(ranges, [](const RangeSpec& range) { return !range.from || !range.to; });
         if (!isNormal) return;
         CheckRank("min", min);
         CheckRank("max", max);

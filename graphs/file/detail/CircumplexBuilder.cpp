@@ -96,7 +96,9 @@ struct MarkSpec : GraphObject {
     MarkSpec(const GraphReader& in, const JsonValue& value)
         : GraphObject(in, value), isPolar(Has("angle")) {
         const auto score = [this](std::string_view key, const JsonBounds& bounds) {
-            return Number(required(key), bounds).value_or(0);
+            const auto number = Score(required(key), bounds);
+            isMissing = isMissing || (In().HasVariables() && !number);
+            return number.value_or(0);
         };
         if (isPolar) {
             polar = {score("angle", cAngle), score("length", cScores)};
@@ -107,6 +109,7 @@ struct MarkSpec : GraphObject {
     }
 
     bool isPolar;
+    bool isMissing = false;  ///< a variable without value
     Polar polar;
     double x = 0;
     double y = 0;
@@ -129,8 +132,9 @@ struct OutlineSpec : GraphObject {
     /// NaN where there is none.
     std::vector<double> lengths =
         List(required("lengths"), cMaxProfilePoints, [this](const JsonValue& value) {
-            return value.Is(JsonValue::Kind::Null) ? std::numeric_limits<double>::quiet_NaN()
-                                                   : In().Number(value, cScores).value_or(0);
+            return value.Is(JsonValue::Kind::Null) || In().IsMissing(value)
+                       ? std::numeric_limits<double>::quiet_NaN()
+                       : In().Number(value, cScores).value_or(0);
         });
 };
 
@@ -139,6 +143,7 @@ struct CircleSpec : SheetSpec {
     using SheetSpec::SheetSpec;
 
     std::optional<int> range = Whole("range", cRange);
+    CString face = Text("font").value_or(cUsualFace);
     double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
     int labelStep = Whole("labelStep", cSteps).value_or(0);
     int gridDots = Whole("gridDots", cSteps).value_or(labelStep);
@@ -173,6 +178,7 @@ public:
 
     std::unique_ptr<DescribedGraph> Make(const CircumplexSpec* own) {
         m_graph = make_graph();
+        m_graph->SetTypeface(m_spec.face);
         if (own != nullptr) m_graph->SetLegendPlacement(own->legend);
         add_texts();
         for (const RingSpec& ring : m_spec.rings) m_graph->AddCircle(ring.radius, ring.color);
@@ -255,6 +261,7 @@ private:
 
     void add_point(const MarkSpec& mark) {
         const COLORREF color = next_color(mark.color);
+        if (mark.isMissing) return;
         m_profileNames.emplace_back();
         if (mark.isPolar) {
             m_graph->AddPoint(mark.polar, m_id++, mark.name, color, mark.symbol, mark.show);

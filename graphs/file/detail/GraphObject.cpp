@@ -8,6 +8,12 @@ constexpr JsonBounds cLineHeight = {1, 1000};
 
 }  // namespace
 
+std::optional<double> GraphObject::Score(const JsonKey& key, const JsonBounds& bounds) {
+    const JsonValue* const value = Value(key);
+    if (value == nullptr || m_in->IsMissing(*value)) return std::nullopt;
+    return m_in->Number(*value, bounds);
+}
+
 std::optional<CString> GraphObject::Label(const JsonKey& key) {
     const JsonValue* const value = Value(key);
     return value != nullptr ? m_in->Label(*value) : std::nullopt;

@@ -29,6 +29,8 @@ public:
 protected:
     const GraphReader& In() const { return *m_in; }
 
+    /// A score, or nothing where its variable has no value.
+    std::optional<double> Score(const JsonKey& key, const JsonBounds& bounds);
     /// A text that is printed, and a list of them.
     std::optional<CString> Label(const JsonKey& key);
     std::vector<CString> Labels(const JsonKey& key, std::size_t limit);

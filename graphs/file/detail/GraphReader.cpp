@@ -130,6 +130,14 @@ std::optional<double> GraphReader::number_of(const JsonValue& value) const {
     return variable.GetAsDouble();
 }
 
+bool GraphReader::IsMissing(const JsonValue& value) const {
+    if (!value.Is(JsonValue::Kind::Text) || !HasVariables()) return false;
+    const std::string_view name = soleReference(value.text);
+    if (name.empty()) return false;
+    const VariantVar& variable = Variable(value, name);
+    return variable.IsString() && variable.GetAsStr().IsEmpty();
+}
+
 CString GraphReader::Literal(const JsonValue& value) const {
     Expect(value, JsonValue::Kind::Text);
     return Source().TextOf(value);

@@ -27,6 +27,8 @@ public:
     /// The palette's colors, over and over.
     COLORREF PaletteColor(std::size_t index) const { return m_palette[index % m_palette.size()]; }
 
+    /// Whether the value is a variable that has none, an empty text, as of a scale without score.
+    bool IsMissing(const JsonValue& value) const;
     /// A text with the texts of its variables.
     std::optional<CString> Text(const JsonValue& value) const override;
     /// The same for a text that is printed: backslashes of variables switch no fonts.

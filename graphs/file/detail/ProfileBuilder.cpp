@@ -149,6 +149,7 @@ struct ChartSpec : SheetSpec {
     }
 
     std::vector<ScaleSpec> scales;
+    CString face = Text("font").value_or(cUsualFace);
     double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
     bool hasTextSize = Has("textSize");
     std::optional<int> min = Whole("min", cScores);
@@ -236,8 +237,9 @@ public:
 
     std::unique_ptr<DescribedGraph> Make() {
         std::optional<ScaleRows> rows;
-        if constexpr (cIsUpright) fit_rows(rows.emplace(scale_texts()));
+        if constexpr (cIsUpright) fit_rows(rows.emplace(scale_texts(), m_spec.face));
         m_graph = make_graph();
+        m_graph->SetTypeface(m_spec.face);
         if constexpr (cIsUpright) {
             add_rows(*rows);
             add_breaks();
@@ -433,7 +435,8 @@ private:
         }
     }
 
-    /// One score for each scale; where one may be missing, null is none.
+    /// One score for each scale; where one may be missing, null and a variable without value are
+    /// none.
     std::unique_ptr<double[]> scores(const JsonValue& list, bool mayMiss) const {
         const auto& members = m_in.Members(list, JsonValue::Kind::List, cMaxScales);
         if (members.size() != m_scaleCount) {
@@ -444,7 +447,8 @@ private:
         auto values = std::make_unique<double[]>(m_scaleCount);
         std::transform(members.begin(), members.end(), values.get(), [&](const auto& member) {
             constexpr double missing = BasicProfileGraph::cDefaultMissingValue;
-            if (mayMiss && member.value.Is(JsonValue::Kind::Null)) return missing;
+            if (mayMiss && (member.value.Is(JsonValue::Kind::Null) || m_in.IsMissing(member.value)))
+                return missing;
             return m_in.Number(member.value, cScores).value_or(missing);
         });
         return values;

@@ -9,9 +9,8 @@ namespace tessalink::detail {
 
 namespace {
 
-/// The font of profile graphs; a negative size is that of the letters, without the space above.
+/// A size of letters: negative, without the space above.
 constexpr int cEm = 1000;
-const TextLook cLook = {"Times New Roman", -cEm, cBlack};
 constexpr int cAxisLetters = 5;  // how wide a score axis is
 constexpr int cSpace = cEm / 4;  // between texts
 constexpr std::size_t cMaxRows = ProfileChart::cMaxLegendRows;
@@ -28,6 +27,11 @@ std::vector<CString> linesOf(const CString& text) {
 
 }  // namespace
 
+ScaleRows::ScaleRows(std::vector<Row> rows, const CString& face)
+    : m_given(std::move(rows)), m_look{face, -cEm, cBlack} {
+    Break(0);
+}
+
 /// Breaks texts at line feeds, and those that are wider than a room that isn't 0.
 void ScaleRows::Break(int room) {
     m_rows.clear();
@@ -38,8 +42,8 @@ void ScaleRows::Break(int room) {
         m_rows.emplace_back(texts.size());
         for (std::size_t i = 0; i < texts.size(); ++i) {
             const bool isHeading = i == 0;
-            const auto lines =
-                linesOf(room > 0 && !isHeading ? m_ruler.Wrapped(texts[i], cLook, room) : texts[i]);
+            const auto lines = linesOf(
+                room > 0 && !isHeading ? m_ruler.Wrapped(texts[i], m_look, room) : texts[i]);
             for (std::size_t line = 0; line < lines.size(); ++line) {
                 if (first + line >= m_rows.size()) m_rows.emplace_back(texts.size());
                 m_rows[first + line][i] = lines[line];
@@ -50,7 +54,7 @@ void ScaleRows::Break(int room) {
 }
 
 bool ScaleRows::Fit(double width, bool hasLeftAxis, bool hasRightAxis) {
-    const int axis = cAxisLetters * m_ruler.Gap(cLook);
+    const int axis = cAxisLetters * m_ruler.Gap(m_look);
     const double left = hasLeftAxis ? axis : 0;
     const double right = hasRightAxis ? axis : 0;
     const double cell = (width - left - right) / static_cast<double>(m_isBroken.size());
@@ -76,7 +80,7 @@ bool ScaleRows::HasRoom(double cell, double left, double right) {
     for (const Row& row : m_rows) {
         std::vector<double> halves;
         for (std::size_t i = 1; i < row.size(); ++i) {
-            halves.push_back(m_ruler.Width(row[i], cLook) / 2.0);
+            halves.push_back(m_ruler.Width(row[i], m_look) / 2.0);
         }
         const auto count = static_cast<double>(halves.size());
         for (std::size_t i = 0; i < halves.size(); ++i) {

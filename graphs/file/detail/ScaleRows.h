@@ -12,8 +12,8 @@ class ScaleRows {
 public:
     using Row = std::vector<CString>;
 
-    /// Rows of texts that may have line feeds.
-    explicit ScaleRows(std::vector<Row> rows) : m_given(std::move(rows)) { Break(0); }
+    /// Rows of texts that may have line feeds, in this face.
+    ScaleRows(std::vector<Row> rows, const CString& face);
 
     /// Whether the texts find room beside one another on a sheet so wide, in thousandths of the
     /// font's height. Where they don't in their own lines, they are broken at blanks, into more
@@ -31,6 +31,7 @@ private:
     bool HasRoom(double cell, double left, double right);
 
     std::vector<Row> m_given;
+    TextLook m_look;
     std::vector<Row> m_rows;
     std::vector<bool> m_isBroken;
     TextRuler m_ruler;

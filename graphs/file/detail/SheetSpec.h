@@ -32,6 +32,9 @@ struct SheetSpec : GraphObject {
     std::optional<CString> description;
 };
 
+/// The face of profiles and circles.
+inline constexpr char cUsualFace[] = "Times New Roman";
+
 /// Any graph with a method Draw(CDC*, CRect). Frames have the context's pen: one unit of a fine
 /// device would not be seen.
 template <class Graph>

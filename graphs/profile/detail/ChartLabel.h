@@ -9,7 +9,6 @@
 
 namespace tessalink {
 
-inline constexpr char cTimes[] = "Times New Roman";
 inline constexpr char cArial[] = "Arial";
 
 /// The lines of a label, and the width of the widest.

@@ -251,7 +251,7 @@ void ProfileGraphCtl4::draw_title(CDC* dc) {
     if (m_title.IsEmpty()) return;
     const RestoredState restored(*dc);
     CFont bold;
-    createProfileFont(bold, m_fontHeight, FW_BOLD);
+    createProfileFont(bold, m_fontHeight, m_typeface, FW_BOLD);
     const Selected font(*dc, &bold);
     dc->SetTextAlign(TA_CENTER | TA_TOP);
     KOVGraphUtilities::PrintMultipleLines(dc, (m_titleRect.left + m_titleRect.right) / 2,
@@ -298,10 +298,10 @@ void ProfileGraphCtl4::draw_y_axis_labels(CDC* dc, int x, bool isLeft) {
 
 // The fonts of the scale texts and of what their switches select.
 struct ProfileGraphCtl4::ScaleFonts {
-    explicit ScaleFonts(int height) {
-        createProfileFont(normal, height);
-        createProfileFont(italic, height, FW_NORMAL, true);
-        createProfileFont(bold, height, FW_BOLD);
+    ScaleFonts(int height, const CString& face) {
+        createProfileFont(normal, height, face);
+        createProfileFont(italic, height, face, FW_NORMAL, true);
+        createProfileFont(bold, height, face, FW_BOLD);
         createSymbolFont(symbol, height);
     }
     int Width(CDC* dc, const CString& text) {
@@ -357,7 +357,7 @@ void ProfileGraphCtl4::draw_x_axis(CDC* dc) {
         dc->MoveTo(dev_x(m_xMin), y);
         dc->LineTo(dev_x(m_xMax), y);
     }
-    ScaleFonts fonts(m_fontHeight);
+    ScaleFonts fonts(m_fontHeight, m_typeface);
     const int tick = (m_charWidth + 1) >> 1;
     const int top = bottom + tick + ((m_charHeight + 3) >> 2);
     if (const CStringArray* row = m_legendRows[0].get()) {

@@ -59,6 +59,7 @@ struct Variables : VarTable {
         AddVar("Score", 7);
         AddVar("Mean", 3.25);
         AddVar("Color", "navy");
+        AddVar("None", "");
         AddVar("NaN", std::numeric_limits<double>::quiet_NaN());
     }
 };
@@ -530,6 +531,7 @@ constexpr double cNoScore = ProfileGraph3::cDefaultMissingValue;
 TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
     // 6 by 4 inches with texts of 9 points.
     ProfileGraph3 upright(-7, 42, 5, 2, 0, 1, 336, 224);
+    upright.SetTypeface("Arial");
     upright.SetXLegend(newTexts({"H", "A", "\\bB", "7"}));
     upright.SetYRange(-7, 42, 5, 2, -10, -8);
     upright.ScaleHorzLines(true);
@@ -553,6 +555,7 @@ TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
     upright.SetLegendPosition(60, 10);
     EXPECT_TRUE(metafileOf(graphOf(R"(
         "type": "profile", "palette": "safe", "min": -7, "max": 42, "minorTick": 2,
+        "font": "Arial",
         "leftAxis": false, "rightAxis": true, "rows": ["H"], "scales": ["A", "\\bB", "@Score"],
         "labelsFrom": -5, "labelsTo": 40, "axisTitle": "T", "bands": [
             {"from": 10.5, "to": 20, "color": "@Color", "name": "norm"},
@@ -565,6 +568,7 @@ TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
                 metafileOfGraph(upright));
 
     HorProfileGraph horizontal(20, 80, 10, 0, 336, 224);
+    horizontal.SetTypeface("Arial");
     horizontal.SetXLegend("T");
     horizontal.AddHeaderRow("G");
     horizontal.AddRow("A");
@@ -578,6 +582,7 @@ TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
     horizontal.ShowLegend(HorProfileGraph::LegendType::Below);
     EXPECT_TRUE(metafileOf(graphOf(R"(
         "type": "horizontal-profile", "min": 20, "max": 80, "axisTitle": "T", "columns": ["Raw"],
+        "font": "Arial",
         "columnsHeading": "S", "scales": [{"group": "G"}, {"text": "A", "texts": ["@Score", "1"]},
         "B"], "bands": [{"from": 40, "to": 60}], "lines": [65],
         "profiles": [{"name": "P", "values": [30, 70]}])")) == metafileOfGraph(horizontal));
@@ -585,6 +590,7 @@ TEST(GraphFile, DrawsWhatTheSameProfilesInCodeDraw) {
 
 TEST(GraphFile, DrawsWhatTheSameCircleInCodeDraws) {
     CircumplexGraph graph(-8, 8, -8, 8, 4, 1, 14, 10, 9, 9, 8, 8, 7, 8);
+    graph.SetTypeface("Arial");
     graph.SetTitle("C", "7", "").SetNAxisText("N").SetSAxisText("S").SetEAxisText("E");
     graph.SetWAxisText("W").SetNWText("1", "2", "3").SetNEText("4", "", "").SetSWText("5", "", "");
     graph.SetSEText("6", "", "").SetLegendPlacement(CircumplexGraph::LegendRight);
@@ -606,7 +612,8 @@ TEST(GraphFile, DrawsWhatTheSameCircleInCodeDraws) {
     }
     graph.AddConnection(std::vector<int>{4, 2, 3}, RGB(0, 128, 0), PS_DOT, false);
     EXPECT_TRUE(metafileOf(graphOf(R"(
-        "type": "circumplex", "palette": "safe", "range": 8, "labelStep": 4, "gridDots": 1,
+        "type": "circumplex", "font": "Arial",
+        "palette": "safe", "range": 8, "labelStep": 4, "gridDots": 1,
         "width": 13, "height": 10, "titles": ["C", "@Score"], "north": "N", "south": "S",
         "east": "E", "west": "W", "northWest": ["1", "2", "3"], "northEast": ["4"],
         "southWest": ["5"], "southEast": ["6"], "legend": "right",
@@ -617,6 +624,31 @@ TEST(GraphFile, DrawsWhatTheSameCircleInCodeDraws) {
             "show": "both"}, {"angle": 200, "length": "@Score"}],
         "profiles": [{"name": "P", "color": "green", "symbol": "circle", "line": "dot", "start": 30,
             "lengths": [1, 2, null, 3]}])")) == metafileOfGraph(graph));
+}
+
+TEST(GraphFile, LeavesOutWhatHasNoValue) {
+    const auto typed = [](const char* type, const char* members) {
+        return graphOf(std::string(R"("type": ")") + type + "\", " + members);
+    };
+    const std::pair<std::string, std::string> cases[] = {
+        {scaleOf(R"("points": ["@None", 3, {"at": "@{None}", "name": "N"}, "@Score"],
+                    "ranges": [{"from": "@None", "to": 1}, {"from": 2, "to": 4, "name": "R"},
+                               {"from": 2, "to": "@None"}])"),
+         scaleOf(R"("points": [3, 7], "ranges": [{"from": 2, "to": 4, "name": "R"}])")},
+        {typed("profile", R"("scales": ["A", "B"], "profiles": [{"values": ["@None", 2]}])"),
+         typed("profile", R"("scales": ["A", "B"], "profiles": [{"values": [null, 2]}])")},
+        {typed("circumplex", R"("points": [{"x": 1, "y": "@None"}, {"angle": "@None", "length": 1}],
+                                "profiles": [{"lengths": [1, "@None", 2], "color": "red"}])"),
+         typed("circumplex", R"("profiles": [{"lengths": [1, null, 2], "color": "red",
+                                              "symbol": "auto"}])")},
+    };
+    for (const auto& [text, same] : cases) {
+        EXPECT_TRUE(metafileOf(text) == metafileOf(same)) << text;
+        const auto sentences = [](const std::string& description) {
+            return fileOf(description).Make("G", Variables())->GetSheet().description;
+        };
+        EXPECT_EQ(sentences(text), sentences(same));
+    }
 }
 
 TEST(GraphFile, FaultsOfFurtherTypes) {
