@@ -412,7 +412,8 @@ def timed(bench, lines, fewest_rounds, further=None):
             continue
         words = [filled.get(word, word) for word in line.arguments]
         series = self_timed({"it": [bench.tools[line.program], *words]}, 1)["it"]
-        product = series["tessalink"]
+        # A line of the product alone names its sizes, of which the first is what others are told by.
+        product = series.get("tessalink", next(iter(series.values())))
         for name, time in further(line).items() if further else ():
             series[name] = Series([time] * len(product.times))
         rows += [(name, line.of, microseconds(one.time), f"{product.over(one):.3f}")
