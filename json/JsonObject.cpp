@@ -33,11 +33,16 @@ void JsonObject::CheckKeys() {
     if (m_shorthand.empty()) {
         for (const JsonMember& member : m_value->members) {
             if (std::find(m_known.begin(), m_known.end(), member.key) != m_known.end()) continue;
-            m_in->Source().FailAtKey(member, "unknown key" + nameHint(member.key, m_known));
+            m_in->Attempt([&] {
+                m_in->Source().FailAtKey(member, "unknown key" + nameHint(member.key, m_known));
+            });
         }
     }
-    if (!m_missing.empty()) m_in->Fail(*m_value, quoted(m_missing) + " is missing");
+    for (const std::string_view key : m_missing) {
+        m_in->Attempt([&] { m_in->Fail(*m_value, quoted(key) + " is missing"); });
+    }
     m_known = {};
+    m_missing = {};
 }
 
 const JsonValue* JsonObject::Value(const JsonKey& key) {
@@ -45,34 +50,33 @@ const JsonValue* JsonObject::Value(const JsonKey& key) {
     if (m_known.empty()) m_known.reserve(usual);
     m_known.push_back(key.name);
     const JsonValue* const value = Find(key.name);
-    if (value == nullptr && key.isRequired && m_missing.empty()) m_missing = key.name;
+    if (value == nullptr && key.isRequired) m_missing.push_back(key.name);
     return value;
 }
 
 std::optional<double> JsonObject::Number(const JsonKey& key, const JsonBounds& bounds) {
-    const JsonValue* const value = Value(key);
-    return value != nullptr ? m_in->Number(*value, bounds) : std::nullopt;
+    return Value(key, [&](const JsonValue& value) { return m_in->Number(value, bounds); });
 }
 
 std::optional<int> JsonObject::Whole(const JsonKey& key, const JsonBounds& bounds) {
-    const JsonValue* const value = Value(key);
-    return value != nullptr ? m_in->Whole(*value, bounds) : std::nullopt;
+    return Value(key, [&](const JsonValue& value) { return m_in->Whole(value, bounds); });
 }
 
 std::optional<bool> JsonObject::Flag(const JsonKey& key) {
-    const JsonValue* const value = Value(key);
-    return value != nullptr ? std::optional(m_in->Flag(*value)) : std::nullopt;
+    return Value(key, [&](const JsonValue& value) { return std::optional(m_in->Flag(value)); });
 }
 
 std::optional<CString> JsonObject::Text(const JsonKey& key) {
-    const JsonValue* const value = Value(key);
-    return value != nullptr ? m_in->Text(*value) : std::nullopt;
+    return Value(key, [&](const JsonValue& value) { return m_in->Text(value); });
+}
+
+std::string JsonObject::Utf8(const JsonKey& key) {
+    return Value(key, [&](const JsonValue& value) { return m_in->Utf8(value); });
 }
 
 std::optional<std::uint16_t> JsonObject::ReadWords(const JsonKey& key,
                                                    std::span<const JsonWord> words) {
-    const JsonValue* const value = Value(key);
-    return value != nullptr ? m_in->Words(*value, words) : std::nullopt;
+    return Value(key, [&](const JsonValue& value) { return m_in->Words(value, words); });
 }
 
 void JsonObject::CheckOrder(std::string_view lowKey, std::string_view highKey,

@@ -41,7 +41,8 @@ struct JsonShorthand {
 ///     const auto point = readObject<Point>(reader, value);
 ///
 /// The keys that are asked for are those that the object may have: others are faults, and so is a
-/// required one that is missing. A structure that derives from another has its keys, too. Reader
+/// required one that is missing. With a reader that collects faults, a value with a fault is as one
+/// that is not there. A structure that derives from another has its keys, too. Reader
 /// and value must outlive the object.
 class TESSALINK_API JsonObject {
 public:
@@ -67,6 +68,8 @@ protected:
     std::optional<int> Whole(const JsonKey& key, const JsonBounds& bounds);
     std::optional<bool> Flag(const JsonKey& key);
     std::optional<CString> Text(const JsonKey& key);
+    /// A text in UTF-8; empty when it isn't there.
+    std::string Utf8(const JsonKey& key);
     /// A text of words; see JsonReader::Words.
     template <class T = std::uint16_t>
     std::optional<T> Words(const JsonKey& key, std::span<const JsonWord> words) {
@@ -79,9 +82,13 @@ protected:
         std::vector<decltype(read(std::declval<const JsonValue&>()))> values;
         const JsonValue* const list = Value(key);
         if (list == nullptr) return values;
-        const auto& members = m_in->Members(*list, JsonValue::Kind::List, limit);
-        values.reserve(members.size());
-        for (const JsonMember& member : members) values.push_back(read(member.value));
+        m_in->Attempt([&] {
+            const auto& members = m_in->Members(*list, JsonValue::Kind::List, limit);
+            values.reserve(members.size());
+            for (const JsonMember& member : members) {
+                m_in->Attempt([&] { values.push_back(read(member.value)); });
+            }
+        });
         return values;
     }
 
@@ -90,13 +97,22 @@ protected:
 
 private:
     const JsonValue* Find(std::string_view key) const;
+    /// What `read` makes of a key's value; nothing when the key isn't there.
+    template <class Read>
+    auto Value(const JsonKey& key, Read read) {
+        decltype(read(std::declval<const JsonValue&>())) result{};
+        if (const JsonValue* const value = Value(key)) {
+            m_in->Attempt([&] { result = read(*value); });
+        }
+        return result;
+    }
     std::optional<std::uint16_t> ReadWords(const JsonKey& key, std::span<const JsonWord> words);
 
     const JsonReader* m_in;
     const JsonValue* m_value;
     std::string_view m_shorthand;  ///< the key that a value which isn't an object has
     std::vector<std::string_view> m_known;
-    std::string_view m_missing;
+    std::vector<std::string_view> m_missing;
 };
 
 /// Reads an object as a structure; what comes after the value goes to its constructor.

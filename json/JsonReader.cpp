@@ -46,6 +46,11 @@ const std::vector<JsonMember>& JsonReader::Members(const JsonValue& value, JsonV
     return value.members;
 }
 
+const std::string& JsonReader::Utf8(const JsonValue& value) const {
+    Expect(value, JsonValue::Kind::Text);
+    return value.text;
+}
+
 std::optional<double> JsonReader::number_of(const JsonValue& value) const {
     Expect(value, JsonValue::Kind::Number);
     return value.number;

@@ -32,11 +32,17 @@ struct JsonWord {
 /// Reads single values of a JSON file, which must outlive it. A value that isn't what it should be
 /// is a fault: an InputError with its place and path.
 ///
+/// A reader that is given a list of faults goes on after one, where Attempt is used: JsonObject does so
+/// for each of its keys, so that one reading tells all that is wrong with a file.
+///
 /// A derived reader may let a text stand for a number, and replace parts of texts. What is still
 /// unknown to it then has no value; this reader's results always have one.
 class TESSALINK_API JsonReader {
 public:
-    explicit JsonReader(const JsonSource& source) : m_source(source) {}
+    /// Faults that don't end the reading are added to `faults`, which must outlive the reader; null:
+    /// the first one ends it.
+    explicit JsonReader(const JsonSource& source, std::vector<InputError>* faults = nullptr)
+        : m_source(source), m_faults(faults) {}
     virtual ~JsonReader();
     JsonReader(const JsonReader&) = delete;
     JsonReader& operator=(const JsonReader&) = delete;
@@ -47,6 +53,23 @@ public:
     }
     /// "must be EXPECTED, not a list".
     [[noreturn]] void FailKind(const JsonValue& value, std::string_view expected) const;
+
+    /// Calls `read`. A fault that it raises is kept when faults are collected, and passes through
+    /// otherwise. Whether there was none.
+    template <class Read>
+    bool Attempt(Read read) const {
+        if (m_faults == nullptr) {
+            read();
+            return true;
+        }
+        try {
+            read();
+            return true;
+        } catch (const InputError& fault) {
+            m_faults->push_back(fault);
+            return false;
+        }
+    }
 
     void Expect(const JsonValue& value, JsonValue::Kind kind) const;
     /// The members of an object or list, of which there may be as many as `limit`.
@@ -59,6 +82,8 @@ public:
     bool Flag(const JsonValue& value) const;
     /// A text in Windows-1252.
     virtual std::optional<CString> Text(const JsonValue& value) const;
+    /// A text in UTF-8 that goes to other programs as it is.
+    const std::string& Utf8(const JsonValue& value) const;
     /// The values of a text's words, which blanks part, put together by "or".
     std::optional<std::uint16_t> Words(const JsonValue& value,
                                        std::span<const JsonWord> words) const;
@@ -69,6 +94,7 @@ protected:
 
 private:
     const JsonSource& m_source;
+    std::vector<InputError>* m_faults;
 };
 
 }  // namespace tessalink

@@ -17,6 +17,7 @@
 #include "report/FileScanner.h"
 #include "report/PlainText.h"
 #include "report/detail/CharClasses.h"
+#include "report/detail/Keywords.h"
 
 namespace tessalink {
 
@@ -249,6 +250,10 @@ bool isVariableName(std::string_view name) {
     return !name.empty() && name.size() <= FileScanner::cMaxCommandWord &&
            detail::isWordStart(name.front()) &&
            std::all_of(name.begin(), name.end(), detail::isWordChar);
+}
+
+bool isCommandName(std::string_view name) {
+    return detail::findKeyword(name) != detail::cNoKeyword;
 }
 
 void writeVariables(const VarTable& variables, CFile& file) {

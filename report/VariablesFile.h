@@ -61,6 +61,9 @@ TESSALINK_API std::optional<TextPlace> readVariables(
 
 /// Whether a variables file may have a variable of that name.
 TESSALINK_API bool isVariableName(std::string_view name);
+/// Whether "@Name" is a command of the template language in letters of either case, so that a
+/// variable of that name can't be printed.
+TESSALINK_API bool isCommandName(std::string_view name);
 
 /// Writes the table's numbers and texts in its order, in Windows-1252, each text as a `string`,
 /// which keeps its escapes; empty and pointer variables, and a double that is not finite, have no

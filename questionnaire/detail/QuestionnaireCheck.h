@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/InputError.h"
+#include "graphs/file/GraphFile.h"
+#include "json/JsonReader.h"
+#include "questionnaire/Questionnaire.h"
+#include "questionnaire/detail/FileLoader.h"
+#include "questionnaire/detail/ModelReader.h"
+#include "report/ParseException.h"
+#include "scores/NormTable.h"
+
+namespace tessalink::detail {
+
+/// Reads all files of a questionnaire and gathers what is wrong with them.
+class QuestionnaireCheck {
+public:
+    explicit QuestionnaireCheck(FileLoader& files) : m_files(files) {}
+
+    /// Reads questionnaire.json, whose text is given, and all that it names.
+    void Read(const std::string& json);
+
+    const std::vector<InputError>& Faults() const { return m_faults; }
+    QuestionnaireModel TakeModel() { return std::move(m_model); }
+    std::optional<NormTable> TakeNorms() { return std::move(m_norms); }
+    std::optional<GraphFile> TakeGraphs() { return std::move(m_graphs); }
+
+private:
+    class Checker;
+
+    void read_norms(ModelReader& reader, const JsonReader& in);
+    void check_norm_keys(ModelReader& reader, const JsonReader& in);
+    void check_key_values(const Field& field, const NormName& column);
+    void check_norm_scales(ModelReader& reader, const JsonReader& in);
+    void read_graphs(ModelReader& reader, const JsonReader& in);
+    void read_template(const std::string& name, const JsonValue& place, const JsonReader& in);
+    void check_template(const std::string& name, const std::string& text, bool isScrambled);
+    void check_variables();
+
+    FileLoader& m_files;
+    std::vector<InputError> m_faults;
+    QuestionnaireModel m_model;
+    std::optional<NormTable> m_norms;
+    std::optional<GraphFile> m_graphs;
+    std::set<std::string> m_checked;  ///< templates and includes
+    std::set<CString> m_made;         ///< variables that templates define or assign
+    struct VariableRead {
+        CString name;
+        TextPlace place;
+    };
+    std::vector<VariableRead> m_read;  ///< variables that templates read
+};
+
+}  // namespace tessalink::detail
