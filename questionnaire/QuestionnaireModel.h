@@ -54,8 +54,10 @@ struct ScaleItem {
 /// A score of the answers to some items.
 struct Scale {
     enum class Method { Sum, Mean };
-    /// What stands for a missing answer: nothing, the person's mean (of the other answers of the
-    /// scale, weighted as in Method::Mean; it prorates a sum), or the item's midpoint.
+    /// What stands for a missing answer. None: nothing; a sum is that of the answers there are, a
+    /// mean theirs. Mean: |w| m with m = sum of w x over sum of |w| of the answers there are, x
+    /// reflected where the item is; so a sum is prorated by the weights. Midpoint: w (min + max)
+    /// / 2.
     enum class Replacement { None, Mean, Midpoint };
 
     CString id;
