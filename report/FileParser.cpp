@@ -54,10 +54,10 @@ std::unique_ptr<FileParser> FileParser::create_parser(CFile& templateFile, CFile
         new FileParser(templateFile, output, m_variables, m_functions, scrambled));
 }
 
-int FileParser::run_include(CFile& file) {
+int FileParser::run_include(CFile& file, int scrambled) {
     if (!check_depth(cRunNesting)) return 0;
     suspend_template();
-    const auto nested = create_parser(file, m_output, 1);
+    const auto nested = create_parser(file, m_output, scrambled);
     nested->m_include = dynamic_cast<TemplateFile*>(&file);
     try {
         return run_nested(*nested, Source::file, m_statementPos, cRunNesting, nullptr);

@@ -146,6 +146,8 @@ protected:
     virtual int get_assigned_value(const Token& token, const CString& name, int execute);
     /// Calls a host function for an executed @CALL; without a function table, does nothing.
     virtual int call_function(const CString& name);
+    /// Writes what a @COMPUTE gives.
+    virtual int write_number(const Operand& value, int width, int decimals);
     /// Adds a variable for an @DEFINE.
     virtual int define_variable(const CString& name);
     /// Whether an integer division by zero may stand, with the result 0, or a fault.
@@ -154,7 +156,7 @@ protected:
     virtual bool keeps_written_order() const { return false; }
     /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
     virtual CString include_name(const Token& token);
-    /// A parser for an include (`scrambled` is 1), an EVAL (0) or a deferred block (as the template
+    /// A parser for an include (`scrambled` as it was given to run_include), an EVAL (0) or a deferred block (as the template
     /// that it stands in) of this run. A parser for plain includes makes all of them with 0.
     virtual std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                                       int scrambled);
@@ -175,8 +177,9 @@ protected:
     void clear_stacks();
     /// Whether a name is that of a value function.
     static bool is_value_function(std::string_view name) { return find_value_function(name); }
-    /// Runs an opened, scrambled include with the output, variables and functions of this run.
-    int run_include(CFile& file);
+    /// Runs an opened include, stored scrambled unless `scrambled` is 0, with the output, variables
+    /// and functions of this run.
+    int run_include(CFile& file, int scrambled = 1);
     /// The current token must be of that kind, or the fault is raised.
     int expect(const Token& token, Token::Kind kind, const char* message) {
         return token.GetKind() == kind || handle_error(message);
@@ -215,7 +218,6 @@ private:
 
     int get_field(const Token& token, int execute, int& width, int& decimals);
     int write_output(std::string_view text);
-    int write_number(const Operand& value, int width, int decimals);
     int write_value(const VariantVar& value);
     int write_value_of(ValueStep step, const Token& token, int execute);
     bool is_text_value(const Token& token) const;

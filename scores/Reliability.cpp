@@ -23,6 +23,10 @@ CString ConfidenceInterval::Format(int decimals, const char* between) const {
     return formatHalfUp(low, decimals) + between + formatHalfUp(high, decimals);
 }
 
+CString ConfidenceInterval::Format(const ScoreScale& scale) const {
+    return Format(scale.decimals, scale.lowest < 0 ? " to " : "-");
+}
+
 Reliability::Reliability(const ScoreScale& scale, double coefficient)
     : m_scale(scale), m_coefficient(coefficient) {
     if (!(coefficient >= 0 && coefficient <= 1)) AfxThrowInvalidArgException();

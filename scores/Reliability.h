@@ -14,6 +14,8 @@ struct TESSALINK_API ConfidenceInterval {
 
     /// "92-108": both ends rounded half up to `decimals`, with `between` between them.
     CString Format(int decimals = 0, const char* between = "-") const;
+    /// In the scale's decimals; " to " parts the ends where scores may be negative.
+    CString Format(const ScoreScale& scale) const;
 };
 
 /// What a reliability says about the scores of a scale. All errors are in units of the scale.

@@ -277,8 +277,7 @@ private:
                 .GetIntervalOfMeasurement(score, *m_options.confidence / percent);
         add(name + "_Low", interval.low, column);
         add(name + "_High", interval.high, column);
-        add(name + "_Range", interval.Format(scale->decimals, scale->lowest < 0 ? " to " : "-"),
-            column);
+        add(name + "_Range", interval.Format(*scale), column);
         m_hasIntervals = true;
     }
 

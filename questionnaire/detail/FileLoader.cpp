@@ -20,6 +20,10 @@ CString FileLoader::PathOf(const std::string& name) const {
     return m_folder + "/" + CString(std::string_view(name));
 }
 
+bool isScrambledName(std::string_view name) {
+    return name.ends_with(cScrambled);
+}
+
 IncludedFile findInclude(std::string_view include,
                          const std::function<const std::string*(const std::string&)>& find) {
     const std::string_view part = include.ends_with(cScrambled)

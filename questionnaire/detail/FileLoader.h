@@ -37,6 +37,9 @@ struct IncludedFile {
     bool isDoubled = false;             ///< both are there
 };
 
+/// Whether a file of that name is stored scrambled.
+bool isScrambledName(std::string_view name);
+
 /// The include of that name, as FileParser::do_include gets it ("PART.DAT"), among the files that
 /// `find` knows.
 IncludedFile findInclude(std::string_view include,

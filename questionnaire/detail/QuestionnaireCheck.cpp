@@ -13,7 +13,6 @@ namespace tessalink::detail {
 namespace {
 
 constexpr const char* cScaleKey = "scale";
-constexpr std::string_view cScrambledEnding = ".DAT";
 
 bool isScaleKey(const CString& name) {
     return name.CompareNoCase(cScaleKey) == 0;
@@ -219,7 +218,7 @@ void QuestionnaireCheck::read_template(const std::string& name, const JsonValue&
     in.Attempt([&] {
         const std::string* const text = m_files.Find(name);
         if (text == nullptr) in.Fail(place, "there is no file " + quoted(name));
-        check_template(name, *text, name.ends_with(cScrambledEnding));
+        check_template(name, *text, isScrambledName(name));
     });
 }
 
