@@ -52,12 +52,12 @@ private:
     std::vector<Change> m_changes;
 };
 
-bool isMissing(const VariantVar& variable) {
-    return variable.IsString() && variable.Text().empty();
+bool isMissing(const VariantVar* variable) {
+    return variable != nullptr && variable->IsDouble() && std::isnan(variable->GetAsDouble());
 }
 
-/// Runs a template of a questionnaire. A variable without value is no number in expressions: what
-/// is computed from it has no value either, and comparisons with it are false.
+/// Runs a template of a questionnaire. A number that is missing is a NaN: what is computed from it
+/// is missing, too, comparisons with it are false, and it prints nothing.
 class PersonParser : public FileParser {
 public:
     /// What all parsers of a run share.
@@ -92,23 +92,18 @@ protected:
         return m_run.graphs->Call(name);
     }
 
-    int get_exp_var(const Token& token) override {
-        const VariantVar* const variable = variables().Find(token.Name());
-        if (variable == nullptr || !isMissing(*variable)) return FileParser::get_exp_var(token);
-        if (!push(Operand::Real(std::nan("")))) return 0;
-        scanner().NextExp();
-        return 1;
+    int get_var(const Token& token, int execute) override {
+        return FileParser::get_var(token, execute && !isMissing(variables().Find(token.Name())));
+    }
+
+    int get_str_exp_var(const Token& token, CString& result, int execute) override {
+        return FileParser::get_str_exp_var(token, result,
+                                           execute && !isMissing(variables().Find(token.Name())));
     }
 
     int get_assigned_value(const Token& token, const CString& name, int execute) override {
-        if (!execute) return FileParser::get_assigned_value(token, name, execute);
-        m_run.variables.Remember(name);
-        if (!FileParser::get_assigned_value(token, name, execute)) return 0;
-        const VariantVar* const variable = variables().Find(name.View());
-        if (variable->IsDouble() && std::isnan(variable->GetAsDouble())) {
-            variables().SetValue(name, "");
-        }
-        return 1;
+        if (execute) m_run.variables.Remember(name);
+        return FileParser::get_assigned_value(token, name, execute);
     }
 
     int write_number(const Operand& value, int width, int decimals) override {

@@ -15,7 +15,7 @@
 namespace tessalink {
 
 /// Makes the variables of a person: identity of the questionnaire, answers, scores, indexes, fields
-/// and words. What is missing is a variable without value, an empty text.
+/// and words. A number that is missing is a NaN, a text that is missing an empty one.
 TESSALINK_API void fillVariables(const Questionnaire& questionnaire, const Respondent& respondent,
                                  const Scores& scores, VarTable& variables);
 

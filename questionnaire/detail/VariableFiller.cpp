@@ -1,6 +1,7 @@
 #include "questionnaire/detail/VariableFiller.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "questionnaire/detail/WholeScores.h"
 #include "report/PlainText.h"
@@ -17,17 +18,14 @@ public:
     void Put(const VALUE& value) {
         m_variables.SetValue((m_name++)->name, value);
     }
-    /// A variable without value.
-    void PutMissing() { Put(""); }
+    void PutMissingText() { Put(""); }
+    void PutMissingNumber() { Put(std::numeric_limits<double>::quiet_NaN()); }
     /// Plain text of the questionnaire.
     void PutText(const CString& text) { Put(escapeText(text.View())); }
     void PutNumber(const std::optional<double>& number, bool isWhole) {
-        if (!number) return PutMissing();
+        if (!number) return PutMissingNumber();
         if (isWhole) return Put(static_cast<int>(*number));
         Put(*number);
-    }
-    void PutMissing(int count) {
-        for (; count > 0; --count) PutMissing();
     }
 
 private:
@@ -51,7 +49,9 @@ void VariableFiller::add_item(std::size_t item, const Answer& answer, Row& row) 
     const QuestionnaireModel& model = m_questionnaire.Model();
     const ResponseSet& set = model.responseSets[model.items[item].responses];
     if (!answer) {
-        row.PutMissing(3);  // answer, value and label
+        row.PutMissingNumber();
+        row.PutMissingNumber();
+        row.PutMissingText();
     } else {
         row.Put(*answer);
         row.PutNumber(m_questionnaire.ValueOf(item, *answer), hasWholeValues(set));
@@ -75,7 +75,9 @@ void VariableFiller::add_scale(std::size_t scale, const ScaleResult& result, Row
         row.PutNumber(standard.score, m_isWhole[i]);
         if (!hasInterval(*model.norms, column)) continue;
         if (!standard.confidence) {
-            row.PutMissing(3);  // its ends and its text
+            row.PutMissingNumber();
+            row.PutMissingNumber();
+            row.PutMissingText();
             continue;
         }
         row.Put(standard.confidence->low);
@@ -84,10 +86,19 @@ void VariableFiller::add_scale(std::size_t scale, const ScaleResult& result, Row
     }
 }
 
-void VariableFiller::add_field(const Field& field, const FieldValue& value, Row& row) const {
-    if (std::holds_alternative<std::monostate>(value)) {
-        return row.PutMissing(field.type == Field::Type::Choice ? 3 : 1);  // code and label, too
+void VariableFiller::add_missing_field(Field::Type type, Row& row) {
+    using Type = Field::Type;
+    if (type != Type::Integer && type != Type::Decimal && type != Type::Choice) {
+        return row.PutMissingText();
     }
+    row.PutMissingNumber();
+    if (type != Type::Choice) return;
+    row.PutMissingText();  // the code
+    row.PutMissingText();  // the label
+}
+
+void VariableFiller::add_field(const Field& field, const FieldValue& value, Row& row) const {
+    if (std::holds_alternative<std::monostate>(value)) return add_missing_field(field.type, row);
     if (const auto* const text = std::get_if<std::string>(&value)) {
         row.Put(escapeUtf8(*text));
     } else if (const auto* const number = std::get_if<double>(&value)) {

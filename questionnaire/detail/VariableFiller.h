@@ -22,6 +22,7 @@ private:
 
     void add_item(std::size_t item, const Answer& answer, Row& row) const;
     void add_scale(std::size_t scale, const ScaleResult& result, Row& row) const;
+    static void add_missing_field(Field::Type type, Row& row);
     void add_field(const Field& field, const FieldValue& value, Row& row) const;
 
     Questionnaire m_questionnaire;

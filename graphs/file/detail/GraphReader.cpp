@@ -74,8 +74,14 @@ Reference referenceAt(std::string_view text) {
     return {text.substr(0, length), -1, length == 0 ? 0 : length + 1};
 }
 
+/// A number that is not known.
+bool isNan(const VariantVar& variable) {
+    return variable.IsDouble() && std::isnan(variable.GetAsDouble());
+}
+
 /// Without the escapes that keep plain text from being RTF.
 CString plainText(const VariantVar& variable, int decimals) {
+    if (isNan(variable)) return {};
     return decimals >= 0 && variable.IsNumber() ? formatDouble(variable.GetAsDouble(), 0, decimals)
                                                 : unescapeText(variable.GetAsStr().View());
 }
@@ -135,7 +141,7 @@ bool GraphReader::IsMissing(const JsonValue& value) const {
     const std::string_view name = soleReference(value.text);
     if (name.empty()) return false;
     const VariantVar& variable = Variable(value, name);
-    return variable.IsString() && variable.GetAsStr().IsEmpty();
+    return isNan(variable) || (variable.IsString() && variable.Text().empty());
 }
 
 CString GraphReader::Literal(const JsonValue& value) const {
