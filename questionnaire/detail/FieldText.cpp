@@ -152,7 +152,7 @@ std::optional<Time> readClock(std::string_view text) {
                         : rest.size() == next + 3 ? readDigits(rest.substr(next + 1), 2)
                                                   : std::nullopt;
     if (!hour || !minute || !second) return std::nullopt;
-    const Time time(*hour, *minute, *second);
+    const Time time(*hour, *minute, second.value_or(0));
     return time.IsValid() != 0 ? std::optional(time) : std::nullopt;
 }
 
