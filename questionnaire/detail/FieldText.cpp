@@ -148,11 +148,14 @@ std::optional<Time> readClock(std::string_view text) {
     const std::size_t next = std::min(rest.find(':'), rest.size());
     const auto hour = readDigits(text.substr(0, colon), 2);
     const auto minute = next == 2 ? readDigits(rest.substr(0, next), 2) : std::nullopt;
-    const auto second = next == rest.size()       ? std::optional(0)
-                        : rest.size() == next + 3 ? readDigits(rest.substr(next + 1), 2)
-                                                  : std::nullopt;
-    if (!hour || !minute || !second) return std::nullopt;
-    const Time time(*hour, *minute, second.value_or(0));
+    int seconds = 0;
+    if (next != rest.size()) {
+        const auto second = readDigits(rest.substr(next + 1), 2);
+        if (!second || rest.size() != next + 3) return std::nullopt;
+        seconds = *second;
+    }
+    if (!hour || !minute) return std::nullopt;
+    const Time time(*hour, *minute, seconds);
     return time.IsValid() != 0 ? std::optional(time) : std::nullopt;
 }
 
