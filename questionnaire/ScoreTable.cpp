@@ -1,6 +1,7 @@
 #include "questionnaire/ScoreTable.h"
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 #include "questionnaire/detail/VariableFiller.h"
@@ -13,13 +14,17 @@ namespace {
 constexpr std::string_view cRunBySpreadsheets = "=+-@";
 constexpr std::string_view cQuoted = ",\"\r\n";
 constexpr std::size_t cLongestNumber = 32;
+constexpr double cMostWhole = 1e9;
 
 void appendNumber(const std::optional<double>& number, std::string& row) {
     row += ',';
     if (!number) return;
     char digits[cLongestNumber];
-    // Adding 0 makes a 0 of a -0.
-    row.append(digits, std::to_chars(digits, digits + cLongestNumber, *number + 0.0).ptr);
+    char* const end = digits + cLongestNumber;
+    // Most scores are whole numbers, and those are written faster as what they are.
+    const bool isWhole = std::abs(*number) < cMostWhole && std::floor(*number) == *number;
+    row.append(digits, isWhole ? std::to_chars(digits, end, static_cast<int>(*number)).ptr
+                               : std::to_chars(digits, end, *number).ptr);
 }
 
 /// Whether a variable of that name is a column, too: all scores, no texts.

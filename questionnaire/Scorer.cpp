@@ -20,6 +20,7 @@ constexpr double cMostRaw = 1e9;  ///< norms have raw scores of an int
 /// min + max - value.
 struct Term {
     std::size_t item = 0;
+    const double* values = nullptr;  ///< of the choices; null: the answer itself counts
     double factor = 1;
     double constant = 0;
     double weight = 1;    ///< without its sign
@@ -31,23 +32,25 @@ struct Term {
 struct Scorer::Plan {
     explicit Plan(Questionnaire given) : questionnaire(std::move(given)) {
         const QuestionnaireModel& model = questionnaire.Model();
-        for (const Scale& scale : model.scales) terms.push_back(TermsOf(model, scale));
         for (const ResponseSet& set : model.responseSets) {
             values.emplace_back();
             for (const Choice& choice : set.choices) {
                 values.back().push_back(choice.value.value_or(0));
             }
         }
+        for (const Scale& scale : model.scales) terms.push_back(TermsOf(scale));
         if (questionnaire.Norms() != nullptr) norms.emplace(model, *questionnaire.Norms());
     }
 
-    static std::vector<Term> TermsOf(const QuestionnaireModel& model, const Scale& scale) {
+    std::vector<Term> TermsOf(const Scale& scale) const {
+        const QuestionnaireModel& model = questionnaire.Model();
         std::vector<Term> result;
         for (const ScaleItem& item : scale.items) {
             const ResponseSet& set = model.responseSets[model.items[item.item].responses];
             const double sum = set.min + set.max;
             Term term;
             term.item = item.item;
+            if (set.HasChoices()) term.values = values[model.items[item.item].responses].data();
             term.factor = item.isReversed ? -item.weight : item.weight;
             term.constant = item.isReversed ? item.weight * sum : 0;
             term.weight = std::abs(item.weight);
@@ -57,10 +60,12 @@ struct Scorer::Plan {
         return result;
     }
 
+    static double ValueOf(const double* values, std::int32_t answer) {
+        return values != nullptr ? values[answer - 1] : answer;
+    }
     double ValueOf(std::size_t item, std::int32_t answer) const {
-        const std::size_t set = questionnaire.Model().items[item].responses;
-        if (values[set].empty()) return answer;
-        return values[set][static_cast<std::size_t>(answer) - 1];
+        const auto& known = values[questionnaire.Model().items[item].responses];
+        return ValueOf(known.empty() ? nullptr : known.data(), answer);
     }
 
     void ScoreScale(std::size_t index, const Respondent& respondent, ScaleResult& result) const;
@@ -88,7 +93,7 @@ void Scorer::Plan::ScoreScale(std::size_t index, const Respondent& respondent,
     result.missing = 0;
     for (const Term& term : terms[index]) {
         if (const Answer& answer = respondent.answers[term.item]) {
-            sum += term.factor * ValueOf(term.item, *answer) + term.constant;
+            sum += term.factor * ValueOf(term.values, *answer) + term.constant;
             answeredWeight += term.weight;
         } else {
             ++result.missing;
