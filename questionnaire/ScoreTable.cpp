@@ -1,5 +1,6 @@
 #include "questionnaire/ScoreTable.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -13,19 +14,58 @@ namespace {
 
 constexpr std::string_view cRunBySpreadsheets = "=+-@";
 constexpr std::string_view cQuoted = ",\"\r\n";
-constexpr std::size_t cLongestNumber = 32;
 constexpr double cMostWhole = 1e9;
 
-void appendNumber(const std::optional<double>& number, std::string& row) {
-    row += ',';
-    if (!number) return;
-    char digits[cLongestNumber];
-    char* const end = digits + cLongestNumber;
-    // Most scores are whole numbers, and those are written faster as what they are.
-    const bool isWhole = std::abs(*number) < cMostWhole && std::floor(*number) == *number;
-    row.append(digits, isWhole ? std::to_chars(digits, end, static_cast<int>(*number)).ptr
-                               : std::to_chars(digits, end, *number).ptr);
-}
+/// Writes cells into a row, each with a comma before it.
+class CellWriter {
+public:
+    explicit CellWriter(std::string& row) : m_row(row) {}
+    ~CellWriter() { flush(); }
+    CellWriter(const CellWriter&) = delete;
+    CellWriter& operator=(const CellWriter&) = delete;
+
+    void Add(int number) {
+        make_room();
+        *m_next++ = ',';
+        if (number >= 0 && number < cFewDigits) {
+            // Most scores are small, and this is several times faster than what follows.
+            if (number >= 10) *m_next++ = static_cast<char>('0' + number / 10);
+            *m_next++ = static_cast<char>('0' + number % 10);
+        } else {
+            m_next = std::to_chars(m_next, m_cells.end(), number).ptr;
+        }
+    }
+    void Add(const std::optional<int>& number) {
+        if (number) return Add(*number);
+        make_room();
+        *m_next++ = ',';
+    }
+    void Add(const std::optional<double>& number) {
+        if (!number) return Add(std::optional<int>());
+        const bool isInt = std::abs(*number) < cMostWhole;
+        const int whole = isInt ? static_cast<int>(*number) : 0;
+        if (isInt && whole == *number) return Add(whole);
+        make_room();
+        *m_next++ = ',';
+        m_next = std::to_chars(m_next, m_cells.end(), *number).ptr;
+    }
+
+private:
+    static constexpr std::size_t cLongestCell = 32;
+    static constexpr int cFewDigits = 100;
+
+    void make_room() {
+        if (static_cast<std::size_t>(m_cells.end() - m_next) < cLongestCell) flush();
+    }
+    void flush() {
+        m_row.append(m_cells.begin(), m_next);
+        m_next = m_cells.begin();
+    }
+
+    std::string& m_row;
+    std::array<char, 16 * cLongestCell> m_cells;
+    char* m_next = m_cells.begin();
+};
 
 /// Whether a variable of that name is a column, too: all scores, no texts.
 bool isColumn(const CString& name, detail::NameOwner owner, const QuestionnaireModel& model,
@@ -69,25 +109,26 @@ std::vector<CString> scoreColumns(const QuestionnaireModel& model) {
 }
 
 void appendScores(const QuestionnaireModel& model, const Scores& scores, std::string& row) {
+    CellWriter cells(row);
     for (const ScaleResult& scale : scores.scales) {
-        appendNumber(scale.raw, row);
-        appendNumber(scale.missing, row);
+        cells.Add(scale.raw);
+        cells.Add(scale.missing);
         for (std::size_t i = 0; i < scale.standard.size(); ++i) {
             const StandardResult& standard = scale.standard[i];
-            appendNumber(standard.score, row);
+            cells.Add(standard.score);
             if (!detail::hasInterval(*model.norms, model.norms->scores[i])) continue;
             const auto& interval = standard.confidence;
-            appendNumber(interval ? std::optional(interval->low) : std::nullopt, row);
-            appendNumber(interval ? std::optional(interval->high) : std::nullopt, row);
+            cells.Add(interval ? std::optional(interval->low) : std::nullopt);
+            cells.Add(interval ? std::optional(interval->high) : std::nullopt);
         }
     }
     for (const VectorResult& vector : scores.vectors) {
-        appendNumber(vector.length, row);
-        appendNumber(vector.angle, row);
-        appendNumber(vector.sector, row);
+        cells.Add(vector.length);
+        cells.Add(vector.angle);
+        cells.Add(vector.sector);
     }
     for (const auto& values : scores.indexes) {
-        for (const auto& value : values) appendNumber(value, row);
+        for (const auto& value : values) cells.Add(value);
     }
 }
 
