@@ -77,6 +77,9 @@ constexpr CapitalRange cCapitals[] = {
 
 /// What systems take for devices, with any ending.
 constexpr std::array<std::string_view, 4> cDevices = {"con", "prn", "aux", "nul"};
+/// The longest name of a device, in bytes.
+constexpr std::size_t cMaxDevice = 5;
+constexpr const char* cControlFault = "a control character can't be part of an id: remove it";
 constexpr std::array<std::string_view, 2> cPorts = {"com", "lpt"};
 constexpr std::array<std::string_view, 3> cRaisedDigits = {"\u00B9", "\u00B2", "\u00B3"};
 
@@ -99,25 +102,40 @@ bool isPortNumber(std::string_view text) {
 }
 
 bool isDevice(std::string_view id) {
-    std::string stem = foldRespondentId(id.substr(0, id.find('.')));
-    stem.erase(stem.find_last_not_of(' ') + 1);
+    std::string_view name = id.substr(0, id.find('.'));
+    name = name.substr(0, name.find_last_not_of(' ') + 1);
+    if (name.size() > cMaxDevice) return false;
+    const std::string stem = foldRespondentId(name);
     if (std::find(cDevices.begin(), cDevices.end(), stem) != cDevices.end()) return true;
     constexpr std::size_t nameLength = 3;
-    const std::string_view name = std::string_view(stem).substr(0, nameLength);
-    return std::find(cPorts.begin(), cPorts.end(), name) != cPorts.end() &&
-           isPortNumber(std::string_view(stem).substr(name.size()));
+    const std::string_view port = std::string_view(stem).substr(0, nameLength);
+    return std::find(cPorts.begin(), cPorts.end(), port) != cPorts.end() &&
+           isPortNumber(std::string_view(stem).substr(port.size()));
+}
+
+/// What is wrong with a character of ASCII.
+std::string asciiFault(char ch) {
+    constexpr std::string_view refused = "<>:\"|?*/\\";
+    if (refused.find(ch) == std::string_view::npos) return {};
+    return std::string(1, ch) + " can't be part of an id, which names files: replace it";
+}
+
+bool isUsual(char ch) {
+    return (ch >= '0' && ch <= '9') || (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') ||
+           ch == '-' || ch == '_';
 }
 
 std::string characterFault(std::string_view utf8) {
-    constexpr std::string_view refused = "<>:\"|?*/\\";
     for (std::string_view rest = utf8; !rest.empty();) {
+        if (isUsual(rest.front())) {
+            rest.remove_prefix(1);
+            continue;
+        }
         const auto character = takeUtf8(rest);
         if (!character) return "a byte of the id is no UTF-8: save the file as UTF-8";
-        if (isControl(*character)) return "a control character can't be part of an id: remove it";
-        if (*character < 0x80 && refused.find(static_cast<char>(*character)) != refused.npos) {
-            return std::string(1, static_cast<char>(*character)) +
-                   " can't be part of an id, which names files: replace it";
-        }
+        if (isControl(*character)) return cControlFault;
+        std::string fault = *character < 0x80 ? asciiFault(static_cast<char>(*character)) : "";
+        if (!fault.empty()) return fault;
     }
     return {};
 }

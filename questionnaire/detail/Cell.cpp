@@ -27,7 +27,7 @@ const char* withoutReturn(const char* start, const char* end) {
 
 }  // namespace
 
-const char* CellReader::find_end(const char* text, const char* end) const {
+const char* CellReader::FindEnd(const char* text, const char* end) const {
     if constexpr (cHasByteWords) {
         constexpr std::ptrdiff_t size = cWordBytes;
         for (; end - text >= size; text += size) {
@@ -43,7 +43,7 @@ const char* CellReader::find_end(const char* text, const char* end) const {
 const char* CellReader::Take(const char* text, const char* end, Cell& cell) {
     cell = {};
     if (*text == cQuote) return take_quoted(text, end, cell);
-    const char* const stop = find_end(text, end);
+    const char* const stop = FindEnd(text, end);
     cell.text = between(text, withoutReturn(text, stop));
     return stop;
 }
@@ -65,7 +65,7 @@ const char* CellReader::take_quoted(const char* text, const char* end, Cell& cel
     }
     cell.lineFeeds = static_cast<std::size_t>(std::count(cell.text.begin(), cell.text.end(), '\n'));
     const char* const behind = std::min(closing + 1, end - 1);
-    const char* const stop = find_end(behind, end);
+    const char* const stop = FindEnd(behind, end);
     cell.hasTextBehindQuote = withoutReturn(behind, stop) != behind;
     return stop;
 }

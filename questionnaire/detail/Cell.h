@@ -22,11 +22,11 @@ public:
     /// delimiter or line feed behind it stands. The cell lasts until the next one is taken.
     const char* Take(const char* text, const char* end, Cell& cell);
 
+    /// Where the first delimiter or line feed stands.
+    const char* FindEnd(const char* text, const char* end) const;
     bool IsEnd(char ch) const { return ch == m_delimiter || ch == '\n'; }
-    char Delimiter() const { return m_delimiter; }
 
 private:
-    const char* find_end(const char* text, const char* end) const;
     const char* take_quoted(const char* text, const char* end, Cell& cell);
 
     char m_delimiter;

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "questionnaire/detail/ByteWord.h"
 
 namespace tessalink::detail {
 
@@ -24,22 +25,39 @@ public:
     bool Add(std::string_view text, Value value);
 
     Value Find(std::string_view text) const;
-    /// The same for a text of one letter or digit of ASCII; unknown for other characters.
-    Value FindCharacter(char ch) const { return m_characters[static_cast<unsigned char>(ch)]; }
+    /// The table of these texts as cells that stand in a file: plain and in quotes.
+    CellTable AsWritten() const;
+    /// The same for the bytes of a word, and zeros behind them.
+    Value FindShort(ByteWord key, std::size_t length) const {
+        std::size_t place = placeOf(key, length) & m_mask;
+        while (m_slots[place].length != length || m_slots[place].key != key) {
+            if (m_slots[place].length == cFree) return cUnknown;
+            place = (place + 1) & m_mask;
+        }
+        return m_slots[place].value;
+    }
 
 private:
+    static constexpr std::size_t cFree = std::string_view::npos;
+
     struct Slot {
-        std::uint64_t key = 0;
+        ByteWord key = 0;
+        std::size_t length = cFree;
         Value value = cUnknown;
         std::string text;
-        bool isUsed = false;
     };
 
-    std::size_t slot_of(std::string_view text) const;
+    static ByteWord keyOf(std::string_view text);
+    static std::size_t placeOf(ByteWord key, std::size_t length) {
+        constexpr ByteWord spread = 0xD6E8FEB86659FD93;
+        constexpr int topHalf = 32;
+        return static_cast<std::size_t>(((key + length) * spread) >> topHalf);
+    }
+    Slot& slot_of(std::string_view text);
     void grow();
 
-    std::array<Value, 256> m_characters{};
-    std::vector<Slot> m_slots;
+    std::vector<Slot> m_slots;  ///< as many as a power of two
+    std::size_t m_mask;
     std::size_t m_used = 0;
 };
 

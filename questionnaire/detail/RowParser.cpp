@@ -1,10 +1,11 @@
 #include "questionnaire/detail/RowParser.h"
 
-#include <algorithm>
+#include <array>
 
 #include "core/FileText.h"
 #include "platform/base/Utf8.h"
 #include "questionnaire/RespondentId.h"
+#include "questionnaire/detail/ByteWord.h"
 #include "questionnaire/detail/FieldText.h"
 #include "questionnaire/detail/RowScanner.h"
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr const char* cStrayQuote =
     "a quote inside the cell: put the whole cell into quotes and double the quotes in it";
+
+/// How many answers of one character, each with a delimiter, a word holds.
+constexpr std::size_t cDigitCells = cWordBytes / 2;
 
 /// The rows of a block that end.
 std::string_view wholeRows(std::string_view bytes) {
@@ -25,6 +29,7 @@ std::string_view wholeRows(std::string_view bytes) {
 RowParser::RowParser(const TableLayout& layout, const ResponseBlock& block)
     : m_layout(layout),
       m_cells(layout.delimiter),
+      m_delimiters(repeated(layout.delimiter)),
       m_next(block.bytes.data()),
       m_end(m_next + wholeRows(block.bytes).size()),
       m_number(block.firstRow),
@@ -74,46 +79,78 @@ void RowParser::take_cells(RespondentRow& row) {
     std::size_t count = 0;
     bool isAtEnd = false;
     while (!isAtEnd) {
-        count = take_answers(count, row, isAtEnd);
-        if (isAtEnd) break;
+        const std::size_t taken = take_answers(count, row.respondent.answers);
+        if (taken > count && m_next[-1] == '\n') {
+            count = taken;
+            break;
+        }
         Cell cell;
         m_next = m_cells.Take(m_next, m_end, cell);
         m_line += cell.lineFeeds;
-        if (count < columns.size()) take_cell(columns[count], cell, row);
-        ++count;
+        if (taken < columns.size()) take_cell(columns[taken], cell, row);
+        count = taken + 1;
         isAtEnd = *m_next++ == '\n';
     }
     if (count != columns.size()) fail_count(row, count);
 }
 
-/// Takes answers of one character, and missing ones, as long as there are nothing else.
-std::size_t RowParser::take_answers(std::size_t index, RespondentRow& row, bool& isAtEnd) {
-    const std::vector<TableColumn>& columns = m_layout.columns;
-    const char delimiter = m_layout.delimiter;
+/// Takes answers from a column on, up to the row's end or to a cell that asks for more.
+std::size_t RowParser::take_answers(std::size_t index, std::vector<Answer>& answers) {
+    if constexpr (!cHasByteWords) return index;
     const char* next = m_next;
-    for (; index < columns.size() && columns[index].isAnswerOnly; ++index) {
-        if (*next == delimiter) {
-            ++next;
+    const std::size_t end = m_layout.EndOfAnswers(index);
+    while (index < end) {
+        if (index + cDigitCells <= end &&
+            take_digits(&m_layout.answerColumns[index], next, answers)) {
+            index += cDigitCells;
             continue;
         }
-        // Behind the last line feed there is a NUL.
-        const bool isQuoted = *next == '"' && next[1] != '\n' && next[2] == '"';
-        const char* const behind = next + (isQuoted ? 3 : 1);
-        const TableColumn& column = columns[index];
-        const auto value = m_layout.tables[column.table].FindCharacter(next[isQuoted ? 1 : 0]);
-        if (value == CellTable::cUnknown || !m_cells.IsEnd(*behind)) break;
-        if (value != CellTable::cMissing) {
-            row.respondent.answers[column.position] = static_cast<std::int32_t>(value);
-        }
-        next = behind + 1;
-        isAtEnd = *behind == '\n';
-        if (isAtEnd) {
-            ++index;
-            break;
-        }
+        const AnswerColumn& column = m_layout.answerColumns[index];
+        if (!take_short(column, next, answers[column.position])) break;
+        ++index;
+        if (next[-1] == '\n') break;
     }
     m_next = next;
     return index;
+}
+
+/// Takes as many answers of one character as a word holds.
+bool RowParser::take_digits(const AnswerColumn* columns, const char*& next,
+                            std::vector<Answer>& answers) const {
+    constexpr ByteWord everySecond = 0xFF00FF00FF00FF00;
+    if (m_end - next < static_cast<std::ptrdiff_t>(cWordBytes)) return false;
+    if (((loadWord(next) ^ m_delimiters) & everySecond) != 0) return false;
+    std::array<std::int16_t, cDigitCells> values{};
+    int all = 0;
+    for (std::size_t i = 0; i < cDigitCells; ++i) {
+        values[i] = (*columns[i].characters)[static_cast<unsigned char>(next[2 * i])];
+        all |= values[i];
+    }
+    if (all < 0) return false;
+    for (std::size_t i = 0; i < cDigitCells; ++i) answers[columns[i].position] = values[i];
+    next += cWordBytes;
+    return true;
+}
+
+/// Takes the answer of a cell without quotes that the column's table knows.
+bool RowParser::take_short(const AnswerColumn& column, const char*& next, Answer& answer) const {
+    if (m_end - next < static_cast<std::ptrdiff_t>(cWordBytes)) return false;
+    const ByteWord word = loadWord(next);
+    const ByteWord ends = markEqual(word, m_layout.delimiter) | markEqual(word, '\n');
+    CellTable::Value value = CellTable::cUnknown;
+    const char* end = next;
+    if (ends != 0) {
+        const std::size_t length = firstMark(ends);
+        value = column.table->FindShort(firstBytes(word, length), length);
+        end += length;
+    } else {
+        end = m_cells.FindEnd(next + cWordBytes, m_end);
+        value = column.table->Find({next, static_cast<std::size_t>(end - next)});
+    }
+    if (value == CellTable::cUnknown) return false;
+    if (value != CellTable::cMissing) answer = static_cast<std::int32_t>(value);
+    next = end + 1;
+    return true;
 }
 
 void RowParser::take_cell(const TableColumn& column, const Cell& cell, RespondentRow& row) {

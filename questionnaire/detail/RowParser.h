@@ -2,8 +2,10 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "questionnaire/ResponseSource.h"
+#include "questionnaire/detail/ByteWord.h"
 #include "questionnaire/detail/Cell.h"
 #include "questionnaire/detail/TableLayout.h"
 
@@ -21,7 +23,10 @@ private:
     bool skip_blank_rows();
     void start(RespondentRow& row);
     void take_cells(RespondentRow& row);
-    std::size_t take_answers(std::size_t index, RespondentRow& row, bool& isAtEnd);
+    std::size_t take_answers(std::size_t index, std::vector<Answer>& answers);
+    bool take_digits(const AnswerColumn* columns, const char*& next,
+                     std::vector<Answer>& answers) const;
+    bool take_short(const AnswerColumn& column, const char*& next, Answer& answer) const;
     void take_cell(const TableColumn& column, const Cell& cell, RespondentRow& row);
     std::string read_id(const Cell& cell, std::string& id) const;
     std::string read_kept(const Cell& cell, std::string& text) const;
@@ -37,6 +42,7 @@ private:
 
     const TableLayout& m_layout;
     CellReader m_cells;
+    ByteWord m_delimiters;  ///< a word of them
     const char* m_next;
     const char* m_end;
     std::uint64_t m_number;

@@ -1,7 +1,5 @@
 #include "questionnaire/detail/RowScanner.h"
 
-#include <array>
-
 #include "questionnaire/detail/ByteWord.h"
 
 namespace tessalink::detail {
@@ -9,20 +7,18 @@ namespace tessalink::detail {
 namespace {
 
 constexpr char cQuote = '"';
-constexpr unsigned cLastByte = 0x80;
+constexpr ByteWord cFirstByte = 0x80;
+constexpr ByteWord cLastByte = cFirstByte << 56;
 constexpr std::size_t cNone = std::string_view::npos;
 
-/// For eight bits, one for each byte that is a quote: where a quote is open behind each byte, when
-/// none is before them.
-constexpr std::array<std::uint8_t, 256> cOpenBehind = [] {
-    std::array<std::uint8_t, 256> table{};
-    for (unsigned quotes = 0; quotes < table.size(); ++quotes) {
-        unsigned open = quotes;
-        for (const int shift : {1, 2, 4}) open ^= open << shift;
-        table[quotes] = static_cast<std::uint8_t>(open);
+/// Marks each byte behind which a quote is open, from marks of quotes, when none is before them.
+ByteWord openBehind(ByteWord quotes) {
+    ByteWord open = quotes;
+    for (int shift = cByteBits; shift < cByteBits * static_cast<int>(cWordBytes); shift *= 2) {
+        open ^= open << shift;
     }
-    return table;
-}();
+    return open;
+}
 
 }  // namespace
 
@@ -74,23 +70,23 @@ std::size_t RowScanner::find_end_by_words(std::string_view text) {
 /// The parity of quotes tells what lies in quotes, as long as each one that opens may do so.
 std::size_t RowScanner::scan_word(std::string_view text, std::size_t offset) {
     const ByteWord word = loadWord(text.data() + offset);
-    const unsigned quotes = gatherMarks(markEqual(word, cQuote));
+    const ByteWord quotes = markEqual(word, cQuote);
     const bool isQuoted = m_state == State::Quoted;
     if (quotes == 0 && isQuoted) return cNone;
-    const unsigned feeds = gatherMarks(markEqual(word, '\n'));
-    const unsigned open = cOpenBehind[quotes] ^ (isQuoted ? 0xFFU : 0U);
-    const unsigned ends = feeds & ~open;
-    const unsigned lowestEnd = ends & (~ends + 1);
+    const ByteWord feeds = markEqual(word, '\n');
+    const ByteWord open = openBehind(quotes) ^ (isQuoted ? ~cLowBits : 0);
+    const ByteWord ends = feeds & ~open;
     if (quotes != 0) {
-        const unsigned delimiters = gatherMarks(markEqual(word, m_delimiter));
-        const bool mayOpen = m_state != State::Plain;
-        const unsigned placesToOpen = (delimiters | feeds | quotes) << 1 | (mayOpen ? 1U : 0U);
-        const unsigned openers = quotes & open & (lowestEnd - 1);
-        if ((openers & ~placesToOpen) != 0) return step_bytes(text, offset, offset + cWordBytes);
+        const ByteWord breaks = markEqual(word, m_delimiter) | feeds | quotes;
+        const ByteWord places = breaks << cByteBits | (m_state != State::Plain ? cFirstByte : 0);
+        const ByteWord beforeEnd = ends != 0 ? (ends & (~ends + 1)) - 1 : ~ByteWord{0};
+        if ((quotes & open & beforeEnd & ~places) != 0) {
+            return step_bytes(text, offset, offset + cWordBytes);
+        }
     }
     if (ends != 0) {
         m_state = State::CellStart;
-        return offset + static_cast<std::size_t>(std::countr_zero(ends)) + 1;
+        return offset + firstMark(ends) + 1;
     }
     const bool staysOpen = (open & cLastByte) != 0;
     m_state = staysOpen ? State::Quoted : state_after(text[offset + cWordBytes - 1]);

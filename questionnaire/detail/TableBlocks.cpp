@@ -128,9 +128,11 @@ bool TableBlocks::ReadBlock(ResponseBlock& block) {
         take_rows(scanner);
     }
     const bool isFailure = m_isTooLong || (!isMore && m_rowStart < m_text.size());
-    block.bytes.assign(m_text, 0, m_rowStart);
+    // What follows the rows is little: it moves, and they stay.
+    block.bytes.assign(m_text, m_rowStart);
+    block.bytes.swap(m_text);
+    block.bytes.resize(m_rowStart);
     m_line += countFeeds(block.bytes);
-    m_text.erase(0, m_rowStart);
     if (isFailure) add_failure(block, scanner);
     return !block.bytes.empty() || isFailure;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <map>
 #include <unordered_map>
 
@@ -19,6 +20,8 @@ namespace {
 
 /// The most columns of a table.
 constexpr std::size_t cMaxTableColumns = 16384;
+/// Whole numbers whose cells go by a table, from this one's negative on.
+constexpr int cListedNumbers = 1000;
 constexpr std::size_t cNamesInNote = 20;
 constexpr const char* cNameField = "Name";
 constexpr const char* cIdColumn = "id";
@@ -41,6 +44,21 @@ bool isWholeCode(std::string_view code) {
     return !digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+/// What cells of one character stand for, for those that have no meaning of their own in tables.
+std::array<std::int16_t, 256> characterAnswers(const CellTable& table, char delimiter) {
+    std::array<std::int16_t, 256> answers{};
+    answers.fill(-1);
+    for (std::size_t byte = 0; byte < answers.size(); ++byte) {
+        const char ch = static_cast<char>(byte);
+        const auto value = table.Find({&ch, 1});
+        const bool isPlain = ch != delimiter && ch != '"' && ch != '\n' && ch != '\r';
+        if (isPlain && value >= 0 && value <= std::numeric_limits<std::int16_t>::max()) {
+            answers[byte] = static_cast<std::int16_t>(value);
+        }
+    }
+    return answers;
+}
+
 /// A name of the header, and where it stands.
 struct NamePlace {
     std::string name;
@@ -61,11 +79,8 @@ public:
         make_columns();
         mark_id();
         for (const std::string& name : m_options.carried) carry(name);
-        for (TableColumn& column : m_layout.columns) {
-            column.isAnswerOnly =
-                column.holds == TableColumn::Holds::Item && !column.isId && !column.carried;
-        }
         make_tables();
+        list_answer_columns();
         add_notes();
     }
 
@@ -92,6 +107,7 @@ private:
     std::optional<std::size_t> find_column(std::string_view name) const;
     std::size_t need_column(const std::string& name) const;
     void make_tables();
+    void list_answer_columns();
     std::size_t add_table(const std::vector<Choice>& choices, const CString& name);
     void add_whole_numbers(const ResponseSet& set);
     void add_choice(CellTable& table, const Choice& choice, CellTable::Value position,
@@ -274,6 +290,27 @@ void LayoutBuilder::make_tables() {
     }
 }
 
+void LayoutBuilder::list_answer_columns() {
+    for (const CellTable& table : m_layout.tables) {
+        m_layout.writtenTables.push_back(table.AsWritten());
+        m_layout.characters.push_back(characterAnswers(table, m_layout.delimiter));
+    }
+    for (const TableColumn& column : m_layout.columns) {
+        const bool isAnswer =
+            column.holds == TableColumn::Holds::Item && !column.isId && !column.carried;
+        m_layout.answerColumns.push_back(
+            isAnswer ? AnswerColumn{column.position, &m_layout.writtenTables[column.table],
+                                    &m_layout.characters[column.table]}
+                     : AnswerColumn{});
+    }
+    const std::size_t count = m_layout.columns.size();
+    m_layout.answerEnds.resize(count);
+    for (std::size_t i = count; i-- > 0;) {
+        const bool isAnswer = m_layout.answerColumns[i].table != nullptr;
+        m_layout.answerEnds[i] = !isAnswer ? i : i + 1 < count ? m_layout.answerEnds[i + 1] : count;
+    }
+}
+
 std::size_t LayoutBuilder::add_table(const std::vector<Choice>& choices, const CString& name) {
     CellTable table;
     for (const std::string& code : m_options.missingCodes) table.Add(code, CellTable::cMissing);
@@ -300,11 +337,13 @@ void LayoutBuilder::add_choice(CellTable& table, const Choice& choice, CellTable
          quoted(toUtf8(choice.label.View())) + ": use codes");
 }
 
-/// Answers of one digit go by the table, others are read.
+/// Numbers of usual ranges go by the table, others are read.
 void LayoutBuilder::add_whole_numbers(const ResponseSet& set) {
     CellTable table;
     add_missing(table);
-    for (int number = std::max(set.lowest, 0); number <= std::min(set.highest, 9); ++number) {
+    const int lowest = std::max(set.lowest, -cListedNumbers);
+    const int highest = std::min(set.highest, cListedNumbers);
+    for (int number = lowest; number <= highest; ++number) {
         table.Add(std::to_string(number), number);
     }
     m_layout.tables.push_back(std::move(table));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -18,12 +19,19 @@ struct TableColumn {
     enum class Holds : std::uint8_t { Nothing, Item, Field };
 
     Holds holds = Holds::Nothing;
-    bool isAnswerOnly = false;  ///< an item, and neither id nor carried
     bool isId = false;
     std::size_t position = 0;  ///< of the item or field
     std::size_t table = 0;     ///< of its cells
     std::optional<std::size_t> carried;
     std::string name;  ///< UTF-8
+};
+
+/// A column of an item that is neither id nor carried, for quick reading.
+struct AnswerColumn {
+    std::size_t position = 0;          ///< of the item
+    const CellTable* table = nullptr;  ///< of cells as they are written; null for other columns
+    /// The answers that cells of one letter or digit stand for; negative when it is none.
+    const std::array<std::int16_t, 256>* characters = nullptr;
 };
 
 /// How the rows of a table are read: what its header and the options say.
@@ -32,7 +40,14 @@ struct TableLayout {
     TableLayout(const QuestionnaireModel& questionnaire, const ResponseTableOptions& tableOptions,
                 char separator, std::string_view header, const TextPlace& place);
 
+    TableLayout(const TableLayout&) = delete;
+    TableLayout& operator=(const TableLayout&) = delete;
+
     bool IsUtf8() const { return options.encoding != ResponseTableOptions::Encoding::Windows1252; }
+    /// Up to which column all are of answers alone, from one on.
+    std::size_t EndOfAnswers(std::size_t column) const {
+        return column < answerEnds.size() ? answerEnds[column] : column;
+    }
     /// A cell, in the encoding of the file, as UTF-8.
     std::string Decoded(std::string_view text) const;
 
@@ -40,7 +55,11 @@ struct TableLayout {
     ResponseTableOptions options;
     char delimiter;
     std::vector<TableColumn> columns;
-    std::vector<CellTable> tables;  ///< the first has missing values alone
+    std::vector<CellTable> tables;         ///< the first has missing values alone
+    std::vector<CellTable> writtenTables;  ///< of cells with their quotes, if they have some
+    std::vector<std::array<std::int16_t, 256>> characters;  ///< for each table
+    std::vector<AnswerColumn> answerColumns;                ///< for each column
+    std::vector<std::size_t> answerEnds;  ///< for each column, where answers from it on end
     std::vector<std::string> carriedColumns;
     std::vector<std::string> notes;
 };
