@@ -12,6 +12,7 @@
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
+#include "apps/tessalink/batch/BatchArguments.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
 
@@ -247,6 +248,7 @@ int run(int argc, char** argv) {
     AgeOptions age;
     PictureOptions picture;
     GraphOptions graph;
+    BatchArguments batch;
     Command command;
     addReport(app, report, command);
     addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
@@ -258,6 +260,7 @@ int run(int argc, char** argv) {
     addAge(app, age, command);
     addPicture(app, picture, command);
     addGraph(app, graph, command);
+    addBatch(app, batch, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
