@@ -78,10 +78,11 @@ def main():
     parser.add_argument("program")
     parser.add_argument("folder")
     parser.add_argument("responses")
-    parser.add_argument("options", nargs="*")
     parser.add_argument("--kills", type=int, default=50)
     parser.add_argument("--seed", type=int, default=1)
-    arguments = parser.parse_args()
+    own, _, options = " ".join(sys.argv[1:]).partition(" -- ")
+    arguments = parser.parse_args(own.split())
+    arguments.options = options.split()
     chance = random.Random(arguments.seed)
     kills = {number: 0 for number in SIGNALS}
     runs = 0
