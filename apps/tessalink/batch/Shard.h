@@ -12,7 +12,10 @@ struct Shard {
     unsigned count = 1;
 
     bool IsWhole() const { return count == 1; }
-    bool Has(const IdHash& id) const { return id[0] % count + 1 == number; }
+    bool Has(const IdHash& id) const {
+        __extension__ using Wide = unsigned __int128;
+        return (Wide{id[0]} << 64 | id[1]) % count + 1 == number;
+    }
     /// "name-2-of-8.csv" of "name.csv"; the same name for the whole.
     std::string NameFor(const std::string& stem, const std::string& ending) const;
     /// "2/8".
