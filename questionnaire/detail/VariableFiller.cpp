@@ -88,13 +88,18 @@ void VariableFiller::add_scale(std::size_t scale, const ScaleResult& result, Row
 
 void VariableFiller::add_missing_field(Field::Type type, Row& row) {
     using Type = Field::Type;
-    if (type != Type::Integer && type != Type::Decimal && type != Type::Choice) {
-        return row.PutMissingText();
+    const bool isNumber = type == Type::Integer || type == Type::Decimal || type == Type::Choice;
+    if (isNumber) {
+        row.PutMissingNumber();
+    } else {
+        row.PutMissingText();
     }
-    row.PutMissingNumber();
-    if (type != Type::Choice) return;
-    row.PutMissingText();  // the code
-    row.PutMissingText();  // the label
+    if (type == Type::Choice) {
+        row.PutMissingText();  // the code
+        row.PutMissingText();  // the label
+    } else if (type == Type::Date) {
+        for (int part = 0; part < 3; ++part) row.PutMissingNumber();  // year, month, day
+    }
 }
 
 void VariableFiller::add_field(const Field& field, const FieldValue& value, Row& row) const {
@@ -105,6 +110,11 @@ void VariableFiller::add_field(const Field& field, const FieldValue& value, Row&
         row.Put(*number);
     } else if (const auto* const date = std::get_if<Date>(&value)) {
         row.Put(isoText(*date));
+        int year = 0;
+        int month = 0;
+        int day = 0;
+        date->Get(year, month, day);
+        for (const int part : {year, month, day}) row.Put(part);
     } else if (const auto* const time = std::get_if<Time>(&value)) {
         row.Put(isoText(*time));
     } else {

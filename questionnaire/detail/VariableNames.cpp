@@ -68,8 +68,11 @@ std::vector<MadeName> madeNames(const QuestionnaireModel& model) {
     for (std::size_t i = 0; i < model.fields.size(); ++i) {
         const Field& field = model.fields[i];
         names.Add(NameOwner::Field, i, field.id, {""});
-        if (field.type != Field::Type::Choice) continue;
-        names.Add(NameOwner::Field, i, field.id, {cCodeSuffix, cLabelSuffix});
+        if (field.type == Field::Type::Choice) {
+            names.Add(NameOwner::Field, i, field.id, {cCodeSuffix, cLabelSuffix});
+        } else if (field.type == Field::Type::Date) {
+            names.Add(NameOwner::Field, i, field.id, {cYearSuffix, cMonthSuffix, cDaySuffix});
+        }
     }
     for (std::size_t i = 0; i < model.words.size(); ++i) {
         names.Add(NameOwner::Word, i, model.words[i].name, {""});
