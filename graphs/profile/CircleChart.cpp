@@ -449,8 +449,8 @@ void CircleChart::draw_corner(CDC& dc, const Corner& corner) {
     for (int i = 0; i < static_cast<int>(m_settings.quadrantTextSizes.size()); ++i) {
         if (!has_text(corner.text + i)) continue;
         const int height = font_height(m_settings.quadrantTextSizes[static_cast<std::size_t>(i)]);
-        lines.emplace_back(dc, load_text(corner.text + i), height, i == 0 ? cArial : m_typeface,
-                           room);
+        lines.emplace_back(dc, load_text(corner.text + i), height,
+                           i == 0 ? cArial : m_typeface.GetString(), room);
         size.cx = std::max(size.cx, lines.back().Width());
         size.cy += lines.back().Height();
     }

@@ -323,7 +323,6 @@ TEST(GraphFile, FaultsHavePlaceAndPath) {
         {scaleOf(R"("left": <<"a @Scor b")"),
          "S/left: there is no variable 'Scor'; did you mean 'Score'?"},
         {scaleOf(R"("points": [<<"@Name"])"), "S/points/0: the variable 'Name' is not a number"},
-        {scaleOf(R"("points": [<<"@NaN"])"), "S/points/0: the variable 'NaN' is not a number"},
         {scaleOf(R"("textSize": <<"@Mean")"), "S/textSize: 3.25 is not a whole number"},
         {graphOf(R"("sections": [{"scale": {"min": 7, "max": <<"@Score"}}])"),
          "S/max: must be greater than 'min'"},
@@ -631,14 +630,14 @@ TEST(GraphFile, LeavesOutWhatHasNoValue) {
         return graphOf(std::string(R"("type": ")") + type + "\", " + members);
     };
     const std::pair<std::string, std::string> cases[] = {
-        {scaleOf(R"("points": ["@None", 3, {"at": "@{None}", "name": "N"}, "@Score"],
+        {scaleOf(R"("points": ["@None", 3, {"at": "@{NaN}", "name": "N"}, "@Score"],
                     "ranges": [{"from": "@None", "to": 1}, {"from": 2, "to": 4, "name": "R"},
                                {"from": 2, "to": "@None"}])"),
          scaleOf(R"("points": [3, 7], "ranges": [{"from": 2, "to": 4, "name": "R"}])")},
         {typed("profile", R"("scales": ["A", "B"], "profiles": [{"values": ["@None", 2]}])"),
          typed("profile", R"("scales": ["A", "B"], "profiles": [{"values": [null, 2]}])")},
         {typed("circumplex", R"("points": [{"x": 1, "y": "@None"}, {"angle": "@None", "length": 1}],
-                                "profiles": [{"lengths": [1, "@None", 2], "color": "red"}])"),
+                                "profiles": [{"lengths": [1, "@NaN", 2], "color": "red"}])"),
          typed("circumplex", R"("profiles": [{"lengths": [1, null, 2], "color": "red",
                                               "symbol": "auto"}])")},
     };
