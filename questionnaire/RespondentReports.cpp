@@ -1,15 +1,14 @@
 #include "questionnaire/RespondentReports.h"
 
-#include <cmath>
 #include <string>
 #include <vector>
 
 #include "graphs/file/GraphFctTable.h"
 #include "platform/files/CMemFile.h"
+#include "questionnaire/QuestionnaireParser.h"
 #include "questionnaire/detail/FileLoader.h"
 #include "questionnaire/detail/NamedText.h"
 #include "questionnaire/detail/VariableFiller.h"
-#include "report/FileParser.h"
 #include "report/VarTable.h"
 
 namespace tessalink {
@@ -52,77 +51,48 @@ private:
     std::vector<Change> m_changes;
 };
 
-bool isMissing(const VariantVar* variable) {
-    return variable != nullptr && variable->IsDouble() && std::isnan(variable->GetAsDouble());
-}
-
-/// Runs a template of a questionnaire. A number that is missing is a NaN: what is computed from it
-/// is missing, too, comparisons with it are false, and it prints nothing.
-class PersonParser : public FileParser {
+/// Functions that there are none of.
+class NoFunctions : public FctTable {
 public:
-    /// What all parsers of a run share.
-    struct Run {
-        const QuestionnaireFiles& files;
-        PersonVariables& variables;
-        GraphFctTable* graphs;  ///< null: none
-    };
+    NoFunctions() : FctTable(nullptr, nullptr) {}
 
-    PersonParser(CFile& text, CFile& output, int scrambled, Run& run)
-        : FileParser(text, output, run.variables.Table(), scrambled), m_run(run) {}
+    int Call(const char* /*name*/) override { return 0; }
+    int Exists(const char* /*name*/) const override { return 0; }
+};
+
+/// Remembers what a template changes.
+class PersonParser : public QuestionnaireParser {
+public:
+    PersonParser(CFile& text, CFile& output, PersonVariables& variables, FctTable& functions,
+                 const Questionnaire& questionnaire, int scrambled)
+        : QuestionnaireParser(text, output, variables.Table(), functions, questionnaire, scrambled),
+          m_variables(variables) {}
 
 protected:
-    int do_include(const CString& name) override {
-        const detail::IncludedFile part =
-            detail::findInclude(name.View(), [this](const std::string& wanted) {
-                const auto found = m_run.files.find(wanted);
-                return found != m_run.files.end() ? &found->second : nullptr;
-            });
-        if (part.text == nullptr) {
-            return handle_error("Include '%s' is no file of the questionnaire!", name);
-        }
-        detail::NamedText file(*part.text, CString(std::string_view(part.name)));
-        return run_include(file, part.isScrambled ? 1 : 0);
-    }
-
+    /// Graphs stand where they are called, in the text of an @EVAL, too.
     int call_function(const CString& name) override {
-        if (m_run.graphs == nullptr || !m_run.graphs->Exists(name)) {
-            return handle_error("There is no graph %s!", name);
-        }
-        m_run.graphs->Attach(&output());
-        return m_run.graphs->Call(name);
-    }
-
-    int get_var(const Token& token, int execute) override {
-        return FileParser::get_var(token, execute && !isMissing(variables().Find(token.Name())));
-    }
-
-    int get_str_exp_var(const Token& token, CString& result, int execute) override {
-        return FileParser::get_str_exp_var(token, result,
-                                           execute && !isMissing(variables().Find(token.Name())));
+        functions().Attach(&output());
+        return QuestionnaireParser::call_function(name);
     }
 
     int get_assigned_value(const Token& token, const CString& name, int execute) override {
-        if (execute) m_run.variables.Remember(name);
-        return FileParser::get_assigned_value(token, name, execute);
-    }
-
-    int write_number(const Operand& value, int width, int decimals) override {
-        if (!value.isInteger && std::isnan(value.real)) return 1;
-        return FileParser::write_number(value, width, decimals);
+        if (execute) m_variables.Remember(name);
+        return QuestionnaireParser::get_assigned_value(token, name, execute);
     }
 
     int define_variable(const CString& name) override {
-        if (!variables().Exists(name)) m_run.variables.Remember(name);
-        return FileParser::define_variable(name);
+        if (!variables().Exists(name)) m_variables.Remember(name);
+        return QuestionnaireParser::define_variable(name);
     }
 
     std::unique_ptr<FileParser> create_parser(CFile& text, CFile& outputFile,
                                               int scrambled) override {
-        return std::make_unique<PersonParser>(text, outputFile, scrambled, m_run);
+        return std::make_unique<PersonParser>(text, outputFile, m_variables, functions(),
+                                              questionnaire(), scrambled);
     }
 
 private:
-    Run& m_run;
+    PersonVariables& m_variables;
 };
 
 }  // namespace
@@ -132,7 +102,7 @@ public:
     explicit Run(const Questionnaire& questionnaire)
         : m_questionnaire(questionnaire), m_filler(questionnaire) {
         if (const GraphFile* const graphs = questionnaire.Graphs()) {
-            m_graphs.emplace(*graphs, m_variables.Table());
+            m_graphs.emplace(*graphs, m_variables.Table(), cReportPictures);
         }
     }
 
@@ -158,15 +128,17 @@ private:
         m_output.SeekToBegin();
         const std::string& text = m_questionnaire.Files().find(name)->second;
         detail::NamedText file(text, CString(std::string_view(name)));
-        PersonParser::Run run = {m_questionnaire.Files(), m_variables,
-                                 m_graphs ? &*m_graphs : nullptr};
-        PersonParser(file, m_output, detail::isScrambledName(name) ? 1 : 0, run).Parse(nullptr);
+        FctTable& functions = m_graphs ? static_cast<FctTable&>(*m_graphs) : m_noFunctions;
+        PersonParser(file, m_output, m_variables, functions, m_questionnaire,
+                     detail::isScrambledName(name) ? 1 : 0)
+            .Parse(nullptr);
     }
 
     Questionnaire m_questionnaire;
     detail::VariableFiller m_filler;
     PersonVariables m_variables;
     std::optional<GraphFctTable> m_graphs;
+    NoFunctions m_noFunctions;
     CMemFile m_output{cOutputGrowth};
     std::size_t m_mark = 0;  ///< of the changes made by the template of derived values
 };

@@ -23,7 +23,7 @@ using testing::HasSubstr;
 const fs::path cCommandLine = TESSALINK_CLI;
 const fs::path cProgramDir =
     cCommandLine.parent_path().parent_path().parent_path() / "examples" / "bigfive";
-const fs::path cTemplates = fs::path(TESSALINK_SOURCE_DIR) / "examples" / "bigfive" / "templates";
+const fs::path cQuestionnaire = fs::path(TESSALINK_SOURCE_DIR) / "instruments" / "bigfive";
 
 // For each scale the sum of its ten answers after reversal, in the order E, A, C, S, I. By hand
 // from the norms (30/8, 39/6, 34/7, 30/8, 37/6): z = 1, 0, -1, 2, -1; T = 60, 50, 40, 70, 40.
@@ -36,18 +36,16 @@ bool isReversed(int item) {
     return std::binary_search(reversed.begin(), reversed.end(), item);
 }
 
-// The lines of an answers file: name, sex, age, date, and the answers from [4] on.
+// A table of one person: id, name, sex, age, date, and the answers from [5] on.
 std::vector<std::string> answersOf(const std::string& sex) {
-    std::vector<std::string> lines = {"name\tZo\xC3\xAB O'Brien {jr}", "sex\t" + sex, "age\t40",
-                                      "date\t2024-02-29"};
+    std::vector<std::string> cells = {"zoe", "Zo\xC3\xAB O'Brien {jr}", sex, "40", "2024-02-29"};
     for (int item = 1; item <= 50; ++item) {
         const int sum = cSums[(item - 1) % 5];
         const int position = (item - 1) / 5;
         const int points = sum / 10 + (position < sum % 10 ? 1 : 0);
-        lines.push_back(std::to_string(item) + "\t" +
-                        std::to_string(isReversed(item) ? 6 - points : points));
+        cells.push_back(std::to_string(isReversed(item) ? 6 - points : points));
     }
-    return lines;
+    return cells;
 }
 
 // The text of a file as readers of RTF see it, to whom line ends are nothing.
@@ -66,7 +64,8 @@ struct Outcome {
 class BigFive : public testing::Test {
 protected:
     void SetUp() override {
-        if (!fs::exists(cProgramDir / "full.DAT")) GTEST_SKIP() << "built without the examples";
+        if (!fs::exists(cProgramDir / "bigfive_report"))
+            GTEST_SKIP() << "built without the examples";
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
         m_dir = fs::path(testing::TempDir()) / (std::string("bigfive_") + test->name());
         fs::remove_all(m_dir);
@@ -87,14 +86,15 @@ protected:
         return outcome;
     }
 
-    // Runs the program on the lines.
-    Outcome Make(const std::vector<std::string>& lines) const {
-        std::ofstream answers(file("answers.tsv"), std::ios::binary);
-        for (const std::string& line : lines) answers << line << '\n';
-        answers.close();
-        return Run(cProgramDir / "bigfive_report", "--answers '" + file("answers.tsv") +
-                                                       "' --out '" + m_dir.string() + "' --vars '" +
-                                                       file("vars.tsv") + "'");
+    // Runs the program on the person.
+    Outcome Make(const std::vector<std::string>& cells) const {
+        std::ofstream table(file("answers.csv"), std::ios::binary);
+        table << "id;Name;Sex;Age;TestDate";
+        for (int item = 1; item <= 50; ++item) table << ";I" << item;
+        for (std::size_t i = 0; i < cells.size(); ++i) table << (i == 0 ? '\n' : ';') << cells[i];
+        table.close();
+        return Run(cProgramDir / "bigfive_report",
+                   "--answers '" + file("answers.csv") + "' --out '" + m_dir.string() + "'");
     }
 
     fs::path m_dir;
@@ -139,7 +139,7 @@ void expectOrder(const std::string& text, std::size_t from, const std::vector<st
 }
 
 TEST_F(BigFive, ReportsOnAPersonScoredByHand) {
-    const Outcome outcome = Make(answersOf("male"));
+    const Outcome outcome = Make(answersOf("m"));
     ASSERT_EQ(0, outcome.code) << outcome.messages;
     EXPECT_EQ("", outcome.messages);
     const std::string full = readRtf(file("bigfive_full.rtf"));
@@ -156,15 +156,18 @@ TEST_F(BigFive, ReportsOnAPersonScoredByHand) {
     ASSERT_NE(std::string::npos, scales);
     expectOrder(
         full, scales,
-        {"T score {\\b 70} (90% range 64 to 76), 98th percentile: {\\b high}",
+        {"T score {\\b 70} (90\\~% confidence interval 64 to 76), 98th percentile: {\\b high}",
          "Emotional Stability describes", "describes himself as calm",
-         "T score {\\b 60} (90% range 54 to 66), 84th percentile: {\\b slightly above average}",
+         "T score {\\b 60} (90\\~% confidence interval 54 to 66), 84th percentile: {\\b slightly "
+         "above average}",
          "Extraversion describes", "describes himself as sociable",
-         "T score {\\b 50} (90% range 43 to 57), 50th percentile: {\\b average}",
+         "T score {\\b 50} (90\\~% confidence interval 43 to 57), 50th percentile: {\\b average}",
          "Agreeableness describes", "His answers show a balance",
-         "T score {\\b 40} (90% range 33 to 47), 16th percentile: {\\b slightly below",
+         "T score {\\b 40} (90\\~% confidence interval 33 to 47), 16th percentile: {\\b slightly "
+         "below",
          "Conscientiousness describes", "describes himself as easy-going",
-         "T score {\\b 40} (90% range 33 to 47), 16th percentile: {\\b slightly below",
+         "T score {\\b 40} (90\\~% confidence interval 33 to 47), 16th percentile: {\\b slightly "
+         "below",
          "Intellect/Imagination describes", "describes himself as practical",
          "Suggestions for the conversation", "{\\b Conscientiousness} (T score 40)",
          "{\\b Intellect/Imagination} (T score 40)", "{\\b Agreeableness} (T score 50)",
@@ -188,10 +191,10 @@ TEST_F(BigFive, ReportsOnAPersonScoredByHand) {
 // 28 of nine answers make an estimate of 31.1, so 31; the pronouns are those of the other sexes.
 TEST_F(BigFive, EstimatesTheSumWhenAnswersAreMissing) {
     for (const auto& [sex, words] :
-         {std::pair("female", "she describes herself"), std::pair("other", "they describe them")}) {
-        auto lines = answersOf(sex);
-        lines[4 + 49] = "50\t-";  // three points of Intellect/Imagination
-        ASSERT_EQ(0, Make(lines).code);
+         {std::pair("f", "she describes herself"), std::pair("o", "they describe them")}) {
+        auto cells = answersOf(sex);
+        cells[5 + 49] = "";  // three points of Intellect/Imagination
+        ASSERT_EQ(0, Make(cells).code);
         const std::string full = readRtf(file("bigfive_full.rtf"));
         expectSoundRtf(full);
         expectParts(full, {"31*\\cell", "left one of the fifty statements unanswered",
@@ -200,61 +203,44 @@ TEST_F(BigFive, EstimatesTheSumWhenAnswersAreMissing) {
     }
 }
 
+// With three answers missing there is no score, and the report says so.
+TEST_F(BigFive, ReportsWithoutAScore) {
+    auto cells = answersOf("f");
+    for (const std::size_t item : {1U, 6U, 11U}) cells[4 + item] = "NA";
+    ASSERT_EQ(0, Make(cells).code);
+    const std::string full = readRtf(file("bigfive_full.rtf"));
+    expectSoundRtf(full);
+    expectParts(full, {"No score: more than two of the ten answers are missing."});
+    EXPECT_FALSE(std::regex_search(full, std::regex("\\bnan\\b")));
+}
+
 TEST_F(BigFive, NamesTheFaultInTheAnswers) {
-    const struct {
-        std::size_t line;  // from 1
-        const char* text;
-        const char* message;
-    } faults[] = {
-        {1, "name\t", ":1: error: the name is empty"},
-        {1, "name\t\xE2\x82", ":1: error: the name has a character"},
-        {1, "name\t\xCE\xA9", ":1: error: the name has a character"},
-        {2, "sex\tm", ":2: error: unknown sex"},
-        {3, "age\tforty", ":3: error: the age"},
-        {4, "date\t2023-02-29", ":4: error: no day of the calendar"},
-        {5, "1\t6", ":5: error: the answer is no number from 1 to 5"},
-        {5, "1\t", ":5: error: the answer"},
-        {5, "1 4", ":5: error: no tab"},
-        {5, "51\t4", ":5: error: unknown entry"},
-        {6, "1\t4", ":6: error: second line for 1;"},
-        {54, "# 50", "answers.tsv: error: no line for 50"},
-    };
-    for (const auto& fault : faults) {
-        auto lines = answersOf("female");
-        lines[fault.line - 1] = fault.text;
-        const Outcome outcome = Make(lines);
-        EXPECT_EQ(1, outcome.code) << fault.text;
-        EXPECT_THAT(outcome.messages, HasSubstr(fault.message));
-    }
-    auto lines = answersOf("female");
-    for (const std::size_t item : {1U, 6U, 11U}) lines[3 + item] = std::to_string(item) + "\t-";
-    EXPECT_THAT(Make(lines).messages,
-                HasSubstr("3 of the ten answers for Extraversion are missing, at most 2 may be"));
+    auto cells = answersOf("f");
+    cells[5] = "6";
+    const Outcome outcome = Make(cells);
+    EXPECT_EQ(1, outcome.code);
+    EXPECT_THAT(outcome.messages, HasSubstr("answers.csv:2:1: error: I1: is not a code"));
     EXPECT_EQ(1, std::distance(fs::directory_iterator(m_dir), {})) << "only the answers are there";
+}
+
+// The host program's report is that of a batch.
+TEST_F(BigFive, IsWhatABatchWrites) {
+    ASSERT_EQ(0, Make(answersOf("m")).code);
+    const Outcome outcome =
+        Run(cCommandLine, "batch '" + cQuestionnaire.string() + "' '" + file("answers.csv") +
+                              "' -o '" + file("out") + "'");
+    ASSERT_EQ(0, outcome.code) << outcome.messages;
+    EXPECT_EQ(readRtf(file("bigfive_full.rtf")), readRtf(file("out/zoe-full.rtf")));
+    EXPECT_EQ(readRtf(file("bigfive_short.rtf")), readRtf(file("out/zoe-short.rtf")));
 }
 
 TEST_F(BigFive, TellsUsageAndFileTroubleFromFaultyAnswers) {
     const fs::path program = cProgramDir / "bigfive_report";
     EXPECT_EQ(0, Run(program, "--help").code);
     for (const std::string arguments :
-         {"--outt x", "--out", "--answers /nowhere/answers.tsv", "--answers /", "--out /nowhere"}) {
+         {"--outt x", "--out", "--answers /nowhere/answers.csv", "--answers /", "--out /nowhere"}) {
         EXPECT_EQ(2, Run(program, arguments).code) << arguments;
     }
-}
-
-// The templates also serve without the program: only its functions are missing.
-TEST_F(BigFive, CommandLineMakesTheReportFromTheVariables) {
-    ASSERT_EQ(0, Make(answersOf("male")).code);
-    const Outcome outcome =
-        Run(cCommandLine, "report '" + (cTemplates / "full.rtf").string() + "' --vars '" +
-                              file("vars.tsv") + "' --include-dir '" + cProgramDir.string() +
-                              "' -o '" + file("plain.rtf") + "'");
-    ASSERT_EQ(0, outcome.code) << outcome.messages;
-    EXPECT_THAT(outcome.messages, HasSubstr("ITEM_TABLE"));
-    const std::string text = readRtf(file("plain.rtf"));
-    expectSoundRtf(text);
-    expectOrder(text, 0, {"98th percentile", "Suggestions for the conversation"});
-    EXPECT_EQ(std::string::npos, text.find("Am the life of the party."));
 }
 
 }  // namespace

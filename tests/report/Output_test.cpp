@@ -25,7 +25,7 @@ const std::string cEverything =
 
 std::vector<std::string> sampleTemplates() {
     std::vector<std::string> texts = {cEverything};
-    const std::filesystem::path folder = TESSALINK_SOURCE_DIR "/examples/bigfive/templates";
+    const std::filesystem::path folder = TESSALINK_SOURCE_DIR "/instruments/bigfive";
     if (!std::filesystem::exists(folder)) return texts;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() != ".rtf") continue;
