@@ -2,14 +2,22 @@
 
 #include <string_view>
 
+#include "apps/tessalink/TemplateInput.h"
 #include "platform/files/ModuleDir.h"
+#include "report/TemplateFile.h"
 
 namespace tessalink::cli {
+
+namespace {
+
+constexpr std::string_view cScrambled = ".DAT";
+constexpr const char* cPlain = ".rtf";
 
 CString includePath(const CString& name) {
     return GetModuleDir() + "\\" + name;
 }
 
+/// Whether a name, with "\" between folders, climbs out of the include folder.
 bool leavesFolder(const CString& name) {
     std::string_view rest = name.View();
     for (;;) {
@@ -18,6 +26,51 @@ bool leavesFolder(const CString& name) {
         if (end == std::string_view::npos) return false;
         rest.remove_prefix(end + 1);
     }
+}
+
+/// Whether there is a file of that name. One that is not stored as it should be is a fault, and so
+/// is one that can't be read.
+bool isThere(const CString& name, int scrambled) {
+    try {
+        TemplateFile file(includePath(name));
+        if (!isStoredOtherwise(file, scrambled)) return true;
+    } catch (const CFileException& error) {
+        if (error.m_cause == CFileException::fileNotFound ||
+            error.m_cause == CFileException::badPath) {
+            return false;
+        }
+        throw IncludeFault(includeTrouble(name, error));
+    }
+    throw IncludeFault("Include '" + name +
+                       (scrambled ? "' is plain text: store it with 'tessalink scramble'!"
+                                  : "' is scrambled: call it .DAT, or store it with 'tessalink "
+                                    "unscramble'!"));
+}
+
+IncludedFile find(const CString& name) {
+    if (leavesFolder(name)) {
+        throw IncludeFault("Include '" + name + "' leaves the include folder: name a file in it!");
+    }
+    const std::string_view part = name.View().substr(0, name.View().size() - cScrambled.size());
+    const CString plain = CString(part) + cPlain;
+    const bool hasScrambled = isThere(name, 1);
+    const bool hasPlain = isThere(plain, 0);
+    if (hasScrambled && hasPlain) {
+        throw IncludeFault("Include '" + name + "' is there twice, scrambled and plain as '" +
+                           plain + "': remove one!");
+    }
+    if (!hasScrambled && !hasPlain) {
+        throw IncludeFault("Include '" + name + "' is not in the include folder, and neither is '" +
+                           plain + "'!");
+    }
+    return {includePath(hasScrambled ? name : plain), hasScrambled ? 1 : 0};
+}
+
+}  // namespace
+
+const IncludedFile& IncludeFolder::Find(const CString& name) {
+    const auto known = m_found.find(name);
+    return known != m_found.end() ? known->second : m_found.emplace(name, find(name)).first->second;
 }
 
 CString includeTrouble(const CString& name, const CFileException& error) {

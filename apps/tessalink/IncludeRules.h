@@ -1,21 +1,36 @@
 #pragma once
 
+#include <map>
+
 #include "platform/base/CString.h"
 #include "platform/files/CFileException.h"
 
 namespace tessalink::cli {
 
-inline constexpr const char* cIncludeOutside =
-    "Include '%s' leaves the include folder: name a file in it!";
+/// Why an include can't be used; the message ends in "!".
+class IncludeFault : public CException {
+public:
+    explicit IncludeFault(const CString& message) : CException(message) {}
+};
 
-inline constexpr const char* cIncludePlain =
-    "Include '%s' is plain text: store it with 'tessalink scramble'!";
+/// The file that an include is in.
+struct IncludedFile {
+    CString path;
+    int isScrambled = 1;
+};
 
-/// Where an include is looked up.
-CString includePath(const CString& name);
+/// Finds includes in the include folder: PART.DAT, which is scrambled, or else PART.rtf, which is
+/// plain. What was found once is remembered.
+class IncludeFolder {
+public:
+    /// The name as FileParser::do_include gets it: "PART.DAT", with "\" between folders. Throws
+    /// IncludeFault: no such file or two of them, one that is not stored as it should be, a name
+    /// that leaves the folder.
+    const IncludedFile& Find(const CString& name);
 
-/// Whether an include's name, with "\" between folders, climbs out of the include folder.
-bool leavesFolder(const CString& name);
+private:
+    std::map<CString, IncludedFile> m_found;
+};
 
 /// The message for an include that can't be read.
 CString includeTrouble(const CString& name, const CFileException& error);

@@ -19,7 +19,8 @@ namespace {
 struct Run {
     VarTable& variables;
     GraphFctTable* graphs;  ///< null: none
-    std::set<CString> skippedCalls;
+    std::set<CString> skippedCalls = {};
+    IncludeFolder includes = {};
 };
 
 /// A run whose host functions are the described graphs, and whose includes stay in their folder.
@@ -30,14 +31,18 @@ public:
 
 protected:
     int do_include(const CString& name) override {
-        if (leavesFolder(name)) return handle_error(cIncludeOutside, name);
+        std::optional<TemplateFile> file;
+        int scrambled = 1;
         try {
-            TemplateFile file(includePath(name));
-            if (isStoredOtherwise(file, 1)) return handle_error(cIncludePlain, name);
-            return run_include(file);
+            const IncludedFile& include = m_run.includes.Find(name);
+            scrambled = include.isScrambled;
+            file.emplace(include.path);
+        } catch (const IncludeFault& fault) {
+            return handle_error(fault.what());
         } catch (const CFileException& error) {
             return handle_error(static_cast<const char*>(includeTrouble(name, error)));
         }
+        return run_include(*file, scrambled);
     }
 
     int call_function(const CString& name) override {
@@ -84,7 +89,7 @@ int makeReport(const ReportOptions& options) {
     TemplateInput input(options.templatePath, options.storage);
     setIncludeFolder(options.templatePath, options.includeFolder);
     WholeFile output(options.outputPath.c_str());
-    Run run = {variables, graphs ? &*graphs : nullptr, {}};
+    Run run = {variables, graphs ? &*graphs : nullptr};
     ReportParser parser(input.File(), output, input.IsScrambled(), run);
     const int complete = parser.Parse(nullptr);
     // A run that ended at a write fault leaves it to the output to say what it was.

@@ -82,6 +82,7 @@ void TemplateWalk::read_template(const std::string& path, const CheckOptions& op
                          .c_str());
     }
     setIncludeFolder(path, options.includeFolder);
+    m_includeFolder = {};
     m_uses = {};
     read_file(input.File(), input.IsScrambled(), nullptr);
     read_includes();
@@ -98,19 +99,16 @@ void TemplateWalk::read_includes() {
 
 void TemplateWalk::read_include(const NamedUse& include) {
     CString trouble;
-    if (leavesFolder(include.name)) {
-        trouble.Format(cIncludeOutside, static_cast<const char*>(include.name));
-    } else {
-        const CString path = includePath(include.name);
-        if (!m_includesRead.insert(path).second) return;
-        try {
-            TemplateFile file(path);
-            if (!m_filesRead.insert(fileOf(file)).second) return;
-            if (!isStoredOtherwise(file, 1)) return read_file(file, 1, &include.first);
-            trouble.Format(cIncludePlain, static_cast<const char*>(include.name));
-        } catch (const CFileException& error) {
-            trouble = includeTrouble(include.name, error);
-        }
+    try {
+        const IncludedFile& found = m_includeFolder.Find(include.name);
+        TemplateFile file(found.path);
+        if (!m_filesRead.insert(fileOf(file)).second) return;
+        return read_file(file, found.isScrambled, &include.first);
+    } catch (const IncludeFault& fault) {
+        if (!m_includesMissed.insert(include.name).second) return;
+        trouble = fault.what();
+    } catch (const CFileException& error) {
+        trouble = includeTrouble(include.name, error);
     }
     ParseException fault(trouble);
     fault.SetPlace(include.first);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apps/tessalink/Commands.h"
+#include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
 #include "platform/base/CString.h"
 #include "report/ParseException.h"
@@ -75,7 +76,8 @@ private:
     void fail(const ParseException& fault);
 
     TemplateUses m_uses;
-    std::set<CString> m_includesRead;  ///< their paths as they were put together
+    IncludeFolder m_includeFolder;
+    std::set<CString> m_includesMissed;
     std::set<std::string> m_filesRead;
     int m_faults = 0;
     int m_troubles = 0;

@@ -22,7 +22,8 @@ namespace {
 
 constexpr const char* cTemplateText = "a report template; - reads standard input";
 constexpr const char* cIncludeFolderText =
-    "the folder of the included .DAT templates (default: the folder of TEMPLATE)";
+    "the folder of the included templates, PART.DAT scrambled or else PART.rtf plain (default: the "
+    "folder of TEMPLATE)";
 
 constexpr const char* cTextAlternativeText =
     "pictures of graphs say what they show, for those who can't see them";

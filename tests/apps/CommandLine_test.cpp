@@ -51,6 +51,16 @@ TEST_F(CommandLine, MakesReports) {
     ExpectOnly({"out.rtf", "plain.rtf", "stored.dat", "text.dat", "vars.tsv"});
 }
 
+TEST_F(CommandLine, IncludesPlainAndScrambledParts) {
+    folder.Write("outer.rtf", "{\\rtf @DEFINE(p)@INCLUDE([one])}");
+    folder.Write("one.rtf", "plain @INCLUDE([two])@LET(p=[two])@EVAL([@INCLUDE(p)])");
+    Store("two.DAT", "@IF(0)@THEN @INCLUDE([none])@ENDIF scrambled@INCLUDE([three])");
+    folder.Write("three.rtf", "!");
+    const Finished run = Run({"report", "outer.rtf", "-o", "-"});
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, "{\\rtf plain scrambled!scrambled!}");
+}
+
 TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     folder.Write("fault.rtf", "{\\rtf x\r\n@Nobody}");
     folder.Write("eval.rtf", "{\\rtf\n@EVAL([ab@u])");
@@ -60,6 +70,11 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     Store("inner/one.DAT", "1\n2\n@INCLUDE([inner\\two])");
     Store("inner/two.DAT", "@IF(");
     folder.Write("missing.rtf", "{\\rtf @INCLUDE([none])}");
+    folder.Write("twice.rtf", "{\\rtf @INCLUDE([both])}");
+    folder.Write("both.rtf", "plain text");
+    Store("both.DAT", "plain text");
+    folder.Write("wrong.rtf", "{\\rtf @INCLUDE([wrong2])}");
+    Store("wrong2.rtf", "{\\rtf Some Words \\b @Nobody}");
     folder.Write("leave.rtf", "{\\rtf @INCLUDE([../other])}");
     folder.Write("leave2.rtf", "{\\rtf @INCLUDE([a\\..\\..\\other])}");
     folder.Write("bad.tsv", "x\tint\tfive\n");
@@ -82,7 +97,14 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
          "inner/two.DAT:1:5: error: Unexpected token in expression!\n"
          "inner/one.DAT:3:1: note: included from here\n"
          "outer.rtf:2:2: note: included from here\n"},
-        {{"missing.rtf"}, 1, "missing.rtf:1:7: error: Include 'none.DAT' can't be read: "},
+        {{"missing.rtf"},
+         1,
+         "missing.rtf:1:7: error: Include 'none.DAT' is not in the include folder, and neither is "
+         "'none.rtf'!"},
+        {{"twice.rtf"},
+         1,
+         "twice.rtf:1:7: error: Include 'both.DAT' is there twice, scrambled and plain as "},
+        {{"wrong.rtf"}, 1, "wrong.rtf:1:7: error: Include 'wrong2.rtf' is scrambled: "},
         {{"leave.rtf"}, 1, "leave.rtf" + leaves + "..\\other.DAT' leaves the include folder"},
         {{"leave2.rtf"}, 1, "leave2.rtf" + leaves},
         {{"fault.rtf", "--vars", "bad.tsv"}, 1, "bad.tsv:1:7: error: 'five' is not a whole number"},
@@ -110,7 +132,7 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     }
     EXPECT_EQ(folder.Read("out.rtf"), "before");
     EXPECT_FALSE(std::filesystem::exists(folder.Path("new.rtf")));
-    EXPECT_EQ(folder.Names().size(), 10u) << "nothing is left over";
+    EXPECT_EQ(folder.Names().size(), 15u) << "nothing is left over";
 
     const Finished skipped = Run({"report", "call.rtf", "-o", "-"});
     EXPECT_EQ(skipped.exitCode, 0);
@@ -282,7 +304,8 @@ TEST_F(CommandLine, ChecksEveryBranch) {
         {"@IF(x)@THEN@DEFER_START(1)@DEFINE(a)@DEFER_END@PRINT_DEFERRED(ASC)@ENDIF@DEFINE(a)", ""},
         {"@EVAL([@u(]+v)@CALL(f)", ""},
         {"@INCLUDE(named)@INCLUDE(v) \\par", ""},
-        {"@INCLUDE([none])", "Include 'none.DAT' can't be read: "},
+        {"@INCLUDE([none])",
+         "Include 'none.DAT' is not in the include folder, and neither is 'none.rtf'!"},
         {"@IF(x)@THEN", "@ENDIF expected!"},
         {"@ELSE", "End of File expected!"},
     };
