@@ -13,6 +13,7 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchArguments.h"
+#include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
 
@@ -250,6 +251,7 @@ int run(int argc, char** argv) {
     PictureOptions picture;
     GraphOptions graph;
     BatchArguments batch;
+    QuestionnaireOptions questionnaire;
     Command command;
     addReport(app, report, command);
     addScramble(app, "scramble", "Store a template as the library reads it", scramble, command);
@@ -262,6 +264,7 @@ int run(int argc, char** argv) {
     addPicture(app, picture, command);
     addGraph(app, graph, command);
     addBatch(app, batch, command);
+    addQuestionnaire(app, questionnaire, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
