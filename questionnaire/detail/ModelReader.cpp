@@ -23,6 +23,7 @@ constexpr std::size_t cMaxReports = 100;
 constexpr std::size_t cMaxPairs = 10000;
 constexpr std::size_t cMaxSectors = 360;
 constexpr std::size_t cMaxIdentity = 64;
+constexpr const char* cNoName = "must be a name";
 constexpr double cMostPercent = 99.99;
 constexpr double cLeastPercent = 1;
 constexpr double cMaxValue = 1e9;
@@ -431,13 +432,15 @@ void ModelReader::read_vectors(const JsonValue& vectors) {
         if (spec.horizontal != nullptr)
             vector.horizontal = named(m_scales, "scale", *spec.horizontal);
         if (spec.vertical != nullptr) vector.vertical = named(m_scales, "scale", *spec.vertical);
+        if (spec.id.IsEmpty()) spec.Fail("id", cNoName);
         if (!isNew) spec.Fail("id", "duplicate vector " + quoted(spec.id.View()));
         if (spec.sectors == nullptr) return;
         each(*spec.sectors, Kind::List, cMaxSectors, [&](const JsonMember& sector) {
             vector.sectors.push_back(m_in.Text(sector.value).value_or(""));
         });
-        if (spec.sectors->members.size() == 1)
+        if (spec.sectors->members.size() < 2) {
             m_in.Fail(*spec.sectors, "needs at least two sectors");
+        }
     });
 }
 
@@ -476,9 +479,9 @@ AnsweringIndex::Pair ModelReader::read_pair(const JsonValue& value) const {
     pair.second = named(m_items, "item", ends[1].value);
     if (pair.first == pair.second) m_in.Fail(ends[1].value, "must be another item");
     for (const JsonMember& end : ends) {
-        const ResponseSet& set =
-            m_model.responseSets[m_model.items[named(m_items, "item", end.value)].responses];
-        if (std::isnan(set.min)) {
+        const std::size_t set = m_model.items[named(m_items, "item", end.value)].responses;
+        // A set that is not there is a fault of its own.
+        if (set < m_model.responseSets.size() && std::isnan(m_model.responseSets[set].min)) {
             m_in.Fail(end.value, "its response set has no value in some choice");
         }
     }
@@ -492,6 +495,7 @@ void ModelReader::read_indexes(const JsonValue& indexes) {
         const bool isNew = m_indexes.Add(spec.id, placeOf(member.value, "id"));
         AnsweringIndex& index = m_model.indexes.emplace_back();
         index.id = spec.id;
+        if (spec.id.IsEmpty()) spec.Fail("id", cNoName);
         if (!isNew) spec.Fail("id", "duplicate index " + quoted(spec.id.View()));
         if (!spec.kind) return;
         index.kind = static_cast<IndexKind>(*spec.kind);
@@ -670,12 +674,31 @@ const JsonValue& ModelReader::PlaceOf(NameOwner owner, std::size_t index) const 
     return places == nullptr ? *m_root : places->PlaceOf(index);
 }
 
+/// Whether a name is that of a column of tables of responses.
+bool ModelReader::is_column(const MadeName& made) const {
+    return (made.owner == NameOwner::Item && m_model.items[made.index].id == made.name) ||
+           (made.owner == NameOwner::Field && m_model.fields[made.index].id == made.name);
+}
+
+/// People write the names of columns in letters of either case.
+void ModelReader::check_column(const CString& name, const JsonValue& place,
+                               std::map<CString, CString>& columns) const {
+    CString small = name;
+    small.MakeLower();
+    const auto [other, isNew] = columns.try_emplace(small, name);
+    if (isNew || other->second == name) return;
+    m_in.Fail(place, quoted(name.View()) + " differs from " + quoted(other->second.View()) +
+                         " in small and capital letters alone: choose another id");
+}
+
 void ModelReader::CheckNames() const {
     constexpr const char* what[] = {"questionnaire", "item",  "scale", "vector",
                                     "index",         "field", "word"};
     std::map<CString, MadeName> known;
+    std::map<CString, CString> columns;  // of tables, by their names in small letters
     for (const MadeName& made : madeNames(m_model)) {
         const JsonValue& place = PlaceOf(made.owner, made.index);
+        if (is_column(made)) m_in.Attempt([&] { check_column(made.name, place, columns); });
         m_in.Attempt([&] {
             if (!isVariableName(made.name.View()) || isCommandName(made.name.View())) {
                 m_in.Fail(place,
@@ -688,9 +711,9 @@ void ModelReader::CheckNames() const {
             }
             const auto [other, isNew] = known.try_emplace(made.name, made);
             if (isNew) return;
-            m_in.Fail(place, "the variable " + quoted(made.name.View()) + " is also one of the " +
-                                 what[static_cast<std::size_t>(other->second.owner)] + " " +
-                                 "before it: choose another id");
+            m_in.Fail(place, "the variable " + quoted(made.name.View()) + " is made by a " +
+                                 what[static_cast<std::size_t>(other->second.owner)] +
+                                 " before it already: choose another id");
         });
     }
 }

@@ -53,6 +53,9 @@ public:
 private:
     struct Root;
 
+    bool is_column(const MadeName& made) const;
+    void check_column(const CString& name, const JsonValue& place,
+                      std::map<CString, CString>& columns) const;
     void read_sets(const JsonValue& sets);
     void read_items(const JsonValue& items);
     void read_scales(const JsonValue& scales);
