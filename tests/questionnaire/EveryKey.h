@@ -6,7 +6,9 @@ namespace tessalink::test {
 
 /// The files of a questionnaire that has every key that there is.
 inline QuestionnaireFiles everyKey() {
-    return {{"questionnaire.json", R"({"id": "every-key.1", "title": "Every key", "version": "1", "language": "en",
+    return {
+        {"questionnaire.json",
+         R"({"id": "every-key.1", "title": "Every key", "version": "1", "language": "en",
   "$schema": "questionnaire.schema.json", "licence": "none", "source": "invented",
   "responseSets": {
     "r": {"choices": [
@@ -47,11 +49,12 @@ inline QuestionnaireFiles everyKey() {
   "derived": "derived.rtf",
   "reports": [{"id": "a", "title": "A", "template": "a.rtf"}]
 })"},
-            {"norms.csv", "scale,sex,age,raw,T,reliability\nSum,f,0+,0,30,0.8\nSum,f,0+,1-6,50,\n"},
-            {"graphs.json", R"({"graphs": {"Bar": {"sections": [{"scale": {"min": 0, "max": 9, "points": ["@Sum"]}}]}}})"},
-            {"derived.rtf", "@DEFINE(Twice)@LET(Twice=Sum*2)"},
-            {"a.rtf", "@Twice @CALL(Bar) @Sum @INCLUDE([PART])"},
-            {"PART.rtf", "@Name"}};
+        {"norms.csv", "scale,sex,age,raw,T,reliability\nSum,f,0+,0,30,0.8\nSum,f,0+,1-6,50,\n"},
+        {"graphs.json",
+         R"({"graphs": {"Bar": {"sections": [{"scale": {"min": 0, "max": 9, "points": ["@Sum"]}}]}}})"},
+        {"derived.rtf", "@DEFINE(Twice)@LET(Twice=Sum*2)"},
+        {"a.rtf", "@Twice @CALL(Bar) @Sum @INCLUDE([PART])"},
+        {"PART.rtf", "@Name"}};
 }
 
 }  // namespace tessalink::test

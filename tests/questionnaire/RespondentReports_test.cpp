@@ -79,8 +79,8 @@ TEST(RespondentReports, WritesWhatIsKnownOfAPerson) {
     } cases[] = {
         {"@QuestionnaireTitle @RespondentID", "Mini \\{x\\} p/1", "Mini \\{x\\} x"},
         {"@Q1 @Q1_Value @Q1_Label @Q1_Text", "2 1 a \\'5bbit\\'5d \\'40 One", "   One"},
-        {"@Born @Born_Day.@Born_Month.@Born_Year @Began @Years @Sex @Sex_Code @Sex_Label @Subject", "2001-02-03 3.2.2001 14:05 9 2 m male he",
-         " ..      they"},
+        {"@Born @Born_Day.@Born_Month.@Born_Year @Began @Years @Sex @Sex_Code @Sex_Label @Subject",
+         "2001-02-03 3.2.2001 14:05 9 2 m male he", " ..      they"},
         {"@Sum, @Sum_Missing, @Twice, @Called", "1, 0, 2, M. Ann", ", 2, , M. "},
         {"@COMPUTE(Sum*10:6:1)|@EVAL([n=]+Sum)", "10|n=1", "|n="},
         {"@IF(Sum>0)@THEN+@ELSE-@ENDIF@IF(Sum<=0)@THEN+@ELSE-@ENDIF", "+-", "--"},

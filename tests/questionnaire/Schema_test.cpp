@@ -43,7 +43,8 @@ void collect(const Value& value, const rapidjson::Pointer& at,
     pointers.push_back(at);
     if (value.IsObject()) {
         for (const auto& member : value.GetObject()) {
-            collect(member.value, at.Append(member.name.GetString(), member.name.GetStringLength()), pointers);
+            collect(member.value, at.Append(member.name.GetString(), member.name.GetStringLength()),
+                    pointers);
         }
     } else if (value.IsArray()) {
         for (rapidjson::SizeType i = 0; i < value.Size(); ++i) {
