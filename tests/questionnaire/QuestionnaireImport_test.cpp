@@ -1,0 +1,234 @@
+#include "questionnaire/QuestionnaireImport.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/InputError.h"
+#include "platform/files/CMemFile.h"
+#include "questionnaire/Questionnaire.h"
+#include "tests/questionnaire/EveryKey.h"
+#include "tests/support/Dice.h"
+#include "tests/support/RandomQuestionnaire.h"
+
+namespace tessalink::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* cHeader =
+    "Variable / Field Name,Form Name,Section Header,Field Type,Field Label,\"Choices, "
+    "Calculations, "
+    "OR Slider Labels\",Field Note,Text Validation Type OR Show Slider Number,Text Validation "
+    "Min,Text Validation Max,Identifier?,Branching Logic (Show field only if...),Required "
+    "Field?,Custom Alignment,Question Number (surveys only),Matrix Group Name,Matrix "
+    "Ranking?,Field Annotation\n";
+
+/// A questionnaire in a line for each set, item and field, then the notes; or its fault.
+std::vector<std::string> shown(ImportedQuestionnaire (*import)(CFile&), const std::string& text) {
+    std::vector<std::string> lines;
+    CMemFile file(text);
+    try {
+        const ImportedQuestionnaire imported = import(file);
+        const QuestionnaireModel& model = imported.model;
+        for (const ResponseSet& set : model.responseSets) {
+            std::string line = std::string(set.id.View()) + ":";
+            for (const Choice& choice : set.choices) {
+                line +=
+                    " " + std::string(choice.code.View()) + "=" + std::string(choice.label.View());
+                if (choice.value) line += "(" + std::to_string(*choice.value).substr(0, 4) + ")";
+                if (!choice.system.empty()) line += "@" + choice.system;
+            }
+            if (!set.HasChoices()) {
+                line += " " + std::to_string(set.lowest) + ".." + std::to_string(set.highest);
+            }
+            lines.push_back(line);
+        }
+        for (const Item& item : model.items) {
+            lines.push_back(std::string(item.id.View()) + " '" + std::string(item.text.View()) +
+                            "' " + std::string(model.responseSets[item.responses].id.View()) +
+                            (item.linkId.empty() ? "" : " <- " + item.linkId));
+        }
+        for (const Field& field : model.fields) {
+            lines.push_back("field " + std::string(field.id.View()) + " '" +
+                            std::string(field.label.View()) + "' " +
+                            std::to_string(static_cast<int>(field.type)));
+        }
+        for (const ImportNote& note : imported.notes) {
+            lines.push_back("note " + note.place + ": " + note.text);
+        }
+        // What is imported is a questionnaire as it is.
+        QuestionnaireFiles files = {{"questionnaire.json", writeQuestionnaire(model)}};
+        try {
+            const Questionnaire read = Questionnaire::Read(files, "q");
+            EXPECT_EQ(writeQuestionnaire(read.Model()), files["questionnaire.json"]);
+        } catch (const QuestionnaireFaults& faults) {
+            ADD_FAILURE() << faults.what() << "\n" << files["questionnaire.json"];
+        }
+    } catch (const InputError& fault) {
+        lines.push_back("!" + std::to_string(fault.GetPlace().line) + ":" +
+                        std::to_string(fault.GetPlace().column) + " " + fault.what());
+    }
+    return lines;
+}
+
+std::vector<std::string> dictionary(const std::string& rows) {
+    return shown(importDictionary, cHeader + rows);
+}
+
+TEST(QuestionnaireImport, TakesDictionariesAsTheyAre) {
+    EXPECT_THAT(
+        dictionary(
+            "m1,mood,<h1>Mood</h1>,radio,\"<b>I am</b> sad &amp; tired,\nmostly\",\"0, Never | 1, "
+            "Sometimes, or so | 2,Often|\",,,,,,,y,,1,g,,\n"
+            "m2,mood,,dropdown,I sleep,\"0, Never | 1, Sometimes, or so | 2, "
+            "Often\",,,,,,\"[m1] > 0\",,,2,g,y,\n"
+            "text,mood,,yesno,Ever?,,,,,,,,,,,,,\n"
+            "sex,mood,,radio,Sex,\"f, female | m, male\",,,,,,,,,,,,\n"
+            "pain,mood,,slider,Pain,left | middle | right,,number,1,10,,,,,,,,\n"
+            "box,mood,,checkbox,Which,\"1, A | -2, B\",,,,,,,,,,,,\n"
+            "born,mood,,text,Born,,,date_dmy,,,y,,,,,,,\n"
+            "age,mood,,text,Age,,,integer,18,99,,,,,,,,\n"
+            "kg,mood,,text,\xC5\x81 kg,,,number_comma_decimal,,,,,,,,,,\n"
+            "mail,mood,,text,,,,email,,,,,,,,,,\n"
+            "more,mood,,notes,More,,,,,,,,,,,,,\n"
+            "sum,mood,,calc,Sum,[m1]+[m2],,,,,,,,,,,,\n"
+            "file,mood,,file,File,,,,,,,,,,,,,\n"
+            "a_name_that_is_much_too_long_for_it,mood,,truefalse,Long,,,,,,,,,,,,,\n"),
+        ElementsAre(
+            "answers1: 0=Never(0.00) 1=Sometimes, or so(1.00) 2=Often(2.00)",
+            "answers2: 1=Yes(1.00) 0=No(0.00)", "answers3: f=female m=male", "answers4: 1..10",
+            "answers5: 1=Checked(1.00) 0=Unchecked(0.00)", "answers6: 1=True(1.00) 0=False(0.00)",
+            "m1 'I am sad & tired, mostly' answers1", "m2 'I sleep' answers1",
+            "text_2 'Ever?' answers2", "sex 'Sex' answers3", "pain 'Pain' answers4",
+            "box___1 'Which: A' answers5", "box____2 'Which: B' answers5",
+            "a_name_that_is_much_too_ 'Long' answers6", "field born 'Born' 4", "field age 'Age' 1",
+            "field kg 'L kg' 2", "field mail 'mail' 0", "field more 'More' 0",
+            "note m2: is asked under a condition there ([m1] > 0): a missing answer counts as "
+            "missing here",
+            "note m2: is a rank there: that no rank is given twice is not checked here",
+            "note text: is called text_2 here, as names of variables must be",
+            "note sex: has codes that are no numbers: give each choice a 'value' where a scale is "
+            "to count it",
+            "note kg: has letters that reports lack: the nearest ones stand for them",
+            "note mail: becomes a text, whose form ('email') is not checked",
+            "note sum: stays behind: fields of the type 'calc' hold no answer",
+            "note file: stays behind: fields of the type 'file' hold no answer",
+            "note a_name_that_is_much_too_long_for_it: is called a_name_that_is_much_too_ here, as "
+            "names of variables must be"));
+}
+
+TEST(QuestionnaireImport, RefusesWhatIsNoDictionary) {
+    EXPECT_THAT(shown(importDictionary, "a,b\n1,2\n"),
+                ElementsAre(HasSubstr("!1:1 no column 'Variable / Field Name'")));
+    EXPECT_THAT(dictionary(""), ElementsAre(HasSubstr("!1:1 no field can be an item")));
+    EXPECT_THAT(dictionary("a,m,,radio,A,\"1, x | 1, y\",,,,,,,,,,,,\n"),
+                ElementsAre(HasSubstr("a choice has no code of its own")));
+    EXPECT_THAT(dictionary("a,m,,yesno,A,,,,,,,,,,,,,\na,m,,yesno,A,,,,,,,,,,,,,\n"),
+                ElementsAre("!3:1 duplicate field"));
+}
+
+constexpr const char* cFhir = R"~({
+  "resourceType": "Questionnaire", "name": "PHQ 2", "title": "Two questions", "status": "draft",
+  "url": "http://example.org/q", "version": "3",
+  "contained": [
+    {"resourceType": "ValueSet", "id": "freq", "compose": {"include": [{"system": "http://loinc.org",
+      "concept": [{"code": "LA1", "display": "Not at all", "extension": [
+                     {"url": "http://hl7.org/fhir/StructureDefinition/ordinalValue", "valueDecimal": 0}]},
+                  {"code": "LA2", "display": "Daily", "extension": [
+                     {"url": "http://hl7.org/fhir/StructureDefinition/itemWeight", "valueDecimal": 3}]}]}]}},
+    {"resourceType": "ValueSet", "id": "late", "expansion": {"contains": [
+      {"code": "a", "display": "Rarely (1)"}, {"code": "b", "display": "Often (2.5)"}]}}],
+  "item": [
+    {"linkId": "g", "type": "group", "item": [
+      {"linkId": "/44250-9", "text": "Interest", "type": "choice", "answerValueSet": "#freq"},
+      {"linkId": "q2", "text": "Mood", "type": "choice", "answerValueSet": "#freq", "repeats": true,
+       "enableWhen": [{"question": "/44250-9", "operator": "exists", "answerBoolean": true}]}]},
+    {"linkId": "q3", "text": "Sleep", "type": "open-choice", "answerValueSet": "#late"},
+    {"linkId": "q4", "text": "Plain", "type": "choice", "answerOption": [
+      {"valueCoding": {"code": "x", "display": "X"}}, {"valueString": "Y"}],
+     "item": [{"linkId": "q4.1", "text": "Why", "type": "string"}]},
+    {"linkId": "q5", "text": "How many", "type": "choice",
+     "answerOption": [{"valueInteger": 1}, {"valueInteger": 5}]},
+    {"linkId": "q6", "text": "Pain", "type": "integer", "extension": [
+      {"url": "http://hl7.org/fhir/StructureDefinition/minValue", "valueInteger": 0},
+      {"url": "http://hl7.org/fhir/StructureDefinition/maxValue", "valueInteger": 10}]},
+    {"linkId": "q7", "text": "Age", "type": "integer"},
+    {"linkId": "q8", "text": "Ever", "type": "boolean"},
+    {"linkId": "q9", "text": "Far", "type": "choice", "answerValueSet": "http://example.org/vs"},
+    {"linkId": "q10", "text": "When", "type": "date"},
+    {"linkId": "q11", "text": "Photo", "type": "attachment"},
+    {"linkId": "q12", "text": "Read this", "type": "display"}]})~";
+
+TEST(QuestionnaireImport, TakesFhirQuestionnaires) {
+    EXPECT_THAT(
+        shown(importFhirQuestionnaire, cFhir),
+        ElementsAre(
+            "answers1: LA1=Not at all(0.00)@http://loinc.org LA2=Daily(3.00)@http://loinc.org",
+            "answers2: a=Rarely (1)(1.00) b=Often (2.5)(2.50)", "answers3: x=X(0.00) Y=Y(1.00)",
+            "answers4: 1=1(1.00) 5=5(5.00)", "answers5: 0..10",
+            "answers6: true=Yes(1.00) false=No(0.00)", "I44250_9 'Interest' answers1 <- /44250-9",
+            "q2 'Mood' answers1", "q3 'Sleep' answers2", "q4 'Plain' answers3",
+            "q5 'How many' answers4", "q6 'Pain' answers5", "q8 'Ever' answers6",
+            "field q4_1 'Why' 0", "field q7 'Age' 1", "field q10 'When' 4",
+            "note /44250-9: is called I44250_9 here, as names of variables must be",
+            "note q2: is asked under a condition there: a missing answer counts as missing here",
+            "note q2: may have several answers there: such a response fails here",
+            "note q3: may be answered freely there: such an answer fails here",
+            "note q4: has no numbers behind its choices: they count from 0 in their order; look "
+            "whether that is meant",
+            "note q4.1: is called q4_1 here, as names of variables must be",
+            "note q7: becomes an entry of the form, as its least and greatest number are not given",
+            "note q9: stays behind: its choices are in http://example.org/vs, which is not part of "
+            "the file",
+            "note q11: stays behind: questions of the type 'attachment' can't be answered here"));
+    const auto changed = [](const std::string& from, const std::string& to) {
+        std::string text = cFhir;
+        return shown(importFhirQuestionnaire, text.replace(text.find(from), from.size(), to));
+    };
+    EXPECT_THAT(changed("\"Questionnaire\"", "\"Patient\""),
+                ElementsAre(HasSubstr("is no FHIR Questionnaire")));
+    EXPECT_THAT(changed("\"q3\"", "\"q2\""), ElementsAre(HasSubstr("duplicate linkId 'q2'")));
+    EXPECT_THAT(changed("\"linkId\": \"q6\"", "\"linkId\": \"q6\", \"modifierExtension\": []"),
+                ElementsAre(HasSubstr("/item/4/modifierExtension")));
+}
+
+TEST(QuestionnaireImport, SurvivesDamage) {
+    Dice dice(8);
+    const std::string rows = std::string(cHeader) +
+                             "m1,mood,,radio,\"<b>I am</b>\",\"0, Never | 1, x\",,,,,,,y,,1,g,,\n";
+    for (const auto& [import, text] : {std::pair(&importDictionary, rows),
+                                       std::pair(&importFhirQuestionnaire, std::string(cFhir))}) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            shown(import, text.substr(0, i));
+            std::string damaged = text;
+            damaged[i] = static_cast<char>(damaged[i] ^ (1 << dice.Below(8)));
+            shown(import, damaged);
+        }
+    }
+}
+
+/// What is written reads back as the same, and is the same when it is written again.
+TEST(QuestionnaireImport, ModelsAreWrittenWhole) {
+    Dice dice(2);
+    for (int round = 0; round < 100; ++round) {
+        QuestionnaireFiles files = round == 0 ? everyKey() : RandomQuestionnaire(dice).Files();
+        const Questionnaire first = Questionnaire::Read(files, "q");
+        files["questionnaire.json"] = writeQuestionnaire(first.Model());
+        const Questionnaire second = Questionnaire::Read(files, "q");
+        ASSERT_EQ(writeQuestionnaire(second.Model()), files["questionnaire.json"]);
+        if (round > 0) continue;
+        for (const char* part :
+             {"http://x", "\"weight\": -0.5", "\"reverse\": true", "/3", "\"n\"",
+              "\"birth\": \"Born\"", "\"sex\": \"Sex\"", "\"confidence\": 90", "\"normFactor\": 2",
+              "\"length\": 30", "midpoint", "\"value\": 1.5"}) {
+            EXPECT_THAT(files["questionnaire.json"], HasSubstr(part));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tessalink::test
