@@ -22,6 +22,17 @@ void addQuestionnaire(CLI::App& app, QuestionnaireOptions& options, std::functio
                    "list the variables that it makes, one a line");
     add("new", "Make a small questionnaire to start from", newQuestionnaire,
         "a folder that is not there yet, or is empty");
+    CLI::App* const import = questionnaire->add_subcommand(
+        "import", "Make a questionnaire of a REDCap data dictionary or a FHIR Questionnaire");
+    import->add_option("file", options.importPath, "the dictionary (CSV) or Questionnaire (JSON)")
+        ->required();
+    import->add_option("-o,--output", options.folder, "a folder that is not there yet, or is empty")
+        ->required();
+    import->callback(
+        [&options, &command] { command = [&options] { return importQuestionnaire(options);
+};
+}  // namespace tessalink::cli
+);
 }
 
 }  // namespace tessalink::cli

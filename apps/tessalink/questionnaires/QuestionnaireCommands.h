@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -13,6 +14,7 @@ namespace tessalink::cli {
 struct QuestionnaireOptions {
     std::string folder;
     bool listsVariables = false;
+    std::string importPath;  ///< what `import` reads
 };
 
 /// Adds the command, which makes `command` what is to be run. All must outlive the app.
@@ -22,5 +24,13 @@ void addQuestionnaire(CLI::App& app, QuestionnaireOptions& options, std::functio
 int checkQuestionnaire(const QuestionnaireOptions& options);
 /// Makes a folder with a small questionnaire that works.
 int newQuestionnaire(const QuestionnaireOptions& options);
+
+/// Makes a folder of what another program describes, and tells what did not come over.
+int importQuestionnaire(const QuestionnaireOptions& options);
+
+/// Makes a folder, which must not be there or be empty. Raises a CException for trouble.
+void makeFolder(const std::string& folder);
+/// Stores a file in a folder as a whole.
+void storeFile(const std::string& folder, const char* name, std::string_view text);
 
 }  // namespace tessalink::cli
