@@ -239,8 +239,8 @@ void ModelReader::Read() {
             {root.indexes, &ModelReader::read_indexes},
             {root.words, &ModelReader::read_words},
             {root.reports, &ModelReader::read_reports}};
-        for (const auto& [value, read] : parts) {
-            if (value != nullptr) m_in.Attempt([&] { (this->*read)(*value); });
+        for (const auto& part : parts) {
+            if (part.first != nullptr) m_in.Attempt([&] { (this->*part.second)(*part.first); });
         }
         if (m_graphs != nullptr) {
             m_in.Attempt([&] { m_model.graphFile = file_name(*m_graphs); });
