@@ -25,7 +25,7 @@ inline ByteWord loadWord(const char* bytes) {
 /// Fewer bytes than a word has, and zeros behind them.
 inline ByteWord loadBytes(const char* bytes, std::size_t count) {
     ByteWord word = 0;
-    std::memcpy(&word, bytes, count);
+    if (count > 0) std::memcpy(&word, bytes, count);  // an empty text may have no bytes at all
     return word;
 }
 /// The first bytes of a word, and zeros behind them.
