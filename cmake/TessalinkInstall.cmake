@@ -33,6 +33,9 @@ if(TARGET tessalink)
   endif()
 endif()
 
+# Questionnaires as data.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/instruments/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tessalink/instruments)
+
 get_property(components GLOBAL PROPERTY TESSALINK_COMPONENTS)
 configure_package_config_file(cmake/tessalinkConfig.cmake.in
   ${PROJECT_BINARY_DIR}/tessalinkConfig.cmake INSTALL_DESTINATION ${package})

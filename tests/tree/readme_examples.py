@@ -89,6 +89,7 @@ def run_example(kind, name, text, printed, folder, environment):
     elif kind == "command":
         printed[name] = execute(["sh", "-e", "-c", text], folder, environment)
     elif kind == "template":
+        os.makedirs(os.path.dirname(os.path.join(folder, name)), exist_ok=True)
         with open(os.path.join(folder, name), "w", encoding=encoding_of(name)) as file:
             file.write(text)
     else:
