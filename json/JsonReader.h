@@ -32,15 +32,15 @@ struct JsonWord {
 /// Reads single values of a JSON file, which must outlive it. A value that isn't what it should be
 /// is a fault: an InputError with its place and path.
 ///
-/// A reader that is given a list of faults goes on after one, where Attempt is used: JsonObject does so
-/// for each of its keys, so that one reading tells all that is wrong with a file.
+/// A reader that is given a list of faults goes on after one, where Attempt is used: JsonObject
+/// does so for each of its keys, so that one reading tells all that is wrong with a file.
 ///
 /// A derived reader may let a text stand for a number, and replace parts of texts. What is still
 /// unknown to it then has no value; this reader's results always have one.
 class TESSALINK_API JsonReader {
 public:
-    /// Faults that don't end the reading are added to `faults`, which must outlive the reader; null:
-    /// the first one ends it.
+    /// Faults that don't end the reading are added to `faults`, which must outlive the reader;
+    /// null: the first one ends it.
     explicit JsonReader(const JsonSource& source, std::vector<InputError>* faults = nullptr)
         : m_source(source), m_faults(faults) {}
     virtual ~JsonReader();

@@ -156,8 +156,9 @@ protected:
     virtual bool keeps_written_order() const { return false; }
     /// The name that the argument of an @INCLUDE, a string constant or a name, stands for.
     virtual CString include_name(const Token& token);
-    /// A parser for an include (`scrambled` as it was given to run_include), an EVAL (0) or a deferred block (as the template
-    /// that it stands in) of this run. A parser for plain includes makes all of them with 0.
+    /// A parser for an include (`scrambled` as it was given to run_include), an EVAL (0) or a
+    /// deferred block (as the template that it stands in) of this run. A parser for plain includes
+    /// makes all of them with 0.
     virtual std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                                       int scrambled);
     /// Stores the message, with its place, in the error sink and returns 0; without a sink, throws
