@@ -37,15 +37,17 @@ CString JsonSource::TextOf(const JsonValue& value) const {
     Throw(value.start + detail::rawOffset(written, converted.fault), &value, cNotInWindows1252);
 }
 
-void JsonSource::Throw(std::size_t offset, const JsonValue* value,
-                       const std::string& message) const {
+TextPlace JsonSource::place(std::size_t offset) const {
     const std::string_view before = std::string_view(m_text).substr(0, offset);
     const std::size_t lineStart = before.rfind('\n') + 1;  // 0 without one
-    const TextPlace place = {
-        m_file, static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n')) + 1,
-        offset - lineStart + 1};
+    const auto feeds = std::count(before.begin(), before.end(), '\n');
+    return {m_file, static_cast<std::uint64_t>(feeds) + 1, offset - lineStart + 1};
+}
+
+void JsonSource::Throw(std::size_t offset, const JsonValue* value,
+                       const std::string& message) const {
     const std::string path = value != nullptr ? detail::pathTo(m_root, value->start) : "";
-    throw InputError(place,
+    throw InputError(place(offset),
                      CString(std::string_view(path.empty() ? message : path + ": " + message)));
 }
 

@@ -26,6 +26,7 @@ public:
     explicit JsonSource(CFile& file);
 
     const JsonValue& Root() const { return m_root; }
+    TextPlace PlaceOf(const JsonValue& value) const { return place(value.start); }
 
     /// Raises an InputError at a value of this source.
     [[noreturn]] void Fail(const JsonValue& value, const std::string& message) const;
@@ -36,6 +37,7 @@ public:
     CString TextOf(const JsonValue& value) const;
 
 private:
+    TextPlace place(std::size_t offset) const;
     [[noreturn]] void Throw(std::size_t offset, const JsonValue* value,
                             const std::string& message) const;
 

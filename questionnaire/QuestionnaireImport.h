@@ -1,8 +1,10 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
+#include "core/TextPlace.h"
 #include "platform/base/Export.h"
 #include "questionnaire/QuestionnaireModel.h"
 
@@ -15,17 +17,22 @@ namespace tessalink {
 
 /// Something that did not come over as it was.
 struct ImportNote {
-    std::string place;  ///< the field or linkId in question, UTF-8
-    std::string text;   ///< what happened to it, and what to do
+    TextPlace place;
+    std::string name;  ///< the field or linkId in question, UTF-8; empty: the whole
+    std::string text;  ///< what happened to it, and what to do, UTF-8
 };
 
 struct ImportedQuestionnaire {
     QuestionnaireModel model;  ///< without scales and reports
     std::vector<ImportNote> notes;
+    /// Columns of the other program's tables whose items or fields have other names here, as
+    /// ResponseTableOptions takes them.
+    std::map<std::string, std::string> columnNames;
 };
 
-/// Reads a REDCap data dictionary: CSV in UTF-8. What is no dictionary is an InputError; what can't
-/// come over is noted. CFileException passes through.
+/// Reads a REDCap data dictionary: CSV in UTF-8, with its headings or the names that REDCap's
+/// programming interface gives them. What is no dictionary is an InputError; what can't come over
+/// is noted. CFileException passes through.
 TESSALINK_API ImportedQuestionnaire importDictionary(CFile& file);
 
 /// Reads a FHIR R4 `Questionnaire`, JSON, likewise.

@@ -211,6 +211,10 @@ std::string listedChoices(const std::vector<Choice>& choices, bool hasLabels) {
     return choices.size() > cShownChoices ? text + " ..." : text;
 }
 
+std::string lowered(std::string_view text) {
+    return CString(text).MakeLower().GetString();
+}
+
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return {};

@@ -44,6 +44,9 @@ std::string outOfRange(double lowest, double highest);
 /// The codes or labels of choices for a message, UTF-8; the first 40 of them.
 std::string listedChoices(const std::vector<Choice>& choices, bool hasLabels);
 
+/// Names in small letters, to find them in letters of either case.
+std::string lowered(std::string_view text);
+
 /// The text without blanks and tabs at its ends.
 std::string_view trimmed(std::string_view text);
 

@@ -8,27 +8,21 @@
 
 #include "json/JsonObject.h"
 #include "json/NameHint.h"
+#include "questionnaire/detail/ModelLimits.h"
 #include "report/VariablesFile.h"
 
 namespace tessalink::detail {
 
 namespace {
 
-constexpr std::size_t cMaxSets = 1000;
-constexpr std::size_t cMaxChoices = 1000;
-constexpr std::size_t cMaxItems = 10000;
 constexpr std::size_t cMaxScales = 1000;
-constexpr std::size_t cMaxFields = 1000;
 constexpr std::size_t cMaxReports = 100;
 constexpr std::size_t cMaxPairs = 10000;
 constexpr std::size_t cMaxSectors = 360;
-constexpr std::size_t cMaxIdentity = 64;
 constexpr const char* cNoName = "must be a name";
 constexpr double cMostPercent = 99.99;
 constexpr double cLeastPercent = 1;
-constexpr double cMaxValue = 1e9;
 constexpr int cDefaultLength = 80;
-constexpr int cMaxLength = 10000;
 constexpr JsonBounds cAnyValue = {-cMaxValue, cMaxValue};
 constexpr JsonBounds cAnyWhole = {-cMaxValue, cMaxValue};
 

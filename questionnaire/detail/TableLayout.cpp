@@ -26,10 +26,6 @@ constexpr std::size_t cNamesInNote = 20;
 constexpr const char* cNameField = "Name";
 constexpr const char* cIdColumn = "id";
 
-std::string lowered(std::string_view text) {
-    return CString(text).MakeLower().GetString();
-}
-
 std::string listed(const std::vector<std::string>& names) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), cNamesInNote); ++i) {

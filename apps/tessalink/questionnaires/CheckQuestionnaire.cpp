@@ -8,10 +8,6 @@ namespace tessalink::cli {
 
 namespace {
 
-std::string counted(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 std::string summaryOf(const Questionnaire& questionnaire) {
     const QuestionnaireModel& model = questionnaire.Model();
     return toUtf8(model.title.View()) + " " + toUtf8(model.version.View()) + ": " +
@@ -21,6 +17,10 @@ std::string summaryOf(const Questionnaire& questionnaire) {
 }
 
 }  // namespace
+
+std::string counted(std::size_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
 
 int checkQuestionnaire(const QuestionnaireOptions& options) {
     try {

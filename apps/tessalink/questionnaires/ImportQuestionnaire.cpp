@@ -1,15 +1,22 @@
+#include <filesystem>
+
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
 #include "core/FileText.h"
+#include "platform/base/Windows1252.h"
 #include "platform/files/CMemFile.h"
+#include "questionnaire/Questionnaire.h"
 #include "questionnaire/QuestionnaireImport.h"
+#include "questionnaire/ScoreTable.h"
+#include "report/PlainText.h"
 
 namespace tessalink::cli {
 
 namespace {
 
 constexpr std::size_t cMostBytes = std::size_t{64} << 20;
+constexpr const char* cMappingFile = "columns.csv";
 constexpr const char* cReportStart =
     "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}}\n"
     "@COMMENT A report to start from: what was answered. @COMMENT_END\n"
@@ -34,7 +41,8 @@ std::string reportOf(const QuestionnaireModel& model) {
     for (const Field& field : model.fields) {
         const std::string id(field.id.View());
         const bool isChoice = field.type == Field::Type::Choice;
-        text += "\\pard\\sa60 " + id + ": @" + id + (isChoice ? "_Label" : "") + "\\par\n";
+        text.append("\\pard\\sa60 ").append(escapeText(field.label.View()).View());
+        text += ": @" + id + (isChoice ? "_Label" : "") + "\\par\n";
     }
     for (const Item& item : model.items) {
         const std::string id(item.id.View());
@@ -44,21 +52,42 @@ std::string reportOf(const QuestionnaireModel& model) {
     return text + "\\pard\\par}\n";
 }
 
+/// A mapping file for `batch --map`.
+std::string mappingOf(const ImportedQuestionnaire& imported) {
+    std::string rows = "column,item\n";
+    for (const auto& [column, item] : imported.columnNames) {
+        appendCell(column, rows);
+        rows += "," + item + "\n";
+    }
+    return rows;
+}
+
+/// "dictionary.csv:12:1: note: mood_7: is called ..."
+std::string noteLine(const ImportNote& note) {
+    return std::string(note.place.file.View()) + ":" + std::to_string(note.place.line) + ":" +
+           std::to_string(note.place.column) +
+           ": note: " + (note.name.empty() ? "" : note.name + ": ") + note.text + "\n";
+}
+
 }  // namespace
 
 int importQuestionnaire(const QuestionnaireOptions& options) {
     ImportedQuestionnaire imported = read(options.importPath);
     imported.model.reports = {{"answers", "Answers", "answers.rtf"}};
     makeFolder(options.folder);
-    storeFile(options.folder, "questionnaire.json", writeQuestionnaire(imported.model));
+    storeFile(options.folder, Questionnaire::cFileName, writeQuestionnaire(imported.model));
     storeFile(options.folder, "answers.rtf", reportOf(imported.model));
+    const bool hasMapping = !imported.columnNames.empty();
+    if (hasMapping) storeFile(options.folder, cMappingFile, mappingOf(imported));
     std::string result;
-    for (const ImportNote& note : imported.notes) {
-        result += (note.place.empty() ? "" : note.place + ": ") + note.text + "\n";
+    for (const ImportNote& note : imported.notes) result += noteLine(note);
+    result += options.folder + ": made, with " + counted(imported.model.items.size(), "item") +
+              " and " + counted(imported.model.fields.size(), "field") +
+              "; add scales to questionnaire.json\n";
+    if (hasMapping) {
+        result += "some names differ: give tables to  tessalink batch  with  --map " +
+                  (std::filesystem::path(options.folder) / cMappingFile).string() + "\n";
     }
-    result += options.folder + ": made, with " + std::to_string(imported.model.items.size()) +
-              " items and " + std::to_string(imported.model.fields.size()) +
-              " fields; add scales to questionnaire.json\n";
     return printResult(result);
 }
 

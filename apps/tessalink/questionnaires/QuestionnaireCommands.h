@@ -28,6 +28,8 @@ int newQuestionnaire(const QuestionnaireOptions& options);
 /// Makes a folder of what another program describes, and tells what did not come over.
 int importQuestionnaire(const QuestionnaireOptions& options);
 
+/// "1 item", "2 items".
+std::string counted(std::size_t count, const char* what);
 /// Makes a folder, which must not be there or be empty. Raises a CException for trouble.
 void makeFolder(const std::string& folder);
 /// Stores a file in a folder as a whole.
