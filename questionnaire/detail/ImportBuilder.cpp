@@ -18,11 +18,11 @@ namespace tessalink::detail {
 
 namespace {
 
-constexpr std::array<const char*, 8> cEndings = {"",           cValueSuffix, cLabelSuffix,
+constexpr std::array<const char*, 9> cEndings = {"",           cValueSuffix, cLabelSuffix,
                                                  cTextSuffix,  cCodeSuffix,  cYearSuffix,
-                                                 cMonthSuffix, cDaySuffix};
+                                                 cMonthSuffix, cDaySuffix,   cMissingSuffix};
 /// With the longest of these endings, a name is still one of a variable.
-constexpr std::size_t cMaxId = cMaxVariableName - std::string_view(cMonthSuffix).size();
+constexpr std::size_t cMaxId = cMaxVariableName - std::string_view(cMissingSuffix).size();
 /// What every questionnaire makes.
 constexpr std::array<const char*, 4> cTaken = {cQuestionnaireId, cQuestionnaireTitle,
                                                cQuestionnaireVersion, cRespondentId};

@@ -153,7 +153,9 @@ void VariableFiller::Fill(const Respondent& respondent, const Scores& scores,
         }
     }
     for (std::size_t i = 0; i < model.fields.size(); ++i) {
-        add_field(model.fields[i], respondent.fields[i], row);
+        const FieldValue& value = respondent.fields[i];
+        add_field(model.fields[i], value, row);
+        row.Put(std::holds_alternative<std::monostate>(value) ? 1 : 0);
     }
     for (const PersonWord& word : model.words) {
         const auto* const position =

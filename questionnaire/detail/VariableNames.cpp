@@ -73,6 +73,7 @@ std::vector<MadeName> madeNames(const QuestionnaireModel& model) {
         } else if (field.type == Field::Type::Date) {
             names.Add(NameOwner::Field, i, field.id, {cYearSuffix, cMonthSuffix, cDaySuffix});
         }
+        names.Add(NameOwner::Field, i, field.id, {cMissingSuffix});
     }
     for (std::size_t i = 0; i < model.words.size(); ++i) {
         names.Add(NameOwner::Word, i, model.words[i].name, {""});

@@ -125,13 +125,13 @@ TEST(QuestionnaireImport, TakesDictionariesAsTheyAre) {
             "text_2 'Ever?' answers2", "kind 'Kind' answers3", "pain 'Pain' answers4",
             "box___1 'Which: A' answers5", "box____2 'Which: B' answers5", "M1_2 'Again' answers6",
             "I2nd 'Second' answers6", "RespondentID_2 'Id' answers2",
-            "a_name_that_is_much_too_lo 'Long' answers6",
-            "a_name_that_is_much_too__2 'Long' answers6", "field sex 'Sex' 3 f=female m=male",
-            "field who 'Who' 3 1=me -1=you", "field born 'Born' 4", "field age 'Age' 1",
-            "field odd 'Odd' 1", "field kg 'L kg' 2", "field mail 'mail' 0", "field more 'More' 0",
-            "column 2nd -> I2nd", "column M1 -> M1_2", "column RespondentID -> RespondentID_2",
-            "column a_name_that_is_much_too_long_for_it -> a_name_that_is_much_too_lo",
-            "column a_name_that_is_much_too_long_for_this -> a_name_that_is_much_too__2",
+            "a_name_that_is_much_too_ 'Long' answers6", "a_name_that_is_much_to_2 'Long' answers6",
+            "field sex 'Sex' 3 f=female m=male", "field who 'Who' 3 1=me -1=you",
+            "field born 'Born' 4", "field age 'Age' 1", "field odd 'Odd' 1", "field kg 'L kg' 2",
+            "field mail 'mail' 0", "field more 'More' 0", "column 2nd -> I2nd", "column M1 -> M1_2",
+            "column RespondentID -> RespondentID_2",
+            "column a_name_that_is_much_too_long_for_it -> a_name_that_is_much_too_",
+            "column a_name_that_is_much_too_long_for_this -> a_name_that_is_much_to_2",
             "column text -> text_2",
             "note 2 record_id: stays behind: it is the id of the respondents, see --id of batch",
             "note 3 m1: stands under the heading 'Mood', which stays behind",
@@ -158,9 +158,9 @@ TEST(QuestionnaireImport, TakesDictionariesAsTheyAre) {
             "note 22 M1: is called M1_2 here, as names of variables must be",
             "note 23 2nd: is called I2nd here, as names of variables must be",
             "note 24 RespondentID: is called RespondentID_2 here, as names of variables must be",
-            "note 25 a_name_that_is_much_too_long_for_it: is called a_name_that_is_much_too_lo "
+            "note 25 a_name_that_is_much_too_long_for_it: is called a_name_that_is_much_too_ "
             "here, as names of variables must be",
-            "note 26 a_name_that_is_much_too_long_for_this: is called a_name_that_is_much_too__2 "
+            "note 26 a_name_that_is_much_too_long_for_this: is called a_name_that_is_much_to_2 "
             "here, as names of variables must be",
             "note 1 : has 2 forms, which become one questionnaire: take out what is not of it",
             "note 1 : fields that must be answered there: 1; here an answer may be missing"));

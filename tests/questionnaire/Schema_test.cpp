@@ -91,7 +91,8 @@ protected:
 };
 
 TEST_F(Schema, AcceptsTheQuestionnairesThatThereAre) {
-    for (const char* folder : {"instruments/bigfive", "apps/tessalink/questionnaires/new"}) {
+    for (const char* folder : {"instruments/bigfive", "instruments/interpersonal",
+                               "apps/tessalink/questionnaires/new"}) {
         EXPECT_TRUE(Accepts(parsed(contentsOf(std::string(folder) + "/questionnaire.json"))))
             << folder;
     }
