@@ -7,6 +7,7 @@ import subprocess
 from collections import namedtuple
 from math import log2
 
+import questionnaires
 import workloads
 from bench import Bench, fastest, fresh_outputs, languages, milliseconds, process_table
 from charts import TERMINALS, chart_commands, gnuplot_profiles, gnuplot_time
@@ -542,6 +543,91 @@ def commandline(bench):
                 bench.expect(f"{form}: time against {name}", product.over(one), aim)
     print()
     table(("", "of", "ms", "CPU ms", "the product takes x of this"), rows)
+
+
+@row
+def scoring(bench):
+    """Scores of 1,000,000 respondents by 50 items to a table of ten scales, whole process."""
+    count = bench.size(1_000_000, 20_000)
+    table_path = questionnaires.answers(bench.folder / "answers.csv", count)
+    print(f"Table: {table_path.stat().st_size:,} bytes.")
+    commands = {}
+    if bench.tools.has("tessalink"):
+        folder = questionnaires.fifty_items(bench.folder / "fifty")
+        for jobs in (1, 2):
+            commands[f"tessalink, jobs: {jobs}"] = questionnaires.batch(
+                bench.tools, folder, table_path, bench.folder / "out", "--no-reports", "--jobs",
+                jobs)
+    programs = questionnaires.HERE / "programs"
+    if bench.tools.has("Rscript"):
+        for what in ("nothing", "read", "scores"):
+            commands[f"fread, {what}"] = [bench.tools["Rscript"], programs / "fread_scores.R",
+                                          what, table_path, bench.folder / "fread.csv"]
+    if bench.tools.has("pandas"):
+        commands["pandas"] = [bench.tools["pandas"], programs / "pandas_scores.py", table_path,
+                              bench.folder / "pandas.csv"]
+    series = bench.processes(commands, max(3, bench.rounds // 3))
+    process_table(series, next(iter(series)))
+    one, two = series.get("tessalink, jobs: 1"), series.get("tessalink, jobs: 2")
+    if one and "fread, read" in series:
+        read = series["fread, read"].time - series["fread, nothing"].time
+        bench.expect("processor time against fread, which reads the table alone", one.time / read, 1)
+        bench.expect("time that passes against the process that only reads, each as it comes",
+                     two.wall / series["fread, read"].wall, 1)
+    if one:
+        bench.expect("two jobs: the share of one's time", two.wall / one.wall, 1 / 1.8)
+        bench.expect("peak memory", one.peak / 1024, 64 + 16 * count / (1 << 20), " MiB")
+
+
+@row
+def reports(bench):
+    """The full Big-Five report with all its graphs; one page with two graphs by peers."""
+    counts = {"tessalink": bench.size((100, 1_100), (10, 40)),
+              "docxtpl": bench.size((3, 33), (2, 6)), "rmarkdown": bench.size((1, 4), (1, 2))}
+    programs = questionnaires.HERE / "programs"
+
+    def command(name, count):
+        if name == "tessalink":
+            table_path = questionnaires.bigfive_answers(bench.folder / f"{count}.csv", count)
+            return questionnaires.batch(bench.tools, questionnaires.BIGFIVE, table_path,
+                                        bench.folder / "out", "--report", "full", "--jobs", 1)
+        if name == "docxtpl":
+            return [bench.tools["docxtpl"], programs / "docxtpl_report.py",
+                    bench.folder / "template.docx", bench.folder, count]
+        return [bench.tools["rmarkdown"], programs / "rmarkdown_report.R", bench.folder, count]
+
+    each = {}
+    for name, (few, many) in counts.items():
+        if not bench.tools.has(name):
+            continue
+        series = bench.processes({count: command(name, count) for count in (few, many)},
+                                 max(3, bench.rounds // 3))
+        each[name] = (series[many].time - series[few].time) / (many - few)
+    table(("", "CPU ms a report"), [(name, milliseconds(time)) for name, time in each.items()])
+    if "tessalink" in each:
+        bench.expect("a report", each["tessalink"] / 1e6, 3, " ms")
+        if "docxtpl" in each:
+            bench.expect("against one page by docxtpl with matplotlib",
+                         each["tessalink"] / each["docxtpl"], 1 / 20)
+
+
+@row
+def onereport(bench):
+    """One respondent, one short report, whole process, against an empty process."""
+    if not bench.tools.has("tessalink"):
+        return
+    table_path = questionnaires.bigfive_answers(bench.folder / "one.csv", 1)
+    out = bench.folder / "out"
+    series = bench.processes({
+        "empty process": [bench.tools["empty"]],
+        "folder removed": questionnaires.fresh(out, bench.tools["empty"]),
+        "and one report": questionnaires.batch(bench.tools, questionnaires.BIGFIVE, table_path,
+                                               out, "--report", "short", "--jobs", 1)},
+        bench.rounds * 10)
+    process_table(series, "empty process")
+    empty = series["empty process"].time
+    own = series["and one report"].time - series["folder removed"].time + empty
+    bench.expect("one report against an empty process", own / empty, 3)
 
 
 def run(names, tools, base, quick, rounds):

@@ -22,13 +22,21 @@ PEERS = {
     "plplot_peer": ("libplplot-dev", "/usr/include/plplot/plplot.h",
                     ["-isystem", "/usr/include/plplot"], ["-lplplot"]),
     "Rscript": ("r-base-core", "/usr/bin/Rscript", [], []),
+    "pandas": ("python3-pandas", "/usr/lib/python3/dist-packages/pandas/__init__.py", [], []),
+    "docxtpl": ("python3-docxtpl", "/usr/lib/python3/dist-packages/docxtpl/__init__.py", [], []),
+    "data.table": ("r-cran-data.table", "/usr/lib/R/site-library/data.table/DESCRIPTION", [], []),
+    "rmarkdown": ("r-cran-rmarkdown", "/usr/lib/R/site-library/rmarkdown/DESCRIPTION", [], []),
+    "ggplot2": ("r-cran-ggplot2", "/usr/lib/R/site-library/ggplot2/DESCRIPTION", [], []),
+    "pandoc": ("pandoc", "/usr/bin/pandoc", [], []),
     "matplotlib": ("python3-matplotlib", "/usr/lib/python3/dist-packages/matplotlib/__init__.py",
                    [], []),
 }
 
 # Peers that are run as they are installed, and what runs them.
-INSTALLED = {"m4": "m4", "gnuplot": "gnuplot", "Rscript": "Rscript",
-             "matplotlib": "/usr/bin/python3"}
+INSTALLED = {"m4": "m4", "gnuplot": "gnuplot", "Rscript": "Rscript", "data.table": "Rscript",
+             "rmarkdown": "Rscript", "ggplot2": "Rscript", "pandoc": "pandoc",
+             "matplotlib": "/usr/bin/python3", "pandas": "/usr/bin/python3",
+             "docxtpl": "/usr/bin/python3"}
 
 # The library that the program qt_charts measures beside the product's toolkit part.
 QT_PEER = ("libqcustomplot-dev", "/usr/include/qcustomplot.h")
