@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Pages of a report side by side, as the README shows them; needs pdftoppm.
 
-usage: picture.py REPORT.pdf PICTURE.png PAGE...
+usage: pages.py REPORT.pdf PICTURE.png PAGE...
 """
 import struct
 import subprocess
