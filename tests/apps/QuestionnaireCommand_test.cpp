@@ -51,7 +51,7 @@ TEST_F(QuestionnaireCommand, ImportsWhatOtherProgramsDescribe) {
     const Finished run = Run({"questionnaire", "import", "q.json", "-o", "two"});
     EXPECT_EQ(run.exitCode, 0) << run.err;
     EXPECT_NE(run.out.find("3: stays behind"), std::string::npos) << run.out;
-    EXPECT_NE(run.out.find("two: made, with 1 items and 1 fields"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("two: made, with 1 item and 1 field"), std::string::npos) << run.out;
     EXPECT_EQ(Run({"questionnaire", "check", "two"}).exitCode, 0);
     folder.Write("r.json",
                  R"({"resourceType": "QuestionnaireResponse", "id": "p", "status": "completed",
