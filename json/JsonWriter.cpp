@@ -31,12 +31,14 @@ struct JsonWriter::Data {
     rapidjson::StringBuffer buffer;
     Writer writer;
     Form form;
+    std::size_t shortStart = 0;  ///< of an object in one line
 };
 
 namespace {
 
-/// Without the line ends that the indented form has; there are none in texts.
-std::string joined(std::string_view text) {
+/// Without the line ends that the indented form has; there are none in texts. A comma or colon has
+/// `behind` behind it.
+std::string joined(std::string_view text, std::string_view behind) {
     std::string line;
     bool isInText = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -45,6 +47,7 @@ std::string joined(std::string_view text) {
         if (letter == '\\') line += text[i++];
         const bool isBlank = !isInText && (letter == '\n' || letter == ' ');
         if (!isBlank) line += text[i];
+        if (!isInText && (letter == ',' || letter == ':')) line += behind;
     }
     return line;
 }
@@ -61,6 +64,20 @@ void JsonWriter::StartObject() {
 
 void JsonWriter::EndObject() {
     m_data->writer.EndObject();
+}
+
+void JsonWriter::StartShortObject() {
+    m_data->writer.StartObject();
+    m_data->shortStart = m_data->buffer.GetSize() - 1;
+}
+
+void JsonWriter::EndShortObject() {
+    m_data->writer.EndObject();
+    rapidjson::StringBuffer& buffer = m_data->buffer;
+    const std::string_view text(buffer.GetString(), buffer.GetSize());
+    const std::string line = joined(text.substr(m_data->shortStart), " ");
+    buffer.Pop(text.size() - m_data->shortStart);
+    for (const char letter : line) buffer.Put(letter);
 }
 
 void JsonWriter::StartShortList() {
@@ -102,7 +119,7 @@ void JsonWriter::Flag(bool flag) {
 
 std::string JsonWriter::Take() {
     const std::string_view text(m_data->buffer.GetString(), m_data->buffer.GetSize());
-    if (m_data->form == Form::Line) return joined(text);
+    if (m_data->form == Form::Line) return joined(text, "");
     return std::string(text) + "\n";
 }
 

@@ -23,6 +23,9 @@ public:
 
     void StartObject();
     void EndObject();
+    /// An object that stands in one line, however the text is indented; none within another.
+    void StartShortObject();
+    void EndShortObject();
     /// A list whose values stand in one line, however the text is indented.
     void StartShortList();
     void StartList();

@@ -32,16 +32,16 @@ public:
         text("licence", m_model.licence);
         text("source", m_model.source);
         add_sets();
-        list("items", m_model.items, [this](const Item& item) { add_item(item); });
+        lines("items", m_model.items, [this](const Item& item) { add_item(item); });
         list("scales", m_model.scales, [this](const Scale& scale) { add_scale(scale); });
         list("vectors", m_model.vectors, [this](const VectorScore& each) { add_vector(each); });
         list("indexes", m_model.indexes, [this](const AnsweringIndex& each) { add_index(each); });
-        list("fields", m_model.fields, [this](const Field& field) { add_field(field); });
+        add_fields();
         if (m_model.wordsField) add_words();
         if (m_model.norms) add_norms(*m_model.norms);
         file("graphs", m_model.graphFile);
         file("derived", m_model.derivedFile);
-        list("reports", m_model.reports, [this](const ReportTemplate& report) {
+        lines("reports", m_model.reports, [this](const ReportTemplate& report) {
             text("id", report.id);
             text("title", report.title);
             m_json.Text("template", report.file);
@@ -67,13 +67,25 @@ private:
         }
         m_json.EndList();
     }
+    /// The same with an object a line.
+    template <class VALUES, class ADD>
+    void lines(const char* key, const VALUES& values, ADD add) {
+        if (values.empty()) return;
+        m_json.Key(key).StartList();
+        for (const auto& value : values) {
+            m_json.StartShortObject();
+            add(value);
+            m_json.EndShortObject();
+        }
+        m_json.EndList();
+    }
     void item_ids(const char* key, const std::vector<std::size_t>& items) {
         m_json.Key(key).StartShortList();
         for (const std::size_t item : items) m_json.Text(utf8(m_model.items[item].id));
         m_json.EndList();
     }
     void choices(const std::vector<Choice>& values) {
-        list("choices", values, [this](const Choice& choice) {
+        lines("choices", values, [this](const Choice& choice) {
             text("code", choice.code);
             if (!choice.key.IsEmpty()) text("key", choice.key);
             text("label", choice.label);
@@ -109,7 +121,7 @@ private:
     void add_scale(const Scale& scale) {
         text("id", scale.id);
         text("title", scale.title);
-        list("items", scale.items, [this](const ScaleItem& item) {
+        lines("items", scale.items, [this](const ScaleItem& item) {
             text("item", m_model.items[item.item].id);
             if (item.isReversed) m_json.Flag("reverse", true);
             if (item.weight != 1) m_json.Number("weight", item.weight);
@@ -138,7 +150,7 @@ private:
         text("id", index.id);
         m_json.Text("kind", cKinds[static_cast<std::size_t>(index.kind)]);
         if (index.kind == AnsweringIndex::Kind::Inconsistency) {
-            return list("pairs", index.pairs, [this](const AnsweringIndex::Pair& pair) {
+            return lines("pairs", index.pairs, [this](const AnsweringIndex::Pair& pair) {
                 item_ids("items", {pair.first, pair.second});
                 if (pair.isReversed) m_json.Flag("reverse", true);
             });
@@ -147,6 +159,18 @@ private:
             text("responses", m_model.responseSets[index.responses].id);
         }
         item_ids("items", index.items);
+    }
+
+    void add_fields() {
+        if (m_model.fields.empty()) return;
+        m_json.Key("fields").StartList();
+        for (const Field& field : m_model.fields) {
+            const bool isLine = field.choices.empty();
+            isLine ? m_json.StartShortObject() : m_json.StartObject();
+            add_field(field);
+            isLine ? m_json.EndShortObject() : m_json.EndObject();
+        }
+        m_json.EndList();
     }
 
     void add_field(const Field& field) {

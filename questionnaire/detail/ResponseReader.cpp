@@ -35,6 +35,21 @@ std::string utf8(const CString& text) {
     return toUtf8(text.View());
 }
 
+/// The id in "Patient/7", "http://example.org/Patient/7/_history/2" or "urn:uuid:...".
+std::string referredId(std::string_view reference) {
+    reference = reference.substr(0, reference.find("/_history/"));
+    return std::string(reference.substr(reference.find_last_of("/:") + 1));
+}
+
+/// Of a point in time a date takes the day. A time has no parts of seconds here.
+std::string_view usedPart(Field::Type type, const AnswerValue& value) {
+    const std::string_view text = value.text;
+    constexpr std::size_t dayLength = 10;
+    if (type == Field::Type::Date && value.type == "DateTime") return text.substr(0, dayLength);
+    if (type == Field::Type::Time && value.type == "Time") return text.substr(0, text.find('.'));
+    return text;
+}
+
 /// Reads one resource.
 class ResourceReader {
 public:
@@ -95,7 +110,7 @@ private:
                 if (const std::string* const value = text_of(*identifier, "value")) return *value;
             }
             if (const std::string* const reference = text_of(*subject, "reference")) {
-                return reference->substr(reference->rfind('/') + 1);
+                return referredId(*reference);
             }
         }
         const std::string* const id = text_of(resource, "id");
@@ -242,13 +257,8 @@ private:
             result = position_of(field.choices, value);
             return;
         }
-        constexpr std::size_t dayLength = 10;
-        const std::string_view text = value.text;
-        // Of a point in time a date takes the day.
-        const bool isDay = field.type == Field::Type::Date && value.type == "DateTime";
-        const std::string fault =
-            readFieldText(field, isDay ? text.substr(0, dayLength) : text, {}, result);
-        if (!fault.empty()) m_in.Fail(*value.place, "'" + shortened(text) + "' " + fault);
+        const std::string fault = readFieldText(field, usedPart(field.type, value), {}, result);
+        if (!fault.empty()) m_in.Fail(*value.place, "'" + shortened(value.text) + "' " + fault);
     }
 
     const ResponseReader& m_target;

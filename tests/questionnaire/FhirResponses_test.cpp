@@ -126,6 +126,7 @@ TEST(FhirResponses, TakesAnswersInTheirForms) {
          "-5 to 20"},
         {R"({"linkId":"Born","answer":[{"valueDateTime":"2001-02-03T10:00:00Z"}]})",
          "|||||20010203||"},
+        {R"({"linkId":"Began","answer":[{"valueTime":"09:05:00.000"}]})", "||||||90500|"},
         {R"({"linkId":"Weight","answer":[{"valueQuantity":{"value":70.5,"unit":"kg"}}]})",
          "|||||70.500000|||"},
         {R"({"linkId":"Q2","answer":[{"valueInteger":1},{"valueInteger":2}]})",
@@ -142,6 +143,22 @@ TEST(FhirResponses, TakesAnswersInTheirForms) {
         EXPECT_NE(rows[0].find(test.row.substr(0, test.row.size() - 1)), std::string::npos)
             << test.items << "\n"
             << rows[0];
+    }
+}
+
+TEST(FhirResponses, KnowTheirSubjects) {
+    const std::pair<std::string, std::string> cases[] = {
+        {R"({"identifier":{"value":"a b"},"reference":"Patient/7"})", "a b"},
+        {R"({"reference":"Patient/7"})", "7"},
+        {R"({"reference":"http://example.org/fhir/Patient/7/_history/2"})", "7"},
+        {R"({"reference":"urn:uuid:0c3151bd-1cbf"})", "0c3151bd-1cbf"},
+        {R"({"display":"Ann"})", "r"},
+    };
+    for (const auto& [subject, id] : cases) {
+        const std::string text = R"({"resourceType":"QuestionnaireResponse","id":"r","status":)"
+                                 R"("amended","subject":)" +
+                                 subject + "}";
+        EXPECT_EQ(readAll(text).at(0).substr(0, 4 + id.size() + 1), "1@1 " + id + "|");
     }
 }
 
