@@ -9,8 +9,21 @@
 
 namespace tessalink {
 
+namespace {
+
+std::vector<std::size_t> lineEnds(std::string_view text) {
+    std::vector<std::size_t> ends;
+    for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n', end + 1)) {
+        ends.push_back(end);
+    }
+    return ends;
+}
+
+}  // namespace
+
 JsonSource::JsonSource(CFile& file)
     : m_file(file.GetGivenPath()), m_text(readText(file, cMaxJsonFile)) {
+    m_lineEnds = lineEnds(m_text);
     if (m_text.size() > cMaxJsonFile) Throw(0, nullptr, "the file is larger than 64 MiB");
     // Blanks instead of the mark: offsets stay those of the file.
     if (m_text.starts_with(cByteOrderMark)) m_text.replace(0, cByteOrderMark.size(), 3, ' ');
@@ -38,10 +51,10 @@ CString JsonSource::TextOf(const JsonValue& value) const {
 }
 
 TextPlace JsonSource::place(std::size_t offset) const {
-    const std::string_view before = std::string_view(m_text).substr(0, offset);
-    const std::size_t lineStart = before.rfind('\n') + 1;  // 0 without one
-    const auto feeds = std::count(before.begin(), before.end(), '\n');
-    return {m_file, static_cast<std::uint64_t>(feeds) + 1, offset - lineStart + 1};
+    const auto end = std::lower_bound(m_lineEnds.begin(), m_lineEnds.end(), offset);
+    const std::size_t lineStart = end == m_lineEnds.begin() ? 0 : *(end - 1) + 1;
+    return {m_file, static_cast<std::uint64_t>(end - m_lineEnds.begin()) + 1,
+            offset - lineStart + 1};
 }
 
 void JsonSource::Throw(std::size_t offset, const JsonValue* value,

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "core/InputError.h"
 #include "json/JsonValue.h"
@@ -43,6 +44,7 @@ private:
 
     CString m_file;
     std::string m_text;
+    std::vector<std::size_t> m_lineEnds;  ///< offsets of line feeds
     JsonValue m_root;
 };
 

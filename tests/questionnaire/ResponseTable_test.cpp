@@ -18,9 +18,8 @@
 namespace tessalink::test {
 namespace {
 
-std::vector<std::string> readAll(std::string_view text, const ResponseTableOptions& options = {}) {
+std::vector<std::string> readAll(CFile& file, const ResponseTableOptions& options) {
     static const Questionnaire questionnaire = Questionnaire::Read(everyKey(), "q");
-    CMemFile file(text);
     std::vector<std::string> rows;
     try {
         ResponseTable table(file, questionnaire, options);
@@ -31,6 +30,31 @@ std::vector<std::string> readAll(std::string_view text, const ResponseTableOptio
         rows.push_back("whole: " + std::to_string(fault.GetPlace().line) + ": " + fault.what());
     }
     return rows;
+}
+
+std::vector<std::string> readAll(std::string_view text, const ResponseTableOptions& options = {}) {
+    CMemFile file(text);
+    return readAll(file, options);
+}
+
+/// A table that someone still writes: it grows by pieces that end anywhere, one before each time
+/// that it is read.
+class GrowingFile : public CMemFile {
+public:
+    GrowingFile(std::string_view text, Dice& dice) : CMemFile(text), m_dice(dice) {}
+
+    std::size_t Read(void* buffer, std::size_t count) override {
+        const std::size_t grown = 1 + m_dice.Below(40);
+        return CMemFile::Read(buffer, std::min(count, grown));
+    }
+
+private:
+    Dice& m_dice;
+};
+
+std::map<std::string, std::string> columnNames(std::string_view text) {
+    CMemFile file(text);
+    return readColumnNames(file);
 }
 
 /// A table that is written in a way of its own, and what it says.
@@ -44,7 +68,8 @@ public:
         m_options.hasLabels = dice.OneIn(2);
         m_options.dateOrder = dice.Pick(std::vector{ResponseTableOptions::DateOrder::Iso,
                                                     ResponseTableOptions::DateOrder::DayMonthYear,
-                                                    ResponseTableOptions::DateOrder::MonthDayYear});
+                                                    ResponseTableOptions::DateOrder::MonthDayYear,
+                                                    ResponseTableOptions::DateOrder::YearMonthDay});
         m_options.missingCodes = {"-9", "?"};
         m_options.blockSize = 1 + dice.Below(300);
         m_lineEnd = dice.OneIn(2) ? "\r\n" : "\n";
@@ -53,7 +78,7 @@ public:
         for (std::size_t i = m_columns.size(); i > 1; --i) {
             std::swap(m_columns[i - 1], m_columns[dice.Below(i)]);
         }
-        if (dice.OneIn(2)) m_options.columnNames = {{"First question", "Q1"}};
+        if (dice.OneIn(2)) m_options.columnNames = columnNames("item,column\nQ1,First question\n");
         if (dice.OneIn(2)) m_options.carried = {"x"};
         if (!m_isWindows1252 && dice.OneIn(2)) m_text = "\xEF\xBB\xBF";
         std::vector<std::string> header = m_columns;
@@ -103,6 +128,8 @@ private:
             return two(day) + "." + two(month) + "." + y;
         if (m_options.dateOrder == Order::MonthDayYear)
             return two(month) + "/" + two(day) + "/" + y;
+        if (m_options.dateOrder == Order::YearMonthDay)
+            return y + "." + two(month) + "." + two(day);
         return y + "-" + two(month) + "-" + two(day);
     }
     std::string missing() { return m_dice.Pick(std::vector<std::string>{"", "NA", "-9", "?"}); }
@@ -173,6 +200,8 @@ TEST(ResponseTable, ReadsTablesAsPeopleHaveThem) {
     for (int round = 0; round < 400; ++round) {
         const RandomTable table(dice);
         ASSERT_EQ(readAll(table.Text(), table.Options()), table.Expected()) << table.Text();
+        GrowingFile growing(table.Text(), dice);
+        ASSERT_EQ(readAll(growing, table.Options()), table.Expected()) << table.Text();
     }
 }
 
@@ -206,6 +235,28 @@ TEST(ResponseTable, FailsRowByRow) {
     EXPECT_EQ(open[0], known);
     EXPECT_EQ(open[1].substr(0, 4), "2@3 ");
     EXPECT_NE(open[1].find("quote"), std::string::npos) << open[1];
+}
+
+TEST(ResponseTable, RefusesMappingsThatCanNotBeRead) {
+    for (const auto& [text, line] : {std::pair("a,item\nx,Q1\n", 1U),
+                                     {"column,item\nx,Q1\ny,Q2\nx,Q3\n", 4U},
+                                     {"column,item\nx\n", 2U}}) {
+        try {
+            columnNames(text);
+            ADD_FAILURE() << text;
+        } catch (const InputError& fault) {
+            EXPECT_EQ(fault.GetPlace().line, line) << fault.what();
+        }
+    }
+    const auto mapped = [](const char* column, const char* item) {
+        ResponseTableOptions options;
+        options.columnNames = {{column, item}};
+        return readAll("id,a,Q1\n", options).at(0);
+    };
+    EXPECT_EQ(mapped("b", "Q1"), "whole: 1: no column 'b'; did you mean 'a'?");
+    EXPECT_EQ(mapped("a", "Q9"), "whole: 1: the questionnaire has no item or field 'Q9'");
+    EXPECT_EQ(mapped("a", "Q1"),
+              "whole: 1: 'Q1' holds Q1, as the column 'a' does: rename or remove one");
 }
 
 TEST(ResponseTable, RefusesHeadersThatCanNotBeRead) {
