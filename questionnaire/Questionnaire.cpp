@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
 #include "core/FileText.h"
 #include "core/MD5Hash.h"
@@ -17,10 +18,40 @@ namespace {
 
 constexpr std::size_t cMaxFile = std::size_t{64} << 20;
 
+constexpr UINT cOpenFlags = CFile::modeRead | CFile::shareDenyWrite;
+
+/// What is wrong with a file, without its name.
+CString causeOf(const CString& path, const CFileException& error) {
+    const CString start = path + ": ";
+    std::string_view cause = error.what();
+    if (cause.starts_with(start.View())) cause.remove_prefix(start.View().size());
+    return CString(cause);
+}
+
+std::string readWhole(CFile& file, const CString& path) {
+    std::string text = readText(file, cMaxFile);
+    if (text.size() > cMaxFile) throw InputError({path, 1, 1}, "the file is larger than 64 MiB");
+    return text;
+}
+
 std::optional<std::string> readFile(const CString& path) {
     CFile file;
-    if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite)) return std::nullopt;
-    return readText(file, cMaxFile);
+    CFileException error;
+    if (!file.Open(path, cOpenFlags, &error)) {
+        if (error.m_cause == CFileException::fileNotFound) return std::nullopt;
+        throw InputError({path, 1, 1}, "can't be read: " + causeOf(path, error));
+    }
+    return readWhole(file, path);
+}
+
+std::vector<std::string> namesIn(const CString& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(std::string(folder.View()), error), end;
+         !error && entry != end; entry.increment(error)) {
+        names.push_back(entry->path().filename().string());
+    }
+    return names;
 }
 
 using Digest = std::array<unsigned char, 16>;
@@ -67,9 +98,9 @@ struct Questionnaire::Data {
     QuestionnaireFiles files;
     std::string hash;
 
-    static std::shared_ptr<const Data> Read(detail::FileLoader loader, const std::string& json) {
+    static std::shared_ptr<const Data> Read(detail::FileLoader loader) {
         detail::QuestionnaireCheck check(loader);
-        check.Read(json);
+        check.Read();
         if (!check.Faults().empty()) throw QuestionnaireFaults(check.Faults());
         auto data = std::make_shared<Data>();
         data->model = check.TakeModel();
@@ -85,35 +116,26 @@ QuestionnaireFaults::QuestionnaireFaults(std::vector<InputError> faults)
     : CException(faults.front().what()), m_faults(std::move(faults)) {}
 
 Questionnaire Questionnaire::Read(const CString& folder) {
-    detail::FileLoader loader(
-        [folder](const std::string& name) {
-            return readFile(folder + "/" + CString(std::string_view(name)));
-        },
-        folder);
-    const std::string* const json = loader.Find(cFileName);
-    if (json == nullptr) {
-        // Opened once more, for its reason.
-        const CFile file(folder + "/" + cFileName, CFile::modeRead | CFile::shareDenyWrite);
-        return Questionnaire(Data::Read(std::move(loader), {}));
-    }
-    const std::string text = *json;
-    return Questionnaire(Data::Read(std::move(loader), text));
+    // Opened here, so that it is no fault of a questionnaire when there is none.
+    CFile(folder + "/" + cFileName, cOpenFlags).Close();
+    return Questionnaire(Data::Read({[folder](const std::string& name) {
+                                         return readFile(folder + "/" +
+                                                         CString(std::string_view(name)));
+                                     },
+                                     [folder] { return namesIn(folder); }, folder}));
 }
 
 Questionnaire Questionnaire::Read(const QuestionnaireFiles& files, const CString& name) {
-    detail::FileLoader loader(
-        [&files](const std::string& wanted) -> std::optional<std::string> {
-            const auto found = files.find(wanted);
-            return found != files.end() ? std::optional(found->second) : std::nullopt;
-        },
-        name);
-    const std::string* const json = loader.Find(cFileName);
-    if (json == nullptr) {
-        throw QuestionnaireFaults({InputError({loader.PathOf(cFileName), 0, 0},
-                                              "the questionnaire has no questionnaire.json")});
-    }
-    const std::string text = *json;
-    return Questionnaire(Data::Read(std::move(loader), text));
+    const auto load = [&files](const std::string& wanted) {
+        const auto found = files.find(wanted);
+        return found != files.end() ? std::optional(found->second) : std::nullopt;
+    };
+    const auto list = [&files] {
+        std::vector<std::string> names;
+        for (const auto& [known, text] : files) names.push_back(known);
+        return names;
+    };
+    return Questionnaire(Data::Read({load, list, name}));
 }
 
 const QuestionnaireModel& Questionnaire::Model() const {

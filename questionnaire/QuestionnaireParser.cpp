@@ -4,6 +4,7 @@
 
 #include "questionnaire/detail/FileLoader.h"
 #include "questionnaire/detail/NamedText.h"
+#include "report/TemplateStorage.h"
 #include "report/VarTable.h"
 
 namespace tessalink {
@@ -39,7 +40,7 @@ int QuestionnaireParser::write_number(const Operand& value, int width, int decim
 int QuestionnaireParser::do_include(const CString& name) {
     const QuestionnaireFiles& files = m_questionnaire.Files();
     const detail::IncludedFile part =
-        detail::findInclude(name.View(), [&files](const std::string& wanted) {
+        detail::findInclude(name, [&files](const std::string& wanted) {
             const auto found = files.find(wanted);
             return found != files.end() ? &found->second : nullptr;
         });
@@ -47,7 +48,7 @@ int QuestionnaireParser::do_include(const CString& name) {
         return handle_error("Include '%s' is no file of the questionnaire!", name);
     }
     detail::NamedText file(*part.text, CString(std::string_view(part.name)));
-    return run_include(file, part.isScrambled ? 1 : 0);
+    return run_include(file, isScrambledName(part.name) ? 1 : 0);
 }
 
 std::unique_ptr<FileParser> QuestionnaireParser::create_parser(CFile& templateFile, CFile& output,

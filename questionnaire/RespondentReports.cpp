@@ -6,9 +6,9 @@
 #include "graphs/file/GraphFctTable.h"
 #include "platform/files/CMemFile.h"
 #include "questionnaire/QuestionnaireParser.h"
-#include "questionnaire/detail/FileLoader.h"
 #include "questionnaire/detail/NamedText.h"
 #include "questionnaire/detail/VariableFiller.h"
+#include "report/TemplateStorage.h"
 #include "report/VarTable.h"
 
 namespace tessalink {
@@ -130,7 +130,7 @@ private:
         detail::NamedText file(text, CString(std::string_view(name)));
         FctTable& functions = m_graphs ? static_cast<FctTable&>(*m_graphs) : m_noFunctions;
         PersonParser(file, m_output, m_variables, functions, m_questionnaire,
-                     detail::isScrambledName(name) ? 1 : 0)
+                     isScrambledName(name) ? 1 : 0)
             .Parse(nullptr);
     }
 

@@ -2,16 +2,13 @@
 
 #include <string_view>
 
-#include "apps/tessalink/TemplateInput.h"
 #include "platform/files/ModuleDir.h"
 #include "report/TemplateFile.h"
+#include "report/TemplateStorage.h"
 
 namespace tessalink::cli {
 
 namespace {
-
-constexpr std::string_view cScrambled = ".DAT";
-constexpr const char* cPlain = ".rtf";
 
 CString includePath(const CString& name) {
     return GetModuleDir() + "\\" + name;
@@ -51,19 +48,15 @@ IncludedFile find(const CString& name) {
     if (leavesFolder(name)) {
         throw IncludeFault("Include '" + name + "' leaves the include folder: name a file in it!");
     }
-    const std::string_view part = name.View().substr(0, name.View().size() - cScrambled.size());
-    const CString plain = CString(part) + cPlain;
-    const bool hasScrambled = isThere(name, 1);
-    const bool hasPlain = isThere(plain, 0);
-    if (hasScrambled && hasPlain) {
-        throw IncludeFault("Include '" + name + "' is there twice, scrambled and plain as '" +
-                           plain + "': remove one!");
-    }
+    const IncludeNames names = includeNames(name.View());
+    const bool hasScrambled = isThere(names.scrambled, 1);
+    const bool hasPlain = isThere(names.plain, 0);
+    if (hasScrambled && hasPlain) throw IncludeFault(doubledInclude(names));
     if (!hasScrambled && !hasPlain) {
         throw IncludeFault("Include '" + name + "' is not in the include folder, and neither is '" +
-                           plain + "'!");
+                           names.plain + "'!");
     }
-    return {includePath(hasScrambled ? name : plain), hasScrambled ? 1 : 0};
+    return {includePath(hasScrambled ? names.scrambled : names.plain), hasScrambled ? 1 : 0};
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "apps/tessalink/TemplateInput.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include "core/InputError.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CMemFile.h"
+#include "report/TemplateStorage.h"
 
 namespace tessalink::cli {
 
@@ -58,42 +58,7 @@ std::string startOf(CFile& file, std::size_t length) {
     return start;
 }
 
-/// Whether a text has control characters other than white space: scrambled, "@", "\" and most
-/// capital letters become such.
-bool hasControls(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char ch) {
-        const auto code = static_cast<unsigned char>(ch);
-        return (code < ' ' && (code < '\t' || code > '\r')) || code == 0x7F;
-    });
-}
-
-bool isLetter(char ch) {
-    return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
-}
-
-bool hasBlanksOrLetters(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char ch) { return ch == ' ' || isLetter(ch); });
-}
-
-/// Whether a text has blanks, and a word that is not just a letter or two.
-bool hasWords(std::string_view text) {
-    constexpr int shortWord = 3;
-    const auto letters = std::search_n(text.begin(), text.end(), shortWord, true,
-                                       [](char ch, bool) { return isLetter(ch); });
-    return letters != text.end() && text.find(' ') != std::string_view::npos;
-}
-
 }  // namespace
-
-bool isStoredOtherwise(CFile& file, int scrambled) {
-    constexpr std::size_t sampleSize = 4096;
-    std::string text = startOf(file, sampleSize);
-    std::string other = text;
-    scramble(scrambled ? text.data() : other.data(), text.size());
-    if (hasControls(text) || hasControls(other)) return !hasControls(other);
-    // Words become digits and signs when they are scrambled, the blanks between them bars.
-    return hasWords(other) && !hasBlanksOrLetters(text);
-}
 
 std::unique_ptr<CFile> openInput(const std::string& path) {
     if (path != cStandardStream) {

@@ -36,11 +36,6 @@ private:
     bool m_isDoubtful = false;
 };
 
-/// Whether a template is not stored as it would be read: it begins with characters that no text
-/// has, and read the other way round it is text. A few lower-case letters are text both ways, and
-/// taken as told.
-bool isStoredOtherwise(CFile& file, int scrambled);
-
 /// Opens a file for reading, or standard input. Throws CFileException.
 std::unique_ptr<CFile> openInput(const std::string& path);
 

@@ -1,5 +1,8 @@
 #include "graphs/file/GraphFile.h"
 
+#include <algorithm>
+#include <set>
+
 #include "graphs/file/detail/GraphTypes.h"
 #include "json/JsonObject.h"
 #include "report/VariablesFile.h"
@@ -59,8 +62,13 @@ public:
                                    "invalid name of a graph: write up to 32 letters, digits and "
                                    "\"_\", no digit first");
             }
-            Make(member.key, member.value, nullptr);
+            detail::GraphReader graph(m_source, nullptr);
+            Make(graph, member.key, member.value);
+            m_named.insert(m_named.end(), graph.Named().begin(), graph.Named().end());
         }
+        std::stable_sort(m_named.begin(), m_named.end(), [](const auto& a, const auto& b) {
+            return a.value->start < b.value->start;
+        });
     }
 
     std::vector<std::string_view> Names() const {
@@ -72,19 +80,35 @@ public:
     bool Has(std::string_view name) const { return m_graphs->Find(name) != nullptr; }
 
     std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const {
-        if (const JsonValue* graph = m_graphs->Find(name)) return Make(name, *graph, &variables);
+        if (const JsonValue* graph = m_graphs->Find(name)) {
+            detail::GraphReader in(m_source, &variables);
+            return Make(in, name, *graph);
+        }
         m_source.Fail(*m_graphs, "there is no graph " + quoted(name) + nameHint(name, Names()));
     }
 
+    std::vector<InputError> FindUnknownVariables(std::span<const std::string_view> known) const {
+        const std::set<std::string_view> names(known.begin(), known.end());
+        std::set<std::pair<const JsonValue*, std::string_view>> told;
+        std::vector<InputError> faults;
+        const JsonReader in(m_source, &faults);
+        for (const detail::NamedVariable& named : m_named) {
+            if (names.contains(named.name)) continue;
+            if (!told.emplace(named.value, named.name).second) continue;
+            in.Attempt([&] { in.Fail(*named.value, detail::noVariable(named.name, known)); });
+        }
+        return faults;
+    }
+
 private:
-    std::unique_ptr<DescribedGraph> Make(std::string_view name, const JsonValue& graph,
-                                         const VarTable* variables) const {
-        detail::GraphReader in(m_source, variables);
+    std::unique_ptr<DescribedGraph> Make(detail::GraphReader& in, std::string_view name,
+                                         const JsonValue& graph) const {
         return typeOf(in, graph).make(in, CString(name), graph);
     }
 
     JsonSource m_source;
     const JsonValue* m_graphs = nullptr;
+    std::vector<detail::NamedVariable> m_named;
 };
 
 GraphFile::GraphFile(CFile& file) : m_graphs(std::make_unique<Graphs>(file)) {}
@@ -108,6 +132,11 @@ bool GraphFile::Has(std::string_view name) const {
 std::unique_ptr<DescribedGraph> GraphFile::Make(std::string_view name,
                                                 const VarTable& variables) const {
     return m_graphs->Make(name, variables);
+}
+
+std::vector<InputError> GraphFile::FindUnknownVariables(
+    std::span<const std::string_view> known) const {
+    return m_graphs->FindUnknownVariables(known);
 }
 
 }  // namespace tessalink

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +36,9 @@ public:
     /// Makes a graph. Throws InputError when the file has none of that name, when a variable is
     /// missing or of the wrong type, and when its value is not allowed where it is named.
     std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const;
+
+    /// A fault for each place that names a variable which is not among the known ones.
+    std::vector<InputError> FindUnknownVariables(std::span<const std::string_view> known) const;
 
 private:
     class Graphs;

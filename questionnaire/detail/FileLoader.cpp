@@ -1,13 +1,8 @@
 #include "questionnaire/detail/FileLoader.h"
 
+#include "report/TemplateStorage.h"
+
 namespace tessalink::detail {
-
-namespace {
-
-constexpr std::string_view cScrambled = ".DAT";
-constexpr std::string_view cPlain = ".rtf";
-
-}  // namespace
 
 const std::string* FileLoader::Find(const std::string& name) {
     if (const auto known = m_files.find(name); known != m_files.end()) return &known->second;
@@ -20,21 +15,28 @@ CString FileLoader::PathOf(const std::string& name) const {
     return m_folder + "/" + CString(std::string_view(name));
 }
 
-bool isScrambledName(std::string_view name) {
-    return name.ends_with(cScrambled);
+std::set<CString> FileLoader::Includes() const {
+    std::set<CString> includes;
+    for (const std::string& name : m_list()) {
+        for (const std::string_view ending : {cScrambledEnding, cPlainEnding}) {
+            if (!name.ends_with(ending)) continue;
+            const std::string_view part =
+                std::string_view(name).substr(0, name.size() - ending.size());
+            includes.insert(CString(part) + CString(cScrambledEnding));
+        }
+    }
+    return includes;
 }
 
-IncludedFile findInclude(std::string_view include,
+IncludedFile findInclude(const CString& include,
                          const std::function<const std::string*(const std::string&)>& find) {
-    const std::string_view part = include.ends_with(cScrambled)
-                                      ? include.substr(0, include.size() - cScrambled.size())
-                                      : include;
-    const std::string scrambled = std::string(part).append(cScrambled);
-    const std::string plain = std::string(part).append(cPlain);
+    const IncludeNames names = includeNames(include.View());
+    const std::string scrambled(names.scrambled.View());
+    const std::string plain(names.plain.View());
     const std::string* const first = find(scrambled);
     const std::string* const second = find(plain);
-    if (first != nullptr) return {scrambled, true, first, second != nullptr};
-    return {plain, false, second, false};
+    if (first != nullptr) return {scrambled, first, second != nullptr};
+    return {plain, second, false};
 }
 
 }  // namespace tessalink::detail

@@ -1,12 +1,11 @@
 #include "questionnaire/detail/QuestionnaireCheck.h"
 
 #include <algorithm>
+#include <set>
 
 #include "json/NameHint.h"
-#include "platform/files/CMemFile.h"
 #include "questionnaire/detail/NamedText.h"
-#include "report/TemplateChecker.h"
-#include "report/VarTable.h"
+#include "questionnaire/detail/TemplateCheck.h"
 
 namespace tessalink::detail {
 
@@ -31,61 +30,22 @@ bool holds(const std::vector<NormName>& names, const CString& name) {
 
 }  // namespace
 
-/// Reads one template and notes what it uses.
-class QuestionnaireCheck::Checker : public TemplateChecker {
-public:
-    Checker(CFile& file, CFile& output, VarTable& definitions, int scrambled,
-            QuestionnaireCheck& check)
-        : TemplateChecker(file, output, definitions, scrambled), m_check(check) {}
-
-    struct Use {
-        CString name;
-        TextPlace place;
-    };
-    std::vector<Use> calls;
-    std::vector<Use> includes;
-
-protected:
-    void note_read(const CString& name, const TemplateChecker& at) override {
-        m_check.m_read.push_back({name, at.token_place()});
-    }
-    void note_define(const CString& name, const TemplateChecker& /*at*/) override {
-        m_check.m_made.insert(name);
-    }
-    void note_assign(const CString& name, const TemplateChecker& /*at*/) override {
-        m_check.m_made.insert(name);
-    }
-    void note_call(const CString& name, const TemplateChecker& at) override {
-        calls.push_back({name, at.token_place()});
-    }
-    void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
-        if (isConstant) includes.push_back({name, at.statement_place()});
-    }
-
-private:
-    QuestionnaireCheck& m_check;
-};
-
-void QuestionnaireCheck::Read(const std::string& json) {
+void QuestionnaireCheck::Read() {
+    const CString path = m_files.PathOf(Questionnaire::cFileName);
     try {
-        NamedText file(json, m_files.PathOf(Questionnaire::cFileName));
+        const std::string* const json = m_files.Find(Questionnaire::cFileName);
+        if (json == nullptr) throw InputError({path, 1, 1}, "there is no such file");
+        NamedText file(*json, path);
         const JsonSource source(file);
         const JsonReader in(source, &m_faults);
         ModelReader reader(in);
         reader.Read();
         read_norms(reader, in);
         if (m_faults.empty()) reader.CheckNames();
+        const bool isModelGood = m_faults.empty();
         read_graphs(reader, in);
         m_model = reader.Model();
-        for (std::size_t i = 0; i < m_model.reports.size(); ++i) {
-            if (!m_model.reports[i].file.empty()) {
-                read_template(m_model.reports[i].file, reader.ReportPlace(i), in);
-            }
-        }
-        if (!m_model.derivedFile.empty()) {
-            read_template(m_model.derivedFile, reader.DerivedPlace(), in);
-        }
-        if (m_faults.empty()) check_variables();
+        read_templates(reader, in, isModelGood);
     } catch (const InputError& fault) {
         m_faults.push_back(fault);
     }
@@ -96,9 +56,7 @@ void QuestionnaireCheck::read_norms(ModelReader& reader, const JsonReader& in) {
     if (!norms || norms->file.empty()) return;
     const JsonValue* const fileName = reader.NormsPlace().Find("file");
     in.Attempt([&] {
-        const std::string* const text = m_files.Find(norms->file);
-        if (text == nullptr) in.Fail(*fileName, "there is no file " + quoted(norms->file));
-        NamedText file(*text, m_files.PathOf(norms->file));
+        NamedText file(need(norms->file, *fileName, in), m_files.PathOf(norms->file));
         m_norms = NormTable::Read(file);
     });
     if (!m_norms) return;
@@ -206,65 +164,44 @@ void QuestionnaireCheck::read_graphs(ModelReader& reader, const JsonReader& in) 
     const std::string& name = reader.Model().graphFile;
     if (name.empty()) return;
     in.Attempt([&] {
-        const std::string* const text = m_files.Find(name);
-        if (text == nullptr) in.Fail(reader.GraphsPlace(), "there is no file " + quoted(name));
-        NamedText file(*text, m_files.PathOf(name));
+        NamedText file(need(name, reader.GraphsPlace(), in), m_files.PathOf(name));
         m_graphs = GraphFile::Read(file);
     });
 }
 
-void QuestionnaireCheck::read_template(const std::string& name, const JsonValue& place,
-                                       const JsonReader& in) {
-    in.Attempt([&] {
-        const std::string* const text = m_files.Find(name);
-        if (text == nullptr) in.Fail(place, "there is no file " + quoted(name));
-        check_template(name, *text, isScrambledName(name));
+void QuestionnaireCheck::read_templates(ModelReader& reader, const JsonReader& in,
+                                        bool isModelGood) {
+    TemplateCheck templates(m_files, m_faults, [this](std::string_view name) {
+        // A graph file with a fault has told it.
+        return m_graphs ? m_graphs->Has(name) : !m_model.graphFile.empty();
     });
+    const auto read = [&](const std::string& name, const JsonValue& place) {
+        in.Attempt([&] { templates.Read(name, need(name, place, in)); });
+    };
+    for (std::size_t i = 0; i < m_model.reports.size(); ++i) {
+        const std::string& name = m_model.reports[i].file;
+        if (!name.empty()) read(name, reader.ReportPlace(i));
+    }
+    if (!m_model.derivedFile.empty()) read(m_model.derivedFile, reader.DerivedPlace());
+    if (!isModelGood) return;
+    std::set<CString> made;
+    for (const MadeName& name : madeNames(m_model)) made.insert(name.name);
+    templates.ReadNamed([&](std::string_view name) { return made.contains(CString(name)); });
+    if (!m_faults.empty()) return;
+    made.insert(templates.MadeVariables().begin(), templates.MadeVariables().end());
+    const std::vector<std::string_view> known(made.begin(), made.end());
+    templates.CheckVariables(known);
+    if (!m_graphs) return;
+    const std::vector<InputError> faults = m_graphs->FindUnknownVariables(known);
+    m_faults.insert(m_faults.end(), faults.begin(), faults.end());
 }
 
-/// Checks a template and, once each, the includes that constants name.
-void QuestionnaireCheck::check_template(const std::string& name, const std::string& text,
-                                        bool isScrambled) {
-    if (!m_checked.insert(name).second) return;
-    NamedText file(text, m_files.PathOf(name));
-    CMemFile output;
-    VarTable definitions;
-    Checker checker(file, output, definitions, isScrambled ? 1 : 0, *this);
-    ParseException fault;
-    if (!checker.Parse(&fault)) m_faults.emplace_back(fault.GetPlace(), fault.what());
-    for (const Checker::Use& call : checker.calls) {
-        if (m_graphs && m_graphs->Has(call.name.View())) continue;
-        if (!m_graphs && !m_model.graphFile.empty()) continue;  // its own fault is told
-        m_faults.emplace_back(call.place, "there is no graph " + CString(quoted(call.name.View())));
-    }
-    for (const Checker::Use& include : checker.includes) {
-        const IncludedFile part = findInclude(
-            include.name.View(), [&](const std::string& wanted) { return m_files.Find(wanted); });
-        if (part.text == nullptr || part.isDoubled) {
-            m_faults.emplace_back(
-                include.place,
-                part.isDoubled ? "Include '" + include.name +
-                                     "' is there twice, scrambled and plain: remove one!"
-                               : "Include '" + include.name + "' is not there, and neither is " +
-                                     CString(std::string_view(part.name)) + "!");
-            continue;
-        }
-        check_template(part.name, *part.text, part.isScrambled);
-    }
-}
-
-/// Variables that neither the questionnaire nor a template makes.
-void QuestionnaireCheck::check_variables() {
-    std::vector<std::string_view> names;
-    const std::vector<MadeName> made = madeNames(m_model);
-    for (const MadeName& name : made) m_made.insert(name.name);
-    for (const CString& name : m_made) names.push_back(name.View());
-    std::set<CString> told;
-    for (const VariableRead& read : m_read) {
-        if (m_made.contains(read.name) || !told.insert(read.name).second) continue;
-        m_faults.emplace_back(read.place, "unknown variable " + CString(quoted(read.name.View())) +
-                                              CString(nameHint(read.name.View(), names)));
-    }
+/// The bytes of a file that the value at `place` names; it must be there.
+const std::string& QuestionnaireCheck::need(const std::string& name, const JsonValue& place,
+                                            const JsonReader& in) {
+    const std::string* const text = m_files.Find(name);
+    if (text == nullptr) in.Fail(place, "there is no file " + quoted(name));
+    return *text;
 }
 
 }  // namespace tessalink::detail

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -11,7 +10,6 @@
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/detail/FileLoader.h"
 #include "questionnaire/detail/ModelReader.h"
-#include "report/ParseException.h"
 #include "scores/NormTable.h"
 
 namespace tessalink::detail {
@@ -21,8 +19,8 @@ class QuestionnaireCheck {
 public:
     explicit QuestionnaireCheck(FileLoader& files) : m_files(files) {}
 
-    /// Reads questionnaire.json, whose text is given, and all that it names.
-    void Read(const std::string& json);
+    /// Reads questionnaire.json and all that it names.
+    void Read();
 
     const std::vector<InputError>& Faults() const { return m_faults; }
     QuestionnaireModel TakeModel() { return std::move(m_model); }
@@ -30,29 +28,19 @@ public:
     std::optional<GraphFile> TakeGraphs() { return std::move(m_graphs); }
 
 private:
-    class Checker;
-
     void read_norms(ModelReader& reader, const JsonReader& in);
     void check_norm_keys(ModelReader& reader, const JsonReader& in);
     void check_key_values(const Field& field, const NormName& column);
     void check_norm_scales(ModelReader& reader, const JsonReader& in);
     void read_graphs(ModelReader& reader, const JsonReader& in);
-    void read_template(const std::string& name, const JsonValue& place, const JsonReader& in);
-    void check_template(const std::string& name, const std::string& text, bool isScrambled);
-    void check_variables();
+    void read_templates(ModelReader& reader, const JsonReader& in, bool isModelGood);
+    const std::string& need(const std::string& name, const JsonValue& place, const JsonReader& in);
 
     FileLoader& m_files;
     std::vector<InputError> m_faults;
     QuestionnaireModel m_model;
     std::optional<NormTable> m_norms;
     std::optional<GraphFile> m_graphs;
-    std::set<std::string> m_checked;  ///< templates and includes
-    std::set<CString> m_made;         ///< variables that templates define or assign
-    struct VariableRead {
-        CString name;
-        TextPlace place;
-    };
-    std::vector<VariableRead> m_read;  ///< variables that templates read
 };
 
 }  // namespace tessalink::detail

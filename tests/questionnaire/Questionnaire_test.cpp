@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/BufferedFile.h"
 #include "platform/files/CFileException.h"
 #include "report/FileParser.h"
 #include "tests/platform/files/TemporaryFolder.h"
@@ -107,6 +108,10 @@ TEST(Questionnaire, NamesFaultsWithPlacePathAndRemedy) {
          "norms.csv"},
         {"\"Bar\"", "\"Bars\"", "a.rtf:1:14: there is no graph 'Bar'", "graphs.json"},
         {"\"min\": 0", "\"min\": 0, \"mix\": 1", "graphs.json:1:", "graphs.json"},
+        {"@Sum", "@Sam",
+         "graphs.json:1:76: /graphs/Bar/sections/0/scale/points/0: there is no variable 'Sam'; did "
+         "you mean 'Sum'?",
+         "graphs.json"},
         {"@Sum ", "@Sim ", "a.rtf:1:19: unknown variable 'Sim'; did you mean 'Sum'?", "a.rtf"},
         {"@Sum ", "@IF(Sum) ", "a.rtf:1:28: @THEN expected after condition!", "a.rtf"},
         {"([PART])", "([PIRT])",
@@ -121,7 +126,52 @@ TEST(Questionnaire, NamesFaultsWithPlacePathAndRemedy) {
     QuestionnaireFiles twice = everyKey();
     twice["PART.DAT"] = "x";
     EXPECT_THAT(faultsOf(twice), ElementsAre("a.rtf:1:24: Include 'PART.DAT' is there twice, "
-                                             "scrambled and plain: remove one!"));
+                                             "scrambled and plain as 'PART.rtf': remove one!"));
+}
+
+TEST(Questionnaire, IncludesAreFilesOfTheFolder) {
+    const auto scrambledText = [](std::string text) {
+        scramble(text.data(), text.size());
+        return text;
+    };
+    const auto with = [](const std::string& report, QuestionnaireFiles more) {
+        more.merge(changed("([PART])", report, "a.rtf"));
+        return more;
+    };
+    const std::string computed = "(v)@DEFINE(v)@LET(v=[PART])";
+    const struct {
+        QuestionnaireFiles files;
+        std::vector<std::string> faults;
+    } cases[] = {
+        {with("([PART.DAT])", {}), {}},
+        {with("([PART])", {{"other.rtf", "@IF("}}), {}},
+        {with("(PART)", {{"other.rtf", "@IF("}}), {}},
+        {with("(PIRT)", {}),
+         {"a.rtf:1:24: Include 'PIRT.DAT' is not there, and neither is PIRT.rtf!"}},
+        {with("([../q/PART])", {}),
+         {"a.rtf:1:24: Include '..\\q\\PART.DAT' leaves the questionnaire's folder: name a file in "
+          "it!"}},
+        // A variable may name any template.
+        {with(computed, {}), {}},
+        {with(computed, {{"other.rtf", "@IF("}, {"twice.rtf", ""}, {"twice.DAT", ""}}),
+         {"a.rtf:1:24: Include 'twice.DAT' is there twice, scrambled and plain as 'twice.rtf': "
+          "remove one!",
+          "other.rtf:1:5: Unexpected token in expression!"}},
+        {with("(v)", {{"PART.rtf", "@INCLUDE(Name)"}, {"v.DAT", scrambledText("@INCLUDE([w])")}}),
+         {"v.DAT:1:1: Include 'w.DAT' is not there, and neither is w.rtf!"}},
+        {with("([PART])", {{"PART.rtf", scrambledText("some words @Name")}}),
+         {"PART.rtf:1:1: this template is scrambled: call it .DAT, or store it with 'tessalink "
+          "unscramble'"}},
+        {with("([P])", {{"P.DAT", "some words @Name"}}),
+         {"P.DAT:1:1: this template is plain text: call it .rtf, or store it with 'tessalink "
+          "scramble'"}},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(faultsOf(test.files), test.faults) << test.files.at("a.rtf");
+        if (!test.faults.empty()) continue;
+        const Questionnaire questionnaire = Questionnaire::Read(test.files, "q");
+        EXPECT_EQ(Questionnaire::Read(questionnaire.Files(), "q").Hash(), questionnaire.Hash());
+    }
 }
 
 TEST(Questionnaire, NamesAllFaultsOfAllFilesAtOnce) {
@@ -173,6 +223,14 @@ TEST(Questionnaire, IsReadFromAFolder) {
     folder.Write("notes.txt", "not read");
     EXPECT_EQ(Questionnaire::Read(folder.Path("").c_str()).Hash(),
               Questionnaire::Read(everyKey(), "q").Hash());
+    std::filesystem::remove(folder.Path("norms.csv"));
+    std::filesystem::create_directory(folder.Path("norms.csv"));
+    try {
+        Questionnaire::Read(folder.Path("").c_str());
+        FAIL();
+    } catch (const QuestionnaireFaults& faults) {
+        EXPECT_STREQ(faults.what(), "can't be read: access is denied.");
+    }
     // A part that was not read because a scrambled one is there would be found by others.
     std::filesystem::remove(folder.Path("a.rtf"));
     EXPECT_THROW(Questionnaire::Read(folder.Path("").c_str()), QuestionnaireFaults);

@@ -113,22 +113,29 @@ std::vector<std::string_view> colorNames() {
 
 }  // namespace
 
+std::string noVariable(std::string_view name, std::span<const std::string_view> known) {
+    const std::string_view meant = nearestName(name, known);
+    return "there is no variable " + quoted(name) +
+           (meant.empty() ? "" : "; did you mean " + quoted(meant) + "?");
+}
+
 const VariantVar& GraphReader::Variable(const JsonValue& value, std::string_view name) const {
     if (const VariantVar* variable = m_variables->Find(name)) return *variable;
     std::vector<std::string_view> names;
     for (POSITION position = m_variables->GetStartPosition(); position;) {
         names.push_back(m_variables->GetNextPair(position)->key.View());
     }
-    const std::string_view meant = nearestName(name, names);
-    Fail(value, "there is no variable " + quoted(name) +
-                    (meant.empty() ? "" : "; did you mean " + quoted(meant) + "?"));
+    Fail(value, noVariable(name, names));
 }
 
 std::optional<double> GraphReader::number_of(const JsonValue& value) const {
     if (!value.Is(JsonValue::Kind::Text)) return JsonReader::number_of(value);
     const std::string_view name = soleReference(value.text);
     if (name.empty()) Fail(value, "must be a number, or a variable as \"@Score\"");
-    if (!HasVariables()) return std::nullopt;
+    if (!HasVariables()) {
+        note(value, name);
+        return std::nullopt;
+    }
     const VariantVar& variable = Variable(value, name);
     if (!variable.IsNumber() || !std::isfinite(variable.GetAsDouble())) {
         Fail(value, "the variable " + quoted(name) + " is not a number");
@@ -174,6 +181,7 @@ std::optional<CString> GraphReader::Expanded(const JsonValue& value, TextOf text
             } else if (HasVariables()) {
                 result += textOf(Variable(value, reference.name), reference.decimals);
             } else {
+                note(value, reference.name);
                 isOpen = true;
             }
         }
@@ -186,7 +194,10 @@ std::optional<CString> GraphReader::Expanded(const JsonValue& value, TextOf text
 
 std::optional<COLORREF> GraphReader::Color(const JsonValue& value) const {
     const std::string_view name = soleReference(value.text);
-    if (!name.empty() && !HasVariables()) return std::nullopt;
+    if (!name.empty() && !HasVariables()) {
+        note(value, name);
+        return std::nullopt;
+    }
     if (name.empty() ? value.Is(JsonValue::Kind::Number) : !Variable(value, name).IsString()) {
         const auto index = Whole(value, {0, static_cast<double>(m_palette.size()) - 1});
         return m_palette[static_cast<std::size_t>(*index)];

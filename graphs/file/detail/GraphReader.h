@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +16,12 @@ namespace tessalink::detail {
 /// The longest text, references to variables replaced, in bytes.
 inline constexpr std::size_t cMaxGraphText = 32767;
 
+/// A variable that a value names.
+struct NamedVariable {
+    const JsonValue* value = nullptr;
+    std::string name;
+};
+
 /// Reads values of a graph file, in which variables of a report stand for numbers, colors and parts
 /// of texts. Without variables, whatever names one has no value.
 class GraphReader : public JsonReader {
@@ -22,6 +30,8 @@ public:
         : JsonReader(source), m_variables(variables) {}
 
     bool HasVariables() const { return m_variables != nullptr; }
+    /// The variables that the values read so far name; noted when there are no variables.
+    const std::vector<NamedVariable>& Named() const { return m_named; }
     /// The colors that numbers stand for; at least one.
     void SetPalette(std::vector<COLORREF> palette) { m_palette = std::move(palette); }
     /// The palette's colors, over and over.
@@ -46,8 +56,16 @@ private:
     const VariantVar& Variable(const JsonValue& value, std::string_view name) const;
     std::optional<CString> Expanded(const JsonValue& value, TextOf textOf) const;
 
+    void note(const JsonValue& value, std::string_view name) const {
+        m_named.push_back({&value, std::string(name)});
+    }
+
     const VarTable* m_variables;
+    mutable std::vector<NamedVariable> m_named;
     std::vector<COLORREF> m_palette;
 };
+
+/// "there is no variable 'Wory'; did you mean 'Worry'?"
+std::string noVariable(std::string_view name, std::span<const std::string_view> known);
 
 }  // namespace tessalink::detail

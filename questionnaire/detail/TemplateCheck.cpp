@@ -1,0 +1,139 @@
+#include "questionnaire/detail/TemplateCheck.h"
+
+#include <utility>
+
+#include "json/NameHint.h"
+#include "platform/files/CMemFile.h"
+#include "questionnaire/detail/NamedText.h"
+#include "report/TemplateChecker.h"
+#include "report/TemplateStorage.h"
+
+namespace tessalink::detail {
+
+/// Reads one template and notes what it uses.
+class TemplateCheck::Checker : public TemplateChecker {
+public:
+    Checker(CFile& file, CFile& output, VarTable& definitions, int scrambled, TemplateCheck& check)
+        : TemplateChecker(file, output, definitions, scrambled), m_check(check) {}
+
+    std::vector<Use> calls;
+    std::deque<Use> includes;
+
+protected:
+    void note_read(const CString& name, const TemplateChecker& at) override {
+        m_check.m_read.push_back({name, at.token_place()});
+    }
+    void note_define(const CString& name, const TemplateChecker& /*at*/) override {
+        m_check.m_made.insert(name);
+    }
+    void note_assign(const CString& name, const TemplateChecker& /*at*/) override {
+        m_check.m_made.insert(name);
+    }
+    void note_call(const CString& name, const TemplateChecker& at) override {
+        calls.push_back({name, at.token_place()});
+    }
+    void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
+        (isConstant ? includes : m_check.m_named).push_back({name, at.statement_place()});
+    }
+
+private:
+    TemplateCheck& m_check;
+};
+
+void TemplateCheck::Read(const std::string& name, const std::string& text) {
+    add(name, &text);
+    read_waiting();
+}
+
+void TemplateCheck::ReadNamed(const IsName& isMade) {
+    // What is read adds names, and may make variables of names that were taken for files before.
+    while (!m_named.empty()) {
+        const Use use = m_named.front();
+        m_named.pop_front();
+        const CString name = includeNames(use.name.View()).part;
+        if (m_made.contains(name) || isMade(name.View())) {
+            read_folder(use.place);
+        } else if (m_bare.insert(name).second) {
+            include(use);
+        }
+        read_waiting();
+    }
+}
+
+void TemplateCheck::add(const std::string& name, const std::string* text) {
+    if (m_added.insert(name).second) m_waiting.push_back({name, text});
+}
+
+void TemplateCheck::read_waiting() {
+    while (!m_waiting.empty()) {
+        const Template waiting = m_waiting.front();
+        m_waiting.pop_front();
+        check(waiting);
+    }
+}
+
+void TemplateCheck::check(const Template& waiting) {
+    const CString path = m_files.PathOf(waiting.name);
+    NamedText file(*waiting.text, path);
+    const int scrambled = isScrambledName(waiting.name) ? 1 : 0;
+    if (isStoredOtherwise(file, scrambled)) {
+        constexpr const char* messages[] = {
+            "this template is scrambled: call it .DAT, or store it with 'tessalink unscramble'",
+            "this template is plain text: call it .rtf, or store it with 'tessalink scramble'"};
+        m_faults.emplace_back(TextPlace{path, 1, 1}, messages[scrambled]);
+        return;
+    }
+    CMemFile output;
+    VarTable definitions;
+    Checker checker(file, output, definitions, scrambled, *this);
+    ParseException fault;
+    if (!checker.Parse(&fault)) m_faults.emplace_back(fault.GetPlace(), fault.what());
+    for (const Use& call : checker.calls) {
+        if (m_isGraph(call.name.View())) continue;
+        m_faults.emplace_back(call.place, "there is no graph " + CString(quoted(call.name.View())));
+    }
+    for (const Use& used : checker.includes) include(used);
+}
+
+/// Adds the file of an include.
+void TemplateCheck::include(const Use& include) {
+    if (include.name.View().find('\\') != std::string_view::npos) {
+        m_faults.emplace_back(include.place, "Include '" + include.name +
+                                                 "' leaves the questionnaire's folder: name a file "
+                                                 "in it!");
+        return;
+    }
+    try {
+        const IncludedFile part = findInclude(
+            include.name, [this](const std::string& wanted) { return m_files.Find(wanted); });
+        if (part.isDoubled) {
+            m_faults.emplace_back(include.place, doubledInclude(includeNames(include.name.View())));
+        } else if (part.text == nullptr) {
+            m_faults.emplace_back(include.place, "Include '" + include.name +
+                                                     "' is not there, and neither is " +
+                                                     CString(std::string_view(part.name)) + "!");
+        } else {
+            add(part.name, part.text);
+        }
+    } catch (const InputError& fault) {
+        m_faults.emplace_back(include.place, "Include '" + include.name + "' " + fault.what());
+    }
+}
+
+/// Adds every template of the folder as an include.
+void TemplateCheck::read_folder(const TextPlace& place) {
+    if (std::exchange(m_hasReadFolder, true)) return;
+    for (const CString& name : m_files.Includes()) include({name, place});
+}
+
+void TemplateCheck::CheckVariables(std::span<const std::string_view> known) {
+    std::set<std::string_view> told(known.begin(), known.end());
+    for (const CString& name : m_bare) told.insert(name.View());
+    for (const Use& read : m_read) {
+        if (!told.insert(read.name.View()).second) continue;
+        m_faults.emplace_back(read.place, "unknown variable " + CString(quoted(read.name.View())) +
+                                              CString(nameHint(read.name.View(), known)));
+    }
+}
+
+}  // namespace tessalink::detail

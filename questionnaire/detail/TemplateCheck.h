@@ -1,0 +1,67 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/InputError.h"
+#include "platform/base/CString.h"
+#include "questionnaire/detail/FileLoader.h"
+
+namespace tessalink::detail {
+
+/// Reads the templates of a questionnaire, and what they include, without running them.
+class TemplateCheck {
+public:
+    using IsName = std::function<bool(std::string_view)>;
+
+    /// Faults are added to `faults`; `isGraph` says which names @CALL may have. Files and faults
+    /// must outlive it.
+    TemplateCheck(FileLoader& files, std::vector<InputError>& faults, IsName isGraph)
+        : m_files(files), m_faults(faults), m_isGraph(std::move(isGraph)) {}
+
+    /// Reads a template and all that it includes by constants, each file once.
+    void Read(const std::string& name, const std::string& text);
+    /// Reads what templates include by bare names: where `isMade` or a template makes a variable
+    /// of that name, any template of the folder; otherwise the include that has this name.
+    void ReadNamed(const IsName& isMade);
+
+    /// The variables that templates define or assign.
+    const std::set<CString>& MadeVariables() const { return m_made; }
+    /// A fault for the first use of each variable that is not among the known ones.
+    void CheckVariables(std::span<const std::string_view> known);
+
+private:
+    class Checker;
+    struct Use {
+        CString name;
+        TextPlace place;
+    };
+    struct Template {
+        std::string name;
+        const std::string* text;
+    };
+
+    void add(const std::string& name, const std::string* text);
+    void read_waiting();
+    void check(const Template& waiting);
+    void include(const Use& include);
+    void read_folder(const TextPlace& place);
+
+    FileLoader& m_files;
+    std::vector<InputError>& m_faults;
+    IsName m_isGraph;
+    std::set<std::string> m_added;  ///< names of files
+    std::deque<Template> m_waiting;
+    std::deque<Use> m_named;   ///< includes by bare names
+    std::set<CString> m_bare;  ///< such names that are no variables
+    bool m_hasReadFolder = false;
+    std::set<CString> m_made;
+    std::vector<Use> m_read;  ///< variables
+};
+
+}  // namespace tessalink::detail
