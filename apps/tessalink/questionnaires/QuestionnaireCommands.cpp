@@ -28,11 +28,9 @@ void addQuestionnaire(CLI::App& app, QuestionnaireOptions& options, std::functio
         ->required();
     import->add_option("-o,--output", options.folder, "a folder that is not there yet, or is empty")
         ->required();
-    import->callback(
-        [&options, &command] { command = [&options] { return importQuestionnaire(options);
-};
-}  // namespace tessalink::cli
-);
+    import->callback([&options, &command] {
+        command = [&options] { return importQuestionnaire(options); };
+    });
 }
 
 }  // namespace tessalink::cli
