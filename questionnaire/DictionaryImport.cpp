@@ -320,6 +320,7 @@ private:
     }
 
     void note_whole() {
+        m_build.NoteLanguage();
         if (m_forms.size() > 1) {
             m_build.Note("has " + std::to_string(m_forms.size()) +
                          " forms, which become one questionnaire: take out what is not of it");

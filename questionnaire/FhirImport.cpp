@@ -23,6 +23,7 @@ constexpr std::array<std::string_view, 3> cOrdinals = {
     "http://hl7.org/fhir/StructureDefinition/ordinalValue",
     "http://hl7.org/fhir/StructureDefinition/itemWeight",
     "http://hl7.org/fhir/StructureDefinition/questionnaire-ordinalValue"};
+constexpr JsonBounds cAnyValue = {-detail::cMaxValue, detail::cMaxValue};
 constexpr std::string_view cLeast = "http://hl7.org/fhir/StructureDefinition/minValue";
 constexpr std::string_view cGreatest = "http://hl7.org/fhir/StructureDefinition/maxValue";
 
@@ -88,6 +89,7 @@ private:
         if (list == nullptr) return result;
         for (const JsonMember& member : m_in.Members(*list, Kind::List, cMost)) {
             m_in.Expect(member.value, Kind::Object);
+            refuse_modifiers(member.value);
             result.push_back(&member.value);
         }
         return result;
@@ -106,7 +108,7 @@ private:
         return std::nullopt;
     }
     double number_of(const JsonValue& value) const {
-        return m_in.Number(value, {-detail::cMaxValue, detail::cMaxValue}).value_or(0);
+        return m_in.Number(value, cAnyValue).value_or(0);
     }
     std::optional<double> ordinal(const JsonValue& element) const {
         for (const std::string_view url : cOrdinals) {
@@ -132,6 +134,7 @@ private:
         model.licence = plain(orElse(text(m_root, "copyright"), "not known: fill in"));
         model.source =
             plain(orElse(text(m_root, "url"), orElse(text(m_root, "publisher"), "FHIR")));
+        if (text(m_root, "language").empty()) m_build.NoteLanguage();
     }
 
     /// A choice without code goes by what is shown.
@@ -151,7 +154,6 @@ private:
             if (text(*set, "resourceType") != "ValueSet") continue;
             const std::string name = "#" + text(*set, "id");
             start(name, *set);
-            refuse_modifiers(*set);
             const std::vector<Choice> choices = choices_of(*set);
             m_valueSets[name] = choices;
             m_valueSets[text(*set, "url")] = choices;
@@ -182,7 +184,6 @@ private:
             const std::string link = text(*item, "linkId");
             if (link.empty()) m_in.Fail(*item, "'linkId' is missing");
             if (!m_links.insert(link).second) m_in.Fail(*item, "duplicate linkId '" + link + "'");
-            refuse_modifiers(*item);
             start(link, *item);
             read_item(*item, link);
             read_items(*item);
@@ -232,9 +233,9 @@ private:
             m_in.Expect(*coding, Kind::Object);
             choice = choice_of(*coding, text(*coding, "system"));
         } else if (const JsonValue* const number = value.Find("valueInteger")) {
-            choice.value = number_of(*number);
+            choice.value = m_in.Whole(*number, cAnyValue);
             choice.code = choice.label =
-                CString(std::to_string(static_cast<long long>(*choice.value)).c_str());
+                CString(std::to_string(static_cast<int>(*choice.value)).c_str());
         } else {
             for (const char* key : {"valueString", "valueDate", "valueTime"}) {
                 const std::string given = text(value, key);
@@ -249,7 +250,14 @@ private:
         const auto all = [&choices](auto has) {
             return std::all_of(choices.begin(), choices.end(), has);
         };
-        if (all([](const Choice& choice) { return choice.value.has_value(); })) return;
+        const auto hasValue = [](const Choice& choice) { return choice.value.has_value(); };
+        if (all(hasValue)) return;
+        if (std::any_of(choices.begin(), choices.end(), hasValue)) {
+            m_build.Note(
+                "has choices without a number, for instance that it does not apply: give each one "
+                "a 'value' where a scale is to count it");
+            return;
+        }
         if (all([](const Choice& choice) { return numberInLabel(choice.label).has_value(); })) {
             for (Choice& choice : choices) choice.value = numberInLabel(choice.label);
             return;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/base/Utf8.h"
+#include "questionnaire/detail/FieldText.h"
 
 namespace tessalink::detail {
 
@@ -26,6 +27,10 @@ constexpr Entity cEntities[] = {
     {"hellip", 0x2026}, {"bull", 0x2022},  {"frac12", 0xBD},  {"times", 0xD7},   {"iexcl", 0xA1},
     {"iquest", 0xBF}};
 constexpr std::size_t cMaxEntity = 10;
+constexpr std::string_view cCommentStart = "<!--";
+constexpr std::string_view cCommentEnd = "-->";
+/// Elements whose text is not shown.
+constexpr std::string_view cHidden[] = {"style", "script"};
 
 bool isLetter(char ch) {
     return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z');
@@ -33,14 +38,6 @@ bool isLetter(char ch) {
 
 bool isSpace(char ch) {
     return ch == ' ' || ch == '\t' || ch == '\r' || ch == '\n';
-}
-
-/// The length of a tag at the start of a text; 0 when there is none.
-std::size_t tagLength(std::string_view text) {
-    if (text.size() < 3 || text[0] != '<') return 0;
-    const bool isTag = text[1] == '/' || text[1] == '!' || isLetter(text[1]);
-    const std::size_t end = isTag ? text.find('>') : std::string_view::npos;
-    return end != std::string_view::npos ? end + 1 : 0;
 }
 
 /// The character of "#8217" or "#x2019".
@@ -76,14 +73,67 @@ std::optional<char32_t> takeEntity(std::string_view& text) {
     return character;
 }
 
+/// Takes tags off a text, piece by piece.
+class TagReader {
+public:
+    explicit TagReader(std::string_view text)
+        : m_text(text), m_tagEnds(endOf(text, '>')), m_commentEnds(endOf(text, cCommentEnd)) {}
+
+    /// Takes a tag or comment off the start of the rest of the text.
+    bool TakeTag(std::string_view& rest) {
+        if (rest.size() < 3 || rest[0] != '<') return false;
+        if (rest[1] != '/' && rest[1] != '!' && !isLetter(rest[1])) return false;
+        const bool isComment = rest.starts_with(cCommentStart) && hasMore(rest, m_commentEnds);
+        if (!isComment && !hasMore(rest, m_tagEnds)) return false;
+        const std::size_t end =
+            isComment ? rest.find(cCommentEnd, cCommentStart.size() - 2) + cCommentEnd.size()
+                      : rest.find('>') + 1;
+        note(rest.substr(1, end - 2));
+        rest.remove_prefix(end);
+        return true;
+    }
+    /// Whether what stands here is none of the text, but a style or a program.
+    bool IsHidden() const { return !m_hiding.empty(); }
+
+private:
+    /// Behind the last one; 0 without any.
+    template <class Mark>
+    static std::size_t endOf(std::string_view text, const Mark& mark) {
+        return text.rfind(mark) + 1;
+    }
+    /// Whether a mark is still ahead: so that no text is searched to its end again and again.
+    bool hasMore(std::string_view rest, std::size_t last) const {
+        return last > m_text.size() - rest.size();
+    }
+    void note(std::string_view tag) {
+        for (const std::string_view name : cHidden) {
+            if (m_hiding.empty() && startsWithName(tag, name)) m_hiding = name;
+            if (m_hiding == name && tag[0] == '/' && startsWithName(tag.substr(1), name)) {
+                m_hiding = {};
+            }
+        }
+    }
+    static bool startsWithName(std::string_view tag, std::string_view name) {
+        return lowered(tag.substr(0, name.size())) == name &&
+               (tag.size() == name.size() || !isLetter(tag[name.size()]));
+    }
+
+    std::string_view m_text;
+    std::size_t m_tagEnds;
+    std::size_t m_commentEnds;
+    std::string_view m_hiding;  ///< the element whose text is not shown
+};
+
 }  // namespace
 
 std::string withoutHtml(std::string_view utf8) {
     std::string plain;
+    TagReader tags(utf8);
     while (!utf8.empty()) {
-        if (const std::size_t tag = tagLength(utf8)) {
+        if (tags.TakeTag(utf8)) {
             plain += ' ';
-            utf8.remove_prefix(tag);
+        } else if (tags.IsHidden()) {
+            utf8.remove_prefix(1);
         } else if (const auto character = takeEntity(utf8)) {
             appendUtf8(plain, *character);
         } else {

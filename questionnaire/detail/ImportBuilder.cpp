@@ -23,6 +23,8 @@ constexpr std::array<const char*, 9> cEndings = {"",           cValueSuffix, cLa
                                                  cMonthSuffix, cDaySuffix,   cMissingSuffix};
 /// With the longest of these endings, a name is still one of a variable.
 constexpr std::size_t cMaxId = cMaxVariableName - std::string_view(cMissingSuffix).size();
+/// "_10000", behind a name that is taken.
+constexpr std::size_t cMaxEnding = 6;
 /// What every questionnaire makes.
 constexpr std::array<const char*, 4> cTaken = {cQuestionnaireId, cQuestionnaireTitle,
                                                cQuestionnaireVersion, cRespondentId};
@@ -146,8 +148,11 @@ CString ImportBuilder::make_id(const std::string& name) {
         return isVariableName(id) && !isCommandName(id) && take_names(id);
     };
     std::string id = letters;
-    for (int number = 2; !isGood(id); ++number) {
-        const std::string ending = "_" + std::to_string(number);
+    // Counted on, so that thousands of long names with the same start are soon done.
+    auto& number =
+        m_numbers.try_emplace(lowered(letters.substr(0, cMaxId - cMaxEnding)), 1).first->second;
+    while (!isGood(id)) {
+        const std::string ending = "_" + std::to_string(++number);
         id = letters.substr(0, cMaxId - ending.size()) + ending;
     }
     if (id != name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -33,6 +34,9 @@ public:
     /// What follows is of that field or question; `place` is called when something is noted.
     void Start(std::string name, std::function<TextPlace()> place);
     void Note(const std::string& text);
+
+    /// That the language is a guess.
+    void NoteLanguage() { Note("does not tell its language: look over 'language', here \"en\""); }
 
     /// Why the whole can't come over when it has no items, with a case in point.
     CString NoItem(const char* what) const;
@@ -68,7 +72,8 @@ private:
 
     Names m_names;
     ImportedQuestionnaire m_result;
-    std::set<std::string> m_taken;  ///< names of variables, in small letters
+    std::set<std::string> m_taken;         ///< names of variables, in small letters
+    std::map<std::string, int> m_numbers;  ///< the last one behind names that start so
     std::string m_name;
     std::function<TextPlace()> m_place;
 };

@@ -6,8 +6,10 @@
 #include <set>
 #include <string>
 
+#include "core/FileText.h"
 #include "json/JsonObject.h"
 #include "json/NameHint.h"
+#include "platform/base/Windows1252.h"
 #include "questionnaire/detail/ModelLimits.h"
 #include "report/VariablesFile.h"
 
@@ -252,13 +254,20 @@ void ModelReader::each(const JsonValue& values, JsonValue::Kind kind, std::size_
     }
 }
 
+/// A key in Windows-1252.
+CString ModelReader::key_text(const JsonMember& member) const {
+    Windows1252Text text = fromUtf8(member.key);
+    if (!text.IsWhole()) m_in.Source().FailAtKey(member, cNotInWindows1252);
+    return CString(std::move(text.text));
+}
+
 /// The position of a name that must be known.
 std::size_t ModelReader::named(const NamePlaces& names, const char* what,
                                const JsonValue& name) const {
     m_in.Expect(name, Kind::Text);
-    if (const std::size_t* position = names.Find(CString(std::string_view(name.text)))) {
-        return *position;
-    }
+    const Windows1252Text text = fromUtf8(name.text);
+    const std::size_t* const position = text.IsWhole() ? names.Find(CString(text.text)) : nullptr;
+    if (position != nullptr) return *position;
     m_in.Fail(name, std::string("unknown ") + what + ' ' + quoted(name.text) +
                         nameHint(name.text, names.Names()));
 }
@@ -300,9 +309,10 @@ std::vector<Choice> ModelReader::read_choices(const JsonValue& choices) const {
 void ModelReader::read_sets(const JsonValue& sets) {
     each(sets, Kind::Object, cMaxSets, [&](const JsonMember& member) {
         constexpr double none = std::numeric_limits<double>::quiet_NaN();
-        m_sets.Add(CString(std::string_view(member.key)), member.value);
+        const CString id = key_text(member);
+        m_sets.Add(id, member.value);
         ResponseSet& set = m_model.responseSets.emplace_back();
-        set.id = CString(std::string_view(member.key));
+        set.id = id;
         set.min = set.max = none;
         const auto spec = readObject<SetSpec>(m_in, member.value);
         if ((spec.choices == nullptr) == (spec.whole == nullptr)) {
@@ -580,8 +590,8 @@ void ModelReader::read_words(const JsonValue& words) {
         PersonWord& word = m_model.words.emplace_back();
         word.name = CString(std::string_view(member.key));
         word.words.resize(field.choices.size());
-        std::set<std::string_view> missing = {"otherwise"};
-        for (const Choice& choice : field.choices) missing.insert(choice.code.View());
+        std::set<std::string> missing = {"otherwise"};
+        for (const Choice& choice : field.choices) missing.insert(toUtf8(choice.code.View()));
         each(member.value, Kind::Object, cMaxChoices, [&](const JsonMember& form) {
             const CString text = m_in.Text(form.value).value_or("");
             if (missing.erase(form.key) == 0) {
@@ -590,10 +600,10 @@ void ModelReader::read_words(const JsonValue& words) {
             }
             if (form.key == "otherwise") word.otherwise = text;
             for (std::size_t i = 0; i < field.choices.size(); ++i) {
-                if (field.choices[i].code.View() == form.key) word.words[i] = text;
+                if (toUtf8(field.choices[i].code.View()) == form.key) word.words[i] = text;
             }
         });
-        for (const std::string_view code : missing) {
+        for (const std::string& code : missing) {
             m_in.Attempt([&] { m_in.Fail(member.value, quoted(code) + " is missing"); });
         }
     });
@@ -622,8 +632,7 @@ void ModelReader::read_norms(const JsonValue& norms) {
     if (spec.keys != nullptr) {
         m_in.Attempt([&] {
             each(*spec.keys, Kind::Object, cMaxFields, [&](const JsonMember& key) {
-                source.keys.push_back(
-                    {CString(std::string_view(key.key)), named(m_fields, "field", key.value)});
+                source.keys.push_back({key_text(key), named(m_fields, "field", key.value)});
             });
         });
     }

@@ -75,7 +75,7 @@ private:
     ScaleItem read_scale_item(const JsonValue& item) const;
     AnsweringIndex::Pair read_pair(const JsonValue& pair) const;
     std::size_t named(const NamePlaces& names, const char* what, const JsonValue& name) const;
-    CString id_of(const JsonValue& object, NamePlaces& names) const;
+    CString key_text(const JsonMember& member) const;
     void check_set(std::size_t scale, const ScaleItem& item, const JsonValue& place) const;
     std::string file_name(const JsonValue& name) const;
 

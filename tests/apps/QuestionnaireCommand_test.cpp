@@ -65,6 +65,10 @@ TEST_F(QuestionnaireCommand, ImportsWhatOtherProgramsDescribe) {
     EXPECT_EQ(Run({"questionnaire", "import", "bad.csv", "-o", "new"}).exitCode, 1);
     EXPECT_FALSE(std::filesystem::exists(folder.Path("new")));
     EXPECT_EQ(Run({"questionnaire", "import", "q.json", "-o", "two"}).exitCode, 2);
+    Setting full;
+    full.maxFileSize = 400;  // enough for the report
+    EXPECT_EQ(Run({"questionnaire", "import", "q.json", "-o", "three"}, full).exitCode, 2);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("three")));
 }
 
 }  // namespace

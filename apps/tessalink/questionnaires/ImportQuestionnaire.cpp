@@ -74,11 +74,11 @@ std::string noteLine(const ImportNote& note) {
 int importQuestionnaire(const QuestionnaireOptions& options) {
     ImportedQuestionnaire imported = read(options.importPath);
     imported.model.reports = {{"answers", "Answers", "answers.rtf"}};
-    makeFolder(options.folder);
-    storeFile(options.folder, Questionnaire::cFileName, writeQuestionnaire(imported.model));
-    storeFile(options.folder, "answers.rtf", reportOf(imported.model));
+    QuestionnaireFiles files = {{Questionnaire::cFileName, writeQuestionnaire(imported.model)},
+                                {"answers.rtf", reportOf(imported.model)}};
     const bool hasMapping = !imported.columnNames.empty();
-    if (hasMapping) storeFile(options.folder, cMappingFile, mappingOf(imported));
+    if (hasMapping) files[cMappingFile] = mappingOf(imported);
+    storeFolder(options.folder, files);
     std::string result;
     for (const ImportNote& note : imported.notes) result += noteLine(note);
     result += options.folder + ": made, with " + counted(imported.model.items.size(), "item") +

@@ -2,7 +2,8 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
+
+#include "questionnaire/Questionnaire.h"
 
 namespace CLI {
 class App;
@@ -30,9 +31,8 @@ int importQuestionnaire(const QuestionnaireOptions& options);
 
 /// "1 item", "2 items".
 std::string counted(std::size_t count, const char* what);
-/// Makes a folder, which must not be there or be empty. Raises a CException for trouble.
-void makeFolder(const std::string& folder);
-/// Stores a file in a folder as a whole.
-void storeFile(const std::string& folder, const char* name, std::string_view text);
+/// Makes a folder, which must not be there or be empty, with these files; none of it is left after
+/// trouble, which is a CException.
+void storeFolder(const std::string& folder, const QuestionnaireFiles& files);
 
 }  // namespace tessalink::cli
