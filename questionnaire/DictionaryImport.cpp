@@ -240,9 +240,10 @@ private:
     void add_checkboxes(const std::string& name) {
         const CString asked = label();
         for (const Choice& each : good_choices()) {
-            std::string code(each.code.View());
-            std::replace(code.begin(), code.end(), '-', '_');
-            add_two(name + "___" + code, asked + ": " + each.label, "Checked", "Unchecked");
+            std::string column = "___";
+            column += each.code.View();
+            std::replace(column.begin(), column.end(), '-', '_');
+            add_two(name + column, asked + ": " + each.label, "Checked", "Unchecked");
         }
     }
 

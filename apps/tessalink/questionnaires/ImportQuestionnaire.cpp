@@ -42,7 +42,7 @@ std::string reportOf(const QuestionnaireModel& model) {
         const std::string id(field.id.View());
         const bool isChoice = field.type == Field::Type::Choice;
         text.append("\\pard\\sa60 ").append(escapeText(field.label.View()).View());
-        text += ": @" + id + (isChoice ? "_Label" : "") + "\\par\n";
+        text.append(": @").append(id).append(isChoice ? "_Label" : "").append("\\par\n");
     }
     for (const Item& item : model.items) {
         const std::string id(item.id.View());
