@@ -307,7 +307,7 @@ private:
 
     void read_identity() {
         QuestionnaireModel& model = m_build.Model();
-        const TextPlace start = {m_reader.GetFile(), 1, 1};
+        TextPlace start = {m_reader.GetFile(), 1, 1};
         if (model.items.empty()) throw InputError(start, m_build.NoItem("field"));
         m_build.Start("", [start] { return start; });
         const std::string& form = m_forms.front();

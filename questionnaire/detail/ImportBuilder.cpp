@@ -135,6 +135,7 @@ CString ImportBuilder::Identity(std::string_view name) {
 /// Takes a name and all that variables are called after it; false when one of them is taken.
 bool ImportBuilder::take_names(const std::string& id) {
     std::vector<std::string> names;
+    names.reserve(cEndings.size());
     for (const char* ending : cEndings) names.push_back(lowered(id + ending));
     const auto isTaken = [this](const std::string& name) { return m_taken.contains(name); };
     if (std::any_of(names.begin(), names.end(), isTaken)) return false;

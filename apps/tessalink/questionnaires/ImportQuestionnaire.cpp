@@ -46,8 +46,8 @@ std::string reportOf(const QuestionnaireModel& model) {
     }
     for (const Item& item : model.items) {
         const std::string id(item.id.View());
-        text += "\\trowd\\trgaph70\\trkeep\\cellx6500\\cellx9000\\pard\\intbl @" + id +
-                "_Text\\cell\\pard\\intbl @" + id + "_Label\\cell\\row\n";
+        text.append("\\trowd\\trgaph70\\trkeep\\cellx6500\\cellx9000\\pard\\intbl @").append(id);
+        text.append("_Text\\cell\\pard\\intbl @").append(id).append("_Label\\cell\\row\n");
     }
     return text + "\\pard\\par}\n";
 }
