@@ -47,6 +47,7 @@ public:
         if (isInt && whole == *number) return Add(whole);
         make_room();
         *m_next++ = ',';
+        if (isInt && add_short(*number)) return;
         m_next = std::to_chars(m_next, m_cells.end(), *number).ptr;
     }
 
@@ -54,6 +55,27 @@ private:
     static constexpr std::size_t cLongestCell = 32;
     static constexpr int cFewDigits = 100;
 
+    /// A number of one or two decimals, such as most means are: faster than to look for the
+    /// shortest text, and the same. False for others.
+    bool add_short(double number) {
+        constexpr double most = 1e6;
+        if (std::abs(number) >= most) return false;
+        int scale = 1;
+        for (int decimals = 1; decimals <= 2; ++decimals) {
+            scale *= 10;
+            const double scaled = std::abs(number) * scale;
+            const auto digits = static_cast<int>(scaled);
+            if (digits != scaled || digits / static_cast<double>(scale) != std::abs(number))
+                continue;
+            if (number < 0) *m_next++ = '-';
+            m_next = std::to_chars(m_next, m_cells.end(), digits / scale).ptr;
+            *m_next++ = '.';
+            if (decimals == 2) *m_next++ = static_cast<char>('0' + digits % scale / 10);
+            *m_next++ = static_cast<char>('0' + digits % 10);
+            return true;
+        }
+        return false;
+    }
     void make_room() {
         if (static_cast<std::size_t>(m_cells.end() - m_next) < cLongestCell) flush();
     }

@@ -67,8 +67,13 @@ TextPlace TableBlocks::Place() const {
 bool TableBlocks::read_more() {
     if (m_isAtEnd) return false;
     const std::size_t size = m_text.size();
-    m_text.resize(size + m_blockSize);
-    const std::size_t count = m_file.Read(m_text.data() + size, m_blockSize);
+    // Of a small file not a whole block is filled; of a pipe the length is not known.
+    const std::uint64_t length = m_file.GetLength();
+    const std::size_t wanted =
+        length > 0 ? static_cast<std::size_t>(std::min<std::uint64_t>(m_blockSize, length))
+                   : m_blockSize;
+    m_text.resize(size + wanted);
+    const std::size_t count = m_file.Read(m_text.data() + size, wanted);
     m_text.resize(size + count);
     m_isAtEnd = count == 0;
     return count > 0;

@@ -21,6 +21,8 @@ public:
 
 protected:
     void note_read(const CString& name, const TemplateChecker& at) override {
+        // Places are looked for, so that only those are that a fault may need.
+        if (m_check.m_made.contains(name) || !m_check.m_seen.insert(name).second) return;
         m_check.m_read.push_back({name, at.token_place()});
     }
     void note_define(const CString& name, const TemplateChecker& /*at*/) override {

@@ -61,7 +61,8 @@ private:
     std::set<CString> m_bare;  ///< such names that are no variables
     bool m_hasReadFolder = false;
     std::set<CString> m_made;
-    std::vector<Use> m_read;  ///< variables
+    std::set<CString> m_seen;  ///< names of variables that are read
+    std::vector<Use> m_read;   ///< where each of them is read first
 };
 
 }  // namespace tessalink::detail
