@@ -13,7 +13,8 @@ namespace {
 
 std::vector<std::size_t> lineEnds(std::string_view text) {
     std::vector<std::size_t> ends;
-    for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n', end + 1)) {
+    for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+         end = text.find('\n', end + 1)) {
         ends.push_back(end);
     }
     return ends;

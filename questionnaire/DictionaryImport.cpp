@@ -128,9 +128,8 @@ private:
 
     void add_form() {
         const std::string form(cell(FormName));
-        if (std::find(m_forms.begin(), m_forms.end(), form) == m_forms.end()) {
-            m_forms.push_back(form);
-        }
+        if (m_forms.empty()) m_firstForm = form;
+        m_forms.insert(form);
         if (is_set(Required)) ++m_required;
     }
 
@@ -310,9 +309,8 @@ private:
         TextPlace start = {m_reader.GetFile(), 1, 1};
         if (model.items.empty()) throw InputError(start, m_build.NoItem("field"));
         m_build.Start("", [start] { return start; });
-        const std::string& form = m_forms.front();
-        model.id = detail::ImportBuilder::Identity(form);
-        model.title = m_build.Text(form.empty() ? "Imported questionnaire" : form);
+        model.id = detail::ImportBuilder::Identity(m_firstForm);
+        model.title = m_build.Text(m_firstForm.empty() ? "Imported questionnaire" : m_firstForm);
         model.version = "1";
         model.language = "en";
         model.licence = "not known: fill in";
@@ -336,7 +334,8 @@ private:
     std::array<std::size_t, ColumnCount> m_columns{};
     std::vector<CsvCell> m_row;
     std::set<std::string> m_seen;
-    std::vector<std::string> m_forms;
+    std::set<std::string> m_forms;
+    std::string m_firstForm;
     std::size_t m_required = 0;
     detail::ImportBuilder m_build{detail::ImportBuilder::Names::Columns};
 };

@@ -11,7 +11,7 @@ A fenced block is an example when an HTML comment stands on the line before its 
 
 The examples run in their order in one empty folder, with `tessalink` and the programs on the path.
 Files are Windows-1252 except .json and .csv, which are UTF-8. Line ends at the end don't count.
-A document without a program and an output fails, and a README without a template.
+A document without an output fails, and a README without a program and a template.
 
 usage: readme_examples.py extract README FOLDER          writes FOLDER/NAME.cpp, prints the names
        readme_examples.py run README FOLDER [--path DIR] runs all, programs from FOLDER/bin
@@ -27,8 +27,8 @@ EXAMPLE = re.compile(
     r"^<!-- check: (program|template|command|output of) (\S+) -->\n```\w*\n(.*?)^```$",
     re.MULTILINE | re.DOTALL)
 MARK = re.compile(r"<!--\s*check:")
-REQUIRED = ("program", "output of")
-REQUIRED_OF_README = (*REQUIRED, "template")
+REQUIRED = ("output of",)
+REQUIRED_OF_README = (*REQUIRED, "program", "template")
 TIME_LIMIT = 60
 
 
