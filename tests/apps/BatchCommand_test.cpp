@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -195,6 +196,55 @@ TEST_F(BatchCommand, RefusesWhatDoesNotBelongTogether) {
     folder.Write("done/.tessalink-batch", record);
     EXPECT_EQ(Run({"batch", "q", "other.csv", "-o", "done", "--resume"}).exitCode, 2);
     EXPECT_EQ(Batch({"-o", "done", "--resume"}).exitCode, 0);
+}
+
+/// Sets PATH for one test.
+class PathScope {
+public:
+    explicit PathScope(const std::string& path) : m_old(std::getenv("PATH")) {
+        ::setenv("PATH", path.c_str(), 1);
+    }
+    ~PathScope() { ::setenv("PATH", m_old.c_str(), 1); }
+    PathScope(const PathScope&) = delete;
+    PathScope& operator=(const PathScope&) = delete;
+
+private:
+    std::string m_old;
+};
+
+/// With a program in LibreOffice's place, which takes its time and makes no PDF of one report.
+TEST_F(BatchCommand, MakesPdfAndGoesOnAfterASignal) {
+    folder.Write("r.csv", "id,Q1,Q2\na,1,1\nbad,1,1\nc,1,1\n");
+    fs::create_directory(folder.Path("bin"));
+    folder.Write("bin/soffice",
+                 "#!/bin/sh\nwhile [ $# -gt 0 ]; do case $1 in --outdir) out=$2; shift;; "
+                 "*bad*) ;; *.rtf) mkdir -p \"$out\"; b=$(basename \"$1\" .rtf); echo pdf "
+                 ">\"$out/$b.pdf\";; esac; shift; done; sleep 1\n");
+    fs::permissions(folder.Path("bin/soffice"), fs::perms::owner_all);
+    const Strings options = {"-o",    "out",        "--report", "a",
+                             "--pdf", "--progress", "bar",      "--resume"};
+    {
+        const PathScope none("/none");
+        const Finished without = Batch(options);
+        EXPECT_EQ(without.exitCode, 2);
+        EXPECT_NE(without.err.find("--pdf needs LibreOffice"), std::string::npos) << without.err;
+    }
+    const PathScope path(folder.Path("bin") + ":/usr/bin:/bin");
+    Strings interrupted = {"/usr/bin/timeout", "-s",    "TERM", "0.5",
+                           TESSALINK_CLI,      "batch", "q",    "r.csv"};
+    interrupted.insert(interrupted.end(), options.begin(), options.end());
+    Setting setting;
+    setting.folder = folder.Path("");
+    const Finished ended = runProgram(interrupted, setting);
+    EXPECT_EQ(ended.exitCode, 124);
+    EXPECT_NE(ended.err.find("respondents, "), std::string::npos) << ended.err;
+    const Finished run = Batch(options);
+    EXPECT_EQ(run.exitCode, 1) << run.err;
+    const Files files = resultsIn(folder.Path("out"));
+    EXPECT_EQ(files.at("a.pdf"), "pdf\n");
+    EXPECT_EQ(files.at("c.pdf"), "pdf\n");
+    EXPECT_FALSE(files.contains("bad.pdf"));
+    EXPECT_NE(files.at("failed.csv").find("LibreOffice made no PDF"), std::string::npos);
 }
 
 TEST_F(BatchCommand, ReportsLieInTheFolderWhateverLinksSay) {

@@ -71,5 +71,28 @@ TEST_F(QuestionnaireCommand, ImportsWhatOtherProgramsDescribe) {
     EXPECT_FALSE(std::filesystem::exists(folder.Path("three")));
 }
 
+TEST_F(QuestionnaireCommand, ImportsADictionaryWithAMapping) {
+    folder.Write("d.csv",
+                 "Variable / Field Name,Form Name,Section Header,Field Type,Field Label,\"Choices, "
+                 "Calculations, OR Slider Labels\",Field Note,Text Validation Type OR Show Slider "
+                 "Number,Text Validation Min,Text Validation Max,Identifier?,Branching Logic (Show "
+                 "field only if...),Required Field?,Custom Alignment,Question Number (surveys "
+                 "only),Matrix Group Name,Matrix Ranking?,Field Annotation\n"
+                 "text,mood,,yesno,Well?,,,,,,,,,,,,,\nborn,mood,,text,Born,,,date_dmy,,,,,,,,,,\n"
+                 "sex,mood,,radio,Sex,\"1, female | 2, male\",,,,,,,,,,,,\n");
+    const Finished run = Run({"questionnaire", "import", "d.csv", "-o", "d"});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_NE(run.out.find("--map"), std::string::npos) << run.out;
+    std::string map;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path("d"))) {
+        if (entry.path().extension() == ".csv") map = entry.path();
+    }
+    folder.Write("r.csv", "id,text,sex\np,1,2\n");
+    EXPECT_EQ(Run({"batch", "d", "r.csv", "-o", "out", "--map", map}).exitCode, 0);
+    EXPECT_NE(folder.Read("out/p.rtf").find("Yes"), std::string::npos);
+    folder.Write("file", "x");
+    EXPECT_EQ(Run({"questionnaire", "new", "file/below"}).exitCode, 2);
+}
+
 }  // namespace
 }  // namespace tessalink::test
