@@ -29,8 +29,10 @@ void addQuestionnaire(CLI::App& app, QuestionnaireOptions& options, std::functio
     import->add_option("-o,--output", options.folder, "a folder that is not there yet, or is empty")
         ->required();
     import->callback([&options, &command] {
-        command = [&options] { return importQuestionnaire(options); };
-    });
+        command = [&options] { return importQuestionnaire(options);
+};
+}  // namespace tessalink::cli
+);
 }
 
 }  // namespace tessalink::cli
