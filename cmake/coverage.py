@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints the line coverage of each folder of the libraries and programs, and fails below a floor.
 
-usage: coverage.py BUILD FLOOR    BUILD has libraries.json, all.profdata and the test programs
+usage: coverage.py BUILD FLOOR    BUILD has libraries.json, all.profdata, the libraries and the programs
 """
 import collections
 import json
@@ -17,22 +17,23 @@ def measured(build):
     return (*(folder + "/" for library in libraries for folder in library["folders"]), "apps/")
 
 
-def programs(build):
-    """Programs that the tests run."""
-    for folder in ("tests", "apps", "fuzz", "examples"):
-        for place, _, files in os.walk(os.path.join(build, folder)):
-            for name in files:
-                path = os.path.join(place, name)
+def objects(build):
+    """The libraries and the programs that the tests run."""
+    for place, folders, files in os.walk(build):
+        folders[:] = [folder for folder in folders if folder != "CMakeFiles"]
+        for name in files:
+            path = os.path.join(place, name)
+            if os.access(path, os.X_OK) and not os.path.islink(path):
                 with open(path, "rb") as file:
-                    if file.read(4) == b"\x7fELF" and os.access(path, os.X_OK):
+                    if file.read(4) == b"\x7fELF":
                         yield path
 
 
 def lines_by_folder(build):
-    objects = [argument for path in programs(build) for argument in ("-object", path)]
+    arguments = [argument for path in objects(build) for argument in ("-object", path)]
     exported = subprocess.run(
         ["llvm-cov-14", "export", "-summary-only", "-instr-profile",
-         os.path.join(build, "all.profdata"), *objects[1:]],
+         os.path.join(build, "all.profdata"), *arguments[1:]],
         stdout=subprocess.PIPE, check=True).stdout
     beginnings = measured(build)
     folders = collections.defaultdict(lambda: [0, 0])

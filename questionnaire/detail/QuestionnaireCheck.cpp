@@ -19,6 +19,7 @@ bool isScaleKey(const CString& name) {
 
 std::vector<std::string_view> namesOf(const std::vector<NormName>& names) {
     std::vector<std::string_view> result;
+    result.reserve(names.size());
     for (const NormName& name : names) result.push_back(name.text.View());
     return result;
 }

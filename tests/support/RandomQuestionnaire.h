@@ -88,7 +88,7 @@ public:
             } else if (set.values.empty()) {
                 person.answers.emplace_back(
                     set.lowest + static_cast<int>(m_dice.Below(
-                                     static_cast<std::size_t>(set.highest - set.lowest + 1))));
+                                     static_cast<std::size_t>(set.highest - set.lowest) + 1)));
             } else {
                 person.answers.emplace_back(
                     1 + static_cast<std::int32_t>(m_dice.Below(set.values.size())));

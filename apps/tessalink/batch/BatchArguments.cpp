@@ -28,6 +28,7 @@ template <class Value, class Target>
 CLI::Option* addWords(CLI::App& command, const char* name, Target& target,
                       const std::map<std::string, Value>& words, const char* text) {
     std::vector<std::string> names;
+    names.reserve(words.size());
     for (const auto& [word, value] : words) names.push_back(word);
     const auto set = [&target, &words](const std::string& word) { target = words.at(word); };
     return command.add_option_function<std::string>(name, set, text)

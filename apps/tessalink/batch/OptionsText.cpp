@@ -52,7 +52,7 @@ void addTable(const ResponseTableOptions& table, Writer& writer) {
     writer.Values("--carry", table.carried);
     writer.Value("--date-order", cDateOrderNames[static_cast<int>(table.dateOrder)]);
     for (const auto& [column, item] : table.columnNames) {
-        writer.Value("--map", column + "=" + item);
+        writer.Value("--map", std::string(column).append("=").append(item));
     }
 }
 

@@ -51,6 +51,7 @@ std::string fileUrl(const std::string& path) {
 /// group of its own: what interrupts the run lets it finish what is under way.
 void runQuietly(std::vector<std::string> arguments) {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     posix_spawn_file_actions_t files;
@@ -83,7 +84,7 @@ std::string PdfConverter::FindProgram() {
         "package libreoffice-writer.");
 }
 
-PdfConverter::PdfConverter(const RunFolder& folder, std::string program, std::string name)
+PdfConverter::PdfConverter(const RunFolder& folder, std::string program, const std::string& name)
     : m_folder(folder),
       m_program(std::move(program)),
       m_profile("profile-" + name),

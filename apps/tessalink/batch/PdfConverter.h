@@ -16,7 +16,7 @@ public:
     static std::string FindProgram();
 
     /// One object for each worker: `name` tells them apart.
-    PdfConverter(const RunFolder& folder, std::string program, std::string name);
+    PdfConverter(const RunFolder& folder, std::string program, const std::string& name);
 
     /// Makes NAME.pdf of NAME.rtf in the folder for each of the names; returns those of which none
     /// was made.
