@@ -155,7 +155,8 @@ void appendScores(const QuestionnaireModel& model, const Scores& scores, std::st
 }
 
 void appendCell(std::string_view utf8, std::string& row) {
-    const bool isRun = !utf8.empty() && cRunBySpreadsheets.find(utf8.front()) != std::string_view::npos;
+    const bool isRun =
+        !utf8.empty() && cRunBySpreadsheets.find(utf8.front()) != std::string_view::npos;
     const bool isQuoted = utf8.find_first_of(cQuoted) != std::string_view::npos;
     if (isQuoted) row += '"';
     if (isRun) row += '\'';
