@@ -7,11 +7,14 @@
 namespace tessalink {
 
 std::string readText(CFile& file, std::size_t limit) {
-    constexpr std::size_t step = 1u << 16;
+    // Small files, of which many are read, take one small piece.
+    constexpr std::size_t leastStep = 1u << 14;
+    constexpr std::size_t greatestStep = 1u << 20;
     std::string text;
     while (text.size() <= limit) {
         const std::size_t size = text.size();
-        const std::size_t wanted = std::min(step, limit - size + 1);
+        const std::size_t wanted =
+            std::min(std::clamp(size, leastStep, greatestStep), limit - size + 1);
         text.resize(size + wanted);
         const std::size_t count = file.Read(text.data() + size, wanted);
         text.resize(size + count);

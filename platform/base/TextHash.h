@@ -60,6 +60,12 @@ inline std::uint64_t hashLong(const char* bytes, std::size_t length) noexcept {
                          loadWord<std::uint64_t>(lastPiece + 8) ^ hash ^ cHashSecretB);
 }
 
+/// Texts of more than 8 bytes and at most 16.
+inline std::uint64_t hashMiddle(const char* bytes, std::size_t length) noexcept {
+    return foldedProduct(loadWord<std::uint64_t>(bytes) ^ cHashSecretA ^ length,
+                         loadWord<std::uint64_t>(bytes + length - 8) ^ cHashSecretB);
+}
+
 }  // namespace detail
 
 /// The longest text that counts as short: most names do.
@@ -126,10 +132,14 @@ inline std::uint32_t hashText(std::string_view text) noexcept {
     const std::size_t length = text.size();
     if (length <= 8) return hashShortText(firstEight(text), length);
     if (length > cShortText) return hashNumber(detail::hashLong(bytes, length));
-    const std::uint64_t mixed = detail::foldedProduct(
-        detail::loadWord<std::uint64_t>(bytes) ^ detail::cHashSecretA ^ length,
-        detail::loadWord<std::uint64_t>(bytes + length - 8) ^ detail::cHashSecretB);
+    const std::uint64_t mixed = detail::hashMiddle(bytes, length);
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
+}
+
+/// A hash of 64 bits, of a text of more than eight characters.
+inline std::uint64_t wideHash(std::string_view text) noexcept {
+    return text.size() > cShortText ? detail::hashLong(text.data(), text.size())
+                                    : detail::hashMiddle(text.data(), text.size());
 }
 
 /// A text whose hash is known: a map finds it without hashing it once more.

@@ -172,10 +172,16 @@ void QuestionnaireCheck::read_graphs(ModelReader& reader, const JsonReader& in) 
 
 void QuestionnaireCheck::read_templates(ModelReader& reader, const JsonReader& in,
                                         bool isModelGood) {
-    TemplateCheck templates(m_files, m_faults, [this](std::string_view name) {
+    std::set<CString> made;
+    if (isModelGood) {
+        for (const MadeName& name : madeNames(m_model)) made.insert(name.name);
+    }
+    const auto isGraph = [this](std::string_view name) {
         // A graph file with a fault has told it.
         return m_graphs ? m_graphs->Has(name) : !m_model.graphFile.empty();
-    });
+    };
+    const auto isMade = [&made](std::string_view name) { return made.contains(CString(name)); };
+    TemplateCheck templates(m_files, m_faults, isGraph, isMade);
     const auto read = [&](const std::string& name, const JsonValue& place) {
         in.Attempt([&] { templates.Read(name, need(name, place, in)); });
     };
@@ -185,9 +191,7 @@ void QuestionnaireCheck::read_templates(ModelReader& reader, const JsonReader& i
     }
     if (!m_model.derivedFile.empty()) read(m_model.derivedFile, reader.DerivedPlace());
     if (!isModelGood) return;
-    std::set<CString> made;
-    for (const MadeName& name : madeNames(m_model)) made.insert(name.name);
-    templates.ReadNamed([&](std::string_view name) { return made.contains(CString(name)); });
+    templates.ReadNamed();
     if (!m_faults.empty()) return;
     made.insert(templates.MadeVariables().begin(), templates.MadeVariables().end());
     const std::vector<std::string_view> known(made.begin(), made.end());

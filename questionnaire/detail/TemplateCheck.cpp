@@ -16,13 +16,10 @@ public:
     Checker(CFile& file, CFile& output, VarTable& definitions, int scrambled, TemplateCheck& check)
         : TemplateChecker(file, output, definitions, scrambled), m_check(check) {}
 
-    std::vector<Use> calls;
-    std::deque<Use> includes;
-
 protected:
     void note_read(const CString& name, const TemplateChecker& at) override {
-        // Places are looked for, so that only those are that a fault may need.
-        if (m_check.m_made.contains(name) || !m_check.m_seen.insert(name).second) return;
+        if (m_check.m_isMade(name.View()) || m_check.m_made.contains(name)) return;
+        if (!m_check.m_seen.insert(name).second) return;
         m_check.m_read.push_back({name, at.token_place()});
     }
     void note_define(const CString& name, const TemplateChecker& /*at*/) override {
@@ -32,10 +29,16 @@ protected:
         m_check.m_made.insert(name);
     }
     void note_call(const CString& name, const TemplateChecker& at) override {
-        calls.push_back({name, at.token_place()});
+        if (m_check.m_isGraph(name.View())) return;
+        m_check.m_faults.emplace_back(at.token_place(),
+                                      "there is no graph " + CString(quoted(name.View())));
     }
     void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
-        (isConstant ? includes : m_check.m_named).push_back({name, at.statement_place()});
+        if (isConstant) {
+            m_check.include(name, [&at] { return at.statement_place(); });
+        } else {
+            m_check.m_named.push_back({name, at.statement_place()});
+        }
     }
 
 private:
@@ -47,16 +50,16 @@ void TemplateCheck::Read(const std::string& name, const std::string& text) {
     read_waiting();
 }
 
-void TemplateCheck::ReadNamed(const IsName& isMade) {
+void TemplateCheck::ReadNamed() {
     // What is read adds names, and may make variables of names that were taken for files before.
     while (!m_named.empty()) {
         const Use use = m_named.front();
         m_named.pop_front();
         const CString name = includeNames(use.name.View()).part;
-        if (m_made.contains(name) || isMade(name.View())) {
+        if (m_made.contains(name) || m_isMade(name.View())) {
             read_folder(use.place);
         } else if (m_bare.insert(name).second) {
-            include(use);
+            include(use.name, [&use] { return use.place; });
         }
         read_waiting();
     }
@@ -90,42 +93,36 @@ void TemplateCheck::check(const Template& waiting) {
     Checker checker(file, output, definitions, scrambled, *this);
     ParseException fault;
     if (!checker.Parse(&fault)) m_faults.emplace_back(fault.GetPlace(), fault.what());
-    for (const Use& call : checker.calls) {
-        if (m_isGraph(call.name.View())) continue;
-        m_faults.emplace_back(call.place, "there is no graph " + CString(quoted(call.name.View())));
-    }
-    for (const Use& used : checker.includes) include(used);
 }
 
 /// Adds the file of an include.
-void TemplateCheck::include(const Use& include) {
-    if (include.name.View().find('\\') != std::string_view::npos) {
-        m_faults.emplace_back(include.place, "Include '" + include.name +
-                                                 "' leaves the questionnaire's folder: name a file "
-                                                 "in it!");
+void TemplateCheck::include(const CString& name, const FindPlace& place) {
+    if (name.View().find('\\') != std::string_view::npos) {
+        m_faults.emplace_back(place(), "Include '" + name +
+                                           "' leaves the questionnaire's folder: name a file "
+                                           "in it!");
         return;
     }
     try {
-        const IncludedFile part = findInclude(
-            include.name, [this](const std::string& wanted) { return m_files.Find(wanted); });
+        const IncludedFile part =
+            findInclude(name, [this](const std::string& wanted) { return m_files.Find(wanted); });
         if (part.isDoubled) {
-            m_faults.emplace_back(include.place, doubledInclude(includeNames(include.name.View())));
+            m_faults.emplace_back(place(), doubledInclude(includeNames(name.View())));
         } else if (part.text == nullptr) {
-            m_faults.emplace_back(include.place, "Include '" + include.name +
-                                                     "' is not there, and neither is " +
-                                                     CString(std::string_view(part.name)) + "!");
+            m_faults.emplace_back(place(), "Include '" + name + "' is not there, and neither is " +
+                                               CString(std::string_view(part.name)) + "!");
         } else {
             add(part.name, part.text);
         }
     } catch (const InputError& fault) {
-        m_faults.emplace_back(include.place, "Include '" + include.name + "' " + fault.what());
+        m_faults.emplace_back(place(), "Include '" + name + "' " + fault.what());
     }
 }
 
 /// Adds every template of the folder as an include.
 void TemplateCheck::read_folder(const TextPlace& place) {
     if (std::exchange(m_hasReadFolder, true)) return;
-    for (const CString& name : m_files.Includes()) include({name, place});
+    for (const CString& name : m_files.Includes()) include(name, [&place] { return place; });
 }
 
 void TemplateCheck::CheckVariables(std::span<const std::string_view> known) {

@@ -19,16 +19,19 @@ class TemplateCheck {
 public:
     using IsName = std::function<bool(std::string_view)>;
 
-    /// Faults are added to `faults`; `isGraph` says which names @CALL may have. Files and faults
-    /// must outlive it.
-    TemplateCheck(FileLoader& files, std::vector<InputError>& faults, IsName isGraph)
-        : m_files(files), m_faults(faults), m_isGraph(std::move(isGraph)) {}
+    /// Faults are added to `faults`; `isGraph` says which names @CALL may have, `isMade` which
+    /// variables the questionnaire makes. Files and faults must outlive it.
+    TemplateCheck(FileLoader& files, std::vector<InputError>& faults, IsName isGraph, IsName isMade)
+        : m_files(files),
+          m_faults(faults),
+          m_isGraph(std::move(isGraph)),
+          m_isMade(std::move(isMade)) {}
 
     /// Reads a template and all that it includes by constants, each file once.
     void Read(const std::string& name, const std::string& text);
-    /// Reads what templates include by bare names: where `isMade` or a template makes a variable
-    /// of that name, any template of the folder; otherwise the include that has this name.
-    void ReadNamed(const IsName& isMade);
+    /// Reads what templates include by bare names: where the questionnaire or a template makes a
+    /// variable of that name, any template of the folder; otherwise the include that has this name.
+    void ReadNamed();
 
     /// The variables that templates define or assign.
     const std::set<CString>& MadeVariables() const { return m_made; }
@@ -37,6 +40,8 @@ public:
 
 private:
     class Checker;
+    /// Finds a place when there is a fault to tell: that reads the template anew.
+    using FindPlace = std::function<TextPlace()>;
     struct Use {
         CString name;
         TextPlace place;
@@ -49,12 +54,13 @@ private:
     void add(const std::string& name, const std::string* text);
     void read_waiting();
     void check(const Template& waiting);
-    void include(const Use& include);
+    void include(const CString& name, const FindPlace& place);
     void read_folder(const TextPlace& place);
 
     FileLoader& m_files;
     std::vector<InputError>& m_faults;
     IsName m_isGraph;
+    IsName m_isMade;
     std::set<std::string> m_added;  ///< names of files
     std::deque<Template> m_waiting;
     std::deque<Use> m_named;   ///< includes by bare names

@@ -14,7 +14,7 @@ constexpr std::size_t cHashBytes = 8;
 constexpr std::size_t cRowBytes = 5;
 constexpr std::size_t cSlotBytes = cHashBytes + cRowBytes;
 constexpr std::size_t cFewSlots = 16;
-constexpr double cFullest = 0.92;
+constexpr double cFullest = 0.9;
 constexpr double cGrowth = 1.1;
 
 std::uint64_t loadNumber(const unsigned char* bytes, std::size_t count) {

@@ -5,14 +5,14 @@
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/batch/Hexadecimal.h"
 #include "core/FileText.h"
-#include "core/MD5Hash.h"
+#include "platform/base/TextHash.h"
 
 namespace tessalink::cli {
 
 namespace {
 
 constexpr std::size_t cBlockSize = std::size_t{64} << 10;
-constexpr std::size_t cDigestSize = 16;
+constexpr std::size_t cDigestSize = sizeof(std::uint64_t);
 constexpr std::size_t cHeadSize = 4096;
 constexpr std::string_view cBlanks = " \t\r\n";
 
@@ -81,11 +81,9 @@ void ResponsesFile::add(std::string_view bytes) {
 }
 
 void ResponsesFile::close_block() {
-    unsigned char digest[cDigestSize];
-    MD5Hash::GetHash(reinterpret_cast<const unsigned char*>(m_block.data()), m_block.size(),
-                     digest);
+    const std::uint64_t digest = wideHash(m_block);
     const std::size_t count = m_block.size() - cDigestSize;
-    m_block.assign(reinterpret_cast<const char*>(digest), cDigestSize);
+    m_block.assign(reinterpret_cast<const char*>(&digest), cDigestSize);
     {
         const std::lock_guard lock(m_mutex);
         m_read.bytes += count;

@@ -17,7 +17,8 @@ struct Fingerprint {
 
 /// The table of responses as it is read, in order: it knows what it has read and whether the file
 /// has changed meanwhile. Each block of 64 KiB, the last one shorter, makes a new digest of the
-/// digest before it and its bytes, by MD5.
+/// digest before it and its bytes, by a fast hash: it tells tables apart that were mixed up, and
+/// nobody gains by forging one.
 class ResponsesFile : public CFile {
 public:
     /// Opens the file, or standard input for "-".
