@@ -52,9 +52,9 @@ ConfidenceInterval Reliability::GetIntervalOfEstimate(double score, double level
     return interval(GetEstimatedTrueScore(score), GetErrorOfEstimate(), level);
 }
 
-ConfidenceInterval Reliability::interval(double centre, double error, double level) const {
+ConfidenceInterval Reliability::interval(double center, double error, double level) const {
     const double half = errorsOnEachSide(level) * error;
-    return {m_scale.Limit(centre - half), m_scale.Limit(centre + half)};
+    return {m_scale.Limit(center - half), m_scale.Limit(center + half)};
 }
 
 }  // namespace tessalink

@@ -27,8 +27,6 @@ public:
     /// CInvalidArgException. The scale must live as long as this object.
     Reliability(const ScoreScale& scale, double coefficient);
 
-    double GetCoefficient() const { return m_coefficient; }
-
     /// Standard error of measurement, s sqrt(1 - r): how far the scores of one person scatter
     /// around the true score.
     double GetErrorOfMeasurement() const;
@@ -46,7 +44,7 @@ public:
     ConfidenceInterval GetIntervalOfEstimate(double score, double level) const;
 
 private:
-    ConfidenceInterval interval(double centre, double error, double level) const;
+    ConfidenceInterval interval(double center, double error, double level) const;
 
     const ScoreScale& m_scale;
     double m_coefficient;

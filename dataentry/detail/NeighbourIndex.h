@@ -8,7 +8,7 @@
 
 namespace tessalink {
 
-/// Where a neighbour is looked for.
+/// Where a neighbor is looked for.
 enum class Side : int { Above, Below, Left, Right };
 
 /// Finds rectangles by their place, and looks at few others. The rectangles are those of the calls
@@ -18,7 +18,7 @@ public:
     /// The rectangles have changed.
     void Forget();
     /// The nearest rectangle on one side of rectangle `index`: of those beyond its edge the one
-    /// with the least sum of the gap and the distance of the centres across; the lowest index of
+    /// with the least sum of the gap and the distance of the centers across; the lowest index of
     /// several. -1 when there is none. With `isFarther` those alone count whose middle lies farther
     /// out: next to a rectangle without width, others may be at the same place.
     int Closest(const std::vector<CRect>& rects, int index, Side side, bool isFarther);

@@ -14,7 +14,7 @@
 
 /// How the reference point of a text lies to it.
 inline constexpr UINT TA_NOUPDATECP = 0;
-inline constexpr UINT TA_UPDATECP = 1;  // texts start at the current position and move it
+inline constexpr UINT TA_UPDATECP = 1;  ///< texts start at the current position and move it
 inline constexpr UINT TA_LEFT = 0;
 inline constexpr UINT TA_RIGHT = 2;
 inline constexpr UINT TA_CENTER = 6;
@@ -32,21 +32,21 @@ inline constexpr UINT DT_TOP = 0x0000;
 inline constexpr UINT DT_LEFT = 0x0000;
 inline constexpr UINT DT_CENTER = 0x0001;
 inline constexpr UINT DT_RIGHT = 0x0002;
-inline constexpr UINT DT_VCENTER = 0x0004;  // with DT_SINGLELINE
-inline constexpr UINT DT_BOTTOM = 0x0008;   // with DT_SINGLELINE
+inline constexpr UINT DT_VCENTER = 0x0004;  ///< with DT_SINGLELINE
+inline constexpr UINT DT_BOTTOM = 0x0008;   ///< with DT_SINGLELINE
 inline constexpr UINT DT_WORDBREAK = 0x0010;
 inline constexpr UINT DT_SINGLELINE = 0x0020;
 inline constexpr UINT DT_NOCLIP = 0x0100;
-inline constexpr UINT DT_CALCRECT = 0x0400;  // only sets the rectangle to what is needed
-inline constexpr UINT DT_NOPREFIX = 0x0800;  // "&" is a character
+inline constexpr UINT DT_CALCRECT = 0x0400;  ///< only sets the rectangle to what is needed
+inline constexpr UINT DT_NOPREFIX = 0x0800;  ///< "&" is a character
 
 /// What GetDeviceCaps tells.
 inline constexpr int TECHNOLOGY = 2;
-inline constexpr int HORZSIZE = 4;  // in millimetres
+inline constexpr int HORZSIZE = 4;  ///< in millimeters
 inline constexpr int VERTSIZE = 6;
-inline constexpr int HORZRES = 8;  // in units
+inline constexpr int HORZRES = 8;  ///< in units
 inline constexpr int VERTRES = 10;
-inline constexpr int LOGPIXELSX = 88;  // units per inch
+inline constexpr int LOGPIXELSX = 88;  ///< units per inch
 inline constexpr int LOGPIXELSY = 90;
 inline constexpr int DT_RASDISPLAY = 1;
 inline constexpr int DT_RASPRINTER = 2;
@@ -159,7 +159,7 @@ public:
     /// Texts. A count of -1 is that of the characters before the NUL.
     BOOL TextOut(int x, int y, const char* text, int count);
     BOOL TextOut(int x, int y, const CString& text);
-    /// ETO_OPAQUE fills the rectangle with the background colour first, ETO_CLIPPED shows nothing
+    /// ETO_OPAQUE fills the rectangle with the background color first, ETO_CLIPPED shows nothing
     /// outside it. `advances`, one for each character, replace the widths of the characters.
     BOOL ExtTextOut(int x, int y, UINT options, const RECT* rect, const char* text, UINT count,
                     const int* advances);

@@ -23,7 +23,7 @@ public:
     /// Starts recording; a recording that is under way is dropped. `reference` is what the picture
     /// is measured by: its device must stay until the recording is closed; null stands for the
     /// fixed screen. With a file name the picture is stored there when the recording is closed,
-    /// wholly or not at all. The frame is in hundredths of a millimetre, null for that of what is
+    /// wholly or not at all. The frame is in hundredths of a millimeter, null for that of what is
     /// drawn. The description is of the form "application\0picture\0" or null. Returns nonzero, or
     /// 0 when the file can't be made or the reference has a size or resolution below 1.
     BOOL CreateEnhanced(CDC* reference, const char* fileName, const RECT* frame,

@@ -4,7 +4,7 @@
 
 #include "platform/base/Types.h"
 
-/// A colour: red in the low byte, then green, then blue; the high byte is 0.
+/// A color: red in the low byte, then green, then blue; the high byte is 0.
 using COLORREF = std::uint32_t;
 
 inline constexpr COLORREF cBlack = 0x000000;

@@ -23,7 +23,7 @@ private:
     Object* m_before;
 };
 
-/// Restores the pen, brush, font, colours, background mode and text alignment that a context had
+/// Restores the pen, brush, font, colors, background mode and text alignment that a context had
 /// when this was made.
 class RestoredState {
 public:

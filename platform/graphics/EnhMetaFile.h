@@ -23,7 +23,7 @@ struct ENHMETAHEADER {
     std::uint32_t iType = 0;
     std::uint32_t nSize = 0;  ///< of the header record, in bytes
     RECT rclBounds;           ///< of what is drawn, in units of the device, edges included
-    RECT rclFrame;            ///< of the picture, in hundredths of a millimetre
+    RECT rclFrame;            ///< of the picture, in hundredths of a millimeter
     std::uint32_t dSignature = 0;
     std::uint32_t nVersion = 0;
     std::uint32_t nBytes = 0;  ///< of the metafile
@@ -34,7 +34,7 @@ struct ENHMETAHEADER {
     std::uint32_t offDescription = 0;
     std::uint32_t nPalEntries = 0;
     SIZE szlDevice;       ///< of the reference device, in its units
-    SIZE szlMillimeters;  ///< and in millimetres
+    SIZE szlMillimeters;  ///< and in millimeters
 };
 
 namespace tessalink {

@@ -116,7 +116,7 @@ public:
     CBrush(int hatch, COLORREF color) { CreateHatchBrush(hatch, color); }
 
     int CreateSolidBrush(COLORREF color);
-    /// Lines in the colour over the background colour or, in transparent mode, over what is there.
+    /// Lines in the color over the background color or, in transparent mode, over what is there.
     /// A hatch above HS_DIAGCROSS is refused.
     int CreateHatchBrush(int hatch, COLORREF color);
     /// A style other than solid, null and hatched is refused.
@@ -143,13 +143,13 @@ public:
 inline constexpr int RGN_AND = 1;
 inline constexpr int RGN_OR = 2;
 inline constexpr int RGN_XOR = 3;
-inline constexpr int RGN_DIFF = 4;  // the first without the second
-inline constexpr int RGN_COPY = 5;  // the first
+inline constexpr int RGN_DIFF = 4;  ///< the first without the second
+inline constexpr int RGN_COPY = 5;  ///< the first
 
 /// What kind of region a call has left.
 inline constexpr int ERRORREGION = 0;
 inline constexpr int NULLREGION = 1;
-inline constexpr int SIMPLEREGION = 2;  // one rectangle
+inline constexpr int SIMPLEREGION = 2;  ///< one rectangle
 inline constexpr int COMPLEXREGION = 3;
 
 class TESSALINK_API CRgn : public CGdiObject {

@@ -15,7 +15,7 @@ namespace tessalink {
 class TESSALINK_API MetafileDevice final : public DrawingDevice {
 public:
     /// Records as a device of these capabilities and measures would draw; `reference` must stay
-    /// until the recording has ended. The frame is in hundredths of a millimetre; without one it is
+    /// until the recording has ended. The frame is in hundredths of a millimeter; without one it is
     /// that of what is drawn. The description is two texts, application and picture, each with a
     /// NUL.
     explicit MetafileDevice(const DrawingDevice& reference,

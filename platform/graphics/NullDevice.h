@@ -25,7 +25,7 @@ private:
     DeviceCaps m_caps;
 };
 
-/// A screen of 96 units per inch and known size, 1,920 by 1,440 units and 508 by 381 millimetres:
+/// A screen of 96 units per inch and known size, 1,920 by 1,440 units and 508 by 381 millimeters:
 /// what pictures are recorded against where no printer is.
 TESSALINK_API const DeviceCaps& fixedScreen();
 

@@ -47,7 +47,7 @@ struct Primitive {
 /// The primitive as a line of text, without a line end, for instance
 ///   rectangle 10,10,100,60 pen solid 1 000000 brush solid ffffff clip 0,0,50,50
 /// It says what can be seen and no more: a wide pen is solid, a pen has a width of at least 1, a
-/// background is told where gaps show it, and colours are red, green and blue. Rectangles are left,
+/// background is told where gaps show it, and colors are red, green and blue. Rectangles are left,
 /// top, right, bottom; bytes of a text that are no printable ASCII are \xNN.
 TESSALINK_API std::string toText(const Primitive& primitive);
 

@@ -15,8 +15,8 @@ class TESSALINK_API Region {
 public:
     Region() = default;
     explicit Region(const RECT& rect);
-    /// What Polygon fills, by the alternating rule. A point is the centre of its unit, so that
-    /// filled polygons meet their outline; a unit belongs to the polygon when its centre lies
+    /// What Polygon fills, by the alternating rule. A point is the center of its unit, so that
+    /// filled polygons meet their outline; a unit belongs to the polygon when its center lies
     /// inside, or on a left or upper edge.
     static Region OfPolygon(std::span<const POINT> points);
     /// Rectangles that are sorted already and have the form that is told above; nothing when they

@@ -127,7 +127,7 @@ std::string readTime(std::string_view text, FieldValue& value) {
 }  // namespace
 
 std::optional<Date> readDay(std::string_view text, DateOrder order) {
-    if (const auto date = readIsoDay(text)) return date;
+    if (auto date = readIsoDay(text)) return date;
     if (order == DateOrder::Iso) return std::nullopt;
     std::array<std::string_view, cDayParts> parts;
     const std::size_t first = text.find_first_of("/-.");

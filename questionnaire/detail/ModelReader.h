@@ -72,7 +72,7 @@ private:
 
     std::vector<Choice> read_choices(const JsonValue& choices) const;
     std::vector<std::size_t> read_item_list(const JsonValue* items) const;
-    ScaleItem read_scale_item(const JsonValue& item) const;
+    ScaleItem read_scale_item(const JsonValue& value) const;
     AnsweringIndex::Pair read_pair(const JsonValue& value) const;
     std::size_t named(const NamePlaces& names, const char* what, const JsonValue& name) const;
     CString key_text(const JsonMember& member) const;

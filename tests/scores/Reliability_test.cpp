@@ -24,7 +24,6 @@ TEST(Reliability, ErrorsByHand) {
                             {&cIQScale, 1, 0, 0}};
     for (const auto& [scale, coefficient, ofMeasurement, ofEstimate] : cTable) {
         const Reliability reliability(*scale, coefficient);
-        EXPECT_EQ(reliability.GetCoefficient(), coefficient);
         EXPECT_NEAR(reliability.GetErrorOfMeasurement(), ofMeasurement, 1e-7);
         EXPECT_NEAR(reliability.GetErrorOfEstimate(), ofEstimate, 1e-7);
     }

@@ -20,7 +20,7 @@ inline constexpr int cFontHeight = 14;
 struct Band {
     int from;
     int to;
-    unsigned color;  // 0xBBGGRR, as all colours here
+    unsigned color;  // 0xBBGGRR, as all colors here
 };
 inline constexpr std::array<Band, 3> cBands = {
     {{20, 40, 0xF8F0E8}, {40, 60, 0xFFFFF0}, {60, 80, 0xE8F0F8}}};

@@ -12,7 +12,7 @@ namespace profiles {
 
 inline const CRect cPlace(0, 0, cWidth, cHeight);
 
-/// The graph with so many profiles; beyond the first eight their names and colours repeat.
+/// The graph with so many profiles; beyond the first eight their names and colors repeat.
 inline std::unique_ptr<ProfileGraph> graph(int count) {
     auto made =
         std::make_unique<ProfileGraph>(cLowest, cHighest, cTick, 0, 1, 0, cWidth / 2, cHeight / 2);

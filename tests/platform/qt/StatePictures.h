@@ -49,8 +49,8 @@ private:
 };
 
 /// Pictures that differ by less are alike: text that another version of the toolkit smooths, or
-/// places between two pixels, stays below; a grey line that has moved by a pixel does not, nor has
-/// text of another colour.
+/// places between two pixels, stays below; a gray line that has moved by a pixel does not, nor has
+/// text of another color.
 inline constexpr double cPictureTolerance = 8;
 
 /// How much two pictures of one size differ where they differ most, from 0 to 255. Each channel is
