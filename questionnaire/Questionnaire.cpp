@@ -63,7 +63,17 @@ Digest digestOf(std::string_view bytes) {
     return digest;
 }
 
-/// The digests of names and bytes, one after the other.
+template <class T>
+std::optional<std::size_t> positionOf(const std::vector<T>& values, std::string_view id) {
+    const auto found = std::find_if(values.begin(), values.end(),
+                                    [&](const T& value) { return value.id.View() == id; });
+    if (found == values.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - values.begin());
+}
+
+}  // namespace
+
+// The digest of the digests of names and bytes, one after the other.
 std::string hashOf(const QuestionnaireFiles& files) {
     std::string all;
     for (const auto& [name, bytes] : files) {
@@ -80,16 +90,6 @@ std::string hashOf(const QuestionnaireFiles& files) {
     }
     return text;
 }
-
-template <class T>
-std::optional<std::size_t> positionOf(const std::vector<T>& values, std::string_view id) {
-    const auto found = std::find_if(values.begin(), values.end(),
-                                    [&](const T& value) { return value.id.View() == id; });
-    if (found == values.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - values.begin());
-}
-
-}  // namespace
 
 struct Questionnaire::Data {
     QuestionnaireModel model;

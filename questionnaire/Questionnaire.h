@@ -20,6 +20,9 @@ namespace tessalink {
 /// "HEADER.rtf"), with their bytes.
 using QuestionnaireFiles = std::map<std::string, std::string, std::less<>>;
 
+/// MD5 of names and bytes of files, in hexadecimal digits.
+TESSALINK_API std::string hashOf(const QuestionnaireFiles& files);
+
 /// All that is wrong with a questionnaire, file by file. The message is that of the first fault.
 class TESSALINK_API QuestionnaireFaults : public CException {
     DECLARE_DYNAMIC(QuestionnaireFaults)
@@ -55,8 +58,7 @@ public:
     const GraphFile* Graphs() const;
     /// The files that were read: all that Read(files) needs to make the same questionnaire.
     const QuestionnaireFiles& Files() const;
-    /// MD5 of names and bytes of these files, in hexadecimal digits: the same for the same
-    /// questionnaire, wherever its folder is.
+    /// hashOf these files: the same for the same questionnaire, wherever its folder is.
     const std::string& Hash() const;
 
     // Positions by id, in letters as they are written.

@@ -71,6 +71,11 @@ struct Scorer::Plan {
     void ScoreScale(std::size_t index, const Respondent& respondent, ScaleResult& result) const;
     void AddNorms(std::size_t index, const detail::NormLookup::Person& person,
                   ScaleResult& result) const;
+    /// Gives each fault to `tell`, which may throw it.
+    template <class TELL>
+    void AddAllNorms(const Respondent& respondent, Scores& scores, TELL tell) const;
+    template <class TELL>
+    void Score(const Respondent& respondent, Scores& scores, TELL tell) const;
     static VectorResult VectorOf(const VectorScore& vector, const Scores& scores);
     void AddIndex(const AnsweringIndex& index, const Respondent& respondent,
                   std::vector<std::optional<double>>& result) const;
@@ -232,26 +237,61 @@ const Questionnaire& Scorer::GetQuestionnaire() const {
     return m_plan->questionnaire;
 }
 
-void Scorer::Score(const Respondent& respondent, Scores& scores) const {
-    const QuestionnaireModel& model = m_plan->questionnaire.Model();
+template <class TELL>
+void Scorer::Plan::AddAllNorms(const Respondent& respondent, Scores& scores, TELL tell) const {
+    std::optional<detail::NormLookup::Person> person;
+    try {
+        person = norms->PersonOf(respondent);
+    } catch (const ScoringError& error) {
+        tell(error);
+    }
+    const QuestionnaireModel& model = questionnaire.Model();
+    for (std::size_t i = 0; i < scores.scales.size(); ++i) {
+        try {
+            if (person) {
+                AddNorms(i, *person, scores.scales[i]);
+                continue;
+            }
+        } catch (const ScoringError& error) {
+            tell(error);
+        }
+        const std::size_t count = model.scales[i].hasNorms ? model.norms->scores.size() : 0;
+        scores.scales[i].standard.assign(count, {});
+    }
+}
+
+template <class TELL>
+void Scorer::Plan::Score(const Respondent& respondent, Scores& scores, TELL tell) const {
+    const QuestionnaireModel& model = questionnaire.Model();
     scores.scales.resize(model.scales.size());
     for (std::size_t i = 0; i < model.scales.size(); ++i) {
-        m_plan->ScoreScale(i, respondent, scores.scales[i]);
+        ScoreScale(i, respondent, scores.scales[i]);
     }
-    if (m_plan->norms) {
-        const auto person = m_plan->norms->PersonOf(respondent);
-        for (std::size_t i = 0; i < model.scales.size(); ++i) {
-            m_plan->AddNorms(i, person, scores.scales[i]);
-        }
-    }
+    if (norms) AddAllNorms(respondent, scores, tell);
     scores.vectors.clear();
     for (const VectorScore& vector : model.vectors) {
-        scores.vectors.push_back(Plan::VectorOf(vector, scores));
+        scores.vectors.push_back(VectorOf(vector, scores));
     }
     scores.indexes.resize(model.indexes.size());
     for (std::size_t i = 0; i < model.indexes.size(); ++i) {
-        m_plan->AddIndex(model.indexes[i], respondent, scores.indexes[i]);
+        AddIndex(model.indexes[i], respondent, scores.indexes[i]);
     }
+}
+
+void Scorer::Score(const Respondent& respondent, Scores& scores) const {
+    m_plan->Score(respondent, scores, [](const ScoringError& error) { throw error; });
+}
+
+std::vector<ScoringError> Scorer::ScoreWhatCan(const Respondent& respondent, Scores& scores) const {
+    std::vector<ScoringError> faults;
+    m_plan->Score(respondent, scores, [&](const ScoringError& error) {
+        const bool isKnown = std::any_of(faults.begin(), faults.end(), [&](const auto& fault) {
+            return fault.GetName() == error.GetName() &&
+                   std::string_view(fault.what()) == error.what();
+        });
+        if (!isKnown) faults.push_back(error);
+    });
+    return faults;
 }
 
 }  // namespace tessalink

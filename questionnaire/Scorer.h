@@ -40,6 +40,20 @@ struct Scores {
     std::vector<std::vector<std::optional<double>>> indexes;
 };
 
+/// Why a person can't be scored.
+class TESSALINK_API ScoringError : public CException {
+    DECLARE_DYNAMIC(ScoringError)
+
+public:
+    ScoringError(const CString& name, const CString& message) : CException(message), m_name(name) {}
+
+    /// The scale or field in question.
+    const CString& GetName() const { return m_name; }
+
+private:
+    CString m_name;
+};
+
 /// Scores the answers of persons. A scorer is constant; any number of threads may use it. It keeps
 /// its questionnaire.
 class TESSALINK_API Scorer {
@@ -55,24 +69,13 @@ public:
     /// ScoringError says why norms give none: an age or a raw score outside them, a key that is
     /// missing.
     void Score(const Respondent& respondent, Scores& scores) const;
+    /// The same for a person who is still being keyed: scales that the norms have nothing for have
+    /// raw scores only, and the faults say why, each once.
+    std::vector<ScoringError> ScoreWhatCan(const Respondent& respondent, Scores& scores) const;
 
 private:
     struct Plan;
     std::unique_ptr<const Plan> m_plan;
-};
-
-/// Why a person can't be scored.
-class TESSALINK_API ScoringError : public CException {
-    DECLARE_DYNAMIC(ScoringError)
-
-public:
-    ScoringError(const CString& name, const CString& message) : CException(message), m_name(name) {}
-
-    /// The scale or field in question.
-    const CString& GetName() const { return m_name; }
-
-private:
-    CString m_name;
 };
 
 }  // namespace tessalink

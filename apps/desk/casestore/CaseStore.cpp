@@ -1,0 +1,465 @@
+#include "apps/desk/casestore/CaseStore.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <map>
+
+#include "apps/desk/casestore/TrailTable.h"
+#include "apps/desk/casestore/detail/StoreFile.h"
+#include "platform/base/Windows1252.h"
+#include "platform/files/FilePlace.h"
+
+namespace tessalink::desk {
+
+namespace {
+
+using detail::Database;
+using detail::Query;
+using detail::Transaction;
+using Kind = CaseStoreError::Kind;
+
+// As the file names them, by the values of their enumerations.
+constexpr std::array<const char*, 2> cStates = {"open", "complete"};
+constexpr std::array<const char*, 3> cKinds = {"answer", "second answer", "field"};
+constexpr std::array<const char*, 9> cActs = {"added",         "imported",      "answer",
+                                              "second answer", "field",         "label",
+                                              "state",         "questionnaire", "deleted"};
+
+template <class NAMES, class VALUE>
+const char* wordOf(const NAMES& names, VALUE value) {
+    return names[static_cast<std::size_t>(value)];
+}
+
+/// The value of a word; nothing when it is none of them, which a sound file doesn't have.
+template <class VALUE, class NAMES>
+std::optional<VALUE> valueOf(const NAMES& names, const std::string& word) {
+    const auto found = std::find(names.begin(), names.end(), word);
+    if (found == names.end()) return std::nullopt;
+    return static_cast<VALUE>(found - names.begin());
+}
+
+std::int64_t systemClock() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(now).count();
+}
+
+TrailAct actOf(EntryKind kind) {
+    constexpr std::array acts = {TrailAct::Answer, TrailAct::SecondAnswer, TrailAct::Field};
+    return acts[static_cast<std::size_t>(kind)];
+}
+
+constexpr const char* cSelectCases =
+    "SELECT number, label, questionnaire, state, created, changed, answered FROM cases";
+constexpr const char* cSelectTrail =
+    "SELECT number, case_number, at, account, initials, act, name, from_value, to_value FROM trail";
+
+}  // namespace
+
+const char* nameOf(TrailAct act) {
+    return wordOf(cActs, act);
+}
+
+struct CaseStore::Data {
+    Data(detail::StoreFile opened, CaseStoreOptions given)
+        : file(std::move(opened)), options(std::move(given)) {
+        if (options.account.empty()) options.account = accountName().GetString();
+        if (!options.clock) options.clock = systemClock;
+    }
+
+    Database& Db() { return file.Connection(); }
+
+    /// Runs `act` in a transaction, and keeps what it has done or nothing.
+    template <class ACT>
+    auto Change(ACT act) {
+        file.CheckWritable();
+        return Guard([&] {
+            Transaction transaction(Db());
+            const auto result = act();
+            transaction.Commit();
+            file.NoteChange();
+            return result;
+        });
+    }
+    /// Runs `act`; a store that meets damage writes no more.
+    template <class ACT>
+    auto Guard(ACT act) {
+        try {
+            return act();
+        } catch (const CaseStoreError& error) {
+            if (error.GetKind() == Kind::Damaged) file.NoteDamage("");
+            throw;
+        }
+    }
+
+    [[noreturn]] void FailDamaged(const std::string& what) const {
+        throw CaseStoreError(Kind::Damaged, file.GetPath(),
+                             what + " is damaged and can't be read. Take your latest backup");
+    }
+    /// A case that every call expects to be there.
+    CaseSummary Require(CaseId id) {
+        static const std::string sql = std::string(cSelectCases) + " WHERE number = ?";
+        Query query(Db(), sql.c_str(), id);
+        if (query.Next()) return SummaryOf(query);
+        throw CaseStoreError(
+            Kind::NoSuchCase, file.GetPath(),
+            "there is no case " + std::to_string(id) + ": it was deleted. Read the list again");
+    }
+    CaseSummary SummaryOf(const Query& row) {
+        CaseSummary summary;
+        summary.id = row.Number(0);
+        summary.label = row.Text(1);
+        summary.questionnaire = HashOf(row.Number(2));
+        const auto state = valueOf<CaseState>(cStates, row.Text(3));
+        if (!state) FailDamaged("case " + std::to_string(summary.id));
+        summary.state = *state;
+        summary.created = row.Number(4);
+        summary.changed = row.Number(5);
+        summary.answered = row.Number(6);
+        return summary;
+    }
+    const std::string& HashOf(std::int64_t number) {
+        const auto known = hashes.find(number);
+        if (known != hashes.end()) return known->second;
+        Query query(Db(), "SELECT hash FROM questionnaires WHERE number = ?", number);
+        if (!query.Next()) FailDamaged("the questionnaire of a case");
+        return hashes[number] = query.Text(0);
+    }
+    std::int64_t Keep(const Questionnaire& questionnaire);
+    CaseId Add(const NewCase& added, std::int64_t questionnaire, const std::string& hash,
+               TrailAct act);
+    void Tell(CaseId id, TrailAct act, const std::string& name,
+              const std::optional<std::string>& from, const std::optional<std::string>& to) {
+        Query(Db(),
+              "INSERT INTO trail (case_number, at, account, initials, act, name, from_value, "
+              "to_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+              id, options.clock(), options.account, options.initials, wordOf(cActs, act), name,
+              from, to)
+            .Run();
+    }
+    void Touch(CaseId id, std::int64_t answeredMore) {
+        Query(Db(), "UPDATE cases SET changed = ?, answered = answered + ? WHERE number = ?",
+              options.clock(), answeredMore, id)
+            .Run();
+    }
+    std::optional<std::string> ValueOf(CaseId id, const EntryName& name) {
+        Query query(Db(), "SELECT value FROM entries WHERE case_number = ? AND kind = ? AND id = ?",
+                    id, wordOf(cKinds, name.kind), name.id);
+        return query.Next() ? query.TextIfAny(0) : std::nullopt;
+    }
+    void Put(CaseId id, const EntryName& name, const std::string& value) {
+        Query(Db(),
+              "INSERT OR REPLACE INTO entries (case_number, kind, id, value) "
+              "VALUES (?, ?, ?, ?)",
+              id, wordOf(cKinds, name.kind), name.id, value)
+            .Run();
+    }
+    void ReadTrail(const std::optional<CaseId>& id,
+                   const std::function<void(const TrailEntry&)>& use);
+    std::vector<CaseSummary> SummariesOneByOne();
+    CaseId LastCase();
+
+    detail::StoreFile file;
+    CaseStoreOptions options;
+    std::map<std::int64_t, std::string> hashes;  ///< of questionnaires, by their numbers
+};
+
+/// The number of a questionnaire, which the file has from now on.
+std::int64_t CaseStore::Data::Keep(const Questionnaire& questionnaire) {
+    Query known(Db(), "SELECT number FROM questionnaires WHERE hash = ?", questionnaire.Hash());
+    if (known.Next()) return known.Number(0);
+    const QuestionnaireModel& model = questionnaire.Model();
+    Query(Db(), "INSERT INTO questionnaires (hash, id, title, version) VALUES (?, ?, ?, ?)",
+          questionnaire.Hash(), toUtf8(model.id.View()), toUtf8(model.title.View()),
+          toUtf8(model.version.View()))
+        .Run();
+    const std::int64_t number = Db().LastRow();
+    for (const auto& [name, bytes] : questionnaire.Files()) {
+        Query(Db(),
+              "INSERT INTO questionnaire_files (questionnaire, name, bytes) "
+              "VALUES (?, ?, CAST(? AS BLOB))",
+              number, name, bytes)
+            .Run();
+    }
+    return number;
+}
+
+CaseId CaseStore::Data::Add(const NewCase& added, std::int64_t questionnaire,
+                            const std::string& hash, TrailAct act) {
+    const auto answered =
+        std::count_if(added.entries.begin(), added.entries.end(),
+                      [](const Entry& entry) { return entry.name.kind == EntryKind::Answer; });
+    const std::int64_t now = options.clock();
+    Query(Db(),
+          "INSERT INTO cases (label, questionnaire, state, created, changed, answered) "
+          "VALUES (?, ?, ?, ?, ?, ?)",
+          added.label, questionnaire, wordOf(cStates, added.state), now, now,
+          static_cast<std::int64_t>(answered))
+        .Run();
+    const CaseId id = Db().LastRow();
+    for (const Entry& entry : added.entries) Put(id, entry.name, entry.value);
+    Tell(id, act, hash, std::nullopt, added.label);
+    return id;
+}
+
+CaseStore::CaseStore(std::unique_ptr<Data> data) : m_data(std::move(data)) {}
+CaseStore::CaseStore(CaseStore&& other) noexcept = default;
+CaseStore& CaseStore::operator=(CaseStore&& other) noexcept = default;
+CaseStore::~CaseStore() = default;
+
+CaseStore CaseStore::Create(const std::string& path, CaseStoreOptions options) {
+    auto file = detail::StoreFile::Create(path, options);
+    return CaseStore(std::make_unique<Data>(std::move(file), std::move(options)));
+}
+
+CaseStore CaseStore::Open(const std::string& path, CaseStoreOptions options) {
+    auto file = detail::StoreFile::Open(path, options);
+    return CaseStore(std::make_unique<Data>(std::move(file), std::move(options)));
+}
+
+CaseId CaseStore::AddCase(const Questionnaire& questionnaire, const std::string& label) {
+    return m_data->Change([&] {
+        return m_data->Add({label}, m_data->Keep(questionnaire), questionnaire.Hash(),
+                           TrailAct::Added);
+    });
+}
+
+std::vector<CaseId> CaseStore::AddCases(const Questionnaire& questionnaire,
+                                        std::span<const NewCase> cases) {
+    return m_data->Change([&] {
+        const std::int64_t number = m_data->Keep(questionnaire);
+        std::vector<CaseId> ids;
+        ids.reserve(cases.size());
+        for (const NewCase& added : cases) {
+            ids.push_back(m_data->Add(added, number, questionnaire.Hash(), TrailAct::Imported));
+        }
+        return ids;
+    });
+}
+
+bool CaseStore::SetEntry(CaseId id, const EntryName& name,
+                         const std::optional<std::string>& value) {
+    return m_data->Change([&] {
+        m_data->Require(id);
+        const auto before = m_data->ValueOf(id, name);
+        const auto after = value && !value->empty() ? value : std::nullopt;
+        if (before == after) return false;
+        if (after) {
+            m_data->Put(id, name, *after);
+        } else {
+            Query(m_data->Db(), "DELETE FROM entries WHERE case_number = ? AND kind = ? AND id = ?",
+                  id, wordOf(cKinds, name.kind), name.id)
+                .Run();
+        }
+        const int more = static_cast<int>(after.has_value()) - static_cast<int>(before.has_value());
+        m_data->Touch(id, name.kind == EntryKind::Answer ? more : 0);
+        m_data->Tell(id, actOf(name.kind), name.id, before, after);
+        return true;
+    });
+}
+
+bool CaseStore::SetLabel(CaseId id, const std::string& label) {
+    return m_data->Change([&] {
+        const CaseSummary before = m_data->Require(id);
+        if (before.label == label) return false;
+        Query(m_data->Db(), "UPDATE cases SET label = ? WHERE number = ?", label, id).Run();
+        m_data->Touch(id, 0);
+        m_data->Tell(id, TrailAct::Label, "", before.label, label);
+        return true;
+    });
+}
+
+bool CaseStore::SetState(CaseId id, CaseState state) {
+    return m_data->Change([&] {
+        const CaseSummary before = m_data->Require(id);
+        if (before.state == state) return false;
+        Query(m_data->Db(), "UPDATE cases SET state = ? WHERE number = ?", wordOf(cStates, state),
+              id)
+            .Run();
+        m_data->Touch(id, 0);
+        m_data->Tell(id, TrailAct::State, "", wordOf(cStates, before.state),
+                     wordOf(cStates, state));
+        return true;
+    });
+}
+
+bool CaseStore::SetQuestionnaire(CaseId id, const Questionnaire& questionnaire) {
+    return m_data->Change([&] {
+        const CaseSummary before = m_data->Require(id);
+        if (before.questionnaire == questionnaire.Hash()) return false;
+        Query(m_data->Db(), "UPDATE cases SET questionnaire = ? WHERE number = ?",
+              m_data->Keep(questionnaire), id)
+            .Run();
+        m_data->Touch(id, 0);
+        m_data->Tell(id, TrailAct::Questionnaire, "", before.questionnaire, questionnaire.Hash());
+        return true;
+    });
+}
+
+void CaseStore::Delete(CaseId id) {
+    m_data->Change([&] {
+        m_data->Require(id);
+        Query(m_data->Db(), "DELETE FROM entries WHERE case_number = ?", id).Run();
+        Query(m_data->Db(), "DELETE FROM cases WHERE number = ?", id).Run();
+        // The trail lets values be erased only when their case has gone.
+        Query(m_data->Db(),
+              "UPDATE trail SET from_value = NULL, to_value = NULL WHERE case_number = ?", id)
+            .Run();
+        m_data->Tell(id, TrailAct::Deleted, "", std::nullopt, std::nullopt);
+        return true;
+    });
+    m_data->Guard([&] { m_data->file.Erase(); });
+}
+
+void CaseStore::Sync() {
+    m_data->Guard([&] { m_data->file.Sync(); });
+}
+
+void CaseStore::CopyTo(const std::string& path) {
+    m_data->file.CopyTo(path, m_data->options.layer);
+}
+
+void CaseStore::SetInitials(const std::string& initials) {
+    m_data->options.initials = initials;
+}
+
+std::vector<CaseSummary> CaseStore::Summaries() {
+    try {
+        std::vector<CaseSummary> summaries;
+        static const std::string sql = std::string(cSelectCases) + " ORDER BY number";
+        Query query(m_data->Db(), sql.c_str());
+        while (query.Next()) summaries.push_back(m_data->SummaryOf(query));
+        return summaries;
+    } catch (const CaseStoreError& error) {
+        if (error.GetKind() != Kind::Damaged) throw;
+    }
+    return m_data->SummariesOneByOne();
+}
+
+/// The highest number that a case can have, from whatever of the file can be read.
+CaseId CaseStore::Data::LastCase() {
+    CaseId last = 0;
+    for (const char* const sql :
+         {"SELECT max(number) FROM cases", "SELECT seq FROM sqlite_sequence WHERE name = 'cases'",
+          "SELECT max(case_number) FROM entries", "SELECT max(case_number) FROM trail"}) {
+        try {
+            last = std::max(last, Db().Number(sql));
+        } catch (const CaseStoreError& error) {
+            if (error.GetKind() != Kind::Damaged) throw;
+        }
+    }
+    constexpr CaseId most = 10'000'000;
+    return std::min(last, most);
+}
+
+std::vector<CaseSummary> CaseStore::Data::SummariesOneByOne() {
+    std::vector<CaseSummary> summaries;
+    std::string unread;
+    std::size_t count = 0;
+    const CaseId last = LastCase();
+    for (CaseId id = 1; id <= last; ++id) {
+        try {
+            summaries.push_back(Require(id));
+        } catch (const CaseStoreError& error) {
+            if (error.GetKind() == Kind::NoSuchCase) continue;
+            if (error.GetKind() != Kind::Damaged) throw;
+            constexpr std::size_t shown = 20;
+            if (count < shown) unread += (count == 0 ? "" : ", ") + std::to_string(id);
+            if (count++ == shown) unread += " ...";
+        }
+    }
+    file.NoteDamage(std::to_string(count) + " cases can't be read: " + unread + ".");
+    return summaries;
+}
+
+CaseSummary CaseStore::Summary(CaseId id) {
+    return m_data->Guard([&] { return m_data->Require(id); });
+}
+
+std::vector<Entry> CaseStore::Entries(CaseId id) {
+    return m_data->Guard([&] {
+        m_data->Require(id);
+        std::vector<Entry> entries;
+        Query query(m_data->Db(),
+                    "SELECT kind, id, value FROM entries WHERE case_number = ? ORDER BY kind, id",
+                    id);
+        while (query.Next()) {
+            const auto kind = valueOf<EntryKind>(cKinds, query.Text(0));
+            if (!kind) m_data->FailDamaged("case " + std::to_string(id));
+            entries.push_back({{*kind, query.Text(1)}, query.Text(2)});
+        }
+        return entries;
+    });
+}
+
+void CaseStore::Data::ReadTrail(const std::optional<CaseId>& id,
+                                const std::function<void(const TrailEntry&)>& use) {
+    static const std::string all = std::string(cSelectTrail) + " WHERE ? IS NULL ORDER BY number";
+    static const std::string ofCase =
+        std::string(cSelectTrail) + " WHERE case_number = ? ORDER BY number";
+    Query query(Db(), id ? ofCase.c_str() : all.c_str(), id);
+    while (query.Next()) {
+        const auto act = valueOf<TrailAct>(cActs, query.Text(5));
+        if (!act) FailDamaged("the trail");
+        use({query.Number(0), query.Number(1), query.Number(2), query.Text(3), query.Text(4), *act,
+             query.Text(6), query.TextIfAny(7), query.TextIfAny(8)});
+    }
+}
+
+std::vector<TrailEntry> CaseStore::Trail(std::optional<CaseId> id) {
+    std::vector<TrailEntry> entries;
+    ReadTrail(id, [&](const TrailEntry& entry) { entries.push_back(entry); });
+    return entries;
+}
+
+void CaseStore::ReadTrail(std::optional<CaseId> id,
+                          const std::function<void(const TrailEntry&)>& use) {
+    m_data->Guard([&] { m_data->ReadTrail(id, use); });
+}
+
+std::vector<StoredQuestionnaire> CaseStore::Questionnaires() {
+    return m_data->Guard([&] {
+        std::vector<StoredQuestionnaire> questionnaires;
+        Query query(m_data->Db(),
+                    "SELECT hash, id, title, version FROM questionnaires ORDER BY number");
+        while (query.Next()) {
+            questionnaires.push_back({query.Text(0), query.Text(1), query.Text(2), query.Text(3)});
+        }
+        return questionnaires;
+    });
+}
+
+QuestionnaireFiles CaseStore::FilesOf(const std::string& hash) {
+    return m_data->Guard([&] {
+        QuestionnaireFiles files;
+        Query query(m_data->Db(),
+                    "SELECT name, bytes FROM questionnaire_files JOIN questionnaires "
+                    "ON questionnaire = number WHERE hash = ? ORDER BY name",
+                    hash);
+        while (query.Next()) files[query.Text(0)] = query.Text(1);
+        if (hashOf(files) != hash) m_data->FailDamaged("a questionnaire");
+        return files;
+    });
+}
+
+std::vector<std::string> CaseStore::FindDamage() {
+    return {};
+}
+
+const std::string& CaseStore::GetPath() const {
+    return m_data->file.GetPath();
+}
+
+CaseStore::Access CaseStore::GetAccess() const {
+    return m_data->file.GetAccess();
+}
+
+const CaseStore::Notice& CaseStore::GetNotice() const {
+    return m_data->file.GetNotice();
+}
+
+const std::string& CaseStore::GetInitials() const {
+    return m_data->options.initials;
+}
+
+}  // namespace tessalink::desk

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "apps/desk/casestore/detail/Database.h"
+
+namespace tessalink::desk::detail {
+
+/// Overwrites what no table uses in the pages of the file. SQLite does so with what it deletes, but
+/// leaves copies where it has moved rows from page to page. The log must be empty.
+void clearFreeSpace(Database& database);
+
+}  // namespace tessalink::desk::detail
