@@ -196,9 +196,8 @@ TEST(CaseSession, FollowsRandomEditsUndosAndRedos) {
             ASSERT_EQ(storedCase(store, id), states[now]) << "seed " << seed << " step " << step;
             const auto& answers = session->GetRespondent().answers;
             ASSERT_EQ(static_cast<std::size_t>(store.Summary(id).answered),
-                      answers.size() -
-                          static_cast<std::size_t>(
-                              std::count(answers.begin(), answers.end(), std::nullopt)));
+                      answers.size() - static_cast<std::size_t>(std::count(
+                                           answers.begin(), answers.end(), std::nullopt)));
             Scores scores;
             Scorer(smallQuestionnaire()).ScoreWhatCan(session->GetRespondent(), scores);
             ASSERT_EQ(session->GetScores().scales[0].raw, scores.scales[0].raw);

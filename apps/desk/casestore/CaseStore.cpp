@@ -75,7 +75,7 @@ struct CaseStore::Data {
         file.CheckWritable();
         return Guard([&] {
             Transaction transaction(Db());
-            const auto result = act();
+            auto result = act();
             transaction.Commit();
             file.NoteChange();
             return result;

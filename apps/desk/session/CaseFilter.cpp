@@ -64,7 +64,8 @@ std::vector<std::string> wordsOf(const std::string& utf8) {
 
 }  // namespace
 
-CaseIndex::CaseIndex(std::vector<CaseSummary> cases, std::map<std::string, std::string> titles)
+CaseIndex::CaseIndex(std::vector<CaseSummary> cases,
+                     const std::map<std::string, std::string>& titles)
     : m_cases(std::move(cases)) {
     for (const auto& [hash, title] : titles) AddTitle(hash, title);
     std::sort(m_cases.begin(), m_cases.end(),

@@ -36,7 +36,7 @@ class CaseIndex {
 public:
     CaseIndex() = default;
     /// Titles by hash.
-    CaseIndex(std::vector<CaseSummary> cases, std::map<std::string, std::string> titles);
+    CaseIndex(std::vector<CaseSummary> cases, const std::map<std::string, std::string>& titles);
 
     /// Puts a case in the place of the one with its id, or adds it. The questionnaire must be one
     /// of the titles; AddTitle makes it known.
