@@ -30,17 +30,6 @@ const char* textOf(CaseState state) {
     return state == CaseState::Open ? "open" : "complete";
 }
 
-/// The questionnaire as the file keeps it.
-Questionnaire readQuestionnaire(CaseStore& store, const std::string& hash) {
-    try {
-        return Questionnaire::Read(store.FilesOf(hash), CString(std::string_view(hash)));
-    } catch (const QuestionnaireFaults& faults) {
-        throw CaseStoreError(
-            CaseStoreError::Kind::Damaged, store.GetPath(),
-            std::string("the questionnaire of the case can't be read: ") + faults.what());
-    }
-}
-
 }  // namespace
 
 struct CaseSession::Data {
@@ -53,7 +42,6 @@ struct CaseSession::Data {
     }
 
     void Load();
-    std::string Take(const Entry& entry);
     void Score();
 
     /// Makes a change in the store and here; false when there is none.
@@ -74,9 +62,7 @@ struct CaseSession::Data {
     CaseSummary summary;
     Questionnaire questionnaire;
     std::unique_ptr<Scorer> scorer;
-    Respondent respondent;
-    std::vector<Answer> secondAnswers;
-    std::vector<UnusedEntry> unused;
+    CaseContents contents;
     Scores scores;
     std::vector<ScoreFault> faults;
     std::vector<CaseStep> steps;
@@ -84,36 +70,13 @@ struct CaseSession::Data {
 };
 
 void CaseSession::Data::Load() {
-    respondent = {};
-    respondent.id = summary.label;
-    respondent.answers.resize(Model().items.size());
-    respondent.fields.resize(Model().fields.size());
-    secondAnswers.assign(Model().items.size(), std::nullopt);
-    unused.clear();
-    for (const Entry& entry : store->Entries(summary.id)) {
-        std::string reason = Take(entry);
-        if (!reason.empty()) unused.push_back({entry, std::move(reason)});
-    }
+    contents = readContents(*store, summary, questionnaire);
     Score();
-}
-
-/// Puts an entry into its place. Returns why it has none.
-std::string CaseSession::Data::Take(const Entry& entry) {
-    const std::string id = fromUtf8(entry.name.id).text;
-    if (entry.name.kind == EntryKind::Field) {
-        const auto field = questionnaire.FindField(id);
-        if (!field) return "the questionnaire has no such field";
-        return readField(Model().fields[*field], entry.value, respondent.fields[*field]);
-    }
-    const auto item = questionnaire.FindItem(id);
-    if (!item) return "the questionnaire has no such item";
-    auto& answers = entry.name.kind == EntryKind::Answer ? respondent.answers : secondAnswers;
-    return readAnswer(SetOf(*item), entry.value, answers[*item]);
 }
 
 void CaseSession::Data::Score() {
     faults.clear();
-    for (const ScoringError& error : scorer->ScoreWhatCan(respondent, scores)) {
+    for (const ScoringError& error : scorer->ScoreWhatCan(contents.respondent, scores)) {
         faults.push_back({utf8(error.GetName()), toUtf8(error.what())});
     }
 }
@@ -124,10 +87,11 @@ std::optional<std::string> CaseSession::Data::ValueOf(Kind kind, const std::stri
     const std::string known = fromUtf8(id).text;
     if (kind == Kind::Field) {
         const std::size_t field = *questionnaire.FindField(known);
-        return valueOf(fieldText(Model().fields[field], respondent.fields[field]));
+        return valueOf(fieldText(Model().fields[field], contents.respondent.fields[field]));
     }
     const std::size_t item = *questionnaire.FindItem(known);
-    const auto& answers = kind == Kind::Answer ? respondent.answers : secondAnswers;
+    const auto& answers =
+        kind == Kind::Answer ? contents.respondent.answers : contents.secondAnswers;
     return valueOf(answerText(SetOf(item), answers[item]));
 }
 
@@ -146,10 +110,10 @@ bool CaseSession::Data::Apply(Kind kind, const std::string& id,
                               const std::optional<std::string>& value) {
     const bool isChanged = Keep(kind, id, value);
     summary = store->Summary(summary.id);
-    respondent.id = summary.label;
+    contents.respondent.id = summary.label;
     if (kind != Kind::Label && kind != Kind::State) {
-        Take({{entryKindOf(kind), id}, value.value_or("")});
-        std::erase_if(unused, [&](const UnusedEntry& entry) {
+        contents.Take(questionnaire, {{entryKindOf(kind), id}, value.value_or("")});
+        std::erase_if(contents.unused, [&](const UnusedEntry& entry) {
             return entry.entry.name == EntryName{entryKindOf(kind), id};
         });
         Score();
@@ -302,25 +266,25 @@ const Questionnaire& CaseSession::GetQuestionnaire() const {
 }
 
 const Respondent& CaseSession::GetRespondent() const {
-    return m_data->respondent;
+    return m_data->contents.respondent;
 }
 
 const std::vector<Answer>& CaseSession::GetSecondAnswers() const {
-    return m_data->secondAnswers;
+    return m_data->contents.secondAnswers;
 }
 
 std::vector<std::size_t> CaseSession::Differences() const {
     std::vector<std::size_t> items;
-    for (std::size_t i = 0; i < m_data->secondAnswers.size(); ++i) {
-        const Answer& first = m_data->respondent.answers[i];
-        const Answer& second = m_data->secondAnswers[i];
+    for (std::size_t i = 0; i < m_data->contents.secondAnswers.size(); ++i) {
+        const Answer& first = m_data->contents.respondent.answers[i];
+        const Answer& second = m_data->contents.secondAnswers[i];
         if (first && second && first != second) items.push_back(i);
     }
     return items;
 }
 
 const std::vector<UnusedEntry>& CaseSession::GetUnusedEntries() const {
-    return m_data->unused;
+    return m_data->contents.unused;
 }
 
 const Scores& CaseSession::GetScores() const {

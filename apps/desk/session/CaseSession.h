@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "apps/desk/casestore/CaseStore.h"
+#include "apps/desk/session/CaseContents.h"
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/Respondent.h"
 #include "questionnaire/Scorer.h"
@@ -16,12 +17,6 @@ namespace tessalink::desk {
 struct ScoreFault {
     std::string name;      ///< the scale or field in question, UTF-8
     std::string sentence;  ///< UTF-8, why and what to do
-};
-
-/// An entry that this version of the questionnaire has no place for. It stays in the file.
-struct UnusedEntry {
-    Entry entry;
-    std::string reason;  ///< UTF-8
 };
 
 /// A step that can be undone.
