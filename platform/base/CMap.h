@@ -148,8 +148,8 @@ public:
     UINT GetHashTableSize() const noexcept { return m_hashTableSize; }
     void InitHashTable(UINT hashSize, BOOL allocateNow = 1) {
         m_hashTableSize = hashSize;
-        const std::size_t slots = SlotsFor(hashSize);
-        if (allocateNow != 0 && slots > m_slots.size()) Rehash(slots);
+        const std::size_t slotCount = SlotsFor(hashSize);
+        if (allocateNow != 0 && slotCount > m_slots.size()) Rehash(slotCount);
     }
 
     /// Stores the count and then every key and value in the order of iteration (SerializeElements),
@@ -279,10 +279,10 @@ private:
         m_slots[slot] = entry;
     }
 
-    void Rehash(std::size_t slots) {
-        std::vector<Slot> old(slots);
+    void Rehash(std::size_t slotCount) {
+        std::vector<Slot> old(slotCount);
         old.swap(m_slots);
-        m_slotShift = 32 - FloorLog2(slots);
+        m_slotShift = 32 - FloorLog2(slotCount);
         for (const Slot& entry : old) {
             if (entry.entry != nullptr) Insert(entry);
         }

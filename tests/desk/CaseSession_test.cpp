@@ -231,8 +231,11 @@ TEST(CaseSession, SaysWhyThereAreNoNormsAndRefusesWhatCantBe) {
 TEST(CaseSession, KeepsWhatAnotherVersionHasNoPlaceFor) {
     const TemporaryFolder folder;
     CaseStore store = CaseStore::Create(folder.Path("a.cases"), testOptions());
-    const std::vector<NewCase> cases = {
-        {"P1", {{{EntryKind::Answer, "Q1"}, "1"}, {{EntryKind::Answer, "Q9"}, "x"}}}};
+    std::vector<NewCase> cases(1);
+    cases[0].label = "P1";
+    for (const char* const item : {"Q1", "Q9"}) {
+        cases[0].entries.push_back({{EntryKind::Answer, item}, "1"});
+    }
     const CaseId id = store.AddCases(smallQuestionnaire(), cases).front();
     CaseSession session(store, id);
     ASSERT_EQ(session.GetUnusedEntries().size(), 1U);
