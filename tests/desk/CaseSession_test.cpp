@@ -233,9 +233,11 @@ TEST(CaseSession, KeepsWhatAnotherVersionHasNoPlaceFor) {
     CaseStore store = CaseStore::Create(folder.Path("a.cases"), testOptions());
     std::vector<NewCase> cases(1);
     cases[0].label = "P1";
-    for (const char* const item : {"Q1", "Q9"}) {
-        cases[0].entries.push_back({{EntryKind::Answer, item}, "1"});
-    }
+    cases[0].entries.resize(2);
+    cases[0].entries[0].name.id = "Q1";
+    cases[0].entries[0].value = "1";
+    cases[0].entries[1].name.id = "Q9";
+    cases[0].entries[1].value = "x";
     const CaseId id = store.AddCases(smallQuestionnaire(), cases).front();
     CaseSession session(store, id);
     ASSERT_EQ(session.GetUnusedEntries().size(), 1U);
