@@ -76,11 +76,22 @@ struct CaseStore::Data {
         return Guard([&] {
             Transaction transaction(Db());
             auto result = act();
-            transaction.Commit();
+            Commit(transaction);
             file.NoteChange();
             return result;
         });
     }
+    /// A disk may fail just after the moment in which the transaction is done: then it counts.
+    void Commit(Transaction& transaction) {
+        const std::int64_t act = LastAct();
+        try {
+            transaction.Commit();
+        } catch (const CaseStoreError&) {
+            transaction.Undo();
+            if (LastAct() != act) throw;
+        }
+    }
+    std::int64_t LastAct() { return Db().Number("SELECT max(number) FROM trail"); }
     /// Runs `act`; a store that meets damage writes no more.
     template <class ACT>
     auto Guard(ACT act) {
@@ -308,7 +319,11 @@ void CaseStore::Delete(CaseId id) {
         m_data->Tell(id, TrailAct::Deleted, "", std::nullopt, std::nullopt);
         return true;
     });
-    m_data->Guard([&] { m_data->file.Erase(); });
+    try {
+        m_data->Guard([&] { m_data->file.Erase(); });
+    } catch (const CaseStoreError&) {
+        // The case has gone; its bytes go at the next Sync, which tells what is wrong.
+    }
 }
 
 void CaseStore::Sync() {

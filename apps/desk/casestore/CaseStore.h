@@ -29,7 +29,8 @@ struct CaseStoreOptions {
 /// A file of cases: SQLite, readable by anyone (docs/case-files.md). One thread at a time uses a
 /// store. Every call that changes something is one transaction with its entry of the trail: when it
 /// returns, what was keyed is kept whatever the program does next; when it throws, nothing of it
-/// was done. Sync adds that a power failure takes nothing either.
+/// was done (where a disk goes for good in the very moment, perhaps all of it). Sync adds that a
+/// power failure takes nothing either.
 ///
 /// Faults are CaseStoreErrors. A store that meets damage while it works reads on and writes no
 /// more.
@@ -75,7 +76,7 @@ public:
     /// stay as they are.
     bool SetQuestionnaire(CaseId id, const Questionnaire& questionnaire);
     /// Deletes the case, its values in the trail, and every byte of them in the file. Where a
-    /// reader keeps bytes in the log in use, they go at a later Sync or at closing.
+    /// reader has the log in use, or the disk is in trouble, the bytes go at a later Sync.
     void Delete(CaseId id);
 
     /// Waits until everything is on the disk; without changes since the last time it costs nothing.

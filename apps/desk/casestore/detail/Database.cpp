@@ -87,8 +87,12 @@ void Database::open(const char* name, int flags, const char* layer) {
         sqlite3_open_v2(name, &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, layer);
     m_handle.reset(handle);
     if (code != SQLITE_OK) Fail(code);
-    sqlite3_busy_timeout(handle, cPatience);
+    SetPatience(true);
     protect();
+}
+
+void Database::SetPatience(bool isPatient) {
+    sqlite3_busy_timeout(Handle(), isPatient ? cPatience : 0);
 }
 
 void Database::protect() {
@@ -199,6 +203,10 @@ Transaction::Transaction(Database& database) : m_database(database) {
 }
 
 Transaction::~Transaction() {
+    Undo();
+}
+
+void Transaction::Undo() noexcept {
     if (m_isDone || !m_database.IsInTransaction()) return;
     sqlite3_exec(m_database.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
 }

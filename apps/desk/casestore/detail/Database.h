@@ -29,6 +29,8 @@ public:
     Database& operator=(const Database&) = delete;
     ~Database();
 
+    /// Whether calls wait some seconds for other programs before they give up.
+    void SetPatience(bool isPatient);
     /// Runs statements that give no rows, or whose rows don't matter.
     void Run(const char* sql);
     /// Throws what the last fault was.
@@ -114,6 +116,8 @@ public:
     ~Transaction();
 
     void Commit();
+    /// Undoes what has been done, unless it is committed. Never throws.
+    void Undo() noexcept;
 
 private:
     Database& m_database;

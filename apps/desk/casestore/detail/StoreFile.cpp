@@ -237,9 +237,10 @@ void StoreFile::check_kind() {
 
 void StoreFile::set_journal() {
     if (m_isOnShare) {
-        // The log needs memory that programs share, which a share has not.
+        // The log needs memory that programs share, which a share has not. The rollback journal is
+        // emptied: one that is to be deleted would keep its bytes while the lock is held.
         m_database->Run(
-            "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = DELETE;"
+            "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = TRUNCATE;"
             "PRAGMA synchronous = FULL");
         return;
     }
@@ -303,8 +304,10 @@ void StoreFile::Sync() {
 /// Copies the log into the file and empties it; false when a reader keeps it in use.
 bool StoreFile::empty_log() {
     if (m_isOnShare) return true;
+    m_database->SetPatience(false);
     const int code = sqlite3_wal_checkpoint_v2(m_database->Handle(), "main",
                                                SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    m_database->SetPatience(true);
     if (code != SQLITE_OK && code != SQLITE_BUSY) m_database->Fail(code);
     return code == SQLITE_OK;
 }
