@@ -49,6 +49,17 @@ TrailAct actOf(EntryKind kind) {
     return acts[static_cast<std::size_t>(kind)];
 }
 
+std::optional<EntryKind> kindOf(TrailAct act) {
+    if (act == TrailAct::Answer) return EntryKind::Answer;
+    if (act == TrailAct::SecondAnswer) return EntryKind::SecondAnswer;
+    return act == TrailAct::Field ? std::optional(EntryKind::Field) : std::nullopt;
+}
+
+/// A damaged file may say any number.
+constexpr CaseId cMostCases = 10'000'000;
+/// How many cases a notice names.
+constexpr std::size_t cShownCases = 20;
+
 constexpr const char* cSelectCases =
     "SELECT number, label, questionnaire, state, created, changed, answered FROM cases";
 constexpr const char* cSelectTrail =
@@ -75,6 +86,7 @@ struct CaseStore::Data {
         file.CheckWritable();
         return Guard([&] {
             Transaction transaction(Db());
+            now = options.clock();
             auto result = act();
             Commit(transaction);
             file.NoteChange();
@@ -100,6 +112,19 @@ struct CaseStore::Data {
         } catch (const CaseStoreError& error) {
             if (error.GetKind() == Kind::Damaged) file.NoteDamage("");
             throw;
+        }
+    }
+
+    /// Whether `act` meets damage, which is noted.
+    template <class ACT>
+    bool MeetsDamage(ACT act) {
+        try {
+            act();
+            return false;
+        } catch (const CaseStoreError& error) {
+            if (error.GetKind() != Kind::Damaged) throw;
+            file.NoteDamage("");
+            return true;
         }
     }
 
@@ -144,13 +169,12 @@ struct CaseStore::Data {
         Query(Db(),
               "INSERT INTO trail (case_number, at, account, initials, act, name, from_value, "
               "to_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-              id, options.clock(), options.account, options.initials, wordOf(cActs, act), name,
-              from, to)
+              id, now, options.account, options.initials, wordOf(cActs, act), name, from, to)
             .Run();
     }
     void Touch(CaseId id, std::int64_t answeredMore) {
-        Query(Db(), "UPDATE cases SET changed = ?, answered = answered + ? WHERE number = ?",
-              options.clock(), answeredMore, id)
+        Query(Db(), "UPDATE cases SET changed = ?, answered = answered + ? WHERE number = ?", now,
+              answeredMore, id)
             .Run();
     }
     std::optional<std::string> ValueOf(CaseId id, const EntryName& name) {
@@ -167,11 +191,17 @@ struct CaseStore::Data {
     }
     void ReadTrail(const std::optional<CaseId>& id,
                    const std::function<void(const TrailEntry&)>& use);
+    /// A case for reading: as the trail tells it where its own row is damaged.
+    CaseSummary Known(CaseId id);
+    std::optional<CaseSummary> FromTrail(CaseId id);
+    std::vector<Entry> StoredEntries(CaseId id);
+    std::vector<Entry> EntriesFromTrail(CaseId id);
     std::vector<CaseSummary> SummariesOneByOne();
     CaseId LastCase();
 
     detail::StoreFile file;
     CaseStoreOptions options;
+    std::int64_t now = 0;                        ///< when the present change is made
     std::map<std::int64_t, std::string> hashes;  ///< of questionnaires, by their numbers
 };
 
@@ -200,7 +230,6 @@ CaseId CaseStore::Data::Add(const NewCase& added, std::int64_t questionnaire,
     const auto answered =
         std::count_if(added.entries.begin(), added.entries.end(),
                       [](const Entry& entry) { return entry.name.kind == EntryKind::Answer; });
-    const std::int64_t now = options.clock();
     Query(Db(),
           "INSERT INTO cases (label, questionnaire, state, created, changed, answered) "
           "VALUES (?, ?, ?, ?, ?, ?)",
@@ -339,16 +368,13 @@ void CaseStore::SetInitials(const std::string& initials) {
 }
 
 std::vector<CaseSummary> CaseStore::Summaries() {
-    try {
-        std::vector<CaseSummary> summaries;
+    std::vector<CaseSummary> summaries;
+    const bool isDamaged = m_data->MeetsDamage([&] {
         static const std::string sql = std::string(cSelectCases) + " ORDER BY number";
         Query query(m_data->Db(), sql.c_str());
         while (query.Next()) summaries.push_back(m_data->SummaryOf(query));
-        return summaries;
-    } catch (const CaseStoreError& error) {
-        if (error.GetKind() != Kind::Damaged) throw;
-    }
-    return m_data->SummariesOneByOne();
+    });
+    return isDamaged ? m_data->SummariesOneByOne() : summaries;
 }
 
 /// The highest number that a case can have, from whatever of the file can be read.
@@ -357,14 +383,9 @@ CaseId CaseStore::Data::LastCase() {
     for (const char* const sql :
          {"SELECT max(number) FROM cases", "SELECT seq FROM sqlite_sequence WHERE name = 'cases'",
           "SELECT max(case_number) FROM entries", "SELECT max(case_number) FROM trail"}) {
-        try {
-            last = std::max(last, Db().Number(sql));
-        } catch (const CaseStoreError& error) {
-            if (error.GetKind() != Kind::Damaged) throw;
-        }
+        MeetsDamage([&] { last = std::max(last, Db().Number(sql)); });
     }
-    constexpr CaseId most = 10'000'000;
-    return std::min(last, most);
+    return std::min(last, cMostCases);
 }
 
 std::vector<CaseSummary> CaseStore::Data::SummariesOneByOne() {
@@ -373,38 +394,97 @@ std::vector<CaseSummary> CaseStore::Data::SummariesOneByOne() {
     std::size_t count = 0;
     const CaseId last = LastCase();
     for (CaseId id = 1; id <= last; ++id) {
-        try {
-            summaries.push_back(Require(id));
-        } catch (const CaseStoreError& error) {
-            if (error.GetKind() == Kind::NoSuchCase) continue;
-            if (error.GetKind() != Kind::Damaged) throw;
-            constexpr std::size_t shown = 20;
-            if (count < shown) unread += (count == 0 ? "" : ", ") + std::to_string(id);
-            if (count++ == shown) unread += " ...";
-        }
+        const bool isUnread = MeetsDamage([&] {
+            try {
+                summaries.push_back(Known(id));
+            } catch (const CaseStoreError& error) {
+                if (error.GetKind() != Kind::NoSuchCase) throw;
+            }
+        });
+        if (!isUnread) continue;
+        if (count < cShownCases) unread += (count == 0 ? "" : ", ") + std::to_string(id);
+        if (count++ == cShownCases) unread += " ...";
     }
-    file.NoteDamage(std::to_string(count) + " cases can't be read: " + unread + ".");
+    file.NoteDamage(count == 0 ? "All cases of the list can be read."
+                               : "Cases that can't be read: " + std::to_string(count) +
+                                     ", with the numbers " + unread + ".");
     return summaries;
 }
 
+CaseSummary CaseStore::Data::Known(CaseId id) {
+    std::optional<CaseSummary> summary;
+    if (!MeetsDamage([&] { summary = Require(id); })) return *summary;
+    summary = FromTrail(id);
+    if (!summary) FailDamaged("case " + std::to_string(id));
+    return *summary;
+}
+
+/// A case as all that was done to it leaves it; nothing when it was deleted or never there.
+std::optional<CaseSummary> CaseStore::Data::FromTrail(CaseId id) {
+    std::optional<CaseSummary> summary;
+    ReadTrail(id, [&](const TrailEntry& entry) {
+        if (entry.act == TrailAct::Added || entry.act == TrailAct::Imported) {
+            summary = CaseSummary{id, entry.to.value_or(""), entry.name};
+            summary->created = entry.when;
+        }
+        if (!summary) return;
+        summary->changed = entry.when;
+        const std::string to = entry.to.value_or("");
+        if (entry.act == TrailAct::Label) summary->label = to;
+        if (entry.act == TrailAct::Questionnaire) summary->questionnaire = to;
+        if (entry.act == TrailAct::State) {
+            summary->state = valueOf<CaseState>(cStates, to).value_or(CaseState::Open);
+        }
+        if (entry.act == TrailAct::Answer) {
+            summary->answered +=
+                static_cast<int>(entry.to.has_value()) - static_cast<int>(entry.from.has_value());
+        }
+        if (entry.act == TrailAct::Deleted) summary.reset();
+    });
+    return summary;
+}
+
 CaseSummary CaseStore::Summary(CaseId id) {
-    return m_data->Guard([&] { return m_data->Require(id); });
+    return m_data->Known(id);
+}
+
+std::vector<Entry> CaseStore::Data::StoredEntries(CaseId id) {
+    std::vector<Entry> entries;
+    Query query(Db(), "SELECT kind, id, value FROM entries WHERE case_number = ? ORDER BY kind, id",
+                id);
+    while (query.Next()) {
+        const auto kind = valueOf<EntryKind>(cKinds, query.Text(0));
+        if (!kind) FailDamaged("case " + std::to_string(id));
+        entries.push_back({{*kind, query.Text(1)}, query.Text(2)});
+    }
+    return entries;
+}
+
+/// The entries as all that was keyed leaves them. That of an imported case doesn't tell all.
+std::vector<Entry> CaseStore::Data::EntriesFromTrail(CaseId id) {
+    std::map<EntryName, std::string> values;
+    bool isWhole = false;
+    ReadTrail(id, [&](const TrailEntry& entry) {
+        if (entry.act == TrailAct::Added) isWhole = true;
+        const auto kind = kindOf(entry.act);
+        if (!kind) return;
+        values.erase({*kind, entry.name});
+        if (entry.to) values[{*kind, entry.name}] = *entry.to;
+    });
+    if (!isWhole) FailDamaged("case " + std::to_string(id));
+    std::vector<Entry> entries;
+    for (const auto& [name, value] : values) entries.push_back({name, value});
+    return entries;
 }
 
 std::vector<Entry> CaseStore::Entries(CaseId id) {
-    return m_data->Guard([&] {
-        m_data->Require(id);
-        std::vector<Entry> entries;
-        Query query(m_data->Db(),
-                    "SELECT kind, id, value FROM entries WHERE case_number = ? ORDER BY kind, id",
-                    id);
-        while (query.Next()) {
-            const auto kind = valueOf<EntryKind>(cKinds, query.Text(0));
-            if (!kind) m_data->FailDamaged("case " + std::to_string(id));
-            entries.push_back({{*kind, query.Text(1)}, query.Text(2)});
-        }
-        return entries;
-    });
+    m_data->Known(id);
+    std::vector<Entry> entries;
+    const bool isDamaged = m_data->MeetsDamage([&] { entries = m_data->StoredEntries(id); });
+    if (isDamaged) entries = m_data->EntriesFromTrail(id);
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry& one, const Entry& other) { return one.name < other.name; });
+    return entries;
 }
 
 void CaseStore::Data::ReadTrail(const std::optional<CaseId>& id,
@@ -458,7 +538,25 @@ QuestionnaireFiles CaseStore::FilesOf(const std::string& hash) {
 }
 
 std::vector<std::string> CaseStore::FindDamage() {
-    return {};
+    std::vector<std::string> found;
+    const auto look = [&](const std::string& what, auto act) {
+        if (m_data->MeetsDamage(act)) found.push_back(what);
+    };
+    look("the pages of the file", [&] {
+        const std::string verdict = m_data->Db().Text("PRAGMA integrity_check(1)");
+        if (verdict != "ok") m_data->FailDamaged("a page (" + verdict + ")");
+    });
+    look("the trail", [&] { ReadTrail(std::nullopt, [](const TrailEntry&) {}); });
+    look("the questionnaires", [&] {
+        for (const StoredQuestionnaire& questionnaire : Questionnaires()) {
+            look("the questionnaire " + questionnaire.title, [&] { FilesOf(questionnaire.hash); });
+        }
+    });
+    for (const CaseSummary& summary : Summaries()) {
+        look("case " + std::to_string(summary.id) + " (" + summary.label + ")",
+             [&] { Entries(summary.id); });
+    }
+    return found;
 }
 
 const std::string& CaseStore::GetPath() const {

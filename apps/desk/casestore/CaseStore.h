@@ -86,7 +86,10 @@ public:
     /// Whose initials the trail names from now on.
     void SetInitials(const std::string& initials);
 
-    /// All cases, by ascending id. Of a damaged file those that can be read.
+    // Reading. Where a row of a damaged file can't be read, the trail tells what it was; where that
+    // can't be read either, or doesn't tell all, it is Damaged. GetNotice has the whole.
+
+    /// All cases, by ascending id; of a damaged file those that can be read.
     std::vector<CaseSummary> Summaries();
     CaseSummary Summary(CaseId id);
     /// By kind and id.

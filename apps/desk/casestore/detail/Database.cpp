@@ -79,6 +79,18 @@ Database::Database() : m_path(":memory:") {
     open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
 }
 
+Database::Database(const std::string& path, std::string_view bytes) : m_path(path) {
+    open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
+    auto* const copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
+    if (copy == nullptr) throw std::bad_alloc();
+    std::copy(bytes.begin(), bytes.end(), copy);
+    const auto size = static_cast<sqlite3_int64>(bytes.size());
+    const int code =
+        sqlite3_deserialize(Handle(), "main", copy, size, size,
+                            SQLITE_DESERIALIZE_READONLY | SQLITE_DESERIALIZE_FREEONCLOSE);
+    if (code != SQLITE_OK) Fail(code);
+}
+
 Database::~Database() = default;
 
 void Database::open(const char* name, int flags, const char* layer) {

@@ -25,6 +25,8 @@ public:
     Database(const std::string& path, Mode mode, const std::string& layer);
     /// An empty database in memory.
     Database();
+    /// The bytes of a file, read only; the path is for messages.
+    Database(const std::string& path, std::string_view bytes);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
     ~Database();

@@ -12,6 +12,9 @@ namespace tessalink::desk::detail {
 /// What marks a file of cases among those of SQLite ("Tlnk").
 inline constexpr int cApplicationId = 0x546C6E6B;
 
+/// The size of pages, the same in every file.
+inline constexpr std::size_t cPageSize = 4096;
+
 /// The SQL that leads from each version to the next, from the empty file on: those of this program
 /// with the `further` ones behind.
 std::vector<std::string> schemaSteps(std::span<const std::string> further);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "apps/desk/casestore/detail/FreeSpace.h"
+#include "apps/desk/casestore/detail/Salvage.h"
 #include "apps/desk/casestore/detail/Schema.h"
 #include "platform/files/CFileException.h"
 #include "platform/files/FilePlace.h"
@@ -63,6 +64,11 @@ void makeEmpty(const std::string& path) {
     }
 }
 
+/// Whether the file may be one of cases whose pages are damaged.
+bool isDamage(const CaseStoreError& error) {
+    return error.GetKind() == Kind::Damaged || error.GetKind() == Kind::NotACaseFile;
+}
+
 bool isLogEmpty(const std::string& path) {
     std::error_code error;
     const auto size = fs::file_size(path + cLogEnding, error);
@@ -95,6 +101,7 @@ StoreFile StoreFile::Create(const std::string& path, const CaseStoreOptions& opt
         file.take_lock();
         file.m_database =
             std::make_unique<Database>(file.m_path, Database::Mode::Write, file.m_layer);
+        file.Connection().Run(("PRAGMA page_size = " + std::to_string(cPageSize)).c_str());
         file.set_journal();
         runSteps(file.Connection(), file.m_steps);
         file.m_isDirty = true;
@@ -163,12 +170,25 @@ void StoreFile::open() {
             open_to_write();
         } catch (const CaseStoreError& error) {
             m_database.reset();
-            if (error.GetKind() != Kind::Damaged && error.GetKind() != Kind::ReadOnly) throw;
-            refuse_writing(error.GetKind() == Kind::Damaged ? Reason::Damaged
-                                                            : Reason::NotWritable);
+            if (error.GetKind() == Kind::ReadOnly) {
+                refuse_writing(Reason::NotWritable);
+            } else if (isDamage(error)) {
+                refuse_writing(Reason::Damaged);
+            } else {
+                throw;
+            }
         }
     }
-    if (m_access == Access::ReadOnly) open_to_read();
+    if (m_access == Access::Write) return;
+    try {
+        open_to_read();
+    } catch (const CaseStoreError& error) {
+        m_database.reset();
+        if (!isDamage(error)) throw;
+        m_database = salvage(m_path, m_steps);
+        if (m_database == nullptr) throw;
+        refuse_writing(Reason::Damaged);
+    }
 }
 
 void StoreFile::open_to_write() {
@@ -274,14 +294,9 @@ void StoreFile::CheckWritable() {
 }
 
 void StoreFile::NoteDamage(const std::string& what) {
-    if (m_access == Access::Write) refuse_writing(Reason::Damaged);
-    if (m_notice.reason != Reason::Damaged) {
-        m_notice = {Reason::Damaged, cReasons[static_cast<std::size_t>(Reason::Damaged)].text};
-    }
-    if (!what.empty()) {
-        m_notice.text = cReasons[static_cast<std::size_t>(Reason::Damaged)].text;
-        m_notice.text += " " + what;
-    }
+    if (what.empty() && m_notice.reason == Reason::Damaged) return;
+    refuse_writing(Reason::Damaged);
+    if (!what.empty()) m_notice.text += " " + what;
 }
 
 void StoreFile::Sync() {
