@@ -473,6 +473,7 @@ std::vector<Entry> CaseStore::Data::EntriesFromTrail(CaseId id) {
     });
     if (!isWhole) FailDamaged("case " + std::to_string(id));
     std::vector<Entry> entries;
+    entries.reserve(values.size());
     for (const auto& [name, value] : values) entries.push_back({name, value});
     return entries;
 }
