@@ -88,15 +88,18 @@ std::size_t CaseIndex::position_of(CaseId id) const {
 
 void CaseIndex::Update(const CaseSummary& summary) {
     const std::size_t position = position_of(summary.id);
-    const auto offset = static_cast<std::ptrdiff_t>(position);
     if (position == m_cases.size() || m_cases[position].id != summary.id) {
+        const auto offset = static_cast<std::ptrdiff_t>(position);
         m_cases.insert(m_cases.begin() + offset, summary);
         m_folded.insert(m_folded.begin() + offset, foldRespondentId(summary.label));
-    } else {
-        m_cases[position] = summary;
-        m_folded[position] = foldRespondentId(summary.label);
+        m_order.reset();
+        return;
     }
-    m_order.reset();
+    // Of all cases this one alone may have another place now.
+    if (m_order) m_sorted.erase(place_of(position));
+    m_cases[position] = summary;
+    m_folded[position] = foldRespondentId(summary.label);
+    if (m_order) m_sorted.insert(place_of(position), position);
 }
 
 void CaseIndex::Remove(CaseId id) {
@@ -117,48 +120,47 @@ const std::string& CaseIndex::TitleOf(const CaseSummary& summary) const {
     return title_of(summary).shown;
 }
 
-void CaseIndex::sort(const CaseOrder& order) {
-    if (m_order == order) return;
-    m_sorted.resize(m_cases.size());
-    std::iota(m_sorted.begin(), m_sorted.end(), std::size_t{0});
-    const auto byKey = [&](auto compareCases) {
-        std::sort(m_sorted.begin(), m_sorted.end(), [&](std::size_t one, std::size_t other) {
-            int result = compareCases(one, other);
-            if (order.isDescending) result = -result;
-            return result != 0 ? result < 0 : one < other;
-        });
-    };
-    const auto byMember = [&](auto member) {
-        byKey([&](std::size_t one, std::size_t other) {
-            return compareValues(m_cases[one].*member, m_cases[other].*member);
-        });
-    };
+int CaseIndex::compare_cases(std::size_t one, std::size_t other) const {
+    const CaseSummary& first = m_cases[one];
+    const CaseSummary& second = m_cases[other];
     using Column = CaseOrder::Column;
-    switch (order.column) {
+    switch (m_order->column) {
         case Column::Label:
-            byKey([&](std::size_t one, std::size_t other) {
-                return compare(m_folded[one], m_folded[other]);
-            });
-            break;
+            return compare(m_folded[one], m_folded[other]);
         case Column::Questionnaire:
-            byKey([&](std::size_t one, std::size_t other) {
-                return compare(title_of(m_cases[one]).folded, title_of(m_cases[other]).folded);
-            });
-            break;
+            return compare(title_of(first).folded, title_of(second).folded);
         case Column::State:
-            byMember(&CaseSummary::state);
-            break;
+            return compareValues(first.state, second.state);
         case Column::Created:
-            byMember(&CaseSummary::created);
-            break;
+            return compareValues(first.created, second.created);
         case Column::Changed:
-            byMember(&CaseSummary::changed);
-            break;
+            return compareValues(first.changed, second.changed);
         case Column::Answered:
-            byMember(&CaseSummary::answered);
             break;
     }
+    return compareValues(first.answered, second.answered);
+}
+
+bool CaseIndex::stands_before(std::size_t one, std::size_t other) const {
+    const int order = compare_cases(one, other);
+    if (order == 0) return one < other;
+    return m_order->isDescending ? order > 0 : order < 0;
+}
+
+/// Where a position stands, or is to stand, among those in order.
+std::vector<std::size_t>::iterator CaseIndex::place_of(std::size_t position) {
+    return std::lower_bound(
+        m_sorted.begin(), m_sorted.end(), position,
+        [this](std::size_t one, std::size_t other) { return stands_before(one, other); });
+}
+
+void CaseIndex::sort(const CaseOrder& order) {
+    if (m_order == order) return;
     m_order = order;
+    m_sorted.resize(m_cases.size());
+    std::iota(m_sorted.begin(), m_sorted.end(), std::size_t{0});
+    std::sort(m_sorted.begin(), m_sorted.end(),
+              [this](std::size_t one, std::size_t other) { return stands_before(one, other); });
 }
 
 std::vector<std::size_t> CaseIndex::Find(const CaseFilter& filter, const CaseOrder& order) {

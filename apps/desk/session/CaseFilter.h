@@ -59,6 +59,9 @@ private:
 
     const Title& title_of(const CaseSummary& summary) const;
     std::size_t position_of(CaseId id) const;
+    int compare_cases(std::size_t one, std::size_t other) const;
+    bool stands_before(std::size_t one, std::size_t other) const;
+    std::vector<std::size_t>::iterator place_of(std::size_t position);
     void sort(const CaseOrder& order);
 
     std::vector<CaseSummary> m_cases;
