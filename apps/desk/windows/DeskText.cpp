@@ -1,0 +1,53 @@
+#include "apps/desk/windows/DeskText.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <cmath>
+
+#include "platform/base/CException.h"
+#include "platform/base/Windows1252.h"
+
+namespace tessalink::desk {
+
+namespace {
+
+constexpr int cScoreDecimals = 2;
+
+}  // namespace
+
+QString shown(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QString shown(const CString& text) {
+    return shown(std::string_view(toUtf8(text.View())));
+}
+
+std::string utf8Of(const QString& text) {
+    return text.toStdString();
+}
+
+CString windowText(const QString& text) {
+    std::string bytes;
+    for (const char32_t character : text.toStdU32String()) {
+        bytes += fromUnicode(character).value_or('?');
+    }
+    return CString(std::string_view(bytes));
+}
+
+QString momentText(std::int64_t secondsUtc) {
+    return QLocale().toString(QDateTime::fromSecsSinceEpoch(secondsUtc), QLocale::ShortFormat);
+}
+
+QString numberText(double number) {
+    const double scale = std::pow(10.0, cScoreDecimals);
+    const double rounded = std::round(number * scale) / scale;
+    return QLocale().toString(rounded, 'g', QLocale::FloatingPointShortest);
+}
+
+QString messageOf(const std::exception& error) {
+    const bool isOfLibrary = dynamic_cast<const CException*>(&error) != nullptr;
+    return shown(isOfLibrary ? toUtf8(error.what()) : std::string(error.what()));
+}
+
+}  // namespace tessalink::desk

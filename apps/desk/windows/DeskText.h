@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "platform/base/CString.h"
+
+// Texts of the library and of files of cases as the toolkit has them, and back.
+namespace tessalink::desk {
+
+/// UTF-8, as files of cases have it.
+QString shown(std::string_view utf8);
+/// Windows-1252, as questionnaires and windows of the library have it.
+QString shown(const CString& text);
+std::string utf8Of(const QString& text);
+/// With "?" for each character that Windows-1252 lacks.
+CString windowText(const QString& text);
+
+/// A moment in the user's time zone and format, short.
+QString momentText(std::int64_t secondsUtc);
+/// A score: at most two decimals, in the user's locale.
+QString numberText(double number);
+/// What an exception says.
+QString messageOf(const std::exception& error);
+
+}  // namespace tessalink::desk

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QFrame>
+
+class QLabel;
+class QToolButton;
+
+namespace tessalink::desk {
+
+/// A line above a page that says what has happened and what to do, in place of boxes that would
+/// catch keys. It takes no focus when it appears; assistive technology reads it out.
+class MessageBar : public QFrame {
+    Q_OBJECT
+
+public:
+    enum class Kind { Information, Warning, Fault };
+
+    explicit MessageBar(QWidget* parent = nullptr);
+
+    void Say(Kind kind, const QString& text);
+    /// Takes the message away.
+    void Clear();
+    QString Text() const;
+
+private:
+    QLabel* m_icon;
+    QLabel* m_text;
+    QToolButton* m_close;
+};
+
+}  // namespace tessalink::desk

@@ -1,0 +1,148 @@
+#include "apps/desk/windows/Pictures.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
+#include <stdexcept>
+
+#include "apps/desk/windows/CaseListPage.h"
+#include "apps/desk/windows/MainWindow.h"
+#include "apps/desk/windows/NewCaseDialog.h"
+#include "apps/desk/windows/SampleFile.h"
+
+namespace tessalink::desk {
+
+namespace {
+
+constexpr QSize cWindow(1180, 760);
+constexpr const char* cSampleName = "sample.cases";
+
+/// Works the window by events, as an examiner would.
+class Tour {
+public:
+    Tour(const QString& folder, const QString& instruments)
+        : m_folder(folder),
+          m_instruments(instruments),
+          m_settings(m_work.filePath("desk.ini"), QSettings::IniFormat),
+          m_window(m_settings) {
+        m_window.resize(cWindow);
+    }
+
+    void Run() {
+        m_window.show();
+        m_window.activateWindow();
+        save("1-start");
+        const QString file = m_work.filePath(cSampleName);
+        makeSample(file, m_instruments);
+        m_window.OpenFile(file);
+        save("2-list");
+        find("p-10 five");
+        begin_case();
+        key_form();
+        key_answers();
+        key_twice();
+        look_at("showTrail", "8-trail");
+        look_at("deleteCases", "9-delete");
+        m_window.CloseFile();
+    }
+
+private:
+    void settle() {
+        if (QApplication::activeModalWidget() == nullptr) m_window.activateWindow();
+        for (int i = 0; i < 3; ++i) QApplication::processEvents();
+    }
+    void save(const QString& name) { save_widget(name, m_window); }
+    void save_widget(const QString& name, QWidget& widget) {
+        settle();
+        const QString path = m_folder + '/' + name + ".png";
+        if (!widget.grab().toImage().convertToFormat(QImage::Format_RGB32).save(path)) {
+            throw std::runtime_error(path.toStdString() + ": can't be written");
+        }
+    }
+    void press(int key, const QString& text = {}) {
+        QWidget* const focus = QApplication::focusWidget();
+        if (focus == nullptr) return;
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier, text);
+            QApplication::sendEvent(focus, &event);
+        }
+    }
+    void type(const QString& text) {
+        for (const QChar letter : text) press(letter.toUpper().unicode(), letter);
+    }
+    void work(const char* name) { m_window.findChild<QAction*>(name)->trigger(); }
+    /// Lets an action open a box, looks at it and closes it.
+    void look_at(const char* name, const QString& picture,
+                 const std::function<void(QWidget&)>& act = {}) {
+        QTimer::singleShot(0, &m_window, [&] {
+            QWidget* const box = QApplication::activeModalWidget();
+            if (box == nullptr) return;
+            if (act) act(*box);
+            save_widget(picture, *box);
+            box->close();
+        });
+        work(name);
+        settle();
+    }
+
+    void find(const QString& words) {
+        auto* const search = m_window.findChild<QLineEdit*>("search");
+        search->setFocus();
+        type(words);
+        save("3-search");
+        search->clear();
+    }
+    void begin_case() {
+        look_at("newCase", "4-new-case",
+                [](QWidget& box) { box.findChild<QLineEdit*>("newCaseId")->setText("P-108"); });
+        const Questionnaire questionnaire = Questionnaire::Read(
+            CString(std::string_view((m_instruments + "/bigfive").toStdString())));
+        m_window.AddCase(questionnaire, "P-108");
+        settle();
+    }
+    void key_form() {
+        press(Qt::Key_Return);
+        type("Lena Vogt");
+        press(Qt::Key_Return);
+        type("f");
+        type("34");
+        press(Qt::Key_Return);
+        type("2026-03-12");
+        press(Qt::Key_Return);
+        save("5-form");
+    }
+    void key_answers() {
+        work("focusAnswers");
+        type("34251434253142534125342514342531425341253425143425");
+        save("6-answers");
+    }
+    void key_twice() {
+        work("beginSecondPass");
+        type("34252");
+        save("7-second-keying");
+        work("endSecondPass");
+    }
+
+    QString m_folder;
+    QString m_instruments;
+    QTemporaryDir m_work;
+    QSettings m_settings;
+    MainWindow m_window;
+};
+
+}  // namespace
+
+void makePictures(const QString& folder, const QString& instruments) {
+    QDir().mkpath(folder);
+    Tour(folder, instruments).Run();
+}
+
+}  // namespace tessalink::desk
