@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <cstddef>
+
+#include "questionnaire/RespondentReports.h"
+
+namespace tessalink::desk {
+
+/// Writes a report of the person whom `reports` has, whole or not at all. ParseException,
+/// InputError and CFileException pass through.
+void writeReport(RespondentReports& reports, std::size_t report, const QString& path);
+
+/// Copies a file, whole or not at all, over one that is there. Returns what is wrong and what to
+/// do; empty when it was done.
+QString copyWhole(const QString& from, const QString& to);
+
+}  // namespace tessalink::desk
