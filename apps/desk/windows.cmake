@@ -1,5 +1,0 @@
-find_package(Qt6 REQUIRED COMPONENTS Widgets PrintSupport Pdf PdfWidgets)
-file(GLOB wsources CONFIGURE_DEPENDS windows/*.cpp)
-add_library(tmp_deskwindows STATIC ${wsources})
-set_target_properties(tmp_deskwindows PROPERTIES AUTOMOC ON)
-target_link_libraries(tmp_deskwindows PUBLIC tessalink_casestore tessalink_qt Qt6::Widgets Qt6::PrintSupport Qt6::Pdf Qt6::PdfWidgets PRIVATE tessalink_settings)
