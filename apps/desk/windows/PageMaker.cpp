@@ -92,7 +92,7 @@ void PageMaker::finish() {
             failed += file;
         }
     }
-    emit made(pdfs, failed);
+    Q_EMIT made(pdfs, failed);
     if (!IsBusy()) start_next();
 }
 

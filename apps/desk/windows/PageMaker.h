@@ -30,7 +30,7 @@ public:
     void Stop();
     bool IsBusy() const { return m_process != nullptr; }
 
-signals:
+Q_SIGNALS:
     /// The PDF files of one call of Make, and the RTF files that none was made of.
     void made(const QStringList& pdfs, const QStringList& failed);
 

@@ -117,7 +117,7 @@ void ReportPage::Clear() {
     m_case.reset();
     m_reports->clear();
     say({});
-    emit changed();
+    Q_EMIT changed();
 }
 
 void ReportPage::choose(int report) {
@@ -140,11 +140,11 @@ void ReportPage::choose(int report) {
         m_rtf.clear();
         m_elsewhere->setEnabled(false);
         say(tr("The report can't be made: %1").arg(messageOf(fault)));
-        emit changed();
+        Q_EMIT changed();
         return;
     }
     m_elsewhere->setEnabled(true);
-    emit changed();
+    Q_EMIT changed();
     if (PageMaker::FindProgram().isEmpty()) return say(PageMaker::MissingText());
     say(tr("Making the pages..."));
     m_maker->Make({m_rtf}, m_folder.PathOf({}));
@@ -157,7 +157,7 @@ void ReportPage::show_pages(const QStringList& pdfs) {
                "elsewhere, or open the report in another program."));
     }
     m_pages->setCurrentWidget(m_view);
-    emit changed();
+    Q_EMIT changed();
 }
 
 void ReportPage::say(const QString& text) {
@@ -178,9 +178,9 @@ void ReportPage::save(const QString& file, const QString& title, const QString& 
     if (name.isEmpty()) return;
     const QString fault = copyWhole(file, name);
     if (fault.isEmpty()) {
-        emit told(tr("Saved as %1.").arg(name), false);
+        Q_EMIT told(tr("Saved as %1.").arg(name), false);
     } else {
-        emit told(fault, true);
+        Q_EMIT told(fault, true);
     }
 }
 
@@ -195,9 +195,9 @@ void ReportPage::SavePdf() {
 void ReportPage::OpenElsewhere() {
     if (!HasReport()) return;
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(m_rtf))) {
-        emit told(tr("The system has no program for RTF files: save the report and open it "
-                     "elsewhere."),
-                  true);
+        Q_EMIT told(tr("The system has no program for RTF files: save the report and open it "
+                       "elsewhere."),
+                    true);
     }
 }
 
@@ -222,10 +222,10 @@ void ReportPage::Print() {
     }
     isGood = isGood && painter.end();
     if (isGood) {
-        emit told(tr("Sent to the printer."), false);
+        Q_EMIT told(tr("Sent to the printer."), false);
     } else {
-        emit told(tr("The printer has not taken the pages: see whether it is on and has paper."),
-                  true);
+        Q_EMIT told(tr("The printer has not taken the pages: see whether it is on and has paper."),
+                    true);
     }
 }
 

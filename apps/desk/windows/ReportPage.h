@@ -42,7 +42,7 @@ public:
     /// What F6 leads to.
     QList<QWidget*> Panes() const;
 
-signals:
+Q_SIGNALS:
     /// What was done, or went wrong and what to do.
     void told(const QString& text, bool isFault);
     /// HasReport or HasPages has changed.
