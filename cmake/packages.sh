@@ -7,6 +7,12 @@
 toolkit_needs=('/usr/lib/*/cmake/Qt6Widgets=qt6-base-dev'
                '/usr/share/fonts/truetype/liberation*/LiberationSans-Regular.ttf=fonts-liberation')
 
+# What the desk needs beside it. Pages of reports are made by LibreOffice, without which it says so.
+# shellcheck disable=SC2034
+desk_needs=(/usr/include/sqlite3.h=libsqlite3-dev '/usr/lib/*/cmake/Qt6PdfWidgets=qt6-pdf-dev'
+            '/usr/lib/*/cmake/Qt6LinguistTools=qt6-tools-dev'
+            '/usr/lib/qt6/bin/lrelease=qt6-l10n-tools')
+
 is_there() {
     if [[ $1 == */* ]]; then compgen -G "$1" >/dev/null; else command -v "$1" >/dev/null; fi
 }
