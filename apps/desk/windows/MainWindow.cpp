@@ -16,6 +16,7 @@
 
 #include "apps/desk/windows/CaseListPage.h"
 #include "apps/desk/windows/CasePage.h"
+#include "apps/desk/windows/DataActions.h"
 #include "apps/desk/windows/DeskText.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/FilePlace.h"
@@ -70,6 +71,7 @@ MainWindow::MainWindow(QSettings& settings, QWidget* parent)
     statusBar()->addPermanentWidget(m_fileState);
     make_menus();
     make_toolbar();
+    new DataActions(*this);
     connect(m_list, &CaseListPage::opened, this, &MainWindow::OpenCase);
     connect(m_list, &CaseListPage::selectionChanged, this, &MainWindow::update_actions);
     connect(m_case, &CasePage::changed, this, &MainWindow::case_changed);
