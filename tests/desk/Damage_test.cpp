@@ -2,6 +2,7 @@
 // read, and nothing wrong is said to be right.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <map>
 
@@ -89,6 +90,22 @@ protected:
         return count;
     }
 
+    /// What can be read goes into a new file, in which work goes on.
+    void CopyToASoundFile(CaseStore& damaged) {
+        const auto read = readAll(damaged);
+        const auto lost = damaged.CopyTo(m_folder.Path("c.cases"));
+        CaseStore copy = CaseStore::Open(m_folder.Path("c.cases"), testOptions());
+        EXPECT_EQ(copy.GetAccess(), CaseStore::Access::Write);
+        const auto copied = readAll(copy);
+        for (const auto& [id, known] : read) EXPECT_EQ(copied.at(id), known) << id;
+        EXPECT_TRUE(!lost.empty() || copied == m_sound);
+        EXPECT_TRUE(copy.SetLabel(1, "new"));
+        EXPECT_GT(copy.AddCase(smallQuestionnaire(), "next"), cKeyed + cImported);
+        EXPECT_EQ(copy.FilesOf(smallQuestionnaire().Hash()), smallQuestionnaire().Files());
+        EXPECT_TRUE(copy.FindDamage().empty());
+        std::filesystem::remove(m_folder.Path("c.cases"));
+    }
+
     TemporaryFolder m_folder;
     Cases m_sound;
 };
@@ -122,6 +139,7 @@ TEST_F(Damage, OfAnyPageLosesNoCaseThatWasKeyed) {
             // The first page leads to all others and holds nothing itself.
             EXPECT_EQ(store->FindDamage().empty(), page == 0) << "page " << page;
             EXPECT_THROW(store->SetLabel(1, "x"), CaseStoreError);
+            if (&ruin == &ruins.front()) CopyToASoundFile(*store);
         }
     }
 }

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "apps/desk/casestore/TrailTable.h"
 #include "platform/files/CMemFile.h"
@@ -163,6 +165,37 @@ TEST(Trail, IsWrittenAsATableAndCantBeChanged) {
           "from_value, to_value FROM trail"}) {
         EXPECT_NE(sqlite3_exec(file, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
     }
+    sqlite3_close(file);
+}
+
+TEST(Files, AreReadByTheStatementsOfTheManual) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Path("a.cases");
+    CaseStoreOptions options = testOptions();
+    options.clock = {};
+    CaseStore store = CaseStore::Create(path, options);
+    const CaseId id = store.AddCase(smallQuestionnaire(), "P1");
+    store.SetEntry(id, {EntryKind::Answer, "Q1"}, "1");
+    store.SetState(id, CaseState::Complete);
+    std::ifstream manual(TESSALINK_SOURCE_DIR "/docs/case-files.md");
+    std::string text(std::istreambuf_iterator<char>(manual), {});
+    sqlite3* file = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &file), SQLITE_OK);
+    int count = 0;
+    constexpr std::string_view start = "```sql\n";
+    while (text.find(start) != std::string::npos) {
+        text.erase(0, text.find(start) + start.size());
+        int rows = 0;
+        const auto countRow = [](void* counted, int, char**, char**) {
+            ++*static_cast<int*>(counted);
+            return 0;
+        };
+        const std::string sql = text.substr(0, text.find("```"));
+        EXPECT_EQ(sqlite3_exec(file, sql.c_str(), countRow, &rows, nullptr), SQLITE_OK) << sql;
+        EXPECT_GT(rows, 0) << sql;
+        ++count;
+    }
+    EXPECT_EQ(count, 4);
     sqlite3_close(file);
 }
 

@@ -6,7 +6,9 @@
 #include <map>
 
 #include "apps/desk/casestore/TrailTable.h"
+#include "apps/desk/casestore/detail/Rescue.h"
 #include "apps/desk/casestore/detail/StoreFile.h"
+#include "apps/desk/casestore/detail/Words.h"
 #include "platform/base/Windows1252.h"
 #include "platform/files/FilePlace.h"
 
@@ -17,27 +19,9 @@ namespace {
 using detail::Database;
 using detail::Query;
 using detail::Transaction;
+using detail::valueOf;
+using detail::wordOf;
 using Kind = CaseStoreError::Kind;
-
-// As the file names them, by the values of their enumerations.
-constexpr std::array<const char*, 2> cStates = {"open", "complete"};
-constexpr std::array<const char*, 3> cKinds = {"answer", "second answer", "field"};
-constexpr std::array<const char*, 9> cActs = {"added",         "imported",      "answer",
-                                              "second answer", "field",         "label",
-                                              "state",         "questionnaire", "deleted"};
-
-template <class NAMES, class VALUE>
-const char* wordOf(const NAMES& names, VALUE value) {
-    return names[static_cast<std::size_t>(value)];
-}
-
-/// The value of a word; nothing when it is none of them, which a sound file doesn't have.
-template <class VALUE, class NAMES>
-std::optional<VALUE> valueOf(const NAMES& names, const std::string& word) {
-    const auto found = std::find(names.begin(), names.end(), word);
-    if (found == names.end()) return std::nullopt;
-    return static_cast<VALUE>(found - names.begin());
-}
 
 std::int64_t systemClock() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -68,7 +52,7 @@ constexpr const char* cSelectTrail =
 }  // namespace
 
 const char* nameOf(TrailAct act) {
-    return wordOf(cActs, act);
+    return wordOf(act);
 }
 
 struct CaseStore::Data {
@@ -146,7 +130,7 @@ struct CaseStore::Data {
         summary.id = row.Number(0);
         summary.label = row.Text(1);
         summary.questionnaire = HashOf(row.Number(2));
-        const auto state = valueOf<CaseState>(cStates, row.Text(3));
+        const auto state = valueOf<CaseState>(row.Text(3));
         if (!state) FailDamaged("case " + std::to_string(summary.id));
         summary.state = *state;
         summary.created = row.Number(4);
@@ -161,6 +145,16 @@ struct CaseStore::Data {
         if (!query.Next()) FailDamaged("the questionnaire of a case");
         return hashes[number] = query.Text(0);
     }
+    /// 0 when the file has no questionnaire of the hash.
+    std::int64_t NumberOf(const std::string& hash) {
+        Query query(Db(), "SELECT number FROM questionnaires WHERE hash = ?", hash);
+        return query.Next() ? query.Number(0) : 0;
+    }
+    bool HasFiles(std::int64_t questionnaire) {
+        return Query(Db(), "SELECT 1 FROM questionnaire_files WHERE questionnaire = ?",
+                     questionnaire)
+            .Next();
+    }
     std::int64_t Keep(const Questionnaire& questionnaire);
     CaseId Add(const NewCase& added, std::int64_t questionnaire, const std::string& hash,
                TrailAct act);
@@ -169,7 +163,7 @@ struct CaseStore::Data {
         Query(Db(),
               "INSERT INTO trail (case_number, at, account, initials, act, name, from_value, "
               "to_value) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-              id, now, options.account, options.initials, wordOf(cActs, act), name, from, to)
+              id, now, options.account, options.initials, wordOf(act), name, from, to)
             .Run();
     }
     void Touch(CaseId id, std::int64_t answeredMore) {
@@ -179,14 +173,14 @@ struct CaseStore::Data {
     }
     std::optional<std::string> ValueOf(CaseId id, const EntryName& name) {
         Query query(Db(), "SELECT value FROM entries WHERE case_number = ? AND kind = ? AND id = ?",
-                    id, wordOf(cKinds, name.kind), name.id);
+                    id, wordOf(name.kind), name.id);
         return query.Next() ? query.TextIfAny(0) : std::nullopt;
     }
     void Put(CaseId id, const EntryName& name, const std::string& value) {
         Query(Db(),
               "INSERT OR REPLACE INTO entries (case_number, kind, id, value) "
               "VALUES (?, ?, ?, ?)",
-              id, wordOf(cKinds, name.kind), name.id, value)
+              id, wordOf(name.kind), name.id, value)
             .Run();
     }
     void ReadTrail(const std::optional<CaseId>& id,
@@ -207,14 +201,17 @@ struct CaseStore::Data {
 
 /// The number of a questionnaire, which the file has from now on.
 std::int64_t CaseStore::Data::Keep(const Questionnaire& questionnaire) {
-    Query known(Db(), "SELECT number FROM questionnaires WHERE hash = ?", questionnaire.Hash());
-    if (known.Next()) return known.Number(0);
-    const QuestionnaireModel& model = questionnaire.Model();
-    Query(Db(), "INSERT INTO questionnaires (hash, id, title, version) VALUES (?, ?, ?, ?)",
-          questionnaire.Hash(), toUtf8(model.id.View()), toUtf8(model.title.View()),
-          toUtf8(model.version.View()))
-        .Run();
-    const std::int64_t number = Db().LastRow();
+    std::int64_t number = NumberOf(questionnaire.Hash());
+    if (number == 0) {
+        const QuestionnaireModel& model = questionnaire.Model();
+        Query(Db(), "INSERT INTO questionnaires (hash, id, title, version) VALUES (?, ?, ?, ?)",
+              questionnaire.Hash(), toUtf8(model.id.View()), toUtf8(model.title.View()),
+              toUtf8(model.version.View()))
+            .Run();
+        number = Db().LastRow();
+    }
+    // A file that was saved from damage may know a questionnaire without its files.
+    if (HasFiles(number)) return number;
     for (const auto& [name, bytes] : questionnaire.Files()) {
         Query(Db(),
               "INSERT INTO questionnaire_files (questionnaire, name, bytes) "
@@ -233,7 +230,7 @@ CaseId CaseStore::Data::Add(const NewCase& added, std::int64_t questionnaire,
     Query(Db(),
           "INSERT INTO cases (label, questionnaire, state, created, changed, answered) "
           "VALUES (?, ?, ?, ?, ?, ?)",
-          added.label, questionnaire, wordOf(cStates, added.state), now, now,
+          added.label, questionnaire, wordOf(added.state), now, now,
           static_cast<std::int64_t>(answered))
         .Run();
     const CaseId id = Db().LastRow();
@@ -288,7 +285,7 @@ bool CaseStore::SetEntry(CaseId id, const EntryName& name,
             m_data->Put(id, name, *after);
         } else {
             Query(m_data->Db(), "DELETE FROM entries WHERE case_number = ? AND kind = ? AND id = ?",
-                  id, wordOf(cKinds, name.kind), name.id)
+                  id, wordOf(name.kind), name.id)
                 .Run();
         }
         const int more = static_cast<int>(after.has_value()) - static_cast<int>(before.has_value());
@@ -313,12 +310,9 @@ bool CaseStore::SetState(CaseId id, CaseState state) {
     return m_data->Change([&] {
         const CaseSummary before = m_data->Require(id);
         if (before.state == state) return false;
-        Query(m_data->Db(), "UPDATE cases SET state = ? WHERE number = ?", wordOf(cStates, state),
-              id)
-            .Run();
+        Query(m_data->Db(), "UPDATE cases SET state = ? WHERE number = ?", wordOf(state), id).Run();
         m_data->Touch(id, 0);
-        m_data->Tell(id, TrailAct::State, "", wordOf(cStates, before.state),
-                     wordOf(cStates, state));
+        m_data->Tell(id, TrailAct::State, "", wordOf(before.state), wordOf(state));
         return true;
     });
 }
@@ -326,9 +320,9 @@ bool CaseStore::SetState(CaseId id, CaseState state) {
 bool CaseStore::SetQuestionnaire(CaseId id, const Questionnaire& questionnaire) {
     return m_data->Change([&] {
         const CaseSummary before = m_data->Require(id);
+        const std::int64_t number = m_data->Keep(questionnaire);
         if (before.questionnaire == questionnaire.Hash()) return false;
-        Query(m_data->Db(), "UPDATE cases SET questionnaire = ? WHERE number = ?",
-              m_data->Keep(questionnaire), id)
+        Query(m_data->Db(), "UPDATE cases SET questionnaire = ? WHERE number = ?", number, id)
             .Run();
         m_data->Touch(id, 0);
         m_data->Tell(id, TrailAct::Questionnaire, "", before.questionnaire, questionnaire.Hash());
@@ -359,8 +353,13 @@ void CaseStore::Sync() {
     m_data->Guard([&] { m_data->file.Sync(); });
 }
 
-void CaseStore::CopyTo(const std::string& path) {
-    m_data->file.CopyTo(path, m_data->options.layer);
+std::vector<std::string> CaseStore::CopyTo(const std::string& path) {
+    if (GetNotice().reason != Reason::Damaged) {
+        m_data->file.CopyTo(path);
+        return {};
+    }
+    auto copy = detail::StoreFile::Create(path, m_data->options);
+    return detail::rescue(*this, copy.Connection());
 }
 
 void CaseStore::SetInitials(const std::string& initials) {
@@ -433,13 +432,20 @@ std::optional<CaseSummary> CaseStore::Data::FromTrail(CaseId id) {
         if (entry.act == TrailAct::Label) summary->label = to;
         if (entry.act == TrailAct::Questionnaire) summary->questionnaire = to;
         if (entry.act == TrailAct::State) {
-            summary->state = valueOf<CaseState>(cStates, to).value_or(CaseState::Open);
+            summary->state = valueOf<CaseState>(to).value_or(CaseState::Open);
         }
         if (entry.act == TrailAct::Answer) {
             summary->answered +=
                 static_cast<int>(entry.to.has_value()) - static_cast<int>(entry.from.has_value());
         }
         if (entry.act == TrailAct::Deleted) summary.reset();
+    });
+    if (!summary) return summary;
+    // The trail doesn't count those that came with an import.
+    MeetsDamage([&] {
+        Query query(Db(), "SELECT count(*) FROM entries WHERE case_number = ? AND kind = 'answer'",
+                    id);
+        if (query.Next()) summary->answered = query.Number(0);
     });
     return summary;
 }
@@ -453,7 +459,7 @@ std::vector<Entry> CaseStore::Data::StoredEntries(CaseId id) {
     Query query(Db(), "SELECT kind, id, value FROM entries WHERE case_number = ? ORDER BY kind, id",
                 id);
     while (query.Next()) {
-        const auto kind = valueOf<EntryKind>(cKinds, query.Text(0));
+        const auto kind = valueOf<EntryKind>(query.Text(0));
         if (!kind) FailDamaged("case " + std::to_string(id));
         entries.push_back({{*kind, query.Text(1)}, query.Text(2)});
     }
@@ -495,7 +501,7 @@ void CaseStore::Data::ReadTrail(const std::optional<CaseId>& id,
         std::string(cSelectTrail) + " WHERE case_number = ? ORDER BY number";
     Query query(Db(), id ? ofCase.c_str() : all.c_str(), id);
     while (query.Next()) {
-        const auto act = valueOf<TrailAct>(cActs, query.Text(5));
+        const auto act = valueOf<TrailAct>(query.Text(5));
         if (!act) FailDamaged("the trail");
         use({query.Number(0), query.Number(1), query.Number(2), query.Text(3), query.Text(4), *act,
              query.Text(6), query.TextIfAny(7), query.TextIfAny(8)});
@@ -533,6 +539,11 @@ QuestionnaireFiles CaseStore::FilesOf(const std::string& hash) {
                     "ON questionnaire = number WHERE hash = ? ORDER BY name",
                     hash);
         while (query.Next()) files[query.Text(0)] = query.Text(1);
+        if (files.empty()) {
+            throw CaseStoreError(
+                Kind::NoQuestionnaire, GetPath(),
+                "the file has no copy of the questionnaire " + hash + ". Choose its folder");
+        }
         if (hashOf(files) != hash) m_data->FailDamaged("a questionnaire");
         return files;
     });
@@ -541,7 +552,12 @@ QuestionnaireFiles CaseStore::FilesOf(const std::string& hash) {
 std::vector<std::string> CaseStore::FindDamage() {
     std::vector<std::string> found;
     const auto look = [&](const std::string& what, auto act) {
-        if (m_data->MeetsDamage(act)) found.push_back(what);
+        try {
+            if (m_data->MeetsDamage(act)) found.push_back(what);
+        } catch (const CaseStoreError& error) {
+            if (error.GetKind() != Kind::NoQuestionnaire) throw;
+            found.push_back(what);
+        }
     };
     look("the pages of the file", [&] {
         const std::string verdict = m_data->Db().Text("PRAGMA integrity_check(1)");

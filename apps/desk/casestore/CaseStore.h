@@ -81,8 +81,9 @@ public:
 
     /// Waits until everything is on the disk; without changes since the last time it costs nothing.
     void Sync();
-    /// Writes all of the file that can be read into a new one, readable by its owner only.
-    void CopyTo(const std::string& path);
+    /// Writes the file into a new one, readable by its owner only: of a damaged one all that can be
+    /// read, into a sound one. Returns what could not be read, as FindDamage does.
+    std::vector<std::string> CopyTo(const std::string& path);
     /// Whose initials the trail names from now on.
     void SetInitials(const std::string& initials);
 
@@ -99,7 +100,8 @@ public:
     /// The same one by one, for long ones; `use` must not use the store.
     void ReadTrail(std::optional<CaseId> id, const std::function<void(const TrailEntry&)>& use);
     std::vector<StoredQuestionnaire> Questionnaires();
-    /// The files of a questionnaire, byte by byte. Damaged when they have another hash now.
+    /// The files of a questionnaire, byte by byte. Damaged when they have another hash now;
+    /// NoQuestionnaire when there are none.
     QuestionnaireFiles FilesOf(const std::string& hash);
     /// Reads everything and tells which cases can't be read; empty for a sound file. Takes its
     /// time.

@@ -21,7 +21,8 @@ public:
         ReadOnly,      ///< the file is open for reading only; see CaseStore::GetNotice
         Vanished,      ///< the file was moved or deleted, or its share has gone
         NoSuchCase,    ///< the case was deleted
-        FileTrouble,   ///< anything else that the system says
+        NoQuestionnaire,  ///< the file has no copy of the case's questionnaire
+        FileTrouble,      ///< anything else that the system says
     };
 
     CaseStoreError(Kind kind, const std::string& path, const std::string& message)

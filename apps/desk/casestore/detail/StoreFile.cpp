@@ -334,10 +334,10 @@ void StoreFile::Erase() {
     m_isErasureDue = false;
 }
 
-void StoreFile::CopyTo(const std::string& path, const std::string& layer) {
+void StoreFile::CopyTo(const std::string& path) {
     makeEmpty(path);
     try {
-        copyPages(*m_database, path, layer);
+        copyPages(*m_database, path, m_layer);
     } catch (...) {
         std::error_code ignored;
         fs::remove(path, ignored);

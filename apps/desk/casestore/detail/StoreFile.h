@@ -33,7 +33,8 @@ public:
     void Sync();
     /// Makes sure that no byte of what was deleted remains.
     void Erase();
-    void CopyTo(const std::string& path, const std::string& layer);
+    /// Page by page, as they are.
+    void CopyTo(const std::string& path);
 
     Database& Connection() { return *m_database; }
     const std::string& GetPath() const { return m_path; }
