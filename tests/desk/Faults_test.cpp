@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 
+#include "apps/desk/session/CaseSession.h"
 #include "tests/desk/FaultLayer.h"
 #include "tests/desk/StoreParts.h"
 #include "tests/support/Dice.h"
@@ -157,6 +158,44 @@ INSTANTIATE_TEST_SUITE_P(All, FileTrouble,
                                          Trouble{"ForeverOnShare", true, true, false},
                                          Trouble{"FullOnShare", true, true, true}),
                          [](const auto& instance) { return instance.param.name; });
+
+TEST(SessionTrouble, LeavesSessionAndFileAlike) {
+    FaultLayer& layer = FaultLayer::Get();
+    layer.Disarm();
+    const TemporaryFolder folder;
+    const std::string path = folder.Path("a.cases");
+    prepare(folder.Path("sound.cases"));
+    bool isOver = false;
+    for (std::uint64_t number = 1; !isOver; ++number) {
+        folder.Write("a.cases", folder.Read("sound.cases"));
+        CaseStore store = CaseStore::Open(path, layerOptions());
+        CaseSession session(store, 1);
+        layer.Arm(number, false, false);
+        const std::vector<std::function<void()>> acts = {
+            [&] { session.SetAnswer(0, 1); }, [&] { session.SetAnswer(0, 2); },
+            [&] { session.SetLabel("new"); }, [&] { session.Undo(); },
+            [&] { session.Undo(); },          [&] { session.SetState(CaseState::Complete); }};
+        for (const auto& act : acts) {
+            try {
+                act();
+            } catch (const CaseStoreError&) {
+                // Not done; the others go on.
+            }
+        }
+        isOver = !layer.HasFailed();
+        layer.Disarm();
+        const CaseSession again(store, 1);
+        ASSERT_EQ(session.GetRespondent().answers, again.GetRespondent().answers) << number;
+        ASSERT_EQ(session.GetRespondent().id, again.GetRespondent().id) << number;
+        ASSERT_EQ(session.GetSummary().state, again.GetSummary().state) << number;
+        ASSERT_EQ(session.GetScores().scales[0].raw, again.GetScores().scales[0].raw);
+        while (session.CanUndo()) session.Undo();
+        ASSERT_EQ(session.GetRespondent().id, "one");
+        ASSERT_FALSE(session.GetRespondent().answers[0]);
+        ASSERT_EQ(store.Summary(1).state, CaseState::Open);
+        ASSERT_TRUE(!isOver || number > 10);
+    }
+}
 
 TEST(PowerFailure, TakesNothingThatWasSynced) {
     for (std::uint64_t seed = 1; seed <= 120; ++seed) {

@@ -68,7 +68,9 @@ inline Entry keyedEntry(std::size_t number) {
 inline void killOnce(const std::string& path, CaseId id, std::uint64_t seed) {
     tessalink::test::Dice dice(seed);
     Child child([&](int pipe) {
-        CaseStore store = CaseStore::Open(path, testOptions());
+        CaseStoreOptions options = testOptions();
+        options.isOnShare = dice.OneIn(3);
+        CaseStore store = CaseStore::Open(path, options);
         for (std::size_t number = 1;; ++number) {
             const Entry entry = keyedEntry(number);
             store.SetEntry(id, entry.name, entry.value);
@@ -82,7 +84,9 @@ inline void killOnce(const std::string& path, CaseId id, std::uint64_t seed) {
     child.Kill();
     while (child.WaitForByte()) ++told;
 
-    CaseStore store = CaseStore::Open(path, testOptions());
+    CaseStoreOptions options = testOptions();
+    options.isOnShare = dice.OneIn(3);
+    CaseStore store = CaseStore::Open(path, options);
     ASSERT_EQ(store.GetAccess(), CaseStore::Access::Write);
     std::size_t kept = 0;
     for (const TrailEntry& entry : store.Trail(id)) {

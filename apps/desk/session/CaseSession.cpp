@@ -30,6 +30,10 @@ const char* textOf(CaseState state) {
     return state == CaseState::Open ? "open" : "complete";
 }
 
+CaseState stateOf(const std::string& text) {
+    return text == textOf(CaseState::Open) ? CaseState::Open : CaseState::Complete;
+}
+
 }  // namespace
 
 struct CaseSession::Data {
@@ -47,6 +51,7 @@ struct CaseSession::Data {
     /// Makes a change in the store and here; false when there is none.
     bool Apply(Kind kind, const std::string& id, const std::optional<std::string>& value);
     bool Keep(Kind kind, const std::string& id, const std::optional<std::string>& value);
+    void Refresh();
     std::optional<std::string> ValueOf(Kind kind, const std::string& id) const;
     /// Makes a change that can be undone.
     bool Do(Kind kind, const std::string& id, std::optional<std::string> value);
@@ -99,18 +104,26 @@ std::optional<std::string> CaseSession::Data::ValueOf(Kind kind, const std::stri
 bool CaseSession::Data::Keep(Kind kind, const std::string& id,
                              const std::optional<std::string>& value) {
     if (kind == Kind::Label) return store->SetLabel(summary.id, *value);
-    if (kind == Kind::State) {
-        const bool isOpen = *value == textOf(CaseState::Open);
-        return store->SetState(summary.id, isOpen ? CaseState::Open : CaseState::Complete);
-    }
+    if (kind == Kind::State) return store->SetState(summary.id, stateOf(*value));
     return store->SetEntry(summary.id, {entryKindOf(kind), id}, value);
+}
+
+/// Reads the summary after a change. What was changed is kept, whether it can be read or not.
+void CaseSession::Data::Refresh() {
+    try {
+        summary = store->Summary(summary.id);
+    } catch (const CaseStoreError&) {
+        // Times and counts of the list stay behind until the next change.
+    }
 }
 
 bool CaseSession::Data::Apply(Kind kind, const std::string& id,
                               const std::optional<std::string>& value) {
     const bool isChanged = Keep(kind, id, value);
-    summary = store->Summary(summary.id);
+    if (kind == Kind::Label) summary.label = *value;
+    if (kind == Kind::State) summary.state = stateOf(*value);
     contents.respondent.id = summary.label;
+    Refresh();
     if (kind != Kind::Label && kind != Kind::State) {
         contents.Take(questionnaire, {{entryKindOf(kind), id}, value.value_or("")});
         std::erase_if(contents.unused, [&](const UnusedEntry& entry) {
@@ -240,13 +253,16 @@ void CaseSession::Redo() {
 
 void CaseSession::SetQuestionnaire(const Questionnaire& questionnaire) {
     auto scorer = std::make_unique<Scorer>(questionnaire);
+    auto contents = readContents(*m_data->store, m_data->summary, questionnaire);
     if (!m_data->store->SetQuestionnaire(m_data->summary.id, questionnaire)) return;
     m_data->steps.clear();
     m_data->done = 0;
     m_data->scorer = std::move(scorer);
     m_data->questionnaire = questionnaire;
-    m_data->summary = m_data->store->Summary(m_data->summary.id);
-    m_data->Load();
+    m_data->contents = std::move(contents);
+    m_data->summary.questionnaire = questionnaire.Hash();
+    m_data->Refresh();
+    m_data->Score();
 }
 
 CaseId CaseSession::GetId() const {
