@@ -9,12 +9,6 @@
 
 namespace tessalink::desk {
 
-namespace {
-
-constexpr int cScoreDecimals = 2;
-
-}  // namespace
-
 QString shown(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
@@ -39,8 +33,8 @@ QString momentText(std::int64_t secondsUtc) {
     return QLocale().toString(QDateTime::fromSecsSinceEpoch(secondsUtc), QLocale::ShortFormat);
 }
 
-QString numberText(double number) {
-    const double scale = std::pow(10.0, cScoreDecimals);
+QString numberText(double number, int decimals) {
+    const double scale = std::pow(10.0, decimals);
     const double rounded = std::round(number * scale) / scale;
     return QLocale().toString(rounded, 'g', QLocale::FloatingPointShortest);
 }

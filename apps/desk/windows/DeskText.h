@@ -21,8 +21,9 @@ CString windowText(const QString& text);
 
 /// A moment in the user's time zone and format, short.
 QString momentText(std::int64_t secondsUtc);
-/// A score: at most two decimals, in the user's locale.
-QString numberText(double number);
+/// A score: at most so many decimals, in the user's locale.
+inline constexpr int cScoreDecimals = 2;
+QString numberText(double number, int decimals = cScoreDecimals);
 /// What an exception says.
 QString messageOf(const std::exception& error);
 

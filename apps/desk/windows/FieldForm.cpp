@@ -25,6 +25,7 @@ constexpr int cTextWidth = 28;
 constexpr int cNumberWidth = 8;
 constexpr int cDateWidth = 12;
 constexpr int cMostNumberChars = 24;
+constexpr int cOneLine = 0;  ///< as edit boxes take it
 /// Choices whose labels are longer together stand below one another.
 constexpr std::size_t cLineOfLabels = 36;
 constexpr int cLongestLabel = 24;
@@ -93,8 +94,8 @@ void FieldForm::Build(const Questionnaire& questionnaire) {
     m_labelWidth = static_cast<int>(longest) * fontMetrics().averageCharWidth() * 5 / 4 + cMargin;
     auto* const label = new TextDataEntryItem(nullptr, windowText(idLabel).GetString());
     label->SetRequired(true);
-    add(label,
-        new TextDataEntryUI(m_labelWidth, static_cast<int>(cMaxRespondentId), 1, cTextWidth));
+    add(label, new TextDataEntryUI(m_labelWidth, static_cast<int>(cMaxRespondentId), cOneLine,
+                                   cTextWidth));
     const std::set<std::size_t> needed = neededFields(model());
     for (std::size_t i = 0; i < model().fields.size(); ++i) {
         add_field(model().fields[i])->SetRequired(needed.contains(i));
@@ -128,12 +129,12 @@ DataEntryItem* FieldForm::add_field(const Field& field) {
     auto* const item = new TextDataEntryItem(nullptr, label.GetString());
     const bool isDigits = field.type == Field::Type::Integer && field.lowest >= 0;
     if (isDigits) {
-        add(item, new DigitsUI(m_labelWidth, cMostNumberChars, 1, cNumberWidth));
+        add(item, new DigitsUI(m_labelWidth, cMostNumberChars, cOneLine, cNumberWidth));
     } else if (field.type == Field::Type::Text) {
-        add(item,
-            new TextDataEntryUI(m_labelWidth, static_cast<int>(field.maxLength), 1, cTextWidth));
+        add(item, new TextDataEntryUI(m_labelWidth, static_cast<int>(field.maxLength), cOneLine,
+                                      cTextWidth));
     } else {
-        add(item, new TextDataEntryUI(m_labelWidth, cMostNumberChars, 1, cDateWidth));
+        add(item, new TextDataEntryUI(m_labelWidth, cMostNumberChars, cOneLine, cDateWidth));
     }
     return item;
 }

@@ -84,6 +84,7 @@ void add(CaseStore& store, const QString& folder, const std::array<Person, COUNT
     const Questionnaire questionnaire =
         Questionnaire::Read(CString(std::string_view(utf8Of(folder))));
     std::vector<NewCase> cases;
+    cases.reserve(COUNT);
     for (const Person& person : persons) {
         cases.push_back(caseOf(questionnaire, person, cases.size() + 1));
     }

@@ -5,8 +5,11 @@
 #include <QLocale>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "apps/desk/windows/DeskText.h"
+#include "questionnaire/ScoreTable.h"
 
 namespace tessalink::desk {
 
@@ -22,15 +25,26 @@ QString optionalNumber(const std::optional<double>& number) {
     return number ? numberText(*number) : QString();
 }
 
-/// "57 (50-64)".
+/// "57 (50-64)"; the interval of a whole score in whole numbers.
 QString standardText(const StandardResult& result) {
     if (!result.score) return {};
     QString text = numberText(*result.score);
     if (result.confidence) {
-        text += " (" + numberText(result.confidence->low) + cDash +
-                numberText(result.confidence->high) + ")";
+        const int decimals = *result.score == std::round(*result.score) ? 0 : cScoreDecimals;
+        text += " (" + numberText(result.confidence->low, decimals) + cDash +
+                numberText(result.confidence->high, decimals) + ")";
     }
     return text;
+}
+
+/// Whether there are confidence intervals of a standard score.
+bool hasInterval(const QuestionnaireModel& model, const CString& score) {
+    if (!model.norms->confidence) return false;
+    const std::vector<CString> columns = scoreColumns(model);
+    return std::any_of(model.scales.begin(), model.scales.end(), [&](const Scale& scale) {
+        const CString low = scale.id + "_" + score + "_Low";
+        return std::find(columns.begin(), columns.end(), low) != columns.end();
+    });
 }
 
 QString indexTitle(const AnsweringIndex& index) {
@@ -107,9 +121,10 @@ void ScoresView::Build(const QuestionnaireModel& model) {
     QStringList headings = {tr("Scale"), tr("Raw"), tr("Missing")};
     if (model.norms) {
         for (const CString& score : model.norms->scores) {
-            const auto& percent = model.norms->confidence;
-            headings.append(percent ? tr("%1 (%2 %)").arg(shown(score), numberText(*percent))
-                                    : shown(score));
+            headings.append(
+                hasInterval(model, score)
+                    ? tr("%1 (%2 %)").arg(shown(score), numberText(*model.norms->confidence))
+                    : shown(score));
         }
     }
     m_table->setColumnCount(static_cast<int>(headings.size()));

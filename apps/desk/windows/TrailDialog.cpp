@@ -61,6 +61,8 @@ TrailDialog::TrailDialog(CaseStore& store, std::optional<CaseId> id, QWidget* pa
     m_table->setTabKeyNavigation(false);
     m_table->setWordWrap(false);
     m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     const QStringList headings = {tr("Number"),  tr("Case"),     tr("When"),
                                   tr("Account"), tr("Initials"), tr("What"),
                                   tr("Name"),    tr("From"),     tr("To")};
@@ -94,6 +96,9 @@ void TrailDialog::read() {
     std::deque<TrailEntry> last;
     std::size_t all = 0;
     try {
+        for (const StoredQuestionnaire& stored : m_store.Questionnaires()) {
+            m_titles[stored.hash] = shown(stored.title) + ' ' + shown(stored.version);
+        }
         m_store.ReadTrail(chosen(), [&](const TrailEntry& entry) {
             ++all;
             last.push_back(entry);
@@ -115,6 +120,12 @@ void TrailDialog::read() {
                           : tr("%n entries", nullptr, static_cast<int>(all)));
 }
 
+/// A text of the trail; that of a questionnaire instead of its hash.
+QString TrailDialog::titled(const std::string& text) const {
+    const auto title = m_titles.find(text);
+    return title != m_titles.end() ? title->second : shown(text);
+}
+
 void TrailDialog::add(const TrailEntry& entry) {
     const int row = m_table->rowCount();
     m_table->insertRow(row);
@@ -125,9 +136,9 @@ void TrailDialog::add(const TrailEntry& entry) {
                              shown(entry.account),
                              shown(entry.initials),
                              tr(cActs[static_cast<std::size_t>(entry.act)]),
-                             shown(entry.name),
-                             shown(entry.from.value_or("")),
-                             shown(entry.to.value_or(""))};
+                             titled(entry.name),
+                             titled(entry.from.value_or("")),
+                             titled(entry.to.value_or(""))};
     for (int column = 0; column < m_table->columnCount(); ++column) {
         m_table->setItem(row, column, new QTableWidgetItem(cells[column]));
     }

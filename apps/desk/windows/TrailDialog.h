@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <map>
 #include <optional>
+#include <string>
 
 #include "apps/desk/casestore/CaseStore.h"
 
@@ -27,9 +29,11 @@ private:
     void read();
     void add(const TrailEntry& entry);
     void choose_export();
+    QString titled(const std::string& text) const;
 
     CaseStore& m_store;
     std::optional<CaseId> m_case;
+    std::map<std::string, QString> m_titles;  ///< of questionnaires, by their hashes
     QComboBox* m_scope;
     QTableWidget* m_table;
     QLabel* m_remark;

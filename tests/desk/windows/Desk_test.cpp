@@ -1,0 +1,143 @@
+// The desk from start to finish, by real events.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTableWidget>
+
+#include "apps/desk/windows/CaseListModel.h"
+#include "tests/desk/windows/DeskDriver.h"
+
+namespace tessalink::desk::test {
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* cAnswers = "34251434253142534125342514342531425341253425143425";
+
+/// The answers as positions.
+std::vector<Answer> positions(std::string_view digits, std::size_t count) {
+    std::vector<Answer> answers(count);
+    for (std::size_t i = 0; i < digits.size(); ++i) answers[i] = digits[i] - '0';
+    return answers;
+}
+
+/// A new case in a new file, keyed up to the last answer.
+void keyCase(DeskDriver& desk) {
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    desk.InBox([&] { desk.Work("newCase"); },
+               [&](QWidget&) {
+                   desk.Type("P-108");
+                   desk.Press(Qt::Key_Return);
+               });
+    ASSERT_NE(desk.Window().Session(), nullptr);
+    desk.Press(Qt::Key_Return);  // the id stays
+    desk.Type("Lena Vogt");
+    desk.Press(Qt::Key_Return);
+    desk.Type("f34");
+    desk.Press(Qt::Key_Return);
+    desk.Type("2026-03-12");
+    desk.Press(Qt::Key_Return);
+    desk.Work("focusAnswers");
+    desk.Type(cAnswers);
+}
+
+}  // namespace
+
+TEST(Desk, KeysACaseAndFindsItAgain) {
+    DeskDriver desk;
+    keyCase(desk);
+    const Respondent keyed = desk.Session().GetRespondent();
+    EXPECT_EQ(keyed.id, "P-108");
+    EXPECT_EQ(keyed.answers, positions(cAnswers, 50));
+    EXPECT_THAT(keyed.fields, ElementsAre(FieldValue(std::string("Lena Vogt")), FieldValue(1),
+                                          FieldValue(34), FieldValue(Date(2026, 3, 12))));
+    const auto& scores = desk.Find<QTableWidget>("scores");
+    EXPECT_EQ(scores.item(0, 1)->text(), "27");
+    EXPECT_EQ(scores.item(0, 3)->text(), QString("46 (40") + QChar(0x2013) + "52)");
+    EXPECT_EQ(desk.Find<QLabel>("answerCounts").text(), "50 of 50 answered, 0 missing.");
+    desk.Work("toggleState");
+    ASSERT_TRUE(desk.Window().close());
+
+    desk.Start();
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    desk.Work("find");
+    desk.Type("108 five");
+    const auto& table = desk.Find<QTableView>("cases");
+    ASSERT_EQ(table.model()->rowCount(), 1);
+    desk.Press(Qt::Key_Return);
+    EXPECT_EQ(desk.Session().GetRespondent().answers, keyed.answers);
+    EXPECT_EQ(desk.Session().GetRespondent().fields, keyed.fields);
+    EXPECT_EQ(desk.Session().GetSummary().state, CaseState::Complete);
+}
+
+TEST(Desk, TakesEverythingBackAndDoesItAgain) {
+    DeskDriver desk;
+    keyCase(desk);
+    const Respondent keyed = desk.Session().GetRespondent();
+    constexpr int cSteps = 54;
+    for (int step = 0; step < cSteps; ++step) desk.Work("undo");
+    EXPECT_FALSE(desk.Session().CanUndo());
+    const Respondent& now = desk.Session().GetRespondent();
+    EXPECT_EQ(now.answers, std::vector<Answer>(50));
+    EXPECT_EQ(now.fields, std::vector<FieldValue>(4));
+    EXPECT_EQ(desk.Find<QLabel>("answerCounts").text(), "0 of 50 answered, 50 missing.");
+    for (int step = 0; step < cSteps; ++step) desk.Work("redo");
+    EXPECT_EQ(now.answers, keyed.answers);
+    EXPECT_EQ(now.fields, keyed.fields);
+    EXPECT_FALSE(desk.Session().CanRedo());
+}
+
+TEST(Desk, ComparesASecondKeying) {
+    DeskDriver desk;
+    keyCase(desk);
+    desk.Work("beginSecondPass");
+    EXPECT_FALSE(desk.Find<QAction>("undo").isEnabled());
+    std::string again = cAnswers;
+    again[4] = '2';
+    desk.Type(QString::fromStdString(again.substr(0, 5)));
+    desk.Press(Qt::Key_Backspace);
+    desk.Type("2");
+    desk.Type(QString::fromStdString(again.substr(5)));
+    EXPECT_EQ(desk.Find<QLabel>("answerCounts").text(),
+              "Second keying complete: 50 answers, 1 corrected. 50 of 50 answered, 0 missing.");
+    EXPECT_EQ(desk.Session().GetRespondent().answers, positions(again, 50));
+    EXPECT_EQ(desk.Session().GetSecondAnswers(), positions(again, 50));
+    EXPECT_TRUE(desk.Find<QAction>("undo").isEnabled());
+}
+
+TEST(Desk, RefusesWhatAFieldCantHaveAndSaysWhy) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    desk.Press(Qt::Key_Return);  // the first case
+    desk.Work("focusForm");
+    for (int i = 0; i < 3; ++i) desk.Press(Qt::Key_Down);
+    desk.Type("999");
+    desk.Press(Qt::Key_Return);
+    EXPECT_EQ(desk.Find<QLabel>("messageText").text().toStdString(),
+              "Age in years: a whole number from 14 to 120.");
+    EXPECT_EQ(desk.Session().GetRespondent().fields[2], FieldValue(39));
+    EXPECT_FALSE(desk.Session().CanUndo());
+}
+
+TEST(Desk, DeletesOnlyAfterAsking) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    const auto& table = desk.Find<QTableView>("cases");
+    desk.InBox([&] { desk.Work("deleteCases"); }, [&](QWidget&) { desk.Press(Qt::Key_Return); });
+    EXPECT_EQ(table.model()->rowCount(), 12);  // Return is no
+    desk.InBox([&] { desk.Work("deleteCases"); },
+               [&](QWidget& box) {
+                   desk.Press(Qt::Key_D, Qt::AltModifier);
+                   EXPECT_TRUE(QTest::qWaitFor([&] { return !box.isVisible(); }));
+               });
+    EXPECT_EQ(table.model()->rowCount(), 11);
+    EXPECT_EQ(desk.Window().Store()->Summaries().size(), 11U);
+}
+
+}  // namespace tessalink::desk::test
