@@ -127,7 +127,7 @@ void MainWindow::make_case_menu() {
         {"previousCase", QT_TR_NOOP("&Previous case"), QKeySequence("Ctrl+PgUp"), cCase,
          &MainWindow::previous_case},
         {nullptr, nullptr, {}, 0, nullptr},
-        {"toggleState", QT_TR_NOOP("The case is &complete"), QKeySequence("Ctrl+E"),
+        {"toggleState", QT_TR_NOOP("The case is &complete"), QKeySequence("Ctrl+D"),
          cCase | cWriting, &MainWindow::toggle_state},
         {"chooseVersion",
          QT_TR_NOOP("Score by another &version..."),
