@@ -10,8 +10,8 @@
 
 #include "apps/desk/casestore/CaseStore.h"
 #include "apps/desk/session/CaseSession.h"
-#include "fuzz/detail/require.h"
 #include "fuzz/detail/SmallQuestionnaire.h"
+#include "fuzz/detail/require.h"
 
 namespace {
 

@@ -50,20 +50,23 @@ private:
         try_to("the list of questionnaires", [&] {
             for (const auto& stored : m_from.Questionnaires()) known[stored.hash] = stored;
         });
-        for (const auto& [hash, stored] : known) {
-            Query(m_to, "INSERT INTO questionnaires (hash, id, title, version) VALUES (?, ?, ?, ?)",
-                  hash, stored.id, stored.title, stored.version)
+        for (const auto& one : known) copy_questionnaire(one.second);
+    }
+
+    void copy_questionnaire(const StoredQuestionnaire& stored) {
+        Query(m_to, "INSERT INTO questionnaires (hash, id, title, version) VALUES (?, ?, ?, ?)",
+              stored.hash, stored.id, stored.title, stored.version)
+            .Run();
+        const std::int64_t number = m_to.LastRow();
+        m_numbers[stored.hash] = number;
+        QuestionnaireFiles files;
+        try_to("the questionnaire " + stored.title, [&] { files = m_from.FilesOf(stored.hash); });
+        for (const auto& [name, bytes] : files) {
+            Query(m_to,
+                  "INSERT INTO questionnaire_files (questionnaire, name, bytes) "
+                  "VALUES (?, ?, CAST(? AS BLOB))",
+                  number, name, bytes)
                 .Run();
-            m_numbers[hash] = m_to.LastRow();
-            QuestionnaireFiles files;
-            try_to("the questionnaire " + stored.title, [&] { files = m_from.FilesOf(hash); });
-            for (const auto& [name, bytes] : files) {
-                Query(m_to,
-                      "INSERT INTO questionnaire_files (questionnaire, name, bytes) "
-                      "VALUES (?, ?, CAST(? AS BLOB))",
-                      m_numbers[hash], name, bytes)
-                    .Run();
-            }
         }
     }
 
