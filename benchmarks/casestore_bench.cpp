@@ -1,62 +1,17 @@
 // A file of 100,000 cases: to open it, list it, search in it, key into it and delete from it.
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
 #include <map>
 #include <string>
 
 #include "apps/desk/session/CaseFilter.h"
 #include "apps/desk/session/CaseSession.h"
+#include "benchmarks/LargeCaseFile.h"
 
 namespace {
 
 using namespace tessalink;
 using namespace tessalink::desk;
-
-constexpr int cCases = 100'000;
-constexpr int cAnswers = 50;
-
-const Questionnaire& bigFive() {
-    static const Questionnaire questionnaire =
-        Questionnaire::Read(TESSALINK_SOURCE_DIR "/instruments/bigfive");
-    return questionnaire;
-}
-
-/// The file, made once for all and removed at the end.
-class LargeFile {
-public:
-    LargeFile() : m_folder(std::filesystem::temp_directory_path() / "tessalink-cases-bench") {
-        std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directory(m_folder);
-        CaseStore store = CaseStore::Create(Path(), {});
-        std::vector<NewCase> cases;
-        for (int i = 0; i < cCases; ++i) {
-            NewCase added{"Patient " + std::to_string(i * 7919 % cCases)};
-            const QuestionnaireModel& model = bigFive().Model();
-            for (int item = 0; item < cAnswers; ++item) {
-                added.entries.push_back(
-                    {{EntryKind::Answer,
-                      model.items[static_cast<std::size_t>(item)].id.GetString()},
-                     std::to_string(1 + (i + item) % 5)});
-            }
-            cases.push_back(std::move(added));
-        }
-        store.AddCases(bigFive(), cases);
-    }
-    ~LargeFile() { std::filesystem::remove_all(m_folder); }
-    LargeFile(const LargeFile&) = delete;
-    LargeFile& operator=(const LargeFile&) = delete;
-
-    std::string Path() const { return (m_folder / "a.cases").string(); }
-
-    static LargeFile& Get() {
-        static LargeFile file;
-        return file;
-    }
-
-private:
-    std::filesystem::path m_folder;
-};
 
 CaseIndex indexOf(CaseStore& store) {
     std::map<std::string, std::string> titles;
@@ -67,7 +22,7 @@ CaseIndex indexOf(CaseStore& store) {
 }
 
 void openToFirstList(benchmark::State& state) {
-    const std::string path = LargeFile::Get().Path();
+    const std::string path = LargeCaseFile::Get().Path();
     for (auto _ : state) {
         CaseStore store = CaseStore::Open(path, {});
         CaseIndex index = indexOf(store);
@@ -76,7 +31,7 @@ void openToFirstList(benchmark::State& state) {
 }
 
 void searchAsYouType(benchmark::State& state) {
-    CaseStore store = CaseStore::Open(LargeFile::Get().Path(), {});
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseIndex index = indexOf(store);
     const std::string words = "patient 4711";
     std::size_t typed = 0;
@@ -87,7 +42,7 @@ void searchAsYouType(benchmark::State& state) {
 }
 
 void listAfterAChange(benchmark::State& state) {
-    CaseStore store = CaseStore::Open(LargeFile::Get().Path(), {});
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseIndex index = indexOf(store);
     CaseSummary summary = index.Cases()[4711];
     const CaseOrder order{CaseOrder::Column::Changed, true};
@@ -100,7 +55,7 @@ void listAfterAChange(benchmark::State& state) {
 }
 
 void keyAnAnswer(benchmark::State& state) {
-    CaseStore store = CaseStore::Open(LargeFile::Get().Path(), {});
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseSession session(store, 4711);
     int count = 0;
     for (auto _ : state) {
@@ -111,7 +66,7 @@ void keyAnAnswer(benchmark::State& state) {
 }
 
 void keyAndSync(benchmark::State& state) {
-    CaseStore store = CaseStore::Open(LargeFile::Get().Path(), {});
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseSession session(store, 4712);
     int count = 0;
     for (auto _ : state) {
@@ -121,7 +76,7 @@ void keyAndSync(benchmark::State& state) {
 }
 
 void deleteACase(benchmark::State& state) {
-    CaseStore store = CaseStore::Open(LargeFile::Get().Path(), {});
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseId id = 90'000;
     for (auto _ : state) store.Delete(id++);
 }
