@@ -54,12 +54,11 @@ QAction* DataActions::add(QMenu& menu, Act act, const char* name, const QString&
 void DataActions::update_actions() {
     const bool hasFile = m_window.Store() != nullptr;
     const bool hasCase = m_window.Session() != nullptr;
-    const bool hasCases = hasFile && !m_window.ShownCases().empty();
     const bool mayWrite = hasFile && m_window.Store()->GetAccess() == CaseStore::Access::Write;
     m_actions[ReportOfCase]->setEnabled(hasCase);
-    m_actions[Reports]->setEnabled(hasCases);
+    m_actions[Reports]->setEnabled(hasFile);
     m_actions[ImportTable]->setEnabled(mayWrite);
-    m_actions[Scores]->setEnabled(hasCases);
+    m_actions[Scores]->setEnabled(hasFile);
     m_actions[Case]->setEnabled(hasCase);
     m_actions[Copy]->setEnabled(hasFile);
 }
@@ -76,7 +75,11 @@ std::vector<CaseSummary> DataActions::chosen() const {
 std::optional<std::vector<CaseSummary>> DataActions::chosen_alike() {
     if (!m_window.FinishTyping()) return std::nullopt;
     std::vector<CaseSummary> cases;
-    if (!m_window.Try([&] { cases = chosen(); }) || cases.empty()) return std::nullopt;
+    if (!m_window.Try([&] { cases = chosen(); })) return std::nullopt;
+    if (cases.empty()) {
+        m_window.Say(MessageBar::Kind::Information, tr("There are no cases to choose from."));
+        return std::nullopt;
+    }
     const bool areAlike = std::ranges::all_of(cases, [&](const CaseSummary& summary) {
         return summary.questionnaire == cases.front().questionnaire;
     });
