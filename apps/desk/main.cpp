@@ -1,12 +1,12 @@
 // The desk: keeps cases in a file, keys, scores and shows them.
 //
 //     tessalink-desk [FILE.cases]
+//     tessalink-desk --make-sample FILE.cases
+//     tessalink-desk --pictures FOLDER
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QLibraryInfo>
-#include <QLocale>
+#include <QIcon>
 #include <QSettings>
-#include <QTranslator>
 #include <cstdio>
 #include <cstring>
 
@@ -28,6 +28,7 @@ struct Options {
     QString pictures;
     QString instruments;
     QString language;
+    bool isDark;
 };
 
 Options parse(const QApplication& application) {
@@ -37,6 +38,7 @@ Options parse(const QApplication& application) {
     parser.addVersionOption();
     const QCommandLineOption language("language", "de or en, in place of the system's.",
                                       "LANGUAGE");
+    const QCommandLineOption dark("dark", "Dark colors, in place of the system's.");
     const QCommandLineOption sample("make-sample", "Makes a file of twelve invented cases.",
                                     "FILE");
     const QCommandLineOption pictures("pictures", "Makes a picture of each step of the work.",
@@ -44,13 +46,14 @@ Options parse(const QApplication& application) {
     const QCommandLineOption instruments(
         "instruments", "Where the questionnaires of the sample are.", "FOLDER",
         QApplication::applicationDirPath() + "/../share/tessalink/instruments");
-    parser.addOptions({language, sample, pictures, instruments});
+    parser.addOptions({language, dark, sample, pictures, instruments});
     parser.addPositionalArgument("FILE.cases", "The file to open.", "[FILE.cases]");
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) parser.showHelp(cUsageExit);
-    return {files.value(0), parser.value(sample), parser.value(pictures), parser.value(instruments),
-            parser.value(language)};
+    return {files.value(0),         parser.value(sample),
+            parser.value(pictures), parser.value(instruments),
+            parser.value(language), parser.isSet(dark)};
 }
 
 int run(const Options& options) {
@@ -93,6 +96,7 @@ int main(int argc, char** argv) {
     try {
         const Options options = parse(application);
         useLanguage(options.language);
+        if (options.isDark) useDarkColors();
         return run(options);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tessalink-desk: %s\n", error.what());

@@ -53,8 +53,8 @@ AnswerSheet::AnswerSheet(Keeper keeper, QWidget* parent)
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
-    set_up(m_answers, "answerList");
-    set_up(m_wholes, "numberList");
+    set_up(m_answers, "answerList", tr("Answers"));
+    set_up(m_wholes, "numberList", tr("Answers in numbers"));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     for (QWidget* const widget : QList<QWidget*>{m_text, m_choices}) column->addWidget(widget);
@@ -71,12 +71,13 @@ AnswerSheet::~AnswerSheet() {
     m_numbers.DestroyWindow();
 }
 
-void AnswerSheet::set_up(Part& part, const char* name) {
+void AnswerSheet::set_up(Part& part, const char* name, const QString& title) {
     part.holder = new WindowHolder(
         [this, &part](UINT message, WPARAM, LPARAM record) { return told(part, message, record); },
         this);
     part.holder->setObjectName(QString(name) + "Holder");
     part.list.Create(CRect(), cListId, &part.holder->Host());
+    part.list.SetWindowText(windowText(title).GetString());
     if (QWidget* const widget = widgetOf(part.list)) widget->setObjectName(name);
 }
 

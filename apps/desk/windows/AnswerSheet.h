@@ -78,7 +78,7 @@ private:
     };
 
     const QuestionnaireModel& model() const { return m_questionnaire->Model(); }
-    void set_up(Part& part, const char* name);
+    void set_up(Part& part, const char* name, const QString& title);
     void build_list();
     void build_numbers();
     HostWindow::Answer told(Part& part, UINT message, LPARAM record);

@@ -102,6 +102,7 @@ void FieldForm::Build(const Questionnaire& questionnaire) {
     }
     m_form->TabMoves(true);
     m_form->Create(CRect(0, 0, m_holder->width(), m_holder->height()), cFormId, &m_holder->Host());
+    m_form->SetWindowText(windowText(tr("The person's form")).GetString());
     if (QWidget* const pane = Pane()) pane->setObjectName("fieldFormWindow");
 }
 

@@ -1,0 +1,180 @@
+// What the desk's windows say, in both languages: translations, mnemonics, shortcuts, names for
+// assistive technology, and whether there is room for it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProcess>
+#include <QPushButton>
+#include <QToolButton>
+#include <map>
+#include <set>
+
+#include "apps/desk/windows/DeskLocale.h"
+#include "apps/desk/windows/NewCaseDialog.h"
+#include "apps/desk/windows/TrailDialog.h"
+#include "tests/desk/windows/DeskDriver.h"
+
+namespace tessalink::desk::test {
+
+namespace {
+
+using testing::IsEmpty;
+
+std::string plain(const QString& text) {
+    return text.toStdString();
+}
+
+/// The desk in a language, which is English again afterwards.
+class TextsTest : public testing::TestWithParam<const char*> {
+protected:
+    TextsTest() {
+        useLanguage(GetParam());
+        m_desk.emplace();
+        m_desk->Window().OpenFile(m_desk->Sample());
+    }
+    ~TextsTest() override {
+        m_desk.reset();
+        useLanguage("en");
+    }
+    MainWindow& Window() { return m_desk->Window(); }
+    DeskDriver& Desk() { return *m_desk; }
+
+    /// Runs a check over the list, a case, and the dialogs.
+    void OnEveryPage(const std::function<void(const std::string& page, QWidget& widget)>& check) {
+        QTest::qWait(1);
+        check("list", Window());
+        Window().OpenCase(6);
+        QTest::qWait(1);
+        check("case", Window());
+        NewCaseDialog fresh(*Window().Store(), "", &Window());
+        TrailDialog trail(*Window().Store(), 6, &Window());
+        for (QDialog* const dialog :
+             {static_cast<QDialog*>(&fresh), static_cast<QDialog*>(&trail)}) {
+            dialog->show();
+            QTest::qWait(1);
+            check(plain(dialog->objectName()), *dialog);
+        }
+    }
+
+private:
+    std::optional<DeskDriver> m_desk;
+};
+
+/// The letters behind "&" of a menu, with the texts that have them.
+std::multimap<QChar, std::string> mnemonicsOf(const QList<QAction*>& actions) {
+    std::multimap<QChar, std::string> mnemonics;
+    for (const QAction* const action : actions) {
+        if (action->isSeparator()) continue;
+        const QKeySequence keys = QKeySequence::mnemonic(action->text());
+        const QChar letter = keys.isEmpty() ? QChar(' ') : QChar(keys[0].key());
+        mnemonics.emplace(letter, plain(action->text()));
+    }
+    return mnemonics;
+}
+
+/// A widget that takes keys or clicks, and belongs to no other one.
+bool isControl(const QWidget& widget) {
+    return widget.focusPolicy() != Qt::NoFocus && widget.isVisible() &&
+           !widget.objectName().startsWith("qt_");
+}
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Languages, TextsTest, testing::Values("en", "de"),
+                         [](const auto& language) { return std::string(language.param); });
+
+TEST_P(TextsTest, HaveOneMnemonicForEachActOfAMenu) {
+    const auto check = [](const std::string& menu, const QList<QAction*>& actions) {
+        const auto mnemonics = mnemonicsOf(actions);
+        for (const auto& [letter, text] : mnemonics) {
+            EXPECT_NE(letter, QChar(' ')) << menu << ": " << text;
+            EXPECT_EQ(mnemonics.count(letter), 1U) << menu << ": " << text;
+        }
+    };
+    check("menu bar", Window().menuBar()->actions());
+    for (QMenu* const menu : Window().findChildren<QMenu*>()) {
+        if (menu->objectName().endsWith("Menu") && menu->objectName() != "recentMenu") {
+            check(plain(menu->objectName()), menu->actions());
+        }
+    }
+}
+
+TEST_P(TextsTest, HaveOneShortcutForEachAct) {
+    std::map<std::string, std::string> owners;
+    for (const QAction* const action : Window().findChildren<QAction*>()) {
+        if (action->shortcut().isEmpty()) continue;
+        const std::string keys = plain(action->shortcut().toString());
+        const auto [owner, isFirst] = owners.emplace(keys, plain(action->text()));
+        EXPECT_TRUE(isFirst) << keys << ": " << owner->second << " and " << plain(action->text());
+    }
+    EXPECT_GT(owners.size(), 12U);
+}
+
+TEST_P(TextsTest, NameEveryControl) {
+    std::set<std::string> seen;
+    OnEveryPage([&](const std::string& page, QWidget& top) {
+        for (QWidget* const widget : top.findChildren<QWidget*>()) {
+            if (!isControl(*widget)) continue;
+            QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(widget);
+            ASSERT_NE(accessible, nullptr);
+            const std::string what =
+                page + ": " + widget->metaObject()->className() + " " + plain(widget->objectName());
+            seen.insert(what);
+            EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << what;
+            EXPECT_NE(accessible->role(), QAccessible::NoRole) << what;
+        }
+    });
+    EXPECT_GT(seen.size(), 12U);
+}
+
+TEST_P(TextsTest, HaveRoom) {
+    OnEveryPage([](const std::string& page, QWidget& top) {
+        for (QWidget* const widget : top.findChildren<QWidget*>()) {
+            if (!widget->isVisible()) continue;
+            const auto* const label = qobject_cast<QLabel*>(widget);
+            const bool isText = label != nullptr ? !label->wordWrap() && !label->text().isEmpty()
+                                                 : qobject_cast<QPushButton*>(widget) != nullptr ||
+                                                       qobject_cast<QComboBox*>(widget) != nullptr;
+            const std::string what =
+                page + ": " + widget->metaObject()->className() + " " + plain(widget->objectName());
+            if (isText) {
+                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << what;
+                EXPECT_GE(widget->height(), widget->sizeHint().height()) << what;
+            } else if (label != nullptr && label->wordWrap()) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << what;
+            }
+        }
+    });
+}
+
+TEST(Translations, AreCompleteAndUpToDate) {
+    const TemporaryFolder folder;
+    const QString source = TESSALINK_SOURCE_DIR;
+    for (const QString language : {"de", "en"}) {
+        const QString copy = QString::fromStdString(folder.Path("texts.ts"));
+        QFile::remove(copy);
+        QFile::copy(source + "/apps/desk/translations/desk_" + language + ".ts", copy);
+        QStringList arguments = {"-I",  source, "-locations", "none", source + "/apps/desk/windows",
+                                 "-ts", copy};
+        if (language == "en") arguments.prepend("-pluralonly");
+        QProcess lupdate;
+        lupdate.start(TESSALINK_LUPDATE, arguments);
+        ASSERT_TRUE(lupdate.waitForFinished());
+        ASSERT_EQ(lupdate.exitCode(), 0);
+        const std::string texts = folder.Read("texts.ts");
+        EXPECT_GT(texts.size(), 1000U);
+        for (const char* const fault : {"type=\"unfinished\"", "type=\"vanished\""}) {
+            const auto found = texts.find(fault);
+            EXPECT_EQ(found, std::string::npos)
+                << plain(language) << ": " << texts.substr(found < 300 ? 0 : found - 300, 400);
+        }
+    }
+}
+
+}  // namespace tessalink::desk::test
