@@ -316,6 +316,10 @@
             <translation>&amp;Kopie der Datei speichern...</translation>
         </message>
         <message>
+            <source>There are no cases to choose from.</source>
+            <translation>Es gibt keine Fälle zur Auswahl.</translation>
+        </message>
+        <message>
             <source>The cases have several questionnaires: choose one in the list first.</source>
             <translation>Die Fälle haben verschiedene Fragebögen: Wählen Sie zuerst einen in der Liste.</translation>
         </message>

@@ -20,7 +20,7 @@ namespace tessalink::desk {
 namespace {
 
 // In average characters, in the order of the columns.
-constexpr std::array<int, CaseListModel::cColumns> cWidths = {28, 34, 14, 24, 24, 12};
+constexpr std::array<int, CaseListModel::cColumns> cWidths = {28, 34, 20, 26, 26, 14};
 
 /// The title with the version, so that versions can be told apart.
 std::string titleOf(const StoredQuestionnaire& stored) {

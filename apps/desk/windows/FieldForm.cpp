@@ -161,7 +161,13 @@ bool FieldForm::keep(int index) {
         refuse(fieldRule(field));
         return false;
     }
-    return m_keeper.field(number, *value);
+    if (!m_keeper.field(number, *value)) return false;
+    // As it will be read again: a date in the order of the locale, for instance.
+    if (field.type != Field::Type::Choice && item.IsNull() == 0) {
+        static_cast<TextDataEntryItem&>(item).SetValue(
+            windowText(fieldShown(field, *value)).GetString());
+    }
+    return true;
 }
 
 bool FieldForm::keep_label(const QString& text) {

@@ -123,6 +123,15 @@ TEST(Desk, RefusesWhatAFieldCantHaveAndSaysWhy) {
               "Age in years: a whole number from 14 to 120.");
     EXPECT_EQ(desk.Session().GetRespondent().fields[2], FieldValue(39));
     EXPECT_FALSE(desk.Session().CanUndo());
+    for (const char* const date : {"12/3/2026", "2026-12-03"}) {
+        desk.Work("focusForm");
+        desk.Press(Qt::Key_Down);
+        desk.Type(date);
+        desk.Press(Qt::Key_Return);
+        EXPECT_EQ(desk.Session().GetRespondent().fields[3], FieldValue(Date(2026, 12, 3)));
+        EXPECT_EQ(qobject_cast<QLineEdit&>(*desk.Focus()).text().toStdString(), "12/03/2026");
+        desk.Work("undo");
+    }
 }
 
 TEST(Desk, DeletesOnlyAfterAsking) {

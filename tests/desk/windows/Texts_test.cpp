@@ -6,11 +6,13 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
+#include <QTableView>
 #include <QToolButton>
 #include <map>
 #include <set>
@@ -84,6 +86,20 @@ bool isControl(const QWidget& widget) {
            !widget.objectName().startsWith("qt_");
 }
 
+/// No cell of a table is cut, nor the heading of a column.
+void tableHasRoom(const std::string& page, QTableView& table) {
+    class Hints : public QTableView {
+    public:
+        using QTableView::sizeHintForColumn;
+    };
+    for (int column = 0; column < table.model()->columnCount(); ++column) {
+        const int needed = std::max((table.*&Hints::sizeHintForColumn)(column),
+                                    table.horizontalHeader()->sectionSizeHint(column));
+        EXPECT_GE(table.columnWidth(column), needed)
+            << page << ": " << plain(table.objectName()) << " " << column;
+    }
+}
+
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Languages, TextsTest, testing::Values("en", "de"),
@@ -137,6 +153,7 @@ TEST_P(TextsTest, HaveRoom) {
     OnEveryPage([](const std::string& page, QWidget& top) {
         for (QWidget* const widget : top.findChildren<QWidget*>()) {
             if (!widget->isVisible()) continue;
+            if (auto* const table = qobject_cast<QTableView*>(widget)) tableHasRoom(page, *table);
             const auto* const label = qobject_cast<QLabel*>(widget);
             const bool isText = label != nullptr ? !label->wordWrap() && !label->text().isEmpty()
                                                  : qobject_cast<QPushButton*>(widget) != nullptr ||
