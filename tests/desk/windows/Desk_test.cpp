@@ -129,7 +129,7 @@ TEST(Desk, RefusesWhatAFieldCantHaveAndSaysWhy) {
         desk.Type(date);
         desk.Press(Qt::Key_Return);
         EXPECT_EQ(desk.Session().GetRespondent().fields[3], FieldValue(Date(2026, 12, 3)));
-        EXPECT_EQ(qobject_cast<QLineEdit&>(*desk.Focus()).text().toStdString(), "12/03/2026");
+        EXPECT_EQ(dynamic_cast<QLineEdit&>(*desk.Focus()).text().toStdString(), "12/03/2026");
         desk.Work("undo");
     }
 }
