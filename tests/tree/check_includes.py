@@ -19,7 +19,8 @@ SYSTEM_CALLS = "platform/files"
 
 # Programs that include the headers of a library's package; the library's own tests do, too.
 PACKAGE_USERS = ("benchmarks/comparison/programs/qt_charts.cpp", "benchmarks/toolkit_keys_bench.cpp",
-                 "examples/windows/", "apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/")
+                 "benchmarks/desk_bench.cpp", "examples/windows/",
+                 "apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 STANDARD_HEADER = re.compile(r"[a-z_0-9]+")

@@ -20,7 +20,7 @@ namespace tessalink::desk {
 namespace {
 
 // In average characters, in the order of the columns.
-constexpr std::array<int, CaseListModel::cColumns> cWidths = {28, 34, 20, 26, 26, 14};
+constexpr std::array<int, CaseListModel::cColumns> cWidths = {28, 34, 20, 26, 26, 17};
 
 /// The title with the version, so that versions can be told apart.
 std::string titleOf(const StoredQuestionnaire& stored) {
@@ -149,7 +149,7 @@ void CaseListPage::Remove(CaseId id) {
     m_model->Remove(id);
     count();
     if (row >= 0 && m_model->rowCount() > 0) {
-        m_table->selectRow(std::min(row, m_model->rowCount() - 1));
+        select_row(std::min(row, m_model->rowCount() - 1));
     }
 }
 
@@ -188,13 +188,19 @@ void CaseListPage::count() {
 
 void CaseListPage::keep_selected(const std::vector<CaseId>& selected) {
     const int row = selected.size() == 1 ? m_model->RowOf(selected.front()) : -1;
-    if (m_model->rowCount() > 0) m_table->selectRow(std::max(row, 0));
+    if (m_model->rowCount() > 0) select_row(std::max(row, 0));
+}
+
+/// Whatever keys are held, which the table's own selectRow heeds.
+void CaseListPage::select_row(int row) {
+    m_table->selectionModel()->setCurrentIndex(
+        m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void CaseListPage::Select(CaseId id) {
     const int row = m_model->RowOf(id);
     if (row < 0) return;
-    m_table->selectRow(row);
+    select_row(row);
     m_table->scrollTo(m_model->index(row, 0));
 }
 

@@ -52,6 +52,7 @@ private:
     void filter();
     void count();
     void keep_selected(const std::vector<CaseId>& selected);
+    void select_row(int row);
     void open_current();
 
     QLineEdit* m_search;

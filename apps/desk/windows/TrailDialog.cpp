@@ -110,7 +110,7 @@ void TrailDialog::read() {
     }
     for (const TrailEntry& entry : last) add(entry);
     m_table->resizeColumnsToContents();
-    if (!last.empty()) m_table->selectRow(static_cast<int>(last.size()) - 1);
+    if (!last.empty()) m_table->setCurrentCell(static_cast<int>(last.size()) - 1, 0);
     m_table->scrollToBottom();
     const QLocale locale;
     m_remark->setText(all > last.size()
