@@ -7,6 +7,7 @@
 #include "apps/desk/session/CaseFilter.h"
 #include "apps/desk/session/CaseSession.h"
 #include "benchmarks/LargeCaseFile.h"
+#include "benchmarks/Latencies.h"
 
 namespace {
 
@@ -65,6 +66,21 @@ void keyAnAnswer(benchmark::State& state) {
     }
 }
 
+/// As somebody keys fast, with pauses in which caches go cold.
+void keyWithPauses(benchmark::State& state) {
+    CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
+    CaseSession session(store, 4713);
+    Latencies latencies("case store");
+    for (auto _ : state) {
+        for (int i = 0; i < Latencies::cPacedKeys; ++i) {
+            latencies.TimePaced([&] {
+                session.SetAnswer(static_cast<std::size_t>(i % cAnswers), 1 + (i / cAnswers) % 5);
+            });
+        }
+    }
+    latencies.Report(state);
+}
+
 void keyAndSync(benchmark::State& state) {
     CaseStore store = CaseStore::Open(LargeCaseFile::Get().Path(), {});
     CaseSession session(store, 4712);
@@ -85,6 +101,7 @@ BENCHMARK(openToFirstList)->Unit(benchmark::kMillisecond);
 BENCHMARK(searchAsYouType)->Unit(benchmark::kMillisecond);
 BENCHMARK(listAfterAChange)->Unit(benchmark::kMillisecond);
 BENCHMARK(keyAnAnswer)->Unit(benchmark::kMicrosecond);
+BENCHMARK(keyWithPauses)->Arg(cCases)->Unit(benchmark::kSecond)->Iterations(1);
 BENCHMARK(keyAndSync)->Unit(benchmark::kMillisecond);
 BENCHMARK(deleteACase)->Unit(benchmark::kMillisecond)->Iterations(10);
 
