@@ -112,6 +112,7 @@ int characteristics(sqlite3_file* file) {
 }
 
 int mapShm(sqlite3_file* file, int page, int size, int isExtended, void volatile** memory) {
+    if (FaultLayer::Get().IsRefused()) return SQLITE_CANTOPEN;
     return attempt(Call::ShmMap, [&] {
         return realOf(file)->pMethods->xShmMap(realOf(file), page, size, isExtended, memory);
     });
@@ -141,6 +142,8 @@ constexpr sqlite3_io_methods cMethods = {
 int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
     LayerFile* const layer = layerOf(file);
     layer->base.pMethods = nullptr;
+    const bool isBeside = (flags & SQLITE_OPEN_MAIN_DB) == 0;
+    if (isBeside && FaultLayer::Get().IsRefused()) return SQLITE_CANTOPEN;
     return attempt(Call::Open, [&] {
         auto* const real = static_cast<sqlite3_file*>(sqlite3_malloc(usual()->szOsFile));
         std::memset(real, 0, static_cast<std::size_t>(usual()->szOsFile));

@@ -36,6 +36,9 @@ public:
     /// fails for calls that write only.
     void Arm(std::uint64_t number, bool isForever, bool isFull);
     void Disarm() { m_failing = 0; }
+    /// As in a folder that can't be written: nothing is made beside a file.
+    void RefuseBeside(bool isRefused) { m_isRefused = isRefused; }
+    bool IsRefused() const { return m_isRefused; }
     bool HasFailed() const { return m_failing > 0 && m_count >= m_failing; }
     std::uint64_t Count() const { return m_count; }
 
@@ -68,6 +71,7 @@ private:
     std::uint64_t m_failing = 0;  ///< 0: none
     bool m_isForever = false;
     bool m_isFull = false;
+    bool m_isRefused = false;
     bool m_isWatching = false;
     std::map<std::string, std::vector<Before>> m_unsynced;
 };

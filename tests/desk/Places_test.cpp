@@ -124,6 +124,26 @@ TEST(Files, AreTheOwnersAloneAndNothingElseIsLeftBehind) {
                 [&] { CaseStore::Open(folder.Path("b.cases"), testOptions()); });
 }
 
+TEST(Files, AreReadWhereNothingCanBeWritten) {
+    FaultLayer& layer = FaultLayer::Get();
+    layer.Disarm();
+    const TemporaryFolder folder;
+    const std::string path = folder.Path("a # b?%41.cases");
+    CaseStore::Create(path, testOptions()).AddCase(smallQuestionnaire(), "P1");
+    CaseStoreOptions options = testOptions();
+    options.layer = FaultLayer::cName;
+    options.mayWrite = false;
+    layer.RefuseBeside(true);
+    {
+        CaseStore store = CaseStore::Open(path, options);
+        EXPECT_EQ(store.Summary(1).label, "P1");
+        EXPECT_TRUE(store.FindDamage().empty());
+        EXPECT_EQ(store.GetNotice().reason, CaseStore::Reason::Asked);
+    }
+    layer.RefuseBeside(false);
+    EXPECT_EQ(folder.Names().size(), 1U);
+}
+
 TEST(Files, ThatGoAwayTakeNothingThatWasKept) {
     const TemporaryFolder folder;
     const std::string path = folder.Path("a.cases");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <new>
 
@@ -46,6 +47,11 @@ constexpr std::array<Meaning, 10> cMeanings = {{
      "again"},
     {SQLITE_PERM, Kind::ReadOnly, "the file may not be used. Ask for the right to write it"},
 }};
+
+/// Whether a call failed for want of room: memory shared with others is room on the disk, too.
+bool isForRoom(int code, int systemError) {
+    return code == SQLITE_IOERR_SHMSIZE || systemError == ENOSPC || systemError == EDQUOT;
+}
 
 bool isGone(const std::string& path) {
     std::error_code error;
@@ -128,7 +134,10 @@ void Database::Run(const char* sql) {
 }
 
 void Database::Fail(int code) const {
-    const int primary = code & cPrimaryMask;
+    int primary = code & cPrimaryMask;
+    if (primary == SQLITE_IOERR && isForRoom(code, sqlite3_system_errno(Handle()))) {
+        primary = SQLITE_FULL;
+    }
     if (primary == SQLITE_NOMEM) throw std::bad_alloc();
     if (isGone(m_path) || code == SQLITE_READONLY_DBMOVED) {
         throw CaseStoreError(Kind::Vanished, m_path,

@@ -38,8 +38,9 @@ constexpr std::array<ReasonText, 5> cReasons = {{
      "Another desk is writing in this file, so it is open for reading. Its changes are seen when "
      "the list is read again. To write, close the other desk and open the file again."},
     {Reason::NotWritable,
-     "The file or its folder can't be written, so it is open for reading. To write, change its "
-     "permissions, or copy it to a folder of your own and open the copy."},
+     "The file can't be written, so it is open for reading: its disk is full or read-only, or it "
+     "belongs to somebody else. To write, make room or change its permissions and open it again, "
+     "or copy it to a folder of your own."},
     {Reason::Damaged,
      "The file is damaged and open for reading only. What can be read is shown. Copy it into a new "
      "file and go on with that, or take your latest backup."},
@@ -170,7 +171,7 @@ void StoreFile::open() {
             open_to_write();
         } catch (const CaseStoreError& error) {
             m_database.reset();
-            if (error.GetKind() == Kind::ReadOnly) {
+            if (error.GetKind() == Kind::ReadOnly || error.GetKind() == Kind::DiskFull) {
                 refuse_writing(Reason::NotWritable);
             } else if (isDamage(error)) {
                 refuse_writing(Reason::Damaged);
@@ -225,8 +226,8 @@ void StoreFile::open_to_read() {
     try {
         connect(Database::Mode::ReadOnly);
     } catch (const CaseStoreError& error) {
-        const bool isPlace =
-            error.GetKind() == Kind::FileTrouble || error.GetKind() == Kind::ReadOnly;
+        const bool isPlace = error.GetKind() == Kind::FileTrouble ||
+                             error.GetKind() == Kind::ReadOnly || error.GetKind() == Kind::DiskFull;
         if (!isPlace || !isLogEmpty(m_path)) throw;
         connect(Database::Mode::Immutable);
     }
