@@ -228,6 +228,26 @@ TEST(CaseSession, SaysWhyThereAreNoNormsAndRefusesWhatCantBe) {
     EXPECT_EQ(session.UndoStep().name, "Tested");
 }
 
+TEST(CaseStore, AddsManyCasesOrNone) {
+    const TemporaryFolder folder;
+    CaseStore store = CaseStore::Create(folder.Path("a.cases"), testOptions());
+    const EntryName first{EntryKind::Answer, "Q1"};
+    const std::vector<NewCase> cases = {
+        {"P1", {{first, "0"}, {first, "1"}, {{EntryKind::Answer, "Q2"}, ""}}, CaseState::Complete},
+        {"P2"}};
+    const auto ids = store.AddCases(smallQuestionnaire(), cases);
+    ASSERT_EQ(ids, (std::vector<CaseId>{1, 2}));
+    EXPECT_EQ(store.Entries(1), (std::vector<Entry>{{first, "1"}}));
+    EXPECT_EQ(store.Summary(1).answered, 1);
+    EXPECT_EQ(store.Summary(1).state, CaseState::Complete);
+    EXPECT_EQ(store.Trail().size(), 2U);
+    // The number of a deleted case is never given again.
+    store.Delete(2);
+    EXPECT_EQ(store.AddCase(smallQuestionnaire(), "P3"), 3);
+    EXPECT_THROW(store.SetLabel(2, "x"), CaseStoreError);
+    EXPECT_THROW(store.SetEntry(2, first, "1"), CaseStoreError);
+}
+
 TEST(CaseSession, KeepsWhatAnotherVersionHasNoPlaceFor) {
     const TemporaryFolder folder;
     CaseStore store = CaseStore::Create(folder.Path("a.cases"), testOptions());

@@ -49,7 +49,8 @@ struct CaseSummary {
     bool operator==(const CaseSummary&) const = default;
 };
 
-/// A case to be added.
+/// A case to be added. Of entries with one name the last one counts; those without value are
+/// passed over.
 struct NewCase {
     std::string label;
     std::vector<Entry> entries = {};

@@ -224,17 +224,22 @@ std::int64_t CaseStore::Data::Keep(const Questionnaire& questionnaire) {
 
 CaseId CaseStore::Data::Add(const NewCase& added, std::int64_t questionnaire,
                             const std::string& hash, TrailAct act) {
-    const auto answered =
-        std::count_if(added.entries.begin(), added.entries.end(),
-                      [](const Entry& entry) { return entry.name.kind == EntryKind::Answer; });
     Query(Db(),
           "INSERT INTO cases (label, questionnaire, state, created, changed, answered) "
-          "VALUES (?, ?, ?, ?, ?, ?)",
-          added.label, questionnaire, wordOf(added.state), now, now,
-          static_cast<std::int64_t>(answered))
+          "VALUES (?, ?, ?, ?, ?, 0)",
+          added.label, questionnaire, wordOf(added.state), now, now)
         .Run();
     const CaseId id = Db().LastRow();
-    for (const Entry& entry : added.entries) Put(id, entry.name, entry.value);
+    for (const Entry& entry : added.entries) {
+        if (!entry.value.empty()) Put(id, entry.name, entry.value);
+    }
+    if (!added.entries.empty()) {
+        Query(Db(),
+              "UPDATE cases SET answered = (SELECT count(*) FROM entries "
+              "WHERE case_number = number AND kind = 'answer') WHERE number = ?",
+              id)
+            .Run();
+    }
     Tell(id, act, hash, std::nullopt, added.label);
     return id;
 }
