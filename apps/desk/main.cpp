@@ -29,6 +29,7 @@ struct Options {
     QString instruments;
     QString language;
     bool isDark;
+    bool endsAtOnce;  ///< when the window is painted
 };
 
 Options parse(const QApplication& application) {
@@ -46,14 +47,17 @@ Options parse(const QApplication& application) {
     const QCommandLineOption instruments(
         "instruments", "Where the questionnaires of the sample are.", "FOLDER",
         QApplication::applicationDirPath() + "/../share/tessalink/instruments");
-    parser.addOptions({language, dark, sample, pictures, instruments});
+    const QCommandLineOption first("first-window",
+                                   "Ends when the window is painted: for measuring.");
+    parser.addOptions({language, dark, sample, pictures, instruments, first});
     parser.addPositionalArgument("FILE.cases", "The file to open.", "[FILE.cases]");
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) parser.showHelp(cUsageExit);
     return {files.value(0),         parser.value(sample),
             parser.value(pictures), parser.value(instruments),
-            parser.value(language), parser.isSet(dark)};
+            parser.value(language), parser.isSet(dark),
+            parser.isSet(first)};
 }
 
 int run(const Options& options) {
@@ -68,6 +72,10 @@ int run(const Options& options) {
     QSettings settings;
     MainWindow window(settings);
     window.show();
+    if (options.endsAtOnce) {
+        QApplication::processEvents();
+        return 0;
+    }
     if (!options.file.isEmpty()) window.OpenFile(options.file);
     return QApplication::exec();
 }

@@ -630,6 +630,20 @@ def onereport(bench):
     bench.expect("one report against an empty process", own / empty, 3)
 
 
+@row
+def deskstart(bench):
+    """The desk from its start to its painted window, against an empty window of the toolkit."""
+    if not bench.tools.has("desk", "empty_window"):
+        return
+    screen = ["-platform", "offscreen"]
+    series = bench.processes({
+        "empty window": [bench.tools["empty_window"], *screen],
+        "desk": [bench.tools["desk"], "--first-window", *screen]}, bench.rounds * 5)
+    process_table(series, "empty window")
+    bench.expect("the desk against an empty window",
+                 series["desk"].over(series["empty window"]), 3)
+
+
 def run(names, tools, base, quick, rounds):
     """Runs the named rows, each in a folder of its own below `base` that is removed after it;
     gives whether every bound was kept."""

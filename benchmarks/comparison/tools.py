@@ -64,6 +64,13 @@ def installed(libraries):
     return [option for proof, option in libraries.values() if Path(proof).exists()]
 
 
+def toolkit_options():
+    """What compiling and linking with the toolkit needs."""
+    return {kind: subprocess.run(["pkg-config", kind, *QT_MODULES], text=True, check=True,
+                                 stdout=subprocess.PIPE).stdout.split()
+            for kind in ("--cflags", "--libs")}
+
+
 def install_peers():
     proofs = [(package, proof) for package, proof, _, _ in PEERS.values()] + [QT_PEER]
     for libraries in (MD5_LIBRARIES, DRAWING_LIBRARIES):
@@ -135,8 +142,19 @@ class Tools:
         if peer:
             self.paths["libemf_peer"] = self.paths["profiles"]
         self.build_qt_charts([graphs, *map(str, libraries)])
+        self.find_desk()
         self.paths["tessalink"] = next(
             path for path in self.build.rglob("tessalink") if path.is_file())
+
+    def find_desk(self):
+        """The desk, and an empty window beside it, where the desk is built."""
+        desk = next(self.build.rglob("tessalink-desk"), None)
+        if desk is None:
+            print("desk is left out: it needs Qt 6 with Pdf and SQLite")
+            return
+        self.paths["desk"] = desk
+        options = toolkit_options()
+        self.compile("empty_window", ["-fPIC", *options["--cflags"]], options["--libs"])
 
     def build_qt_charts(self, libraries):
         """Builds the program that draws by the toolkit, where both it and the peer are there."""
@@ -144,8 +162,6 @@ class Tools:
         if toolkit is None or not Path(QT_PEER[1]).exists():
             print(f"qt_charts is left out: it needs Qt 6 and package {QT_PEER[0]}")
             return
-        options = {kind: subprocess.run(["pkg-config", kind, *QT_MODULES], text=True, check=True,
-                                        stdout=subprocess.PIPE).stdout.split()
-                   for kind in ("--cflags", "--libs")}
+        options = toolkit_options()
         self.compile("qt_charts", ["-fPIC", *options["--cflags"]],
                      [toolkit, *libraries, "-lQCustomPlotQt6", *options["--libs"]])

@@ -26,7 +26,7 @@ PageMaker::~PageMaker() {
 
 QString PageMaker::FindProgram() {
     for (const char* const name : {"soffice", "libreoffice"}) {
-        const QString path = QStandardPaths::findExecutable(name);
+        QString path = QStandardPaths::findExecutable(name);
         if (!path.isEmpty()) return path;
     }
     return {};
