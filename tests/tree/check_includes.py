@@ -18,9 +18,9 @@ PROGRAMS = [("apps", "examples"), ("tests",), ("fuzz", "benchmarks")]
 SYSTEM_CALLS = "platform/files"
 
 # Programs that include the headers of a library's package; the library's own tests do, too.
-PACKAGE_USERS = ("benchmarks/comparison/programs/qt_charts.cpp", "benchmarks/toolkit_keys_bench.cpp",
-                 "benchmarks/desk_bench.cpp", "examples/windows/",
-                 "apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/")
+PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp",
+                 "benchmarks/toolkit_keys_bench.cpp", "benchmarks/comparison/programs/empty_window.cpp",
+                 "benchmarks/comparison/programs/qt_charts.cpp", "examples/windows/")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 STANDARD_HEADER = re.compile(r"[a-z_0-9]+")
