@@ -319,8 +319,14 @@ void AnswerSheet::show_counts() {
     m_counts->setText(text);
 }
 
+QString AnswerSheet::CurrentNumber() const {
+    const int current = m_numbers.GetCurrItemIdx();
+    const Answer answer = current < 0 ? Answer() : answer_of(m_wholes, m_numbers.GetItem(current));
+    return answer ? QString::number(*answer) : QString();
+}
+
 void AnswerSheet::FocusSheet() {
-    focused_part()->list.SetFocus();
+    (m_answers.items.empty() ? m_wholes : m_answers).list.SetFocus();
 }
 
 bool AnswerSheet::FocusPane(const QWidget* pane) {

@@ -60,6 +60,8 @@ public:
     bool IsSecondPass() const;
 
     void FocusSheet();
+    /// What the current entry among the whole numbers holds.
+    QString CurrentNumber() const;
     /// The lists that there are, and going to one; false when it is none of them.
     QList<QWidget*> Panes() const;
     bool FocusPane(const QWidget* pane);

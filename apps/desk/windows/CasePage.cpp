@@ -135,6 +135,12 @@ bool CasePage::keep(const std::function<bool()>& act) {
     }
 }
 
+bool CasePage::IsTyping(const QString& text) const {
+    const QWidget* const focus = window()->focusWidget();
+    const bool isForm = m_form->isAncestorOf(focus);
+    return text != (isForm ? m_form->CurrentText() : m_sheet->CurrentNumber());
+}
+
 void CasePage::Undo() {
     if (!CanUndo()) return;
     const CaseStep step = m_session->UndoStep();

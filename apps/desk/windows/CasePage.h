@@ -36,6 +36,8 @@ public:
 
     /// Keeps what stands in a box that is being typed into; false when it is refused.
     bool FinishTyping();
+    /// Whether a text in a box that has the focus is not kept yet.
+    bool IsTyping(const QString& text) const;
     void Undo();
     void Redo();
     bool CanUndo() const;

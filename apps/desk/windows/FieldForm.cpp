@@ -241,6 +241,13 @@ void FieldForm::ShowField(std::size_t field) {
     m_form->SetCurrItem(static_cast<int>(field) + 1);
 }
 
+QString FieldForm::CurrentText() const {
+    if (!m_form) return {};
+    const auto* const item =
+        DYNAMIC_DOWNCAST(TextDataEntryItem, m_form->GetItem(m_form->GetCurrItemIdx()));
+    return item != nullptr ? shown(item->GetValue()) : QString();
+}
+
 void FieldForm::FocusForm() {
     if (m_form) m_form->SetFocus();
 }

@@ -36,6 +36,8 @@ public:
     /// Makes a field current.
     void ShowField(std::size_t field);
     void FocusForm();
+    /// What the current field holds; empty for a choice.
+    QString CurrentText() const;
     /// The field that gets the keys.
     QWidget* Pane() const;
     /// Labels of fields whose texts have letters that the form can't show; they can't be changed

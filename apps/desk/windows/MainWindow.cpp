@@ -303,7 +303,7 @@ bool MainWindow::passes_undo(QEvent& event) const {
     if (!isUndo && !key.matches(QKeySequence::Redo)) return false;
     const auto* const box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     return box != nullptr && m_case->isAncestorOf(box) &&
-           !(isUndo ? box->isUndoAvailable() : box->isRedoAvailable());
+           !(isUndo ? m_case->IsTyping(box->text()) : box->isRedoAvailable());
 }
 
 bool MainWindow::eventFilter(QObject* object, QEvent* event) {

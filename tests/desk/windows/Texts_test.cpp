@@ -26,8 +26,6 @@ namespace tessalink::desk::test {
 
 namespace {
 
-using testing::IsEmpty;
-
 std::string plain(const QString& text) {
     return text.toStdString();
 }
