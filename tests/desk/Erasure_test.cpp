@@ -1,5 +1,6 @@
 // What was deleted is in no byte of any file beside one another.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 
@@ -86,6 +87,38 @@ TEST(Erasure, LeavesNoByteOfTheValues) {
             ASSERT_EQ(cases.back().marks.CountIn(allBytes(folder)), 0U);
             cases.pop_back();
         }
+    }
+}
+
+TEST(Erasure, KnowsFilesThatAnotherProgramHasWrittenAnew) {
+    for (const char* const form : {"PRAGMA auto_vacuum = FULL; VACUUM", "VACUUM; ANALYZE"}) {
+        const TemporaryFolder folder;
+        Dice dice(9);
+        Marks kept(dice);
+        Marks deleted(dice);
+        const auto fill = [&](CaseStore& store, Marks& marks) {
+            const CaseId id = store.AddCase(smallQuestionnaire(), marks.Next());
+            for (int i = 0; i < 300; ++i) {
+                store.SetEntry(id, {EntryKind::Field, "F" + std::to_string(dice.Below(150))},
+                               marks.Next());
+            }
+        };
+        {
+            CaseStore store = CaseStore::Create(folder.Path("a.cases"), testOptions());
+            fill(store, kept);
+            fill(store, deleted);
+        }
+        sqlite3* file = nullptr;
+        ASSERT_EQ(sqlite3_open(folder.Path("a.cases").c_str(), &file), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(file, form, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(file);
+        CaseStore store = CaseStore::Open(folder.Path("a.cases"), testOptions());
+        ASSERT_EQ(store.GetAccess(), CaseStore::Access::Write);
+        const auto entries = store.Entries(1);
+        store.Delete(2);
+        EXPECT_EQ(deleted.CountIn(allBytes(folder)), 0U);
+        EXPECT_EQ(store.Entries(1), entries);
+        EXPECT_TRUE(store.FindDamage().empty());
     }
 }
 

@@ -97,6 +97,11 @@ private:
 }  // namespace
 
 void clearFreeSpace(Database& database) {
+    if (database.Number("PRAGMA auto_vacuum") != 0) {
+        // Another program's wish. Such files have pages that look like those of trees and are none,
+        // so the whole is written anew, as files of cases are.
+        database.Run("PRAGMA auto_vacuum = NONE; VACUUM");
+    }
     {
         // Only that nobody else writes meanwhile: readers don't look at what is cleared here.
         Transaction transaction(database);

@@ -332,7 +332,7 @@ void StoreFile::Erase() {
     m_isErasureDue = true;
     if (!empty_log()) return;
     clearFreeSpace(*m_database);
-    m_isErasureDue = false;
+    m_isErasureDue = !empty_log();
 }
 
 void StoreFile::CopyTo(const std::string& path) {
