@@ -25,6 +25,7 @@ namespace tessalink::desk {
 
 namespace {
 
+constexpr QSize cSize(560, 420);
 /// No more rows that were left out are listed one by one.
 constexpr std::size_t cMaxListed = 200;
 
@@ -48,6 +49,7 @@ ImportDialog::ImportDialog(CaseStore& store, const QString& file, QWidget* paren
     setObjectName("importDialog");
     setWindowTitle(tr("Import responses"));
     set_up();
+    resize(cSize);
     for (const StoredQuestionnaire& stored : store.Questionnaires()) {
         m_questionnaires->addItem(shown(stored.title + " " + stored.version),
                                   shown(std::string_view(stored.hash)));

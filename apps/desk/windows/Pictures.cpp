@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPixmap>
@@ -16,6 +18,8 @@
 #include "apps/desk/windows/CaseListPage.h"
 #include "apps/desk/windows/MainWindow.h"
 #include "apps/desk/windows/NewCaseDialog.h"
+#include "apps/desk/windows/PageMaker.h"
+#include "apps/desk/windows/ReportDialog.h"
 #include "apps/desk/windows/SampleFile.h"
 
 namespace tessalink::desk {
@@ -23,6 +27,9 @@ namespace tessalink::desk {
 namespace {
 
 constexpr QSize cWindow(1180, 760);
+/// How long the pages of a report may take, and the drawing of the first ones.
+constexpr int cPagesMilliseconds = 60'000;
+constexpr int cDrawMilliseconds = 1000;
 constexpr const char* cSampleName = "sample.cases";
 
 /// Works the window by events, as an examiner would.
@@ -49,8 +56,12 @@ public:
         key_form();
         key_answers();
         key_twice();
+        show_report();
         look_at("showTrail", "8-trail");
         look_at("deleteCases", "9-delete");
+        m_window.ShowList();
+        m_window.findChild<QComboBox*>("questionnaireFilter")->setCurrentIndex(1);
+        look_at("batchReports", "reports");
         m_window.CloseFile();
     }
 
@@ -129,6 +140,24 @@ private:
         type("34252");
         save("7-second-keying");
         work("endSecondPass");
+    }
+
+    /// The pages of the report, where LibreOffice makes them.
+    void show_report() {
+        work("showReport");
+        auto* const dialog = m_window.findChild<ReportDialog*>("reportDialog");
+        QElapsedTimer clock;
+        clock.start();
+        while (!dialog->Page().HasPages() && !PageMaker::FindProgram().isEmpty() &&
+               clock.elapsed() < cPagesMilliseconds) {
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        // Pages are drawn in the background.
+        clock.start();
+        while (clock.elapsed() < cDrawMilliseconds) QApplication::processEvents();
+        save_widget("report", *dialog);
+        dialog->reject();
+        settle();
     }
 
     QString m_folder;

@@ -60,6 +60,7 @@ void ReportPage::set_up() {
     m_reports->setObjectName("reports");
     m_reports->setAccessibleName(tr("Report"));
     m_elsewhere->setObjectName("openElsewhere");
+    m_elsewhere->setAutoDefault(false);
     m_view->setObjectName("reportPages");
     m_view->setAccessibleName(tr("Pages of the report"));
     m_view->setDocument(m_document);
