@@ -1,5 +1,6 @@
 // Cases whose rows are damaged, from what the trail tells of them.
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 #include "apps/desk/casestore/detail/StoreRows.h"
@@ -9,12 +10,17 @@ namespace tessalink::desk::detail {
 
 namespace {
 
-using Kind = CaseStoreError::Kind;
-
-/// A damaged file may say any number.
-constexpr CaseId cMostCases = 10'000'000;
+/// A damaged file may say any number, but every case that there ever was has left an entry in the
+/// trail, of so many bytes at least.
+constexpr std::int64_t cLeastTrace = 16;
 /// How many cases a notice names.
 constexpr std::size_t cShownCases = 20;
+
+std::int64_t sizeOf(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    return error ? 0 : static_cast<std::int64_t>(size);
+}
 
 std::optional<EntryKind> kindOf(TrailAct act) {
     if (act == TrailAct::Answer) return EntryKind::Answer;
@@ -32,7 +38,8 @@ CaseId StoreRows::last_case() {
           "SELECT max(case_number) FROM entries", "SELECT max(case_number) FROM trail"}) {
         MeetsDamage([&] { last = std::max(last, Db().Number(sql)); });
     }
-    return std::min(last, cMostCases);
+    const std::int64_t bytes = sizeOf(file.GetPath()) + sizeOf(file.GetPath() + "-wal");
+    return std::min(last, bytes / cLeastTrace);
 }
 
 std::vector<CaseSummary> StoreRows::SummariesOneByOne() {
@@ -42,11 +49,7 @@ std::vector<CaseSummary> StoreRows::SummariesOneByOne() {
     const CaseId last = last_case();
     for (CaseId id = 1; id <= last; ++id) {
         const bool isUnread = MeetsDamage([&] {
-            try {
-                summaries.push_back(Known(id));
-            } catch (const CaseStoreError& error) {
-                if (error.GetKind() != Kind::NoSuchCase) throw;
-            }
+            if (auto summary = find_anywhere(id)) summaries.push_back(std::move(*summary));
         });
         if (!isUnread) continue;
         if (count < cShownCases) unread += (count == 0 ? "" : ", ") + std::to_string(id);
@@ -58,12 +61,11 @@ std::vector<CaseSummary> StoreRows::SummariesOneByOne() {
     return summaries;
 }
 
-CaseSummary StoreRows::Known(CaseId id) {
+/// A case from its row or, where that is damaged, from the trail, which knows every case.
+std::optional<CaseSummary> StoreRows::find_anywhere(CaseId id) {
     std::optional<CaseSummary> summary;
-    if (!MeetsDamage([&] { summary = Require(id); })) return *summary;
-    summary = from_trail(id);
-    if (!summary) FailDamaged("case " + std::to_string(id));
-    return *summary;
+    if (MeetsDamage([&] { summary = find(id); })) return from_trail(id);
+    return summary;
 }
 
 /// A case as all that was done to it leaves it; nothing when it was deleted or never there.

@@ -1,6 +1,5 @@
 #include "apps/desk/casestore/detail/Rescue.h"
 
-#include <algorithm>
 #include <map>
 
 #include "apps/desk/casestore/detail/Words.h"
@@ -17,12 +16,8 @@ public:
         const std::vector<CaseSummary> cases = m_from.Summaries();
         Transaction transaction(m_to);
         copy_questionnaires(cases);
-        CaseId last = 0;
-        for (const CaseSummary& summary : cases) {
-            copy_case(summary);
-            last = std::max(last, summary.id);
-        }
-        copy_trail(last);
+        for (const CaseSummary& summary : cases) copy_case(summary);
+        copy_trail(cases);
         transaction.Commit();
         return m_lost;
     }
@@ -88,16 +83,13 @@ private:
     }
 
     /// As a whole as far as that goes, then case by case.
-    void copy_trail(CaseId last) {
+    void copy_trail(const std::vector<CaseSummary>& cases) {
         std::map<std::int64_t, TrailEntry> entries;
-        const auto keep = [&](const TrailEntry& entry) {
-            last = std::max(last, entry.caseId);
-            entries[entry.number] = entry;
-        };
+        const auto keep = [&](const TrailEntry& entry) { entries[entry.number] = entry; };
         if (!try_to("parts of the trail", [&] { m_from.ReadTrail(std::nullopt, keep); })) {
-            for (CaseId id = 1; id <= last; ++id) {
-                try_to("the trail of case " + std::to_string(id),
-                       [&] { m_from.ReadTrail(id, keep); });
+            for (const CaseSummary& summary : cases) {
+                try_to("the trail of case " + std::to_string(summary.id),
+                       [&] { m_from.ReadTrail(summary.id, keep); });
             }
         }
         for (const auto& [number, entry] : entries) {

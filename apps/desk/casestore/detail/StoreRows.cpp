@@ -168,13 +168,25 @@ std::vector<CaseSummary> StoreRows::Summaries() {
     return summaries;
 }
 
-CaseSummary StoreRows::Require(CaseId id) {
+std::optional<CaseSummary> StoreRows::find(CaseId id) {
     static const std::string sql = std::string(cSelectCases) + " WHERE number = ?";
     Query query(Db(), sql.c_str(), id);
-    if (query.Next()) return summary_of(query);
+    return query.Next() ? std::optional(summary_of(query)) : std::nullopt;
+}
+
+CaseSummary StoreRows::required(CaseId id, const std::optional<CaseSummary>& found) const {
+    if (found) return *found;
     throw CaseStoreError(
         Kind::NoSuchCase, file.GetPath(),
         "there is no case " + std::to_string(id) + ": it was deleted. Read the list again");
+}
+
+CaseSummary StoreRows::Require(CaseId id) {
+    return required(id, find(id));
+}
+
+CaseSummary StoreRows::Known(CaseId id) {
+    return required(id, find_anywhere(id));
 }
 
 std::optional<std::string> StoreRows::ValueOf(CaseId id, const EntryName& name) {

@@ -97,6 +97,9 @@ private:
     void commit(Transaction& transaction);
     CaseSummary summary_of(const Query& row);
     const std::string& hash_of(std::int64_t questionnaire);
+    std::optional<CaseSummary> find(CaseId id);
+    std::optional<CaseSummary> find_anywhere(CaseId id);
+    CaseSummary required(CaseId id, const std::optional<CaseSummary>& found) const;
     std::optional<CaseSummary> from_trail(CaseId id);
     CaseId last_case();
 
