@@ -40,6 +40,7 @@ public:
           m_instruments(instruments),
           m_settings(m_work.filePath("desk.ini"), QSettings::IniFormat),
           m_window(m_settings) {
+        m_settings.setValue("initials", "AB");
         m_window.resize(cWindow);
     }
 
