@@ -492,6 +492,10 @@ Trotzdem schließen?</translation>
             <translation>Noch nicht auf dem Datenträger</translation>
         </message>
         <message>
+            <source>Case &gt; Score by another version takes it from a folder.</source>
+            <translation>Fall &gt; Nach anderer Fassung auswerten nimmt ihn aus einem Ordner.</translation>
+        </message>
+        <message>
             <source>&amp;New file of cases...</source>
             <translation>&amp;Neue Falldatei...</translation>
         </message>
@@ -600,6 +604,10 @@ Trotzdem schließen?</translation>
             <translation>&amp;Voriger Teil des Fensters</translation>
         </message>
         <message>
+            <source>&amp;Read the list anew</source>
+            <translation>Liste neu &amp;einlesen</translation>
+        </message>
+        <message>
             <source>&amp;View</source>
             <translation>&amp;Ansicht</translation>
         </message>
@@ -660,6 +668,10 @@ Trotzdem schließen?</translation>
             <translation>Ordner der anderen Fassung</translation>
         </message>
         <message>
+            <source>Choose one case in the list first.</source>
+            <translation>Wählen Sie zuerst einen Fall in der Liste.</translation>
+        </message>
+        <message>
             <source>%1 holds the questionnaire %2, the case is one of %3. Choose a folder of %3.</source>
             <translation>%1 enthält den Fragebogen %2, der Fall gehört zu %3. Wählen Sie einen Ordner von %3.</translation>
         </message>
@@ -698,8 +710,16 @@ Trotzdem schließen?</translation>
     <context>
         <name>tessalink::desk::MessageBar</name>
         <message>
+            <source>Show all...</source>
+            <translation>Alles zeigen...</translation>
+        </message>
+        <message>
             <source>Close the message</source>
             <translation>Meldung schließen</translation>
+        </message>
+        <message>
+            <source>Message</source>
+            <translation>Meldung</translation>
         </message>
     </context>
     <context>

@@ -7,7 +7,6 @@
 #include <limits>
 
 #include "apps/desk/windows/DeskText.h"
-#include "apps/desk/windows/KeyedChoices.h"
 
 namespace tessalink::desk {
 
@@ -30,7 +29,14 @@ std::string rangesOf(const std::vector<std::size_t>& positions) {
 }  // namespace
 
 CString AnswerList::cell_name(int index) const {
-    return m_names[static_cast<std::size_t>(index)];
+    return m_readings[static_cast<std::size_t>(index)].name;
+}
+
+CString AnswerList::cell_reading(int index, int value) const {
+    for (const KeyedChoice& choice : m_readings[static_cast<std::size_t>(index)].choices) {
+        if (choice.code == value) return choice.label;
+    }
+    return {};
 }
 
 AnswerSheet::AnswerSheet(Keeper keeper, QWidget* parent)
@@ -104,10 +110,12 @@ void AnswerSheet::Build(const Questionnaire& questionnaire) {
 
 void AnswerSheet::build_list() {
     std::vector<std::vector<std::size_t>> positions(model().responseSets.size());
-    std::vector<CString> names;
+    std::vector<AnswerList::Reading> readings;
     for (const std::size_t item : m_answers.items) {
-        positions[model().items[item].responses].push_back(names.size());
-        names.push_back(model().items[item].id + ": " + model().items[item].text);
+        const Item& asked = model().items[item];
+        positions[asked.responses].push_back(readings.size());
+        readings.push_back(
+            {asked.id + ": " + asked.text, keyedChoices(model().responseSets[asked.responses])});
     }
     std::string definition;
     for (std::size_t set = 0; set < positions.size(); ++set) {
@@ -116,7 +124,7 @@ void AnswerSheet::build_list() {
         definition +=
             definitionOf(keyedChoices(model().responseSets[set])) + ":" + rangesOf(positions[set]);
     }
-    m_list.SetNames(std::move(names));
+    m_list.SetReadings(std::move(readings));
     m_list.SetLegend(static_cast<int>(m_answers.items.size()), definition.c_str(), -1);
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "apps/desk/windows/KeyedChoices.h"
 #include "platform/qt/QtHost.h"
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/Respondent.h"
@@ -21,14 +22,19 @@ class AnswerList final : public ItemListCtl2 {
 public:
     AnswerList() : ItemListCtl2(0, "", -1) {}
 
-    /// What each cell is called.
-    void SetNames(std::vector<CString> names) { m_names = std::move(names); }
+    /// What a cell is called, and what an answer in it reads.
+    struct Reading {
+        CString name;
+        std::vector<KeyedChoice> choices;
+    };
+    void SetReadings(std::vector<Reading> readings) { m_readings = std::move(readings); }
 
 protected:
     CString cell_name(int index) const override;
+    CString cell_reading(int index, int value) const override;
 
 private:
-    std::vector<CString> m_names;
+    std::vector<Reading> m_readings;
 };
 
 /// The answers of a case, keyed from paper, one key each; whole numbers that have no key stand in a

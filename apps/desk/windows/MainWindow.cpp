@@ -205,10 +205,26 @@ void MainWindow::ReadCases() {
     update_actions();
 }
 
+bool MainWindow::open_session(CaseId id) {
+    try {
+        m_case->Open(*m_store, id);
+        return true;
+    } catch (const CaseStoreError& error) {
+        QString text = messageOf(error);
+        if (error.GetKind() == CaseStoreError::Kind::NoQuestionnaire) {
+            text += '\n' + tr("Case > Score by another version takes it from a folder.");
+        }
+        Say(MessageBar::Kind::Fault, text);
+    } catch (const std::exception& error) {
+        Say(MessageBar::Kind::Fault, messageOf(error));
+    }
+    return false;
+}
+
 bool MainWindow::OpenCase(CaseId id) {
     if (m_store == nullptr || !FinishTyping()) return false;
     m_messages->Clear();
-    const bool isOpen = Try([&] { m_case->Open(*m_store, id); });
+    const bool isOpen = open_session(id);
     if (isOpen) {
         m_list->Select(id);
         m_pages->setCurrentWidget(m_case);

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -43,7 +44,8 @@ public:
     bool OpenCase(CaseId id);
     /// A new case of a questionnaire, which is opened.
     bool AddCase(const Questionnaire& questionnaire, const QString& label);
-    /// Scores the open case by the version of its questionnaire in a folder from now on.
+    /// Scores the open or selected case by the version of its questionnaire in a folder from now on,
+    /// and opens it.
     bool ScoreByFolder(const QString& folder);
     /// Without asking.
     bool DeleteCases(const std::vector<CaseId>& cases);
@@ -109,6 +111,7 @@ private:
     void step_case(int step);
     void toggle_state();
     void choose_version();
+    std::optional<std::string> questionnaire_of(CaseId id);
     void ask_delete();
     void show_trail();
     void find();
@@ -123,6 +126,7 @@ private:
     void move_pane(int step);
     void about();
 
+    bool open_session(CaseId id);
     void make_start_page();
     void take_store(CaseStore store);
     CaseStoreOptions options() const;

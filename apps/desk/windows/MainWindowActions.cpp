@@ -132,7 +132,7 @@ void MainWindow::make_case_menu() {
         {"chooseVersion",
          QT_TR_NOOP("Score by another &version..."),
          {},
-         cCase | cWriting,
+         cSelected | cWriting,
          &MainWindow::choose_version},
         {"showTrail", QT_TR_NOOP("&Trail..."), QKeySequence("Ctrl+T"), cFile,
          &MainWindow::show_trail},
@@ -155,6 +155,9 @@ void MainWindow::make_view_menu() {
          &MainWindow::next_pane},
         {"previousPane", QT_TR_NOOP("&Previous part of the window"), QKeySequence("Shift+F6"),
          cFile, &MainWindow::previous_pane},
+        {nullptr, nullptr, {}, 0, nullptr},
+        {"readCases", QT_TR_NOOP("&Read the list anew"), QKeySequence::Refresh, cList,
+         &MainWindow::ReadCases},
     };
     make_menu("viewMenu", QT_TR_NOOP("&View"), actions);
 }
@@ -365,20 +368,38 @@ void MainWindow::choose_version() {
     if (!folder.isEmpty() && FinishTyping()) ScoreByFolder(folder);
 }
 
+/// Of which questionnaire a case is; nothing when the file doesn't know it any more.
+std::optional<std::string> MainWindow::questionnaire_of(CaseId id) {
+    const std::string hash = m_store->Summary(id).questionnaire;
+    for (const StoredQuestionnaire& stored : m_store->Questionnaires()) {
+        if (stored.hash == hash) return stored.id;
+    }
+    return std::nullopt;
+}
+
 bool MainWindow::ScoreByFolder(const QString& folder) {
+    const std::vector<CaseId> cases = SelectedCases();
+    if (cases.size() != 1) {
+        Say(MessageBar::Kind::Warning, tr("Choose one case in the list first."));
+        return false;
+    }
     try {
         const Questionnaire questionnaire = Questionnaire::Read(pathOf(folder));
-        const CString& own = Session()->GetQuestionnaire().Model().id;
-        if (questionnaire.Model().id != own) {
+        const QString offered = shown(questionnaire.Model().id);
+        const std::optional<std::string> own = questionnaire_of(cases.front());
+        if (own && shown(*own) != offered) {
             Say(MessageBar::Kind::Warning,
                 tr("%1 holds the questionnaire %2, the case is one of %3. Choose a folder of %3.")
-                    .arg(folder, shown(questionnaire.Model().id), shown(own)));
+                    .arg(folder, offered, shown(*own)));
             return false;
         }
-        m_case->SetQuestionnaire(questionnaire);
-        m_list->Update(*m_store, Session()->GetSummary());
-        Say(MessageBar::Kind::Information,
-            tr("From now on the case is scored by this version; the trail says so."));
+        if (Session() != nullptr) {
+            m_case->SetQuestionnaire(questionnaire);
+        } else {
+            m_store->SetQuestionnaire(cases.front(), questionnaire);
+        }
+        m_list->Update(*m_store, m_store->Summary(cases.front()));
+        m_syncTimer.start();
     } catch (const QuestionnaireFaults& faults) {
         Say(MessageBar::Kind::Fault, faultText(faults));
         return false;
@@ -386,6 +407,9 @@ bool MainWindow::ScoreByFolder(const QString& folder) {
         Say(MessageBar::Kind::Fault, messageOf(error));
         return false;
     }
+    if (Session() == nullptr && !OpenCase(cases.front())) return false;
+    Say(MessageBar::Kind::Information,
+        tr("From now on the case is scored by this version; the trail says so."));
     update_actions();
     return true;
 }

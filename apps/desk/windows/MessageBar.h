@@ -3,6 +3,7 @@
 #include <QFrame>
 
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace tessalink::desk {
@@ -20,11 +21,16 @@ public:
     void Say(Kind kind, const QString& text);
     /// Takes the message away.
     void Clear();
-    QString Text() const;
+    /// All of the message; of a long one the line shows the beginning, and a button the rest.
+    QString Text() const { return m_whole; }
 
 private:
+    void show_whole();
+
+    QString m_whole;
     QLabel* m_icon;
     QLabel* m_text;
+    QPushButton* m_more;
     QToolButton* m_close;
 };
 

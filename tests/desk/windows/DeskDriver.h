@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QSettings>
@@ -86,6 +87,15 @@ public:
     QWidget* Focus() {
         QWidget* const focus = QApplication::focusWidget();
         return focus != nullptr ? focus : &*m_window;
+    }
+    /// What assistive technology is told of a list or form in a widget.
+    QAccessibleInterface* Accessible(const char* name) {
+        for (QWidget* const widget : Find<QWidget>(name).findChildren<QWidget*>()) {
+            QAccessibleInterface* const one = QAccessible::queryAccessibleInterface(widget);
+            const auto role = one->role();
+            if (role == QAccessible::List || role == QAccessible::Form) return one;
+        }
+        throw std::runtime_error(std::string("no list or form in ") + name);
     }
     CaseSession& Session() {
         if (m_window->Session() == nullptr) throw std::runtime_error("no case is open");

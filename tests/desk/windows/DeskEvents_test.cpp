@@ -101,14 +101,8 @@ private:
     /// What assistive technology is told of the parts of a window.
     QStringList values(const char* name) {
         QStringList values;
-        QAccessibleInterface* list = nullptr;
-        for (QWidget* const widget : m_desk.Find<QWidget>(name).findChildren<QWidget*>()) {
-            QAccessibleInterface* const one = QAccessible::queryAccessibleInterface(widget);
-            const auto role = one->role();
-            if (role == QAccessible::List || role == QAccessible::Form) list = one;
-        }
-        EXPECT_NE(list, nullptr) << name;
-        for (int i = 0; list != nullptr && i < list->childCount(); ++i) {
+        const QAccessibleInterface* const list = m_desk.Accessible(name);
+        for (int i = 0; i < list->childCount(); ++i) {
             values.append(list->child(i)->text(QAccessible::Value));
         }
         return values;

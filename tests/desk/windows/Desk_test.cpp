@@ -8,8 +8,11 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
+#include <filesystem>
 
 #include "apps/desk/windows/CaseListModel.h"
+#include "apps/desk/windows/DeskText.h"
+#include "tests/desk/StoreParts.h"
 #include "tests/desk/windows/DeskDriver.h"
 
 namespace tessalink::desk::test {
@@ -132,6 +135,81 @@ TEST(Desk, RefusesWhatAFieldCantHaveAndSaysWhy) {
         EXPECT_EQ(dynamic_cast<QLineEdit&>(*desk.Focus()).text().toStdString(), "12/03/2026");
         desk.Work("undo");
     }
+}
+
+TEST(Desk, ReadsWhileAnotherDeskWrites) {
+    DeskDriver desk;
+    CaseStore other = CaseStore::Open(desk.Sample().toStdString(), testOptions());
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    EXPECT_FALSE(desk.Find<QLabel>("messageText").text().isEmpty());
+    EXPECT_FALSE(desk.Find<QAction>("newCase").isEnabled());
+    desk.Press(Qt::Key_Return);
+    const Respondent before = desk.Session().GetRespondent();
+    desk.Work("focusAnswers");
+    desk.Type("11111");
+    desk.Press(Qt::Key_Backspace);
+    desk.Work("focusForm");
+    desk.Press(Qt::Key_Down);
+    desk.Type("Other");
+    desk.Press(Qt::Key_Return);
+    EXPECT_EQ(desk.Session().GetRespondent().answers, before.answers);
+    EXPECT_EQ(desk.Session().GetRespondent().fields, before.fields);
+    desk.Work("showList");
+    other.AddCase(smallQuestionnaire(), "P-300");
+    desk.Work("readCases");
+    EXPECT_EQ(desk.Window().ShownCases().size(), 13U);
+}
+
+TEST(Desk, SaysWhatWasNotKeptAndShowsWhatIs) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    desk.Press(Qt::Key_Return);
+    desk.Work("focusAnswers");
+    const std::vector<Answer> before = desk.Session().GetRespondent().answers;
+    const std::string digit = before[0] == Answer(5) ? "4" : "5";
+    for (const std::string& name : desk.Folder().Names()) {
+        if (name.find(".cases") != std::string::npos) {
+            std::filesystem::remove(desk.Folder().Path(name));
+        }
+    }
+    desk.Type(QString::fromStdString(digit));
+    EXPECT_THAT(desk.Find<QLabel>("messageText").text().toStdString(),
+                testing::StartsWith("This was not kept: "));
+    EXPECT_EQ(desk.Session().GetRespondent().answers, before);
+    const QAccessibleInterface* const list = desk.Accessible("answerListHolder");
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "I1: Am the life of the party.");
+    const auto& choices = desk.Session().GetQuestionnaire().Model().responseSets[0].choices;
+    EXPECT_EQ(list->child(0)->text(QAccessible::Value),
+              shown(choices[static_cast<std::size_t>(*before[0]) - 1].label));
+}
+
+TEST(Desk, GoesOnWithAnotherVersionAndTellsTheTrail) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    const QString folder = desk.Path("changed");
+    std::filesystem::copy(instruments().toStdString() + "/bigfive", folder.toStdString());
+    QFile file(folder + "/questionnaire.json");
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const QByteArray text = file.readAll();
+    file.close();
+    const auto write = [&](const QByteArray& changed) {
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(changed);
+        file.close();
+    };
+    write(QByteArray(text).replace("\"text\"", "\"txt\""));
+    EXPECT_FALSE(desk.Window().ScoreByFolder(folder));
+    EXPECT_GT(desk.Find<MessageBar>("messageBar").Text().count('\n'), 98);  // all of its faults
+    EXPECT_LT(desk.Find<QLabel>("messageText").text().count('\n'), 5);
+    EXPECT_TRUE(desk.Find<QPushButton>("messageMore").isVisible());
+    EXPECT_FALSE(desk.Window().ScoreByFolder(instruments() + "/interpersonal"));
+    write(QByteArray(text).replace("\"version\": \"", "\"version\": \"9."));
+    desk.Press(Qt::Key_Return);
+    const Respondent before = desk.Session().GetRespondent();
+    ASSERT_TRUE(desk.Window().ScoreByFolder(folder));
+    EXPECT_TRUE(desk.Session().GetQuestionnaire().Model().version.View().starts_with("9."));
+    EXPECT_EQ(desk.Session().GetRespondent().answers, before.answers);
+    EXPECT_EQ(desk.Window().Store()->Trail(1).back().act, TrailAct::Questionnaire);
 }
 
 TEST(Desk, DeletesOnlyAfterAsking) {
