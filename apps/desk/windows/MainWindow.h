@@ -44,8 +44,8 @@ public:
     bool OpenCase(CaseId id);
     /// A new case of a questionnaire, which is opened.
     bool AddCase(const Questionnaire& questionnaire, const QString& label);
-    /// Scores the open or selected case by the version of its questionnaire in a folder from now on,
-    /// and opens it.
+    /// Scores the open or selected case by the version of its questionnaire in a folder from now
+    /// on, and opens it.
     bool ScoreByFolder(const QString& folder);
     /// Without asking.
     bool DeleteCases(const std::vector<CaseId>& cases);
