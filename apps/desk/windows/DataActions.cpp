@@ -65,7 +65,8 @@ void DataActions::update_actions() {
 
 std::vector<CaseSummary> DataActions::chosen() const {
     std::vector<CaseId> ids = m_window.SelectedCases();
-    if (ids.empty()) ids = m_window.ShownCases();
+    // One row is always selected, whether it is meant or not.
+    if (m_window.Session() == nullptr && ids.size() < 2) ids = m_window.ShownCases();
     std::vector<CaseSummary> cases;
     cases.reserve(ids.size());
     for (const CaseId id : ids) cases.push_back(m_window.Store()->Summary(id));

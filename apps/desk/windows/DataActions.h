@@ -46,7 +46,8 @@ private:
     void ask_case();
     void ask_copy();
     QString ask_name(const QString& title, const QString& proposed, const QString& filter) const;
-    /// The cases that are selected, or all that the list shows when none is.
+    /// The case that is open; in the list those that are selected, when there are several, and
+    /// otherwise all that it shows.
     std::vector<CaseSummary> chosen() const;
     /// The same, when they have one questionnaire; otherwise says what to do.
     std::optional<std::vector<CaseSummary>> chosen_alike();

@@ -30,7 +30,9 @@ void removeLeftBehind(const QString& parent) {
          dir.entryInfoList({cPrefix + '*'}, QDir::Dirs | QDir::NoSymLinks)) {
         if (!folder.isReadable() || !folder.isWritable()) continue;  // another user's
         const auto lock = lockIn(folder.filePath());
-        if (lock) QDir(folder.filePath()).removeRecursively();
+        if (!lock) continue;
+        lock->unlock();  // no other desk would take a folder that is there
+        QDir(folder.filePath()).removeRecursively();
     }
 }
 
