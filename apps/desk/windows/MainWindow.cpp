@@ -85,6 +85,7 @@ MainWindow::MainWindow(QSettings& settings, QWidget* parent)
     restoreGeometry(m_settings.value("window/geometry").toByteArray());
     restoreState(m_settings.value("window/state").toByteArray());
     m_case->RestoreState(m_settings);
+    m_start->setFocus();
     update_actions();
 }
 
@@ -109,6 +110,7 @@ void MainWindow::make_start_page() {
         column->addWidget(button, 0, Qt::AlignHCenter);
     }
     column->addStretch();
+    m_start->setFocusProxy(open);
     connect(create, &QPushButton::clicked, this, &MainWindow::choose_new_file);
     connect(open, &QPushButton::clicked, this, &MainWindow::choose_file);
 }
@@ -298,6 +300,7 @@ bool MainWindow::FinishTyping() {
 
 void MainWindow::case_changed() {
     m_syncTimer.start();
+    m_messages->ClearWarning();
     update_undo();
     update_title();
     Q_EMIT stateChanged();

@@ -67,6 +67,7 @@ MessageBar::MessageBar(QWidget* parent)
 void MessageBar::Say(Kind kind, const QString& text) {
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(style()->standardIcon(iconOf(kind)).pixmap(side, side));
+    m_kind = kind;
     m_whole = text;
     const QStringList lines = text.split('\n');
     const bool isLong = lines.size() > cMostLines;
@@ -84,6 +85,10 @@ void MessageBar::Clear() {
     m_text->clear();
     m_whole.clear();
     if (hadFocus && parentWidget() != nullptr) parentWidget()->setFocus();
+}
+
+void MessageBar::ClearWarning() {
+    if (m_kind == Kind::Warning) Clear();
 }
 
 void MessageBar::show_whole() {

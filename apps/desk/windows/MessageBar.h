@@ -21,12 +21,15 @@ public:
     void Say(Kind kind, const QString& text);
     /// Takes the message away.
     void Clear();
+    /// The same for a warning, which is over when something was kept.
+    void ClearWarning();
     /// All of the message; of a long one the line shows the beginning, and a button the rest.
     QString Text() const { return m_whole; }
 
 private:
     void show_whole();
 
+    Kind m_kind = Kind::Information;
     QString m_whole;
     QLabel* m_icon;
     QLabel* m_text;

@@ -5,10 +5,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
 #include <filesystem>
+#include <functional>
+#include <set>
 
 #include "apps/desk/windows/CaseListModel.h"
 #include "apps/desk/windows/DeskText.h"
@@ -210,6 +213,55 @@ TEST(Desk, GoesOnWithAnotherVersionAndTellsTheTrail) {
     EXPECT_TRUE(desk.Session().GetQuestionnaire().Model().version.View().starts_with("9."));
     EXPECT_EQ(desk.Session().GetRespondent().answers, before.answers);
     EXPECT_EQ(desk.Window().Store()->Trail(1).back().act, TrailAct::Questionnaire);
+}
+
+TEST(Desk, LeadsToEveryPartByKeys) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    const auto reached = [&](const std::function<void()>& key, int times) {
+        std::set<std::string> parts;
+        for (int i = 0; i < times; ++i) {
+            key();
+            for (const QWidget* widget = desk.Focus(); widget != nullptr;
+                 widget = widget->parentWidget()) {
+                if (!widget->objectName().isEmpty())
+                    parts.insert(widget->objectName().toStdString());
+            }
+        }
+        return parts;
+    };
+    const auto paneKey = [&] { desk.Work("nextPane"); };
+    const auto tab = [&] { desk.Press(Qt::Key_Tab); };
+    EXPECT_THAT(reached(paneKey, 2), testing::IsSupersetOf({"search", "cases"}));
+    EXPECT_THAT(reached(tab, 6),
+                testing::IsSupersetOf({"search", "questionnaireFilter", "stateFilter", "cases"}));
+    ASSERT_TRUE(desk.Window().OpenCase(1));
+    const auto parts =
+        testing::IsSupersetOf({"fieldFormWindow", "answerList", "graphNames", "scores"});
+    EXPECT_THAT(reached(paneKey, 4), parts);
+    EXPECT_THAT(reached([&] { desk.Work("previousPane"); }, 4), parts);
+    desk.Work("focusAnswers");
+    EXPECT_THAT(reached(tab, 12), parts);
+}
+
+TEST(Desk, RemembersFilesAndItsWindow) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().OpenFile(desk.Sample()));
+    ASSERT_TRUE(desk.Window().CreateFile(desk.Path("new.cases")));
+    EXPECT_FALSE(desk.Window().CreateFile(desk.Path("new.cases")));  // it stays, and open
+    EXPECT_NE(desk.Window().Store(), nullptr);
+    desk.Window().resize(901, 655);
+    ASSERT_TRUE(desk.Window().close());
+    desk.Start();
+    EXPECT_EQ(desk.Window().size(), QSize(901, 655));
+    auto& recent = desk.Find<QMenu>("recentMenu");
+    Q_EMIT recent.aboutToShow();
+    ASSERT_EQ(recent.actions().size(), 2);
+    recent.actions().at(1)->trigger();
+    EXPECT_EQ(desk.Window().ShownCases().size(), 12U);
+    desk.Folder().Write("other.cases", "This is no file of cases.");
+    EXPECT_FALSE(desk.Window().OpenFile(desk.Path("other.cases")));
+    EXPECT_EQ(desk.Window().ShownCases().size(), 12U);  // the file before stays open
 }
 
 TEST(Desk, DeletesOnlyAfterAsking) {

@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
@@ -17,9 +18,12 @@
 #include <map>
 #include <set>
 
+#include "apps/desk/windows/BatchDialog.h"
 #include "apps/desk/windows/DeskLocale.h"
 #include "apps/desk/windows/NewCaseDialog.h"
+#include "apps/desk/windows/ReportDialog.h"
 #include "apps/desk/windows/TrailDialog.h"
+#include "platform/qt/QtHost.h"
 #include "tests/desk/windows/DeskDriver.h"
 
 namespace tessalink::desk::test {
@@ -54,8 +58,11 @@ protected:
         check("case", Window());
         NewCaseDialog fresh(*Window().Store(), "", &Window());
         TrailDialog trail(*Window().Store(), 6, &Window());
-        for (QDialog* const dialog :
-             {static_cast<QDialog*>(&fresh), static_cast<QDialog*>(&trail)}) {
+        ReportDialog report(&Window());
+        report.Show(*Window().Session());
+        BatchDialog batch(*Window().Store(), Window().Store()->Summaries(), &Window());
+        const QList<QDialog*> dialogs = {&fresh, &trail, &report, &batch};
+        for (QDialog* const dialog : dialogs) {
             dialog->show();
             QTest::qWait(1);
             check(plain(dialog->objectName()), *dialog);
@@ -98,6 +105,14 @@ void tableHasRoom(const std::string& page, QTableView& table) {
     }
 }
 
+/// Whether a widget is a part of a window of the library.
+bool isInHolder(const QWidget& widget) {
+    for (const QWidget* one = &widget; one != nullptr; one = one->parentWidget()) {
+        if (dynamic_cast<const WindowHolder*>(one) != nullptr) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Languages, TextsTest, testing::Values("en", "de"),
@@ -117,6 +132,25 @@ TEST_P(TextsTest, HaveOneMnemonicForEachActOfAMenu) {
             check(plain(menu->objectName()), menu->actions());
         }
     }
+}
+
+TEST_P(TextsTest, HaveOneMnemonicForEachControlOfAPage) {
+    OnEveryPage([](const std::string& page, QWidget& top) {
+        std::map<std::string, std::string> owners;
+        for (const QWidget* const widget : top.findChildren<QWidget*>()) {
+            const auto* const label = qobject_cast<const QLabel*>(widget);
+            const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+            if (!widget->isVisible() || qobject_cast<const QToolButton*>(widget) != nullptr)
+                continue;
+            const QString text = button != nullptr                               ? button->text()
+                                 : label != nullptr && label->buddy() != nullptr ? label->text()
+                                                                                 : QString();
+            const std::string keys = plain(QKeySequence::mnemonic(text).toString());
+            if (keys.empty()) continue;
+            const auto [owner, isFirst] = owners.emplace(keys, plain(text));
+            EXPECT_TRUE(isFirst) << page << ": " << owner->second << " and " << plain(text);
+        }
+    });
 }
 
 TEST_P(TextsTest, HaveOneShortcutForEachAct) {
@@ -140,6 +174,9 @@ TEST_P(TextsTest, NameEveryControl) {
             const std::string what =
                 page + ": " + widget->metaObject()->className() + " " + plain(widget->objectName());
             seen.insert(what);
+            const bool isOfBox = qobject_cast<QDialogButtonBox*>(widget->parentWidget()) != nullptr;
+            const bool isOfLibrary = isInHolder(*widget);
+            EXPECT_FALSE(widget->objectName().isEmpty() && !isOfBox && !isOfLibrary) << what;
             EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << what;
             EXPECT_NE(accessible->role(), QAccessible::NoRole) << what;
         }
