@@ -3,8 +3,10 @@
 #include <QAction>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenu>
 #include <algorithm>
+#include <filesystem>
 
 #include "apps/desk/session/CaseTables.h"
 #include "apps/desk/windows/BatchDialog.h"
@@ -179,9 +181,21 @@ void DataActions::ask_copy() {
 
 void DataActions::SaveCopy(const QString& file) {
     if (!m_window.FinishTyping()) return;
+    if (QFileInfo(file) == QFileInfo(shown(std::string_view(m_window.Store()->GetPath())))) {
+        return m_window.Say(MessageBar::Kind::Warning,
+                            tr("This is the file itself: choose another name for the copy."));
+    }
     m_window.Try([&] {
-        m_window.Store()->CopyTo(utf8Of(file));
-        m_window.Say(MessageBar::Kind::Information, tr("The copy is in %1.").arg(file));
+        // The user has agreed to replace a file of this name; it stays until the copy is whole.
+        const QString made = QFile::exists(file) ? file + ".new" : file;
+        const std::vector<std::string> missing = m_window.Store()->CopyTo(utf8Of(made));
+        if (made != file) std::filesystem::rename(utf8Of(made), utf8Of(file));
+        if (missing.empty()) {
+            return m_window.Say(MessageBar::Kind::Information, tr("The copy is in %1.").arg(file));
+        }
+        QStringList lines = {tr("The copy is in %1. It lacks what can't be read:").arg(file)};
+        for (const std::string& one : missing) lines += shown(std::string_view(one));
+        m_window.Say(MessageBar::Kind::Warning, lines.join('\n'));
     });
 }
 

@@ -154,7 +154,9 @@ TEST(Data, ACopyOpensAndHoldsTheSameCases) {
     DeskDriver desk;
     desk.Window().OpenFile(desk.Sample());
     const std::vector<CaseSummary> cases = desk.Window().Store()->Summaries();
-    actionsOf(desk).SaveCopy(desk.Path("copy.cases"));
+    actionsOf(desk).SaveCopy(desk.Sample());
+    EXPECT_TRUE(desk.Find<MessageBar>("messageBar").Text().contains("choose another name"));
+    for (int i = 0; i < 2; ++i) actionsOf(desk).SaveCopy(desk.Path("copy.cases"));
     ASSERT_TRUE(desk.Window().OpenFile(desk.Path("copy.cases")));
     EXPECT_EQ(desk.Window().Store()->Summaries(), cases);
 }
