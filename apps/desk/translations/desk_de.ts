@@ -374,6 +374,14 @@
             <source>The copy is in %1.</source>
             <translation>Die Kopie ist in %1.</translation>
         </message>
+        <message>
+            <source>This is the file itself: choose another name for the copy.</source>
+            <translation>Das ist die Datei selbst: Wählen Sie einen anderen Namen für die Kopie.</translation>
+        </message>
+        <message>
+            <source>The copy is in %1. It lacks what can&apos;t be read:</source>
+            <translation>Die Kopie ist in %1. Es fehlt, was nicht gelesen werden kann:</translation>
+        </message>
     </context>
     <context>
         <name>tessalink::desk::FieldForm</name>
