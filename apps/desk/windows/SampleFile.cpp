@@ -79,10 +79,13 @@ NewCase caseOf(const Questionnaire& questionnaire, const Person& person, std::si
     return made;
 }
 
+Questionnaire read(const QString& folder) {
+    return Questionnaire::Read(CString(std::string_view(utf8Of(folder))));
+}
+
 template <std::size_t COUNT>
-void add(CaseStore& store, const QString& folder, const std::array<Person, COUNT>& persons) {
-    const Questionnaire questionnaire =
-        Questionnaire::Read(CString(std::string_view(utf8Of(folder))));
+void add(CaseStore& store, const Questionnaire& questionnaire,
+         const std::array<Person, COUNT>& persons) {
     std::vector<NewCase> cases;
     cases.reserve(COUNT);
     for (const Person& person : persons) {
@@ -94,13 +97,15 @@ void add(CaseStore& store, const QString& folder, const std::array<Person, COUNT
 }  // namespace
 
 void makeSample(const QString& path, const QString& instruments) {
+    const Questionnaire first = read(instruments + "/bigfive");
+    const Questionnaire second = read(instruments + "/interpersonal");
     CaseStoreOptions options;
     options.account = "practice";
     options.initials = "AB";
     options.clock = [now = cStart]() mutable { return now += cStep; };
     CaseStore store = CaseStore::Create(utf8Of(path), options);
-    add(store, instruments + "/bigfive", cFirst);
-    add(store, instruments + "/interpersonal", cSecond);
+    add(store, first, cFirst);
+    add(store, second, cSecond);
     store.Sync();
 }
 

@@ -14,6 +14,7 @@
 #include <set>
 
 #include "apps/desk/windows/CaseListModel.h"
+#include "apps/desk/windows/DataActions.h"
 #include "apps/desk/windows/DeskText.h"
 #include "tests/desk/StoreParts.h"
 #include "tests/desk/windows/DeskDriver.h"
@@ -262,6 +263,32 @@ TEST(Desk, RemembersFilesAndItsWindow) {
     desk.Folder().Write("other.cases", "This is no file of cases.");
     EXPECT_FALSE(desk.Window().OpenFile(desk.Path("other.cases")));
     EXPECT_EQ(desk.Window().ShownCases().size(), 12U);  // the file before stays open
+}
+
+TEST(Desk, ShowsWhatIsLeftOfADamagedFileAndCopiesIt) {
+    DeskDriver desk;
+    const std::string path = desk.Sample().toStdString();
+    const std::string sound = desk.Folder().Read("sample.cases");
+    constexpr std::size_t cPage = 4096;
+    constexpr std::size_t cStride = 5;
+    int readOnly = 0;
+    for (std::size_t page = 1; page < sound.size() / cPage; page += cStride) {
+        std::string damaged = sound;
+        damaged.replace(page * cPage, cPage, cPage, '\xff');
+        desk.Folder().Write("sample.cases", damaged);
+        ASSERT_TRUE(desk.Window().OpenFile(desk.Sample())) << page;
+        if (desk.Window().Store()->GetAccess() == CaseStore::Access::ReadOnly) {
+            ++readOnly;
+            EXPECT_FALSE(desk.Find<MessageBar>("messageBar").Text().isEmpty()) << page;
+            desk.Window().findChild<DataActions*>()->SaveCopy(desk.Path("copy.cases"));
+            ASSERT_TRUE(desk.Window().OpenFile(desk.Path("copy.cases"))) << page;
+            EXPECT_EQ(desk.Window().Store()->GetAccess(), CaseStore::Access::Write) << page;
+        }
+        for (const CaseId id : desk.Window().ShownCases()) desk.Window().OpenCase(id);
+        ASSERT_TRUE(desk.Window().CloseFile()) << page;
+        std::filesystem::remove(desk.Folder().Path("copy.cases"));
+    }
+    EXPECT_GT(readOnly, 3);
 }
 
 TEST(Desk, DeletesOnlyAfterAsking) {
