@@ -67,6 +67,24 @@ std::set<std::size_t> neededFields(const QuestionnaireModel& model) {
 
 }  // namespace
 
+int PersonForm::HandleKeyDown(UINT key, UINT repeat, UINT flags) {
+    if (key == VK_DELETE && clear_choice()) return 1;
+    return DataEntryCtl::HandleKeyDown(key, repeat, flags);
+}
+
+/// False when the current item is no choice, or can't be changed.
+bool PersonForm::clear_choice() {
+    const int index = GetCurrItemIdx();
+    auto* const item = DYNAMIC_DOWNCAST(IntegerDataEntryItem, GetItem(index));
+    if (item == nullptr || item->IsReadOnly() != 0) return false;
+    if (item->IsNull() != 0) return true;
+    const int before = item->GetValue();
+    item->SetNull(1);
+    if (OnDataChanging(item) == 0) item->SetValue(before);
+    OnDataChanged(index);
+    return true;
+}
+
 FieldForm::FieldForm(Keeper keeper, QWidget* parent)
     : QWidget(parent), m_keeper(std::move(keeper)) {
     setObjectName("fieldForm");
@@ -83,7 +101,7 @@ FieldForm::~FieldForm() = default;
 void FieldForm::Build(const Questionnaire& questionnaire) {
     m_form.reset();
     m_questionnaire = questionnaire;
-    m_form = std::make_unique<DataEntryCtl>(new SingleColLayoutMgr);
+    m_form = std::make_unique<PersonForm>(new SingleColLayoutMgr);
     const QString idLabel = tr("Id");
     qsizetype longest = idLabel.length();
     for (const Field& field : model().fields) {

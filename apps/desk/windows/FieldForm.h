@@ -13,6 +13,17 @@
 
 namespace tessalink::desk {
 
+/// A form in which Delete takes a choice back, which the keys of the library's forms can't.
+class PersonForm final : public DataEntryCtl {
+public:
+    using DataEntryCtl::DataEntryCtl;
+
+    int HandleKeyDown(UINT key, UINT repeat, UINT flags) override;
+
+private:
+    bool clear_choice();
+};
+
 /// The person's form: the id, then the fields of a questionnaire. What is keyed goes to the keeper
 /// at once; what it refuses, or the field can't have, is put back and told by `refused`.
 class FieldForm : public QWidget {
@@ -61,7 +72,7 @@ private:
     Keeper m_keeper;
     std::optional<Questionnaire> m_questionnaire;
     WindowHolder* m_holder;
-    std::unique_ptr<DataEntryCtl> m_form;
+    std::unique_ptr<PersonForm> m_form;
     int m_labelWidth = 0;
     bool m_isReadOnly = false;
     QStringList m_unshown;

@@ -165,6 +165,7 @@ private:
         if (!isGood) m_desk.Press(Qt::Key_Escape);
     }
     void field() {
+        static constexpr const char* cDelete = "\x7f";
         struct Keyed {
             int item;
             const char* text;
@@ -183,6 +184,8 @@ private:
                                            {6, "3/9/2026", "2026-03-09"},
                                            {7, "14:05", "14:05"},
                                            {7, "25:00", nullptr},
+                                           {4, "f", "f"},
+                                           {4, cDelete, ""},
                                            {0, "P-2", "P-2"},
                                            {0, "a/b", nullptr}};
         const Keyed& keyed = m_dice.Pick(cKeyed);
@@ -191,7 +194,9 @@ private:
         for (int i = 0; i < keyed.item; ++i) m_desk.Press(Qt::Key_Down);
         const std::string name = keyed.item == 0 ? "id" : "field " + std::to_string(keyed.item - 1);
         const std::string before = m_states[m_now][name];
-        for (const char letter : std::string_view(keyed.text)) {
+        const bool isDelete = std::string_view(keyed.text) == cDelete;
+        if (isDelete) m_desk.Press(Qt::Key_Delete);
+        for (const char letter : std::string_view(isDelete ? "" : keyed.text)) {
             QTest::sendKeyEvent(QTest::Click, m_desk.Focus(), Qt::Key_unknown,
                                 QString(QLatin1Char(letter)), Qt::NoModifier);
         }
