@@ -16,6 +16,7 @@ constexpr UINT cListId = 1;
 /// No item can have this number: its list has other digits.
 constexpr unsigned cMissing = 0x80000000U;
 constexpr int cMostNumberChars = 11;
+constexpr int cReservedLines = 2;
 
 std::string rangesOf(const std::vector<std::size_t>& positions) {
     std::string text;
@@ -59,6 +60,12 @@ AnswerSheet::AnswerSheet(Keeper keeper, QWidget* parent)
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
+    // The list stays where it is from item to item.
+    for (QLabel* const label : {m_text, m_choices}) {
+        label->setMinimumHeight(cReservedLines * QFontMetrics(label->font()).lineSpacing());
+    }
+    m_text->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    m_choices->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     set_up(m_answers, "answerList", tr("Answers"));
     set_up(m_wholes, "numberList", tr("Answers in numbers"));
     auto* const column = new QVBoxLayout(this);

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
@@ -16,6 +18,7 @@
 #include "apps/desk/windows/CaseListModel.h"
 #include "apps/desk/windows/DataActions.h"
 #include "apps/desk/windows/DeskText.h"
+#include "apps/desk/windows/NewCaseDialog.h"
 #include "tests/desk/StoreParts.h"
 #include "tests/desk/windows/DeskDriver.h"
 
@@ -289,6 +292,38 @@ TEST(Desk, ShowsWhatIsLeftOfADamagedFileAndCopiesIt) {
         std::filesystem::remove(desk.Folder().Path("copy.cases"));
     }
     EXPECT_GT(readOnly, 3);
+}
+
+TEST(Desk, TakesQuestionnairesFromFoldersAndListsTheirFaults) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().CreateFile(desk.Path("fresh.cases")));
+    const std::string folder = desk.Folder().Path("faulty");
+    std::filesystem::create_directory(folder);
+    desk.Folder().Write("faulty/questionnaire.json", "{\"id\": \"x\",\n \"items\": 7}");
+    NewCaseDialog dialog(*desk.Window().Store(), "");
+    dialog.show();
+    auto* const ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    auto* const faults = dialog.findChild<QPlainTextEdit*>("newCaseFaults");
+    dialog.findChild<QLineEdit*>("newCaseId")->setText("P-1");
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_FALSE(dialog.AddFolder(QString::fromStdString(folder)));
+    EXPECT_TRUE(faults->isVisible());
+    EXPECT_THAT(
+        faults->toPlainText().toStdString(),
+        testing::AllOf(testing::HasSubstr("questionnaire.json:2:"), testing::HasSubstr("title")));
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_FALSE(dialog.AddFolder(desk.Path("nowhere")));
+    ASSERT_TRUE(dialog.AddFolder(instruments() + "/interpersonal"));
+    ASSERT_TRUE(dialog.AddFolder(instruments() + "/interpersonal"));  // the same once more
+    EXPECT_EQ(dialog.findChild<QComboBox*>("newCaseQuestionnaire")->count(), 1);
+    EXPECT_FALSE(faults->isVisible());
+    EXPECT_TRUE(ok->isEnabled());
+    for (const char* const bad : {"", "a/b", "ends.", "nul"}) {
+        dialog.findChild<QLineEdit*>("newCaseId")->setText(bad);
+        EXPECT_FALSE(ok->isEnabled()) << bad;
+    }
+    ASSERT_TRUE(desk.Window().AddCase(dialog.Chosen(), "P-1"));
+    EXPECT_EQ(desk.Window().Store()->Questionnaires().size(), 1U);
 }
 
 TEST(Desk, DeletesOnlyAfterAsking) {
