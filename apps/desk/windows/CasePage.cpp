@@ -3,7 +3,9 @@
 #include <QLabel>
 #include <QSettings>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "apps/desk/windows/AnswerSheet.h"
 #include "apps/desk/windows/DeskText.h"
@@ -63,6 +65,7 @@ CasePage::CasePage(QWidget* parent)
     add(*m_right, m_scores, cScoresShare);
     add(*m_columns, m_left, 1);
     add(*m_columns, m_right, 1);
+    connect(m_left, &QSplitter::splitterMoved, this, [this] { m_isDivided = true; });
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_heading);
     column->addWidget(m_columns, 1);
@@ -100,7 +103,22 @@ void CasePage::build() {
         if (before != nullptr) setTabOrder(before, pane);
         before = pane;
     }
+    arrange();
     show_all();
+}
+
+/// The form gets the room that it needs, as long as nobody has divided the column otherwise.
+void CasePage::arrange() {
+    if (m_isDivided || m_left->height() == 0) return;
+    const int form = std::min(m_form->WholeHeight(), m_left->height() / 2);
+    m_left->setSizes({form, m_left->height() - form});
+}
+
+void CasePage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (m_session == nullptr) return;
+    // Once the parts have their new places.
+    QTimer::singleShot(0, this, &CasePage::arrange);
 }
 
 void CasePage::tell_what_is_missing() {
@@ -281,13 +299,16 @@ void CasePage::FocusPane(QWidget* pane) {
 
 void CasePage::SaveState(QSettings& settings) const {
     for (const QSplitter* const splitter : {m_columns, m_left, m_right}) {
+        if (splitter == m_left && !m_isDivided) continue;
         settings.setValue("splitters/" + splitter->objectName(), splitter->saveState());
     }
 }
 
 void CasePage::RestoreState(const QSettings& settings) {
     for (QSplitter* const splitter : {m_columns, m_left, m_right}) {
-        splitter->restoreState(settings.value("splitters/" + splitter->objectName()).toByteArray());
+        const bool isKept = splitter->restoreState(
+            settings.value("splitters/" + splitter->objectName()).toByteArray());
+        if (splitter == m_left) m_isDivided = isKept;
     }
 }
 

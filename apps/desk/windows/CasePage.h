@@ -67,9 +67,13 @@ Q_SIGNALS:
     /// Something to be said, in a line above the page.
     void said(MessageBar::Kind kind, const QString& text);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     bool keep(const std::function<bool()>& act);
     void build();
+    void arrange();
     void show_all();
     void show_scores();
     void show_heading();
@@ -85,6 +89,7 @@ private:
     ProfileView* m_profile;
     ScoresView* m_scores;
     std::unique_ptr<CaseSession> m_session;
+    bool m_isDivided = false;  ///< the left column, by the user
 };
 
 }  // namespace tessalink::desk

@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QStyle>
 #include <QTranslator>
+#include <algorithm>
 
 #include "apps/desk/windows/DeskText.h"
 #include "platform/base/HostServices.h"
@@ -35,12 +36,14 @@ LocaleValues localeValues() {
     const auto day = date.indexOf('d');
     const auto month = date.indexOf('M');
     const auto year = date.indexOf('y');
-    values.dateOrder = year < day ? yearMonthDay : day < month ? dayMonthYear : monthDayYear;
-    for (const QChar separator : date) {
-        if (separator.isLetter()) continue;
-        values.dateSeparator = windowText(separator);
-        break;
-    }
+    const auto separator = std::find_if(
+        date.begin(), date.end(), [](QChar one) { return QStringLiteral("./-").contains(one); });
+    // Months in letters, as of no country, can't be keyed.
+    const bool isIso = separator == date.end();
+    values.dateOrder = isIso || year < day ? yearMonthDay
+                       : day < month       ? dayMonthYear
+                                           : monthDayYear;
+    values.dateSeparator = isIso ? CString("-") : windowText(*separator);
     values.decimalSeparator = windowText(locale.decimalPoint());
     return values;
 }

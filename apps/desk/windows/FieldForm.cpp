@@ -259,6 +259,11 @@ void FieldForm::ShowField(std::size_t field) {
     m_form->SetCurrItem(static_cast<int>(field) + 1);
 }
 
+int FieldForm::WholeHeight() const {
+    constexpr int cFrame = 4;
+    return m_form ? m_form->GetItemLoc(m_form->GetItemCount() - 1).bottom + cFrame : 0;
+}
+
 QString FieldForm::CurrentText() const {
     if (!m_form) return {};
     const auto* const item =

@@ -46,6 +46,8 @@ public:
     void SetReadOnly(bool isReadOnly);
     /// Makes a field current.
     void ShowField(std::size_t field);
+    /// How high the form is as a whole.
+    int WholeHeight() const;
     void FocusForm();
     /// What the current field holds; empty for a choice.
     QString CurrentText() const;
