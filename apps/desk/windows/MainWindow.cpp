@@ -29,19 +29,6 @@ constexpr QSize cFirstSize(1180, 760);
 /// How long nobody keys before what was keyed is written to the disk.
 constexpr int cQuietMilliseconds = 1000;
 
-/// Messages of the library's lists, which would stop the keys, are said in the line instead.
-void leadMessages(MainWindow& window) {
-    HostServices services = hostServices();
-    services.messageBox = [&window, before = services.messageBox](const char* text, UINT flags) {
-        constexpr UINT cButtons = 0x0F;
-        if ((flags & cButtons) != MB_OK) return before(text, flags);
-        MessageBeep(MB_ICONHAND);
-        window.Say(MessageBar::Kind::Warning, shown(CString(text)));
-        return IDOK;
-    };
-    setHostServices(std::move(services));
-}
-
 }  // namespace
 
 MainWindow::MainWindow(QSettings& settings, QWidget* parent)
@@ -80,7 +67,7 @@ MainWindow::MainWindow(QSettings& settings, QWidget* parent)
     m_syncTimer.setSingleShot(true);
     m_syncTimer.setInterval(cQuietMilliseconds);
     connect(&m_syncTimer, &QTimer::timeout, this, &MainWindow::sync);
-    leadMessages(*this);
+    lead_messages();
     qApp->installEventFilter(this);
     restoreGeometry(m_settings.value("window/geometry").toByteArray());
     restoreState(m_settings.value("window/state").toByteArray());
@@ -91,9 +78,23 @@ MainWindow::MainWindow(QSettings& settings, QWidget* parent)
 
 MainWindow::~MainWindow() {
     HostServices services = hostServices();
-    services.messageBox = HostServices().messageBox;
+    services.messageBox = m_messageBox;
     setHostServices(std::move(services));
     m_case->Close();
+}
+
+/// Messages of the library's lists, which would stop the keys, are said in the line instead.
+void MainWindow::lead_messages() {
+    HostServices services = hostServices();
+    m_messageBox = services.messageBox;
+    services.messageBox = [this](const char* text, UINT flags) {
+        constexpr UINT cButtons = 0x0F;
+        if ((flags & cButtons) != MB_OK) return m_messageBox(text, flags);
+        MessageBeep(MB_ICONHAND);
+        Say(MessageBar::Kind::Warning, shown(CString(text)));
+        return IDOK;
+    };
+    setHostServices(std::move(services));
 }
 
 void MainWindow::make_start_page() {

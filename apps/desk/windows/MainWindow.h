@@ -127,6 +127,7 @@ private:
     void about();
 
     bool open_session(CaseId id);
+    void lead_messages();
     void make_start_page();
     void take_store(CaseStore store);
     CaseStoreOptions options() const;
@@ -149,6 +150,8 @@ private:
     QMenu* m_reportMenu = nullptr;
     QMenu* m_dataMenu = nullptr;
     QTimer m_syncTimer;
+    /// What shows messages of the library when there is no such window.
+    std::function<int(const char* text, unsigned flags)> m_messageBox;
 };
 
 }  // namespace tessalink::desk

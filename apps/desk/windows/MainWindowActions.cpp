@@ -95,6 +95,7 @@ void MainWindow::make_file_menu() {
     m_recentMenu->setObjectName("recentMenu");
     menu->insertMenu(menu->actions().at(2), m_recentMenu);
     connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fill_recent);
+    fill_recent();
 }
 
 void MainWindow::make_edit_menu() {
