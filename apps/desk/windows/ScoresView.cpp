@@ -18,6 +18,8 @@ namespace {
 // Columns before those of the standard scores.
 enum Column { cTitle, cRaw, cMissing, cFirstStandard };
 
+/// The narrowest column, in characters.
+constexpr int cNarrowest = 10;
 const QChar cDash(0x2013);
 constexpr int cPercent = 100;
 
@@ -93,6 +95,8 @@ ScoresView::ScoresView(QWidget* parent)
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setMinimumSectionSize(cNarrowest *
+                                                       fontMetrics().averageCharWidth());
     m_faults->setObjectName("scoreFaults");
     m_faults->setTextFormat(Qt::PlainText);
     m_faults->setWordWrap(true);

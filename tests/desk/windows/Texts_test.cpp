@@ -184,6 +184,14 @@ TEST_P(TextsTest, NameEveryControl) {
     EXPECT_GT(seen.size(), 12U);
 }
 
+TEST_P(TextsTest, FitOnASmallScreenAtTwiceTheSize) {
+    constexpr QSize cHalf(1366 / 2, 768 / 2);
+    Window().OpenCase(6);
+    QTest::qWait(1);
+    EXPECT_LE(Window().minimumSizeHint().width(), cHalf.width());
+    EXPECT_LE(Window().minimumSizeHint().height(), cHalf.height());
+}
+
 TEST_P(TextsTest, HaveRoom) {
     OnEveryPage([](const std::string& page, QWidget& top) {
         for (QWidget* const widget : top.findChildren<QWidget*>()) {
