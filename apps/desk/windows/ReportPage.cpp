@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPdfDocument>
+#include <QPdfPageRenderer>
 #include <QPdfView>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -51,6 +52,10 @@ ReportPage::ReportPage(QWidget* parent)
 }
 
 ReportPage::~ReportPage() {
+    // Its thread would outlive it.
+    if (auto* const renderer = m_view->findChild<QPdfPageRenderer*>()) {
+        renderer->setRenderMode(QPdfPageRenderer::RenderMode::SingleThreaded);
+    }
     m_document->close();
 }
 
