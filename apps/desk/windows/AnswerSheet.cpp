@@ -201,12 +201,11 @@ HostWindow::Answer AnswerSheet::told(Part& part, UINT message, LPARAM record) {
         case LIST_VALUE_CHANGED:
             value_changed(part, told.itemIndex, told.value);
             break;
+        // What is settled is the second answer, too: of the difference before it the trail tells.
         case LIST_DIFFERENCE:
+        case LIST_SETTLED:
             m_keeper.secondAnswer(part.items[static_cast<std::size_t>(told.itemIndex)],
                                   answer_of(part, told.value));
-            break;
-        case LIST_SETTLED:
-            settled(part, told.itemIndex);
             break;
         case LIST_PASS_COMPLETE:
             pass_complete(part, told.value);
@@ -226,13 +225,6 @@ void AnswerSheet::value_changed(Part& part, int index, int value) {
     m_shown[item] = answer_of(part, value);
     part.end.clear();
     if (!m_keeper.answer(item, m_shown[item])) show_value(part, position, before);
-}
-
-void AnswerSheet::settled(Part& part, int index) {
-    const auto& record = part.keying.Record();
-    if (record.empty()) return;
-    m_keeper.secondAnswer(part.items[static_cast<std::size_t>(index)],
-                          answer_of(part, record.back().second));
 }
 
 // Second passes.

@@ -91,7 +91,6 @@ private:
     void build_numbers();
     HostWindow::Answer told(Part& part, UINT message, LPARAM record);
     void value_changed(Part& part, int index, int value);
-    void settled(Part& part, int index);
     void pass_complete(Part& part, int corrections);
     void show_value(Part& part, std::size_t index, const Answer& answer);
     Answer answer_of(const Part& part, int value) const;

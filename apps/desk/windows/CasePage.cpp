@@ -267,9 +267,14 @@ void CasePage::show_heading() {
     const CaseSummary& summary = m_session->GetSummary();
     const QuestionnaireModel& model = m_session->GetQuestionnaire().Model();
     const QString state = summary.state == CaseState::Open ? tr("open") : tr("complete");
-    m_heading->setText(
+    QString heading =
         tr("%1: %2 %3, %4", "id: questionnaire version, state")
-            .arg(shown(summary.label), shown(model.title), shown(model.version), state));
+            .arg(shown(summary.label), shown(model.title), shown(model.version), state);
+    const auto differences = static_cast<int>(m_session->Differences().size());
+    if (differences > 0) {
+        heading += ", " + tr("%n answer(s) differ between both keyings", nullptr, differences);
+    }
+    m_heading->setText(heading);
 }
 
 void CasePage::FocusForm() {

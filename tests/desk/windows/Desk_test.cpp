@@ -113,12 +113,43 @@ TEST(Desk, ComparesASecondKeying) {
     desk.Type(QString::fromStdString(again.substr(0, 5)));
     desk.Press(Qt::Key_Backspace);
     desk.Type("2");
+    desk.Type("3");  // wrong this time: the first answer stays
+    desk.Press(Qt::Key_Backspace);
+    EXPECT_EQ(desk.Session().Differences(), std::vector<std::size_t>{5});
+    EXPECT_THAT(desk.Find<QLabel>("caseHeading").text().toStdString(),
+                testing::EndsWith(", 1 answer differs between both keyings"));
     desk.Type(QString::fromStdString(again.substr(5)));
     EXPECT_EQ(desk.Find<QLabel>("answerCounts").text(),
               "Second keying complete: 50 answers, 1 corrected. 50 of 50 answered, 0 missing.");
     EXPECT_EQ(desk.Session().GetRespondent().answers, positions(again, 50));
     EXPECT_EQ(desk.Session().GetSecondAnswers(), positions(again, 50));
+    EXPECT_TRUE(desk.Session().Differences().empty());
     EXPECT_TRUE(desk.Find<QAction>("undo").isEnabled());
+}
+
+TEST(Desk, ComparesNumbersKeyedTwice) {
+    DeskDriver desk;
+    ASSERT_TRUE(desk.Window().CreateFile(desk.Path("numbers.cases")));
+    ASSERT_TRUE(desk.Window().AddCase(smallQuestionnaire(), "P-1"));
+    desk.Work("focusAnswers");
+    desk.Work("nextPane");
+    const auto key = [&](const char* number) {
+        desk.Press(Qt::Key_A, Qt::ControlModifier);
+        desk.Type(number);
+        desk.Press(Qt::Key_Return);
+    };
+    key("9");  // out of its range: said in the line, not in a box
+    EXPECT_FALSE(desk.Find<QLabel>("messageText").text().isEmpty());
+    key("3");
+    EXPECT_TRUE(desk.Find<QLabel>("messageText").text().isEmpty());
+    desk.Work("beginSecondPass");
+    key("-4");
+    EXPECT_EQ(desk.Session().GetSecondAnswers()[2], Answer(-4));
+    EXPECT_EQ(desk.Session().GetRespondent().answers[2], Answer(3));
+    key("-4");
+    EXPECT_EQ(desk.Session().GetRespondent().answers[2], Answer(-4));
+    EXPECT_TRUE(desk.Session().Differences().empty());
+    EXPECT_FALSE(desk.Find<QAction>("endSecondPass").isEnabled());
 }
 
 TEST(Desk, RefusesWhatAFieldCantHaveAndSaysWhy) {
