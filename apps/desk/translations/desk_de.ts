@@ -272,6 +272,13 @@
             <comment>id: questionnaire version, state</comment>
             <translation>%1: %2 %3, %4</translation>
         </message>
+        <message numerus="yes">
+            <source>%n answer(s) differ between both keyings</source>
+            <translation>
+                <numerusform>%n Antwort unterscheidet sich zwischen beiden Eingaben</numerusform>
+                <numerusform>%n Antworten unterscheiden sich zwischen beiden Eingaben</numerusform>
+            </translation>
+        </message>
     </context>
     <context>
         <name>tessalink::desk::DataActions</name>
@@ -371,15 +378,15 @@
             <translation>Falldateien (*.cases)</translation>
         </message>
         <message>
-            <source>The copy is in %1.</source>
-            <translation>Die Kopie ist in %1.</translation>
-        </message>
-        <message>
             <source>This is the file itself: choose another name for the copy.</source>
             <translation>Das ist die Datei selbst: Wählen Sie einen anderen Namen für die Kopie.</translation>
         </message>
         <message>
-            <source>The copy is in %1. It lacks what can&apos;t be read:</source>
+            <source>The copy is in %1.</source>
+            <translation>Die Kopie ist in %1.</translation>
+        </message>
+        <message>
+            <source>The copy is in %1. It lacks what can't be read:</source>
             <translation>Die Kopie ist in %1. Es fehlt, was nicht gelesen werden kann:</translation>
         </message>
     </context>

@@ -53,6 +53,16 @@
         </message>
     </context>
     <context>
+        <name>tessalink::desk::CasePage</name>
+        <message numerus="yes">
+            <source>%n answer(s) differ between both keyings</source>
+            <translation>
+                <numerusform>%n answer differs between both keyings</numerusform>
+                <numerusform>%n answers differ between both keyings</numerusform>
+            </translation>
+        </message>
+    </context>
+    <context>
         <name>tessalink::desk::DataActions</name>
         <message numerus="yes">
             <source>The scores of %n case(s) are in %1.</source>
