@@ -21,7 +21,8 @@ constexpr const char* cTranslator = "deskTranslator";
 void install(const QString& name, const QString& folder) {
     auto* const translator = new QTranslator(qApp);
     translator->setObjectName(cTranslator);
-    if (translator->load(QLocale(), name, "_", folder)) {
+    // The sources are English, but for its plurals.
+    if (translator->load(QLocale(), name, "_", folder) || translator->load(name + "_en", folder)) {
         QApplication::installTranslator(translator);
     } else {
         delete translator;
