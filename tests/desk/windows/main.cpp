@@ -9,11 +9,6 @@
 #include "apps/desk/windows/DeskLocale.h"
 #include "platform/qt/UseQt.h"
 
-// What the toolkit keeps for its gestures until the process ends.
-extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
-    return "leak:QScroller::grabGesture\n";
-}
-
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
