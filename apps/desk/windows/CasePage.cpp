@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <QSettings>
 #include <QSplitter>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -118,7 +117,7 @@ void CasePage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (m_session == nullptr) return;
     // Once the parts have their new places.
-    QTimer::singleShot(0, this, &CasePage::arrange);
+    QMetaObject::invokeMethod(this, &CasePage::arrange, Qt::QueuedConnection);
 }
 
 void CasePage::tell_what_is_missing() {
