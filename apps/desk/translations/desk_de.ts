@@ -1057,4 +1057,71 @@ Trotzdem schließen?</translation>
             <translation>Nicht geschrieben: %1</translation>
         </message>
     </context>
+    <context>
+        <name>StoreTexts</name>
+        <message>
+            <source>%1: There is no such file. Look whether it was moved or its share is connected.</source>
+            <translation>%1: Diese Datei gibt es nicht. Sehen Sie nach, ob sie verschoben wurde oder ihre Freigabe verbunden ist.</translation>
+        </message>
+        <message>
+            <source>%1: There is a file of this name. Choose another name, or open it.</source>
+            <translation>%1: Eine Datei dieses Namens gibt es schon. Wählen Sie einen anderen Namen, oder öffnen Sie sie.</translation>
+        </message>
+        <message>
+            <source>%1 is no file of cases, or its first page is destroyed. Open another file, or take your latest backup.</source>
+            <translation>%1 ist keine Falldatei, oder ihre erste Seite ist zerstört. Öffnen Sie eine andere Datei, oder nehmen Sie Ihre letzte Sicherung.</translation>
+        </message>
+        <message>
+            <source>%1 was written by a newer version of this program. Install that version.</source>
+            <translation>%1 wurde von einer neueren Version dieses Programms geschrieben. Installieren Sie jene Version.</translation>
+        </message>
+        <message>
+            <source>%1 was written by an older version of this program and has to be brought up to date, but can&apos;t be written now. Open it where it can be, or close the other desk first.</source>
+            <translation>%1 wurde von einer älteren Version dieses Programms geschrieben und muss erneuert werden, kann aber jetzt nicht geschrieben werden. Öffnen Sie sie, wo das geht, oder schließen Sie zuerst den anderen Arbeitsplatz.</translation>
+        </message>
+        <message>
+            <source>%1: What was asked for is damaged and can&apos;t be read. Take your latest backup.</source>
+            <translation>%1: Das Gesuchte ist beschädigt und kann nicht gelesen werden. Nehmen Sie Ihre letzte Sicherung.</translation>
+        </message>
+        <message>
+            <source>%1: The file has no copy of the questionnaire. Choose its folder.</source>
+            <translation>%1: Die Datei hat keine Kopie des Fragebogens. Wählen Sie seinen Ordner.</translation>
+        </message>
+        <message>
+            <source>%1: Another program uses the file. Close it there, then open it again.</source>
+            <translation>%1: Ein anderes Programm benutzt die Datei. Schließen Sie sie dort, und öffnen Sie sie dann wieder.</translation>
+        </message>
+        <message>
+            <source>%1: The disk is full. Nothing keyed before is lost; make room, then key the last value again.</source>
+            <translation>%1: Der Datenträger ist voll. Nichts früher Eingegebenes ist verloren; schaffen Sie Platz, und geben Sie den letzten Wert noch einmal ein.</translation>
+        </message>
+        <message>
+            <source>%1: The file can&apos;t be written. Nothing keyed before is lost; make it writable, then open it again.</source>
+            <translation>%1: Die Datei kann nicht geschrieben werden. Nichts früher Eingegebenes ist verloren; machen Sie sie beschreibbar, und öffnen Sie sie wieder.</translation>
+        </message>
+        <message>
+            <source>%1: The file is no longer there. What was keyed before is in it: bring it or its share back, then open it again.</source>
+            <translation>%1: Die Datei ist nicht mehr da. Was vorher eingegeben wurde, ist in ihr: Holen Sie sie oder ihre Freigabe zurück, und öffnen Sie sie wieder.</translation>
+        </message>
+        <message>
+            <source>%1: The case was deleted. Read the list again.</source>
+            <translation>%1: Der Fall wurde gelöscht. Lesen Sie die Liste neu.</translation>
+        </message>
+        <message>
+            <source>%1: The system can&apos;t read or write the file. Nothing keyed before is lost; check the disk, then open it again.</source>
+            <translation>%1: Das System kann die Datei nicht lesen oder schreiben. Nichts früher Eingegebenes ist verloren; prüfen Sie den Datenträger, und öffnen Sie sie wieder.</translation>
+        </message>
+        <message>
+            <source>Another desk writes into this file: it is open for reading. Read the list anew to see what the other one has kept.</source>
+            <translation>Ein anderer Arbeitsplatz schreibt in diese Datei: Sie ist zum Lesen geöffnet. Lesen Sie die Liste neu, um zu sehen, was dort inzwischen eingegeben wurde.</translation>
+        </message>
+        <message>
+            <source>The file can&apos;t be written: it is open for reading. See to the rights and the room of its folder, then open it again.</source>
+            <translation>Die Datei kann nicht geschrieben werden: Sie ist zum Lesen geöffnet. Prüfen Sie die Rechte und den Platz ihres Ordners, und öffnen Sie sie wieder.</translation>
+        </message>
+        <message>
+            <source>The file is damaged: what can be read of it is shown. Save a copy of the file, which is a sound one, and go on with that.</source>
+            <translation>Die Datei ist beschädigt: Was davon gelesen werden kann, wird gezeigt. Speichern Sie eine Kopie der Datei, die heil ist, und arbeiten Sie mit ihr weiter.</translation>
+        </message>
+    </context>
 </TS>

@@ -4,6 +4,7 @@
 #include <QLocale>
 #include <cmath>
 
+#include "apps/desk/windows/StoreTexts.h"
 #include "platform/base/CException.h"
 #include "platform/base/Windows1252.h"
 
@@ -40,6 +41,8 @@ QString numberText(double number, int decimals) {
 }
 
 QString messageOf(const std::exception& error) {
+    const auto* const ofStore = dynamic_cast<const CaseStoreError*>(&error);
+    if (ofStore != nullptr) return storeFaultText(*ofStore);
     const bool isOfLibrary = dynamic_cast<const CException*>(&error) != nullptr;
     return shown(isOfLibrary ? toUtf8(error.what()) : std::string(error.what()));
 }

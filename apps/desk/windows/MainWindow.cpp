@@ -18,6 +18,7 @@
 #include "apps/desk/windows/CasePage.h"
 #include "apps/desk/windows/DataActions.h"
 #include "apps/desk/windows/DeskText.h"
+#include "apps/desk/windows/StoreTexts.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/FilePlace.h"
 
@@ -167,7 +168,7 @@ void MainWindow::take_store(CaseStore store) {
     m_list->setFocus();
     remember_file(shown(m_store->GetPath()));
     const CaseStore::Notice& notice = m_store->GetNotice();
-    if (!notice.text.empty()) Say(MessageBar::Kind::Warning, shown(notice.text));
+    if (!notice.text.empty()) Say(MessageBar::Kind::Warning, noticeText(notice));
     update_actions();
 }
 

@@ -20,8 +20,10 @@
 
 #include "apps/desk/windows/BatchDialog.h"
 #include "apps/desk/windows/DeskLocale.h"
+#include "apps/desk/windows/DeskText.h"
 #include "apps/desk/windows/NewCaseDialog.h"
 #include "apps/desk/windows/ReportDialog.h"
+#include "apps/desk/windows/StoreTexts.h"
 #include "apps/desk/windows/TrailDialog.h"
 #include "platform/qt/QtHost.h"
 #include "tests/desk/windows/DeskDriver.h"
@@ -211,6 +213,24 @@ TEST_P(TextsTest, HaveRoom) {
             }
         }
     });
+}
+
+TEST(Translations, TellFaultsOfFilesInTheLanguageOfTheDesk) {
+    using Kind = CaseStoreError::Kind;
+    const auto last = static_cast<int>(Kind::FileTrouble);
+    for (int kind = 0; kind <= last; ++kind) {
+        const CaseStoreError error(static_cast<Kind>(kind), "/a.cases", "the store's words");
+        useLanguage("de");
+        const std::string german = plain(messageOf(error));
+        useLanguage("en");
+        EXPECT_EQ(german.find("the store's words"), std::string::npos) << kind;
+        EXPECT_TRUE(german.starts_with("/a.cases")) << german;
+        EXPECT_EQ(plain(messageOf(error)), "/a.cases: the store's words");
+    }
+    useLanguage("de");
+    EXPECT_TRUE(noticeText({CaseStore::Reason::Damaged, "damaged"}).contains("Kopie"));
+    useLanguage("en");
+    EXPECT_EQ(plain(noticeText({CaseStore::Reason::Damaged, "damaged"})), "damaged");
 }
 
 TEST(Translations, AreCompleteAndUpToDate) {
