@@ -30,6 +30,8 @@ CasePage::CasePage(QWidget* parent)
       m_left(new QSplitter(Qt::Vertical)),
       m_right(new QSplitter(Qt::Vertical)) {
     setObjectName("casePage");
+    m_resized.setSingleShot(true);
+    connect(&m_resized, &QTimer::timeout, this, &CasePage::arrange);
     m_heading->setObjectName("caseHeading");
     m_heading->setTextFormat(Qt::PlainText);
     QFont bold = m_heading->font();
@@ -116,8 +118,7 @@ void CasePage::arrange() {
 void CasePage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (m_session == nullptr) return;
-    // Once the parts have their new places.
-    QMetaObject::invokeMethod(this, &CasePage::arrange, Qt::QueuedConnection);
+    m_resized.start();
 }
 
 void CasePage::tell_what_is_missing() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -89,6 +90,7 @@ private:
     ProfileView* m_profile;
     ScoresView* m_scores;
     std::unique_ptr<CaseSession> m_session;
+    QTimer m_resized;          ///< once the parts have their new places
     bool m_isDivided = false;  ///< the left column, by the user
 };
 
