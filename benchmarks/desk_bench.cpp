@@ -3,8 +3,6 @@
 // to the last pixel. What is keyed is kept by the file before it is painted.
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -13,28 +11,12 @@
 #include "apps/desk/windows/MainWindow.h"
 #include "benchmarks/LargeCaseFile.h"
 #include "benchmarks/Latencies.h"
-#include "platform/qt/UseQt.h"
+#include "benchmarks/ToolkitKeys.h"
 
 namespace {
 
 using namespace tessalink;
 using namespace tessalink::desk;
-
-/// Everything that follows, painting included.
-void settle() {
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
-void press(char character) {
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QWidget* const focused = QApplication::focusWidget();
-        if (focused == nullptr) return;
-        QKeyEvent event(type, character, Qt::NoModifier, QString(QLatin1Char(character)));
-        QCoreApplication::sendEvent(focused, &event);
-    }
-    settle();
-}
 
 /// A window whose settings are nobody's.
 class Desk {
@@ -83,7 +65,7 @@ void searchLetter(benchmark::State& state) {
         if (typed % cWords.size() == 0) search->clear();
         search->setFocus();
         settle();
-        latencies.Time([&] { press(cWords[typed++ % cWords.size()]); });
+        latencies.Time([&] { pressCharacter(cWords[typed++ % cWords.size()]); });
     }
     latencies.Report(state);
 }
@@ -105,7 +87,8 @@ void answerKey(benchmark::State& state) {
             settle();
             state.ResumeTiming();
         }
-        latencies.TimePaced([&] { press(cKeys[(number / cAnswers + number) % cKeys.size()]); });
+        latencies.TimePaced(
+            [&] { pressCharacter(cKeys[(number / cAnswers + number) % cKeys.size()]); });
         ++number;
     }
     if (!desk.Window().Session()->CanUndo()) state.SkipWithError("no key arrived");
@@ -119,11 +102,5 @@ BENCHMARK(answerKey)->Arg(cCases)->Iterations(Latencies::cPacedKeys)->UseRealTim
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    tessalink::useQt();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return tessalink::runToolkitBenchmarks(argc, argv);
 }

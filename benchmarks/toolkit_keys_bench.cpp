@@ -4,18 +4,15 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QWidget>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "benchmarks/Latencies.h"
+#include "benchmarks/ToolkitKeys.h"
 #include "dataentry/DataEntryCtl.h"
 #include "dataentry/FloatDataEntryUI.h"
 #include "dataentry/SingleColLayoutMgr.h"
-#include "platform/qt/UseQt.h"
 #include "platform/windows/CFrameWnd.h"
 #include "responselists/ItemListCtl.h"
 #include "responselists/NumberListCtl.h"
@@ -23,28 +20,11 @@
 namespace {
 
 using tessalink::Latencies;
+using tessalink::press;
+using tessalink::pressCharacter;
+using tessalink::settle;
 
 constexpr CRect cPlace(0, 0, 900, 500);
-
-// Everything that follows from a key, painting included.
-void settle() {
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
-void press(int key, const QString& text) {
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QWidget* const focused = QApplication::focusWidget();
-        if (focused == nullptr) return;
-        QKeyEvent event(type, key, Qt::NoModifier, text);
-        QCoreApplication::sendEvent(focused, &event);
-    }
-    settle();
-}
-
-void pressCharacter(char character) {
-    press(character, QString(QLatin1Char(character)));
-}
 
 /// A window in a frame, with the focus, painted.
 class Shown {
@@ -136,11 +116,5 @@ BENCHMARK(form)->Apply(formSizes);
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    tessalink::useQt();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return tessalink::runToolkitBenchmarks(argc, argv);
 }

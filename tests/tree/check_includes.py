@@ -18,7 +18,7 @@ PROGRAMS = [("apps", "examples"), ("tests",), ("fuzz", "benchmarks")]
 SYSTEM_CALLS = "platform/files"
 
 # Programs that include the headers of a library's package; the library's own tests do, too.
-PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp",
+PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp", "benchmarks/ToolkitKeys.h",
                  "benchmarks/toolkit_keys_bench.cpp", "benchmarks/comparison/programs/empty_window.cpp",
                  "benchmarks/comparison/programs/qt_charts.cpp", "examples/windows/")
 

@@ -46,10 +46,4 @@ Questionnaire readQuestionnaire(CaseStore& store, const std::string& hash) {
     }
 }
 
-const Questionnaire& QuestionnaireShelf::Get(const std::string& hash) {
-    const auto found = m_read.find(hash);
-    if (found != m_read.end()) return found->second;
-    return m_read.emplace(hash, readQuestionnaire(m_store, hash)).first->second;
-}
-
 }  // namespace tessalink::desk

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -32,19 +31,5 @@ CaseContents readContents(CaseStore& store, const CaseSummary& summary,
 
 /// A questionnaire as the file keeps it. CaseStoreError: it can't be read.
 Questionnaire readQuestionnaire(CaseStore& store, const std::string& hash);
-
-/// The questionnaires of many cases, each of which is read once.
-class QuestionnaireShelf {
-public:
-    /// The store must outlive the shelf.
-    explicit QuestionnaireShelf(CaseStore& store) : m_store(store) {}
-
-    /// CaseStoreError: it can't be read.
-    const Questionnaire& Get(const std::string& hash);
-
-private:
-    CaseStore& m_store;
-    std::map<std::string, Questionnaire> m_read;
-};
 
 }  // namespace tessalink::desk

@@ -783,8 +783,8 @@ Trotzdem schließen?</translation>
     <context>
         <name>tessalink::desk::PageMaker</name>
         <message>
-            <source>The pages can't be shown here, since LibreOffice is missing. Install the package libreoffice-writer, or open the report in another program.</source>
-            <translation>Die Seiten können hier nicht gezeigt werden, da LibreOffice fehlt. Installieren Sie das Paket libreoffice-writer, oder öffnen Sie den Bericht in einem anderen Programm.</translation>
+            <source>Pages are made by LibreOffice, which is missing: install the package libreoffice-writer.</source>
+            <translation>Die Seiten macht LibreOffice, das fehlt: Installieren Sie das Paket libreoffice-writer.</translation>
         </message>
     </context>
     <context>
@@ -886,6 +886,10 @@ Trotzdem schließen?</translation>
         <message>
             <source>The printer has not taken the pages: see whether it is on and has paper.</source>
             <translation>Der Drucker hat die Seiten nicht angenommen: Sehen Sie nach, ob er eingeschaltet ist und Papier hat.</translation>
+        </message>
+        <message>
+            <source>The report opens in the system&apos;s program for RTF files instead.</source>
+            <translation>Der Bericht öffnet sich stattdessen im Programm des Systems für RTF-Dateien.</translation>
         </message>
     </context>
     <context>

@@ -1,6 +1,7 @@
 #include "apps/desk/windows/DeskText.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QLocale>
 #include <cmath>
 
@@ -28,6 +29,10 @@ CString windowText(const QString& text) {
         bytes += fromUnicode(character).value_or('?');
     }
     return CString(std::string_view(bytes));
+}
+
+CString pathOf(const QString& path) {
+    return CString(QFile::encodeName(path).constData());
 }
 
 QString momentText(std::int64_t secondsUtc) {

@@ -19,6 +19,9 @@ std::string utf8Of(const QString& text);
 /// With "?" for each character that Windows-1252 lacks.
 CString windowText(const QString& text);
 
+/// The name of a file or folder as the library takes it.
+CString pathOf(const QString& path);
+
 /// A moment in the user's time zone and format, short.
 QString momentText(std::int64_t secondsUtc);
 /// A score: at most so many decimals, in the user's locale.

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -17,6 +16,7 @@
 
 #include "apps/desk/session/CaseContents.h"
 #include "apps/desk/windows/DeskText.h"
+#include "apps/desk/windows/QuestionnaireFaultText.h"
 #include "platform/files/CFile.h"
 #include "questionnaire/FhirResponses.h"
 #include "questionnaire/ResponseTable.h"
@@ -118,11 +118,9 @@ void ImportDialog::choose_folder() {
         QFileDialog::getExistingDirectory(this, tr("Folder of the questionnaire"));
     if (folder.isEmpty()) return;
     try {
-        add_questionnaire(Questionnaire::Read(CString(QFile::encodeName(folder).constData())));
+        add_questionnaire(Questionnaire::Read(pathOf(folder)));
     } catch (const QuestionnaireFaults& faults) {
-        QStringList lines;
-        for (const InputError& fault : faults.GetFaults()) lines += messageOf(fault);
-        m_outcome->setPlainText(lines.join('\n'));
+        m_outcome->setPlainText(faultText(faults));
     } catch (const CException& fault) {
         m_outcome->setPlainText(messageOf(fault));
     }
@@ -141,7 +139,7 @@ void ImportDialog::import() {
         if (!questionnaire) {
             return m_outcome->setPlainText(tr("Choose the folder of a questionnaire."));
         }
-        CFile file(QFile::encodeName(m_file).constData(), CFile::modeRead);
+        CFile file(pathOf(m_file), CFile::modeRead);
         ResponseTableOptions options;
         options.hasDecimalComma = m_hasDecimalComma->isChecked();
         options.hasLabels = m_hasLabels->isChecked();

@@ -72,7 +72,6 @@ public:
     // Menus for acts that are added: reports, import and export.
     QMenu& ReportMenu() { return *m_reportMenu; }
     QMenu& DataMenu() { return *m_dataMenu; }
-    QSettings& Settings() { return m_settings; }
 
 Q_SIGNALS:
     /// A file, case or selection is another one, or a case has changed: what actions depend on.

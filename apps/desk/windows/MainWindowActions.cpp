@@ -42,10 +42,6 @@ enum Need : unsigned {
     cNoPass = 64,    ///< not in a second pass
 };
 
-CString pathOf(const QString& path) {
-    return CString(std::string_view(utf8Of(path)));
-}
-
 }  // namespace
 
 /// An action; one without a text is a line between others.

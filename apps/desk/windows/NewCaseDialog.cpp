@@ -83,7 +83,7 @@ void NewCaseDialog::choose_folder() {
 bool NewCaseDialog::AddFolder(const QString& folder) {
     m_faults->hide();
     try {
-        Questionnaire read = Questionnaire::Read(CString(std::string_view(utf8Of(folder))));
+        Questionnaire read = Questionnaire::Read(pathOf(folder));
         const auto known = std::find_if(m_sources.begin(), m_sources.end(),
                                         [&](const Source& one) { return one.hash == read.Hash(); });
         const auto position = static_cast<int>(known - m_sources.begin());

@@ -34,8 +34,8 @@ QString PageMaker::FindProgram() {
 
 QString PageMaker::MissingText() {
     return tr(
-        "The pages can't be shown here, since LibreOffice is missing. Install the package "
-        "libreoffice-writer, or open the report in another program.");
+        "Pages are made by LibreOffice, which is missing: install the package "
+        "libreoffice-writer.");
 }
 
 void PageMaker::Make(const QStringList& files, const QString& folder) {

@@ -4,12 +4,13 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include "apps/desk/windows/DeskText.h"
 #include "platform/files/WholeFile.h"
 
 namespace tessalink::desk {
 
 void writeReport(RespondentReports& reports, std::size_t report, const QString& path) {
-    WholeFile file(QFile::encodeName(path).constData());
+    WholeFile file(pathOf(path));
     reports.Write(report, file);
     file.Commit();
 }

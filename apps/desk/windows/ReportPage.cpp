@@ -151,7 +151,11 @@ void ReportPage::choose(int report) {
     }
     m_elsewhere->setEnabled(true);
     Q_EMIT changed();
-    if (PageMaker::FindProgram().isEmpty()) return say(PageMaker::MissingText());
+    if (PageMaker::FindProgram().isEmpty()) {
+        say(PageMaker::MissingText() + '\n' +
+            tr("The report opens in the system's program for RTF files instead."));
+        return OpenElsewhere();
+    }
     say(tr("Making the pages..."));
     m_maker->Make({m_rtf}, m_folder.PathOf({}));
 }
@@ -171,10 +175,9 @@ void ReportPage::say(const QString& text) {
     m_pages->setCurrentWidget(m_text);
 }
 
-QString ReportPage::ask_name(const QString& title, const QString& ending) const {
+QString ReportPage::ask_name(const QString& title, const QString& ending) {
     const QString proposed = shown(m_case->respondent.id) + ending;
-    QString name =
-        QFileDialog::getSaveFileName(const_cast<ReportPage*>(this), title, proposed, '*' + ending);
+    QString name = QFileDialog::getSaveFileName(this, title, proposed, '*' + ending);
     if (!name.isEmpty() && !name.endsWith(ending, Qt::CaseInsensitive)) name += ending;
     return name;
 }

@@ -55,7 +55,7 @@ private:
     void choose(int report);
     void show_pages(const QStringList& pdfs);
     void say(const QString& text);
-    QString ask_name(const QString& title, const QString& ending) const;
+    QString ask_name(const QString& title, const QString& ending);
     void save(const QString& file, const QString& title, const QString& ending);
 
     PrivateFolder m_folder;

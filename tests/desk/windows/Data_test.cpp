@@ -15,6 +15,7 @@
 #include "platform/files/CFile.h"
 #include "questionnaire/FhirResponses.h"
 #include "tests/desk/windows/DeskDriver.h"
+#include "tests/desk/windows/Opened.h"
 #include "tests/desk/windows/Programs.h"
 
 namespace {
@@ -22,15 +23,12 @@ namespace {
 using namespace tessalink;
 using namespace tessalink::desk;
 using tessalink::desk::test::DeskDriver;
+using tessalink::desk::test::load;
+using tessalink::desk::test::Opened;
 using tessalink::desk::test::Programs;
 using tessalink::desk::test::store;
 
 constexpr int cPagesWait = 20'000;
-
-QByteArray load(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 DataActions& actionsOf(DeskDriver& desk) {
     return *desk.Window().findChild<DataActions*>();
@@ -153,12 +151,15 @@ TEST(Report, PagesLieInAPrivateFolderThatGoesWithTheWindow) {
     qputenv("XDG_RUNTIME_DIR", before);
 }
 
-TEST(Report, WithoutLibreOfficeItSaysWhatIsMissingAndCanBeSaved) {
+TEST(Report, WithoutLibreOfficeItSaysWhatIsMissingOpensElsewhereAndCanBeSaved) {
     DeskDriver desk;
     const Programs programs(desk, false);
+    const Opened opened;
     openFirstCase(desk);
     ReportDialog& dialog = showReport(desk);
     EXPECT_TRUE(dialog.findChild<QLabel*>("reportText")->text().contains("libreoffice-writer"));
+    ASSERT_EQ(opened.files.size(), 1);
+    EXPECT_TRUE(load(opened.files.front()).startsWith("{\\rtf"));
     EXPECT_TRUE(dialog.findChild<QPushButton*>("saveRtf")->isEnabled());
     EXPECT_FALSE(dialog.findChild<QPushButton*>("savePdf")->isEnabled());
 }

@@ -18,7 +18,9 @@ namespace {
 using namespace tessalink;
 using namespace tessalink::desk;
 using tessalink::desk::test::DeskDriver;
+using tessalink::desk::test::load;
 using tessalink::desk::test::Programs;
+using tessalink::desk::test::store;
 
 constexpr int cPagesWait = 20'000;
 
@@ -30,11 +32,6 @@ void nameFile(QWidget& box, const QString& path) {
     name->setText(path);
     name->setFocus();
     QTest::keyClick(name, Qt::Key_Return);
-}
-
-QByteArray load(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 class FileDialogs : public testing::Test {
@@ -72,10 +69,7 @@ TEST_F(FileDialogs, ImportOfFhirResourcesAsksForTheFile) {
     ASSERT_TRUE(m_desk.Window().OpenCase(1));
     QByteArray resource = Written("exportCase", "case.json");
     resource.replace("P-101", "N-900");
-    QFile file(m_desk.Path("new.json"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(resource);
-    file.close();
+    store(m_desk.Path("new.json"), resource);
     ASSERT_TRUE(m_desk.Window().ShowList());
     const std::size_t before = m_desk.Window().ShownCases().size();
     QString outcome;
@@ -121,7 +115,7 @@ TEST_F(FileDialogs, ReportsAreSavedAndPrinted) {
                      print->accept();
                  });
     EXPECT_TRUE(load(printed).startsWith("%PDF"));
-    EXPECT_TRUE(dialog.findChild<MessageBar*>()->Text().contains("printer"));
+    EXPECT_EQ(dialog.findChild<MessageBar*>()->Text(), "Sent to the printer.");
 }
 
 TEST_F(FileDialogs, SeveralReportsAskForAFolder) {

@@ -15,6 +15,11 @@ inline void store(const QString& path, const QByteArray& bytes) {
     file.write(bytes);
 }
 
+inline QByteArray load(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 /// A folder of programs with nothing in it, or with one that makes a page of every file as
 /// LibreOffice would, in place of what the machine has.
 class Programs {

@@ -2,21 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
 
 #include "apps/desk/windows/DeskLocale.h"
 #include "platform/qt/UseQt.h"
+#include "tests/platform/qt/Offscreen.h"
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-        const QString folder = QDir::tempPath() + "/tessalink-tests-runtime";
-        QDir().mkpath(folder);
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", folder.toLocal8Bit());
-    }
+    tessalink::test::useNoScreen();
     const QApplication application(argc, argv);
     tessalink::useQt();
     tessalink::desk::useLanguage("en");
