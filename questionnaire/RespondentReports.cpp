@@ -9,7 +9,6 @@
 #include "questionnaire/detail/NamedText.h"
 #include "questionnaire/detail/VariableFiller.h"
 #include "report/TemplateStorage.h"
-#include "report/VarTable.h"
 
 namespace tessalink {
 
@@ -114,6 +113,11 @@ public:
         m_mark = m_variables.Mark();
     }
 
+    const VarTable& Variables() {
+        m_variables.Undo(m_mark);
+        return m_variables.Table();
+    }
+
     void Write(std::size_t report, CFile& output) {
         m_variables.Undo(m_mark);
         run_template(m_questionnaire.Model().reports[report].file);
@@ -150,6 +154,10 @@ RespondentReports::~RespondentReports() = default;
 
 void RespondentReports::SetRespondent(const Respondent& respondent, const Scores& scores) {
     m_run->SetRespondent(respondent, scores);
+}
+
+const VarTable& RespondentReports::GetVariables() {
+    return m_run->Variables();
 }
 
 void RespondentReports::Write(std::size_t report, CFile& output) {

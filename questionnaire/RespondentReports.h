@@ -7,6 +7,7 @@
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/Respondent.h"
 #include "questionnaire/Scorer.h"
+#include "report/VarTable.h"
 
 class CFile;
 
@@ -24,6 +25,9 @@ public:
     /// Takes a person: makes the variables and runs the template of derived values. Throws
     /// ParseException and InputError, as Write does.
     void SetRespondent(const Respondent& respondent, const Scores& scores);
+    /// The variables of that person as a report begins with them, those of the template of derived
+    /// values included. They change with the next call.
+    const VarTable& GetVariables();
     /// Writes a report of that person. A fault of a template is a ParseException with its place in
     /// the questionnaire's files, one of a graph an InputError. What a report does to variables is
     /// gone afterwards, so that reports don't depend on one another. A write fault is thrown as

@@ -22,6 +22,7 @@ constexpr UINT cMemoryGrowBytes = 64 * 1024;
 constexpr int cMaxLinks = 40;
 constexpr int cMaxNameAttempts = 100;
 constexpr int cNewFileMode = 0666;
+constexpr int cOwnerMode = 0600;
 constexpr int cNoFile = -1;
 
 [[noreturn]] void raise(int error, const CString& path) {
@@ -67,7 +68,8 @@ void syncFolder(const CString& path) {
 
 WholeFile::WholeFile() = default;
 
-WholeFile::WholeFile(const char* name, Sync sync) : m_sync(sync) {
+WholeFile::WholeFile(const char* name, Sync sync, Readers readers)
+    : m_sync(sync), m_readers(readers) {
     OpenOutput(name);
 }
 
@@ -110,7 +112,8 @@ void WholeFile::OpenOutput(const CString& name) {
 
 // `existingMode` is the mode of the file that is replaced, or cNoFile.
 void WholeFile::OpenTemporary(int existingMode) {
-    const int mode = existingMode == cNoFile ? cNewFileMode : existingMode;
+    const int newMode = m_readers == Readers::Owner ? cOwnerMode : cNewFileMode;
+    const int mode = existingMode == cNoFile ? newMode : existingMode;
     int descriptor = -1;
     for (int i = 0; i < cMaxNameAttempts && descriptor < 0; ++i) {
         m_temporaryPath = temporaryPath(m_strFileName);

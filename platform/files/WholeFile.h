@@ -21,12 +21,14 @@ class TESSALINK_API WholeFile final : public CFile {
 public:
     /// Whether Commit waits until the contents are on the disk.
     enum class Sync { No, Yes };
+    /// Who may read a file that was not there before; one that is replaced keeps its mode.
+    enum class Readers { Usual, Owner };
 
     /// A closed file.
     WholeFile();
     /// An open file, or CFileException: a missing folder gives badPath, a directory or a file that
     /// may not be written accessDenied.
-    explicit WholeFile(const char* name, Sync sync = Sync::No);
+    explicit WholeFile(const char* name, Sync sync = Sync::No, Readers readers = Readers::Usual);
     /// Gives up what was not committed.
     ~WholeFile() override;
 
@@ -90,6 +92,7 @@ private:
     std::size_t m_limit = 0;  ///< the size of the buffer; 0 when nothing may be buffered
     std::optional<CFileException> m_fault;
     Sync m_sync = Sync::No;
+    Readers m_readers = Readers::Usual;
     bool m_toStandardOutput = false;
 };
 

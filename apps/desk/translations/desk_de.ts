@@ -428,10 +428,6 @@
             <translation>Ergebnis</translation>
         </message>
         <message>
-            <source>From a &amp;folder...</source>
-            <translation>Aus einem &amp;Ordner...</translation>
-        </message>
-        <message>
             <source>File:</source>
             <translation>Datei:</translation>
         </message>
@@ -446,10 +442,6 @@
         <message>
             <source>&amp;Import</source>
             <translation>&amp;Importieren</translation>
-        </message>
-        <message>
-            <source>Folder of the questionnaire</source>
-            <translation>Ordner des Fragebogens</translation>
         </message>
         <message>
             <source>Choose the folder of a questionnaire.</source>
@@ -748,20 +740,12 @@ Trotzdem schließen?</translation>
             <translation>Fehler des Fragebogens</translation>
         </message>
         <message>
-            <source>From a &amp;folder...</source>
-            <translation>Aus einem &amp;Ordner...</translation>
-        </message>
-        <message>
             <source>&amp;Questionnaire:</source>
             <translation>Frage&amp;bogen:</translation>
         </message>
         <message>
             <source>&amp;Id:</source>
             <translation>&amp;Kennung:</translation>
-        </message>
-        <message>
-            <source>Folder of the questionnaire</source>
-            <translation>Ordner des Fragebogens</translation>
         </message>
         <message>
             <source>This folder can't be used. Mend what is listed here and choose it again:</source>
@@ -1126,6 +1110,21 @@ Trotzdem schließen?</translation>
         <message>
             <source>The file is damaged: what can be read of it is shown. Save a copy of the file, which is a sound one, and go on with that.</source>
             <translation>Die Datei ist beschädigt: Was davon gelesen werden kann, wird gezeigt. Speichern Sie eine Kopie der Datei, die heil ist, und arbeiten Sie mit ihr weiter.</translation>
+        </message>
+    </context>
+    <context>
+        <name>tessalink::desk::QuestionnaireChooser</name>
+        <message>
+            <source>Questionnaire</source>
+            <translation>Fragebogen</translation>
+        </message>
+        <message>
+            <source>From a &amp;folder...</source>
+            <translation>Aus einem &amp;Ordner...</translation>
+        </message>
+        <message>
+            <source>Folder of the questionnaire</source>
+            <translation>Ordner des Fragebogens</translation>
         </message>
     </context>
 </TS>

@@ -22,11 +22,6 @@ namespace {
 // In average characters, in the order of the columns.
 constexpr std::array<int, CaseListModel::cColumns> cWidths = {28, 34, 20, 26, 26, 17};
 
-/// The title with the version, so that versions can be told apart.
-std::string titleOf(const StoredQuestionnaire& stored) {
-    return stored.version.empty() ? stored.title : stored.title + " " + stored.version;
-}
-
 }  // namespace
 
 CaseListPage::CaseListPage(QWidget* parent)
@@ -119,8 +114,8 @@ void CaseListPage::read_titles(CaseStore& store) {
     m_questionnaires->clear();
     m_questionnaires->addItem(tr("All questionnaires"));
     for (const StoredQuestionnaire& stored : store.Questionnaires()) {
-        m_titles[stored.hash] = titleOf(stored);
-        m_questionnaires->addItem(shown(titleOf(stored)), shown(stored.hash));
+        m_titles[stored.hash] = utf8Of(titleOf(stored));
+        m_questionnaires->addItem(titleOf(stored), shown(stored.hash));
     }
     m_questionnaires->setCurrentIndex(std::max(m_questionnaires->findData(before), 0));
 }

@@ -14,7 +14,7 @@
 #include "apps/desk/windows/ImportDialog.h"
 #include "apps/desk/windows/MainWindow.h"
 #include "apps/desk/windows/ReportDialog.h"
-#include "platform/files/WholeFile.h"
+#include "apps/desk/windows/ReportFiles.h"
 #include "questionnaire/FhirResponses.h"
 
 namespace tessalink::desk {
@@ -135,7 +135,7 @@ void DataActions::ExportScores(const QString& file) {
     const auto cases = chosen_alike();
     if (!cases) return;
     m_window.Try([&] {
-        WholeFile output(pathOf(file));
+        WholeFile output = outputFile(file);
         const std::vector<LeftOut> leftOut =
             writeScores(*m_window.Store(), cases->front().questionnaire, *cases, output);
         output.Commit();
@@ -166,7 +166,7 @@ void DataActions::ExportCase(const QString& file) {
         const CaseSession& session = *m_window.Session();
         const std::string resource =
             writeFhirResponse(session.GetQuestionnaire(), session.GetRespondent()) + '\n';
-        WholeFile output(pathOf(file));
+        WholeFile output = outputFile(file);
         output.Write(resource.data(), resource.size());
         output.Commit();
         m_window.Say(MessageBar::Kind::Information, tr("The case is in %1.").arg(file));

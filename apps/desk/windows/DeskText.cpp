@@ -35,6 +35,14 @@ CString pathOf(const QString& path) {
     return CString(QFile::encodeName(path).constData());
 }
 
+QString titleOf(const StoredQuestionnaire& stored) {
+    return shown(stored.title + " " + stored.version).trimmed();
+}
+
+QString titleOf(const QuestionnaireModel& model) {
+    return (shown(model.title) + ' ' + shown(model.version)).trimmed();
+}
+
 QString momentText(std::int64_t secondsUtc) {
     return QLocale().toString(QDateTime::fromSecsSinceEpoch(secondsUtc), QLocale::ShortFormat);
 }

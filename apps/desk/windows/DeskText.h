@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "apps/desk/casestore/Case.h"
 #include "platform/base/CString.h"
+#include "questionnaire/QuestionnaireModel.h"
 
 // Texts of the library and of files of cases as the toolkit has them, and back.
 namespace tessalink::desk {
@@ -21,6 +23,10 @@ CString windowText(const QString& text);
 
 /// The name of a file or folder as the library takes it.
 CString pathOf(const QString& path);
+
+/// A questionnaire with its version, so that versions can be told apart.
+QString titleOf(const StoredQuestionnaire& stored);
+QString titleOf(const QuestionnaireModel& model);
 
 /// A moment in the user's time zone and format, short.
 QString momentText(std::int64_t secondsUtc);

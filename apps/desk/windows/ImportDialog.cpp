@@ -1,9 +1,7 @@
 #include "apps/desk/windows/ImportDialog.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QGuiApplication>
@@ -14,9 +12,8 @@
 #include <QVBoxLayout>
 #include <memory>
 
-#include "apps/desk/session/CaseContents.h"
 #include "apps/desk/windows/DeskText.h"
-#include "apps/desk/windows/QuestionnaireFaultText.h"
+#include "apps/desk/windows/QuestionnaireChooser.h"
 #include "platform/files/CFile.h"
 #include "questionnaire/FhirResponses.h"
 #include "questionnaire/ResponseTable.h"
@@ -40,7 +37,7 @@ ImportDialog::ImportDialog(CaseStore& store, const QString& file, QWidget* paren
     : QDialog(parent),
       m_store(store),
       m_file(file),
-      m_questionnaires(new QComboBox(this)),
+      m_questionnaires(new QuestionnaireChooser(store, "", this)),
       m_missing(new QLineEdit(this)),
       m_hasDecimalComma(new QCheckBox(tr("Numbers have a decimal &comma"), this)),
       m_hasLabels(new QCheckBox(tr("Cells hold &labels instead of codes"), this)),
@@ -50,15 +47,9 @@ ImportDialog::ImportDialog(CaseStore& store, const QString& file, QWidget* paren
     setWindowTitle(tr("Import responses"));
     set_up();
     resize(cSize);
-    for (const StoredQuestionnaire& stored : store.Questionnaires()) {
-        m_questionnaires->addItem(shown(stored.title + " " + stored.version),
-                                  shown(std::string_view(stored.hash)));
-    }
 }
 
 void ImportDialog::set_up() {
-    m_questionnaires->setObjectName("questionnaire");
-    m_questionnaires->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_missing->setObjectName("missingCodes");
     m_missing->setPlaceholderText(tr("for instance 9 99"));
     m_hasDecimalComma->setObjectName("decimalComma");
@@ -73,18 +64,11 @@ void ImportDialog::set_up() {
         widget->setVisible(!isFhir(m_file));
     }
 
-    auto* const folder = new QPushButton(tr("From a &folder..."), this);
-    folder->setObjectName("questionnaireFolder");
-    folder->setAutoDefault(false);
-    connect(folder, &QPushButton::clicked, this, &ImportDialog::choose_folder);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(m_questionnaires, 1);
-    row->addWidget(folder);
     auto* const form = new QFormLayout;
     form->addRow(tr("File:"), new QLabel(m_file, this));
     auto* const label = new QLabel(tr("&Questionnaire:"), this);
     label->setBuddy(m_questionnaires);
-    form->addRow(label, row);
+    form->addRow(label, m_questionnaires);
     if (!isFhir(m_file)) {
         form->addRow(tr("Codes for &missing answers:"), m_missing);
         form->addRow(m_hasDecimalComma);
@@ -94,6 +78,8 @@ void ImportDialog::set_up() {
     start->setObjectName("import");
     start->setDefault(true);
     connect(start, &QPushButton::clicked, this, &ImportDialog::import);
+    connect(m_questionnaires, &QuestionnaireChooser::faulty, m_outcome,
+            &QPlainTextEdit::setPlainText);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(form);
@@ -101,44 +87,12 @@ void ImportDialog::set_up() {
     layout->addWidget(m_buttons);
 }
 
-void ImportDialog::add_questionnaire(const Questionnaire& questionnaire) {
-    const QString hash = shown(std::string_view(questionnaire.Hash()));
-    m_fromFolders.insert_or_assign(questionnaire.Hash(), questionnaire);
-    int index = m_questionnaires->findData(hash);
-    if (index < 0) {
-        const QuestionnaireModel& model = questionnaire.Model();
-        m_questionnaires->addItem(shown(model.title) + ' ' + shown(model.version), hash);
-        index = m_questionnaires->count() - 1;
-    }
-    m_questionnaires->setCurrentIndex(index);
-}
-
-void ImportDialog::choose_folder() {
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, tr("Folder of the questionnaire"));
-    if (folder.isEmpty()) return;
-    try {
-        add_questionnaire(Questionnaire::Read(pathOf(folder)));
-    } catch (const QuestionnaireFaults& faults) {
-        m_outcome->setPlainText(faultText(faults));
-    } catch (const CException& fault) {
-        m_outcome->setPlainText(messageOf(fault));
-    }
-}
-
-std::optional<Questionnaire> ImportDialog::chosen() {
-    const std::string hash = utf8Of(m_questionnaires->currentData().toString());
-    if (hash.empty()) return std::nullopt;
-    const auto found = m_fromFolders.find(hash);
-    return found != m_fromFolders.end() ? found->second : readQuestionnaire(m_store, hash);
-}
-
 void ImportDialog::import() {
     try {
-        const auto questionnaire = chosen();
-        if (!questionnaire) {
+        if (!m_questionnaires->HasChoice()) {
             return m_outcome->setPlainText(tr("Choose the folder of a questionnaire."));
         }
+        const Questionnaire questionnaire = m_questionnaires->Chosen();
         CFile file(pathOf(m_file), CFile::modeRead);
         ResponseTableOptions options;
         options.hasDecimalComma = m_hasDecimalComma->isChecked();
@@ -148,14 +102,14 @@ void ImportDialog::import() {
         }
         std::unique_ptr<ResponseSource> source;
         if (isFhir(m_file)) {
-            source = std::make_unique<FhirResponses>(file, *questionnaire);
+            source = std::make_unique<FhirResponses>(file, questionnaire);
         } else {
-            source = std::make_unique<ResponseTable>(file, *questionnaire, options);
+            source = std::make_unique<ResponseTable>(file, questionnaire, options);
         }
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
         const std::shared_ptr<void> restored(
             nullptr, [](void*) { QGuiApplication::restoreOverrideCursor(); });
-        tell(importResponses(m_store, *questionnaire, *source), source->Notes());
+        tell(importResponses(m_store, questionnaire, *source), source->Notes());
     } catch (const std::exception& fault) {
         m_outcome->setPlainText(
             tr("%1\nWhat was taken before is in the file; import once more to go on.")

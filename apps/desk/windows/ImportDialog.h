@@ -1,20 +1,20 @@
 #pragma once
 
 #include <QDialog>
-#include <map>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/desk/casestore/CaseStore.h"
 #include "apps/desk/session/CaseTables.h"
 
 class QCheckBox;
-class QComboBox;
 class QDialogButtonBox;
 class QLineEdit;
 class QPlainTextEdit;
 
 namespace tessalink::desk {
+
+class QuestionnaireChooser;
 
 /// Takes the respondents of a table (CSV), or of FHIR QuestionnaireResponse resources, into the
 /// file of cases, and tells which could not be taken.
@@ -30,21 +30,17 @@ public:
 
 private:
     void set_up();
-    void add_questionnaire(const Questionnaire& questionnaire);
-    void choose_folder();
     void import();
     void tell(const ImportedCases& imported, const std::vector<std::string>& notes);
-    std::optional<Questionnaire> chosen();
 
     CaseStore& m_store;
     QString m_file;
-    QComboBox* m_questionnaires;
+    QuestionnaireChooser* m_questionnaires;
     QLineEdit* m_missing;
     QCheckBox* m_hasDecimalComma;
     QCheckBox* m_hasLabels;
     QPlainTextEdit* m_outcome;
     QDialogButtonBox* m_buttons;
-    std::map<std::string, Questionnaire> m_fromFolders;  ///< by hash
     std::vector<CaseId> m_added;
 };
 

@@ -1,18 +1,19 @@
 #pragma once
 
 #include <QDialog>
-#include <optional>
-#include <vector>
+#include <string>
 
 #include "apps/desk/casestore/CaseStore.h"
+#include "questionnaire/Questionnaire.h"
 
-class QComboBox;
 class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 
 namespace tessalink::desk {
+
+class QuestionnaireChooser;
 
 /// Asks for the questionnaire and the respondent's id of a new case. Questionnaires are those that
 /// the file holds, and any folder; all faults of one are listed.
@@ -33,18 +34,11 @@ public:
     QString Label() const;
 
 private:
-    struct Source {
-        std::string hash;
-        std::optional<Questionnaire> read;  ///< from a folder
-    };
-
-    void choose_folder();
+    void take_choice();
     void check();
     void list_faults(const QString& text);
 
-    CaseStore& m_store;
-    std::vector<Source> m_sources;
-    QComboBox* m_questionnaires;
+    QuestionnaireChooser* m_questionnaires;
     QLineEdit* m_label;
     QLabel* m_remark;
     QPlainTextEdit* m_faults;

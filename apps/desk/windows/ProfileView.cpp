@@ -9,12 +9,8 @@
 
 #include "apps/desk/windows/DeskText.h"
 #include "graphs/file/GraphPicture.h"
-#include "platform/files/CMemFile.h"
 #include "platform/graphics/CDC.h"
 #include "platform/qt/PainterDevice.h"
-#include "questionnaire/QuestionnaireParser.h"
-#include "questionnaire/ScoreTable.h"
-#include "report/FctTable.h"
 
 namespace tessalink::desk {
 
@@ -97,7 +93,8 @@ ProfileView::~ProfileView() = default;
 
 void ProfileView::Build(const Questionnaire& questionnaire) {
     m_questionnaire = std::make_unique<Questionnaire>(questionnaire);
-    m_variables.reset();
+    m_person = std::make_unique<RespondentReports>(questionnaire);
+    m_hasPerson = false;
     const QSignalBlocker quiet(m_names);
     m_names->clear();
     m_names->hide();
@@ -112,7 +109,7 @@ void ProfileView::list_graphs() {
     const GraphFile& graphs = *m_questionnaire->Graphs();
     for (const CString& name : graphs.GetNames()) {
         try {
-            graphs.Make(name.View(), *m_variables);
+            graphs.Make(name.View(), m_person->GetVariables());
             m_names->addItem(shown(name));
         } catch (const InputError&) {
             continue;
@@ -124,33 +121,21 @@ void ProfileView::list_graphs() {
 void ProfileView::ShowPerson(const Respondent& respondent, const Scores& scores) {
     if (m_questionnaire->Graphs() == nullptr) return;
     try {
-        fill(respondent, scores);
+        m_hasPerson = false;
+        m_person->SetRespondent(respondent, scores);
+        m_hasPerson = true;
         if (m_names->count() == 0) list_graphs();
         draw_anew();
     } catch (const std::exception& error) {
-        m_variables.reset();
         m_sheet->ShowSentence(tr("The graph can't be drawn: %1").arg(messageOf(error)));
     }
 }
 
-/// The variables of the person, with those that the questionnaire derives.
-void ProfileView::fill(const Respondent& respondent, const Scores& scores) {
-    m_variables = std::make_unique<VarTable>();
-    fillVariables(*m_questionnaire, respondent, scores, *m_variables);
-    const std::string& derived = m_questionnaire->Model().derivedFile;
-    if (derived.empty()) return;
-    CMemFile text(m_questionnaire->Files().at(derived));
-    CMemFile thrownAway;
-    NormalFctTable functions(&thrownAway, nullptr);
-    QuestionnaireParser(text, thrownAway, *m_variables, functions, *m_questionnaire, 0)
-        .Parse(nullptr);
-}
-
 void ProfileView::draw_anew() {
-    if (m_variables == nullptr || m_names->count() == 0) return;
+    if (!m_hasPerson || m_names->count() == 0) return;
     try {
         const CString name = windowText(m_names->currentText());
-        m_sheet->ShowGraph(m_questionnaire->Graphs()->Make(name.View(), *m_variables));
+        m_sheet->ShowGraph(m_questionnaire->Graphs()->Make(name.View(), m_person->GetVariables()));
     } catch (const std::exception& error) {
         m_sheet->ShowSentence(tr("The graph can't be drawn: %1").arg(messageOf(error)));
     }

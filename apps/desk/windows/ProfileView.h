@@ -5,9 +5,7 @@
 
 #include "graphs/file/DescribedGraph.h"
 #include "questionnaire/Questionnaire.h"
-#include "questionnaire/Respondent.h"
-#include "questionnaire/Scorer.h"
-#include "report/VarTable.h"
+#include "questionnaire/RespondentReports.h"
 
 class QComboBox;
 
@@ -51,14 +49,14 @@ public:
     QList<QWidget*> Panes() const;
 
 private:
-    void fill(const Respondent& respondent, const Scores& scores);
     void list_graphs();
     void draw_anew();
 
     QComboBox* m_names;
     GraphSheetView* m_sheet;
     std::unique_ptr<Questionnaire> m_questionnaire;
-    std::unique_ptr<VarTable> m_variables;
+    std::unique_ptr<RespondentReports> m_person;  ///< makes the variables of the person
+    bool m_hasPerson = false;
 };
 
 }  // namespace tessalink::desk

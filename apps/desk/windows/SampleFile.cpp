@@ -80,7 +80,7 @@ NewCase caseOf(const Questionnaire& questionnaire, const Person& person, std::si
 }
 
 Questionnaire read(const QString& folder) {
-    return Questionnaire::Read(CString(std::string_view(utf8Of(folder))));
+    return Questionnaire::Read(pathOf(folder));
 }
 
 template <std::size_t COUNT>

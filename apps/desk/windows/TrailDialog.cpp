@@ -14,8 +14,7 @@
 
 #include "apps/desk/casestore/TrailTable.h"
 #include "apps/desk/windows/DeskText.h"
-#include "platform/files/FilePlace.h"
-#include "platform/files/WholeFile.h"
+#include "apps/desk/windows/ReportFiles.h"
 
 namespace tessalink::desk {
 
@@ -97,7 +96,7 @@ void TrailDialog::read() {
     std::size_t all = 0;
     try {
         for (const StoredQuestionnaire& stored : m_store.Questionnaires()) {
-            m_titles[stored.hash] = shown(stored.title) + ' ' + shown(stored.version);
+            m_titles[stored.hash] = titleOf(stored);
         }
         m_store.ReadTrail(chosen(), [&](const TrailEntry& entry) {
             ++all;
@@ -152,9 +151,7 @@ void TrailDialog::choose_export() {
 
 bool TrailDialog::Export(const QString& path) {
     try {
-        const CString name(std::string_view(utf8Of(path)));
-        makePrivateFile(name.GetString());
-        WholeFile file(name.GetString());
+        WholeFile file = outputFile(path);
         writeTrail(m_store, chosen(), file);
         file.Commit();
         m_remark->setText(tr("Written: %1").arg(path));

@@ -346,7 +346,7 @@ TEST(Desk, TakesQuestionnairesFromFoldersAndListsTheirFaults) {
     EXPECT_FALSE(dialog.AddFolder(desk.Path("nowhere")));
     ASSERT_TRUE(dialog.AddFolder(instruments() + "/interpersonal"));
     ASSERT_TRUE(dialog.AddFolder(instruments() + "/interpersonal"));  // the same once more
-    EXPECT_EQ(dialog.findChild<QComboBox*>("newCaseQuestionnaire")->count(), 1);
+    EXPECT_EQ(dialog.findChild<QComboBox*>("questionnaire")->count(), 1);
     EXPECT_FALSE(faults->isVisible());
     EXPECT_TRUE(ok->isEnabled());
     for (const char* const bad : {"", "a/b", "ends.", "nul"}) {

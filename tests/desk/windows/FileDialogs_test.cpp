@@ -46,6 +46,9 @@ protected:
         const QString path = m_desk.Path(name);
         m_desk.InBox([&] { m_desk.Find<QAction>(action).trigger(); },
                      [&](QWidget& box) { nameFile(box, path); });
+        constexpr auto cOwner =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        EXPECT_EQ(QFile::permissions(path) & ~cOwner, QFile::Permissions()) << name;
         return load(path);
     }
 
