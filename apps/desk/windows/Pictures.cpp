@@ -6,9 +6,11 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPixmap>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -16,6 +18,7 @@
 #include <stdexcept>
 
 #include "apps/desk/windows/CaseListPage.h"
+#include "apps/desk/windows/DataActions.h"
 #include "apps/desk/windows/MainWindow.h"
 #include "apps/desk/windows/NewCaseDialog.h"
 #include "apps/desk/windows/PageMaker.h"
@@ -63,6 +66,7 @@ public:
         m_window.ShowList();
         m_window.findChild<QComboBox*>("questionnaireFilter")->setCurrentIndex(1);
         look_at("batchReports", "reports");
+        show_import();
         m_window.CloseFile();
     }
 
@@ -94,6 +98,10 @@ private:
     /// Lets an action open a box, looks at it and closes it.
     void look_at(const char* name, const QString& picture,
                  const std::function<void(QWidget&)>& act = {}) {
+        look_at_box([&] { work(name); }, picture, act);
+    }
+    void look_at_box(const std::function<void()>& open, const QString& picture,
+                     const std::function<void(QWidget&)>& act = {}) {
         QTimer::singleShot(0, &m_window, [&] {
             QWidget* const box = QApplication::activeModalWidget();
             if (box == nullptr) return;
@@ -101,7 +109,7 @@ private:
             save_widget(picture, *box);
             box->close();
         });
-        work(name);
+        open();
         settle();
     }
 
@@ -159,6 +167,16 @@ private:
         save_widget("report", *dialog);
         dialog->reject();
         settle();
+    }
+
+    void show_import() {
+        const QString table = m_work.filePath("responses.csv");
+        QFile file(table);
+        if (!file.open(QIODevice::WriteOnly)) return;
+        file.write("id,Name,I1,I2\nP-301,Tom Vogel,4,2\nP-101,Anna Berg,3,3\nP-302,Una Reis,5,9\n");
+        file.close();
+        look_at_box([&] { m_window.findChild<DataActions*>()->Import(table); }, "import",
+                    [](QWidget& box) { box.findChild<QPushButton*>("import")->click(); });
     }
 
     QString m_folder;
