@@ -102,13 +102,16 @@ private:
     }
     void look_at_box(const std::function<void()>& open, const QString& picture,
                      const std::function<void(QWidget&)>& act = {}) {
-        QTimer::singleShot(0, &m_window, [&] {
+        QTimer soon;
+        soon.setSingleShot(true);
+        QObject::connect(&soon, &QTimer::timeout, &m_window, [&] {
             QWidget* const box = QApplication::activeModalWidget();
             if (box == nullptr) return;
             if (act) act(*box);
             save_widget(picture, *box);
             box->close();
         });
+        soon.start();
         open();
         settle();
     }
