@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/FileText.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 
 namespace tessalink {
@@ -121,15 +121,15 @@ void CsvReader::take_quoted(std::string& text) {
 void CsvReader::take_piece(std::size_t end, std::string& text) {
     const std::string_view piece = std::string_view(m_text).substr(m_next, end - m_next);
     const std::size_t nul = piece.find('\0');
-    const Windows1252Text converted =
-        isAscii(piece)             ? Windows1252Text{std::string(piece)}
-        : m_cellText == Text::Utf8 ? Windows1252Text{std::string(piece), findMalformedUtf8(piece)}
-                                   : fromUtf8(piece);
+    const CodePageText converted = isAscii(piece) ? CodePageText{std::string(piece)}
+                                   : m_cellText == Text::Utf8
+                                       ? CodePageText{std::string(piece), findMalformedUtf8(piece)}
+                                       : fromUtf8(piece);
     if (const std::size_t fault = std::min(nul, converted.fault); fault != std::string::npos) {
         advance(m_next + fault);
         if (fault == nul) fail("a NUL byte: save the file as UTF-8, without any");
         std::string_view wrong = piece.substr(fault);
-        fail(takeUtf8(wrong) ? cNotInWindows1252 : cNoUtf8);
+        fail(takeUtf8(wrong) ? notInCodePage() : cNoUtf8);
     }
     advance(end);
     text += converted.text;

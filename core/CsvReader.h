@@ -32,7 +32,7 @@ struct CsvCell {
 ///
 /// Every fault is an InputError with its place that says what to do: a file of more than
 /// cMaxFileSize bytes or cMaxColumns columns, no header, malformed UTF-8, a character that
-/// Windows-1252 lacks (where cells are to be in it), a NUL, a quote that is not closed or inside a
+/// the code page lacks (where cells are to be in it), a NUL, a quote that is not closed or inside a
 /// cell without quotes, text behind a closing quote, a CR without LF, a row with more or fewer
 /// cells than the header. After one the reader is of no more use.
 class TESSALINK_API CsvReader {
@@ -41,11 +41,11 @@ public:
     static constexpr std::size_t cMaxColumns = 1000;
 
     /// What the texts of cells are in.
-    enum class Text { Windows1252, Utf8 };
+    enum class Text { CodePage, Utf8 };
 
     /// Reads the whole file, from its position on, and parses the header. The file is not needed
     /// any more afterwards. CFileException passes through.
-    explicit CsvReader(CFile& file, Text text = Text::Windows1252);
+    explicit CsvReader(CFile& file, Text text = Text::CodePage);
 
     /// The cells of the header: one at least.
     const std::vector<CsvCell>& GetHeader() const { return m_header; }

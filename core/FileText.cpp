@@ -2,9 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/base/CodePage.h"
 #include "platform/files/CFile.h"
 
 namespace tessalink {
+
+std::string notInCodePage() {
+    return "a character that " + codePageName() + ", the code page of reports, lacks: replace it";
+}
 
 std::string readText(CFile& file, std::size_t limit) {
     // Small files, of which many are read, take one small piece.

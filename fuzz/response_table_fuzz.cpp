@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const unsigned form = data[0];
     options.hasDecimalComma = (form & 1U) != 0;
     options.hasLabels = (form & 2U) != 0;
-    if ((form & 4U) != 0) options.encoding = ResponseTableOptions::Encoding::Windows1252;
+    if ((form & 4U) != 0) options.encoding = ResponseTableOptions::Encoding::CodePage;
     options.dateOrder = static_cast<ResponseTableOptions::DateOrder>(form >> 3U & 3U);
     if ((form & 32U) != 0) options.missingCodes = {"-9"};
     options.blockSize = 1 + data[1];

@@ -80,7 +80,7 @@ public:
     /// A number without decimals. The bounds must be those of an int, or narrower.
     std::optional<int> Whole(const JsonValue& value, const JsonBounds& bounds) const;
     bool Flag(const JsonValue& value) const;
-    /// A text in Windows-1252.
+    /// A text in the code page.
     virtual std::optional<CString> Text(const JsonValue& value) const;
     /// A text in UTF-8 that goes to other programs as it is.
     const std::string& Utf8(const JsonValue& value) const;

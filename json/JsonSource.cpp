@@ -4,7 +4,7 @@
 
 #include "core/FileText.h"
 #include "json/detail/JsonTree.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/CFile.h"
 
 namespace tessalink {
@@ -44,11 +44,11 @@ void JsonSource::FailAtKey(const JsonMember& member, const std::string& message)
 }
 
 CString JsonSource::TextOf(const JsonValue& value) const {
-    Windows1252Text converted = fromUtf8(value.text);
+    CodePageText converted = fromUtf8(value.text);
     if (converted.IsWhole()) return CString(std::move(converted.text));
     const std::string_view written =
         std::string_view(m_text).substr(value.start, value.end - value.start);
-    Throw(value.start + detail::rawOffset(written, converted.fault), &value, cNotInWindows1252);
+    Throw(value.start + detail::rawOffset(written, converted.fault), &value, notInCodePage());
 }
 
 TextPlace JsonSource::place(std::size_t offset) const {

@@ -34,7 +34,7 @@ public:
     /// The same at the key of a member.
     [[noreturn]] void FailAtKey(const JsonMember& member, const std::string& message) const;
 
-    /// The text of a value in Windows-1252; a character that this lacks is a fault at its place.
+    /// The text of a value in the code page; a character that this lacks is a fault at its place.
     CString TextOf(const JsonValue& value) const;
 
 private:

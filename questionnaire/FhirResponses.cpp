@@ -1,7 +1,7 @@
 #include "questionnaire/FhirResponses.h"
 
 #include "json/JsonWriter.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/detail/ResourceBlocks.h"
 #include "questionnaire/detail/ResponseReader.h"
 #include "questionnaire/detail/WholeScores.h"

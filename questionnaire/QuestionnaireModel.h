@@ -11,8 +11,8 @@
 
 /// What a questionnaire consists of, as its folder says it: plain values, which refer to one
 /// another by their positions in the lists of QuestionnaireModel. docs/questionnaires.md is the
-/// manual for authors. Texts are Windows-1252 where reports and graphs show them, UTF-8 where they
-/// only go to other programs.
+/// manual for authors. Texts are in the code page where reports and graphs show them, UTF-8 where
+/// they only go to other programs.
 namespace tessalink {
 
 /// One choice of a response set.

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "json/JsonWriter.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/QuestionnaireImport.h"
 
 namespace tessalink {

@@ -17,7 +17,7 @@ namespace tessalink {
 
 /// How a table of responses is written.
 struct ResponseTableOptions {
-    enum class Encoding { Utf8, Windows1252 };
+    enum class Encoding { Utf8, CodePage };  ///< CodePage: that of the program
     enum class DateOrder { Iso, DayMonthYear, MonthDayYear, YearMonthDay };
 
     std::string idColumn;    ///< empty: "id" in letters of either case, or the first column

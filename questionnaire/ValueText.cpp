@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "core/WholeNumber.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/detail/FieldText.h"
 #include "questionnaire/detail/WholeScores.h"
 

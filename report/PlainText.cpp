@@ -8,9 +8,9 @@
 #include <string>
 #include <utility>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/NearestLetter.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "report/detail/CharClasses.h"
 
 namespace tessalink {
@@ -109,15 +109,15 @@ std::optional<char> takeForeign(std::string_view& text) {
 
 }  // namespace
 
-CString escapeText(std::string_view windows1252) {
+CString escapeText(std::string_view plain) {
     std::string text;
-    while (!windows1252.empty()) {
-        const std::size_t plain = std::min(windows1252.find_first_of(cEscaped), windows1252.size());
-        text += windows1252.substr(0, plain);
-        windows1252.remove_prefix(plain);
-        if (windows1252.empty()) break;
-        appendLetter(text, windows1252.front());
-        windows1252.remove_prefix(1);
+    while (!plain.empty()) {
+        const std::size_t before = std::min(plain.find_first_of(cEscaped), plain.size());
+        text += plain.substr(0, before);
+        plain.remove_prefix(before);
+        if (plain.empty()) break;
+        appendLetter(text, plain.front());
+        plain.remove_prefix(1);
     }
     return CString(std::move(text));
 }

@@ -19,20 +19,20 @@
 /// \@EVAL.
 namespace tessalink {
 
-/// Text in Windows-1252 as RTF without commands: a backslash before `\`, `{` and `}`; `\'40`,
+/// Text in the code page as RTF without commands: a backslash before `\`, `{` and `}`; `\'40`,
 /// `\'5b` and `\'5d` for `@`, `[` and `]`; every other byte as it is, line ends too, which RTF
 /// passes over.
-TESSALINK_API CString escapeText(std::string_view windows1252);
+TESSALINK_API CString escapeText(std::string_view plain);
 
-/// The same for text in UTF-8. A character that Windows-1252 lacks becomes `\uN` with the nearest
+/// The same for text in UTF-8. A character that the code page lacks becomes `\uN` with the nearest
 /// letter behind it (see nearestLetter), after a blank when that is a digit or a blank. N is the
 /// character's number as a signed number of 16 bits; beyond U+FFFF there are two, those of the
 /// surrogates, the second with "?" behind it. What is no UTF-8 becomes U+FFFD.
 TESSALINK_API CString escapeUtf8(std::string_view utf8);
 
-/// The plain text, in Windows-1252, of a text with these escapes: the reverse of escapeText. Of
-/// `\uN` the letter behind it is left, or the character itself where Windows-1252 has it. All else,
-/// other RTF included, stays as it is.
+/// The plain text, in the code page, of a text with these escapes: the reverse of escapeText. Of
+/// `\uN` the letter behind it is left, or the character itself where the code page has it. All
+/// else, other RTF included, stays as it is.
 TESSALINK_API CString unescapeText(std::string_view text);
 
 }  // namespace tessalink

@@ -28,8 +28,8 @@ concept LargeInteger = std::integral<NUMBER> && !std::same_as<decltype(+NUMBER()
 /// bare name in an expression those of up to 4,095 (FileScanner::cMaxName), where a text function
 /// (TEXT, CAP, COMMA_LIST, EVAL) goes before a variable of its name.
 ///
-/// Texts are Windows-1252 and go into the report as they are, RTF markup included: give what people
-/// typed through RTFEncode (report/RTFText.h), which makes it plain text in RTF.
+/// Texts are in the program's code page and go into the report as they are, RTF markup included:
+/// give what people typed through RTFEncode (report/RTFText.h), which makes it plain text in RTF.
 ///
 /// GetStartPosition and GetNextAssoc visit the variables in the order of the table's entries, which
 /// stays the same as long as the table is not changed.

@@ -11,8 +11,8 @@
 
 #include "core/FileText.h"
 #include "core/WholeNumber.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 #include "report/FileScanner.h"
 #include "report/PlainText.h"
@@ -120,7 +120,10 @@ private:
     }
 
     void read_string(const CString& name) {
-        if (m_isUtf8) fail_from(fromUtf8(m_rest).fault, cNotInWindows1252);
+        if (m_isUtf8) {
+            const CodePageText text = fromUtf8(m_rest);
+            if (!text.IsWhole()) fail_from(text.fault, CString(notInCodePage()));
+        }
         std::string value = take_value();
         if (m_isUtf8) value = fromUtf8(value).text;
         m_variables.SetValue(name, CString(std::move(value)));

@@ -25,9 +25,9 @@ class CFile;
 /// letters, digits and "_" that does not start with a digit and is at most
 /// FileScanner::cMaxCommandWord characters long. Lines end in LF or CR LF; empty lines are skipped.
 ///
-/// Bytes are Windows-1252 unless the file starts with the byte-order mark of UTF-8 or the caller
-/// says that it is UTF-8. A character that Windows-1252 lacks is then a fault in a `string` and
-/// becomes \uN with its nearest letter in a `text` (escapeUtf8).
+/// Bytes are in the program's code page unless the file starts with the byte-order mark of UTF-8 or
+/// the caller says that it is UTF-8. A character that the code page lacks is then a fault in a
+/// `string` and becomes \uN with its nearest letter in a `text` (escapeUtf8).
 namespace tessalink {
 
 /// What is wrong with a variables file, and where.
@@ -42,7 +42,7 @@ public:
 inline constexpr std::size_t cMaxVariablesFile = std::size_t{512} * 1024 * 1024;
 
 /// The encoding of a variables file without a byte-order mark.
-enum class VariablesEncoding { Windows1252, Utf8 };
+enum class VariablesEncoding { CodePage, Utf8 };
 
 /// Where the values of variables stand, by name.
 using VariablePlaces = std::map<CString, TextPlace>;
@@ -53,11 +53,11 @@ using VariablePlaces = std::map<CString, TextPlace>;
 /// variables before it.
 ///
 /// Returns a doubt of which a program should warn: where the first letter beyond ASCII stands in a
-/// file that was read as Windows-1252 although all of its letters are well-formed UTF-8. Lines and
+/// file that was read in the code page although all of its letters are well-formed UTF-8. Lines and
 /// columns count as in every TextPlace, columns behind a byte-order mark.
 TESSALINK_API std::optional<TextPlace> readVariables(
     CFile& file, VarTable& variables, VariablePlaces* places = nullptr,
-    VariablesEncoding encoding = VariablesEncoding::Windows1252);
+    VariablesEncoding encoding = VariablesEncoding::CodePage);
 
 /// Whether a variables file may have a variable of that name.
 TESSALINK_API bool isVariableName(std::string_view name);
@@ -65,7 +65,7 @@ TESSALINK_API bool isVariableName(std::string_view name);
 /// variable of that name can't be printed.
 TESSALINK_API bool isCommandName(std::string_view name);
 
-/// Writes the table's numbers and texts in its order, in Windows-1252, each text as a `string`,
+/// Writes the table's numbers and texts in its order, in the code page, each text as a `string`,
 /// which keeps its escapes; empty and pointer variables, and a double that is not finite, have no
 /// form in the file and raise VariablesError. A double comes back bit for bit.
 TESSALINK_API void writeVariables(const VarTable& variables, CFile& file);

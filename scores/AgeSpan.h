@@ -42,7 +42,7 @@ TESSALINK_API CString formatAge(int ageInMonths);
 /// none: years up to AgeSpan::cMaxYears, months from 0 to 11, nothing before, between or after.
 TESSALINK_API std::optional<AgeSpan> parseAge(std::string_view text);
 
-/// Reads one age, two with "-" or an en dash of Windows-1252 between them ("6:0-8:11", "6-8" for
+/// Reads one age, two with "-" or an en dash between them ("6:0-8:11", "6-8" for
 /// 6:0 to 8:11), or one without end ("65+"); blanks may stand around the ages. The span is given
 /// back as it is written, reversed or not.
 TESSALINK_API std::optional<AgeSpan> parseAgeSpan(std::string_view text);

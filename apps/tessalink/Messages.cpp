@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/base/CodePage.h"
+
 namespace tessalink::cli {
 
 void printAt(const TextPlace& place, const char* kind, const CString& message) {
@@ -33,6 +35,10 @@ void printFault(const InputError& fault) {
 
 void printTrouble(const char* message) {
     std::fprintf(stderr, "tessalink: %s\n", message);
+}
+
+std::string codePageWord() {
+    return CString(codePageName()).MakeLower().GetString();
 }
 
 int printResult(const std::string& text) {

@@ -22,4 +22,7 @@ int printResult(const std::string& text);
 /// Prints "FILE:LINE:COLUMN: KIND: MESSAGE".
 void printAt(const TextPlace& place, const char* kind, const CString& message);
 
+/// What options call the program's code page: "windows-1252".
+std::string codePageWord();
+
 }  // namespace tessalink::cli

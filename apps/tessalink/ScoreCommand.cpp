@@ -7,7 +7,7 @@
 #include "apps/tessalink/DateText.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/VariablesInput.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/WholeFile.h"
 #include "report/PlainText.h"
 #include "scores/NormTable.h"
@@ -41,9 +41,10 @@ CString quoted(const CString& text) {
 }
 
 CString argumentText(std::string_view utf8) {
-    const Windows1252Text text = fromUtf8(utf8);
+    const CodePageText text = fromUtf8(utf8);
     if (!text.IsWhole()) {
-        throw CException(quoted(CString(utf8)) + " has a character that Windows-1252 lacks.");
+        throw CException(quoted(CString(utf8)) + " has a character that " + codePageName().c_str() +
+                         " lacks.");
     }
     return CString(std::string_view(text.text));
 }

@@ -1,6 +1,7 @@
 #include "apps/tessalink/VariablesInput.h"
 
 #include "apps/tessalink/Messages.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::cli {
 
@@ -8,11 +9,12 @@ CString readVariables(const VariablesSource& source, VarTable& variables, Variab
     if (source.path.empty()) return {};
     const auto file = openInput(source.path);
     const auto doubt = tessalink::readVariables(
-        *file, variables, places, source.encoding.value_or(VariablesEncoding::Windows1252));
+        *file, variables, places, source.encoding.value_or(VariablesEncoding::CodePage));
     if (doubt && !source.encoding) {
         printAt(*doubt, "warning",
-                "read as Windows-1252, but this looks like UTF-8: add --encoding utf-8, or "
-                "--encoding windows-1252 if it is right");
+                CString("read as " + codePageName() +
+                        ", but this looks like UTF-8: add --encoding utf-8, or --encoding " +
+                        codePageWord() + " if it is right"));
     }
     return file->GetGivenPath();
 }

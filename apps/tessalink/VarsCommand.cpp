@@ -6,8 +6,8 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateUses.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 
 namespace tessalink::cli {
 

@@ -17,6 +17,7 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchArguments.h"
 #include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
 
@@ -33,13 +34,10 @@ constexpr const char* cTextAlternativeText =
     "pictures of graphs say what they show, for those who can't see them";
 constexpr const char* cEmbedFontsText = "PDF with its fonts in it; needs the package tessalink-qt";
 constexpr const char* cVariablesText =
-    "variables: lines of name TAB type (int, double, string: RTF, text: plain) TAB value, in "
-    "Windows-1252 unless --encoding or a byte-order mark says UTF-8; - reads standard input";
-constexpr const char* cRawText =
-    "variables with the raw scores, in Windows-1252 unless --encoding or a byte-order mark says "
-    "UTF-8; - is standard input";
+    "variables: lines of name TAB type (int, double, string: RTF, text: plain) TAB value, in ";
+constexpr const char* cRawText = "variables with the raw scores, in ";
+constexpr const char* cEncodingText = " unless --encoding or a byte-order mark says UTF-8; - ";
 constexpr const char* cUtf8 = "utf-8";
-constexpr const char* cWindows1252 = "windows-1252";
 constexpr const char* cGraphsText = "graphs in JSON, in UTF-8; - reads standard input";
 constexpr int cHighestDpi = 2400;
 
@@ -73,17 +71,20 @@ void expectOneStandardInput(
 /// The encoding of the variables file that the option names.
 void addEncoding(CLI::App& command, VariablesSource& source, CLI::Option* file) {
     const auto set = [&source](const std::string& name) {
-        source.encoding = name == cUtf8 ? VariablesEncoding::Utf8 : VariablesEncoding::Windows1252;
+        source.encoding = name == cUtf8 ? VariablesEncoding::Utf8 : VariablesEncoding::CodePage;
     };
     command
-        .add_option_function<std::string>("--encoding", set,
-                                          "of the variables: utf-8 or windows-1252 (default)")
-        ->transform(CLI::IsMember({cUtf8, cWindows1252}, CLI::ignore_case))
+        .add_option_function<std::string>(
+            "--encoding", set, "of the variables: utf-8 or " + codePageWord() + " (default)")
+        ->transform(CLI::IsMember({std::string(cUtf8), codePageWord()}, CLI::ignore_case))
         ->needs(file);
 }
 
 void addVariables(CLI::App& command, VariablesSource& source) {
-    addEncoding(command, source, command.add_option("--vars", source.path, cVariablesText));
+    addEncoding(command, source,
+                command.add_option(
+                    "--vars", source.path,
+                    cVariablesText + codePageName() + cEncodingText + "reads standard input"));
 }
 
 void addReport(CLI::App& app, ReportOptions& options, Command& command) {
@@ -139,7 +140,10 @@ void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
     CLI::App* score =
         app.add_subcommand("score", "Look up raw scores in a norm table, for a report");
     addEncoding(*score, options.raw,
-                score->add_option("raw", options.raw.path, cRawText)->required());
+                score
+                    ->add_option("raw", options.raw.path,
+                                 cRawText + codePageName() + cEncodingText + "is standard input")
+                    ->required());
     score
         ->add_option("--norms", options.normsPath,
                      "the norm table, CSV in UTF-8; - is standard input")

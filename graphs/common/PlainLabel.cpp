@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/NumberText.h"
-#include "platform/base/Windows1252.h"
 #include "platform/graphics/SymbolText.h"
 
 namespace tessalink {
@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, 26> cGreek = {
     "phi",   "kappa", "lambda",  "mu",    "nu",      "omicron", "pi",    "theta", "rho",
     "sigma", "tau",   "upsilon", "omega", "omega",   "xi",      "psi",   "zeta"};
 
-/// Signs that Windows-1252 lacks.
+/// Signs that code pages lack.
 struct Sign {
     char32_t character;
     std::string_view text;
@@ -37,7 +37,7 @@ void appendLetter(CString& plain, char letter, char first) {
     plain += name;
 }
 
-/// A sign of the symbol face in words or in Windows-1252; one that has neither is left out.
+/// A sign of the symbol face in words or in the code page; one that has neither is left out.
 void appendSymbol(CString& plain, char code) {
     for (const char first : {'a', 'A'}) {
         if (code >= first && code < first + static_cast<int>(cGreek.size())) {

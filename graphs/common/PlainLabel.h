@@ -6,7 +6,7 @@
 /// What graphs show, in words.
 namespace tessalink {
 
-/// A label as running text in Windows-1252: without switches of fonts, with blanks for line ends.
+/// A label as running text: without switches of fonts, with blanks for line ends.
 /// What stands in the symbol font is named: Greek letters ("alpha", "Delta"), ">=", "<=", "<>",
 /// "~"; a sign that has no such name is left out.
 TESSALINK_API CString plainLabel(const CString& label);

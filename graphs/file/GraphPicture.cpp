@@ -1,10 +1,12 @@
 #include "graphs/file/GraphPicture.h"
 
 #include <cmath>
+#include <string>
 #include <string_view>
 
 #include "graphs/rtf/MetaFile.h"
 #include "graphs/rtf/PictureText.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/CFile.h"
 #include "platform/graphics/NullDevice.h"
 #include "platform/graphics/PdfDevice.h"
@@ -16,8 +18,6 @@ namespace {
 
 constexpr int cHundredthsPerInch = 2540;  // of a millimetre
 constexpr double cMmPerInch = 25.4;
-constexpr std::string_view cDocumentStart =
-    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss Arial;}}\r\n\\pard ";
 constexpr std::string_view cDocumentEnd = "\\par}\r\n";
 
 /// The graph's size in units.
@@ -65,6 +65,14 @@ std::string pictureOf(DescribedGraph& graph, const GraphPictureOptions& options)
     return device.Finish();
 }
 
+/// The start of a document in the program's code page.
+std::string documentStart() {
+    const int charset = codePageCharset();
+    const std::string ofFont = charset != 0 ? "\\fcharset" + std::to_string(charset) : "";
+    return "{\\rtf1\\ansi\\ansicpg" + std::to_string(static_cast<int>(codePage())) +
+           "\\deff0{\\fonttbl{\\f0\\fswiss" + ofFont + " Arial;}}\r\n\\pard ";
+}
+
 void write(CFile& file, std::string_view text) {
     file.Write(text.data(), text.size());
 }
@@ -102,7 +110,7 @@ void writeGraphAsRTF(DescribedGraph& graph, CFile& file, const GraphPictureOptio
 }
 
 void writeGraphDocument(DescribedGraph& graph, CFile& file, const GraphPictureOptions& options) {
-    write(file, cDocumentStart);
+    write(file, documentStart());
     writeGraphAsRTF(graph, file, options);
     write(file, cDocumentEnd);
 }

@@ -11,7 +11,7 @@ class MetaFile;
 namespace tessalink {
 
 /// The text alternative of a picture as a property of it, to stand in the group of the RTF picture
-/// before its kind. The text is Windows-1252; line ends become blanks. Empty for an empty text.
+/// before its kind. The text is in the code page; line ends become blanks. Empty for an empty text.
 TESSALINK_API CString pictureTextAsRTF(std::string_view text);
 
 /// Writes the picture as MetaFile::SaveAsRTF does, with a text alternative that word processors

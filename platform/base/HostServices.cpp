@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/base/CInvalidArgException.h"
+#include "platform/base/detail/CodePageInForce.h"
 #include "platform/base/detail/Terminal.h"
 
 namespace {
@@ -42,7 +44,10 @@ void setHostServices(HostServices services) {
     if (!services.messageBox) services.messageBox = writeMessage;
     if (!services.beep) services.beep = ringTerminal;
     if (!services.stringTable) services.stringTable = findNoString;
+    if (services.codePage && !codePageOf(static_cast<int>(*services.codePage)))
+        AfxThrowInvalidArgException();
     record() = std::move(services);
+    detail::rereadCodePage();
     for (const auto reread : listeners()) reread();
 }
 

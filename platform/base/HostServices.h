@@ -2,8 +2,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/base/CString.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/LocaleValues.h"
 
 /// Kinds of message boxes and the answers to them, with their classic values.
@@ -52,6 +54,11 @@ struct TESSALINK_API HostServices {
     /// The folder that GetModuleDir returns. Default: empty, the folder of the running executable.
     CString moduleDirectory;
 
+    /// The code page of all texts. What is drawn, written as UTF-8 or read from it goes by it, and
+    /// so do built-in measures; templates keep what their `\ansicpg` says. Default: empty, that of
+    /// the user's settings where the system has one, otherwise 1252.
+    std::optional<CodePage> codePage;
+
     /// How the user writes times, dates and decimals. It is called once: on first use, in a program
     /// with times when services are set. Default: empty, what the system's settings for times say.
     std::function<LocaleValues()> localeValues;
@@ -68,7 +75,8 @@ struct TESSALINK_API HostServices {
 
 /// Replaces the services. Call it before anything else of the library is used, and not while
 /// another thread uses it: from then on the record is constant. An empty function stands for the
-/// default. What was read from the services before is read again.
+/// default. What was read from the services before is read again. A code page that texts can't be
+/// in raises CInvalidArgException, and nothing is replaced.
 TESSALINK_API void setHostServices(HostServices services);
 
 /// The services in force.

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/base/HostServices.h"
+#include "platform/base/detail/CodePageInForce.h"
 #include "platform/files/detail/LocaleFormats.h"
 
 namespace tessalink {
@@ -72,6 +73,11 @@ const LocaleValues& localeValues() {
         values = host ? host() : readSystem();
     }
     return *values;
+}
+
+// The encodings of locales here say nothing of those of templates.
+CodePage detail::systemCodePage() {
+    return CodePage::Western;
 }
 
 CalendarTime localTime() {

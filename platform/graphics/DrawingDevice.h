@@ -34,7 +34,7 @@ struct Paint {
 
 /// One run of text in one font.
 struct TextRun {
-    std::string_view text;  ///< Windows-1252, or the codes of a symbol face
+    std::string_view text;  ///< in the code page, or the codes of a symbol face
     const LOGFONT* font = nullptr;
     const SizedFont* sizedFont = nullptr;
     POINT origin;                    ///< where the first character starts, on the base line

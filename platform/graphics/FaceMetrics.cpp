@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/base/CodePage.h"
+#include "platform/base/HostServices.h"
 #include "platform/graphics/detail/BuiltInFaces.h"
 
 namespace tessalink {
@@ -16,7 +18,55 @@ constexpr std::array<std::string_view, 8> cSerifNames = {
     "Times", "Georgia", "Garamond", "Palatino", "Book Antiqua", "Bookman", "Century", "Cambria"};
 
 constexpr std::size_t cFirstSerif = 4;
-constexpr std::size_t cSymbol = 8;
+
+using Faces = std::array<FaceMetrics, detail::cTextFaces + 1>;
+
+// Where the characters of the code page's bytes stand among those of the faces; behind them all
+// for a byte without a width.
+std::array<std::size_t, 256> placesOfBytes() {
+    const auto& characters = detail::cCharactersOfFaces;
+    std::array<std::size_t, 256> places{};
+    for (std::size_t byte = 0; byte < places.size(); ++byte) {
+        const char32_t character = toUnicode(static_cast<char>(byte));
+        const auto place = std::lower_bound(characters.begin(), characters.end(), character);
+        const bool isFound = place != characters.end() && *place == character;
+        places[byte] =
+            isFound ? static_cast<std::size_t>(place - characters.begin()) : characters.size();
+    }
+    return places;
+}
+
+Faces facesOfCodePage() {
+    Faces faces;
+    const auto places = placesOfBytes();
+    for (std::size_t i = 0; i < detail::cTextFaces; ++i) {
+        const detail::BuiltInFace& face = detail::cFaces[i];
+        faces[i] = {face.ascent, face.descent, face.externalLeading, {}};
+        for (std::size_t byte = 0; byte < places.size(); ++byte) {
+            if (places[byte] == face.advances.size()) continue;
+            faces[i].advances[byte] = face.advances[places[byte]];
+        }
+    }
+    faces.back() = detail::cSymbolFace;
+    return faces;
+}
+
+void measureAnew();
+
+Faces firstFaces() {
+    whenHostServicesChange(measureAnew);
+    return facesOfCodePage();
+}
+
+// Fonts that exist already follow a new code page.
+Faces& keptFaces() {
+    static Faces faces = firstFaces();
+    return faces;
+}
+
+void measureAnew() {
+    keptFaces() = facesOfCodePage();
+}
 
 // Whether a name that ends in a NUL starts so.
 bool startsNoCase(const char* name, std::string_view start) {
@@ -44,11 +94,15 @@ bool isSymbolFont(const LOGFONT& font) {
     return font.lfCharSet == SYMBOL_CHARSET || startsNoCase(font.lfFaceName, "Symbol");
 }
 
+const FaceMetrics& detail::builtInFace(std::size_t face) {
+    return keptFaces()[face];
+}
+
 const FaceMetrics& builtInMetrics(const LOGFONT& font) {
-    if (isSymbolFont(font)) return detail::cFaces[cSymbol].metrics;
+    if (isSymbolFont(font)) return detail::builtInFace(detail::cTextFaces);
     const std::size_t style =
         (font.lfWeight >= FW_SEMIBOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
-    return detail::cFaces[(hasSerifs(font) ? cFirstSerif : 0) + style].metrics;
+    return detail::builtInFace((hasSerifs(font) ? cFirstSerif : 0) + style);
 }
 
 SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect) : m_face(&face) {

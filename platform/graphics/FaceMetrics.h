@@ -18,18 +18,19 @@ struct FaceMetrics {
     int ascent = 0;   ///< from the base line up
     int descent = 0;  ///< from the base line down
     int externalLeading = 0;
-    /// How far each character of Windows-1252 (of a symbol face: each of its codes) moves on.
+    /// How far each character of the code page (of a symbol face: each of its codes) moves on.
     /// Control characters have no width and no picture.
     std::array<std::uint16_t, 256> advances{};
 };
 
 /// The built-in measures for the font: those of Arial, Times New Roman or Symbol in its style, on
-/// every machine the same. Any face whose character set is that of symbols, or that is called
+/// every machine the same, for the program's code page; when that changes, so do the measures that
+/// were given before. Any face whose character set is that of symbols, or that is called
 /// Symbol, gets those of Symbol; faces with a serif family or one of the known serif names those of
 /// Times New Roman; all others those of Arial. Bold starts at weight 600.
 TESSALINK_API const FaceMetrics& builtInMetrics(const LOGFONT& font);
 
-/// Whether the characters of the font are codes of a symbol face instead of Windows-1252.
+/// Whether the characters of the font are codes of a symbol face instead of the code page's.
 TESSALINK_API bool isSymbolFont(const LOGFONT& font);
 
 /// Where the measures of fonts come from.

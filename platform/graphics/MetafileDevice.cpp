@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/graphics/CDC.h"
 #include "platform/graphics/EnhMetaFile.h"
 #include "platform/graphics/detail/EmfFormat.h"

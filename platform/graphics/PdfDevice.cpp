@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CException.h"
+#include "platform/base/CodePage.h"
 #include "platform/graphics/SymbolText.h"
 #include "platform/graphics/detail/BaseFonts.h"
 #include "platform/graphics/detail/Deflate.h"
@@ -129,12 +130,12 @@ public:
         return *this;
     }
     // A text for people.
-    Pdf& Told(std::string_view windows1252) {
-        const bool isPlain = std::all_of(windows1252.begin(), windows1252.end(),
-                                         [](char ch) { return ch >= ' ' && ch <= '~'; });
-        if (!isPlain) return Unicode(windows1252);
+    Pdf& Told(std::string_view text) {
+        const bool isPlain =
+            std::all_of(text.begin(), text.end(), [](char ch) { return ch >= ' ' && ch <= '~'; });
+        if (!isPlain) return Unicode(text);
         m_text->Put('(');
-        for (const char ch : windows1252) Character(ch);
+        for (const char ch : text) Character(ch);
         m_text->Put(')');
         return *this;
     }
@@ -146,9 +147,9 @@ public:
     }
 
 private:
-    Pdf& Unicode(std::string_view windows1252) {
+    Pdf& Unicode(std::string_view text) {
         m_text->Put("<FEFF");
-        for (const char ch : windows1252) {
+        for (const char ch : text) {
             const char32_t character = toUnicode(ch);
             Hex(isWritten(character) ? static_cast<unsigned>(character) : ' ', 4);
         }
@@ -645,9 +646,16 @@ void PdfWriter::End() {
     PutTrailer(info);
 }
 
+void refuseOtherCodePages() {
+    if (codePage() == CodePage::Western) return;
+    throw CException(CString(
+        "PDF without embedded fonts has the letters of Windows-1252 only, and texts are in " +
+        codePageName() + ": write PDF with embedded fonts, or SVG"));
+}
+
 }  // namespace
 
 PdfDevice::PdfDevice(const PictureSheet& sheet)
-    : PictureDevice(std::make_unique<PdfWriter>(sheet)) {}
+    : PictureDevice((refuseOtherCodePages(), std::make_unique<PdfWriter>(sheet))) {}
 
 }  // namespace tessalink

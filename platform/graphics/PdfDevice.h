@@ -18,6 +18,8 @@ namespace tessalink {
 /// TESSALINK_PDF_COMPRESSED.
 class TESSALINK_API PdfDevice final : public PictureDevice {
 public:
+    /// CException when the program's code page is not 1252, whose letters alone the base fonts
+    /// have.
     explicit PdfDevice(const PictureSheet& sheet);
 };
 

@@ -16,7 +16,7 @@ class PictureWriter;
 /// The largest picture that is written, in bytes.
 inline constexpr std::uint64_t cMaxPicture = std::uint64_t{1} << 30;
 
-/// The sheet of a picture. Texts are Windows-1252.
+/// The sheet of a picture. Texts are in the code page.
 struct PictureSheet {
     int width = 0;                      ///< in units; what lies outside does not show
     int height = 0;                     ///< in units

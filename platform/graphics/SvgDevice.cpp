@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/graphics/SymbolText.h"
 #include "platform/graphics/detail/PictureWriter.h"
 
@@ -131,8 +131,8 @@ public:
         }
         return *this;
     }
-    Xml& Escaped(std::string_view windows1252) {
-        for (const char ch : windows1252) {
+    Xml& Escaped(std::string_view text) {
+        for (const char ch : text) {
             const char32_t character = toUnicode(ch);
             Character(isWritten(character) ? character : U' ');
         }

@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/HostServices.h"
-#include "platform/base/Windows1252.h"
 #include "platform/qt/detail/PrinterReference.h"
 #include "platform/qt/detail/QtWindowSystem.h"
 #include "platform/windows/WindowSystem.h"

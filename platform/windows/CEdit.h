@@ -9,7 +9,7 @@
 /// WM_COMMAND with EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS.
 ///
 /// Keys and characters come to the handlers first; the base class's pass them to the field. What a
-/// paste would insert can be asked of tessalink::clipboardText. Characters that Windows-1252 lacks
+/// paste would insert can be asked of tessalink::clipboardText. Characters that the code page lacks
 /// are refused with a beep, a paste as a whole.
 class TESSALINK_API CEdit : public CWnd {
     DECLARE_DYNAMIC(CEdit)

@@ -266,7 +266,7 @@ TESSALINK_API void AfxSetMainWnd(CWnd* window);
 
 namespace tessalink {
 
-/// The text of the clipboard; false when there is none or it has a character that Windows-1252
+/// The text of the clipboard; false when there is none or it has a character that the code page
 /// lacks.
 TESSALINK_API bool clipboardText(CString& text);
 

@@ -13,7 +13,7 @@
 /// setWindowSystem; without one, the headless system keeps windows that nobody sees.
 namespace tessalink {
 
-/// An edit field. Positions count characters from 0 on, -1 is the end; texts are Windows-1252,
+/// An edit field. Positions count characters from 0 on, -1 is the end; texts are in the code page,
 /// lines end in "\r\n".
 class TESSALINK_API NativeEdit {
 public:
@@ -119,10 +119,10 @@ TESSALINK_API WindowSystem& windowSystem();
 /// What a window system tells the windows. All of these may destroy the window.
 
 /// The user presses a key: the window gets it, and then the characters that it makes
-/// (Windows-1252), unless the dialog keys of its parent take it. A key that is held down repeats
-/// itself: `isHeld` is true from the second time on. Returns false when nobody wanted the key and
-/// it belongs to the dialog around: a window that answers DLGC_WANTALLKEYS gets all keys, and those
-/// that it does not use do nothing.
+/// (in the code page), unless the dialog keys of its parent take it. A key that is held down
+/// repeats itself: `isHeld` is true from the second time on. Returns false when nobody wanted the
+/// key and it belongs to the dialog around: a window that answers DLGC_WANTALLKEYS gets all keys,
+/// and those that it does not use do nothing.
 TESSALINK_API bool keyPressed(CWnd& window, UINT key, std::string_view characters, UINT repeat = 1,
                               bool isHeld = false);
 /// The same for characters alone, as an input method makes them.

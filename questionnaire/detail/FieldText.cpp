@@ -8,8 +8,8 @@
 
 #include "core/FileText.h"
 #include "core/WholeNumber.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 
 namespace tessalink::detail {
 

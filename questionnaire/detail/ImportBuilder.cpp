@@ -6,9 +6,9 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/NearestLetter.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "questionnaire/detail/FieldText.h"
 #include "questionnaire/detail/ModelLimits.h"
 #include "questionnaire/detail/VariableNames.h"

@@ -41,7 +41,7 @@ public:
     /// Why the whole can't come over when it has no items, with a case in point.
     CString NoItem(const char* what) const;
 
-    /// Windows-1252; a letter that it lacks becomes the nearest one, which is noted.
+    /// The code page; a letter that it lacks becomes the nearest one, which is noted.
     CString Text(std::string_view utf8);
     /// The identity of the questionnaire, made of its name elsewhere.
     static CString Identity(std::string_view name);

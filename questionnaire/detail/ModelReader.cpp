@@ -9,7 +9,7 @@
 #include "core/FileText.h"
 #include "json/JsonObject.h"
 #include "json/NameHint.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/detail/ModelLimits.h"
 #include "report/VariablesFile.h"
 
@@ -254,10 +254,10 @@ void ModelReader::each(const JsonValue& values, JsonValue::Kind kind, std::size_
     }
 }
 
-/// A key in Windows-1252.
+/// A key in the code page.
 CString ModelReader::key_text(const JsonMember& member) const {
-    Windows1252Text text = fromUtf8(member.key);
-    if (!text.IsWhole()) m_in.Source().FailAtKey(member, cNotInWindows1252);
+    CodePageText text = fromUtf8(member.key);
+    if (!text.IsWhole()) m_in.Source().FailAtKey(member, notInCodePage());
     return CString(std::move(text.text));
 }
 
@@ -265,7 +265,7 @@ CString ModelReader::key_text(const JsonMember& member) const {
 std::size_t ModelReader::named(const NamePlaces& names, const char* what,
                                const JsonValue& name) const {
     m_in.Expect(name, Kind::Text);
-    const Windows1252Text text = fromUtf8(name.text);
+    const CodePageText text = fromUtf8(name.text);
     const std::size_t* const position = text.IsWhole() ? names.Find(CString(text.text)) : nullptr;
     if (position != nullptr) return *position;
     m_in.Fail(name, std::string("unknown ") + what + ' ' + quoted(name.text) +

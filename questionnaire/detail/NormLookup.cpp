@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/Date.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "scores/Reliability.h"
 
 namespace tessalink::detail {

@@ -7,7 +7,7 @@
 
 #include "json/JsonReader.h"
 #include "json/JsonSource.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/detail/FieldText.h"
 #include "questionnaire/detail/NamedText.h"
 

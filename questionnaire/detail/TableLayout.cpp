@@ -9,8 +9,8 @@
 #include "core/FileText.h"
 #include "core/InputError.h"
 #include "json/NameHint.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "questionnaire/detail/Cell.h"
 #include "questionnaire/detail/FieldText.h"
 
@@ -149,7 +149,7 @@ void LayoutBuilder::take_names(std::string_view header) {
 
 void LayoutBuilder::add_name(const Cell& cell, const TextPlace& place) {
     if (m_layout.IsUtf8() && findMalformedUtf8(cell.text) != std::string_view::npos) {
-        fail_at(place, std::string(cNoUtf8) + ", or say that it is Windows-1252");
+        fail_at(place, std::string(cNoUtf8) + ", or say that it is " + codePageName());
     }
     if (!cell.isQuoted && cell.text.find('\r') != std::string_view::npos) {
         fail_at(place, "a carriage return without a line feed: end the lines in LF or CR LF");
@@ -162,7 +162,7 @@ void LayoutBuilder::add_name(const Cell& cell, const TextPlace& place) {
 void LayoutBuilder::encode_missing() {
     if (m_layout.IsUtf8()) return;
     std::erase_if(m_layout.options.missingCodes, [](std::string& code) {
-        Windows1252Text text = fromUtf8(code);
+        CodePageText text = fromUtf8(code);
         code = std::move(text.text);
         return !text.IsWhole();
     });

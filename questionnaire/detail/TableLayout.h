@@ -43,7 +43,7 @@ struct TableLayout {
     TableLayout(const TableLayout&) = delete;
     TableLayout& operator=(const TableLayout&) = delete;
 
-    bool IsUtf8() const { return options.encoding != ResponseTableOptions::Encoding::Windows1252; }
+    bool IsUtf8() const { return options.encoding != ResponseTableOptions::Encoding::CodePage; }
     /// Up to which column all are of answers alone, from one on.
     std::size_t EndOfAnswers(std::size_t column) const {
         return column < answerEnds.size() ? answerEnds[column] : column;

@@ -6,11 +6,14 @@
 #include <thread>
 #include <vector>
 
+#include "platform/base/CodePage.h"
 #include "platform/files/CMemFile.h"
+#include "questionnaire/ResponseTable.h"
 #include "report/ParseException.h"
 #include "report/PlainText.h"
 #include "report/TemplateFile.h"
 #include "tests/support/Dice.h"
+#include "tests/support/HostServicesScope.h"
 
 namespace tessalink::test {
 namespace {
@@ -200,6 +203,43 @@ TEST(RespondentReports, OfOneQuestionnaireAreWrittenByManyThreads) {
     }
     for (std::thread& thread : threads) thread.join();
     for (const std::string& text : wrong) EXPECT_EQ(text, "");
+}
+
+// JSON and tables in UTF-8 or in the code page come to the same report, in the code page.
+TEST(RespondentReports, AreInTheCodePage) {
+    HostServices services;
+    services.codePage = CodePage::Greek;
+    const HostServicesScope scope(services);
+    const std::string never = "\u03C0\u03BF\u03C4\u03AD";
+    const std::string always = "\u03C0\u03AC\u03BD\u03C4\u03B1";
+    const std::string name = "\u0395\u03BB\u03AD\u03BD\u03B7";
+    std::string json = cQuestionnaire;
+    json.replace(json.find("never"), 5, never);
+    json.replace(json.find("a [bit] @"), 9, always);
+    QuestionnaireFiles files = filesOf("@Name: @Q1_Label, @Q2_Label, @Sum. @CAP(Name)");
+    files["questionnaire.json"] = json;
+    const Questionnaire questionnaire = Questionnaire::Read(files, "mini");
+    RespondentReports reports(questionnaire);
+    const std::string table = "id,Name,Q1,Q2\np," + name + "," + always + "," + never + "\n";
+    using Encoding = ResponseTableOptions::Encoding;
+    for (const auto& [encoding, text] :
+         {std::pair(Encoding::Utf8, table), {Encoding::CodePage, fromUtf8(table).text}}) {
+        ResponseTableOptions options;
+        options.encoding = encoding;
+        options.hasLabels = true;
+        CMemFile file(text);
+        ResponseTable rows(file, questionnaire, options);
+        ResponseBlock block;
+        ASSERT_TRUE(rows.ReadBlock(block));
+        std::vector<std::string> reported;
+        rows.Parse(block, [&](RespondentRow& row) {
+            reported.push_back(toUtf8(reportOf(reports, questionnaire, row.respondent)));
+        });
+        const std::string expected = name + ": " + always + ", " + never + ", 1. " + name;
+        EXPECT_EQ(reported, std::vector<std::string>{expected});
+    }
+    // A Cyrillic name has no bytes: it prints by numbers, with Latin letters to fall back on.
+    EXPECT_EQ(reportOf("@Name", personNamed("\u0416\u0443")), "\\u1046Z\\u1091u");
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/InputError.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/CMemFile.h"
 #include "questionnaire/RespondentId.h"
 #include "tests/questionnaire/EveryKey.h"
@@ -63,8 +63,8 @@ public:
     explicit RandomTable(Dice& dice) : m_dice(dice) {
         m_options.hasDecimalComma = dice.OneIn(2);
         m_delimiter = m_options.hasDecimalComma ? ';' : dice.Pick(std::string(",;\t"));
-        m_isWindows1252 = dice.OneIn(3);
-        if (m_isWindows1252) m_options.encoding = ResponseTableOptions::Encoding::Windows1252;
+        m_isInCodePage = dice.OneIn(3);
+        if (m_isInCodePage) m_options.encoding = ResponseTableOptions::Encoding::CodePage;
         m_options.hasLabels = dice.OneIn(2);
         m_options.dateOrder = dice.Pick(std::vector{ResponseTableOptions::DateOrder::Iso,
                                                     ResponseTableOptions::DateOrder::DayMonthYear,
@@ -80,7 +80,7 @@ public:
         }
         if (dice.OneIn(2)) m_options.columnNames = columnNames("item,column\nQ1,First question\n");
         if (dice.OneIn(2)) m_options.carried = {"x"};
-        if (!m_isWindows1252 && dice.OneIn(2)) m_text = "\xEF\xBB\xBF";
+        if (!m_isInCodePage && dice.OneIn(2)) m_text = "\xEF\xBB\xBF";
         std::vector<std::string> header = m_columns;
         if (!m_options.columnNames.empty()) {
             *std::find(header.begin(), header.end(), "Q1") = "First question";
@@ -99,7 +99,7 @@ private:
     std::string cell(std::string utf8) {
         const bool mustQuote =
             utf8.find_first_of(std::string("\"\r\n") + m_delimiter) != std::string::npos;
-        if (m_isWindows1252) utf8 = fromUtf8(utf8).text;
+        if (m_isInCodePage) utf8 = fromUtf8(utf8).text;
         if (!mustQuote && !m_dice.OneIn(4)) return utf8;
         std::string quoted = "\"";
         for (const char letter : utf8) {
@@ -187,7 +187,7 @@ private:
     Dice& m_dice;
     ResponseTableOptions m_options;
     char m_delimiter = ',';
-    bool m_isWindows1252 = false;
+    bool m_isInCodePage = false;
     std::string m_lineEnd;
     std::vector<std::string> m_columns;
     std::string m_text;

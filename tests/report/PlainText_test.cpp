@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/NearestLetter.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "tests/report/RunTemplate.h"
 #include "tests/support/Dice.h"
 

@@ -14,7 +14,7 @@ namespace {
 
 /// "LINE:COLUMN MESSAGE" of the fault, or nothing.
 std::string faultOf(std::string_view text, VarTable& variables,
-                    VariablesEncoding encoding = VariablesEncoding::Windows1252) {
+                    VariablesEncoding encoding = VariablesEncoding::CodePage) {
     CMemFile file(text);
     file.SetFilePath("vars.tsv");
     try {
@@ -104,7 +104,7 @@ TEST(VariablesFile, NamesPlaceAndKindOfAFault) {
 
 TEST(VariablesFile, ReadsUtf8AndPlainText) {
     constexpr auto utf8 = VariablesEncoding::Utf8;
-    constexpr auto ansi = VariablesEncoding::Windows1252;
+    constexpr auto ansi = VariablesEncoding::CodePage;
     const std::string lines = "# \u2264\ns\tstring\t{\u00EB}\nt\ttext\t{\u00EB}\\\\ \u0141@\n";
     const struct {
         std::string text;

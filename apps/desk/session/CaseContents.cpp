@@ -1,7 +1,7 @@
 #include "apps/desk/session/CaseContents.h"
 
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "questionnaire/ValueText.h"
 
 namespace tessalink::desk {

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/RespondentId.h"
 #include "questionnaire/ValueText.h"
 

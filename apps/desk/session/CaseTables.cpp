@@ -3,8 +3,8 @@
 #include <set>
 
 #include "apps/desk/session/CaseContents.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
 #include "platform/files/CFile.h"
 #include "questionnaire/RespondentId.h"
 #include "questionnaire/ScoreTable.h"

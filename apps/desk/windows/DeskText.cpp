@@ -7,7 +7,7 @@
 
 #include "apps/desk/windows/StoreTexts.h"
 #include "platform/base/CException.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::desk {
 

@@ -15,10 +15,10 @@ namespace tessalink::desk {
 
 /// UTF-8, as files of cases have it.
 QString shown(std::string_view utf8);
-/// Windows-1252, as questionnaires and windows of the library have it.
+/// The code page, as questionnaires and windows of the library have it.
 QString shown(const CString& text);
 std::string utf8Of(const QString& text);
-/// With "?" for each character that Windows-1252 lacks.
+/// With "?" for each character that the code page lacks.
 CString windowText(const QString& text);
 
 /// The name of a file or folder as the library takes it.

@@ -10,8 +10,8 @@
 #include "dataentry/RspListItemUI.h"
 #include "dataentry/SingleColLayoutMgr.h"
 #include "dataentry/TextDataEntryUI.h"
+#include "platform/base/CodePage.h"
 #include "platform/base/HostServices.h"
-#include "platform/base/Windows1252.h"
 #include "questionnaire/RespondentId.h"
 
 namespace tessalink::desk {

@@ -7,7 +7,7 @@
 
 #include "apps/desk/casestore/CaseStore.h"
 #include "apps/desk/windows/DeskText.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/ValueText.h"
 
 namespace tessalink::desk {

@@ -17,8 +17,6 @@ constexpr unsigned cMostSeconds = 86400;
 
 const std::map<std::string, ProgressForm> cProgressForms = {
     {"bar", ProgressForm::bar}, {"lines", ProgressForm::lines}, {"none", ProgressForm::none}};
-const std::map<std::string, Encoding> cEncodings = {{"utf-8", Encoding::Utf8},
-                                                    {"windows-1252", Encoding::Windows1252}};
 const std::map<std::string, DateOrder> cDateOrders = {{"DMY", DateOrder::DayMonthYear},
                                                       {"MDY", DateOrder::MonthDayYear},
                                                       {"YMD", DateOrder::YearMonthDay}};
@@ -26,11 +24,11 @@ const std::map<std::string, DateOrder> cDateOrders = {{"DMY", DateOrder::DayMont
 /// An option whose value is one of some words.
 template <class Value, class Target>
 CLI::Option* addWords(CLI::App& command, const char* name, Target& target,
-                      const std::map<std::string, Value>& words, const char* text) {
+                      const std::map<std::string, Value>& words, const std::string& text) {
     std::vector<std::string> names;
     names.reserve(words.size());
     for (const auto& [word, value] : words) names.push_back(word);
-    const auto set = [&target, &words](const std::string& word) { target = words.at(word); };
+    const auto set = [&target, words](const std::string& word) { target = words.at(word); };
     return command.add_option_function<std::string>(name, set, text)
         ->transform(CLI::IsMember(names, CLI::ignore_case));
 }
@@ -91,8 +89,10 @@ std::vector<const CLI::Option*> addTable(CLI::App& batch, Options& options) {
     return {batch.add_option("--id", table.idColumn,
                              "the column of ids (default: id, or else the first)"),
             batch.add_option("--name", table.nameColumn, "the column of names"),
-            addWords(batch, "--encoding", table.encoding, cEncodings,
-                     "of the table: utf-8 (default) or windows-1252"),
+            addWords(batch, "--encoding", table.encoding,
+                     std::map<std::string, Encoding>{{"utf-8", Encoding::Utf8},
+                                                     {codePageWord(), Encoding::CodePage}},
+                     "of the table: utf-8 (default) or " + codePageWord()),
             batch.add_option_function<std::string>(
                 "--delimiter", [&table](const std::string& text) { setDelimiter(text, table); },
                 "what parts the cells, or tab (default: found from the header)"),

@@ -6,7 +6,7 @@
 
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/batch/OptionsText.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/FhirResponses.h"
 #include "questionnaire/ScoreTable.h"
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "apps/tessalink/Messages.h"
+
 namespace tessalink::cli {
 
 namespace {
@@ -44,7 +46,7 @@ constexpr const char* cDateOrderNames[] = {"", "DMY", "MDY", "YMD"};
 void addTable(const ResponseTableOptions& table, Writer& writer) {
     writer.Value("--id", table.idColumn);
     writer.Value("--name", table.nameColumn);
-    writer.Flag("--encoding windows-1252", table.encoding == Encoding::Windows1252);
+    if (table.encoding == Encoding::CodePage) writer.Value("--encoding", codePageWord());
     if (table.delimiter) writer.Value("--delimiter", std::string(1, *table.delimiter));
     writer.Flag("--decimal-comma", table.hasDecimalComma);
     writer.Values("--missing", table.missingCodes);

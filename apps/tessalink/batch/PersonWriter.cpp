@@ -4,7 +4,7 @@
 
 #include "apps/tessalink/batch/OutputTable.h"
 #include "core/InputError.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/RespondentId.h"
 #include "questionnaire/ScoreTable.h"
 #include "report/ParseException.h"

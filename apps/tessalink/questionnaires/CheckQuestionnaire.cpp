@@ -1,6 +1,6 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/ScoreTable.h"
 

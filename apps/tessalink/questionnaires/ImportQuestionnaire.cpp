@@ -4,7 +4,7 @@
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
 #include "core/FileText.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/CMemFile.h"
 #include "questionnaire/Questionnaire.h"
 #include "questionnaire/QuestionnaireImport.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t cMostBytes = std::size_t{64} << 20;
 constexpr const char* cMappingFile = "columns.csv";
 constexpr const char* cReportStart =
-    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}}\n"
+    "{\\rtf1\\ansi\\ansicpg%d\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset%d Arial;}}\n"
     "@COMMENT A report to start from: what was answered. @COMMENT_END\n"
     "\\pard\\sa240\\b\\f0\\fs32 @QuestionnaireTitle\\b0\\par\n"
     "\\fs20\\pard\\sa120 @RespondentID\\par\n";
@@ -37,7 +37,9 @@ ImportedQuestionnaire read(const std::string& path) {
 
 /// A line for each entry of the form, and a row of a table for each item.
 std::string reportOf(const QuestionnaireModel& model) {
-    std::string text = cReportStart;
+    CString start;
+    start.Format(cReportStart, static_cast<int>(codePage()), codePageCharset());
+    std::string text(start.View());
     for (const Field& field : model.fields) {
         const std::string id(field.id.View());
         const bool isChoice = field.type == Field::Type::Choice;

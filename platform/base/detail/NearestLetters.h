@@ -15,6 +15,18 @@ struct NearestBlock {
     std::string_view letters;
 };
 
+/// The same in the letters of the same script that some code page has.
+struct OwnBlock {
+    char32_t first;
+    std::u16string_view letters;
+};
+
+/// The ASCII letters nearest to the bytes of Windows-1252 from 0x80 on.
+extern const std::string_view cPlainLetters;
+
+inline constexpr std::size_t cOwnBlocks = 3;
+extern const std::array<OwnBlock, cOwnBlocks> cOwnLetters;
+
 inline constexpr std::size_t cNearestBlocks = 14;
 extern const std::array<NearestBlock, cNearestBlocks> cNearestLetters;
 

@@ -6,6 +6,9 @@ As many marks are kept as Windows-1252 has with the letter. Greek is that of
 ISO 843, Cyrillic that of ISO 9, both cut to their first letter; further Latin letters and signs
 stand in the table below. Ligatures and the like give their first letter (NFKD).
 
+For other code pages there are the ASCII letters nearest to the bytes of Windows-1252, and the
+nearest letters of their own scripts: Greek as Windows-1253 has it, Cyrillic as Windows-1251 does.
+
 usage: make_nearest_letters.py > NearestLetters.cpp
 """
 import unicodedata
@@ -52,25 +55,48 @@ SIGNS = {"\u2010": "-", "\u2011": "-", "\u2012": "\u2013", "\u2015": "\u2014", "
          "\u2035": "'", "\u2036": '"', "\u2212": "-", "\u2215": "/", "\u2044": "/", "\u02B9": "'",
          "\u02BA": '"', "\u02BB": "\u2018", "\u02BC": "\u2019", "\u02BD": "\u2018", "\u02C8": "'",
          "\u0374": "'", "\u037E": ";"}
+# What comes nearest in ASCII, and in Cyrillic.
+PLAIN = {"ß": "s", "ø": "o", "Ø": "O", "æ": "a", "Æ": "A", "œ": "o", "Œ": "O", "þ": "t", "Þ": "T",
+         "ð": "d", "Ð": "D", "ƒ": "f", "×": "x", "÷": "/", "¡": "!", "¦": "|", "ˆ": "^", "˜": "~",
+         "€": "E", "‚": "'", "„": '"', "‹": "<", "›": ">", "«": '"', "»": '"', "‘": "'", "’": "'",
+         "“": '"', "”": '"', "•": "*", "–": "-", "—": "-", "·": ".", "´": "'", "©": "c", "®": "r"}
+CYRILLIC_OWN = both(pairs("ѣ:е ѳ:ф ѵ:и ғ:г қ:к ҡ:к ҝ:к ҟ:к ң:н ҥ:н ү:у ұ:у һ:х ә:а ө:о ҳ:х ҷ:ч ҹ:ч "
+                          "җ:ж ҙ:з ҫ:с ҭ:т ҵ:ц ҕ:г ҧ:п ӄ:к ӈ:н ӌ:ч ӡ:з"))
+# All accents of Greek are the one that is written today.
+STRESS = {"\u0300": "\u0301", "\u0342": "\u0301"}
+OWN_BLOCKS = [  # first and last character, code page, letters beside those without their marks
+    (0x0370, 0x03FF, "cp1253", {}),
+    (0x0400, 0x04FF, "cp1251", CYRILLIC_OWN),
+    (0x1F00, 0x1FFF, "cp1253", {}),
+]
 LETTERS = LATIN | GREEK | CYRILLIC | SIGNS
 
 
-def byte_of(text):
+def byte_of(text, page="cp1252"):
     try:
-        return text.encode("cp1252")[0] if len(text) == 1 else None
+        return text.encode(page)[0] if len(text) == 1 else None
     except UnicodeEncodeError:
         return None
 
 
-def nearest(character):
-    if character in LETTERS:
-        return byte_of(LETTERS[character])
+def nearest(character, letters=LETTERS, page="cp1252"):
+    if character in letters:
+        return byte_of(letters[character], page)
     full = unicodedata.normalize("NFKD", character)
-    base = LETTERS.get(full[0], full[0])
-    marks = [mark for mark in full[1:] if unicodedata.combining(mark)]
+    base = letters.get(full[0], full[0])
+    accents = STRESS if page == "cp1253" else {}
+    marks = [accents.get(mark, mark) for mark in full[1:] if unicodedata.combining(mark)]
     kept = (part for count in range(len(marks), -1, -1) for part in combinations(marks, count))
-    bytes_of_parts = (byte_of(unicodedata.normalize("NFC", base + "".join(part))) for part in kept)
+    bytes_of_parts = (byte_of(unicodedata.normalize("NFC", base + "".join(part)), page)
+                      for part in kept)
     return next(filter(None, bytes_of_parts), None)
+
+
+def own(character, page, letters):
+    """The letter of the code page's own script; "_" for none."""
+    byte = nearest(character, letters, page)
+    found = bytes([byte or 0]).decode(page)
+    return found if found.isalpha() and ord(found) >= 0x0370 else "_"
 
 
 def escaped(byte):
@@ -80,11 +106,14 @@ def escaped(byte):
     return character if 0x20 <= byte < 0x7F else f"\\{byte:03o}"
 
 
-def block_lines(first, last, width=90):
-    found = [nearest(chr(code)) for code in range(first, last + 1)]
-    bytes_of_block = [ord("_") if byte in (None, ord("?")) else byte for byte in found]
+def block_lines(found, width=90):
+    return lines_of(map(escaped, [ord("_") if byte in (None, ord("?")) else byte
+                                  for byte in found]), width)
+
+
+def lines_of(pieces, width=90):
     line = ""
-    for piece in map(escaped, bytes_of_block):
+    for piece in pieces:
         if len(line) + len(piece) > width:
             yield line
             line = ""
@@ -98,6 +127,17 @@ if __name__ == "__main__":
     print("namespace tessalink::detail {\n\n// clang-format off")
     print("const std::array<NearestBlock, cNearestBlocks> cNearestLetters = {{")
     for block in BLOCKS:
-        lines = "\n     ".join(f'"{line}"' for line in block_lines(*block))
+        found = [nearest(chr(code)) for code in range(block[0], block[1] + 1)]
+        lines = "\n     ".join(f'"{line}"' for line in block_lines(found))
         print(f"    {{0x{block[0]:04X},\n     {lines}}},")
-    print("}};\n// clang-format on\n\n}  // namespace tessalink::detail")
+    print("}};\n\nconst std::array<OwnBlock, cOwnBlocks> cOwnLetters = {{")
+    for first, last, page, letters in OWN_BLOCKS:
+        found = (own(chr(code), page, letters) for code in range(first, last + 1))
+        pieces = (letter if letter == "_" else f"\\u{ord(letter):04X}" for letter in found)
+        lines = "\n     ".join(f'u"{line}"' for line in lines_of(pieces))
+        print(f"    {{0x{first:04X},\n     {lines}}},")
+    plain = [nearest(bytes([byte]).decode("cp1252", "replace"), PLAIN, "ascii")
+             for byte in range(0x80, 0x100)]
+    lines = "\n    ".join(f'"{line}"' for line in block_lines(plain))
+    print(f"}}}};\n\nconst std::string_view cPlainLetters =\n    {lines};")
+    print("// clang-format on\n\n}  // namespace tessalink::detail")

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::detail {
 
@@ -70,16 +70,16 @@ std::optional<std::size_t> find(const Fields& fields, std::string_view conversio
     return static_cast<std::size_t>(field - fields.begin());
 }
 
-// The text in Windows-1252, its no-break spaces (U+00A0, U+2009, U+202F) as blanks; nothing when it
-// is empty or has characters that Windows-1252 lacks.
-std::optional<CString> ansiText(std::string_view utf8) {
+// The text in the code page, its no-break spaces (U+00A0, U+2009, U+202F) as blanks; nothing when
+// it is empty or has characters that the code page lacks.
+std::optional<CString> pageText(std::string_view utf8) {
     std::string text(utf8);
     for (const auto blank : {"\u00A0"sv, "\u2009"sv, "\u202F"sv}) {
         for (auto place = text.find(blank); place != std::string::npos; place = text.find(blank)) {
             text.replace(place, blank.size(), " ");
         }
     }
-    const Windows1252Text result = fromUtf8(text);
+    const CodePageText result = fromUtf8(text);
     if (text.empty() || !result.IsWhole()) return std::nullopt;
     return CString(std::string_view(result.text));
 }
@@ -87,7 +87,7 @@ std::optional<CString> ansiText(std::string_view utf8) {
 // A separator loses blanks at its start: those behind a number belong to the number when a text is
 // read.
 void setSeparator(CString& separator, std::string_view utf8) {
-    auto text = ansiText(utf8);
+    auto text = pageText(utf8);
     if (!text) return;
     text->TrimLeft(' ');
     if (!text->IsEmpty()) separator = *text;
@@ -104,8 +104,8 @@ void setTime(LocaleValues& values, const LocaleFormats& formats) {
     if (values.is24Hour) return;
     const auto indicator = find(fields, "pP");
     values.indicatorInFront = indicator && *indicator < *hour;
-    const auto morning = ansiText(formats.morning);
-    const auto afternoon = ansiText(formats.afternoon);
+    const auto morning = pageText(formats.morning);
+    const auto afternoon = pageText(formats.afternoon);
     const bool usable = morning && afternoon && *morning != *afternoon;
     values.morningIndicator = usable ? *morning : "AM";
     values.afternoonIndicator = usable ? *afternoon : "PM";

@@ -43,9 +43,8 @@ std::size_t baseFontFor(const LOGFONT& font) {
 
 int baseFontWidth(std::size_t font, unsigned char code) {
     if (font >= cFirstCourier && font < cSymbol) return cCourierWidth;
-    const std::size_t face = font == cSymbol ? cFaces.size() - 1 : font;
-    return (cFaces[face].metrics.advances[code] * cThousand + FaceMetrics::cEm / 2) /
-           FaceMetrics::cEm;
+    const FaceMetrics& face = builtInFace(font == cSymbol ? cTextFaces : font);
+    return (face.advances[code] * cThousand + FaceMetrics::cEm / 2) / FaceMetrics::cEm;
 }
 
 }  // namespace tessalink::detail

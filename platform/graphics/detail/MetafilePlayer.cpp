@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/graphics/NullDevice.h"
 #include "platform/graphics/detail/EmfFormat.h"
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Writes BuiltInFaces.cpp: the advance widths of the built-in typefaces, read from fonts of the same
-metrics (Liberation Sans and Serif, and the Standard Symbols of the PostScript base fonts).
+"""Writes BuiltInFaces.cpp: the advance widths of the built-in typefaces for the characters of all
+code pages, read from fonts of the same metrics (Liberation Sans and Serif, and the Standard Symbols
+of the PostScript base fonts).
 
 usage: make_built_in_faces.py LIBERATION_FOLDER SYMBOLS.afm > BuiltInFaces.cpp
 """
@@ -8,9 +9,14 @@ import struct
 import sys
 from pathlib import Path
 
+sys.path.append(str(Path(__file__).resolve().parents[2] / "base" / "detail"))
+from make_code_pages import CHARSETS, character_of  # noqa: E402
+
 EM = 2048
 CODES = 256
 STYLES = ["Regular", "Bold", "Italic", "BoldItalic"]
+CHARACTERS = sorted({*range(0x20, 0x7F)} | {character_of(page, byte) for page in CHARSETS
+                                            for byte in range(0x80, CODES)})
 # Ascent and descent of the symbol font of the classic desktop, in units of its em of 2048.
 SYMBOL_HEIGHTS = (2059, 450, 0)
 
@@ -46,24 +52,15 @@ def glyphs_of(cmap):
 
 
 def true_type_face(path):
-    """(ascent, descent, external leading, advances) in units of the em."""
+    """(ascent, descent, external leading, advances of CHARACTERS) in units of the em."""
     tables = tables_of(path.read_bytes())
     assert struct.unpack(">H", tables["head"][18:20])[0] == EM, path
     ascent, descent, gap = struct.unpack(">hhh", tables["hhea"][4:10])
     metrics = struct.unpack(">H", tables["hhea"][34:36])[0]
     advance = [struct.unpack(">H", tables["hmtx"][4 * i:4 * i + 2])[0] for i in range(metrics)]
     glyphs = glyphs_of(tables["cmap"])
-
-    def width(code):
-        if code < 0x20 or code == 0x7F:
-            return 0
-        try:
-            character = ord(bytes([code]).decode("cp1252"))
-        except UnicodeDecodeError:
-            character = code
-        return advance[min(glyphs.get(character, 0), metrics - 1)]
-
-    return ascent, -descent, gap, [width(code) for code in range(CODES)]
+    widths = [advance[min(glyphs.get(character, 0), metrics - 1)] for character in CHARACTERS]
+    return ascent, -descent, gap, widths
 
 
 def symbol_face(path):
@@ -75,25 +72,31 @@ def symbol_face(path):
     return (*SYMBOL_HEIGHTS, widths)
 
 
+def put_rows(values, form=str):
+    for first in range(0, len(values), 16):
+        print("        " + ", ".join(map(form, values[first:first + 16])) + ",")
+
+
 def main():
     folder, symbols = Path(sys.argv[1]), Path(sys.argv[2])
-    faces = [("Arial", style, true_type_face(folder / f"LiberationSans-{style}.ttf"))
-             for style in STYLES]
-    faces += [("Times New Roman", style, true_type_face(folder / f"LiberationSerif-{style}.ttf"))
-              for style in STYLES]
-    faces.append(("Symbol", "Regular", symbol_face(symbols)))
     print("// Made by make_built_in_faces.py; do not edit.")
     print('#include "platform/graphics/detail/BuiltInFaces.h"\n')
     print("namespace tessalink::detail {\n")
     print("// clang-format off")
-    print(f"const std::array<BuiltInFace, cBuiltInFaces> cFaces = {{{{")
-    for name, style, (ascent, descent, gap, widths) in faces:
-        bold, italic = "true" if "Bold" in style else "false", "true" if "Italic" in style else "false"
-        print(f'    {{"{name}", {bold}, {italic}, {{{ascent}, {descent}, {gap}, {{')
-        for first in range(0, CODES, 16):
-            print("        " + ", ".join(map(str, widths[first:first + 16])) + ",")
-        print("    }}},")
+    print("const std::array<char16_t, cFaceCharacters> cCharactersOfFaces = {")
+    put_rows(CHARACTERS, "0x{:04X}".format)
+    print("};\n\nconst std::array<BuiltInFace, cTextFaces> cFaces = {{")
+    for name in ("Sans", "Serif"):
+        for style in STYLES:
+            ascent, descent, gap, widths = true_type_face(folder / f"Liberation{name}-{style}.ttf")
+            print(f"    {{{ascent}, {descent}, {gap}, {{  // {name}, {style}")
+            put_rows(widths)
+            print("    }},")
+    ascent, descent, gap, widths = symbol_face(symbols)
+    print(f"}}}};\n\nconst FaceMetrics cSymbolFace = {{{ascent}, {descent}, {gap}, {{")
+    put_rows(widths)
     print("}};\n// clang-format on\n\n}  // namespace tessalink::detail")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::detail {
 
@@ -87,7 +87,7 @@ KeyInput keyInputOf(const QKeyEvent& event) {
     }
     // Ctrl and Alt together are the third level of the keyboard.
     if (!isPrintable(event.text()) || (isAlt && !isCtrl)) return input;
-    const Windows1252Text text = fromUtf8(event.text().toStdString());
+    const CodePageText text = fromUtf8(event.text().toStdString());
     input.isRefused = !text.IsWhole();
     if (!input.isRefused) input.characters = text.text;
     return input;

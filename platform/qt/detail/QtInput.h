@@ -13,7 +13,7 @@ namespace tessalink::detail {
 struct KeyInput {
     UINT key = 0;
     std::string characters;
-    bool isRefused = false;  // it makes a character that is not in Windows-1252
+    bool isRefused = false;  // it makes a character that is not in the code page
 };
 
 KeyInput keyInputOf(const QKeyEvent& event);

@@ -1,12 +1,12 @@
 #include "platform/qt/detail/QtText.h"
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::detail {
 
-QString toQString(std::string_view windows1252) {
-    const std::string text = toUtf8(windows1252);
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+QString toQString(std::string_view text) {
+    const std::string utf8 = toUtf8(text);
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 QString toFieldText(const CString& text) {
@@ -18,7 +18,7 @@ std::optional<CString> fromQString(const QString& text) {
     lines.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
     lines.replace(QChar::LineSeparator, QLatin1Char('\n'));
     lines.remove(QLatin1Char('\r')).replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-    const Windows1252Text result = fromUtf8(lines.toStdString());
+    const CodePageText result = fromUtf8(lines.toStdString());
     if (!result.IsWhole()) return std::nullopt;
     return CString(result.text.c_str());
 }

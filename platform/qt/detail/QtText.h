@@ -6,14 +6,14 @@
 
 #include "platform/base/CString.h"
 
-// Texts of windows are Windows-1252 with "\r\n" at the ends of lines, those of the toolkit Unicode
-// with "\n".
+// Texts of windows are in the code page with "\r\n" at the ends of lines, those of the toolkit
+// Unicode with "\n".
 namespace tessalink::detail {
 
-QString toQString(std::string_view windows1252);
+QString toQString(std::string_view text);
 // The text for a field, without carriage returns.
 QString toFieldText(const CString& text);
-// Nothing when a character is not in Windows-1252.
+// Nothing when a character is not in the code page.
 std::optional<CString> fromQString(const QString& text);
 
 }  // namespace tessalink::detail

@@ -27,9 +27,12 @@
 #include "graphs/profile/HorProfileGraph.h"
 #include "graphs/profile/ProfileGraph3.h"
 #include "graphs/rtf/MetaFile.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/CMemFile.h"
 #include "platform/graphics/RecordingDevice.h"
+#include "platform/graphics/SvgDevice.h"
 #include "report/VariablesFile.h"
+#include "tests/support/HostServicesScope.h"
 
 namespace tessalink::test {
 namespace {
@@ -750,6 +753,72 @@ TEST(GraphManual, SchemaHasTheKeysThatAreRead) {
     };
     for (const auto& [definition, text] : places) {
         EXPECT_EQ(schemaKeys(schema, definition), listedKeys(text)) << definition;
+    }
+}
+
+/// A text as records of a metafile have it.
+std::string utf16Of(std::string_view text) {
+    std::string units;
+    for (const char ch : text) {
+        const auto character = toUnicode(ch);
+        units += {static_cast<char>(character & 0xFF), static_cast<char>(character >> 8)};
+    }
+    return units;
+}
+
+TEST(GraphFile, DrawsTheLettersOfTheCodePage) {
+    const struct {
+        CodePage page;
+        const char* title;  // ".", three letters, "."
+        const char* bytes;
+        const char* document;
+    } cases[] = {
+        {CodePage::Cyrillic, ".\u0416\u0443\u044F.", ".\xC6\xF3\xFF.",
+         "\\ansicpg1251\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset204 Arial;}}"},
+        {CodePage::Greek, ".\u03A8\u03AC\u03C2.", ".\xD8\xDC\xF2.",
+         "\\ansicpg1253\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset161 Arial;}}"},
+        {CodePage::CentralEuropean, ".\u0141\u017C\u0151.", ".\xA3\xBF\xF5.",
+         "\\ansicpg1250\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset238 Arial;}}"},
+        {CodePage::Western, ".\u0152\u00F1\u0178.", ".\x8C\xF1\x9F.",
+         "\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss Arial;}}"},
+    };
+    for (const auto& test : cases) {
+        HostServices services;
+        services.codePage = test.page;
+        const HostServicesScope scope(services);
+        const auto graph = fileOf(graphOf(std::string(R"("title": ")") + test.title +
+                                          R"(", "sections": [{"heading": {"texts": [{"text": ")" +
+                                          test.title + R"(", "position": 50}]}}])"))
+                               .Make("G", Variables());
+        EXPECT_EQ(graph->GetSheet().title, test.bytes);
+        GraphPictureOptions options;
+        options.hasTextAlternative = true;
+        const std::string svg = graphAsSvg(*graph, options);
+        EXPECT_THAT(svg, HasSubstr(std::string(">") + test.title + "</text>"));
+        EXPECT_THAT(svg, HasSubstr(std::string("<title>") + test.title + "</title>"));
+        const std::vector<BYTE> metafile = graphAsMetafile(*graph, 96);
+        EXPECT_THAT(std::string(metafile.begin(), metafile.end()), HasSubstr(utf16Of(test.bytes)));
+        // Played again, the texts are what they were.
+        HENHMETAFILE played = makeEnhMetaFile(metafile);
+        ASSERT_NE(played, nullptr);
+        SvgDevice device({600, 400});
+        CDC dc(device);
+        PlayEnhMetaFile(&dc, played, CRect(0, 0, 600, 400));
+        DeleteEnhMetaFile(played);
+        EXPECT_THAT(device.Finish(), HasSubstr(std::string(">") + test.title + "</text>"));
+        CMemFile file;
+        writeGraphDocument(*graph, file, options);
+        EXPECT_THAT(std::string(file.View()), HasSubstr(test.document));
+        EXPECT_THAT(std::string(file.View()), HasSubstr(test.bytes));
+        if (test.page == CodePage::Western) continue;
+        try {
+            graphAsPdf(*graph, options);
+            ADD_FAILURE() << "PDF has no letters of " << codePageName();
+        } catch (const CException& fault) {
+            EXPECT_THAT(fault.what(), HasSubstr("texts are in " + codePageName()));
+        }
+        EXPECT_THAT(faultOf(graphOf(R"("title": "\u4E2D")")),
+                    HasSubstr("a character that " + codePageName()));
     }
 }
 

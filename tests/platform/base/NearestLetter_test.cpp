@@ -4,11 +4,21 @@
 
 #include <string>
 
+#include "platform/base/CodePage.h"
 #include "platform/base/Utf8.h"
-#include "platform/base/Windows1252.h"
+#include "tests/support/HostServicesScope.h"
 
 namespace tessalink::test {
 namespace {
+
+std::string nearestOf(std::string_view name) {
+    std::string nearest;
+    while (!name.empty()) {
+        const char32_t character = takeUtf8(name).value_or(0);
+        nearest += fromUnicode(character).value_or(nearestLetter(character));
+    }
+    return nearest;
+}
 
 TEST(NearestLetter, KnowsLatinGreekCyrillicAndSigns) {
     const char* const names[][2] = {
@@ -23,12 +33,44 @@ TEST(NearestLetter, KnowsLatinGreekCyrillicAndSigns) {
         {"\u4E2D\U0001F600\u0301\uFFFF", "????"},
     };
     for (const auto& [name, expected] : names) {
-        std::string nearest;
-        for (std::string_view rest = name; !rest.empty();) {
-            const char32_t character = takeUtf8(rest).value_or(0);
-            nearest += fromUnicode(character).value_or(nearestLetter(character));
-        }
-        EXPECT_EQ(toUtf8(nearest), expected);
+        EXPECT_EQ(toUtf8(nearestOf(name)), expected);
+    }
+}
+
+TEST(NearestLetter, IsOneOfTheCodePage) {
+    const struct {
+        CodePage page;
+        const char* name;
+        const char* expected;
+    } cases[] = {
+        {CodePage::Greek, "\u1F08\u03B8\u1FC6\u03BD\u03B1\u1F72",
+         "\u0391\u03B8\u03AE\u03BD\u03B1\u03AD"},
+        {CodePage::Greek, "M\u00FCller \u0416\u0151\u0160 \u00D7\u00BF", "Muller ZoS x?"},
+        {CodePage::Cyrillic, "\u049A\u0430\u0437\u0430\u049B\u04E3",
+         "\u041A\u0430\u0437\u0430\u043A\u0438"},
+        {CodePage::Cyrillic, "\u00C9\u03B1\u0142\u00DF", "Eals"},
+        {CodePage::CentralEuropean, "\u0141\u00F1\u1EC5\u0391", "\u0141neA"},
+        {CodePage::Baltic, "\u00E6\u0153\u015D\u00F8", "\u00E6os\u00F8"},
+        {CodePage::Turkish, "\u0130\u0142\u00F0", "\u0130ld"},
+    };
+    for (const auto& [page, name, expected] : cases) {
+        HostServices services;
+        services.codePage = page;
+        const HostServicesScope scope(services);
+        EXPECT_EQ(toUtf8(nearestOf(name)), expected);
+    }
+}
+
+// Windows-1254 has what it shares with Windows-1252 in the same bytes.
+TEST(NearestLetter, IsThePlainLetterWhereAPageLacksThatOf1252) {
+    std::string nearest;
+    for (char32_t ch = 0; ch < 0x20000; ++ch) nearest += nearestLetter(ch);
+    HostServices services;
+    services.codePage = CodePage::Turkish;
+    const HostServicesScope scope(services);
+    for (char32_t ch = 0; ch < 0x20000; ++ch) {
+        const char letter = nearestLetter(ch);
+        EXPECT_TRUE(letter == nearest[ch] || static_cast<unsigned char>(letter) < 0x80) << ch;
     }
 }
 

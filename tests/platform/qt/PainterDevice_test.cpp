@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/graphics/CDC.h"
 #include "platform/graphics/CMetaFileDC.h"
 #include "platform/graphics/NullDevice.h"

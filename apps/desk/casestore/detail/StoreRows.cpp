@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "apps/desk/casestore/detail/Words.h"
-#include "platform/base/Windows1252.h"
+#include "platform/base/CodePage.h"
 #include "platform/files/FilePlace.h"
 
 namespace tessalink::desk::detail {
