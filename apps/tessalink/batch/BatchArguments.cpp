@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <map>
 
+#include "apps/tessalink/Messages.h"
+
 namespace tessalink::cli {
 
 namespace {

@@ -771,16 +771,17 @@ TEST(GraphFile, DrawsTheLettersOfTheCodePage) {
         CodePage page;
         const char* title;  // ".", three letters, "."
         const char* bytes;
-        const char* document;
+        const char* start;
+        const char* alternative;
     } cases[] = {
         {CodePage::Cyrillic, ".\u0416\u0443\u044F.", ".\xC6\xF3\xFF.",
-         "\\ansicpg1251\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset204 Arial;}}"},
+         "\\ansicpg1251\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset204 Arial;}}", ".\\'c6\\'f3\\'ff."},
         {CodePage::Greek, ".\u03A8\u03AC\u03C2.", ".\xD8\xDC\xF2.",
-         "\\ansicpg1253\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset161 Arial;}}"},
+         "\\ansicpg1253\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset161 Arial;}}", ".\\'d8\\'dc\\'f2."},
         {CodePage::CentralEuropean, ".\u0141\u017C\u0151.", ".\xA3\xBF\xF5.",
-         "\\ansicpg1250\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset238 Arial;}}"},
+         "\\ansicpg1250\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset238 Arial;}}", ".\\'a3\\'bf\\'f5."},
         {CodePage::Western, ".\u0152\u00F1\u0178.", ".\x8C\xF1\x9F.",
-         "\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss Arial;}}"},
+         "\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss Arial;}}", ".\\'8c\\'f1\\'9f."},
     };
     for (const auto& test : cases) {
         HostServices services;
@@ -808,8 +809,8 @@ TEST(GraphFile, DrawsTheLettersOfTheCodePage) {
         EXPECT_THAT(device.Finish(), HasSubstr(std::string(">") + test.title + "</text>"));
         CMemFile file;
         writeGraphDocument(*graph, file, options);
-        EXPECT_THAT(std::string(file.View()), HasSubstr(test.document));
-        EXPECT_THAT(std::string(file.View()), HasSubstr(test.bytes));
+        EXPECT_THAT(std::string(file.View()), HasSubstr(test.start));
+        EXPECT_THAT(std::string(file.View()), HasSubstr(test.alternative));
         if (test.page == CodePage::Western) continue;
         try {
             graphAsPdf(*graph, options);

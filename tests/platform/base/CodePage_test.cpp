@@ -118,7 +118,8 @@ TEST(CodePage, HasTheCharactersOfIconv) {
             const auto known = bytes.find(character);
             const auto expected =
                 known != bytes.end() ? std::optional(known->second) : std::nullopt;
-            ASSERT_EQ(fromUnicode(character), expected) << codePageName() << ' ' << character;
+            ASSERT_EQ(fromUnicode(character), expected)
+                << codePageName() << ' ' << static_cast<unsigned>(character);
         }
     }
     EXPECT_EQ(codePage(), CodePage::Western);

@@ -70,7 +70,8 @@ TEST(NearestLetter, IsThePlainLetterWhereAPageLacksThatOf1252) {
     const HostServicesScope scope(services);
     for (char32_t ch = 0; ch < 0x20000; ++ch) {
         const char letter = nearestLetter(ch);
-        EXPECT_TRUE(letter == nearest[ch] || static_cast<unsigned char>(letter) < 0x80) << ch;
+        EXPECT_TRUE(letter == nearest[ch] || static_cast<unsigned char>(letter) < 0x80)
+            << static_cast<unsigned>(ch);
     }
 }
 
