@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "platform/base/HostServices.h"
 #include "platform/base/Utf8.h"
@@ -43,12 +42,14 @@ constexpr Page pageOf(const detail::CodePageTable& table) {
     return page;
 }
 
-template <std::size_t... INDEXES>
-constexpr auto allPages(std::index_sequence<INDEXES...>) {
-    return std::array{pageOf(detail::cCodePageTables[INDEXES])...};
+constexpr auto allPages() {
+    std::array<Page, detail::cCodePageTables.size()> pages;
+    std::transform(detail::cCodePageTables.begin(), detail::cCodePageTables.end(), pages.begin(),
+                   pageOf);
+    return pages;
 }
 
-constexpr auto cPages = allPages(std::make_index_sequence<detail::cCodePageTables.size()>());
+constexpr auto cPages = allPages();
 
 constexpr const Page* findPage(CodePage page) {
     for (const Page& each : cPages) {

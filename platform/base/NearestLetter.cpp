@@ -16,7 +16,7 @@ constexpr unsigned char cFirstUpper = 0x80;
 /// What the blocks have for the character; nothing when none of them holds it, or no letter.
 template <class Blocks>
 auto findLetter(const Blocks& blocks, char32_t character) {
-    using Letter = decltype(blocks.front().letters)::value_type;
+    using Letter = typename decltype(blocks.front().letters)::value_type;
     for (const auto& block : blocks) {
         const char32_t index = character - block.first;  // wraps in front of the block
         if (index >= block.letters.size()) continue;

@@ -14,7 +14,6 @@
 #include <string_view>
 
 #include "platform/base/CodePage.h"
-#include "platform/base/HostServices.h"
 #include "platform/graphics/SymbolText.h"
 #include "platform/qt/detail/QtText.h"
 
@@ -160,25 +159,6 @@ FaceMetrics measure(const LOGFONT& face) {
     return metrics;
 }
 
-// The faces that were measured. They stay where they are, and follow the code page.
-struct Measured {
-    struct Face {
-        LOGFONT face;
-        FaceMetrics metrics;
-    };
-    std::mutex mutex;
-    std::list<Face> faces;
-};
-
-Measured& measured() {
-    static Measured faces;
-    return faces;
-}
-
-void measureAnew() {
-    for (Measured::Face& known : measured().faces) known.metrics = measure(known.face);
-}
-
 // The glyphs that a thread has drawn last. The toolkit's fonts end with the application, so those
 // of its thread do, too.
 class GlyphCache {
@@ -243,16 +223,21 @@ QFont widgetFont(const LOGFONT& font) {
 }
 
 const FaceMetrics& qtMetrics(const LOGFONT& font) {
+    struct Known {
+        LOGFONT face;
+        CodePage page;
+        FaceMetrics metrics;
+    };
+    static std::mutex mutex;
+    static std::list<Known> known;
     const LOGFONT face = faceOf(font);
     if (!ownFamily(face)) return builtInMetrics(font);
-    static const bool listening = (whenHostServicesChange(measureAnew), true);
-    static_cast<void>(listening);
-    const std::lock_guard lock(measured().mutex);
-    std::list<Measured::Face>& faces = measured().faces;
-    const auto known = std::find_if(faces.begin(), faces.end(),
-                                    [&](const Measured::Face& f) { return f.face == face; });
-    if (known != faces.end()) return known->metrics;
-    return faces.emplace_back(Measured::Face{face, measure(face)}).metrics;
+    const std::lock_guard lock(mutex);
+    const auto found = std::find_if(known.begin(), known.end(), [&](const Known& k) {
+        return k.face == face && k.page == codePage();
+    });
+    if (found != known.end()) return found->metrics;
+    return known.emplace_back(Known{face, codePage(), measure(face)}).metrics;
 }
 
 }  // namespace tessalink::detail
