@@ -13,32 +13,34 @@ namespace tessalink {
 namespace {
 
 constexpr std::size_t cFirstUpper = 0x80;
+constexpr unsigned cBlockBits = 7;
+constexpr std::size_t cBlock = std::size_t{1} << cBlockBits;
+constexpr char32_t cLastOfPlane = 0xFFFF;
+constexpr std::size_t cMostBlocks = 12;
 
 /// A code page in both directions.
 struct Page {
-    struct Upper {
-        char16_t character;
-        unsigned char byte;
-    };
     int number = 0;
     int charset = 0;
     std::array<char16_t, 256> characters{};
-    std::array<Upper, 128> uppers{};  ///< by their characters
+    /// Which of the blocks of bytes a block of characters has; the first one is empty.
+    std::array<unsigned char, (cLastOfPlane >> cBlockBits) + 1> blocks{};
+    std::array<std::array<char, cBlock>, cMostBlocks> bytes{};
 };
 
 constexpr Page pageOf(const detail::CodePageTable& table) {
     Page page;
     page.number = table.number;
     page.charset = table.charset;
+    unsigned char blocks = 0;
     for (std::size_t byte = 0; byte < page.characters.size(); ++byte) {
-        page.characters[byte] =
+        const auto character =
             byte < cFirstUpper ? static_cast<char16_t>(byte) : table.upper[byte - cFirstUpper];
+        page.characters[byte] = character;
+        unsigned char& block = page.blocks[character >> cBlockBits];
+        if (block == 0) block = ++blocks;
+        page.bytes[block][character % cBlock] = static_cast<char>(byte);
     }
-    for (std::size_t i = 0; i < page.uppers.size(); ++i) {
-        page.uppers[i] = {table.upper[i], static_cast<unsigned char>(cFirstUpper + i)};
-    }
-    std::sort(page.uppers.begin(), page.uppers.end(),
-              [](const Page::Upper& a, const Page::Upper& b) { return a.character < b.character; });
     return page;
 }
 
@@ -95,15 +97,10 @@ char32_t toUnicode(char byte) {
 }
 
 std::optional<char> fromUnicode(char32_t character) {
-    const auto& characters = inForce->characters;
-    if (character < characters.size() && characters[character] == character)
-        return static_cast<char>(character);
-    const auto& uppers = inForce->uppers;
-    const auto place = std::lower_bound(
-        uppers.begin(), uppers.end(), character,
-        [](const Page::Upper& upper, char32_t wanted) { return upper.character < wanted; });
-    if (place == uppers.end() || place->character != character) return std::nullopt;
-    return static_cast<char>(place->byte);
+    if (character < cFirstUpper) return static_cast<char>(character);
+    if (character > cLastOfPlane) return std::nullopt;
+    const char byte = inForce->bytes[inForce->blocks[character >> cBlockBits]][character % cBlock];
+    return byte != '\0' ? std::optional(byte) : std::nullopt;
 }
 
 std::string toUtf8(std::string_view text) {

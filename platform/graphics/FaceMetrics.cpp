@@ -21,30 +21,17 @@ constexpr std::size_t cFirstSerif = 4;
 
 using Faces = std::array<FaceMetrics, detail::cTextFaces + 1>;
 
-// Where the characters of the code page's bytes stand among those of the faces; behind them all
-// for a byte without a width.
-std::array<std::size_t, 256> placesOfBytes() {
-    const auto& characters = detail::cCharactersOfFaces;
-    std::array<std::size_t, 256> places{};
-    for (std::size_t byte = 0; byte < places.size(); ++byte) {
-        const char32_t character = toUnicode(static_cast<char>(byte));
-        const auto place = std::lower_bound(characters.begin(), characters.end(), character);
-        const bool isFound = place != characters.end() && *place == character;
-        places[byte] =
-            isFound ? static_cast<std::size_t>(place - characters.begin()) : characters.size();
-    }
-    return places;
-}
-
 Faces facesOfCodePage() {
     Faces faces;
-    const auto places = placesOfBytes();
     for (std::size_t i = 0; i < detail::cTextFaces; ++i) {
         const detail::BuiltInFace& face = detail::cFaces[i];
         faces[i] = {face.ascent, face.descent, face.externalLeading, {}};
-        for (std::size_t byte = 0; byte < places.size(); ++byte) {
-            if (places[byte] == face.advances.size()) continue;
-            faces[i].advances[byte] = face.advances[places[byte]];
+    }
+    for (std::size_t place = 0; place < detail::cFaceCharacters; ++place) {
+        const auto byte = fromUnicode(detail::cCharactersOfFaces[place]);
+        if (!byte) continue;
+        for (std::size_t i = 0; i < detail::cTextFaces; ++i) {
+            faces[i].advances[static_cast<BYTE>(*byte)] = detail::cFaces[i].advances[place];
         }
     }
     faces.back() = detail::cSymbolFace;
@@ -99,10 +86,10 @@ const FaceMetrics& detail::builtInFace(std::size_t face) {
 }
 
 const FaceMetrics& builtInMetrics(const LOGFONT& font) {
-    if (isSymbolFont(font)) return detail::builtInFace(detail::cTextFaces);
+    if (isSymbolFont(font)) return keptFaces().back();
     const std::size_t style =
         (font.lfWeight >= FW_SEMIBOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
-    return detail::builtInFace((hasSerifs(font) ? cFirstSerif : 0) + style);
+    return keptFaces()[(hasSerifs(font) ? cFirstSerif : 0) + style];
 }
 
 SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect) : m_face(&face) {

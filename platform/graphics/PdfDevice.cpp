@@ -387,6 +387,7 @@ void PdfWriter::PutCharacters(const TextRun& run, std::size_t first) {
     const std::size_t font = *m_state.font;
     const bool isSymbol = detail::cBaseFontTable[font].IsSymbol();
     const double em = m_state.em;
+    const detail::BaseFontWidths widths(font);
     Codes& used = m_used[font];
     double pen = 0;  // where the viewer stands, from the first character on
     Text().Put("[(");
@@ -405,7 +406,7 @@ void PdfWriter::PutCharacters(const TextRun& run, std::size_t first) {
         m_pdf.Character(*code);
         const auto byte = static_cast<unsigned char>(*code);
         used.set(byte);
-        pen += detail::baseFontWidth(font, byte) * em / cThousand;
+        pen += widths.Of(byte) * em / cThousand;
     }
     Text().Put(")]TJ\n");
 }
@@ -560,8 +561,9 @@ int PdfWriter::PutFont(std::size_t font) {
     Text().Put("/FontDescriptor ").Put(descriptor).Put(" 0 R/FirstChar ");
     Text().Put(static_cast<int>(first)).Put("/LastChar ").Put(static_cast<int>(last));
     Text().Put("/Widths[");
+    const detail::BaseFontWidths widths(font);
     for (std::size_t code = first; code <= last; ++code) {
-        Text().Put(detail::baseFontWidth(font, static_cast<unsigned char>(code)));
+        Text().Put(widths.Of(static_cast<unsigned char>(code)));
         Text().Put(code == last ? ']' : ' ');
     }
     EndObject();

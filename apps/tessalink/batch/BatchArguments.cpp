@@ -23,6 +23,13 @@ const std::map<std::string, DateOrder> cDateOrders = {{"DMY", DateOrder::DayMont
                                                       {"MDY", DateOrder::MonthDayYear},
                                                       {"YMD", DateOrder::YearMonthDay}};
 
+/// What encodings are called.
+const std::map<std::string, Encoding>& encodings() {
+    static const std::map<std::string, Encoding> words = {{"utf-8", Encoding::Utf8},
+                                                          {codePageWord(), Encoding::CodePage}};
+    return words;
+}
+
 /// An option whose value is one of some words.
 template <class Value, class Target>
 CLI::Option* addWords(CLI::App& command, const char* name, Target& target,
@@ -30,7 +37,7 @@ CLI::Option* addWords(CLI::App& command, const char* name, Target& target,
     std::vector<std::string> names;
     names.reserve(words.size());
     for (const auto& [word, value] : words) names.push_back(word);
-    const auto set = [&target, words](const std::string& word) { target = words.at(word); };
+    const auto set = [&target, &words](const std::string& word) { target = words.at(word); };
     return command.add_option_function<std::string>(name, set, text)
         ->transform(CLI::IsMember(names, CLI::ignore_case));
 }
@@ -91,9 +98,7 @@ std::vector<const CLI::Option*> addTable(CLI::App& batch, Options& options) {
     return {batch.add_option("--id", table.idColumn,
                              "the column of ids (default: id, or else the first)"),
             batch.add_option("--name", table.nameColumn, "the column of names"),
-            addWords(batch, "--encoding", table.encoding,
-                     std::map<std::string, Encoding>{{"utf-8", Encoding::Utf8},
-                                                     {codePageWord(), Encoding::CodePage}},
+            addWords(batch, "--encoding", table.encoding, encodings(),
                      "of the table: utf-8 (default) or " + codePageWord()),
             batch.add_option_function<std::string>(
                 "--delimiter", [&table](const std::string& text) { setDelimiter(text, table); },

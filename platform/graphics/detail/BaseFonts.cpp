@@ -10,8 +10,6 @@ namespace {
 constexpr std::size_t cStyles = 4;
 constexpr std::size_t cFirstCourier = 2 * cStyles;
 constexpr std::size_t cSymbol = 3 * cStyles;
-constexpr int cCourierWidth = 600;
-constexpr int cThousand = 1000;
 
 }  // namespace
 
@@ -41,10 +39,9 @@ std::size_t baseFontFor(const LOGFONT& font) {
     return static_cast<std::size_t>(kind) * cStyles + style;
 }
 
-int baseFontWidth(std::size_t font, unsigned char code) {
-    if (font >= cFirstCourier && font < cSymbol) return cCourierWidth;
-    const FaceMetrics& face = builtInFace(font == cSymbol ? cTextFaces : font);
-    return (face.advances[code] * cThousand + FaceMetrics::cEm / 2) / FaceMetrics::cEm;
-}
+BaseFontWidths::BaseFontWidths(std::size_t font)
+    : m_face(font < cFirstCourier ? &builtInFace(font)
+             : font == cSymbol    ? &builtInFace(cTextFaces)
+                                  : nullptr) {}
 
 }  // namespace tessalink::detail

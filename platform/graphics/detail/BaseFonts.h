@@ -31,7 +31,22 @@ extern const std::array<BaseFont, cBaseFonts> cBaseFontTable;
 /// Which of them shows texts of the font.
 std::size_t baseFontFor(const LOGFONT& font);
 
-/// The width of a character of a base font, in thousandths of the em.
-int baseFontWidth(std::size_t font, unsigned char code);
+/// The widths of the characters of a base font.
+class BaseFontWidths {
+public:
+    explicit BaseFontWidths(std::size_t font);
+
+    /// In thousandths of the em.
+    int Of(unsigned char code) const {
+        if (m_face == nullptr) return cFixedWidth;
+        return (m_face->advances[code] * cThousand + FaceMetrics::cEm / 2) / FaceMetrics::cEm;
+    }
+
+private:
+    static constexpr int cFixedWidth = 600;
+    static constexpr int cThousand = 1000;
+
+    const FaceMetrics* m_face;  ///< null for a face of one width
+};
 
 }  // namespace tessalink::detail
