@@ -52,7 +52,7 @@ int ChoiceItemUI::parse_rsp_set(const char* responseSet) {
 
 // Layout.
 
-int ChoiceItemUI::OnCreate(CREATESTRUCT* create) {
+int ChoiceItemUI::OnCreate(CREATESTRUCTA* create) {
     if (ColoredItemUI::OnCreate(create) != 0) return -1;
     CClientDC dc(this);
     prepare(dc);

@@ -26,7 +26,7 @@ public:
     int FocusedChoice() const override { return m_cursor; }
     CString ValueText(DataEntryItem* item) override;
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnChar(UINT ch, UINT repeat, UINT flags) override;
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
     BOOL Attach(DataEntryItem* item, const CRect& rect, int focused) override;

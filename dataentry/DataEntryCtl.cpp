@@ -38,7 +38,7 @@ BOOL DataEntryCtl::SubclassDlgItem(UINT id, CWnd* parent) {
     return 1;
 }
 
-int DataEntryCtl::OnCreate(CREATESTRUCT* create) {
+int DataEntryCtl::OnCreate(CREATESTRUCTA* create) {
     if (!m_layoutMgr || CWnd::OnCreate(create) != 0) return -1;
     m_id = GetDlgCtrlID();
     RecalcLayout();
@@ -184,7 +184,7 @@ void DataEntryCtl::SetBkgndColor(COLORREF color) {
 LRESULT DataEntryCtl::notify(int code, int index, const DataEntryItem* item) {
     CWnd* parent = GetParent();
     if (parent == nullptr) return 0;
-    DATAENTRYCTL_NOTIFICATION notification;
+    DATAENTRYCTL_NOTIFICATION notification{};
     notification.hdr.hwndFrom = GetSafeHwnd();
     notification.hdr.idFrom = static_cast<UINT_PTR>(m_id);
     notification.hdr.code = code;

@@ -17,7 +17,7 @@ enum class Side : int;
 
 /// What a form tells its parent by WM_NOTIFY.
 struct DATAENTRYCTL_NOTIFICATION {
-    NMHDR hdr;
+    NMHDR hdr{};
     std::int32_t itemIndex;  ///< -1 when none
     DataEntryItem* item;     ///< the item concerned, or null
 };
@@ -139,7 +139,7 @@ public:
     /// What the form is being painted on; null at other times.
     CDC* PaintDC() const { return m_paintDC; }
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnDestroy() override;
     UINT OnGetDlgCode() override;
     void OnPaint() override;

@@ -75,12 +75,12 @@ void DataEntryCtl::set_scroll_bars() {
     for (const Axis* axis : {&Axis::cHorizontal, &Axis::cVertical}) {
         const bool scrolls = (m_layoutMgr.get()->*axis->scrolls)() != 0;
         if (scrolls) ModifyStyle(0, axis->style);
-        SCROLLINFO before;
+        SCROLLINFO before{};
         if (GetScrollInfo(axis->bar, &before) == 0) continue;
         const int page = m_client.*axis->size;
         const bool isShown = before.nMax > static_cast<int>(before.nPage);
         const int least = m_layouts > cMaxLayouts && isShown ? page + 1 : 0;
-        SCROLLINFO info;
+        SCROLLINFO info{};
         info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
         info.nMin = 0;
         info.nMax = scrolls ? std::max<int>(m_extent.*axis->size, least) : 0;
@@ -141,13 +141,13 @@ BOOL DataEntryCtl::OnMouseWheel(UINT, short delta, CPoint point) {
     const bool vertical = m_layoutMgr->VerticalScrolling() != 0;
     if (!horizontal && !vertical) return 0;
     int lines = 0;
-    if (SystemParametersInfo(SPI_GETWHEELSCROLLLINES, 0, &lines, 0) == 0 || lines == 0) {
+    if (tessalink::SystemParametersInfo(SPI_GETWHEELSCROLLLINES, 0, &lines, 0) == 0 || lines == 0) {
         lines = cDefaultWheelLines;
     }
     CRect window;
     GetWindowRect(&window);
     const bool overBar = horizontal && m_extent.cx > m_client.cx &&
-                         point.y >= window.bottom - GetSystemMetrics(SM_CYHSCROLL) &&
+                         point.y >= window.bottom - tessalink::GetSystemMetrics(SM_CYHSCROLL) &&
                          point.y < window.bottom;
     const UINT message = vertical && !overBar ? WM_VSCROLL : WM_HSCROLL;
     const int count = std::abs(static_cast<int>(delta)) * lines / cWheelNotch;

@@ -86,8 +86,8 @@ void DataEntryItemUI::draw_item(CDC& dc, DataEntryItem& item, const CRect& place
     const bool isInForm = m_container != nullptr && &dc == m_container->PaintDC();
     if (!isInForm) {
         CRect area = place;
-        dc.FillSolidRect(&area, GetSysColor(COLOR_BTNFACE));
-        dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
+        dc.FillSolidRect(&area, tessalink::GetSysColor(COLOR_BTNFACE));
+        dc.SetTextColor(tessalink::GetSysColor(COLOR_BTNTEXT));
         dc.DrawText(item.GetLabel(), &area, DT_NOPREFIX);
     } else if (make_window()) {
         CRect area;

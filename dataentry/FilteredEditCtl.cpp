@@ -29,7 +29,7 @@ void FilteredEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
     if (accepted && IsValid(replaced(now, typed))) {
         SimpleTextEditCtl::OnChar(ch, repeat, flags);
     } else {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
     }
 }
 
@@ -38,7 +38,7 @@ void FilteredEditCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         Selection now = selection();
         if (now.start == now.end) now.end = std::min(now.end + 1, now.text.GetLength());
         if (!IsValid(replaced(now, CString()))) {
-            MessageBeep(MB_ICONHAND);
+            tessalink::MessageBeep(MB_ICONHAND);
             return;
         }
     }
@@ -48,7 +48,7 @@ void FilteredEditCtl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 void FilteredEditCtl::OnPaste() {
     CString text;
     if (!tessalink::clipboardText(text) || !IsValid(replaced(selection(), text))) {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
         return;
     }
     SimpleTextEditCtl::OnPaste();

@@ -15,7 +15,7 @@ public:
         m_own = color;
         return *this;
     }
-    operator COLORREF() const { return m_own ? *m_own : GetSysColor(m_index); }
+    operator COLORREF() const { return m_own ? *m_own : tessalink::GetSysColor(m_index); }
 
 private:
     int m_index;

@@ -178,7 +178,7 @@ void TextDataEntryUI::OnMeasureItem(const DataEntryItem* item, CDC* dc, CSize& s
     size.cy = std::max(m_minItemHeight, lines * m_lineHeight + m_lineHeight / 2 + cEditFrame);
 }
 
-int TextDataEntryUI::OnCreate(CREATESTRUCT* create) {
+int TextDataEntryUI::OnCreate(CREATESTRUCTA* create) {
     if (ColoredItemUI::OnCreate(create) != 0) return -1;
     if (!m_initialized) {
         CClientDC dc(this);

@@ -40,7 +40,7 @@ public:
     /// (DataEntryCtl::TabMoves).
     virtual void OnTab();
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnSetFocus(CWnd* old) override;
     /// The edit box has the colors of the focus; of a read-only item, that of its text.
     void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;

@@ -104,7 +104,7 @@ void TimeEditCtl::clear(CString& text, int start, int end) const {
 void TimeEditCtl::show(const CString& text, int caret) {
     const DataEntryItem* item = m_interface.GetCurrItem();
     if (item != nullptr && item->IsReadOnly() != 0) {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
         return;
     }
     SetWindowText(text);
@@ -131,7 +131,7 @@ void TimeEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
     if (Key(static_cast<char>(ch), text, caret)) {
         show(text, caret);
     } else {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
     }
 }
 
@@ -168,7 +168,7 @@ void TimeEditCtl::OnPaste() {
     CString text;
     const Time time = tessalink::clipboardText(text) ? Time(text.GetString()) : Time();
     if (time.IsValid() == 0) {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
         return;
     }
     show(time.GetAsStr(m_shortFormat), 0);

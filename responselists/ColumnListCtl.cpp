@@ -33,7 +33,7 @@ BOOL ColumnListCtl::SubclassDlgItem(UINT id, CWnd* parent) {
     return 1;
 }
 
-int ColumnListCtl::OnCreate(CREATESTRUCT* create) {
+int ColumnListCtl::OnCreate(CREATESTRUCTA* create) {
     if (CWnd::OnCreate(create) != 0) return -1;
     RecalcLayout();
     return 0;
@@ -78,13 +78,13 @@ void ColumnListCtl::RecalcLayout() {
     m_rowHeight = std::max(m_rowHeight, 1);
     // Whether there is a scroll bar follows from the place and the contents, never from what was
     // there before.
-    const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    const int barHeight = tessalink::GetSystemMetrics(SM_CYHSCROLL);
     CSize whole = client.Size();
     if (shows_bar()) whole.cy += barHeight;
     fit_columns(whole);
     if (needs_bar()) fit_columns({whole.cx, whole.cy - barHeight});
     m_firstColumn = std::clamp(m_firstColumn, 0, last_first_column());
-    SCROLLINFO info;
+    SCROLLINFO info{};
     info.fMask = SIF_ALL;
     info.nMax = m_columns;
     info.nPage = static_cast<UINT>(page_columns());
@@ -104,7 +104,7 @@ bool ColumnListCtl::needs_bar() const {
 }
 
 bool ColumnListCtl::shows_bar() const {
-    SCROLLINFO info;
+    SCROLLINFO info{};
     return (GetStyle() & WS_HSCROLL) != 0 && GetScrollInfo(SB_HORZ, &info) != 0 &&
            std::int64_t{info.nMax} - info.nMin > std::int64_t{info.nPage};
 }
@@ -260,8 +260,10 @@ BOOL ColumnListCtl::OnMouseWheel(UINT, short delta, CPoint) {
 LRESULT ColumnListCtl::notify(int code, int index, int value) {
     CWnd* parent = GetParent();
     if (parent == nullptr) return 0;
-    LISTCTL_NOTIFICATION notification;
-    notification.hdr = {GetSafeHwnd(), static_cast<UINT_PTR>(m_id), code};
+    LISTCTL_NOTIFICATION notification{};
+    notification.hdr.hwndFrom = GetSafeHwnd();
+    notification.hdr.idFrom = static_cast<UINT_PTR>(m_id);
+    notification.hdr.code = code;
     notification.itemIndex = index;
     notification.value = value;
     return parent->SendMessage(WM_NOTIFY, static_cast<WPARAM>(m_id),
@@ -279,11 +281,11 @@ void ColumnListCtl::OnPaint() {
     CRect area;
     dc.GetClipBox(&area);
     dc.FillSolidRect(&area, cell_background(false));
-    const int firstRow = std::max(area.top, 0) / m_rowHeight;
-    const int endRow = std::min(m_rows, (area.bottom + m_rowHeight - 1) / m_rowHeight);
-    const int firstColumn = std::max(area.left, 0) / m_cellWidth + m_firstColumn;
+    const int firstRow = std::max<int>(area.top, 0) / m_rowHeight;
+    const int endRow = std::min<int>(m_rows, (area.bottom + m_rowHeight - 1) / m_rowHeight);
+    const int firstColumn = std::max<int>(area.left, 0) / m_cellWidth + m_firstColumn;
     const int endColumn =
-        std::min(m_columns, (area.right + m_cellWidth - 1) / m_cellWidth + m_firstColumn);
+        std::min<int>(m_columns, (area.right + m_cellWidth - 1) / m_cellWidth + m_firstColumn);
     for (int column = firstColumn; column < endColumn; ++column) {
         for (int row = firstRow; row < endRow; ++row) {
             const std::int64_t index = std::int64_t{column} * m_rows + row;
@@ -295,13 +297,13 @@ void ColumnListCtl::OnPaint() {
 }
 
 COLORREF ColumnListCtl::cell_background(bool isCurrent) const {
-    if (m_isReadOnly) return GetSysColor(COLOR_BTNFACE);
-    return isCurrent ? cCurrentCell : GetSysColor(COLOR_WINDOW);
+    if (m_isReadOnly) return tessalink::GetSysColor(COLOR_BTNFACE);
+    return isCurrent ? cCurrentCell : tessalink::GetSysColor(COLOR_WINDOW);
 }
 
 COLORREF ColumnListCtl::cell_text(bool isCurrent) const {
-    if (m_isReadOnly) return GetSysColor(COLOR_GRAYTEXT);
-    return isCurrent ? cBlack : GetSysColor(COLOR_WINDOWTEXT);
+    if (m_isReadOnly) return tessalink::GetSysColor(COLOR_GRAYTEXT);
+    return isCurrent ? cBlack : tessalink::GetSysColor(COLOR_WINDOWTEXT);
 }
 
 void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) const {
@@ -314,7 +316,7 @@ void ColumnListCtl::draw_background(CDC& dc, const CRect& rect, bool isCurrent) 
     if (!Holds(GetFocus())) return;
     CRect bar(rect.left, rect.top, rect.left + cBarWidth, rect.bottom);
     // In a color that shows beside the ground of every theme.
-    dc.FillSolidRect(&bar, GetSysColor(COLOR_HIGHLIGHT));
+    dc.FillSolidRect(&bar, tessalink::GetSysColor(COLOR_HIGHLIGHT));
 }
 
 tessalink::AccessibleElement ColumnListCtl::Accessible() const {

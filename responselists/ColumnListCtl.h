@@ -8,7 +8,7 @@
 /// What a list tells its parent by WM_NOTIFY. NM_SETFOCUS comes with the current item (-1 in an
 /// empty list), NM_KILLFOCUS with item -1.
 struct LISTCTL_NOTIFICATION {
-    NMHDR hdr;
+    NMHDR hdr{};
     std::int32_t itemIndex;
     std::int32_t value;
 };
@@ -65,7 +65,7 @@ public:
     /// The cell at a point of the client area, or -1.
     int ItemAt(CPoint point) const;
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnSize(UINT type, int width, int height) override;
     void OnPaint() override;
     BOOL OnEraseBkgnd(CDC* dc) override;

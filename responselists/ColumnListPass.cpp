@@ -69,7 +69,7 @@ bool ColumnListCtl::verify(int value) {
 
 void ColumnListCtl::tell_difference(int index, int value) {
     const SameList same(*this);
-    MessageBeep(MB_ICONEXCLAMATION);  // who keys from paper does not look
+    tessalink::MessageBeep(MB_ICONEXCLAMATION);  // who keys from paper does not look
     value_differs();
     notify(LIST_DIFFERENCE, index, value);
     if (!same || !is_open(index)) return;
@@ -85,7 +85,7 @@ void ColumnListCtl::tell_completion() {
     if (m_firstLeft < m_count) return;
     const int corrections = m_keying->CorrectionCount();
     const SameList same(*this);
-    MessageBeep(MB_ICONASTERISK);
+    tessalink::MessageBeep(MB_ICONASTERISK);
     notify(LIST_PASS_COMPLETE, -1, corrections);
     if (!same) return;
     CString text;

@@ -93,8 +93,10 @@ void ItemListCtl::ReportCounts(bool report) {
 void ItemListCtl::tell_counts() {
     CWnd* parent = GetParent();
     if (!m_reportsCounts || parent == nullptr) return;
-    ITEMLIST_COUNTS_NOTIFICATION counts;
-    counts.hdr = {GetSafeHwnd(), static_cast<UINT_PTR>(m_id), ITEMLIST_COUNTS};
+    ITEMLIST_COUNTS_NOTIFICATION counts{};
+    counts.hdr.hwndFrom = GetSafeHwnd();
+    counts.hdr.idFrom = static_cast<UINT_PTR>(m_id);
+    counts.hdr.code = ITEMLIST_COUNTS;
     counts.answered = m_answered;
     counts.missing = GetMissingCount();
     counts.total = m_count;
@@ -153,7 +155,7 @@ void ItemListCtl::OnChar(UINT ch, UINT, UINT flags) {
     const bool isPrintable = ch >= cFirstPrintable;
     const int response = is_stopped() ? -1 : response_of_key(ch);
     if (response < 0) {
-        if (isPrintable && (m_usesBells || is_stopped())) MessageBeep(MB_ICONHAND);
+        if (isPrintable && (m_usesBells || is_stopped())) tessalink::MessageBeep(MB_ICONHAND);
         return;
     }
     const SameList same(*this);
@@ -165,7 +167,7 @@ void ItemListCtl::OnChar(UINT ch, UINT, UINT flags) {
         ShowCurrItem();
         return;
     }
-    if (m_usesBells && isFirstPass && m_current == m_count - 1) MessageBeep(MB_ICONASTERISK);
+    if (m_usesBells && isFirstPass && m_current == m_count - 1) tessalink::MessageBeep(MB_ICONASTERISK);
     advance_to_next_cell();
 }
 

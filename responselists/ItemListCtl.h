@@ -9,7 +9,7 @@
 /// Told on request (ItemListCtl::ReportCounts) when the number of answered items or of all items
 /// has changed, by the user or by the program.
 struct ITEMLIST_COUNTS_NOTIFICATION {
-    NMHDR hdr;
+    NMHDR hdr{};
     std::int32_t answered;
     std::int32_t missing;
     std::int32_t total;

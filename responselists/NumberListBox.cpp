@@ -10,7 +10,7 @@ constexpr UINT cAskAgain = WM_USER + 1;
 
 }  // namespace
 
-int NumberListCtl::OnCreate(CREATESTRUCT* create) {
+int NumberListCtl::OnCreate(CREATESTRUCTA* create) {
     if (ColumnListCtl::OnCreate(create) != 0) return -1;
     m_editIsShown = m_hasFocus = m_isRefused = m_isReturn = false;
     m_edit.reset(create_edit());

@@ -186,7 +186,7 @@ int NumberListCtl::update_curr_from_edit(int showMessage) {
     const SameList same(*this);
     set_refused(false);
     if (IsVerifying() && text.IsEmpty() && !(m_isReturn && is_exempt(value))) {
-        if (m_isReturn) MessageBeep(MB_ICONHAND);
+        if (m_isReturn) tessalink::MessageBeep(MB_ICONHAND);
         return m_isReturn ? 0 : 1;  // the entry is passed over
     }
     const bool isOther = value != m_values[checked(m_current)];

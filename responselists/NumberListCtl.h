@@ -66,7 +66,7 @@ public:
     void OnEditSetFocus();
     void OnEditKillFocus(CWnd* next);
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     UINT OnGetDlgCode() override;
     void OnCtlColor(CDC* dc, CWnd* window, UINT type) override;
     void OnLButtonDown(UINT flags, CPoint point) override;

@@ -41,7 +41,7 @@ void NumberListCtl::draw_cell(CDC& dc, int index, const CRect& rect) {
     const bool isReadOnly = cell_is_read_only(index);
     draw_background(dc, rect, isCurrent);
     dc.SetBkMode(TRANSPARENT);
-    const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
+    const COLORREF gray = tessalink::GetSysColor(COLOR_GRAYTEXT);
     dc.SetTextColor(isReadOnly && !isCurrent ? gray : cell_text(isCurrent));
     const int y = rect.top + m_rowHeight / 6;
     dc.SelectObject(isCurrent ? &m_boldFont : &m_font);

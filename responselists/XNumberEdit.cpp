@@ -62,14 +62,14 @@ void XNumberEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
     if (isCommand || IsValid(replaced(CString(static_cast<char>(ch))))) {
         CEdit::OnChar(ch, repeat, flags);
     } else {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
     }
 }
 
 void XNumberEdit::OnPaste() {
     CString text;
     if (!tessalink::clipboardText(text) || !IsValid(replaced(text))) {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
     } else {
         CEdit::OnPaste();
     }

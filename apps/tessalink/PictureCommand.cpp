@@ -49,7 +49,7 @@ std::optional<PictureTarget> targetFor(const PictureOptions& options, const std:
     const auto inches = [](LONG from, LONG to) {
         return (static_cast<double>(to) - from) / cHundredthsPerInch;
     };
-    const RECT& frame = header.rclFrame;
+    const auto& frame = header.rclFrame;
     if (frame.left >= frame.right || frame.top >= frame.bottom) return std::nullopt;
     return pictureTarget(options.inputPath, format, inches(frame.left, frame.right),
                          inches(frame.top, frame.bottom), dpi);
@@ -81,7 +81,7 @@ int convertPicture(const PictureOptions& options) {
     const bool byModule = needsModule(format, options.embedsFonts);
     const Picture picture = readPicture(options.inputPath);
     if (!picture) return refuse(options.inputPath, "no enhanced metafile, or a damaged one");
-    ENHMETAHEADER header;
+    ENHMETAHEADER header{};
     GetEnhMetaFileHeader(picture.get(), sizeof header, &header);
     const auto target = targetFor(options, format, header);
     if (!target) return refuse(options.inputPath, "the picture has no size");

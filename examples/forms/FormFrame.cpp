@@ -69,8 +69,8 @@ void LogWindow::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    dc.FillSolidRect(&client, GetSysColor(COLOR_WINDOW));
-    dc.SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
+    dc.FillSolidRect(&client, tessalink::GetSysColor(COLOR_WINDOW));
+    dc.SetTextColor(tessalink::GetSysColor(COLOR_WINDOWTEXT));
     dc.SetBkMode(TRANSPARENT);
     const int height = dc.GetTextExtent("M", 1).cy;
     // The last ones that fit.
@@ -104,8 +104,8 @@ void ReasonWindow::OnPaint() {
     GetClientRect(&client);
     CString text;
     GetWindowText(text);
-    dc.FillSolidRect(&client, GetSysColor(COLOR_INFOBK));
-    dc.SetTextColor(GetSysColor(COLOR_INFOTEXT));
+    dc.FillSolidRect(&client, tessalink::GetSysColor(COLOR_INFOBK));
+    dc.SetTextColor(tessalink::GetSysColor(COLOR_INFOTEXT));
     dc.SetBkMode(TRANSPARENT);
     dc.DrawText(text, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
@@ -146,7 +146,7 @@ void FormFrame::add_items() {
                    new TextDataEntryUI(cLabelWidth, 400, 3, 24));
 }
 
-int FormFrame::OnCreate(CREATESTRUCT* create) {
+int FormFrame::OnCreate(CREATESTRUCTA* create) {
     if (CFrameWnd::OnCreate(create) != 0) return -1;
     m_form.Create(CRect(), cFormId, this);
     m_log.Create(nullptr, "", WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(), this, cLogId);
@@ -170,7 +170,7 @@ void FormFrame::OnSize(UINT type, int width, int height) {
 
 void FormFrame::refuse(const DATAENTRYCTL_NOTIFICATION& notification, const CString& reason) {
     m_log.Add("refused: " + reason);
-    MessageBeep(MB_ICONHAND);
+    tessalink::MessageBeep(MB_ICONHAND);
     m_refusedItem = notification.itemIndex;
     const CWnd* box = m_form.GetItemUI(m_refusedItem)->GetDlgItem(TextDataEntryUI::cEditId);
     CRect field;

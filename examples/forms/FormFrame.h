@@ -41,7 +41,7 @@ public:
     BOOL CreateFrame(const RECT& rect);
     DataEntryCtl& Form() { return m_form; }
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnSize(UINT type, int width, int height) override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 

@@ -112,7 +112,7 @@ BOOL KeyingFrame::CreateFrame(const RECT& rect) {
     return 1;
 }
 
-int KeyingFrame::OnCreate(CREATESTRUCT* create) {
+int KeyingFrame::OnCreate(CREATESTRUCTA* create) {
     if (CFrameWnd::OnCreate(create) != 0) return -1;
     m_sheet.Create(CRect(), cSheetId, this);
     m_numbers.Create(CRect(), cNumbersId, this);
@@ -259,8 +259,8 @@ void StatusLine::OnPaint() {
     GetClientRect(&client);
     CString text;
     GetWindowText(text);
-    dc.FillSolidRect(&client, GetSysColor(COLOR_BTNFACE));
-    dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
+    dc.FillSolidRect(&client, tessalink::GetSysColor(COLOR_BTNFACE));
+    dc.SetTextColor(tessalink::GetSysColor(COLOR_BTNTEXT));
     dc.TextOut(4, (client.Height() - dc.GetTextExtent(text).cy) / 2, text);
 }
 

@@ -62,7 +62,7 @@ public:
     ItemListCtl& Sheet() { return m_sheet; }
     NumberListCtl3& Numbers() { return m_numbers; }
 
-    int OnCreate(CREATESTRUCT* create) override;
+    int OnCreate(CREATESTRUCTA* create) override;
     void OnSize(UINT type, int width, int height) override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 

@@ -84,14 +84,14 @@ bool contains(const CString& text, const char* part) {
 
 /// Creates in `font` the description after `change`, unless there is a font already or no need.
 template <class Change>
-CFont* derived(CFont* given, bool needed, CFont& font, LOGFONT description, Change change) {
+CFont* derived(CFont* given, bool needed, CFont& font, LOGFONTA description, Change change) {
     if (given != nullptr || !needed) return given;
     change(description);
     font.CreateFontIndirect(&description);
     return &font;
 }
 
-void makeSymbol(LOGFONT& font) {
+void makeSymbol(LOGFONTA& font) {
     font.lfWeight = FW_NORMAL;
     font.lfCharSet = SYMBOL_CHARSET;
     font.lfPitchAndFamily = VARIABLE_PITCH;
@@ -134,14 +134,14 @@ int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal, CF
     }
     LabelFonts fonts;
     fonts.normal = normal != nullptr ? normal : dc->GetCurrentFont();
-    const LOGFONT& description = fonts.normal->Get();
+    const LOGFONTA& description = fonts.normal->Get();
     CFont italicFont;
     CFont boldFont;
     CFont symbolFont;
     fonts.italic = derived(italic, contains(text, "\\i"), italicFont, description,
-                           [](LOGFONT& font) { font.lfItalic = 1; });
+                           [](LOGFONTA& font) { font.lfItalic = 1; });
     fonts.bold = derived(bold, contains(text, "\\b"), boldFont, description,
-                         [](LOGFONT& font) { font.lfWeight = FW_BOLD; });
+                         [](LOGFONTA& font) { font.lfWeight = FW_BOLD; });
     fonts.symbol = derived(nullptr, contains(text, "\\s"), symbolFont, description, makeSymbol);
     return printRuns(*dc, x, y, text, fonts);
 }

@@ -177,7 +177,7 @@ BasicProfileGraph::EndLabel BasicProfileGraph::end_label(CDC* dc, bool isLower,
 
 void BasicProfileGraph::draw_end_label(CDC* dc, int left, int top, const EndLabel& label,
                                        CFont& symbols) const {
-    TEXTMETRIC metrics;
+    TEXTMETRICA metrics{};
     dc->GetTextMetrics(&metrics);
     const int baseLine = top + metrics.tmAscent;
     dc->SetTextAlign(TA_LEFT | TA_BASELINE);

@@ -373,8 +373,8 @@ CSize CircleChart::rim_gap(CDC& dc) const {
         return fonts.Width(text);
     };
     const int widest = std::max(width(m_settings.xMin), width(m_settings.xMax));
-    gap.cx = std::max(gap.cx, widest / 2 + log_in_to_dev_h(cTextGap));
-    gap.cy = std::max(gap.cy, fonts.Height() / 2 + log_in_to_dev_v(cTextGap));
+    gap.cx = std::max<LONG>(gap.cx, widest / 2 + log_in_to_dev_h(cTextGap));
+    gap.cy = std::max<LONG>(gap.cy, fonts.Height() / 2 + log_in_to_dev_v(cTextGap));
     return gap;
 }
 
@@ -451,7 +451,7 @@ void CircleChart::draw_corner(CDC& dc, const Corner& corner) {
         const int height = font_height(m_settings.quadrantTextSizes[static_cast<std::size_t>(i)]);
         lines.emplace_back(dc, load_text(corner.text + i), height,
                            i == 0 ? cArial : m_typeface.GetString(), room);
-        size.cx = std::max(size.cx, lines.back().Width());
+        size.cx = std::max<LONG>(size.cx, lines.back().Width());
         size.cy += lines.back().Height();
     }
     if (lines.empty()) return;

@@ -196,7 +196,7 @@ private:
         int nameOffset = 0;  ///< from the middle to the name
     };
     struct Placed {
-        POINT place;
+        POINT place{};
         bool isShown = false;
     };
 

@@ -73,7 +73,10 @@ void CircumplexGraph::get_symbol_sizes(double size, int& width, int& height, int
 
 CircumplexGraph::SymbolSizes CircumplexGraph::symbol_sizes(double size) {
     SymbolSizes sizes;
-    get_symbol_sizes(size, sizes.half.cx, sizes.half.cy, sizes.pen, sizes.nameOffset);
+    int halfWidth = 0;
+    int halfHeight = 0;
+    get_symbol_sizes(size, halfWidth, halfHeight, sizes.pen, sizes.nameOffset);
+    sizes.half = {halfWidth, halfHeight};
     return sizes;
 }
 

@@ -178,7 +178,7 @@ int HorProfileGraph::dev_x(double score) const {
 }
 
 int HorProfileGraph::dev_x_in_plot(double score) const {
-    return std::clamp(dev_x(score), m_plot.left, m_plot.right);
+    return std::clamp<int>(dev_x(score), m_plot.left, m_plot.right);
 }
 
 int HorProfileGraph::row_middle(int row) const {

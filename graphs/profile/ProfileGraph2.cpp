@@ -91,8 +91,8 @@ void ProfileGraph2::set_aside(CDC& dc, ValuePlace& place, POINT point, int scale
     const int away =
         std::abs(place.at.y < point.y ? point.y - place.at.y - m_charHeight : place.at.y - point.y);
     const bool isPeak = place.at.y > point.y;
-    const int top = isPeak ? std::max(point.y - m_charHeight, dev_y(m_scores.max))
-                           : std::min(point.y, dev_y(m_scores.min) - m_charHeight);
+    const int top = isPeak ? std::max<int>(point.y - m_charHeight, dev_y(m_scores.max))
+                           : std::min<int>(point.y, dev_y(m_scores.min) - m_charHeight);
     // So far the steeper line has left the height of the value.
     const int passed = isPeak ? top + m_charHeight - point.y : point.y - top;
     const int beside = std::max(away, toInt(std::ceil(passed / slope)));
@@ -100,7 +100,7 @@ void ProfileGraph2::set_aside(CDC& dc, ValuePlace& place, POINT point, int scale
     const bool isCrossed = slope * width / 2 > away;
     if (!isCrossed && beside + width > m_xScale / 2) return;
     const bool isRight = after >= before;
-    place = {{isRight ? point.x + beside : point.x - beside, top}, isRight ? TA_LEFT : TA_RIGHT};
+    place = {{isRight ? point.x + beside : point.x - beside, top}, UINT{isRight ? TA_LEFT : TA_RIGHT}};
 }
 
 bool ProfileGraph2::is_taken(int scaleIndex, int top, const ProfileInfo* own) const {

@@ -45,7 +45,7 @@ protected:
 
 private:
     struct ValuePlace {
-        POINT at;
+        POINT at{};
         UINT align;
     };
     void set_aside(CDC& dc, ValuePlace& place, POINT point, int scaleIndex, ProfileInfo& profile,

@@ -94,12 +94,12 @@ void MetaFile::release_printer() {
     m_printer.reset();
 }
 
-HENHMETAFILE MetaFile::Detach() {
+tessalink::HENHMETAFILE MetaFile::Detach() {
     Close();
     return std::exchange(m_handle, nullptr);
 }
 
-void MetaFile::Attach(HENHMETAFILE picture) {
+void MetaFile::Attach(tessalink::HENHMETAFILE picture) {
     if (picture != nullptr && picture == m_handle) return;
     Clear();
     m_handle = picture;
@@ -112,7 +112,7 @@ void MetaFile::Clear() {
 
 int MetaFile::Load(const char* fileName) {
     Clear();
-    m_handle = GetEnhMetaFile(fileName);
+    m_handle = tessalink::GetEnhMetaFile(fileName);
     return m_handle != nullptr;
 }
 

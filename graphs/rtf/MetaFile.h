@@ -42,11 +42,11 @@ public:
     void Close();
 
     /// The picture, which stays with the object; null when there is none.
-    HENHMETAFILE GetHandle() const { return m_handle; }
+    tessalink::HENHMETAFILE GetHandle() const { return m_handle; }
     /// Closes, and gives the picture to the caller.
-    HENHMETAFILE Detach();
+    tessalink::HENHMETAFILE Detach();
     /// Clears, and takes the picture over; null is none.
-    void Attach(HENHMETAFILE picture);
+    void Attach(tessalink::HENHMETAFILE picture);
     /// Closes, and drops the picture.
     void Clear();
 
@@ -70,7 +70,7 @@ private:
     void release_printer();
 
     int m_isRecording = 0;
-    HENHMETAFILE m_handle = nullptr;
+    tessalink::HENHMETAFILE m_handle = nullptr;
     std::shared_ptr<tessalink::DrawingDevice> m_printer;  ///< stays while recording
     CDC m_printerDC;
 };

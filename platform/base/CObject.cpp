@@ -5,10 +5,13 @@
 
 namespace {
 
-// Both are constant-initialised and never destroyed in effect, so that registrations of any source
-// file, and of modules loaded later, may use them.
-constinit std::mutex registryMutex;
+// Both are there before the first use and never destroyed, so that registrations of any source file,
+// and of modules loaded later, may use them.
 constinit CRuntimeClass* firstClass = nullptr;
+std::mutex& registryMutex() {
+    static auto* const mutex = new std::mutex;
+    return *mutex;
+}
 
 CRuntimeClass** findLink(const CRuntimeClass* record) {
     CRuntimeClass** link = &firstClass;
@@ -23,13 +26,13 @@ const tessalink::ClassRegistration registrationOfCObject(CObject::classCObject);
 namespace tessalink {
 
 ClassRegistration::ClassRegistration(CRuntimeClass& record) : m_record(record) {
-    const std::lock_guard lock(registryMutex);
+    const std::lock_guard lock(registryMutex());
     m_record.m_pNextClass = firstClass;
     firstClass = &m_record;
 }
 
 ClassRegistration::~ClassRegistration() {
-    const std::lock_guard lock(registryMutex);
+    const std::lock_guard lock(registryMutex());
     CRuntimeClass** link = findLink(&m_record);
     if (*link != nullptr) *link = m_record.m_pNextClass;
 }
@@ -49,7 +52,7 @@ bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const {
 
 CRuntimeClass* CRuntimeClass::FromName(const char* name) {
     if (name == nullptr) return nullptr;
-    const std::lock_guard lock(registryMutex);
+    const std::lock_guard lock(registryMutex());
     CRuntimeClass* record = firstClass;
     while (record != nullptr && std::strcmp(record->m_lpszClassName, name) != 0) {
         record = record->m_pNextClass;

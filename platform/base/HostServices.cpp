@@ -59,13 +59,13 @@ const HostServices& hostServices() {
     return record();
 }
 
+BOOL MessageBeep(UINT type) {
+    record().beep(type);
+    return 1;
+}
+
 }  // namespace tessalink
 
 int AfxMessageBox(const char* text, UINT flags) {
     return tessalink::hostServices().messageBox(text != nullptr ? text : "", flags);
-}
-
-BOOL MessageBeep(UINT type) {
-    tessalink::hostServices().beep(type);
-    return 1;
 }

@@ -7,30 +7,7 @@
 #include "platform/base/CString.h"
 #include "platform/base/CodePage.h"
 #include "platform/base/LocaleValues.h"
-
-/// Kinds of message boxes and the answers to them, with their classic values.
-inline constexpr UINT MB_OK = 0x00;
-inline constexpr UINT MB_OKCANCEL = 0x01;
-inline constexpr UINT MB_ABORTRETRYIGNORE = 0x02;
-inline constexpr UINT MB_YESNOCANCEL = 0x03;
-inline constexpr UINT MB_YESNO = 0x04;
-inline constexpr UINT MB_RETRYCANCEL = 0x05;
-inline constexpr UINT MB_ICONHAND = 0x10;
-inline constexpr UINT MB_ICONSTOP = MB_ICONHAND;
-inline constexpr UINT MB_ICONERROR = MB_ICONHAND;
-inline constexpr UINT MB_ICONQUESTION = 0x20;
-inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
-inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
-inline constexpr UINT MB_ICONASTERISK = 0x40;
-inline constexpr UINT MB_ICONINFORMATION = MB_ICONASTERISK;
-
-inline constexpr int IDOK = 1;
-inline constexpr int IDCANCEL = 2;
-inline constexpr int IDABORT = 3;
-inline constexpr int IDRETRY = 4;
-inline constexpr int IDIGNORE = 5;
-inline constexpr int IDYES = 6;
-inline constexpr int IDNO = 7;
+#include "platform/base/MessageBoxNames.h"
 
 namespace tessalink {
 
@@ -86,11 +63,16 @@ TESSALINK_API const HostServices& hostServices();
 /// replaced, in the order of the calls of this function.
 TESSALINK_API void whenHostServicesChange(void (*reread)());
 
+/// Sounds the host's bell for a kind of event. Returns nonzero.
+TESSALINK_API BOOL MessageBeep(UINT type = MB_OK);
+
 }  // namespace tessalink
 
 /// Shows a message through the host's message box and returns its answer (ID...). A null text shows
 /// an empty one.
 TESSALINK_API int AfxMessageBox(const char* text, UINT flags = MB_OK);
 
-/// Sounds the host's bell. Returns nonzero.
-TESSALINK_API BOOL MessageBeep(UINT type = MB_OK);
+// Windows has a function of this name: there ours is that of the namespace alone.
+#ifndef _WIN32
+using tessalink::MessageBeep;
+#endif

@@ -3,15 +3,20 @@
 #include <cstdint>
 
 /// The integer names that host programs of the classic desktop write. Each is as wide as it was
-/// there, whatever `long` is on this system.
+/// there, whatever `long` is on this system. On Windows they are the platform's.
 
+#ifdef _WIN32
+#include "platform/base/WindowsHeader.h"
+#else
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
+using LONG = std::int32_t;
 using DWORD = std::uint32_t;
 using UINT = unsigned int;
 using BOOL = int;
 using LPCSTR = const char*;
 using LPSTR = char*;
+#endif
 
 namespace tessalink {
 struct PositionTag;

@@ -1,28 +1,17 @@
 #include "platform/files/CFile.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
-#include <limits>
-#include <memory>
 
 #include "platform/base/CInvalidArgException.h"
-#include "platform/files/detail/OpenFile.h"
+#include "platform/files/detail/SystemFile.h"
+
+using tessalink::detail::cMaxOffset;
 
 namespace {
 
 // Systems take no more than this in one call.
 constexpr std::size_t cMaxTransfer = std::size_t{1} << 30;
-constexpr auto cMaxOffset = static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
-
-CString currentFolder() {
-    const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), std::free);
-    return folder != nullptr ? CString(folder.get()) : CString(".");
-}
 
 void checkResult(int result, const char* name) {
     if (result == 0) return;
@@ -54,8 +43,7 @@ CString CFile::GetFileName() const {
 }
 
 CString CFile::GetFilePath() const {
-    if (m_strFileName.IsEmpty() || m_strFileName.GetAt(0) == '/') return m_strFileName;
-    return currentFolder() + '/' + m_strFileName;
+    return tessalink::detail::wholePath(m_strFileName);
 }
 
 void CFile::SetFilePath(const char* path) {
@@ -80,7 +68,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
 
 std::uint64_t CFile::GetPosition() const {
     if (m_ownPosition) return m_position;
-    const off_t position = ::lseek(m_hFile, 0, SEEK_CUR);
+    const std::int64_t position = tessalink::detail::currentPosition(m_hFile);
     if (position >= 0) return static_cast<std::uint64_t>(position);
     if (errno == ESPIPE) return m_position;
     ThrowLastError();
@@ -102,47 +90,42 @@ std::uint64_t CFile::SeekBase(UINT from) const {
 std::uint64_t CFile::Seek(std::int64_t offset, UINT from) {
     const std::uint64_t target = SeekBase(from) + static_cast<std::uint64_t>(offset);
     if (target > cMaxOffset) AfxThrowFileException(CFileException::badSeek, EINVAL, m_strFileName);
-    if (!m_ownPosition && ::lseek(m_hFile, static_cast<off_t>(target), SEEK_SET) < 0) {
-        ThrowLastError();
-    }
+    const auto place = static_cast<std::int64_t>(target);
+    if (!m_ownPosition && tessalink::detail::seekTo(m_hFile, place) < 0) ThrowLastError();
     m_position = target;
     return target;
 }
 
 void CFile::SetLength(std::uint64_t length) {
     if (length > cMaxOffset) AfxThrowFileException(CFileException::diskFull, EFBIG, m_strFileName);
-    if (::ftruncate(m_hFile, static_cast<off_t>(length)) != 0) ThrowLastError();
+    if (tessalink::detail::setLength(m_hFile, length) != 0) ThrowLastError();
     Seek(static_cast<std::int64_t>(length), begin);
 }
 
 std::uint64_t CFile::GetLength() const {
-    struct stat status = {};
-    if (::fstat(m_hFile, &status) != 0) ThrowLastError();
-    return S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+    const std::int64_t length = tessalink::detail::lengthOf(m_hFile);
+    if (length < 0) ThrowLastError();
+    return static_cast<std::uint64_t>(length);
+}
+
+std::int64_t CFile::SystemPosition() const {
+    return m_ownPosition ? static_cast<std::int64_t>(m_position) : tessalink::detail::cOwnPosition;
 }
 
 std::size_t CFile::ReadSome(void* buffer, std::size_t count) {
-    const std::size_t wanted = std::min(count, cMaxTransfer);
-    for (;;) {
-        const ssize_t got = m_ownPosition
-                                ? ::pread(m_hFile, buffer, wanted, static_cast<off_t>(m_position))
-                                : ::read(m_hFile, buffer, wanted);
-        if (got >= 0) return static_cast<std::size_t>(got);
-        if (errno != EINTR) ThrowLastError();
-    }
+    const std::int64_t got = tessalink::detail::readSome(
+        m_hFile, buffer, std::min(count, cMaxTransfer), SystemPosition());
+    if (got < 0) ThrowLastError();
+    return static_cast<std::size_t>(got);
 }
 
 std::size_t CFile::WriteSome(const void* buffer, std::size_t count) {
-    const std::size_t wanted = std::min(count, cMaxTransfer);
-    for (;;) {
-        const ssize_t put = m_ownPosition
-                                ? ::pwrite(m_hFile, buffer, wanted, static_cast<off_t>(m_position))
-                                : ::write(m_hFile, buffer, wanted);
-        if (put > 0) return static_cast<std::size_t>(put);
-        // A device that takes nothing and names no error would be asked for ever.
-        if (put == 0) AfxThrowFileException(CFileException::diskFull, ENOSPC, m_strFileName);
-        if (errno != EINTR) ThrowLastError();
-    }
+    const std::int64_t put = tessalink::detail::writeSome(
+        m_hFile, buffer, std::min(count, cMaxTransfer), SystemPosition());
+    if (put < 0) ThrowLastError();
+    // A device that takes nothing and names no error would be asked for ever.
+    if (put == 0) AfxThrowFileException(CFileException::diskFull, ENOSPC, m_strFileName);
+    return static_cast<std::size_t>(put);
 }
 
 std::size_t CFile::Read(void* buffer, std::size_t count) {
@@ -170,7 +153,7 @@ void CFile::Write(const void* buffer, std::size_t count) {
 
 void CFile::Abort() {
     if (m_hFile == hFileNull) return;
-    ::close(m_hFile);
+    tessalink::detail::closeFile(m_hFile);
     m_hFile = hFileNull;
 }
 
@@ -178,16 +161,15 @@ void CFile::Flush() {}
 
 void CFile::Close() {
     if (m_hFile == hFileNull) return;
-    const int result = ::close(m_hFile);
+    const int result = tessalink::detail::closeFile(m_hFile);
     m_hFile = hFileNull;
-    // The descriptor is gone even when a signal came in between.
-    if (result != 0 && errno != EINTR) ThrowLastError();
+    if (result != 0) ThrowLastError();
 }
 
 void CFile::Rename(const char* oldName, const char* newName) {
-    checkResult(std::rename(CString(oldName), CString(newName)), oldName);
+    checkResult(tessalink::detail::renameFile(CString(oldName), CString(newName)), oldName);
 }
 
 void CFile::Remove(const char* name) {
-    checkResult(::unlink(CString(name)), name);
+    checkResult(tessalink::detail::removeFile(CString(name)), name);
 }

@@ -110,6 +110,7 @@ private:
     std::size_t ReadSome(void* buffer, std::size_t count);
     std::size_t WriteSome(const void* buffer, std::size_t count);
     std::uint64_t SeekBase(UINT from) const;
+    std::int64_t SystemPosition() const;
 
     std::uint64_t m_position = 0;
     bool m_ownPosition = false;

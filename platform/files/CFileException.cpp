@@ -36,6 +36,9 @@ constexpr ErrorCause cErrorCauses[] = {
     {ENOTDIR, CFileException::badPath},
     {ENAMETOOLONG, CFileException::badPath},
     {ELOOP, CFileException::badPath},
+    {EILSEQ, CFileException::badPath},
+    {ENODEV, CFileException::badPath},
+    {ENETUNREACH, CFileException::hardIO},
     {EMFILE, CFileException::tooManyOpenFiles},
     {ENFILE, CFileException::tooManyOpenFiles},
     {EACCES, CFileException::accessDenied},
@@ -56,25 +59,31 @@ constexpr ErrorCause cErrorCauses[] = {
     {EDEADLK, CFileException::lockViolation},
     {ENOLCK, CFileException::lockViolation},
     {ENOSPC, CFileException::diskFull},
+#ifdef EDQUOT
     {EDQUOT, CFileException::diskFull},
+#endif
     {EFBIG, CFileException::diskFull},
 };
 
 struct PathFault {
+    int cause;
     int error;
     const char* message;
 };
-// What is wrong with a path, where the system says more than that it is not valid.
+// What is wrong with a path or device, where the system says more than the cause does.
 constexpr PathFault cPathFaults[] = {
-    {ENOENT, "the folder does not exist"},
-    {ENOTDIR, "a part of the path is a file, not a folder"},
-    {ENAMETOOLONG, "the name is too long"},
-    {ELOOP, "its links lead in a circle"},
+    {CFileException::badPath, ENOENT, "the folder does not exist"},
+    {CFileException::badPath, ENOTDIR, "a part of the path is a file, not a folder"},
+    {CFileException::badPath, ENAMETOOLONG, "the name is too long"},
+    {CFileException::badPath, ELOOP, "its links lead in a circle"},
+    {CFileException::badPath, EILSEQ, "the name has characters that the system does not take"},
+    {CFileException::badPath, ENODEV, "the name is that of a device"},
+    {CFileException::hardIO, ENETUNREACH, "the folder of another computer can't be reached"},
 };
 
 const char* textFor(int cause, std::int64_t osError) {
     for (const PathFault& fault : cPathFaults) {
-        if (cause == CFileException::badPath && fault.error == osError) return fault.message;
+        if (fault.cause == cause && fault.error == osError) return fault.message;
     }
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(cause));
     const std::size_t other = CFileException::genericException;

@@ -1,28 +1,17 @@
 #include "platform/files/LockFile.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <utility>
 
 #include "platform/files/CFile.h"
-#include "platform/files/detail/OpenFile.h"
+#include "platform/files/detail/SystemFile.h"
 
 namespace tessalink {
 
 namespace {
 
 constexpr int cNone = -1;
-constexpr mode_t cOwnerOnly = 0600;
-
-/// Whether the name still leads to the open file: one who has just released it has removed it.
-bool isStillThere(int descriptor, const char* path) {
-    struct stat open = {};
-    struct stat named = {};
-    return ::fstat(descriptor, &open) == 0 && ::stat(path, &named) == 0 &&
-           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
-}
+constexpr int cOwnerOnly = 0600;
 
 }  // namespace
 
@@ -35,13 +24,13 @@ LockFile::LockFile(const char* path) : m_path(path), m_descriptor(cNone) {
         if (file.error != 0) {
             AfxThrowFileException(detail::causeOf(file.error, path), file.error, path);
         }
-        if (isStillThere(file.descriptor, path)) {
+        // One who has just released it has removed its name.
+        if (detail::isNamed(file.descriptor, path)) {
             m_descriptor = file.descriptor;
-            // File systems without modes refuse, and need none.
-            (void)::fchmod(file.descriptor, cOwnerOnly);
+            detail::giveMode(file.descriptor, cOwnerOnly);
             return;
         }
-        ::close(file.descriptor);
+        detail::closeFile(file.descriptor);
     }
     AfxThrowFileException(CFileException::sharingViolation, EWOULDBLOCK, path);
 }
@@ -64,8 +53,7 @@ LockFile::~LockFile() {
 
 void LockFile::Release() noexcept {
     if (m_descriptor == cNone) return;
-    ::unlink(m_path);
-    ::close(m_descriptor);
+    detail::closeAndRemove(m_descriptor, m_path);
     m_descriptor = cNone;
 }
 

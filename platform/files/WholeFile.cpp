@@ -1,16 +1,10 @@
 #include "platform/files/WholeFile.h"
 
-#include <fcntl.h>
-#include <stdlib.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cinttypes>
-#include <cstdio>
 
 #include "platform/files/CMemFile.h"
-#include "platform/files/detail/OpenFile.h"
+#include "platform/files/detail/SystemFile.h"
 
 namespace tessalink {
 
@@ -19,49 +13,19 @@ namespace {
 constexpr std::size_t cBufferSize = std::size_t{64} * 1024;
 constexpr const char* cStandardOutputName = "-";
 constexpr UINT cMemoryGrowBytes = 64 * 1024;
-constexpr int cMaxLinks = 40;
 constexpr int cMaxNameAttempts = 100;
-constexpr int cNewFileMode = 0666;
-constexpr int cOwnerMode = 0600;
-constexpr int cNoFile = -1;
+constexpr int cNewMode = -1;
 
 [[noreturn]] void raise(int error, const CString& path) {
     AfxThrowFileException(detail::causeOf(error, path), error, path);
 }
 
-// Where a link whose end does not exist leads to.
-CString endOfLinks(CString path) {
-    char target[4096];
-    for (int i = 0; i < cMaxLinks; ++i) {
-        const ssize_t length = ::readlink(path, target, sizeof(target));
-        if (length < 0) return path;
-        const CString next(target, static_cast<int>(length));
-        path = target[0] == '/' ? next : detail::folderOf(path) + '/' + next;
-    }
-    raise(ELOOP, path);
-}
-
-CString realPath(const CString& path) {
-    const std::unique_ptr<char, decltype(&::free)> real(::realpath(path, nullptr), ::free);
-    if (real == nullptr) raise(errno, path);
-    return CString(real.get());
-}
-
 CString temporaryPath(const CString& finalPath) {
     std::uint64_t number = 0;
-    if (::getentropy(&number, sizeof(number)) != 0) raise(errno, finalPath);
+    if (detail::randomNumber(number) != 0) raise(errno, finalPath);
     CString name;
     name.Format("/.tessalink-%016" PRIx64 ".tmp", number);
     return detail::folderOf(finalPath) + name;
-}
-
-void syncFolder(const CString& path) {
-    const int folder = ::open(detail::folderOf(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) raise(errno, path);
-    // Some file systems have no sync for folders and say EINVAL.
-    const int error = ::fsync(folder) == 0 || errno == EINVAL ? 0 : errno;
-    ::close(folder);
-    if (error != 0) raise(error, path);
 }
 
 }  // namespace
@@ -91,44 +55,44 @@ BOOL WholeFile::Open(const char* name, UINT, CFileException* error) {
 
 void WholeFile::OpenOutput(const CString& name) {
     m_strFileName = name;
-    struct stat status = {};
     if (name == cStandardOutputName) {
         m_toStandardOutput = true;
         m_output = std::make_unique<CMemFile>(cMemoryGrowBytes);
-    } else if (::stat(name, &status) != 0) {
-        if (errno != ENOENT || name.IsEmpty()) raise(errno, name);
-        m_strFileName = endOfLinks(name);
-        OpenTemporary(cNoFile);
-    } else if (S_ISREG(status.st_mode)) {
-        m_strFileName = realPath(name);
-        if (::access(m_strFileName, W_OK) != 0) raise(errno, m_strFileName);
-        OpenTemporary(static_cast<int>(status.st_mode & 07777));
     } else {
-        m_output = std::make_unique<CFile>(name, modeWrite);
+        OpenNamed(name);
     }
     m_buffer = std::make_unique_for_overwrite<BYTE[]>(cBufferSize);
     m_limit = cBufferSize;
 }
 
-// `existingMode` is the mode of the file that is replaced, or cNoFile.
+void WholeFile::OpenNamed(const CString& name) {
+    const detail::ReplacedFile replaced = detail::replacedBy(name);
+    if (replaced.error != 0) raise(replaced.error, replaced.path.IsEmpty() ? name : replaced.path);
+    if (replaced.kind == detail::ReplacedFile::Kind::Other) {
+        m_output = std::make_unique<CFile>(name, modeWrite);
+        return;
+    }
+    m_strFileName = replaced.path;
+    OpenTemporary(replaced.kind == detail::ReplacedFile::Kind::Regular ? replaced.mode : cNewMode);
+}
+
+// `existingMode` is that of the file that is replaced, or cNewMode.
 void WholeFile::OpenTemporary(int existingMode) {
-    const int newMode = m_readers == Readers::Owner ? cOwnerMode : cNewFileMode;
-    const int mode = existingMode == cNoFile ? newMode : existingMode;
-    int descriptor = -1;
-    for (int i = 0; i < cMaxNameAttempts && descriptor < 0; ++i) {
+    const bool isOwners = existingMode != cNewMode || m_readers == Readers::Owner;
+    detail::OpenedFile file;
+    for (int i = 0; i < cMaxNameAttempts && file.descriptor < 0; ++i) {
         m_temporaryPath = temporaryPath(m_strFileName);
-        descriptor =
-            ::open(m_temporaryPath, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode);
-        if (descriptor < 0 && errno != EEXIST && errno != EINTR) break;
+        file = detail::makeFile(m_temporaryPath, isOwners ? detail::NewFileMode::Owner
+                                                          : detail::NewFileMode::Usual);
+        if (file.error != 0 && file.error != EEXIST) break;
     }
-    if (descriptor < 0) {
+    if (file.descriptor < 0) {
         m_temporaryPath.Empty();
-        raise(errno, m_strFileName);
+        raise(file.error, m_strFileName);
     }
-    m_output = std::make_unique<CFile>(descriptor);
+    m_output = std::make_unique<CFile>(file.descriptor);
     m_output->SetFilePath(m_strFileName);
-    // The umask has cut the mode; file systems without modes refuse, and need none.
-    if (existingMode != cNoFile) (void)::fchmod(descriptor, static_cast<mode_t>(existingMode));
+    if (existingMode != cNewMode) detail::giveMode(file.descriptor, existingMode);
 }
 
 void WholeFile::CheckOpen() const {
@@ -205,7 +169,7 @@ void WholeFile::Commit() {
 }
 
 void WholeFile::StoreStandardOutput() {
-    const int descriptor = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    const int descriptor = detail::duplicateStandardOutput();
     if (descriptor < 0) raise(errno, m_strFileName);
     CFile output(descriptor);
     output.SetFilePath("<stdout>");
@@ -215,16 +179,20 @@ void WholeFile::StoreStandardOutput() {
 }
 
 void WholeFile::StoreTemporary() {
-    if (m_sync == Sync::Yes && ::fsync(m_output->m_hFile) != 0) raise(errno, m_strFileName);
+    if (m_sync == Sync::Yes && detail::syncFile(m_output->m_hFile) != 0) {
+        raise(errno, m_strFileName);
+    }
     m_output->Close();
-    if (::rename(m_temporaryPath, m_strFileName) != 0) raise(errno, m_strFileName);
+    if (detail::renameFile(m_temporaryPath, m_strFileName) != 0) raise(errno, m_strFileName);
     m_temporaryPath.Empty();
-    if (m_sync == Sync::Yes) syncFolder(m_strFileName);
+    if (m_sync == Sync::Yes && detail::syncFolderOf(m_strFileName) != 0) {
+        raise(errno, m_strFileName);
+    }
 }
 
 void WholeFile::Discard() noexcept {
     m_output.reset();
-    if (!m_temporaryPath.IsEmpty()) ::unlink(m_temporaryPath);
+    if (!m_temporaryPath.IsEmpty()) detail::removeFile(m_temporaryPath);
     m_temporaryPath.Empty();
     m_buffer.reset();
     m_fault.reset();

@@ -75,6 +75,7 @@ private:
     }
 
     void OpenOutput(const CString& name);
+    void OpenNamed(const CString& name);
     void OpenTemporary(int existingMode);
     void CheckOpen() const;
     void FlushBuffer();

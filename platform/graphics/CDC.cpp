@@ -464,11 +464,11 @@ CSize CDC::GetTextExtent(const CString& text) const {
     return GetTextExtent(text, text.GetLength());
 }
 
-BOOL CDC::GetTextMetrics(TEXTMETRIC* metrics) const {
+BOOL CDC::GetTextMetrics(TEXTMETRICA* metrics) const {
     if (attributes() == nullptr || metrics == nullptr) return 0;
     const SizedFont& sized = sized_font();
-    const LOGFONT& font = m_state.font->Get();
-    *metrics = TEXTMETRIC();
+    const LOGFONTA& font = m_state.font->Get();
+    *metrics = TEXTMETRICA();
     metrics->tmHeight = sized.Height();
     metrics->tmAscent = sized.Ascent();
     metrics->tmDescent = sized.Descent();
@@ -524,7 +524,7 @@ std::span<const POINT> CDC::device_points(const POINT* points, int count) {
 }
 
 void CDC::size_font() const {
-    const LOGFONT& font =
+    const LOGFONTA& font =
         m_state.font != nullptr ? m_state.font->Get() : stock<CFont>(SYSTEM_FONT)->Get();
     const DrawingDevice* device = attributes();
     const double aspect =

@@ -12,49 +12,6 @@
 #include "platform/graphics/DrawingDevice.h"
 #include "platform/graphics/GdiObjects.h"
 
-/// How the reference point of a text lies to it.
-inline constexpr UINT TA_NOUPDATECP = 0;
-inline constexpr UINT TA_UPDATECP = 1;  ///< texts start at the current position and move it
-inline constexpr UINT TA_LEFT = 0;
-inline constexpr UINT TA_RIGHT = 2;
-inline constexpr UINT TA_CENTER = 6;
-inline constexpr UINT TA_TOP = 0;
-inline constexpr UINT TA_BOTTOM = 8;
-inline constexpr UINT TA_BASELINE = 24;
-
-inline constexpr int TRANSPARENT = 1;
-inline constexpr int OPAQUE = 2;
-
-inline constexpr UINT ETO_OPAQUE = 2;
-inline constexpr UINT ETO_CLIPPED = 4;
-
-inline constexpr UINT DT_TOP = 0x0000;
-inline constexpr UINT DT_LEFT = 0x0000;
-inline constexpr UINT DT_CENTER = 0x0001;
-inline constexpr UINT DT_RIGHT = 0x0002;
-inline constexpr UINT DT_VCENTER = 0x0004;  ///< with DT_SINGLELINE
-inline constexpr UINT DT_BOTTOM = 0x0008;   ///< with DT_SINGLELINE
-inline constexpr UINT DT_WORDBREAK = 0x0010;
-inline constexpr UINT DT_SINGLELINE = 0x0020;
-inline constexpr UINT DT_NOCLIP = 0x0100;
-inline constexpr UINT DT_CALCRECT = 0x0400;  ///< only sets the rectangle to what is needed
-inline constexpr UINT DT_NOPREFIX = 0x0800;  ///< "&" is a character
-
-/// What GetDeviceCaps tells.
-inline constexpr int TECHNOLOGY = 2;
-inline constexpr int HORZSIZE = 4;  ///< in millimeters
-inline constexpr int VERTSIZE = 6;
-inline constexpr int HORZRES = 8;  ///< in units
-inline constexpr int VERTRES = 10;
-inline constexpr int LOGPIXELSX = 88;  ///< units per inch
-inline constexpr int LOGPIXELSY = 90;
-inline constexpr int DT_RASDISPLAY = 1;
-inline constexpr int DT_RASPRINTER = 2;
-
-inline constexpr UINT OBJ_PEN = 1;
-inline constexpr UINT OBJ_BRUSH = 2;
-inline constexpr UINT OBJ_FONT = 6;
-
 /// A device context: something to draw on, with the pen, brush, font and modes that are set. One
 /// logical unit is one unit of the device. Without a device nothing is drawn and measures are 0.
 ///
@@ -173,7 +130,7 @@ public:
     int DrawText(const CString& text, RECT* rect, UINT format);
     CSize GetTextExtent(const char* text, int count) const;
     CSize GetTextExtent(const CString& text) const;
-    BOOL GetTextMetrics(TEXTMETRIC* metrics) const;
+    BOOL GetTextMetrics(TEXTMETRICA* metrics) const;
 
 private:
     struct State {

@@ -60,7 +60,7 @@ BOOL CMetaFileDC::CreateEnhanced(CDC* reference, const char* fileName, const REC
     return 1;
 }
 
-HENHMETAFILE CMetaFileDC::CloseEnhanced() {
+tessalink::HENHMETAFILE CMetaFileDC::CloseEnhanced() {
     if (!m_recording) return nullptr;
     std::vector<BYTE> bytes = m_recording->Finish();
     const auto file = std::exchange(m_file, nullptr);

@@ -31,7 +31,7 @@ public:
 
     /// Ends the recording and returns the picture, which the caller then owns; null when there was
     /// none, when it became too large or could not be stored.
-    HENHMETAFILE CloseEnhanced();
+    tessalink::HENHMETAFILE CloseEnhanced();
 
     BOOL DeleteDC() override;
 

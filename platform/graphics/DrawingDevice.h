@@ -24,8 +24,8 @@ struct DeviceCaps {
 
 /// What a primitive is drawn with.
 struct Paint {
-    LOGPEN pen;
-    LOGBRUSH brush;
+    LOGPEN pen{};
+    LOGBRUSH brush{};
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
     int fillMode = ALTERNATE;      ///< or WINDING
@@ -35,17 +35,17 @@ struct Paint {
 /// One run of text in one font.
 struct TextRun {
     std::string_view text;  ///< in the code page, or the codes of a symbol face
-    const LOGFONT* font = nullptr;
+    const LOGFONTA* font = nullptr;
     const SizedFont* sizedFont = nullptr;
-    POINT origin;                    ///< where the first character starts, on the base line
+    POINT origin{};                    ///< where the first character starts, on the base line
     std::span<const int> positions;  ///< where each character starts, and the end: one more than
                                      /// characters, from 0 on
     COLORREF color = cBlack;
     bool hasBackground = false;  ///< fill this rectangle first
-    RECT background;
+    RECT background{};
     COLORREF backgroundColor = cWhite;
     bool isClipped = false;  ///< and show nothing outside that one
-    RECT clipRect;
+    RECT clipRect{};
     const Region* clip = nullptr;  ///< nor outside this
 };
 

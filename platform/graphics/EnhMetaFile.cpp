@@ -37,23 +37,21 @@ std::span<const BYTE> bytesOf(HENHMETAFILE picture) {
     return picture != nullptr ? std::span<const BYTE>(*picture->bytes) : std::span<const BYTE>();
 }
 
-}  // namespace tessalink
-
 HENHMETAFILE GetEnhMetaFile(const char* fileName) {
     if (fileName == nullptr) return nullptr;
     try {
-        return tessalink::makeEnhMetaFile(tessalink::readFile(fileName));
+        return makeEnhMetaFile(readFile(fileName));
     } catch (const CFileException&) {
         return nullptr;
     }
 }
 
 HENHMETAFILE SetEnhMetaFileBits(UINT size, const BYTE* bytes) {
-    return bytes != nullptr ? tessalink::makeEnhMetaFile({bytes, bytes + size}) : nullptr;
+    return bytes != nullptr ? makeEnhMetaFile({bytes, bytes + size}) : nullptr;
 }
 
 UINT GetEnhMetaFileBits(HENHMETAFILE picture, UINT size, BYTE* bytes) {
-    const auto all = tessalink::bytesOf(picture);
+    const auto all = bytesOf(picture);
     if (bytes == nullptr) return static_cast<UINT>(all.size());
     if (size < all.size()) return 0;
     std::copy(all.begin(), all.end(), bytes);
@@ -63,7 +61,7 @@ UINT GetEnhMetaFileBits(HENHMETAFILE picture, UINT size, BYTE* bytes) {
 UINT GetEnhMetaFileHeader(HENHMETAFILE picture, UINT size, ENHMETAHEADER* header) {
     if (picture == nullptr) return 0;
     if (header == nullptr) return sizeof(ENHMETAHEADER);
-    const ENHMETAHEADER whole = tessalink::detail::headerOf(tessalink::bytesOf(picture));
+    const ENHMETAHEADER whole = detail::headerOf(bytesOf(picture));
     const std::size_t count = std::min<std::size_t>(size, sizeof(whole));
     std::memcpy(static_cast<void*>(header), &whole, count);
     return static_cast<UINT>(count);
@@ -73,23 +71,25 @@ HENHMETAFILE CopyEnhMetaFile(HENHMETAFILE picture, const char* fileName) {
     if (picture == nullptr) return nullptr;
     if (fileName != nullptr) {
         try {
-            tessalink::WholeFile file(fileName);
-            const auto bytes = tessalink::bytesOf(picture);
+            WholeFile file(fileName);
+            const auto bytes = bytesOf(picture);
             file.Write(bytes.data(), bytes.size());
             file.Commit();
         } catch (const CFileException&) {
             return nullptr;
         }
     }
-    return new tessalink::EnhMetaFile(*picture);
+    return new EnhMetaFile(*picture);
 }
 
 BOOL PlayEnhMetaFile(CDC* dc, HENHMETAFILE picture, const RECT* rect) {
     if (dc == nullptr || picture == nullptr || rect == nullptr) return 0;
-    return tessalink::detail::play(tessalink::bytesOf(picture), *dc, *rect);
+    return detail::play(bytesOf(picture), *dc, *rect);
 }
 
 BOOL DeleteEnhMetaFile(HENHMETAFILE picture) {
     delete picture;
     return picture != nullptr;
 }
+
+}  // namespace tessalink

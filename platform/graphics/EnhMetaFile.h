@@ -13,31 +13,9 @@
 /// threads may play it at a time, each into a context of its own.
 
 namespace tessalink {
+
 struct EnhMetaFile;
-}
-
-using HENHMETAFILE = tessalink::EnhMetaFile*;
-
-/// What the header of a metafile says.
-struct ENHMETAHEADER {
-    std::uint32_t iType = 0;
-    std::uint32_t nSize = 0;  ///< of the header record, in bytes
-    RECT rclBounds;           ///< of what is drawn, in units of the device, edges included
-    RECT rclFrame;            ///< of the picture, in hundredths of a millimeter
-    std::uint32_t dSignature = 0;
-    std::uint32_t nVersion = 0;
-    std::uint32_t nBytes = 0;  ///< of the metafile
-    std::uint32_t nRecords = 0;
-    std::uint16_t nHandles = 0;  ///< the metafile's own included
-    std::uint16_t sReserved = 0;
-    std::uint32_t nDescription = 0;  ///< in characters
-    std::uint32_t offDescription = 0;
-    std::uint32_t nPalEntries = 0;
-    SIZE szlDevice;       ///< of the reference device, in its units
-    SIZE szlMillimeters;  ///< and in millimeters
-};
-
-namespace tessalink {
+using HENHMETAFILE = EnhMetaFile*;
 
 /// The largest metafile that is taken or recorded, in bytes: its hexadecimal text fits a CString.
 inline constexpr std::uint64_t cMaxMetafile = (std::uint64_t{1} << 30) - 4096;
@@ -49,8 +27,6 @@ TESSALINK_API HENHMETAFILE makeEnhMetaFile(std::vector<BYTE> bytes);
 
 /// The bytes of a picture; empty for null.
 TESSALINK_API std::span<const BYTE> bytesOf(HENHMETAFILE picture);
-
-}  // namespace tessalink
 
 /// Reads a metafile from a file; null when it can't be read or is damaged.
 TESSALINK_API HENHMETAFILE GetEnhMetaFile(const char* fileName);
@@ -76,3 +52,17 @@ TESSALINK_API BOOL PlayEnhMetaFile(CDC* dc, HENHMETAFILE picture, const RECT* re
 
 /// Gives the picture back; nonzero unless it is null.
 TESSALINK_API BOOL DeleteEnhMetaFile(HENHMETAFILE picture);
+
+}  // namespace tessalink
+
+// Windows has the same names for pictures of its own: there ours are those of the namespace alone.
+#ifndef _WIN32
+using tessalink::CopyEnhMetaFile;
+using tessalink::DeleteEnhMetaFile;
+using tessalink::GetEnhMetaFile;
+using tessalink::GetEnhMetaFileBits;
+using tessalink::GetEnhMetaFileHeader;
+using tessalink::HENHMETAFILE;
+using tessalink::PlayEnhMetaFile;
+using tessalink::SetEnhMetaFileBits;
+#endif

@@ -64,7 +64,7 @@ bool startsNoCase(const char* name, std::string_view start) {
                        [&](char ch) { return lower(*name++) == lower(ch); });
 }
 
-bool hasSerifs(const LOGFONT& font) {
+bool hasSerifs(const LOGFONTA& font) {
     const char* const name = font.lfFaceName;
     const bool known = std::any_of(cSerifNames.begin(), cSerifNames.end(),
                                    [&](std::string_view s) { return startsNoCase(name, s); });
@@ -77,7 +77,7 @@ int rounded(double value) {
 
 }  // namespace
 
-bool isSymbolFont(const LOGFONT& font) {
+bool isSymbolFont(const LOGFONTA& font) {
     return font.lfCharSet == SYMBOL_CHARSET || startsNoCase(font.lfFaceName, "Symbol");
 }
 
@@ -85,14 +85,14 @@ const FaceMetrics& detail::builtInFace(std::size_t face) {
     return keptFaces()[face];
 }
 
-const FaceMetrics& builtInMetrics(const LOGFONT& font) {
+const FaceMetrics& builtInMetrics(const LOGFONTA& font) {
     if (isSymbolFont(font)) return keptFaces().back();
     const std::size_t style =
         (font.lfWeight >= FW_SEMIBOLD ? 1u : 0u) + (font.lfItalic != 0 ? 2u : 0u);
     return keptFaces()[(hasSerifs(font) ? cFirstSerif : 0) + style];
 }
 
-SizedFont::SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect) : m_face(&face) {
+SizedFont::SizedFont(const FaceMetrics& face, const LOGFONTA& font, double aspect) : m_face(&face) {
     const double height = font.lfHeight;
     const double cell = face.ascent + face.descent;
     m_em = height > 0 ? height * FaceMetrics::cEm / cell : height < 0 ? -height : cDefaultEm;

@@ -28,17 +28,17 @@ struct FaceMetrics {
 /// were given before. Any face whose character set is that of symbols, or that is called
 /// Symbol, gets those of Symbol; faces with a serif family or one of the known serif names those of
 /// Times New Roman; all others those of Arial. Bold starts at weight 600.
-TESSALINK_API const FaceMetrics& builtInMetrics(const LOGFONT& font);
+TESSALINK_API const FaceMetrics& builtInMetrics(const LOGFONTA& font);
 
 /// Whether the characters of the font are codes of a symbol face instead of the code page's.
-TESSALINK_API bool isSymbolFont(const LOGFONT& font);
+TESSALINK_API bool isSymbolFont(const LOGFONTA& font);
 
 /// Where the measures of fonts come from.
 class TESSALINK_API TextMetricsSource {
 public:
     virtual ~TextMetricsSource() = default;
     /// The measures of a font's face; they live as long as the source. Default: the built-in ones.
-    virtual const FaceMetrics& MetricsOf(const LOGFONT& font) const { return builtInMetrics(font); }
+    virtual const FaceMetrics& MetricsOf(const LOGFONTA& font) const { return builtInMetrics(font); }
 };
 
 /// A font at its size: what texts in it measure, in units of a device. Positions are the rounded
@@ -47,7 +47,7 @@ class TESSALINK_API SizedFont {
 public:
     /// `aspect` is the horizontal resolution of the device divided by the vertical one: heights are
     /// in vertical units, widths in horizontal ones.
-    SizedFont(const FaceMetrics& face, const LOGFONT& font, double aspect = 1);
+    SizedFont(const FaceMetrics& face, const LOGFONTA& font, double aspect = 1);
 
     /// The size of the em: of a positive height, which is ascent plus descent, or a negative one,
     /// which is the em itself. A height of 0 stands for 12 units.

@@ -95,7 +95,7 @@ int CBrush::CreateBrushIndirect(const LOGBRUSH* brush) {
 int CFont::CreateFont(int height, int width, int escapement, int orientation, int weight,
                       BYTE italic, BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                       BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face) {
-    LOGFONT font = {height,        width,     escapement,     orientation, weight,
+    LOGFONTA font = {height,        width,     escapement,     orientation, weight,
                     italic,        underline, strikeOut,      charSet,     outPrecision,
                     clipPrecision, quality,   pitchAndFamily, {}};
     if (face != nullptr) {
@@ -104,9 +104,9 @@ int CFont::CreateFont(int height, int width, int escapement, int orientation, in
     return CreateFontIndirect(&font);
 }
 
-int CFont::CreateFontIndirect(const LOGFONT* font) {
+int CFont::CreateFontIndirect(const LOGFONTA* font) {
     if (font == nullptr) return 0;
-    LOGFONT ended = *font;
+    LOGFONTA ended = *font;
     ended.lfFaceName[LF_FACESIZE - 1] = '\0';
     return create(ended);
 }

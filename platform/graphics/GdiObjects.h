@@ -13,25 +13,6 @@
 /// Creating one returns nonzero, or 0 when the description makes no sense; creating it anew
 /// replaces what it was. An object belongs to whoever made it and must stay while it is selected.
 
-/// The stock objects, which are always there.
-inline constexpr int WHITE_BRUSH = 0;
-inline constexpr int LTGRAY_BRUSH = 1;
-inline constexpr int GRAY_BRUSH = 2;
-inline constexpr int DKGRAY_BRUSH = 3;
-inline constexpr int BLACK_BRUSH = 4;
-inline constexpr int NULL_BRUSH = 5;
-inline constexpr int HOLLOW_BRUSH = NULL_BRUSH;
-inline constexpr int WHITE_PEN = 6;
-inline constexpr int BLACK_PEN = 7;
-inline constexpr int NULL_PEN = 8;
-inline constexpr int OEM_FIXED_FONT = 10;
-inline constexpr int ANSI_FIXED_FONT = 11;
-inline constexpr int ANSI_VAR_FONT = 12;
-inline constexpr int SYSTEM_FONT = 13;
-inline constexpr int DEVICE_DEFAULT_FONT = 14;
-inline constexpr int SYSTEM_FIXED_FONT = 16;
-inline constexpr int DEFAULT_GUI_FONT = 17;
-
 class TESSALINK_API CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 
@@ -40,7 +21,7 @@ public:
     virtual int IsNull() const = 0;
     /// Drops the object; nonzero when there was one. Stock objects stay.
     virtual int DeleteObject() = 0;
-    /// Copies the description (LOGPEN, LOGBRUSH, LOGFONT) when `size` bytes hold it; returns its
+    /// Copies the description (LOGPEN, LOGBRUSH, LOGFONTA) when `size` bytes hold it; returns its
     /// size in bytes, or 0.
     virtual int GetObject(int size, void* description) const = 0;
 
@@ -124,33 +105,23 @@ public:
     int GetLogBrush(LOGBRUSH* brush) const { return GetObject(sizeof(LOGBRUSH), brush); }
 };
 
-class TESSALINK_API CFont : public tessalink::DescribedObject<LOGFONT> {
+class TESSALINK_API CFont : public tessalink::DescribedObject<LOGFONTA> {
     DECLARE_DYNAMIC(CFont)
 
 public:
     CFont() = default;
 
-    /// See LOGFONT for what each argument means. The name of the face is cut to 31 characters; null
+    /// See LOGFONTA for what each argument means. The name of the face is cut to 31 characters; null
     /// stands for an empty one.
     int CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
                    BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                    BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face);
-    int CreateFontIndirect(const LOGFONT* font);
-    int GetLogFont(LOGFONT* font) const { return GetObject(sizeof(LOGFONT), font); }
+    int CreateFontIndirect(const LOGFONTA* font);
+    int GetLogFont(LOGFONTA* font) const { return GetObject(sizeof(LOGFONTA), font); }
 };
 
-/// How CombineRgn joins two regions.
-inline constexpr int RGN_AND = 1;
-inline constexpr int RGN_OR = 2;
-inline constexpr int RGN_XOR = 3;
-inline constexpr int RGN_DIFF = 4;  ///< the first without the second
-inline constexpr int RGN_COPY = 5;  ///< the first
-
-/// What kind of region a call has left.
+/// A call has left no region; its fellows are NULLREGION, SIMPLEREGION and COMPLEXREGION.
 inline constexpr int ERRORREGION = 0;
-inline constexpr int NULLREGION = 1;
-inline constexpr int SIMPLEREGION = 2;  ///< one rectangle
-inline constexpr int COMPLEXREGION = 3;
 
 class TESSALINK_API CRgn : public CGdiObject {
     DECLARE_DYNAMIC(CRgn)

@@ -6,38 +6,24 @@
 #include "platform/base/Export.h"
 #include "platform/base/NumberText.h"
 #include "platform/base/Types.h"
+#include "platform/graphics/GraphicsNames.h"
 
 /// Points, sizes and rectangles in whole units of a device, with x to the right and y downward. A
 /// rectangle includes its left and top edge and excludes the others. Sums and differences wrap at
 /// 32 bits.
 
-using LONG = std::int32_t;
-
-struct POINT {
-    LONG x = 0;
-    LONG y = 0;
-
-    bool operator==(const POINT&) const = default;
-};
-
-struct SIZE {
-    LONG cx = 0;
-    LONG cy = 0;
-
-    bool operator==(const SIZE&) const = default;
-};
-
-struct RECT {
-    LONG left = 0;
-    LONG top = 0;
-    LONG right = 0;
-    LONG bottom = 0;
-
-    bool operator==(const RECT&) const = default;
-};
+constexpr bool operator==(const POINT& a, const POINT& b) {
+    return a.x == b.x && a.y == b.y;
+}
+constexpr bool operator==(const SIZE& a, const SIZE& b) {
+    return a.cx == b.cx && a.cy == b.cy;
+}
+constexpr bool operator==(const RECT& a, const RECT& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
 
 struct CSize : SIZE {
-    constexpr CSize() = default;
+    constexpr CSize() : SIZE{} {}
     constexpr CSize(int width, int height) {
         cx = width;
         cy = height;
@@ -46,7 +32,7 @@ struct CSize : SIZE {
 };
 
 struct CPoint : POINT {
-    constexpr CPoint() = default;
+    constexpr CPoint() : POINT{} {}
     constexpr CPoint(int px, int py) {
         x = px;
         y = py;
@@ -69,7 +55,7 @@ struct CPoint : POINT {
 };
 
 struct CRect : RECT {
-    constexpr CRect() = default;
+    constexpr CRect() : RECT{} {}
     constexpr CRect(int l, int t, int r, int b) {
         left = l;
         top = t;

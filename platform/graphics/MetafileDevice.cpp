@@ -163,7 +163,7 @@ private:
 
     void UsePen(const LOGPEN& pen);
     void UseBrush(const LOGBRUSH& brush);
-    void UseFont(const LOGFONT& font);
+    void UseFont(const LOGFONTA& font);
     void UseBackground(const Paint& paint);
     void UseClip(const Region* clip);
     void IntersectClip(const Region& clip);
@@ -176,7 +176,7 @@ private:
     bool IsSelected(std::uint32_t handle) const;
     std::uint32_t FreeHandle();
     void DeleteHandle(std::uint32_t handle);
-    void CreateFontRecord(std::uint32_t handle, const LOGFONT& font);
+    void CreateFontRecord(std::uint32_t handle, const LOGFONTA& font);
 
     void AddBounds(const RECT& inclusiveBounds, const Region* clip);
     RECT FrameOf(const RECT& bounds) const;
@@ -197,7 +197,7 @@ private:
     std::size_t m_unwrittenSaves = 0;
     Objects<LOGPEN> m_pens;
     Objects<LOGBRUSH> m_brushes;
-    Objects<LOGFONT> m_fonts;
+    Objects<LOGFONTA> m_fonts;
     std::vector<bool> m_handles = {true};  // 0 is the metafile itself
     std::uint64_t m_uses = 0;
 };
@@ -356,7 +356,7 @@ void MetafileDevice::Recorder::Select(std::uint32_t& written, std::uint32_t hand
 void MetafileDevice::Recorder::UsePen(const LOGPEN& pen) {
     if (pen.lopnStyle == PS_NULL)
         return Select(m_written.pen, detail::cStockObject | std::uint32_t{NULL_PEN});
-    const LOGPEN plain = {pen.lopnStyle, {std::max(pen.lopnWidth.x, 0), 0}, pen.lopnColor};
+    const LOGPEN plain = {pen.lopnStyle, {std::max<LONG>(pen.lopnWidth.x, 0), 0}, pen.lopnColor};
     Select(m_written.pen, HandleFor(m_pens, plain, [&](std::uint32_t handle) {
                EmfCursor record = Begin(detail::emrCreatePen, 28);
                if (!record) return;
@@ -381,12 +381,12 @@ void MetafileDevice::Recorder::UseBrush(const LOGBRUSH& brush) {
            }));
 }
 
-void MetafileDevice::Recorder::UseFont(const LOGFONT& font) {
+void MetafileDevice::Recorder::UseFont(const LOGFONTA& font) {
     Select(m_written.font,
            HandleFor(m_fonts, font, [&](std::uint32_t handle) { CreateFontRecord(handle, font); }));
 }
 
-void MetafileDevice::Recorder::CreateFontRecord(std::uint32_t handle, const LOGFONT& font) {
+void MetafileDevice::Recorder::CreateFontRecord(std::uint32_t handle, const LOGFONTA& font) {
     EmfCursor record = Begin(detail::emrExtCreateFontIndirectW, detail::cExtendedFontSize);
     if (!record) return;
     record.Put(handle);

@@ -87,7 +87,7 @@ void putPen(Line& line, const LOGPEN& pen) {
     const bool gapless = pen.lopnStyle < PS_NULL && !isDashed(pen);
     line.Word(cPenNames[gapless ? PS_SOLID : pen.lopnStyle]);
     if (pen.lopnStyle == PS_NULL) return;
-    line.Number(std::max(pen.lopnWidth.x, 1)).Color(pen.lopnColor);
+    line.Number(std::max<LONG>(pen.lopnWidth.x, 1)).Color(pen.lopnColor);
 }
 
 void putBrush(Line& line, const LOGBRUSH& brush) {
@@ -100,7 +100,7 @@ void putBrush(Line& line, const LOGBRUSH& brush) {
     line.Color(brush.lbColor);
 }
 
-void putFont(Line& line, const LOGFONT& font) {
+void putFont(Line& line, const LOGFONTA& font) {
     line.Word("font").Number(font.lfHeight).Quoted(font.lfFaceName);
     if (font.lfWeight >= FW_SEMIBOLD) line.Word("bold");
     if (font.lfItalic != 0) line.Word("italic");

@@ -24,19 +24,19 @@ struct Primitive {
     };
 
     Kind kind = Kind::Line;
-    LOGPEN pen;
-    LOGBRUSH brush;
+    LOGPEN pen{};
+    LOGBRUSH brush{};
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
     bool opaque = true;
     int fillMode = ALTERNATE;
     std::optional<Region> clip;
 
     std::vector<POINT> points;
-    RECT rect;
+    RECT rect{};
     Region region;
 
     std::string text;
-    LOGFONT font;
+    LOGFONTA font{};
     std::vector<int> positions;
     COLORREF color = cBlack;
     std::optional<RECT> textBackground;

@@ -175,12 +175,12 @@ private:
     void PutFill(const Look& look, int pattern);
     void PutStroke(const Look& look);
     void PutFont(const TextRun& run);
-    void DescribeFont(const LOGFONT& font, double em);
+    void DescribeFont(const LOGFONTA& font, double em);
 
     Xml m_xml{Text()};
     Definitions<Region, cKeptClips> m_clips;
     Definitions<Hatch, cKeptHatches> m_hatches;
-    LOGFONT m_font;  // the one that m_fontText describes
+    LOGFONTA m_font{};  // the one that m_fontText describes
     double m_fontEm = 0;
     PictureText m_fontText{cRoomOfFont};
 };
@@ -325,7 +325,7 @@ void SvgWriter::Shape(const Outline& outline, const Look& look) {
 
 // Texts.
 
-void SvgWriter::DescribeFont(const LOGFONT& font, double em) {
+void SvgWriter::DescribeFont(const LOGFONTA& font, double em) {
     m_font = font;
     m_fontEm = em;
     m_fontText.Cut(0);

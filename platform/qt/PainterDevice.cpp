@@ -26,7 +26,7 @@ bool isThin(const LOGPEN& pen) {
 
 class ToolkitMetrics final : public TextMetricsSource {
 public:
-    const FaceMetrics& MetricsOf(const LOGFONT& font) const override {
+    const FaceMetrics& MetricsOf(const LOGFONTA& font) const override {
         return detail::qtMetrics(font);
     }
 };

@@ -38,7 +38,7 @@ public:
     void Capture(bool) override {}
     void SetCursor(int) override {}
     void SetText(const CString&) override {}
-    void SetFont(const LOGFONT&) override {}
+    void SetFont(const LOGFONTA&) override {}
     void SetScrollBar(int, bool, const SCROLLINFO&) override {}
     CPoint ClientOrigin() const override {
         const QPoint origin = m_widget != nullptr ? m_widget->mapToGlobal(QPoint()) : QPoint();

@@ -72,7 +72,7 @@ public:
         if (!isText && !(isReturn && (m_any || detail::QtWindowSystem::Get().IsKeyHeld())))
             return false;
         m_any = isText;
-        MessageBeep();
+        tessalink::MessageBeep();
         return true;
     }
 
@@ -89,7 +89,7 @@ int showMessage(const char* text, UINT flags) {
     box.setText(QString::fromStdString(toUtf8(text)));
     box.setStandardButtons(cButtons[buttons < std::size(cButtons) ? buttons : 0]);
     // Who keys from paper does not see it.
-    if (box.icon() != QMessageBox::NoIcon) MessageBeep(flags & cIconMask);
+    if (box.icon() != QMessageBox::NoIcon) tessalink::MessageBeep(flags & cIconMask);
     std::optional<TypedAhead> typedAhead;
     if (buttons == MB_OK) typedAhead.emplace(box);
     const int pressed = box.exec();

@@ -80,7 +80,7 @@ void CEdit::Undo() {
 void CEdit::OnPaste() {
     CString text;
     if (!tessalink::clipboardText(text)) {
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
     } else if (NativeEdit* field = fieldOf(*this)) {
         field->Paste();
     }
@@ -177,15 +177,15 @@ void CEdit::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    CPen frame(PS_SOLID, 1, GetSysColor(COLOR_WINDOWTEXT));
-    CBrush ground(GetSysColor(COLOR_WINDOW));
+    CPen frame(PS_SOLID, 1, tessalink::GetSysColor(COLOR_WINDOWTEXT));
+    CBrush ground(tessalink::GetSysColor(COLOR_WINDOW));
     const tessalink::RestoredState restored(dc);
     dc.SelectObject(&frame);
     dc.SelectObject(&ground);
     if (CFont* font = GetFont()) dc.SelectObject(font);
     dc.Rectangle(&client);
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
+    dc.SetTextColor(tessalink::GetSysColor(COLOR_WINDOWTEXT));
     client.DeflateRect(2, 2);
     dc.DrawText(window_text(), &client, DT_NOPREFIX);
 }
@@ -219,7 +219,7 @@ void CEdit::OnChar(UINT ch, UINT, UINT) {
 }
 
 BOOL CEdit::OnSetCursor(CWnd*, UINT, UINT) {
-    if (native() != nullptr) native()->SetCursor(IDC_IBEAM);
+    if (native() != nullptr) native()->SetCursor(tessalink::cBeamCursor);
     return 1;
 }
 

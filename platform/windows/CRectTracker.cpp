@@ -31,7 +31,7 @@ BOOL CRectTracker::Track(CWnd* window, CPoint point) {
     tessalink::windowSystem().RunUntil(
         [&] { return outcome != Outcome::Open || !alive || window->GetSafeHwnd() == nullptr; });
     if (!alive || window->GetSafeHwnd() == nullptr) return 0;
-    ReleaseCapture();
+    tessalink::ReleaseCapture();
     nativeOf(*window)->ShowOutline(CRect());
     if (outcome != Outcome::Released || moved == m_rect) return 0;
     m_rect = moved;

@@ -74,7 +74,13 @@ BOOL CWnd::Create(const char* className, const char* name, DWORD style, const RE
     setup.rect = m_core->rect;
     setup.text = m_core->text;
     m_core->native = tessalink::windowSystem().CreateNative(setup);
-    CREATESTRUCT create{m_core->text, style, m_core->rect};
+    CREATESTRUCTA create{};
+    create.lpszName = m_core->text;
+    create.style = static_cast<LONG>(style);
+    create.x = rect.left;
+    create.y = rect.top;
+    create.cx = rect.right - rect.left;
+    create.cy = rect.bottom - rect.top;
     const WindowGuard alive(*this);
     const bool refused =
         !m_core->native || SendMessage(WM_CREATE, 0, reinterpret_cast<LPARAM>(&create)) != 0;
@@ -138,7 +144,7 @@ BOOL CWnd::DestroyWindow() {
 }
 
 CWnd* CWnd::FromHandle(HWND window) {
-    return window != nullptr ? window->owner : nullptr;
+    return window != nullptr ? reinterpret_cast<WindowCore*>(window)->owner : nullptr;
 }
 
 // The tree.

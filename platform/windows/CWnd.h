@@ -59,7 +59,7 @@ public:
     /// was an edit box stays one.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     BOOL DestroyWindow();
-    HWND GetSafeHwnd() const { return m_core.get(); }
+    HWND GetSafeHwnd() const { return tessalink::handleOf(m_core.get()); }
     /// The object of a window; null for null.
     static CWnd* FromHandle(HWND window);
 
@@ -176,7 +176,7 @@ public:
 
     /// Handlers. Their bases do what windows do by default.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-    virtual int OnCreate(CREATESTRUCT* create);
+    virtual int OnCreate(CREATESTRUCTA* create);
     virtual void OnDestroy();
     /// The last that a destroyed window gets; its object may delete itself here. The end of an
     /// object does not call it.
@@ -247,18 +247,38 @@ public:
     explicit CClientDC(CWnd* window);
 };
 
+namespace tessalink {
+
 /// The system's colors (COLOR_...), measures (SM_...) and settings, and its keyboard and mouse.
 TESSALINK_API COLORREF GetSysColor(int index);
 TESSALINK_API int GetSystemMetrics(int index);
 TESSALINK_API BOOL SystemParametersInfo(UINT action, UINT, void* value, UINT);
 /// Negative when the key is down.
 TESSALINK_API short GetKeyState(int key);
-inline bool IsKeyDown(UINT key) {
-    return GetKeyState(static_cast<int>(key)) < 0;
-}
 TESSALINK_API BOOL GetCursorPos(POINT* point);
-TESSALINK_API void SetCursor(int shape);  // IDC_...
+TESSALINK_API void SetCursor(int shape);  // IDC_..., or cArrowCursor and its like
+/// The same by a name of the platform's, which is a number as a pointer.
+inline void SetCursor(const char* shape) {
+    SetCursor(static_cast<int>(reinterpret_cast<std::uintptr_t>(shape)));
+}
 TESSALINK_API BOOL ReleaseCapture();
+
+}  // namespace tessalink
+
+// Windows has the same names: there ours are those of the namespace alone.
+#ifndef _WIN32
+using tessalink::GetCursorPos;
+using tessalink::GetKeyState;
+using tessalink::GetSysColor;
+using tessalink::GetSystemMetrics;
+using tessalink::ReleaseCapture;
+using tessalink::SetCursor;
+using tessalink::SystemParametersInfo;
+#endif
+
+inline bool IsKeyDown(UINT key) {
+    return tessalink::GetKeyState(static_cast<int>(key)) < 0;
+}
 
 /// The window that message boxes and frames belong to; null for none.
 TESSALINK_API CWnd* AfxGetMainWnd();

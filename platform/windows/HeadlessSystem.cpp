@@ -70,7 +70,7 @@ public:
     void SetText(const CString& text) override {
         if (m_edit) m_edit->SetText(text);
     }
-    void SetFont(const LOGFONT&) override {}
+    void SetFont(const LOGFONTA&) override {}
     void SetScrollBar(int, bool, const SCROLLINFO&) override {}
     CPoint ClientOrigin() const override {
         CPoint origin = m_topLeft;

@@ -26,8 +26,8 @@ void TipWindow::ShowText(const CString& text, CPoint screenPoint, CFont* font) {
                CSize(size.cx + 2 * cMargin, size.cy + 2 * cMargin));
     const CRect screen = tessalink::windowSystem().ScreenAt(screenPoint);
     if (rect.bottom > screen.bottom) rect.OffsetRect(0, screenPoint.y - cMargin - rect.bottom);
-    rect.OffsetRect(std::min(0, screen.right - rect.right), 0);
-    rect.OffsetRect(std::max(0, screen.left - rect.left), 0);
+    rect.OffsetRect(std::min<int>(0, screen.right - rect.right), 0);
+    rect.OffsetRect(std::max<int>(0, screen.left - rect.left), 0);
     MoveWindow(rect);
     SetWindowText(text);
     ShowWindow(SW_SHOW);
@@ -40,14 +40,14 @@ void TipWindow::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    CPen frame(PS_SOLID, 1, GetSysColor(COLOR_INFOTEXT));
-    CBrush ground(GetSysColor(COLOR_INFOBK));
+    CPen frame(PS_SOLID, 1, tessalink::GetSysColor(COLOR_INFOTEXT));
+    CBrush ground(tessalink::GetSysColor(COLOR_INFOBK));
     const tessalink::Selected pen(dc, &frame);
     const tessalink::Selected brush(dc, &ground);
     const tessalink::Selected font(dc, GetFont());
     dc.Rectangle(&client);
     dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(GetSysColor(COLOR_INFOTEXT));
+    dc.SetTextColor(tessalink::GetSysColor(COLOR_INFOTEXT));
     dc.TextOut(cMargin, cMargin, m_text);
 }
 

@@ -3,7 +3,7 @@
 #include "platform/windows/detail/WindowCore.h"
 #include "platform/windows/detail/WindowState.h"
 
-int CWnd::OnCreate(CREATESTRUCT*) {
+int CWnd::OnCreate(CREATESTRUCTA*) {
     return 0;
 }
 void CWnd::OnDestroy() {}
@@ -18,7 +18,7 @@ void CWnd::OnPaint() {
 BOOL CWnd::OnEraseBkgnd(CDC* dc) {
     CRect client;
     GetClientRect(&client);
-    dc->FillSolidRect(&client, GetSysColor(COLOR_BTNFACE));
+    dc->FillSolidRect(&client, tessalink::GetSysColor(COLOR_BTNFACE));
     return 1;
 }
 
@@ -56,7 +56,7 @@ BOOL CWnd::OnMouseWheel(UINT flags, short delta, CPoint point) {
 }
 
 BOOL CWnd::OnSetCursor(CWnd*, UINT, UINT) {
-    if (m_core) m_core->native->SetCursor(IDC_ARROW);
+    if (m_core) m_core->native->SetCursor(tessalink::cArrowCursor);
     return 0;
 }
 

@@ -118,7 +118,7 @@ LRESULT tellScroll(CWnd& window, WPARAM wParam, LPARAM lParam) {
 // Messages that are told in a way of their own: `isDefault` asks for the base class's handler.
 
 LRESULT create(CWnd& window, WPARAM, LPARAM lParam) {
-    return window.OnCreate(reinterpret_cast<CREATESTRUCT*>(lParam));
+    return window.OnCreate(reinterpret_cast<CREATESTRUCTA*>(lParam));
 }
 
 LRESULT size(CWnd& window, WPARAM wParam, LPARAM lParam) {

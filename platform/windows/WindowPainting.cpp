@@ -81,7 +81,7 @@ BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info) const {
 
 int CWnd::SetScrollPos(int bar, int position, BOOL redraw) {
     const int before = GetScrollPos(bar);
-    SCROLLINFO info;
+    SCROLLINFO info{};
     info.fMask = SIF_POS;
     info.nPos = position;
     SetScrollInfo(bar, &info, redraw);
@@ -89,12 +89,12 @@ int CWnd::SetScrollPos(int bar, int position, BOOL redraw) {
 }
 
 int CWnd::GetScrollPos(int bar) const {
-    SCROLLINFO info;
+    SCROLLINFO info{};
     return GetScrollInfo(bar, &info) != 0 ? info.nPos : 0;
 }
 
 void CWnd::SetScrollRange(int bar, int min, int max, BOOL redraw) {
-    SCROLLINFO info;
+    SCROLLINFO info{};
     info.fMask = SIF_RANGE;
     info.nMin = min;
     info.nMax = max;
@@ -102,7 +102,7 @@ void CWnd::SetScrollRange(int bar, int min, int max, BOOL redraw) {
 }
 
 void CWnd::GetScrollRange(int bar, int* min, int* max) const {
-    SCROLLINFO info;
+    SCROLLINFO info{};
     GetScrollInfo(bar, &info);
     *min = info.nMin;
     *max = info.nMax;

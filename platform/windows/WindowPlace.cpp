@@ -13,10 +13,10 @@ using tessalink::WindowGuard;
 CRect WindowCore::Client() const {
     CRect client(CPoint(), rect.Size());
     if (HasStyle(WS_BORDER)) {
-        client.DeflateRect(GetSystemMetrics(SM_CXBORDER), GetSystemMetrics(SM_CYBORDER));
+        client.DeflateRect(tessalink::GetSystemMetrics(SM_CXBORDER), tessalink::GetSystemMetrics(SM_CYBORDER));
     }
-    if (ShowsBar(SB_VERT)) client.right -= GetSystemMetrics(SM_CXVSCROLL);
-    if (ShowsBar(SB_HORZ)) client.bottom -= GetSystemMetrics(SM_CYHSCROLL);
+    if (ShowsBar(SB_VERT)) client.right -= tessalink::GetSystemMetrics(SM_CXVSCROLL);
+    if (ShowsBar(SB_HORZ)) client.bottom -= tessalink::GetSystemMetrics(SM_CYHSCROLL);
     client.right = std::max(client.right, client.left);
     client.bottom = std::max(client.bottom, client.top);
     return client;

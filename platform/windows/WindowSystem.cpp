@@ -375,7 +375,7 @@ CWnd* CWnd::GetCapture() {
     return state().capture;
 }
 
-BOOL ReleaseCapture() {
+BOOL tessalink::ReleaseCapture() {
     CWnd* window = std::exchange(state().capture, nullptr);
     if (window != nullptr) tessalink::nativeOf(*window)->Capture(false);
     return 1;
@@ -409,29 +409,29 @@ void AfxSetMainWnd(CWnd* window) {
     state().main = window;
 }
 
-COLORREF GetSysColor(int index) {
+COLORREF tessalink::GetSysColor(int index) {
     return windowSystem().Color(index);
 }
 
-int GetSystemMetrics(int index) {
+int tessalink::GetSystemMetrics(int index) {
     return windowSystem().Metric(index);
 }
 
-BOOL SystemParametersInfo(UINT action, UINT, void* value, UINT) {
+BOOL tessalink::SystemParametersInfo(UINT action, UINT, void* value, UINT) {
     if (action != SPI_GETWHEELSCROLLLINES || value == nullptr) return 0;
     *static_cast<int*>(value) = windowSystem().WheelLines();
     return 1;
 }
 
-short GetKeyState(int key) {
+short tessalink::GetKeyState(int key) {
     return windowSystem().IsKeyDown(key) ? -1 : 0;
 }
 
-BOOL GetCursorPos(POINT* point) {
+BOOL tessalink::GetCursorPos(POINT* point) {
     *point = windowSystem().CursorPosition();
     return 1;
 }
 
-void SetCursor(int shape) {
+void tessalink::SetCursor(int shape) {
     if (CWnd* window = CWnd::GetCapture()) tessalink::nativeOf(*window)->SetCursor(shape);
 }

@@ -59,7 +59,7 @@ public:
     virtual void Capture(bool capture) = 0;
     virtual void SetCursor(int shape) = 0;
     virtual void SetText(const CString& text) = 0;
-    virtual void SetFont(const LOGFONT& font) = 0;
+    virtual void SetFont(const LOGFONTA& font) = 0;
     virtual void SetScrollBar(int bar, bool isShown, const SCROLLINFO& info) = 0;
     /// Where the client area lies on the screen.
     virtual CPoint ClientOrigin() const = 0;

@@ -394,7 +394,7 @@ private:
         m_log +=
             std::to_string(delta) + "@" + std::to_string(point.x) + "," + std::to_string(point.y);
         m_form->ClientToScreen(&point);
-        m_model.Turn(delta, point.y >= window.bottom - GetSystemMetrics(SM_CYHSCROLL));
+        m_model.Turn(delta, point.y >= window.bottom - tessalink::GetSystemMetrics(SM_CYHSCROLL));
         m_driver.Turn(point, delta);
     }
     void Scroll() {

@@ -393,7 +393,7 @@ private:
     void FindMouse() {
         CPoint cursor;
         CRect window;
-        GetCursorPos(&cursor);
+        tessalink::GetCursorPos(&cursor);
         m_graph.GetWindowRect(&window);
         m_model.isInside = window.PtInRect(cursor) != 0;
     }

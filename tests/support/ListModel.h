@@ -61,7 +61,7 @@ struct ColumnModel {
     virtual ~ColumnModel() = default;
 
     void Layout(CSize window, CSize cell) {
-        for (const int bar : {0, GetSystemMetrics(SM_CYHSCROLL)}) {
+        for (const int bar : {0, tessalink::GetSystemMetrics(SM_CYHSCROLL)}) {
             rows = std::max((static_cast<int>(window.cy) - 2 - bar) / static_cast<int>(cell.cy), 1);
             columns = (count + rows - 1) / rows;
             visible = std::max((static_cast<int>(window.cx) - 2) / static_cast<int>(cell.cx), 1);

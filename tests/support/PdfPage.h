@@ -148,7 +148,7 @@ private:
         Solid(p, {r.left - reach, r.top - reach, r.right + more, r.bottom + more}, p.pen.lopnColor);
     }
     // The base font and its em.
-    static std::string FontOf(const LOGFONT& font, double em) {
+    static std::string FontOf(const LOGFONTA& font, double em) {
         const std::string_view face = font.lfFaceName;
         const bool serif = face == "Times New Roman" || face == "Times" ||
                            (face != "Arial" && (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN);
@@ -540,7 +540,7 @@ private:
     State m_state;
     State m_outside;
     Path m_path;
-    POINT m_place;
+    POINT m_place{};
     std::optional<Primitive> m_held;
     Path m_heldPath;
     int m_heldEnds = 0;

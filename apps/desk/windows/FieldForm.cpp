@@ -197,7 +197,7 @@ bool FieldForm::keep_label(const QString& text) {
 }
 
 void FieldForm::refuse(const QString& reason) {
-    MessageBeep(MB_ICONHAND);
+    tessalink::MessageBeep(MB_ICONHAND);
     m_form->NotifyAccessible(AccessibleEvent::Announcement, m_form->GetCurrItemIdx(),
                              windowText(reason));
     Q_EMIT refused(reason);

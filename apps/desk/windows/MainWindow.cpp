@@ -91,7 +91,7 @@ void MainWindow::lead_messages() {
     services.messageBox = [this](const char* text, UINT flags) {
         constexpr UINT cButtons = 0x0F;
         if ((flags & cButtons) != MB_OK) return m_messageBox(text, flags);
-        MessageBeep(MB_ICONHAND);
+        tessalink::MessageBeep(MB_ICONHAND);
         Say(MessageBar::Kind::Warning, shown(CString(text)));
         return IDOK;
     };

@@ -67,7 +67,7 @@ LabelFonts::LabelFonts(CDC& dc, int height, const char* face)
 
 void LabelFonts::derive() {
     if (!m_italic.IsNull()) return;
-    LOGFONT description = m_normal.Get();
+    LOGFONTA description = m_normal.Get();
     description.lfItalic = 1;
     m_italic.CreateFontIndirect(&description);
     description.lfItalic = 0;

@@ -50,7 +50,7 @@ ProfileGraphWindow<Graph>::ProfileGraphWindow(int yMin, int yMax, int majorStep,
                                               int leftAxis, int rightAxis, int designWidth,
                                               int designHeight)
     : Graph(yMin, yMax, majorStep, minorStep, leftAxis, rightAxis, designWidth, designHeight) {
-    const int height = -(2 * GetSystemMetrics(SM_CYMENU) / 3);
+    const int height = -(2 * tessalink::GetSystemMetrics(SM_CYMENU) / 3);
     m_hintFont.CreateFont(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
                           CLIP_DEFAULT_PRECIS, PROOF_QUALITY, cPitchAndFamily, "Arial");
 }
@@ -156,7 +156,7 @@ template <class Graph>
 void ProfileGraphWindow<Graph>::OnTimer(UINT_PTR id) {
     CPoint cursor;
     CRect window;
-    GetCursorPos(&cursor);
+    tessalink::GetCursorPos(&cursor);
     GetWindowRect(&window);
     const bool isInside = window.PtInRect(cursor);
     if (id == cLeaveTimer) {
@@ -324,12 +324,12 @@ void ProfileGraphWindow<Graph>::drag_legend(CPoint point) {
 template <class Graph>
 BOOL ProfileGraphWindow<Graph>::OnSetCursor(CWnd* window, UINT hitTest, UINT message) {
     CPoint point;
-    GetCursorPos(&point);
+    tessalink::GetCursorPos(&point);
     ScreenToClient(&point);
     if (!is_movable_legend(point)) {
         return CWnd::OnSetCursor(window, hitTest, message);
     }
-    native()->SetCursor(IDC_SIZEALL);
+    native()->SetCursor(tessalink::cMoveCursor);
     return 1;
 }
 

@@ -31,7 +31,7 @@ const std::array<BaseFont, cBaseFonts> cBaseFontTable = {{
 }};
 // clang-format on
 
-std::size_t baseFontFor(const LOGFONT& font) {
+std::size_t baseFontFor(const LOGFONTA& font) {
     const FaceKind kind = faceKindOf(font);
     if (kind == FaceKind::Symbol) return cSymbol;
     const std::size_t style =

@@ -29,7 +29,7 @@ inline constexpr std::size_t cBaseFonts = 13;
 extern const std::array<BaseFont, cBaseFonts> cBaseFontTable;
 
 /// Which of them shows texts of the font.
-std::size_t baseFontFor(const LOGFONT& font);
+std::size_t baseFontFor(const LOGFONTA& font);
 
 /// The widths of the characters of a base font.
 class BaseFontWidths {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -83,7 +84,7 @@ inline constexpr std::size_t cHeaderBytes = 48;
 inline constexpr std::size_t cHeaderRecords = 52;
 inline constexpr std::size_t cHeaderHandles = 56;
 inline constexpr std::size_t cTextSize = 76;       // an EXTTEXTOUT before its text
-inline constexpr std::size_t cFontSize = 12 + 92;  // EXTCREATEFONTINDIRECTW up to the LOGFONT's end
+inline constexpr std::size_t cFontSize = 12 + 92;  // EXTCREATEFONTINDIRECTW up to the LOGFONTA's end
 inline constexpr std::size_t cExtendedFontSize = 332;  // with the rest of an EXTLOGFONTW
 
 // Where the fields of a record go, one after the other; false where there is no room. A value of
@@ -94,8 +95,10 @@ public:
     explicit EmfCursor(BYTE* place) : m_place(place) {}
     explicit operator bool() const { return m_place != nullptr; }
 
-    void Put(std::uint32_t value) { Store(value); }
-    void Put(std::int32_t value) { Store(static_cast<std::uint32_t>(value)); }
+    void Put(std::integral auto value) {
+        static_assert(sizeof(value) == sizeof(std::uint32_t));
+        Store(static_cast<std::uint32_t>(value));
+    }
     void Put16(std::uint32_t value) { Store(static_cast<std::uint16_t>(value)); }
     void Put8(BYTE value) { *m_place++ = value; }
     void Put(float value) { Store(std::bit_cast<std::uint32_t>(value)); }

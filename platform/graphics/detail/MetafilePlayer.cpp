@@ -96,8 +96,8 @@ struct Axis {
 
 struct Mapping {
     std::uint32_t mode = cMapText;
-    POINT windowOrigin;
-    POINT viewportOrigin;
+    POINT windowOrigin{};
+    POINT viewportOrigin{};
     SIZE windowExtent = {1, 1};
     SIZE viewportExtent = {1, 1};
 };
@@ -133,7 +133,7 @@ private:
     void Keep(RecordReader& record, std::uint32_t handle, std::unique_ptr<CGdiObject> object);
     void SelectObject(CGdiObject* object);
     void IntersectClip(const Region& region);
-    LOGFONT ReadFont(RecordReader& record) const;
+    LOGFONTA ReadFont(RecordReader& record) const;
     void ReadText(RecordReader& record, std::uint32_t count, std::size_t characterSize);
     void ReadAdvances(RecordReader& record, std::uint32_t count);
     void DrawText(RecordReader& record, std::size_t characterSize);
@@ -178,7 +178,7 @@ private:
 
     std::span<const BYTE> m_bytes;
     CDC& m_dc;
-    ENHMETAHEADER m_header;
+    ENHMETAHEADER m_header{};
     // From the reference device to the context.
     Axis m_targetX;
     Axis m_targetY;
@@ -254,9 +254,9 @@ Axis targetAxis(LONG frameStart, LONG frameEnd, int units, int millimetres, LONG
 Player::Player(std::span<const BYTE> bytes, CDC& dc, const RECT& rect)
     : m_bytes(bytes), m_dc(dc), m_header(headerOf(bytes)) {
     if (!IsHeaderSound()) return;
-    const RECT& frame = m_header.rclFrame;
-    const SIZE& units = m_header.szlDevice;
-    const SIZE& millimetres = m_header.szlMillimeters;
+    const auto& frame = m_header.rclFrame;
+    const auto& units = m_header.szlDevice;
+    const auto& millimetres = m_header.szlMillimeters;
     // The picture is placed on the device, so that points need not be moved once more.
     CRect place(rect);
     place.OffsetRect(dc.GetViewportOrg());
@@ -525,7 +525,7 @@ void Player::OnCreatePen(RecordReader& record) {
 
 void Player::OnCreateBrush(RecordReader& record) {
     const std::uint32_t handle = record.U32();
-    LOGBRUSH brush;
+    LOGBRUSH brush{};
     brush.lbStyle = record.U32();
     brush.lbColor = record.U32() & cWhite;
     brush.lbHatch = brush.lbStyle == BS_HATCHED ? record.U32() : 0;
@@ -534,8 +534,8 @@ void Player::OnCreateBrush(RecordReader& record) {
     Keep(record, handle, std::move(object));
 }
 
-LOGFONT Player::ReadFont(RecordReader& record) const {
-    LOGFONT font;
+LOGFONTA Player::ReadFont(RecordReader& record) const {
+    LOGFONTA font{};
     const LONG height = record.I32();
     const LONG mapped = std::max(1, m_y.Length(height < 0 ? -height : height));
     font.lfHeight = height == 0 ? 0 : height < 0 ? -mapped : mapped;
@@ -557,7 +557,7 @@ LOGFONT Player::ReadFont(RecordReader& record) const {
 
 void Player::OnCreateFont(RecordReader& record) {
     const std::uint32_t handle = record.U32();
-    const LOGFONT description = ReadFont(record);
+    const LOGFONTA description = ReadFont(record);
     auto font = std::make_unique<CFont>();
     font->CreateFontIndirect(&description);
     Keep(record, handle, std::move(font));
@@ -693,15 +693,20 @@ void Player::DrawText(RecordReader& record, std::size_t characterSize) {
                     m_text.data(), count, advancesPlace != 0 ? m_advances.data() : nullptr);
 }
 
+/// As headers have it: on Windows that is a type of its own.
+decltype(ENHMETAHEADER::rclFrame) edgesOf(const RECT& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
 }  // namespace
 
 ENHMETAHEADER headerOf(std::span<const BYTE> bytes) {
     RecordReader record(bytes);
-    ENHMETAHEADER header;
+    ENHMETAHEADER header{};
     header.iType = record.U32();
     header.nSize = record.U32();
-    header.rclBounds = record.Rect();
-    header.rclFrame = record.Rect();
+    header.rclBounds = edgesOf(record.Rect());
+    header.rclFrame = edgesOf(record.Rect());
     header.dSignature = record.U32();
     header.nVersion = record.U32();
     header.nBytes = record.U32();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -45,7 +46,10 @@ public:
         return EndAt(isInt ? writeInt(start, static_cast<int>(number))
                            : std::to_chars(start, start + longest, number).ptr);
     }
-    PictureText& Put(LONG number) { return Put(std::int64_t{number}); }
+    PictureText& Put(std::signed_integral auto number) {
+        static_assert(sizeof(number) < sizeof(std::int64_t));
+        return Put(std::int64_t{number});
+    }
     PictureText& Halves(std::int64_t halves) {
         if (halves < 0) Put('-');
         const std::int64_t size = halves < 0 ? -halves : halves;

@@ -30,7 +30,7 @@ constexpr std::array<NamedFace, 5> cNamedFaces = {{{"Arial", FaceKind::Arial},
                                                    {"Times", FaceKind::Times},
                                                    {"Courier New", FaceKind::Courier}}};
 
-const NamedFace* namedFace(const LOGFONT& font) {
+const NamedFace* namedFace(const LOGFONTA& font) {
     const std::string_view name = font.lfFaceName;
     const auto* const found =
         std::find_if(cNamedFaces.begin(), cNamedFaces.end(),
@@ -43,7 +43,7 @@ bool isVisible(const LOGPEN& pen) {
 }
 
 int widthOf(const LOGPEN& pen) {
-    return std::max(pen.lopnWidth.x, 1);
+    return std::max<int>(pen.lopnWidth.x, 1);
 }
 
 std::int64_t penOffset(const LOGPEN& pen) {
@@ -100,14 +100,14 @@ Look lookOf(const Paint& paint) {
 
 }  // namespace
 
-FaceKind faceKindOf(const LOGFONT& font) {
+FaceKind faceKindOf(const LOGFONTA& font) {
     if (isSymbolFont(font)) return FaceKind::Symbol;
     const NamedFace* const named = namedFace(font);
     if (named != nullptr) return named->kind;
     return (font.lfPitchAndFamily & cFamilyMask) == FF_ROMAN ? FaceKind::Times : FaceKind::Arial;
 }
 
-bool isKnownFace(const LOGFONT& font) {
+bool isKnownFace(const LOGFONTA& font) {
     return isSymbolFont(font) || font.lfFaceName[0] == '\0' || namedFace(font) != nullptr;
 }
 

@@ -61,9 +61,9 @@ struct Look {
 
 /// The kinds of faces that a picture can name.
 enum class FaceKind { Arial, Times, Courier, Symbol };
-FaceKind faceKindOf(const LOGFONT& font);
+FaceKind faceKindOf(const LOGFONTA& font);
 /// Whether a face that the font names is one of those.
-bool isKnownFace(const LOGFONT& font);
+bool isKnownFace(const LOGFONTA& font);
 
 /// What the pen style's dashes and gaps measure, from PS_DASH on, for instance "18 6".
 std::string_view dashesOf(UINT style);

@@ -159,7 +159,7 @@ void PixelCanvas::dash_ellipse(const Paint& paint, const RECT& rect, const std::
     const double centreY = (static_cast<double>(rect.top) + rect.bottom - 1) / 2;
     struct Pixel {
         double angle;
-        POINT place;
+        POINT place{};
     };
     std::vector<Pixel> pixels;
     const auto add = [&](LONG from, LONG to, LONG y) {

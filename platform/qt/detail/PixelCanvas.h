@@ -35,7 +35,7 @@ private:
     void outline_ellipse(const Paint& paint, const std::vector<Row>& rows);
     void dash_ellipse(const Paint& paint, const RECT& rect, const std::vector<Row>& rows);
 
-    RECT m_visible;
+    RECT m_visible{};
 };
 
 }  // namespace tessalink::detail

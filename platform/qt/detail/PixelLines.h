@@ -38,7 +38,7 @@ private:
     Phase phase_at(std::int64_t pixel) const;
     void add_run(const QRect& run, bool isInk) { (isInk ? m_ink : m_gaps).push_back(run); }
 
-    RECT m_visible;
+    RECT m_visible{};
     std::span<const int> m_dashes;
     std::int64_t m_period = 0;
     std::int64_t m_drawn = 0;  // pixels so far

@@ -375,13 +375,13 @@ void QtEdit::Paste() {
     if (takes(text)) {
         insert(toFieldText(text));
     } else {
-        MessageBeep(MB_OK);
+        tessalink::MessageBeep(MB_OK);
     }
 }
 
 void QtEdit::type(const CString& text) {
     if (!takes(text)) {
-        MessageBeep(MB_OK);
+        tessalink::MessageBeep(MB_OK);
         return;
     }
     QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, toFieldText(text));
@@ -455,14 +455,14 @@ void QtEdit::DefaultChar(UINT ch) {
             if (takes("\r\n")) {
                 insert("\n");
             } else {
-                MessageBeep(MB_OK);
+                tessalink::MessageBeep(MB_OK);
             }
             break;
         default:
             if (ch >= cFirstPrintable) {
                 type(CString(static_cast<char>(ch)));
             } else {
-                MessageBeep(MB_OK);
+                tessalink::MessageBeep(MB_OK);
             }
     }
 }

@@ -47,8 +47,8 @@ constexpr Substitute cSubstitutes[] = {
 };
 
 // What the glyphs of a font depend on, besides its size.
-LOGFONT faceOf(const LOGFONT& font) {
-    LOGFONT face;
+LOGFONTA faceOf(const LOGFONTA& font) {
+    LOGFONTA face{};
     face.lfWeight = font.lfWeight == FW_DONTCARE ? FW_NORMAL : font.lfWeight;
     face.lfItalic = font.lfItalic != 0 ? 1 : 0;
     face.lfCharSet = isSymbolFont(font) ? SYMBOL_CHARSET : ANSI_CHARSET;
@@ -58,7 +58,7 @@ LOGFONT faceOf(const LOGFONT& font) {
     return face;
 }
 
-const Substitute* substituteOf(const LOGFONT& face) {
+const Substitute* substituteOf(const LOGFONTA& face) {
     const QString name = toQString(face.lfFaceName);
     const auto found =
         std::find_if(std::begin(cSubstitutes), std::end(cSubstitutes), [&](const Substitute& s) {
@@ -70,7 +70,7 @@ const Substitute* substituteOf(const LOGFONT& face) {
 
 // The installed family with measures of its own that a face stands for; nothing when it has the
 // built-in ones.
-std::optional<QString> ownFamily(const LOGFONT& face) {
+std::optional<QString> ownFamily(const LOGFONTA& face) {
     if (face.lfCharSet == SYMBOL_CHARSET || face.lfFaceName[0] == '\0') return std::nullopt;
     const Substitute* const substitute = substituteOf(face);
     if (substitute != nullptr && substitute->isBuiltIn) return std::nullopt;
@@ -81,16 +81,16 @@ std::optional<QString> ownFamily(const LOGFONT& face) {
 }
 
 // The family that looks like the built-in measures of a face.
-const char* builtInFamily(const LOGFONT& face) {
+const char* builtInFamily(const LOGFONTA& face) {
     if (face.lfCharSet == SYMBOL_CHARSET) return cSerif;
-    LOGFONT serif = face;
+    LOGFONTA serif = face;
     constexpr std::string_view name = "Times New Roman";
     std::fill(std::begin(serif.lfFaceName), std::end(serif.lfFaceName), '\0');
     std::copy(name.begin(), name.end(), serif.lfFaceName);
     return &builtInMetrics(face) == &builtInMetrics(serif) ? cSerif : cSans;
 }
 
-QFont toolkitFont(const LOGFONT& face) {
+QFont toolkitFont(const LOGFONTA& face) {
     const std::optional<QString> own = ownFamily(face);
     const LONG builtInWeight = face.lfWeight >= FW_SEMIBOLD ? FW_BOLD : FW_NORMAL;
     const LONG weight = own ? std::clamp<LONG>(face.lfWeight, 1, cHighestWeight) : builtInWeight;
@@ -121,7 +121,7 @@ QtGlyphs::Glyph glyphElsewhere(const QFont& font, const QString& character, QtGl
 }
 
 // The glyphs at the size of the measures.
-QtGlyphs findGlyphs(const LOGFONT& face) {
+QtGlyphs findGlyphs(const LOGFONTA& face) {
     const bool isSymbol = face.lfCharSet == SYMBOL_CHARSET;
     const QFont font = toolkitFont(face);
     QtGlyphs result;
@@ -141,7 +141,7 @@ QtGlyphs findGlyphs(const LOGFONT& face) {
     return result;
 }
 
-FaceMetrics measure(const LOGFONT& face) {
+FaceMetrics measure(const LOGFONTA& face) {
     const QtGlyphs found = findGlyphs(face);
     const QRawFont& first = found.fonts.front();
     const auto whole = [](qreal value) { return static_cast<int>(std::lround(value)); };
@@ -163,10 +163,10 @@ FaceMetrics measure(const LOGFONT& face) {
 // of its thread do, too.
 class GlyphCache {
 public:
-    const QtGlyphs& Get(const LOGFONT& font, double em) {
+    const QtGlyphs& Get(const LOGFONTA& font, double em) {
         if (m_codePage != codePage()) m_sized.clear();
         m_codePage = codePage();
-        const LOGFONT face = faceOf(font);
+        const LOGFONTA face = faceOf(font);
         const auto known = std::find_if(m_sized.begin(), m_sized.end(), [&](const Sized& sized) {
             return sized.em == em && sized.face == face;
         });
@@ -180,12 +180,12 @@ public:
 private:
     static constexpr std::size_t cMost = 64;
     struct Sized {
-        LOGFONT face;
+        LOGFONTA face{};
         double em;
         QtGlyphs glyphs;
     };
 
-    QtGlyphs AtAnySize(const LOGFONT& face) const {
+    QtGlyphs AtAnySize(const LOGFONTA& face) const {
         const auto known = std::find_if(m_sized.begin(), m_sized.end(),
                                         [&](const Sized& sized) { return sized.face == face; });
         return known != m_sized.end() ? known->glyphs : findGlyphs(face);
@@ -199,7 +199,7 @@ thread_local std::unique_ptr<GlyphCache> cache;
 
 }  // namespace
 
-const QtGlyphs& qtGlyphs(const LOGFONT& font, double em) {
+const QtGlyphs& qtGlyphs(const LOGFONTA& font, double em) {
     if (!cache) {
         cache = std::make_unique<GlyphCache>();
         const auto* const application = QCoreApplication::instance();
@@ -210,7 +210,7 @@ const QtGlyphs& qtGlyphs(const LOGFONT& font, double em) {
     return cache->Get(font, em);
 }
 
-QFont widgetFont(const LOGFONT& font) {
+QFont widgetFont(const LOGFONTA& font) {
     QFont result = toolkitFont(faceOf(font));
     // The toolkit has whole sizes only: the spaces between the characters make up for the rest.
     const double em = SizedFont(qtMetrics(font), font).Em();
@@ -222,15 +222,15 @@ QFont widgetFont(const LOGFONT& font) {
     return result;
 }
 
-const FaceMetrics& qtMetrics(const LOGFONT& font) {
+const FaceMetrics& qtMetrics(const LOGFONTA& font) {
     struct Known {
-        LOGFONT face;
+        LOGFONTA face;
         CodePage page;
         FaceMetrics metrics;
     };
     static std::mutex mutex;
     static std::list<Known> known;
-    const LOGFONT face = faceOf(font);
+    const LOGFONTA face = faceOf(font);
     if (!ownFamily(face)) return builtInMetrics(font);
     const std::lock_guard lock(mutex);
     const auto found = std::find_if(known.begin(), known.end(), [&](const Known& k) {

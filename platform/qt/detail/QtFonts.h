@@ -30,13 +30,13 @@ constexpr bool isControlCode(std::size_t code) {
 }
 
 // The glyphs of a font for an em in units. They belong to the calling thread, until its next call.
-const QtGlyphs& qtGlyphs(const LOGFONT& font, double em);
+const QtGlyphs& qtGlyphs(const LOGFONTA& font, double em);
 
 // The measures of a face; the built-in ones unless another face was asked for and is installed.
 // Any thread may call it; the result stays.
-const FaceMetrics& qtMetrics(const LOGFONT& font);
+const FaceMetrics& qtMetrics(const LOGFONTA& font);
 
 // The font for a widget whose text shall look as it is drawn elsewhere.
-QFont widgetFont(const LOGFONT& font);
+QFont widgetFont(const LOGFONTA& font);
 
 }  // namespace tessalink::detail

@@ -335,7 +335,7 @@ void QtWindow::SetText(const CString& text) {
     }
 }
 
-void QtWindow::SetFont(const LOGFONT& font) {
+void QtWindow::SetFont(const LOGFONTA& font) {
     if (!m_edit) return;
     const int lineHeight = SizedFont(qtMetrics(font), font).Height();
     m_edit->SetFont(widgetFont(font), lineHeight);
@@ -437,7 +437,7 @@ void QtWindow::KeyPressed(QKeyEvent& event) {
     if (event.key() == Qt::Key_Backtab) modifiers |= Qt::ShiftModifier;
     const QtWindowSystem::InputScope scope(modifiers, &event);
     const KeyInput input = keyInputOf(event);
-    if (input.isRefused) MessageBeep(MB_OK);
+    if (input.isRefused) tessalink::MessageBeep(MB_OK);
     const bool isUsed =
         keyPressed(m_owner, input.key, input.characters, static_cast<UINT>(event.count()),
                    QtWindowSystem::Get().IsKeyHeld());
@@ -467,7 +467,7 @@ void QtWindow::TextComposed(const QInputMethodEvent& event) {
         rest.setCommitString({}, event.replacementStart(), event.replacementLength());
         m_edit->BaseCompose(rest);
     }
-    if (!text) MessageBeep(MB_OK);
+    if (!text) tessalink::MessageBeep(MB_OK);
     if (text && *link != nullptr) charactersTyped(m_owner, text->View());
 }
 

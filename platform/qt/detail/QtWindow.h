@@ -43,7 +43,7 @@ public:
     void Capture(bool capture) override;
     void SetCursor(int shape) override;
     void SetText(const CString& text) override;
-    void SetFont(const LOGFONT& font) override;
+    void SetFont(const LOGFONTA& font) override;
     void SetScrollBar(int bar, bool isShown, const SCROLLINFO& info) override;
     CPoint ClientOrigin() const override;
     void ShowOutline(const CRect& rect) override;

@@ -168,7 +168,7 @@ void HeadlessEdit::type(const CString& text) {
     if (takes(text)) {
         Replace(text);
     } else {
-        MessageBeep(MB_OK);
+        tessalink::MessageBeep(MB_OK);
     }
 }
 
@@ -199,7 +199,7 @@ void HeadlessEdit::DefaultChar(UINT ch) {
             break;
     }
     if (ch < cFirstPrintable) {
-        MessageBeep(MB_OK);
+        tessalink::MessageBeep(MB_OK);
         return;
     }
     type(CString(static_cast<char>(ch)));

@@ -134,7 +134,7 @@ private:
         font.CreateFont(height, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, face);
         CDC dc(m_null);
         dc.SelectObject(&font);
-        TEXTMETRIC metrics;
+        TEXTMETRICA metrics{};
         dc.GetTextMetrics(&metrics);
         std::size_t start = 0;
         while (start < text.size()) {

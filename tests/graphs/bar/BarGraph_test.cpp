@@ -124,7 +124,7 @@ TEST(BarHeading, SharesFonts) {
     CDC dc(device);
     heading.Draw(&dc, 0.8, 1, CRect(100, 0, 900, 70));
     ASSERT_EQ(device.Primitives().size(), 2U);
-    const LOGFONT& font = device.Primitives()[1].font;  // of the record that moved up
+    const LOGFONTA& font = device.Primitives()[1].font;  // of the record that moved up
     EXPECT_EQ(font.lfHeight, 9);
     EXPECT_EQ(font.lfOutPrecision, 4);
     EXPECT_EQ(font.lfQuality, 2);

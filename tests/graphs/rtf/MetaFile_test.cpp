@@ -31,7 +31,7 @@ std::string bytesOf(const MetaFile& picture) {
 }
 
 ENHMETAHEADER headerOf(HENHMETAFILE picture) {
-    ENHMETAHEADER header;
+    ENHMETAHEADER header{};
     GetEnhMetaFileHeader(picture, sizeof(header), &header);
     return header;
 }
@@ -84,7 +84,7 @@ TEST(MetaFile, GoesFromEmptyOverRecordingToAPicture) {
 TEST(MetaFile, HasExactlyTheSizesThatAreAskedFor) {
     struct Case {
         double width, height;
-        RECT frame;
+        RECT frame{};
         const char* sizes;
     };
     const Case cases[] = {

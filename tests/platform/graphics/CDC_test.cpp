@@ -341,7 +341,7 @@ TEST_F(CDCTest, KeepsObjectsOutThatAreNoObjects) {
     m_dc.DrawFocusRect(none);
     EXPECT_EQ(m_dc.FillRect(CRect(0, 0, 1, 1), &brush), 0);
     EXPECT_TRUE(m_device.Primitives().empty());
-    LOGPEN description;
+    LOGPEN description{};
     pen.CreatePen(PS_DASH, 7, 0xABCDEF);
     EXPECT_EQ(pen.GetObject(1, &description), 0);
     EXPECT_EQ(pen.GetObject(0, nullptr), static_cast<int>(sizeof(LOGPEN)));
@@ -359,10 +359,10 @@ TEST(CDC, WithoutADeviceDrawsAndMeasuresNothing) {
     EXPECT_EQ(dc.SaveDC(), 0);
     EXPECT_EQ(dc.GetTextExtent("abc"), CSize(0, 0));
     EXPECT_EQ(dc.IntersectClipRect(0, 0, 1, 1), ERRORREGION);
-    TEXTMETRIC metrics;
+    TEXTMETRICA metrics{};
     EXPECT_EQ(dc.GetTextMetrics(&metrics), 0);
     EXPECT_EQ(dc.DeleteDC(), 0);
-    SIZE size;
+    SIZE size{};
     EXPECT_EQ(GetTextExtentPoint32(nullptr, "a", 1, &size), 0);
     EXPECT_EQ(GetTextExtentPoint32(&dc, "a", -1, &size), 0);
 }

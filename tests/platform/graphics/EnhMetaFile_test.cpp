@@ -196,7 +196,7 @@ TEST(EnhMetaFile, ClipsInsideTheClipOfTheContext) {
 }
 
 ENHMETAHEADER headerOf(HENHMETAFILE picture) {
-    ENHMETAHEADER header;
+    ENHMETAHEADER header{};
     EXPECT_EQ(GetEnhMetaFileHeader(picture, sizeof(header), &header), sizeof(header));
     return header;
 }

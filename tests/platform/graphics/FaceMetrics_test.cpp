@@ -14,8 +14,8 @@ namespace {
 using tessalink::builtInMetrics;
 using tessalink::SizedFont;
 
-LOGFONT fontOf(const char* face, LONG height, LONG weight = FW_NORMAL, BYTE italic = 0) {
-    LOGFONT font;
+LOGFONTA fontOf(const char* face, LONG height, LONG weight = FW_NORMAL, BYTE italic = 0) {
+    LOGFONTA font{};
     font.lfHeight = height;
     font.lfWeight = weight;
     font.lfItalic = italic;
@@ -23,7 +23,7 @@ LOGFONT fontOf(const char* face, LONG height, LONG weight = FW_NORMAL, BYTE ital
     return font;
 }
 
-SizedFont sized(const LOGFONT& font, double aspect = 1) {
+SizedFont sized(const LOGFONTA& font, double aspect = 1) {
     return SizedFont(builtInMetrics(font), font, aspect);
 }
 
@@ -46,10 +46,10 @@ TEST(FaceMetrics, AreThoseOfTheMeasuredFaces) {
         EXPECT_EQ(font.Descent(), c.descent) << c.face;
         EXPECT_EQ(font.WidthOf("AVAToTe"), c.widthOfText) << c.face << c.weight;
     }
-    LOGFONT serif = fontOf("", -2048);
+    LOGFONTA serif = fontOf("", -2048);
     serif.lfPitchAndFamily = FF_ROMAN | VARIABLE_PITCH;
     EXPECT_EQ(sized(serif).Ascent(), 1825);
-    LOGFONT symbol = fontOf("Arial", -2048, FW_BOLD);
+    LOGFONTA symbol = fontOf("Arial", -2048, FW_BOLD);
     symbol.lfCharSet = SYMBOL_CHARSET;
     EXPECT_EQ(&builtInMetrics(symbol), &builtInMetrics(fontOf("Symbol", 12)));
     EXPECT_NE(&builtInMetrics(symbol), &builtInMetrics(fontOf("Arial", 12)));
@@ -86,7 +86,7 @@ TEST(SizedFont, HasAPositiveHeightAsCellAndANegativeAsEm) {
 TEST(SizedFont, PlacesAreRoundedSums) {
     tessalink::test::Dice dice(3);
     for (int run = 0; run < 200; ++run) {
-        const LOGFONT description = fontOf(
+        const LOGFONTA description = fontOf(
             dice.OneIn(2) ? "Arial" : "Times New Roman", static_cast<LONG>(dice.Below(80)) - 40,
             dice.OneIn(2) ? FW_BOLD : FW_NORMAL, static_cast<BYTE>(dice.Below(2)));
         const double aspect = dice.OneIn(2) ? 1 : 0.75;

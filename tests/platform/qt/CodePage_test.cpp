@@ -28,8 +28,8 @@ HostServices servicesOf(CodePage page) {
     return services;
 }
 
-LOGFONT fontOf(const char* face, bool isBold, bool isItalic) {
-    LOGFONT font;
+LOGFONTA fontOf(const char* face, bool isBold, bool isItalic) {
+    LOGFONTA font{};
     font.lfHeight = -FaceMetrics::cEm;
     font.lfWeight = isBold ? FW_BOLD : FW_NORMAL;
     font.lfItalic = isItalic ? 1 : 0;
@@ -47,7 +47,7 @@ QRawFont fileOf(const char* family, bool isBold, bool isItalic) {
 }
 
 /// How many of the code page's letters beyond ASCII the font has; each is as wide as told.
-int comparedLetters(const LOGFONT& font, const QRawFont& raw) {
+int comparedLetters(const LOGFONTA& font, const QRawFont& raw) {
     const FaceMetrics& metrics = builtInMetrics(font);
     int count = 0;
     for (int byte = ' '; byte < 256; ++byte) {
@@ -72,14 +72,14 @@ TEST(CodePage, BuiltInMeasuresAreThoseOfTheFonts) {
         const HostServicesScope scope(servicesOf(page));
         for (const bool isBold : {false, true}) {
             for (const bool isItalic : {false, true}) {
-                const LOGFONT sans = fontOf("Arial", isBold, isItalic);
-                const LOGFONT serif = fontOf("Times New Roman", isBold, isItalic);
+                const LOGFONTA sans = fontOf("Arial", isBold, isItalic);
+                const LOGFONTA serif = fontOf("Times New Roman", isBold, isItalic);
                 EXPECT_GE(comparedLetters(sans, fileOf("Sans", isBold, isItalic)), leastLetters);
                 EXPECT_GE(comparedLetters(serif, fileOf("Serif", isBold, isItalic)), leastLetters);
             }
         }
         // A font that was measured before the code page changed follows it.
-        const LOGFONT plain = fontOf("Arial", false, false);
+        const LOGFONTA plain = fontOf("Arial", false, false);
         EXPECT_EQ(former.WidthOf("\xC6\xE1"),
                   SizedFont(builtInMetrics(plain), plain).WidthOf("\xC6\xE1"));
     }

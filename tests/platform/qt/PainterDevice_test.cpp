@@ -69,8 +69,8 @@ Rows rowsOf(const QImage& image) {
 
 struct PixelCase {
     const char* name;
-    LOGPEN pen;
-    LOGBRUSH brush;
+    LOGPEN pen{};
+    LOGBRUSH brush{};
     Draw draw;
     Rows rows;
 };
@@ -445,7 +445,7 @@ TEST(PainterDevice, ExtentsAreThoseOfTheUnhintedFont) {
                 imageOf(10, 10, [&](CDC& dc) {
                     CFont font;
                     dc.SelectObject(create(font, height, face.face, isBold ? FW_BOLD : FW_NORMAL));
-                    TEXTMETRIC metric;
+                    TEXTMETRICA metric{};
                     dc.GetTextMetrics(&metric);
                     QFont reference(face.family);
                     reference.setBold(isBold);
@@ -523,7 +523,7 @@ TEST(PainterDevice, LinesOfTextReachFromEndToEnd) {
 }
 
 TEST(PainterDevice, SymbolCodesShowTheirCharacters) {
-    LOGFONT font;
+    LOGFONTA font{};
     font.lfCharSet = SYMBOL_CHARSET;
     const auto& look = detail::qtGlyphs(font, 20);
     const std::pair<BYTE, char32_t> pairs[] = {{0xB3, 0x2265}, {0xA3, 0x2264}, {0xB7, 0x2022},

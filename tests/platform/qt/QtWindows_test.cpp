@@ -611,12 +611,12 @@ TEST_F(QtForm, ColoursFollowThePaletteAndStayLegible) {
         QApplication::setPalette(QPalette(ground));
         Settle();
         for (const auto& [text, on] : pairs) {
-            const double first = luminance(GetSysColor(text)) + 0.05;
-            const double second = luminance(GetSysColor(on)) + 0.05;
+            const double first = luminance(tessalink::GetSysColor(text)) + 0.05;
+            const double second = luminance(tessalink::GetSysColor(on)) + 0.05;
             EXPECT_GE(std::max(first, second) / std::min(first, second), 4.5)
                 << text << " on " << on << " " << ground.name().toStdString();
         }
-        EXPECT_EQ(name->GetTextBgColor(), GetSysColor(COLOR_BTNFACE));
+        EXPECT_EQ(name->GetTextBgColor(), tessalink::GetSysColor(COLOR_BTNFACE));
         const QColor shown = m_holder->grab().toImage().pixelColor(
             m_holder->width() - 30, m_form->GetItemLoc(cRemarks).bottom + 20);
         EXPECT_EQ(shown, ground) << "painted anew";
@@ -633,12 +633,12 @@ TEST_F(QtForm, AFieldHasTheColoursOfItsState) {
         COLORREF text;
         COLORREF ground;
     } cases[] = {
-        {[] {}, GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_WINDOW)},
-        {[&] { m_form->SetReadOnlyItem(cName, 1); }, GetSysColor(COLOR_GRAYTEXT),
-         GetSysColor(COLOR_BTNFACE)},
-        {[&] { text->SetReadOnlyColor(RGB(1, 2, 3)); }, RGB(1, 2, 3), GetSysColor(COLOR_BTNFACE)},
-        {[&] { m_form->SetReadOnlyItem(cName, 0); }, GetSysColor(COLOR_WINDOWTEXT),
-         GetSysColor(COLOR_WINDOW)},
+        {[] {}, tessalink::GetSysColor(COLOR_WINDOWTEXT), tessalink::GetSysColor(COLOR_WINDOW)},
+        {[&] { m_form->SetReadOnlyItem(cName, 1); }, tessalink::GetSysColor(COLOR_GRAYTEXT),
+         tessalink::GetSysColor(COLOR_BTNFACE)},
+        {[&] { text->SetReadOnlyColor(RGB(1, 2, 3)); }, RGB(1, 2, 3), tessalink::GetSysColor(COLOR_BTNFACE)},
+        {[&] { m_form->SetReadOnlyItem(cName, 0); }, tessalink::GetSysColor(COLOR_WINDOWTEXT),
+         tessalink::GetSysColor(COLOR_WINDOW)},
         {[&] { text->SetFocusColors(RGB(4, 5, 6), RGB(7, 8, 9)); }, RGB(4, 5, 6), RGB(7, 8, 9)},
     };
     for (const auto& c : cases) {

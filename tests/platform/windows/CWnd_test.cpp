@@ -34,7 +34,7 @@ public:
     void Make(CWnd* parent, const CRect& rect, UINT id, DWORD style = WS_VISIBLE | WS_TABSTOP) {
         Create(nullptr, m_name.c_str(), WS_CHILD | style, rect, parent, id);
     }
-    int OnCreate(CREATESTRUCT*) override { return note("create"), refuses ? -1 : 0; }
+    int OnCreate(CREATESTRUCTA*) override { return note("create"), refuses ? -1 : 0; }
     void OnDestroy() override { note("destroy"); }
     void OnSize(UINT, int width, int height) override {
         note("size " + std::to_string(width) + "x" + std::to_string(height));
@@ -289,7 +289,7 @@ TEST_F(CWndTest, ScrollBarsKeepThePositionInRangeAndTakeRoom) {
                        {50, 50, 10, 1, 98},
                        {0, 0, 5, 0, 98}};
     for (const auto& c : cases) {
-        SCROLLINFO info;
+        SCROLLINFO info{};
         info.fMask = SIF_ALL;
         info.nMax = c.max;
         info.nPage = c.page;

@@ -1,4 +1,4 @@
-#include "platform/files/detail/OpenFile.h"
+#include "platform/files/detail/SystemFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -118,21 +118,6 @@ OpenedFile openFile(const char* name, unsigned flags) {
         file.descriptor = -1;
     }
     return file;
-}
-
-CString folderOf(const CString& path) {
-    const int slash = path.ReverseFind('/');
-    if (slash < 0) return ".";
-    return path.Left(slash == 0 ? 1 : slash);
-}
-
-CString fileNameOf(const CString& path) {
-    return path.Mid(path.ReverseFind('/') + 1);
-}
-
-int causeOf(int error, const CString& path) {
-    if (error == ENOENT && ::access(folderOf(path), F_OK) != 0) return CFileException::badPath;
-    return CFileException::ErrnoToException(error);
 }
 
 }  // namespace tessalink::detail

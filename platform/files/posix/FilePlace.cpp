@@ -1,8 +1,6 @@
 #include "platform/files/FilePlace.h"
 
-#include <fcntl.h>
 #include <pwd.h>
-#include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
@@ -14,13 +12,12 @@
 
 #include "platform/files/CFileException.h"
 #include "platform/files/detail/NetworkFileSystems.h"
-#include "platform/files/detail/OpenFile.h"
+#include "platform/files/detail/SystemFile.h"
 
 namespace tessalink {
 
 namespace {
 
-constexpr mode_t cOwnerOnly = 0600;
 constexpr std::size_t cAccountRoom = 16384;
 
 }  // namespace
@@ -61,16 +58,11 @@ bool isOnNetworkShare(const char* path) {
 }
 
 bool makePrivateFile(const char* path) {
-    int descriptor = -1;
-    do {
-        descriptor = ::open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, cOwnerOnly);
-    } while (descriptor < 0 && errno == EINTR);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-        return true;
-    }
-    if (errno == EEXIST) return false;
-    AfxThrowFileException(detail::causeOf(errno, path), errno, path);
+    const detail::OpenedFile file = detail::makeFile(path, detail::NewFileMode::Owner);
+    if (file.error == EEXIST) return false;
+    if (file.error != 0) AfxThrowFileException(detail::causeOf(file.error, path), file.error, path);
+    detail::closeFile(file.descriptor);
+    return true;
 }
 
 CString accountName() {

@@ -1,0 +1,4 @@
+# Windows, 32 bits, by the MinGW-w64 cross compiler of the distribution (posix threads).
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -1,0 +1,309 @@
+#include "platform/files/detail/SystemFile.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <sddl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string>
+
+#include "platform/files/CFile.h"
+#include "platform/files/windows/WideText.h"
+
+namespace tessalink::detail {
+
+namespace {
+
+constexpr UINT cAccessMask = 0x0003;
+constexpr UINT cShareMask = 0x0070;
+constexpr int cStandardOutput = 1;
+
+HANDLE handleOf(int descriptor) {
+    return reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
+}
+
+bool empties(unsigned flags) {
+    return (flags & CFile::modeCreate) != 0 && (flags & CFile::modeNoTruncate) == 0;
+}
+
+DWORD accessOf(unsigned flags) {
+    const unsigned access = flags & cAccessMask;
+    DWORD rights = 0;
+    if (access != CFile::modeWrite) rights |= GENERIC_READ;
+    // Emptying a file takes the right to write.
+    if (access != CFile::modeRead || empties(flags)) rights |= GENERIC_WRITE;
+    return rights;
+}
+
+DWORD sharesOf(unsigned flags) {
+    const unsigned share = flags & cShareMask;
+    if (share == CFile::shareDenyNone) return FILE_SHARE_READ | FILE_SHARE_WRITE;
+    return share == CFile::shareDenyWrite ? FILE_SHARE_READ : 0;
+}
+
+// Sets the descriptor, or the error and nothing is open.
+void takeHandle(OpenedFile& file, HANDLE handle) {
+    if (handle == INVALID_HANDLE_VALUE) {
+        file.error = errnoOf(::GetLastError());
+        return;
+    }
+    file.isRegular = ::GetFileType(handle) == FILE_TYPE_DISK;
+    LARGE_INTEGER length{};
+    if (file.isRegular && ::GetFileSizeEx(handle, &length) != 0) {
+        file.length = static_cast<std::uint64_t>(length.QuadPart);
+    }
+    file.descriptor =
+        ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY | _O_NOINHERIT);
+    if (file.descriptor >= 0) return;
+    file.error = EMFILE;
+    ::CloseHandle(handle);
+}
+
+OVERLAPPED placeAt(std::int64_t position) {
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(position & 0xFFFFFFFF);
+    place.OffsetHigh = static_cast<DWORD>(position >> 32);
+    return place;
+}
+
+DWORD countOf(std::size_t count) {
+    return static_cast<DWORD>(std::min<std::size_t>(count, 0x7FFFFFFF));
+}
+
+// The owner alone has rights; of the folder nothing is inherited.
+std::unique_ptr<void, decltype(&::LocalFree)> ownersRights() {
+    void* rights = nullptr;
+    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:P(A;;FA;;;OW)(A;;FA;;;SY)", SDDL_REVISION_1, &rights, nullptr);
+    return {rights, ::LocalFree};
+}
+
+bool isSeparator(char ch) {
+    return ch == '/' || ch == '\\';
+}
+
+// Where the last name of a path starts: behind its last separator or the colon of its drive.
+int startOfName(const CString& path) {
+    int place = path.GetLength();
+    while (place > 0 && !isSeparator(path.GetAt(place - 1)) && path.GetAt(place - 1) != ':') --place;
+    return place;
+}
+
+}  // namespace
+
+OpenedFile openFile(const char* name, unsigned flags) {
+    OpenedFile file;
+    const std::wstring path = widePath(name);
+    if (path.empty()) {
+        file.error = errno;
+        return file;
+    }
+    const DWORD creation = (flags & CFile::modeCreate) != 0 ? OPEN_ALWAYS : OPEN_EXISTING;
+    takeHandle(file, ::CreateFileW(path.c_str(), accessOf(flags), sharesOf(flags), nullptr,
+                                   creation, FILE_ATTRIBUTE_NORMAL, nullptr));
+    // Emptied only now, when nobody else has the file.
+    if (file.error == 0 && file.isRegular && empties(flags) && setLength(file.descriptor, 0) != 0) {
+        file.error = errno;
+        ::_close(file.descriptor);
+        file.descriptor = -1;
+    }
+    return file;
+}
+
+OpenedFile makeFile(const char* name, NewFileMode mode) {
+    OpenedFile file;
+    const std::wstring path = widePath(name);
+    if (path.empty()) {
+        file.error = errno;
+        return file;
+    }
+    const auto rights = mode == NewFileMode::Owner
+                            ? ownersRights()
+                            : std::unique_ptr<void, decltype(&::LocalFree)>(nullptr, ::LocalFree);
+    SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), rights.get(), FALSE};
+    takeHandle(file, ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, &security, CREATE_NEW,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file;
+}
+
+std::int64_t readSome(int descriptor, void* buffer, std::size_t count, std::int64_t position) {
+    DWORD got = 0;
+    OVERLAPPED place = placeAt(position);
+    if (::ReadFile(handleOf(descriptor), buffer, countOf(count), &got,
+                   position != cOwnPosition ? &place : nullptr) != 0) {
+        return got;
+    }
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_HANDLE_EOF || code == ERROR_BROKEN_PIPE) return 0;
+    errno = errnoOf(code);
+    return -1;
+}
+
+std::int64_t writeSome(int descriptor, const void* buffer, std::size_t count,
+                       std::int64_t position) {
+    DWORD put = 0;
+    OVERLAPPED place = placeAt(position);
+    if (::WriteFile(handleOf(descriptor), buffer, countOf(count), &put,
+                    position != cOwnPosition ? &place : nullptr) != 0) {
+        return put;
+    }
+    return systemFault();
+}
+
+std::int64_t seekTo(int descriptor, std::int64_t position) {
+    if (::GetFileType(handleOf(descriptor)) != FILE_TYPE_DISK) {
+        errno = ESPIPE;
+        return -1;
+    }
+    return ::_lseeki64(descriptor, position, SEEK_SET);
+}
+
+std::int64_t currentPosition(int descriptor) {
+    const HANDLE handle = handleOf(descriptor);
+    if (handle != INVALID_HANDLE_VALUE && ::GetFileType(handle) != FILE_TYPE_DISK) {
+        errno = ESPIPE;
+        return -1;
+    }
+    return ::_lseeki64(descriptor, 0, SEEK_CUR);
+}
+
+std::int64_t lengthOf(int descriptor) {
+    const HANDLE handle = handleOf(descriptor);
+    if (handle == INVALID_HANDLE_VALUE) {
+        errno = EBADF;
+        return -1;
+    }
+    if (::GetFileType(handle) != FILE_TYPE_DISK) return 0;
+    LARGE_INTEGER length{};
+    return ::GetFileSizeEx(handle, &length) != 0 ? length.QuadPart : systemFault();
+}
+
+int setLength(int descriptor, std::uint64_t length) {
+    FILE_END_OF_FILE_INFO end{};
+    end.EndOfFile.QuadPart = static_cast<std::int64_t>(length);
+    return ::SetFileInformationByHandle(handleOf(descriptor), FileEndOfFileInfo, &end,
+                                        sizeof(end)) != 0
+               ? 0
+               : systemFault();
+}
+
+int syncFile(int descriptor) {
+    return ::FlushFileBuffers(handleOf(descriptor)) != 0 ? 0 : systemFault();
+}
+
+int syncFolderOf(const CString&) {
+    return 0;  // the replacing itself waits for the disk
+}
+
+int closeFile(int descriptor) {
+    return ::_close(descriptor);
+}
+
+int removeFile(const char* name) {
+    const std::wstring path = widePath(name);
+    if (path.empty()) return -1;
+    return ::DeleteFileW(path.c_str()) != 0 ? 0 : systemFault();
+}
+
+int renameFile(const char* oldName, const char* newName) {
+    const std::wstring from = widePath(oldName);
+    const std::wstring to = from.empty() ? std::wstring() : widePath(newName);
+    if (to.empty()) return -1;
+    return ::MoveFileExW(from.c_str(), to.c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0
+               ? 0
+               : systemFault();
+}
+
+int duplicateStandardOutput() {
+    HANDLE copy = INVALID_HANDLE_VALUE;
+    const HANDLE process = ::GetCurrentProcess();
+    if (::DuplicateHandle(process, handleOf(cStandardOutput), process, &copy, 0, FALSE,
+                          DUPLICATE_SAME_ACCESS) == 0) {
+        return systemFault();
+    }
+    OpenedFile file;
+    takeHandle(file, copy);
+    if (file.error != 0) errno = file.error;
+    return file.descriptor;
+}
+
+int randomNumber(std::uint64_t& number) {
+    unsigned words[2] = {};
+    if (::rand_s(&words[0]) != 0 || ::rand_s(&words[1]) != 0) {
+        errno = EIO;
+        return -1;
+    }
+    number = std::uint64_t{words[0]} << 32 | words[1];
+    return 0;
+}
+
+ReplacedFile replacedBy(const CString& name) {
+    ReplacedFile file;
+    file.path = name;
+    const std::wstring path = widePath(name.View());
+    if (path.empty()) {
+        file.error = errno;
+        return file;
+    }
+    const HANDLE handle =
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const int error = handle == INVALID_HANDLE_VALUE ? errnoOf(::GetLastError()) : 0;
+    if (error == ENOENT) return file;
+    if (error != 0) {
+        file.error = error;
+        return file;
+    }
+    const bool isRegular = ::GetFileType(handle) == FILE_TYPE_DISK;
+    file.kind = isRegular ? ReplacedFile::Kind::Regular : ReplacedFile::Kind::Other;
+    // Links are followed, so that the file that they lead to is replaced.
+    std::wstring real(::GetFinalPathNameByHandleW(handle, nullptr, 0, 0), L'\0');
+    real.resize(::GetFinalPathNameByHandleW(handle, real.data(), static_cast<DWORD>(real.size()),
+                                            FILE_NAME_NORMALIZED));
+    ::CloseHandle(handle);
+    if (isRegular && !real.empty()) file.path = CString(std::string_view(utf8Text(real)));
+    return file;
+}
+
+void giveMode(int, int) {}
+
+bool isNamed(int, const char*) {
+    return true;  // no one removes a file that is open
+}
+
+void closeAndRemove(int descriptor, const char* name) {
+    ::_close(descriptor);
+    // Fails when another has opened it meanwhile, whose file it is then.
+    (void)removeFile(name);
+}
+
+CString folderOf(const CString& path) {
+    const int name = startOfName(path);
+    if (name == 0) return ".";
+    const bool isRoot = name == 1 || path.GetAt(name - 1) == ':' || path.GetAt(name - 2) == ':';
+    return path.Left(isRoot ? name : name - 1);
+}
+
+CString fileNameOf(const CString& path) {
+    return path.Mid(startOfName(path));
+}
+
+CString wholePath(const CString& path) {
+    if (path.IsEmpty()) return path;
+    const std::wstring wide = wideText(path.View());
+    std::wstring whole(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    if (whole.empty()) return path;
+    whole.resize(::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(),
+                                    nullptr));
+    return CString(std::string_view(utf8Text(whole)));
+}
+
+bool isThere(const char* name) {
+    const std::wstring path = widePath(name);
+    return !path.empty() && ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+}  // namespace tessalink::detail

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/base/Types.h"
+
+namespace tessalink::detail {
+
+/// A name in UTF-8 as the system's wide calls take it: whole, with a prefix that lifts the limit of
+/// 260 characters where it is long. Empty, with errno, when it is no UTF-8 (EILSEQ), empty (ENOENT)
+/// or the name of a device (ENODEV).
+std::wstring widePath(std::string_view name);
+
+/// Texts between UTF-8 and the system's. What is no text becomes U+FFFD.
+std::wstring wideText(std::string_view text);
+std::string utf8Text(std::wstring_view text);
+
+/// The errno value for a code of GetLastError.
+int errnoOf(DWORD code);
+/// Sets errno from GetLastError; returns -1.
+int systemFault();
+
+}  // namespace tessalink::detail
