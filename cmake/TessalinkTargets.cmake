@@ -92,4 +92,8 @@ function(tessalink_program name)
   list(TRANSFORM ARG_LIBRARIES PREPEND tessalink_)
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} tessalink_settings)
+  if(WIN32)
+    # As much as programs have elsewhere: constructs of templates nest by recursion.
+    target_link_options(${name} PRIVATE -Wl,--stack,8388608)
+  endif()
 endfunction()

@@ -7,6 +7,7 @@
 #include "core/FileText.h"
 #include "core/MD5Hash.h"
 #include "platform/files/CFile.h"
+#include "platform/files/PathText.h"
 #include "questionnaire/detail/FileLoader.h"
 #include "questionnaire/detail/QuestionnaireCheck.h"
 
@@ -47,9 +48,9 @@ std::optional<std::string> readFile(const CString& path) {
 std::vector<std::string> namesIn(const CString& folder) {
     std::vector<std::string> names;
     std::error_code error;
-    for (std::filesystem::directory_iterator entry(std::string(folder.View()), error), end;
+    for (std::filesystem::directory_iterator entry(pathOf(folder.View()), error), end;
          !error && entry != end; entry.increment(error)) {
-        names.push_back(entry->path().filename().string());
+        names.push_back(nameOf(entry->path().filename()));
     }
     return names;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/files/CFileException.h"
+#include "platform/files/PathText.h"
 #include "report/detail/CharClasses.h"
 
 namespace tessalink {
@@ -25,7 +26,7 @@ std::filesystem::path findEntry(const std::filesystem::path& folder, const std::
     for (auto entry = std::filesystem::directory_iterator(folder, error);
          !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::filesystem::path candidate = entry->path().filename();
-        if (!detail::equalNoCase(candidate.native(), name)) continue;
+        if (!detail::equalNoCase(nameOf(candidate), name)) continue;
         if (!found.empty()) return {};
         found = folder / candidate;
     }
@@ -37,16 +38,17 @@ std::filesystem::path findEntry(const std::filesystem::path& folder, const std::
 CString findIgnoringCase(const CString& path) {
     std::filesystem::path found;
     std::error_code error;
-    for (const std::filesystem::path& part : std::filesystem::path(std::string(path.View()))) {
+    for (const std::filesystem::path& part : pathOf(path.View())) {
         const std::filesystem::path exact = found / part;
         if (std::filesystem::exists(exact, error)) {
             found = exact;
             continue;
         }
-        found = findEntry(found.empty() ? std::filesystem::path(".") : found, part.native());
+        found = findEntry(found.empty() ? std::filesystem::path(".") : found, nameOf(part));
         if (found.empty()) return CString();
     }
-    return CString(found.c_str());
+    CString name{std::string_view(nameOf(found))};
+    return withSlashes(std::move(name));
 }
 
 }  // namespace

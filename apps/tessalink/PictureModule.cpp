@@ -1,11 +1,10 @@
 #include "apps/tessalink/PictureModule.h"
 
-#include <dlfcn.h>
-
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 
+#include "platform/files/LoadedModule.h"
 #include "platform/files/ModuleDir.h"
 #include "platform/qt/module/PictureModuleCalls.h"
 
@@ -13,7 +12,7 @@ namespace tessalink::cli {
 
 namespace {
 
-constexpr const char* cModuleName = "tessalink_qt_module.so";
+constexpr const char* cModuleName = TESSALINK_PICTURE_MODULE;
 constexpr const char* cNeeded =
     "PNG, and PDF with --embed-fonts, need the module of a build with Qt 6";
 
@@ -30,21 +29,24 @@ std::string findModule() {
     for (const char* folder : cFolders) {
         const std::filesystem::path path = program / folder / cModuleName;
         std::error_code ignored;
-        if (std::filesystem::exists(path, ignored)) return path;
+        if (std::filesystem::exists(path, ignored)) return path.string();
     }
     fail(std::string(cModuleName) + " is neither beside this program nor in ../lib");
 }
 
 // Stays loaded until the process ends: the toolkit can't be taken out again.
-void* loadModule() {
-    void* const module = ::dlopen(findModule().c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (module == nullptr) fail(::dlerror());
-    return module;
+LoadedModule loadModule() {
+    const std::string path = findModule();
+    try {
+        return LoadedModule(path);
+    } catch (const std::runtime_error& fault) {
+        fail(fault.what());
+    }
 }
 
 template <class Function>
-Function functionOf(void* module, const char* name) {
-    void* const symbol = ::dlsym(module, name);
+Function functionOf(const LoadedModule& module, const char* name) {
+    void* const symbol = module.Find(name);
     if (symbol == nullptr) fail(std::string(cModuleName) + " is of another version");
     return reinterpret_cast<Function>(symbol);
 }
@@ -52,7 +54,7 @@ Function functionOf(void* module, const char* name) {
 }  // namespace
 
 std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target) {
-    void* const module = loadModule();
+    const LoadedModule module = loadModule();
     const auto render = functionOf<TessalinkRenderPicture>(module, cRenderPictureName);
     const auto free = functionOf<TessalinkFreePicture>(module, cFreePictureName);
     const TessalinkPictureJob job = {metafile.data(), metafile.size(), target.format,

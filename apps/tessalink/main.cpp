@@ -1,10 +1,6 @@
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
-#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -12,6 +8,7 @@
 #include <sstream>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
@@ -20,6 +17,7 @@
 #include "platform/base/CodePage.h"
 #include "platform/base/HostServices.h"
 #include "platform/files/CFileException.h"
+#include "platform/files/ProgramStart.h"
 
 namespace tessalink::cli {
 
@@ -246,10 +244,11 @@ int guarded(const Command& command) {
     return cUsage;
 }
 
-int run(int argc, char** argv) {
+int run(std::vector<std::string> arguments) {
     CLI::App app("Reports, scores and graphs for psychological assessments.", "tessalink");
     app.set_version_flag("--version", "tessalink " TESSALINK_VERSION);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // "/folder/file" is a path
     ReportOptions report;
     ScrambleOptions scramble;
     CheckOptions check;
@@ -283,12 +282,15 @@ int run(int argc, char** argv) {
     // A program that describes the one command that is meant starts in less time.
     const auto* const meant =
         std::find_if(std::begin(commands), std::end(commands),
-                     [&](const auto& one) { return argc > 1 && one.first == argv[1]; });
+                     [&](const auto& one) { return arguments.size() > 1 && one.first == arguments[1]; });
     for (const auto& one : commands) {
         if (meant == std::end(commands) || one.first == meant->first) one.second();
     }
     try {
-        app.parse(argc, argv);
+        // The option parser takes them from the back.
+        arguments.erase(arguments.begin(), arguments.begin() + (arguments.empty() ? 0 : 1));
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         std::ostringstream result;
         const bool good = app.exit(error, result, std::cerr) == 0;
@@ -304,23 +306,12 @@ void silenceMessageBoxes() {
     setHostServices(services);
 }
 
-/// Gives a program that was started without standard streams empty ones that can't be written: a
-/// file that it opens must not become the one where messages go, and a lost result is noticed.
-void openStandardStreams() {
-    int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= STDERR_FILENO)
-        descriptor = ::open("/dev/null", O_RDONLY);
-    if (descriptor > STDERR_FILENO) ::close(descriptor);
-}
-
 }  // namespace
 
 }  // namespace tessalink::cli
 
 int main(int argc, char** argv) {
-    tessalink::cli::openStandardStreams();
-    // A file-size limit is a full disk: the write fails, and says so.
-    std::signal(SIGXFSZ, SIG_IGN);
+    std::vector<std::string> arguments = tessalink::startProgram(argc, argv);
     tessalink::cli::silenceMessageBoxes();
-    return tessalink::cli::run(argc, argv);
+    return tessalink::cli::run(std::move(arguments));
 }

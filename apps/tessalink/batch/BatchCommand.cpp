@@ -1,7 +1,7 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchRun.h"
 #include "apps/tessalink/batch/BatchSetup.h"
-#include "apps/tessalink/batch/Interrupt.h"
+#include "platform/files/Interrupt.h"
 #include "apps/tessalink/batch/Summary.h"
 
 namespace tessalink::cli {

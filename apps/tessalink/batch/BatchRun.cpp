@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "apps/tessalink/batch/Interrupt.h"
+#include "platform/files/Interrupt.h"
 
 namespace tessalink::cli {
 

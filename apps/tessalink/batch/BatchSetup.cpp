@@ -61,7 +61,9 @@ std::vector<std::string> wantedReports(const BatchOptions& options,
 /// The table of scores as a record names it: from the folder on, or as a whole path.
 std::string scoresName(const BatchOptions& options, const ResultPaths& paths) {
     const fs::path scores = paths.scores;
-    return options.scoresPath.empty() ? scores.filename() : fs::absolute(scores).lexically_normal();
+    const fs::path named =
+        options.scoresPath.empty() ? scores.filename() : fs::absolute(scores).lexically_normal();
+    return named.string();
 }
 
 void checkDifference(const BatchOptions& options, const BatchRecord& earlier,
@@ -102,8 +104,10 @@ ResultPaths pathsOf(const BatchOptions& options) {
         options.scoresPath.empty() ? folder / "scores.csv" : fs::path(options.scoresPath);
     const Shard& shard = options.shard;
     return {shard.NameFor(cRecordStem, ""),
-            scores.parent_path() / shard.NameFor(scores.stem(), scores.extension()),
-            folder / shard.NameFor("failed", ".csv")};
+            (scores.parent_path() /
+             shard.NameFor(scores.stem().string(), scores.extension().string()))
+                .string(),
+            (folder / shard.NameFor("failed", ".csv")).string()};
 }
 
 void checkPaths(const BatchOptions& options, const ResultPaths& paths) {

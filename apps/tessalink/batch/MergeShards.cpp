@@ -31,7 +31,7 @@ struct Part {
 };
 
 Part readPart(const fs::path& record) {
-    Part part = {record.parent_path(), readRecord(record), {}};
+    Part part = {record.parent_path(), readRecord(record.string()), {}};
     if (!readShard(part.record.shard, part.shard)) fail(record.string() + ": names no shard.");
     if (!part.record.IsDone()) fail(part.Name() + " is not finished: run it with --resume.");
     return part;
@@ -170,7 +170,7 @@ void mergeInto(const fs::path& path, const std::vector<Part>& parts, PathOf path
         }
         expected += part.record.*count;
     }
-    WholeFile output(path.c_str());
+    WholeFile output(path.string().c_str());
     if (mergeTables(tables, output) != expected) {
         fail(path.string() +
              ": the tables of the shards have not the rows of their records: run "
@@ -196,7 +196,7 @@ int mergeShards(const MergeOptions& options) {
         whole.done += part.record.done;
         whole.failed += part.record.failed;
     }
-    printSummary(whole, folder / "failed.csv");
+    printSummary(whole, (folder / "failed.csv").string());
     return exitCodeOf(whole);
 }
 

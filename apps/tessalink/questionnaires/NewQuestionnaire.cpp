@@ -24,7 +24,7 @@ bool makeFolder(const std::string& folder) {
 }
 
 void storeFile(const fs::path& path, std::string_view text) {
-    WholeFile output(path.c_str());
+    WholeFile output(path.string().c_str());
     output.Write(text.data(), text.size());
     output.Commit();
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <random>
 #include <string>
 
 #include "platform/files/CFile.h"
@@ -231,13 +232,14 @@ int duplicateStandardOutput() {
 }
 
 int randomNumber(std::uint64_t& number) {
-    unsigned words[2] = {};
-    if (::rand_s(&words[0]) != 0 || ::rand_s(&words[1]) != 0) {
+    try {
+        std::random_device source;
+        number = std::uint64_t{source()} << 32 | source();
+        return 0;
+    } catch (const std::exception&) {
         errno = EIO;
         return -1;
     }
-    number = std::uint64_t{words[0]} << 32 | words[1];
-    return 0;
 }
 
 ReplacedFile replacedBy(const CString& name) {

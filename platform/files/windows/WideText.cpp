@@ -14,6 +14,8 @@ struct SystemCode {
     int error;
 };
 
+constexpr DWORD cQuotaExceeded = 1295;  // headers lack its name
+
 constexpr SystemCode cCodes[] = {
     {ERROR_FILE_NOT_FOUND, ENOENT},
     {ERROR_PATH_NOT_FOUND, ENOENT},
@@ -32,7 +34,7 @@ constexpr SystemCode cCodes[] = {
     {ERROR_LOCK_VIOLATION, EDEADLK},
     {ERROR_DISK_FULL, ENOSPC},
     {ERROR_HANDLE_DISK_FULL, ENOSPC},
-    {ERROR_DISK_QUOTA_EXCEEDED, ENOSPC},
+    {cQuotaExceeded, ENOSPC},
     {ERROR_FILE_TOO_LARGE, EFBIG},
     {ERROR_INVALID_NAME, EILSEQ},
     {ERROR_BAD_PATHNAME, EILSEQ},

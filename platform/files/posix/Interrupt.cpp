@@ -1,10 +1,10 @@
-#include "apps/tessalink/batch/Interrupt.h"
+#include "platform/files/Interrupt.h"
 
 #include <signal.h>
 
 #include <initializer_list>
 
-namespace tessalink::cli {
+namespace tessalink {
 
 namespace {
 
@@ -27,4 +27,4 @@ int Interrupt::Signal() {
     return lastSignal;
 }
 
-}  // namespace tessalink::cli
+}  // namespace tessalink
