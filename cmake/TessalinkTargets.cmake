@@ -1,9 +1,10 @@
 include(GNUInstallDirs)
 
-# tessalink_library(NAME FOLDERS folder... [DEPENDS library...] [WHEN variable] [HEADERS regex]
-#                   [PACKAGE package...]): the library tessalink::NAME.
+# tessalink_library(NAME FOLDERS folder... [SYSTEM folder] [DEPENDS library...] [WHEN variable]
+#                   [HEADERS regex] [PACKAGE package...]): the library tessalink::NAME.
 #
 #   FOLDERS  whole folders with their detail/ folders; each includes itself and those before it
+#   SYSTEM   one of them that has sources for the system in posix/ or windows/
 #   DEPENDS  libraries of this project whose headers it includes: it is linked to them
 #   WHEN     the variable that says whether it is built; by default that of a library it depends on
 #   HEADERS  what its sources include besides this project and the standard library
@@ -12,7 +13,7 @@ include(GNUInstallDirs)
 # What is said here is written to libraries.json in the build folder, for the checks of the tree and
 # the coverage, and to the package that is installed.
 function(tessalink_library name)
-  cmake_parse_arguments(ARG "" "WHEN;HEADERS" "FOLDERS;DEPENDS;PACKAGE" ${ARGN})
+  cmake_parse_arguments(ARG "" "WHEN;HEADERS;SYSTEM" "FOLDERS;DEPENDS;PACKAGE" ${ARGN})
   tessalink_record(${name})
   foreach(dependency IN LISTS ARG_DEPENDS)
     if(NOT TARGET tessalink_${dependency})
@@ -25,6 +26,13 @@ function(tessalink_library name)
   endif()
 
   set(patterns ${ARG_FOLDERS})
+  if(ARG_SYSTEM)
+    if(WIN32)
+      list(APPEND patterns ${ARG_SYSTEM}/windows)
+    else()
+      list(APPEND patterns ${ARG_SYSTEM}/posix)
+    endif()
+  endif()
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/*.cpp" OUTPUT_VARIABLE own)
   list(TRANSFORM patterns REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/detail/*.cpp")
   file(GLOB sources CONFIGURE_DEPENDS ${own} ${patterns})

@@ -47,8 +47,8 @@ bool CsvReader::ReadRow(std::vector<CsvCell>& row) {
     if (!take_used_row(row)) return false;
     if (row.size() == m_header.size()) return true;
     CString message;
-    message.Format("the row has %zu cells, but the header %zu: add or remove some", row.size(),
-                   m_header.size());
+    message.Format("the row has %d cells, but the header %d: add or remove some",
+                   static_cast<int>(row.size()), static_cast<int>(m_header.size()));
     const CsvCell& wrong = row[std::min(row.size() - 1, m_header.size())];
     throw InputError(PlaceOf(wrong), message);
 }

@@ -167,7 +167,8 @@ void ItemListCtl::OnChar(UINT ch, UINT, UINT flags) {
         ShowCurrItem();
         return;
     }
-    if (m_usesBells && isFirstPass && m_current == m_count - 1) tessalink::MessageBeep(MB_ICONASTERISK);
+    if (m_usesBells && isFirstPass && m_current == m_count - 1)
+        tessalink::MessageBeep(MB_ICONASTERISK);
     advance_to_next_cell();
 }
 

@@ -280,9 +280,9 @@ int run(std::vector<std::string> arguments) {
         {"batch", [&] { addBatch(app, batch, command); }},
         {"questionnaire", [&] { addQuestionnaire(app, questionnaire, command); }}};
     // A program that describes the one command that is meant starts in less time.
-    const auto* const meant =
-        std::find_if(std::begin(commands), std::end(commands),
-                     [&](const auto& one) { return arguments.size() > 1 && one.first == arguments[1]; });
+    const auto* const meant = std::find_if(
+        std::begin(commands), std::end(commands),
+        [&](const auto& one) { return arguments.size() > 1 && one.first == arguments[1]; });
     for (const auto& one : commands) {
         if (meant == std::end(commands) || one.first == meant->first) one.second();
     }

@@ -100,7 +100,8 @@ void ProfileGraph2::set_aside(CDC& dc, ValuePlace& place, POINT point, int scale
     const bool isCrossed = slope * width / 2 > away;
     if (!isCrossed && beside + width > m_xScale / 2) return;
     const bool isRight = after >= before;
-    place = {{isRight ? point.x + beside : point.x - beside, top}, UINT{isRight ? TA_LEFT : TA_RIGHT}};
+    place = {{isRight ? point.x + beside : point.x - beside, top},
+             isRight ? UINT{TA_LEFT} : UINT{TA_RIGHT}};
 }
 
 bool ProfileGraph2::is_taken(int scaleIndex, int top, const ProfileInfo* own) const {

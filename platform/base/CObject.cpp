@@ -5,8 +5,8 @@
 
 namespace {
 
-// Both are there before the first use and never destroyed, so that registrations of any source file,
-// and of modules loaded later, may use them.
+// Both are there before the first use and never destroyed, so that registrations of any source
+// file, and of modules loaded later, may use them.
 constinit CRuntimeClass* firstClass = nullptr;
 std::mutex& registryMutex() {
     static auto* const mutex = new std::mutex;

@@ -38,10 +38,9 @@ inline HFONT CreateFont(int height, int width, int escapement, int orientation, 
                         DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
                         DWORD outPrecision, DWORD clipPrecision, DWORD quality,
                         DWORD pitchAndFamily, LPCTSTR face) {
-    return ::TESSALINK_PLATFORM_CALL(CreateFont)(height, width, escapement, orientation, weight,
-                                                 italic, underline, strikeOut, charSet,
-                                                 outPrecision, clipPrecision, quality,
-                                                 pitchAndFamily, face);
+    return ::TESSALINK_PLATFORM_CALL(CreateFont)(
+        height, width, escapement, orientation, weight, italic, underline, strikeOut, charSet,
+        outPrecision, clipPrecision, quality, pitchAndFamily, face);
 }
 #undef CreateFontIndirect
 inline HFONT CreateFontIndirect(const LOGFONT* font) {

@@ -82,8 +82,8 @@ void WholeFile::OpenTemporary(int existingMode) {
     detail::OpenedFile file;
     for (int i = 0; i < cMaxNameAttempts && file.descriptor < 0; ++i) {
         m_temporaryPath = temporaryPath(m_strFileName);
-        file = detail::makeFile(m_temporaryPath, isOwners ? detail::NewFileMode::Owner
-                                                          : detail::NewFileMode::Usual);
+        file = detail::makeFile(m_temporaryPath,
+                                isOwners ? detail::NewFileMode::Owner : detail::NewFileMode::Usual);
         if (file.error != 0 && file.error != EEXIST) break;
     }
     if (file.descriptor < 0) {

@@ -37,7 +37,7 @@ struct TextRun {
     std::string_view text;  ///< in the code page, or the codes of a symbol face
     const LOGFONTA* font = nullptr;
     const SizedFont* sizedFont = nullptr;
-    POINT origin{};                    ///< where the first character starts, on the base line
+    POINT origin{};                  ///< where the first character starts, on the base line
     std::span<const int> positions;  ///< where each character starts, and the end: one more than
                                      /// characters, from 0 on
     COLORREF color = cBlack;

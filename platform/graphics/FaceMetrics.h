@@ -38,7 +38,9 @@ class TESSALINK_API TextMetricsSource {
 public:
     virtual ~TextMetricsSource() = default;
     /// The measures of a font's face; they live as long as the source. Default: the built-in ones.
-    virtual const FaceMetrics& MetricsOf(const LOGFONTA& font) const { return builtInMetrics(font); }
+    virtual const FaceMetrics& MetricsOf(const LOGFONTA& font) const {
+        return builtInMetrics(font);
+    }
 };
 
 /// A font at its size: what texts in it measure, in units of a device. Positions are the rounded

@@ -96,8 +96,8 @@ int CFont::CreateFont(int height, int width, int escapement, int orientation, in
                       BYTE italic, BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                       BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face) {
     LOGFONTA font = {height,        width,     escapement,     orientation, weight,
-                    italic,        underline, strikeOut,      charSet,     outPrecision,
-                    clipPrecision, quality,   pitchAndFamily, {}};
+                     italic,        underline, strikeOut,      charSet,     outPrecision,
+                     clipPrecision, quality,   pitchAndFamily, {}};
     if (face != nullptr) {
         std::copy_n(face, ::strnlen(face, LF_FACESIZE - 1), font.lfFaceName);
     }

@@ -111,8 +111,8 @@ class TESSALINK_API CFont : public tessalink::DescribedObject<LOGFONTA> {
 public:
     CFont() = default;
 
-    /// See LOGFONTA for what each argument means. The name of the face is cut to 31 characters; null
-    /// stands for an empty one.
+    /// See LOGFONTA for what each argument means. The name of the face is cut to 31 characters;
+    /// null stands for an empty one.
     int CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
                    BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                    BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face);

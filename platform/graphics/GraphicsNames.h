@@ -107,8 +107,8 @@ inline constexpr BYTE DEFAULT_PITCH = 0;
 inline constexpr BYTE FIXED_PITCH = 1;
 inline constexpr BYTE VARIABLE_PITCH = 2;
 inline constexpr BYTE FF_DONTCARE = 0x00;
-inline constexpr BYTE FF_ROMAN = 0x10;     ///< with serifs
-inline constexpr BYTE FF_SWISS = 0x20;     ///< without
+inline constexpr BYTE FF_ROMAN = 0x10;  ///< with serifs
+inline constexpr BYTE FF_SWISS = 0x20;  ///< without
 
 inline constexpr std::size_t LF_FACESIZE = 32;
 

@@ -14,7 +14,7 @@ inline constexpr int cBeamCursor = 32513;
 inline constexpr int cCrossCursor = 32515;
 inline constexpr int cMoveCursor = 32646;
 inline constexpr int cHandCursor = 32649;
-}
+}  // namespace tessalink
 
 /// The messages of windows, their constants and records, with the names and values of the classic
 /// desktop. Parameters are as wide as a pointer.

@@ -13,7 +13,8 @@ using tessalink::WindowGuard;
 CRect WindowCore::Client() const {
     CRect client(CPoint(), rect.Size());
     if (HasStyle(WS_BORDER)) {
-        client.DeflateRect(tessalink::GetSystemMetrics(SM_CXBORDER), tessalink::GetSystemMetrics(SM_CYBORDER));
+        client.DeflateRect(tessalink::GetSystemMetrics(SM_CXBORDER),
+                           tessalink::GetSystemMetrics(SM_CYBORDER));
     }
     if (ShowsBar(SB_VERT)) client.right -= tessalink::GetSystemMetrics(SM_CXVSCROLL);
     if (ShowsBar(SB_HORZ)) client.bottom -= tessalink::GetSystemMetrics(SM_CYHSCROLL);

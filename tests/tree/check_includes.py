@@ -14,8 +14,9 @@ from sources import report, tracked_files
 # Programs include any library, their own folder, and the folders of programs in lines before their own.
 PROGRAMS = [("apps", "examples"), ("tests",), ("fuzz", "benchmarks")]
 
-# The folder of a library in which alone system calls stand.
-SYSTEM_CALLS = "platform/files"
+# Where alone system calls stand, and the one header that brings the platform's own.
+SYSTEM_CALLS = ("platform/files/posix/", "platform/files/windows/")
+PLATFORM_HEADER = "platform/base/WindowsHeader.h"
 
 # Programs that include the headers of a library's package; the library's own tests do, too.
 PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp", "benchmarks/ToolkitKeys.h",
@@ -95,10 +96,9 @@ def fault_of_angled(folders, path, target):
         if owner and not is_test_of(path, owner) and not path.startswith(PACKAGE_USERS):
             return f"<{target}>: only the library {owner.name} and its tests include this package"
         return None
-    shown = path.endswith(".h") and not is_inner(path)
     if STANDARD_HEADER.fullmatch(target):
         return None
-    if own == SYSTEM_CALLS and SYSTEM_HEADER.fullmatch(target) and not shown:
+    if (path.startswith(SYSTEM_CALLS) or path == PLATFORM_HEADER) and SYSTEM_HEADER.fullmatch(target):
         return None
     if library.headers.fullmatch(target) and (library.shows_package or path.endswith(".cpp")):
         return None

@@ -23,7 +23,8 @@ LIBRARIES = {  # what CMake writes, in small
 CALM = [  # file, include that is allowed
     ("platform/files/A.cpp", '"platform/base/X.h"'),
     ("platform/files/A.cpp", '"platform/base/detail/X.h"'),
-    ("platform/files/A.cpp", "<sys/stat.h>"),
+    ("platform/files/posix/A.cpp", "<sys/stat.h>"),
+    ("platform/files/windows/A.cpp", "<sddl.h>"),
     ("scores/A.h", '"scores/X.h"'),
     ("scores/A.h", "<string_view>"),
     ("scores/A.cpp", '"scores/detail/X.h"'),

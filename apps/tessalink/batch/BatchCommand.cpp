@@ -1,8 +1,8 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchRun.h"
 #include "apps/tessalink/batch/BatchSetup.h"
-#include "platform/files/Interrupt.h"
 #include "apps/tessalink/batch/Summary.h"
+#include "platform/files/Interrupt.h"
 
 namespace tessalink::cli {
 

@@ -17,7 +17,8 @@ std::string fileUrl(const std::string& path) {
     std::string url = path.starts_with('/') ? "file://" : "file:///";
     for (const char ch : path) {
         const bool isPlain = (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') ||
-                             (ch >= '0' && ch <= '9') || ch == '/' || ch == '-' || ch == '.' || ch == ':';
+                             (ch >= '0' && ch <= '9') || ch == '/' || ch == '-' || ch == '.' ||
+                             ch == ':';
         constexpr const char* digits = "0123456789ABCDEF";
         const auto byte = static_cast<unsigned char>(ch);
         if (isPlain) {

@@ -36,7 +36,7 @@ LocaleValues systemLocale() {
     LocaleValues values;
     if (const SystemLocale times(LC_TIME_MASK); times) {
         values = localeOf({times.Text(T_FMT), times.Text(T_FMT_AMPM), times.Text(AM_STR),
-                                   times.Text(PM_STR), times.Text(D_FMT)});
+                           times.Text(PM_STR), times.Text(D_FMT)});
     }
     if (const SystemLocale numbers(LC_NUMERIC_MASK); numbers) {
         // In the locale's own encoding: only what is one character in all of them.

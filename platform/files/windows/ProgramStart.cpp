@@ -2,9 +2,11 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
 #include "platform/files/windows/WideText.h"
+
+// Behind the platform's header, which it needs.
+#include <shellapi.h>
 
 namespace tessalink {
 

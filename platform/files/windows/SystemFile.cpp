@@ -76,8 +76,8 @@ DWORD countOf(std::size_t count) {
 // The owner alone has rights; of the folder nothing is inherited.
 std::unique_ptr<void, decltype(&::LocalFree)> ownersRights() {
     void* rights = nullptr;
-    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(
-        L"D:P(A;;FA;;;OW)(A;;FA;;;SY)", SDDL_REVISION_1, &rights, nullptr);
+    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)(A;;FA;;;SY)",
+                                                           SDDL_REVISION_1, &rights, nullptr);
     return {rights, ::LocalFree};
 }
 
@@ -88,7 +88,8 @@ bool isSeparator(char ch) {
 // Where the last name of a path starts: behind its last separator or the colon of its drive.
 int startOfName(const CString& path) {
     int place = path.GetLength();
-    while (place > 0 && !isSeparator(path.GetAt(place - 1)) && path.GetAt(place - 1) != ':') --place;
+    while (place > 0 && !isSeparator(path.GetAt(place - 1)) && path.GetAt(place - 1) != ':')
+        --place;
     return place;
 }
 
@@ -298,8 +299,8 @@ CString wholePath(const CString& path) {
     const std::wstring wide = wideText(path.View());
     std::wstring whole(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
     if (whole.empty()) return path;
-    whole.resize(::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(),
-                                    nullptr));
+    whole.resize(
+        ::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
     return CString(std::string_view(utf8Text(whole)));
 }
 

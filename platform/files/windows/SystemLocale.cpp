@@ -57,7 +57,8 @@ LocaleValues systemLocale() {
     }
     values.dateOrder = numberSetting(LOCALE_IDATE, monthDayYear);
     set(values.dateSeparator, LOCALE_SDATE);
-    if (const auto decimals = textSetting(LOCALE_SDECIMAL); decimals && decimals->GetLength() == 1) {
+    if (const auto decimals = textSetting(LOCALE_SDECIMAL);
+        decimals && decimals->GetLength() == 1) {
         values.decimalSeparator = *decimals;
     }
     return values;

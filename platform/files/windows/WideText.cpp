@@ -70,7 +70,7 @@ constexpr std::wstring_view cPrefix = L"\\\\?\\";
 constexpr std::wstring_view cSharePrefix = L"\\\\?\\UNC\\";
 
 // Their names are devices in every folder, with any ending.
-constexpr std::array<std::wstring_view, 6> cDevices = {L"CON", L"PRN", L"AUX",
+constexpr std::array<std::wstring_view, 6> cDevices = {L"CON", L"PRN",    L"AUX",
                                                        L"NUL", L"CONIN$", L"CONOUT$"};
 constexpr std::array<std::wstring_view, 2> cNumberedDevices = {L"COM", L"LPT"};
 
@@ -96,17 +96,16 @@ bool isBare(std::wstring_view path) {
 std::wstring whole(const std::wstring& path) {
     std::wstring result(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     if (result.empty()) return path;
-    result.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()),
-                                     result.data(), nullptr));
+    result.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(),
+                                     nullptr));
     return result;
 }
 
 std::wstring converted(std::string_view text, DWORD flags) {
     const int size = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
-    const int length = size == 0 ? 0
-                                 : ::MultiByteToWideChar(CP_UTF8, flags, text.data(), size,
-                                                         wide.data(), size);
+    const int length =
+        size == 0 ? 0 : ::MultiByteToWideChar(CP_UTF8, flags, text.data(), size, wide.data(), size);
     wide.resize(static_cast<std::size_t>(length));
     return wide;
 }
@@ -138,10 +137,10 @@ std::string utf8Text(std::wstring_view text) {
     const int size = static_cast<int>(text.size());
     constexpr int mostBytes = 3;
     std::string narrow(text.size() * mostBytes, '\0');
-    const int length = size == 0 ? 0
-                                 : ::WideCharToMultiByte(CP_UTF8, 0, text.data(), size,
-                                                         narrow.data(), size * mostBytes, nullptr,
-                                                         nullptr);
+    const int length = size == 0
+                           ? 0
+                           : ::WideCharToMultiByte(CP_UTF8, 0, text.data(), size, narrow.data(),
+                                                   size * mostBytes, nullptr, nullptr);
     narrow.resize(static_cast<std::size_t>(length));
     return narrow;
 }

@@ -83,8 +83,9 @@ inline constexpr std::size_t cHeaderFrame = 24;
 inline constexpr std::size_t cHeaderBytes = 48;
 inline constexpr std::size_t cHeaderRecords = 52;
 inline constexpr std::size_t cHeaderHandles = 56;
-inline constexpr std::size_t cTextSize = 76;       // an EXTTEXTOUT before its text
-inline constexpr std::size_t cFontSize = 12 + 92;  // EXTCREATEFONTINDIRECTW up to the LOGFONTA's end
+inline constexpr std::size_t cTextSize = 76;  // an EXTTEXTOUT before its text
+inline constexpr std::size_t cFontSize =
+    12 + 92;  // EXTCREATEFONTINDIRECTW up to the LOGFONTA's end
 inline constexpr std::size_t cExtendedFontSize = 332;  // with the rest of an EXTLOGFONTW
 
 // Where the fields of a record go, one after the other; false where there is no room. A value of
