@@ -2,9 +2,7 @@
 
 #include <QEvent>
 #include <QPointer>
-#include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "platform/qt/detail/QtWindowSystem.h"
 
@@ -67,36 +65,11 @@ private:
 
 constexpr QSize cHolderSize(400, 300);
 
-// All that there are, those made last at the end.
-std::vector<CWnd*>& hostWindows() {
-    static std::vector<CWnd*> windows;
-    return windows;
-}
-
 }  // namespace
 
-HostWindow::HostWindow(QWidget& widget, Handler handler) : m_handler(std::move(handler)) {
+HostWindow::HostWindow(QWidget& widget, Handler handler) : HostParent(std::move(handler)) {
     adoptNative(*this, std::make_unique<HostNative>(*this, widget),
                 CRect(0, 0, widget.width(), widget.height()));
-    hostWindows().push_back(this);
-}
-
-HostWindow::~HostWindow() {
-    std::erase(hostWindows(), this);
-    m_handler = nullptr;
-    DestroyWindow();
-}
-
-LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (m_handler) {
-        // It may end inside.
-        const Handler handler = m_handler;
-        const WindowGuard alive(*this);
-        const Answer answer = handler(message, wParam, lParam);
-        if (answer) return *answer;
-        if (!alive) return 0;
-    }
-    return CWnd::WindowProc(message, wParam, lParam);
 }
 
 WindowHolder::WindowHolder(HostWindow::Handler handler, QWidget* parent)
@@ -126,14 +99,9 @@ void WindowHolder::fill() {
 }
 
 bool commitEntries(const QWidget& widget) {
-    std::vector<std::pair<CWnd*, WindowGuard>> inside;
-    for (CWnd* window : hostWindows()) {
-        const QWidget* const host = widgetOf(*window);
-        const bool isInside = host == &widget || (host != nullptr && widget.isAncestorOf(host));
-        if (isInside) inside.emplace_back(window, *window);
-    }
-    return std::all_of(inside.begin(), inside.end(), [](const auto& window) {
-        return !window.second || window.first->CommitEntry();
+    return HostParent::CommitAll([&widget](const HostParent& parent) {
+        const QWidget* const host = widgetOf(parent);
+        return host == &widget || (host != nullptr && widget.isAncestorOf(host));
     });
 }
 

@@ -2,12 +2,10 @@
 
 #include <QSize>
 #include <QWidget>
-#include <functional>
 #include <memory>
-#include <optional>
 
 #include "platform/base/Export.h"
-#include "platform/windows/CWnd.h"
+#include "platform/windows/HostParent.h"
 
 /// Windows of the library in windows of a host that uses the toolkit. useQt() comes first
 /// (platform/qt/UseQt.h), with a QApplication.
@@ -28,24 +26,10 @@ namespace tessalink {
 /// own widgets to windows that have a tab stop, and on from these, in the toolkit's order (that of
 /// creation, unless QWidget::setTabOrder changes it; widgetOf tells what to order).
 ///
-/// The host may show a message box while it answers.
-class TESSALINK_API HostWindow : public CWnd {
+class TESSALINK_API HostWindow : public HostParent {
 public:
-    using Answer = std::optional<LRESULT>;
-    /// Gets the messages that windows send to their parent, WM_NOTIFY and WM_COMMAND above all, and
-    /// returns the answer, or cNotHandled for what a window does by default. It may destroy
-    /// windows, this one too.
-    using Handler = std::function<Answer(UINT message, WPARAM wParam, LPARAM lParam)>;
-    static constexpr std::nullopt_t cNotHandled = std::nullopt;
-
     /// An empty handler answers nothing.
     explicit HostWindow(QWidget& widget, Handler handler = {});
-    ~HostWindow() override;
-
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-
-private:
-    Handler m_handler;
 };
 
 /// A widget for one window of the library, which fills it: for layouts, splitters and scroll areas

@@ -13,6 +13,7 @@
 #include "platform/base/HostServices.h"
 #include "platform/qt/detail/PrinterReference.h"
 #include "platform/qt/detail/QtWindowSystem.h"
+#include "platform/windows/SystemParts.h"
 #include "platform/windows/WindowSystem.h"
 
 namespace tessalink {
@@ -56,28 +57,28 @@ QMessageBox::Icon iconOf(UINT flags) {
     }
 }
 
-// Keeps a message on the screen while somebody keys on who does not see it: a Return after other
-// characters, or one that is held down, rings the bell instead of closing it.
-class TypedAhead final : public QObject {
+// The keys of a message's buttons.
+class MessageKeys final : public QObject {
 public:
-    explicit TypedAhead(const QMessageBox& box) {
+    explicit MessageKeys(const QMessageBox& box) {
         for (QAbstractButton* const button : box.buttons()) button->installEventFilter(this);
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress) return false;
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        const bool isReturn = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-        const bool isText = !isReturn && !key.text().isEmpty() && key.text().front().isPrint();
-        if (!isText && !(isReturn && (m_any || detail::QtWindowSystem::Get().IsKeyHeld())))
-            return false;
-        m_any = isText;
-        tessalink::MessageBeep();
-        return true;
+        return event->type() == QEvent::KeyPress &&
+               m_typed.Keeps(kindOf(*static_cast<QKeyEvent*>(event)),
+                             detail::QtWindowSystem::Get().IsKeyHeld());
     }
 
 private:
-    bool m_any = false;
+    static TypedAhead::Key kindOf(const QKeyEvent& key) {
+        if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+            return TypedAhead::Key::Return;
+        const bool isText = !key.text().isEmpty() && key.text().front().isPrint();
+        return isText ? TypedAhead::Key::Text : TypedAhead::Key::Other;
+    }
+
+    TypedAhead m_typed;
 };
 
 int showMessage(const char* text, UINT flags) {
@@ -89,9 +90,9 @@ int showMessage(const char* text, UINT flags) {
     box.setText(QString::fromStdString(toUtf8(text)));
     box.setStandardButtons(cButtons[buttons < std::size(cButtons) ? buttons : 0]);
     // Who keys from paper does not see it.
-    if (box.icon() != QMessageBox::NoIcon) tessalink::MessageBeep(flags & cIconMask);
-    std::optional<TypedAhead> typedAhead;
-    if (buttons == MB_OK) typedAhead.emplace(box);
+    if (box.icon() != QMessageBox::NoIcon) MessageBeep(flags & cIconMask);
+    std::optional<MessageKeys> keys;
+    if (buttons == MB_OK) keys.emplace(box);
     const int pressed = box.exec();
     // Some window systems leave no window active.
     if (before != nullptr && before->isVisible()) before->activateWindow();

@@ -109,7 +109,7 @@ public:
         m_wasRefused = !Commit();
         if (m_wasRefused) return;
         hasFocus = false;
-        notes.push_back({NM_KILLFOCUS, -1});
+        notes.push_back({static_cast<int>(NM_KILLFOCUS), -1});
     }
     /// A click, in the client area, but not into the box of a text.
     void Click(CPoint point) {
@@ -221,7 +221,7 @@ private:
         if (ShowsBox()) box.Load(Now().Shown(locale));
     }
     void TakeFocus(bool tells, bool isThere) {
-        if (tells) notes.push_back({hasFocus ? 4 : NM_SETFOCUS, current});
+        if (tells) notes.push_back({hasFocus ? 4 : static_cast<int>(NM_SETFOCUS), current});
         hasFocus = m_isAttached = true;
         if (!isThere) Load();
     }

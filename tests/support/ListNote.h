@@ -19,7 +19,7 @@ inline std::string listNote(const NMHDR& header, UINT_PTR id) {
     }
     const auto& note = reinterpret_cast<const LISTCTL_NOTIFICATION&>(header);
     const bool isFromList = header.idFrom == id && header.hwndFrom != nullptr;
-    return (isFromList ? "" : "stranger ") + std::to_string(header.code) + " " +
+    return (isFromList ? "" : "stranger ") + std::to_string(static_cast<int>(header.code)) + " " +
            std::to_string(note.itemIndex) + " " + std::to_string(note.value);
 }
 

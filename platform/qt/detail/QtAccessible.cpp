@@ -2,13 +2,13 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QStringList>
 #include <QWidget>
 #include <map>
 #include <memory>
 
 #include "platform/qt/detail/QtText.h"
 #include "platform/qt/detail/QtWindow.h"
+#include "platform/windows/SystemParts.h"
 
 namespace tessalink::detail {
 
@@ -21,11 +21,7 @@ QtWindow* windowOf(const QObject* client) {
 // What a window says of a part, or of itself; an empty element when either is gone.
 AccessibleElement elementOf(const QObject* client, int child) {
     const QtWindow* const window = windowOf(client);
-    if (window == nullptr) return {};
-    const CWnd& owner = window->Owner();
-    if (child < 0) return owner.Accessible();
-    return child < owner.AccessibleChildCount() ? owner.AccessibleChild(child)
-                                                : AccessibleElement();
+    return accessibleElement(window != nullptr ? &window->Owner() : nullptr, child);
 }
 
 // What was to be spoken last, of a part or of the window itself.
@@ -59,17 +55,8 @@ QAccessible::Role roleOf(AccessibleRole role) {
     return QAccessible::Client;
 }
 
-// Readers speak names and descriptions, and the values of texts and numbers only: other values
-// stand in front of the description.
 QString descriptionOf(const AccessibleElement& element) {
-    QStringList parts;
-    if (element.role != AccessibleRole::EditableText) parts << toFieldText(element.value);
-    parts << toFieldText(element.description);
-    // The toolkit has no states for these.
-    if (element.isRequired) parts << QStringLiteral("required");
-    if (element.isInvalid) parts << QStringLiteral("invalid entry");
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral(", "));
+    return toFieldText(accessibleDescription(element));
 }
 
 QString textOf(const AccessibleElement& element, QAccessible::Text kind) {
@@ -441,10 +428,8 @@ void tellFocus(const CWnd& focused) {
     if (nativeOf(focused)->Edit() != nullptr) {
         return tell(QAccessibleEvent(toolkitNative(focused)->Client(), QAccessible::Focus));
     }
-    const CWnd* around = &focused;
-    while (around != nullptr && around->AccessibleFocusChild() < 0) around = around->GetParent();
-    if (around == nullptr) return;
-    tellPartFocus(*toolkitNative(*around)->Client(), around->AccessibleFocusChild());
+    const FocusedPart part = focusedPart(focused);
+    if (part.window != nullptr) tellPartFocus(*toolkitNative(*part.window)->Client(), part.part);
 }
 
 }  // namespace tessalink::detail

@@ -22,16 +22,6 @@ namespace tessalink::detail {
 
 namespace {
 
-// Characters that are commands, by the message that carries them out.
-struct Command {
-    UINT character;
-    UINT message;
-};
-constexpr Command cCommands[] = {{3, WM_COPY}, {22, WM_PASTE}, {24, WM_CUT}, {26, WM_UNDO}};
-constexpr UINT cSelectAll = 1;
-constexpr UINT cRedo = 25;
-constexpr UINT cDeletedWord = 0x7F;
-constexpr UINT cFirstPrintable = 32;
 // What fields leave free at the left and above the text.
 constexpr int cTextMargin = 2;
 
@@ -152,7 +142,7 @@ private:
 class LineEdit final : public QtEdit {
 public:
     LineEdit(QWidget* frame, const WindowLink& link, DWORD style)
-        : QtEdit(link, style), m_field(new LineField(frame, link)) {
+        : QtEdit((*link)->Owner(), style), m_field(new LineField(frame, link)) {
         m_field->setFrame(false);
         m_field->setReadOnly((style & ES_READONLY) != 0);
         QObject::connect(m_field, &QLineEdit::textChanged, m_field, [link] { tellChange(link); });
@@ -184,13 +174,12 @@ public:
 protected:
     QString field_text() const override { return m_field->text(); }
     bool is_read_only() const override { return m_field->isReadOnly(); }
-    bool is_multi_line() const override { return false; }
     std::pair<int, int> selected() const override {
         const int caret = m_field->cursorPosition();
         if (!m_field->hasSelectedText()) return {caret, caret};
         return {m_field->selectionStart(), m_field->selectionEnd()};
     }
-    void insert(const QString& text) override { m_field->insert(text); }
+    void insert(const CString& text) override { m_field->insert(toFieldText(text)); }
 
 private:
     LineField* m_field;
@@ -199,7 +188,7 @@ private:
 class TextEdit final : public QtEdit {
 public:
     TextEdit(QWidget* frame, const WindowLink& link, DWORD style)
-        : QtEdit(link, style), m_field(new TextField(frame, link)) {
+        : QtEdit((*link)->Owner(), style), m_field(new TextField(frame, link)) {
         m_field->setFrameShape(QFrame::NoFrame);
         m_field->setAcceptRichText(false);
         m_field->document()->setDocumentMargin(cTextMargin);
@@ -276,12 +265,11 @@ protected:
         return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
     }
     bool is_read_only() const override { return m_field->isReadOnly(); }
-    bool is_multi_line() const override { return true; }
     std::pair<int, int> selected() const override {
         const QTextCursor cursor = m_field->textCursor();
         return {cursor.selectionStart(), cursor.selectionEnd()};
     }
-    void insert(const QString& text) override { m_field->insertPlainText(text); }
+    void insert(const CString& text) override { m_field->insertPlainText(toFieldText(text)); }
 
 private:
     static int lines_in(const QTextBlock& block) {
@@ -349,45 +337,7 @@ void QtEdit::Selection(int& start, int& end) const {
     end = from_field(to);
 }
 
-void QtEdit::Replace(const CString& text) {
-    insert(toFieldText(text));
-}
-
-bool QtEdit::takes(const CString& text) const {
-    const std::string_view characters = text.View();
-    const auto isDigit = [](char ch) { return ch >= '0' && ch <= '9'; };
-    if (is_read_only()) return false;
-    if ((m_style & ES_NUMBER) != 0 && !std::all_of(characters.begin(), characters.end(), isDigit)) {
-        return false;
-    }
-    int start = 0;
-    int end = 0;
-    Selection(start, end);
-    const int kept = Text().GetLength() - (end - start);
-    return m_limit <= 0 || text.GetLength() <= m_limit - kept;
-}
-
-void QtEdit::Paste() {
-    CString text;
-    if (!clipboardText(text)) return;
-    const int lineEnd = text.FindOneOf("\r\n");
-    if (!is_multi_line() && lineEnd >= 0) text = text.Left(lineEnd);
-    if (takes(text)) {
-        insert(toFieldText(text));
-    } else {
-        tessalink::MessageBeep(MB_OK);
-    }
-}
-
-void QtEdit::type(const CString& text) {
-    if (!takes(text)) {
-        tessalink::MessageBeep(MB_OK);
-        return;
-    }
-    QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, toFieldText(text));
-    BaseKey(typed);
-}
-
+// Lets the field have the key that is being pressed, or one that means the same.
 void QtEdit::press(UINT key) {
     QtWindowSystem& system = QtWindowSystem::Get();
     QKeyEvent* const current = system.CurrentKey();
@@ -400,71 +350,14 @@ void QtEdit::press(UINT key) {
     BaseKey(made);
 }
 
-// Keys that make characters do what they do then.
-void QtEdit::DefaultKey(UINT key) {
-    const bool isMove = key >= VK_PRIOR && key <= VK_DOWN;
-    if (key == VK_INSERT && IsKeyDown(VK_SHIFT)) {
-        (*m_link)->Owner().SendMessage(WM_PASTE);
-    } else if (key == VK_INSERT && IsKeyDown(VK_CONTROL)) {
-        (*m_link)->Owner().SendMessage(WM_COPY);
-    } else if (key == VK_DELETE && IsKeyDown(VK_SHIFT)) {
-        (*m_link)->Owner().SendMessage(WM_CUT);
-    } else if ((isMove && !leave_selection(key)) || key == VK_DELETE) {
-        press(key);
-    }
+void QtEdit::type(char ch) {
+    QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, toFieldText(CString(ch)));
+    BaseKey(typed);
 }
 
-// Left and Right lead out of a selection to its ends, which not all fields do by themselves.
-bool QtEdit::leave_selection(UINT key) {
-    if ((key != VK_LEFT && key != VK_RIGHT) || IsKeyDown(VK_SHIFT) || IsKeyDown(VK_CONTROL)) {
-        return false;
-    }
-    int start = 0;
-    int end = 0;
-    Selection(start, end);
-    if (start == end) return false;
-    const int place = key == VK_LEFT ? start : end;
-    Select(place, place);
-    return true;
-}
-
-void QtEdit::DefaultChar(UINT ch) {
-    const auto* const command =
-        std::find_if(std::begin(cCommands), std::end(cCommands),
-                     [ch](const Command& known) { return known.character == ch; });
-    if (command != std::end(cCommands)) {
-        (*m_link)->Owner().SendMessage(command->message);
-        return;
-    }
-    switch (ch) {
-        case cSelectAll:
-            Select(0, -1);
-            break;
-        case cRedo: {
-            QKeyEvent redo(QEvent::KeyPress, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-            BaseKey(redo);
-            break;
-        }
-        case '\b':
-        case cDeletedWord:
-            press(VK_BACK);
-            break;
-        case '\r':
-        case '\n':
-            if (!is_multi_line() || (m_style & ES_NUMBER) != 0) break;
-            if (takes("\r\n")) {
-                insert("\n");
-            } else {
-                tessalink::MessageBeep(MB_OK);
-            }
-            break;
-        default:
-            if (ch >= cFirstPrintable) {
-                type(CString(static_cast<char>(ch)));
-            } else {
-                tessalink::MessageBeep(MB_OK);
-            }
-    }
+void QtEdit::redo() {
+    QKeyEvent redo(QEvent::KeyPress, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    BaseKey(redo);
 }
 
 }  // namespace tessalink::detail

@@ -5,12 +5,13 @@
 #include <utility>
 
 #include "platform/qt/detail/QtWindow.h"
+#include "platform/windows/SystemEdit.h"
 
 namespace tessalink::detail {
 
 // The field of an edit box: what fields of one and of several lines share. Positions of the library
 // count a line end as two characters, those of the toolkit as one.
-class QtEdit : public NativeEdit {
+class QtEdit : public SystemEdit {
 public:
     // A field in a frame, which owns the widget.
     static std::unique_ptr<QtEdit> Make(QWidget* frame, const WindowLink& link, DWORD style);
@@ -25,35 +26,18 @@ public:
 
     CString Text() const override;
     void Selection(int& start, int& end) const override;
-    void Replace(const CString& text) override;
-    void SetLimit(int characters) override { m_limit = characters; }
-    void Paste() override;
-    void DefaultKey(UINT key) override;
-    void DefaultChar(UINT ch) override;
 
 protected:
-    QtEdit(WindowLink link, DWORD style) : m_link(std::move(link)), m_style(style) {}
+    QtEdit(CWnd& owner, DWORD style) : SystemEdit(owner, style) {}
 
     virtual QString field_text() const = 0;
-    virtual bool is_read_only() const = 0;
-    virtual bool is_multi_line() const = 0;
     // The positions of the selection in the field.
     virtual std::pair<int, int> selected() const = 0;
-    // Replaces the selection.
-    virtual void insert(const QString& text) = 0;
+    void press(UINT key) override;
+    void type(char ch) override;
+    void redo() override;
     int to_field(int position) const;
     int from_field(int position) const;
-
-private:
-    bool takes(const CString& text) const;
-    // Lets the field have the key that is being pressed, or one that means the same.
-    void press(UINT key);
-    bool leave_selection(UINT key);
-    void type(const CString& text);
-
-    WindowLink m_link;
-    DWORD m_style;
-    int m_limit = 0;
 };
 
 }  // namespace tessalink::detail

@@ -171,30 +171,14 @@ Qt::WindowFlags flagsOf(DWORD style) {
     return Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
 }
 
-// Whether the toolkit's Tab may lead to the window: tab stops in tab stops belong to these.
-bool isEntry(const CWnd& window) {
-    if ((window.GetStyle() & WS_TABSTOP) == 0) return false;
-    const CWnd* parent = window.GetParent();
-    while (parent != nullptr && (parent->GetStyle() & WS_TABSTOP) == 0) {
-        parent = parent->GetParent();
-    }
-    return parent == nullptr;
-}
-
 // The place for a new window: all of it and of its title bar on the screen if there is room, or
 // else the left top corner.
 CRect onScreen(const CRect& rect) {
     const QScreen* screen = QApplication::screenAt(QPoint(rect.left, rect.top));
     if (screen == nullptr) screen = QApplication::primaryScreen();
     if (screen == nullptr) return rect;
-    const QRect room = screen->availableGeometry();
-    const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const auto kept = [](int start, int length, int first, int count) {
-        return std::max(std::min(start, first + count - length), first);
-    };
-    return CRect(CPoint(kept(rect.left, rect.Width(), room.left(), room.width()),
-                        kept(rect.top, rect.Height() + title, room.top(), room.height())),
-                 rect.Size());
+    return placedWithin(rect, toRect(screen->availableGeometry()),
+                        QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
 }
 
 }  // namespace
@@ -212,12 +196,12 @@ QtWindow::QtWindow(const WindowSetup& setup)
       m_link(std::make_shared<QtWindow*>(this)),
       m_isTopLevel(setup.parent == nullptr || (setup.style & WS_POPUP) != 0) {
     make_frame(setup);
-    Qt::FocusPolicy policy = isEntry(m_owner) ? Qt::TabFocus : Qt::NoFocus;
+    Qt::FocusPolicy policy = isTabEntry(m_owner) ? Qt::TabFocus : Qt::NoFocus;
     if (setup.isEdit) {
         m_edit = QtEdit::Make(m_frame, m_link, setup.style);
         m_client = &m_edit->Widget();
         m_edit->SetText(setup.text);
-        policy = isEntry(m_owner) ? Qt::StrongFocus : Qt::ClickFocus;
+        policy = isTabEntry(m_owner) ? Qt::StrongFocus : Qt::ClickFocus;
     } else {
         m_client = new ClientWidget(m_frame, m_link);
     }
@@ -342,18 +326,11 @@ void QtWindow::SetFont(const LOGFONTA& font) {
 }
 
 void QtWindow::color_edit() {
-    CWnd* const parent = m_owner.GetParent();
     if (!m_edit) return;
-    CClientDC dc(&m_owner);
-    dc.SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
-    dc.SetBkColor(GetSysColor(COLOR_WINDOW));
     const WindowLink link = m_link;
-    if (parent != nullptr) {
-        parent->SendMessage(WM_CTLCOLOR, reinterpret_cast<WPARAM>(static_cast<CDC*>(&dc)),
-                            reinterpret_cast<LPARAM>(m_owner.GetSafeHwnd()));
-    }
-    if (*link != nullptr && m_edit) {
-        m_edit->SetColors(toQColor(dc.GetTextColor()), toQColor(dc.GetBkColor()));
+    const std::optional<EditColors> colors = editColors(m_owner);
+    if (colors && *link != nullptr && m_edit) {
+        m_edit->SetColors(toQColor(colors->text), toQColor(colors->ground));
     }
 }
 
@@ -534,16 +511,11 @@ void QtWindow::WheelTurned(QWheelEvent& event) {
     const int delta = event.angleDelta().y();
     event.setAccepted(delta != 0);
     if (delta == 0) return;
-    // Small turns add up to the least that windows react to.
-    if ((delta > 0) != (m_wheel > 0)) m_wheel = 0;
-    m_wheel += delta;
-    const int unit = cWheelNotch / std::clamp(QApplication::wheelScrollLines(), 1, cWheelNotch);
-    const int told = std::clamp(m_wheel / unit * unit, -0x7FFF, 0x7FFF);
-    m_wheel -= told;
+    const short told = m_wheel.Told(delta, QApplication::wheelScrollLines());
     if (told == 0) return;
     const QtWindowSystem::InputScope scope(event.modifiers());
     const WPARAM wParam = MAKEWPARAM(mouseFlags(event.buttons(), event.modifiers()),
-                                     static_cast<std::uint16_t>(static_cast<std::int16_t>(told)));
+                                     static_cast<std::uint16_t>(told));
     event.setAccepted(mouseUsed(m_owner, WM_MOUSEWHEEL, wParam, toPoint(event.globalPosition())) !=
                       0);
 }

@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "platform/qt/detail/QtWindowSystem.h"
+#include "platform/windows/SystemParts.h"
 
 namespace tessalink::detail {
 
@@ -100,8 +101,8 @@ private:
     CString m_announcement;
     int m_announced = cNoAccessibleChild;
     std::optional<int>
-        m_part;       // for which the field stands, if that was told since it got the focus
-    int m_wheel = 0;  // what has been turned and not yet told
+        m_part;  // for which the field stands, if that was told since it got the focus
+    WheelTurns m_wheel;
     bool m_isTopLevel;
     bool m_isPainting = false;
     bool m_isMovingBar = false;

@@ -17,6 +17,7 @@
 #include "platform/qt/detail/QtColors.h"
 #include "platform/qt/detail/QtText.h"
 #include "platform/qt/detail/QtWindow.h"
+#include "platform/windows/SystemParts.h"
 
 namespace tessalink::detail {
 
@@ -82,13 +83,7 @@ QtWindow* QtWindowSystem::Focused() const {
 }
 
 QWidget* QtWindowSystem::EntryOf(const CWnd& window) {
-    const CWnd* entry = &window;
-    for (const CWnd* outer = &window; outer->GetParent() != nullptr; outer = outer->GetParent()) {
-        const bool isInHost = outer->GetParent()->GetParent() == nullptr;
-        const bool isStop = (outer->GetStyle() & WS_TABSTOP) != 0;
-        if (isStop || (isInHost && (entry->GetStyle() & WS_TABSTOP) == 0)) entry = outer;
-    }
-    const QtNative* const native = toolkitNative(*entry);
+    const QtNative* const native = toolkitNative(tabEntryOf(window));
     return native != nullptr ? native->Client() : nullptr;
 }
 

@@ -55,8 +55,7 @@ public:
     void Forget(const QWidget* client) { m_windows.erase(client); }
     // The window of a client widget; null for other widgets.
     QtWindow* WindowOf(const QWidget* client) const;
-    // The widget by which the toolkit's focus enters a window: that of the outermost window with a
-    // tab stop around it, or else of the one right in the host's window.
+    // The widget by which the toolkit's focus enters a window.
     static QWidget* EntryOf(const CWnd& window);
     // The window that has the toolkit's focus; null when none of ours has it.
     QtWindow* Focused() const;

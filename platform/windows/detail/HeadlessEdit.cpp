@@ -7,17 +7,6 @@
 
 namespace tessalink {
 
-namespace {
-
-constexpr UINT cFirstPrintable = 32;
-constexpr UINT cControlC = 3;
-constexpr UINT cControlV = 22;
-constexpr UINT cControlX = 24;
-constexpr UINT cControlZ = 26;
-constexpr const char* cLineEnd = "\r\n";
-
-}  // namespace
-
 void HeadlessEdit::SetText(const CString& text) {
     m_text = text;
     m_before = text;
@@ -38,14 +27,14 @@ void HeadlessEdit::Selection(int& start, int& end) const {
     end = std::max(m_anchor, m_caret);
 }
 
-void HeadlessEdit::Replace(const CString& text) {
+void HeadlessEdit::insert(const CString& text) {
     int start = 0;
     int end = 0;
     Selection(start, end);
     m_before = m_text;
     m_text = m_text.Left(start) + text + m_text.Mid(end);
     m_anchor = m_caret = start + text.GetLength();
-    editChanged(m_owner);
+    editChanged(owner());
 }
 
 int HeadlessEdit::LineOf(int position) const {
@@ -70,7 +59,7 @@ int HeadlessEdit::LineStart(int line) const {
 
 void HeadlessEdit::Cut() {
     Copy();
-    if (!m_isReadOnly && m_anchor != m_caret) Replace({});
+    if (!m_isReadOnly && m_anchor != m_caret) insert({});
 }
 
 void HeadlessEdit::Copy() {
@@ -80,18 +69,11 @@ void HeadlessEdit::Copy() {
     if (start != end) m_system.SetClipboard(m_text.Mid(start, end - start));
 }
 
-void HeadlessEdit::Paste() {
-    CString text;
-    if (!clipboardText(text)) return;
-    const int lineEnd = text.FindOneOf("\r\n");
-    type(is_multi_line() || lineEnd < 0 ? text : text.Left(lineEnd));
-}
-
 void HeadlessEdit::Undo() {
     if (m_isReadOnly || m_before == m_text) return;
     std::swap(m_text, m_before);
     m_anchor = m_caret = m_text.GetLength();
-    editChanged(m_owner);
+    editChanged(owner());
 }
 
 void HeadlessEdit::move_to(int position) {
@@ -118,15 +100,19 @@ int HeadlessEdit::line_move(int direction) const {
     return std::min(start + column, end);
 }
 
-void HeadlessEdit::DefaultKey(UINT key) {
+void HeadlessEdit::delete_step(int direction) {
+    if (m_isReadOnly) return;
+    if (m_anchor == m_caret) m_caret = step(direction);
+    if (m_anchor != m_caret) insert({});
+}
+
+void HeadlessEdit::press(UINT key) {
     switch (key) {
         case VK_LEFT:
-            move_to(m_anchor != m_caret && !IsKeyDown(VK_SHIFT) ? std::min(m_anchor, m_caret)
-                                                                : step(-1));
+            move_to(step(-1));
             break;
         case VK_RIGHT:
-            move_to(m_anchor != m_caret && !IsKeyDown(VK_SHIFT) ? std::max(m_anchor, m_caret)
-                                                                : step(1));
+            move_to(step(1));
             break;
         case VK_UP:
             move_to(line_move(-1));
@@ -143,66 +129,14 @@ void HeadlessEdit::DefaultKey(UINT key) {
             break;
         }
         case VK_DELETE:
-            if (m_isReadOnly) break;
-            if (m_anchor == m_caret) m_caret = step(1);
-            if (m_anchor != m_caret) Replace({});
+            delete_step(1);
+            break;
+        case VK_BACK:
+            delete_step(-1);
             break;
         default:
             break;
     }
-}
-
-bool HeadlessEdit::takes(const CString& text) const {
-    const std::string_view characters = text.View();
-    const auto isDigit = [](char ch) { return ch >= '0' && ch <= '9'; };
-    const bool isNumber = std::all_of(characters.begin(), characters.end(), isDigit);
-    if (m_isReadOnly || ((m_style & ES_NUMBER) != 0 && !isNumber)) return false;
-    int start = 0;
-    int end = 0;
-    Selection(start, end);
-    const int left = m_limit - (m_text.GetLength() - (end - start));
-    return m_limit <= 0 || text.GetLength() <= left;
-}
-
-void HeadlessEdit::type(const CString& text) {
-    if (takes(text)) {
-        Replace(text);
-    } else {
-        tessalink::MessageBeep(MB_OK);
-    }
-}
-
-void HeadlessEdit::DefaultChar(UINT ch) {
-    switch (ch) {
-        case cControlC:
-            m_owner.SendMessage(WM_COPY);
-            return;
-        case cControlV:
-            m_owner.SendMessage(WM_PASTE);
-            return;
-        case cControlX:
-            m_owner.SendMessage(WM_CUT);
-            return;
-        case cControlZ:
-            m_owner.SendMessage(WM_UNDO);
-            return;
-        case '\b':
-            if (m_isReadOnly) return;
-            if (m_anchor == m_caret) m_caret = step(-1);
-            if (m_anchor != m_caret) Replace({});
-            return;
-        case '\r':
-        case '\n':
-            if (is_multi_line() && (m_style & ES_NUMBER) == 0) type(cLineEnd);
-            return;
-        default:
-            break;
-    }
-    if (ch < cFirstPrintable) {
-        tessalink::MessageBeep(MB_OK);
-        return;
-    }
-    type(CString(static_cast<char>(ch)));
 }
 
 }  // namespace tessalink

@@ -24,7 +24,7 @@ struct WindowCore {
     CSize clientSize;  // as WM_SIZE told it last
     CString text;
     CFont* font = nullptr;
-    std::array<SCROLLINFO, 2> scroll;  // SB_HORZ, SB_VERT
+    std::array<SCROLLINFO, 2> scroll{};  // SB_HORZ, SB_VERT
     Region update;
     bool isUpdateErased = false;
     DrawingDevice* paintDevice = nullptr;  // while it is painted

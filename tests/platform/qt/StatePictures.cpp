@@ -8,17 +8,14 @@
 #include <QStyle>
 #include <QWindow>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <map>
+#include <utility>
 
 namespace tessalink::test {
 
 namespace {
 
-constexpr int cBlock = 8;
-constexpr int cMargin = 6;
-constexpr int cCaptionHeight = 16;
 constexpr QRgb cPaper = qRgb(214, 224, 236);  // no control has it
 constexpr int cShades = 6;                    // nearer ones are stored as one
 constexpr const char* cRefresh = "TESSALINK_REFRESH_PICTURES";
@@ -40,40 +37,14 @@ QPalette darkPalette() {
     return palette;
 }
 
-// The differences of one channel, summed up over the pixels around each.
-class Differences {
-public:
-    Differences(const QImage& a, const QImage& b, int shift) : m_a(a), m_b(b), m_shift(shift) {}
-
-    int Around(int x, int y) const {
-        int sum = 0;
-        for (int row = std::max(y - 1, 0); row <= std::min(y + 1, m_a.height() - 1); ++row) {
-            const auto* const one = reinterpret_cast<const QRgb*>(m_a.constScanLine(row));
-            const auto* const other = reinterpret_cast<const QRgb*>(m_b.constScanLine(row));
-            for (int i = std::max(x - 1, 0); i <= std::min(x + 1, m_a.width() - 1); ++i) {
-                sum += channel(one[i]) - channel(other[i]);
-            }
-        }
-        return sum;
+PixelPicture numbersOf(const QImage& image) {
+    PixelPicture picture = {image.width(), image.height(), {}};
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        picture.pixels.insert(picture.pixels.end(), line, line + image.width());
     }
-    double OfBlock(int left, int top) const {
-        constexpr double cPixels = 9.0 * cBlock * cBlock;
-        int sum = 0;
-        for (int y = top; y < std::min(top + cBlock, m_a.height()); ++y) {
-            for (int x = left; x < std::min(left + cBlock, m_a.width()); ++x) {
-                sum += std::abs(Around(x, y));
-            }
-        }
-        return sum / cPixels;
-    }
-
-private:
-    int channel(QRgb pixel) const { return static_cast<int>(pixel >> m_shift & 0xFF); }
-
-    const QImage& m_a;
-    const QImage& m_b;
-    int m_shift;
-};
+    return picture;
+}
 
 int distance(QRgb a, QRgb b) {
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
@@ -147,31 +118,14 @@ void StateCard::Add(const QString& caption, const QImage& picture) {
     m_cells.push_back({caption, picture});
 }
 
-std::vector<int> StateCard::column_widths() const {
-    std::vector<int> widths(static_cast<std::size_t>(m_columns));
-    for (std::size_t i = 0; i < m_cells.size(); ++i) {
-        int& width = widths[i % widths.size()];
-        width = std::max(width, m_cells[i].Size().width());
-    }
-    return widths;
-}
-
-int StateCard::row_height(std::size_t first) const {
-    int height = 0;
-    const std::size_t end = std::min(first + static_cast<std::size_t>(m_columns), m_cells.size());
-    for (std::size_t i = first; i < end; ++i) {
-        const int caption = m_cells[i].caption.isEmpty() ? 0 : cCaptionHeight;
-        height = std::max(height, m_cells[i].Size().height() + caption + cMargin);
-    }
-    return height;
-}
-
 QImage StateCard::Picture() const {
-    const auto columns = static_cast<std::size_t>(m_columns);
-    const std::vector<int> widths = column_widths();
-    QSize size(cMargin, cMargin);
-    for (const int width : widths) size.rwidth() += width + cMargin;
-    for (std::size_t i = 0; i < m_cells.size(); i += columns) size.rheight() += row_height(i);
+    std::vector<CardLayout::Cell> places;
+    for (const Cell& cell : m_cells) {
+        const QSize size = cell.picture.deviceIndependentSize().toSize();
+        places.push_back({CSize(size.width(), size.height()), !cell.caption.isEmpty(), {}, {}});
+    }
+    const CardLayout layout(m_columns, std::move(places));
+    const QSize size(layout.whole.cx, layout.whole.cy);
     const double scale = m_cells.front().picture.devicePixelRatio();
     QImage card((QSizeF(size) * scale).toSize(), QImage::Format_RGB32);
     card.setDevicePixelRatio(scale);
@@ -181,34 +135,16 @@ QImage StateCard::Picture() const {
     font.setPixelSize(11);
     font.setHintingPreference(QFont::PreferNoHinting);
     painter.setFont(font);
-    QPoint place(cMargin, cMargin);
     for (std::size_t i = 0; i < m_cells.size(); ++i) {
-        const Cell& cell = m_cells[i];
-        QPoint corner = place;
-        if (!cell.caption.isEmpty()) {
-            painter.drawText(place + QPoint(0, 11), cell.caption);
-            corner.ry() += cCaptionHeight;
-        }
-        painter.drawImage(corner, cell.picture);
-        place.rx() += widths[i % columns] + cMargin;
-        if (i % columns + 1 == columns) {
-            place = QPoint(cMargin, place.y() + row_height(i + 1 - columns));
-        }
+        const auto& [unused, hasCaption, caption, picture] = layout.cells[i];
+        if (hasCaption) painter.drawText(caption.x, caption.y + 11, m_cells[i].caption);
+        painter.drawImage(picture.x, picture.y, m_cells[i].picture);
     }
     return card;
 }
 
 double worstDifference(const QImage& a, const QImage& b) {
-    double worst = 0;
-    for (const int shift : {0, 8, 16}) {
-        const Differences differences(a, b, shift);
-        for (int y = 0; y < a.height(); y += cBlock) {
-            for (int x = 0; x < a.width(); x += cBlock) {
-                worst = std::max(worst, differences.OfBlock(x, y));
-            }
-        }
-    }
-    return worst;
+    return worstDifference(numbersOf(a), numbersOf(b));
 }
 
 void expectStored(const char* name, const QImage& picture) {

@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "tests/support/StateCards.h"
+
 // Pictures of windows, and their comparison with those that are stored in states/.
 namespace tessalink::test {
 
@@ -39,24 +41,12 @@ private:
     struct Cell {
         QString caption;
         QImage picture;
-        QSize Size() const { return picture.deviceIndependentSize().toSize(); }
     };
-    std::vector<int> column_widths() const;
-    int row_height(std::size_t first) const;
 
     int m_columns;
     std::vector<Cell> m_cells;
 };
 
-/// Pictures that differ by less are alike: text that another version of the toolkit smooths, or
-/// places between two pixels, stays below; a gray line that has moved by a pixel does not, nor has
-/// text of another color.
-inline constexpr double cPictureTolerance = 8;
-
-/// How much two pictures of one size differ where they differ most, from 0 to 255. Each channel is
-/// taken by itself; the differences are averaged over 3 by 3 pixels, and the amounts of these over
-/// blocks of 8 by 8. So edges that are smoothed in another way count little, a line that has moved
-/// by a pixel counts fully.
 double worstDifference(const QImage& a, const QImage& b);
 
 /// Fails when a picture is not like states/NAME.png; the picture is in the build folder then. With
