@@ -2,7 +2,8 @@
 //
 //     gallery write FOLDER     writes CARD.svg, CARD-played.svg (a metafile played), CARD.pdf,
 //                              CARD.emf and CARD.rtf; CARD-objects.rtf where there are drawing
-//                              objects, too
+//                              objects, too; on Windows CARD.png and CARD-played.png, drawn and
+//                              played by the system
 //     gallery check FOLDER     exit code 1 when the SVG pictures of the folder are not those, or
 //                              texts of the graphs can't be read, random ones of graph
 //                              files included
@@ -18,6 +19,7 @@
 #include "examples/gallery/Cards.h"
 #include "examples/gallery/CircleGraphs.h"
 #include "examples/gallery/GraphFiles.h"
+#include "examples/gallery/NativePictures.h"
 #include "examples/gallery/ProfileGraphs.h"
 #include "examples/gallery/TextFaults.h"
 #include "graphs/rtf/MetaFile.h"
@@ -92,6 +94,7 @@ void writeCard(const gallery::Card& card, const std::string& start) {
     store(start + "-played.svg", playedSvgOf(card, metafile));
     store(start + ".rtf", rtfOf(card, metafile));
     metafile.Save((start + ".emf").c_str());
+    gallery::writeNativePictures(card, start);
     if (card.writeObjects != nullptr) store(start + "-objects.rtf", objectsOf(card));
 }
 

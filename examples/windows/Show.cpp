@@ -11,6 +11,8 @@
 #include <QApplication>
 
 #include "platform/qt/UseQt.h"
+#elif defined(TESSALINK_EXAMPLES_WITH_WIN32)
+#include "platform/win32/UseWin32.h"
 #endif
 
 namespace examples {
@@ -30,9 +32,23 @@ Arguments::Arguments(int argc, char** argv) {
 struct WindowProgram::Toolkit {
     Toolkit(int& argc, char** argv) : application(argc, argv) { tessalink::useQt(); }
 
-    int Run() { return QApplication::exec(); }
+    int Run(CWnd&) { return QApplication::exec(); }
 
     QApplication application;
+};
+
+#elif defined(TESSALINK_EXAMPLES_WITH_WIN32)
+
+struct WindowProgram::Toolkit {
+    Toolkit(int&, char**) {
+        tessalink::scalePerMonitor();
+        tessalink::useWin32();
+    }
+
+    int Run(CWnd& window) {
+        tessalink::windowSystem().RunUntil([&] { return window.GetSafeHwnd() == nullptr; });
+        return 0;
+    }
 };
 
 #else
@@ -40,7 +56,7 @@ struct WindowProgram::Toolkit {
 struct WindowProgram::Toolkit {
     Toolkit(int&, char**) {}
 
-    int Run() {
+    int Run(CWnd&) {
         std::fprintf(stderr,
                      "This program was built without the toolkit: use --picture FILE.svg\n");
         return 2;
@@ -57,7 +73,7 @@ WindowProgram::WindowProgram(int& argc, char** argv, const Arguments& arguments)
 WindowProgram::~WindowProgram() = default;
 
 int WindowProgram::Run(CWnd& window) {
-    if (m_toolkit) return m_toolkit->Run();
+    if (m_toolkit) return m_toolkit->Run(window);
     auto& system = tessalink::HeadlessSystem::Default();
     system.Pump();
     CRect client;

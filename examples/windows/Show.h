@@ -21,7 +21,7 @@ private:
     std::string m_first;
 };
 
-/// Makes windows appear: on the screen by the toolkit or, for a picture, without one.
+/// Makes windows appear: on the screen, by the toolkit or those of Windows, or in a picture.
 class WindowProgram {
 public:
     WindowProgram(int& argc, char** argv, const Arguments& arguments);

@@ -100,7 +100,8 @@ def fault_of_angled(folders, path, target):
         return None
     if (path.startswith(SYSTEM_CALLS) or path == PLATFORM_HEADER) and SYSTEM_HEADER.fullmatch(target):
         return None
-    if library.headers.fullmatch(target) and (library.shows_package or path.endswith(".cpp")):
+    is_shown = path.endswith(".h") and not is_inner(path)
+    if library.headers.fullmatch(target) and (library.shows_package or not is_shown):
         return None
     return f"<{target}> is no header of the C++ standard library"
 

@@ -13,7 +13,7 @@ from sources import report
 ARCHITECTURE = "docs/architecture.md"
 TARGET_LISTS = (ARCHITECTURE, "docs/host-programs.md")
 ROW = re.compile(r"^\| `tessalink::(\w+)` \|(.*)\|$")
-FOLDER = re.compile(r"^    ([a-z]+(?:/[a-z]+)*)(?: {2,}|$)")
+FOLDER = re.compile(r"^    ([a-z]+(?:/[a-z0-9]+)*)(?: {2,}|$)")
 QUOTED = re.compile(r"`([^`]+)`")
 
 

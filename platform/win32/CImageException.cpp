@@ -1,0 +1,3 @@
+#include "platform/win32/CImageException.h"
+
+IMPLEMENT_DYNAMIC(CImageException, CException)

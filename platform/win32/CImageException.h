@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/base/CException.h"
+
+/// Raised when the system can't read or write a picture of pixels.
+class TESSALINK_API CImageException : public CException {
+    DECLARE_DYNAMIC(CImageException)
+
+public:
+    explicit CImageException(const CString& message) : CException(message) {}
+};

@@ -1,0 +1,3 @@
+#include "platform/win32/CPrinterException.h"
+
+IMPLEMENT_DYNAMIC(CPrinterException, CException)
