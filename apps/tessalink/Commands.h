@@ -45,6 +45,15 @@ int checkTemplates(const CheckOptions& options);
 /// Prints as JSON what a template uses.
 int listUses(const CheckOptions& options);
 
+struct TidyOptions {
+    std::string templatePath;
+    std::string outputPath;  ///< empty: only told what would change
+    bool isInPlace = false;  ///< nothing is written when nothing changes
+    VariablesSource variables;
+};
+/// Puts commands together that a word processor has parted.
+int tidyTemplate(const TidyOptions& options);
+
 struct ScoreOptions {
     VariablesSource raw;
     std::string normsPath;

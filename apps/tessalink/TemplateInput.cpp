@@ -46,11 +46,6 @@ std::unique_ptr<CFile> withLength(std::unique_ptr<CFile> file) {
     return file;
 }
 
-std::unique_ptr<CFile> openTemplate(const std::string& path) {
-    if (path == cStandardStream) return withLength(openInput(path));
-    return withLength(std::make_unique<ProgressFile>(path.c_str()));
-}
-
 std::string startOf(CFile& file, std::size_t length) {
     std::string start(length, '\0');
     start.resize(file.Read(start.data(), start.size()));
@@ -67,6 +62,11 @@ std::unique_ptr<CFile> openInput(const std::string& path) {
     auto input = std::make_unique<CFile>(cStandardInput);
     input->SetFilePath("<stdin>");
     return input;
+}
+
+std::unique_ptr<CFile> openTemplate(const std::string& path) {
+    if (path == cStandardStream) return withLength(openInput(path));
+    return withLength(std::make_unique<ProgressFile>(path.c_str()));
 }
 
 TemplateInput::TemplateInput(const std::string& path, Storage storage)

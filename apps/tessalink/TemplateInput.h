@@ -39,6 +39,10 @@ private:
 /// Opens a file for reading, or standard input. Throws CFileException.
 std::unique_ptr<CFile> openInput(const std::string& path);
 
+/// Opens a template for reading, with its length known: a stream is read first. Throws
+/// CFileException, and CException for one that is too long.
+std::unique_ptr<CFile> openTemplate(const std::string& path);
+
 /// Makes `folder`, or when that is empty the folder of the template, the one where includes are
 /// looked up.
 void setIncludeFolder(const std::string& templatePath, const std::string& folder);

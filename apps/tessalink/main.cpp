@@ -132,6 +132,30 @@ void addVars(CLI::App& app, CheckOptions& options, Command& command) {
     vars->callback([&] { command = [&] { return listUses(options); }; });
 }
 
+void addTidy(CLI::App& app, TidyOptions& options, Command& command) {
+    CLI::App* tidy = app.add_subcommand(
+        "tidy", "Put commands of a template together that a word processor has parted");
+    tidy->add_option("template", options.templatePath, cTemplateText)->required();
+    CLI::Option* output =
+        tidy->add_option("-o,--output", options.outputPath, "the template; - is standard output");
+    CLI::Option* inPlace =
+        tidy->add_flag("--in-place", options.isInPlace, "change the template itself");
+    tidy->add_flag_callback(
+            "--check", [] {}, "only tell what would change (default)")
+        ->excludes(output, inPlace);
+    inPlace->excludes(output);
+    addVariables(*tidy, options.variables);
+    tidy->callback([&] {
+        expectOneStandardInput(
+            {{"template", &options.templatePath}, {"--vars", &options.variables.path}});
+        if (options.isInPlace && options.templatePath == cStandardStream) {
+            throw CLI::ValidationError("--in-place", "standard input can't be changed");
+        }
+        if (options.isInPlace) options.outputPath = options.templatePath;
+        command = [&] { return tidyTemplate(options); };
+    });
+}
+
 void addScore(CLI::App& app, ScoreOptions& options, Command& command) {
     constexpr double lowest = 1;
     constexpr double highest = 99.99;
@@ -252,6 +276,7 @@ int run(std::vector<std::string> arguments) {
     ReportOptions report;
     ScrambleOptions scramble;
     CheckOptions check;
+    TidyOptions tidy;
     ScoreOptions score;
     AgeOptions age;
     PictureOptions picture;
@@ -273,6 +298,7 @@ int run(std::vector<std::string> arguments) {
          }},
         {"check", [&] { addCheck(app, check, command); }},
         {"vars", [&] { addVars(app, check, command); }},
+        {"tidy", [&] { addTidy(app, tidy, command); }},
         {"score", [&] { addScore(app, score, command); }},
         {"age", [&] { addAge(app, age, command); }},
         {"picture", [&] { addPicture(app, picture, command); }},

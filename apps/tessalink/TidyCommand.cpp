@@ -1,0 +1,69 @@
+
+#include "apps/tessalink/Commands.h"
+#include "apps/tessalink/Messages.h"
+#include "apps/tessalink/TemplateInput.h"
+#include "apps/tessalink/VariablesInput.h"
+#include "platform/files/CMemFile.h"
+#include "platform/files/WholeFile.h"
+#include "report/tidy/TemplateTidier.h"
+
+namespace tessalink::cli {
+
+namespace {
+
+/// Takes what is written, and forgets it.
+class NoFile final : public CFile {
+public:
+    void Write(const void*, std::size_t) override {}
+};
+
+/// Tells what tidying finds, and remembers whether something is left to do.
+class FindingPrinter {
+public:
+    explicit FindingPrinter(bool isTrial) : m_changed(isTrial ? "would change" : "changed") {}
+
+    void operator()(const TidyFinding& finding) {
+        const bool isLeft = finding.kind == TidyFinding::Kind::left;
+        m_isComplete &= !isLeft;
+        printAt(finding.first, isLeft ? "left as it is" : m_changed, finding.message);
+    }
+    int ExitCode() const { return m_isComplete ? cSuccess : cInputFault; }
+
+private:
+    const char* m_changed;
+    bool m_isComplete = true;
+};
+
+void addNames(const VariablesSource& source, TemplateTidier& tidier) {
+    VarTable variables;
+    readVariables(source, variables);
+    for (POSITION position = variables.GetStartPosition(); position;) {
+        CString name;
+        VariantVar value;
+        variables.GetNextAssoc(position, name, value);
+        tidier.AddVariable(name.View());
+    }
+}
+
+}  // namespace
+
+int tidyTemplate(const TidyOptions& options) {
+    const auto input = openTemplate(options.templatePath);
+    TemplateTidier tidier(*input);
+    addNames(options.variables, tidier);
+    const bool isTrial = options.outputPath.empty();
+    FindingPrinter printer(isTrial);
+    const auto print = [&](const TidyFinding& finding) { printer(finding); };
+    if (isTrial) {
+        NoFile nothing;
+        const bool isTidy = !tidier.Tidy(nothing, print);
+        return isTidy ? printer.ExitCode() : cInputFault;
+    }
+    WholeFile output(options.outputPath.c_str());
+    const bool isChanged = tidier.Tidy(output, print);
+    output.Flush();
+    if (isChanged || !options.isInPlace) output.Commit();
+    return printer.ExitCode();
+}
+
+}  // namespace tessalink::cli
