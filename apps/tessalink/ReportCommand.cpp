@@ -1,6 +1,7 @@
 #include <optional>
 #include <set>
 
+#include "apps/tessalink/BrokenCommand.h"
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/Messages.h"
@@ -90,8 +91,15 @@ int makeReport(const ReportOptions& options) {
     setIncludeFolder(options.templatePath, options.includeFolder);
     WholeFile output(options.outputPath.c_str());
     Run run = {variables, graphs ? &*graphs : nullptr};
-    ReportParser parser(input.File(), output, input.IsScrambled(), run);
-    const int complete = parser.Parse(nullptr);
+    int complete = 0;
+    try {
+        ReportParser parser(input.File(), output, input.IsScrambled(), run);
+        complete = parser.Parse(nullptr);
+    } catch (const ParseException& fault) {
+        printFault(fault);
+        noteBrokenCommand(input.File(), fault);
+        return cInputFault;
+    }
     // A run that ended at a write fault leaves it to the output to say what it was.
     output.Flush();
     if (!complete) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "apps/tessalink/BrokenCommand.h"
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "platform/files/CMemFile.h"
@@ -125,6 +126,7 @@ void TemplateWalk::read_file(CFile& file, int scrambled, const TextPlace* includ
     } catch (ParseException& fault) {
         if (includedFrom) fault.AddInclude(*includedFrom);
         fail(fault);
+        noteBrokenCommand(file, fault);
     }
 }
 

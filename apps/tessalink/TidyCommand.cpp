@@ -3,19 +3,12 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/VariablesInput.h"
-#include "platform/files/CMemFile.h"
 #include "platform/files/WholeFile.h"
 #include "report/tidy/TemplateTidier.h"
 
 namespace tessalink::cli {
 
 namespace {
-
-/// Takes what is written, and forgets it.
-class NoFile final : public CFile {
-public:
-    void Write(const void*, std::size_t) override {}
-};
 
 /// Tells what tidying finds, and remembers whether something is left to do.
 class FindingPrinter {
@@ -55,8 +48,7 @@ int tidyTemplate(const TidyOptions& options) {
     FindingPrinter printer(isTrial);
     const auto print = [&](const TidyFinding& finding) { printer(finding); };
     if (isTrial) {
-        NoFile nothing;
-        const bool isTidy = !tidier.Tidy(nothing, print);
+        const bool isTidy = !tidier.Check(print);
         return isTidy ? printer.ExitCode() : cInputFault;
     }
     WholeFile output(options.outputPath.c_str());

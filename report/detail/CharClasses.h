@@ -40,6 +40,9 @@ inline bool isDigit(char ch) {
 inline bool isWordStart(char ch) {
     return isOf(ch, cWordStart);
 }
+inline bool isLetter(char ch) {
+    return isWordStart(ch) && ch != '_';
+}
 inline bool isWordChar(char ch) {
     return isOf(ch, cWordStart | cDigit);
 }

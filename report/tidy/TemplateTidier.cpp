@@ -149,6 +149,14 @@ const TemplateTidier::Names& TemplateTidier::complete_names() {
 }
 
 bool TemplateTidier::Tidy(CFile& output, const Listener& listener) {
+    return run([&](std::string_view text) { output.Write(text.data(), text.size()); }, listener);
+}
+
+bool TemplateTidier::Check(const Listener& listener) {
+    return run([](std::string_view) {}, listener);
+}
+
+bool TemplateTidier::run(const Writer& write, const Listener& listener) {
     expectRtf(m_file);
     bool isChanged = false;
     detail::LineFinder lines;
@@ -170,14 +178,11 @@ bool TemplateTidier::Tidy(CFile& output, const Listener& listener) {
     };
     Pass pass(
         m_file, [this] { return &complete_names().names; }, tellResult);
-    const RtfPiece& last = pass.Run(
-        [&](std::string_view text) { output.Write(text.data(), text.size()); },
-        [&](const RtfPiece& piece) {
-            tell(
-                TidyFinding::Kind::left, piece.first, piece.first + piece.raw.size(),
-                "an @ in what is not shown (a font, a picture, the instruction of a field, deleted "
-                "text): reports take it for a command; remove it in the word processor");
-        });
+    const RtfPiece& last = pass.Run(write, [&](const RtfPiece& piece) {
+        tell(TidyFinding::Kind::left, piece.first, piece.first + piece.raw.size(),
+             "an @ in what is not shown (a font, a picture, the instruction of a field, deleted "
+             "text): reports take it for a command; remove it in the word processor");
+    });
     if (last.kind == RtfPiece::Kind::end) return isChanged;
     throw InputError(place(last.first),
                      last.kind == RtfPiece::Kind::cut

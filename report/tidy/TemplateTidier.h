@@ -74,10 +74,15 @@ public:
     /// incomplete, for what is no RTF or has groups that are not closed; CFileException passes
     /// through.
     bool Tidy(CFile& output, const Listener& listener);
+    /// The same without an output.
+    bool Check(const Listener& listener);
 
 private:
     class Pass;
     struct Names;
+    using Writer = std::function<void(std::string_view)>;
+
+    bool run(const Writer& write, const Listener& listener);
 
     const Names& complete_names();
 

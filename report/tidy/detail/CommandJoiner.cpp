@@ -25,20 +25,28 @@ constexpr const char* cOtherText =
     "that behind the command";
 constexpr const char* cNoArgument =
     "a command stands where its parentheses must be closed: close them";
+constexpr const char* cOddCharacter =
+    "it has a character by its number whose stand-in for older readers is not beside it: type it "
+    "anew";
 constexpr const char* cTooLong = "it is too long, or the markup in it: type it anew";
 
 /// Whether RTF ends in a control word whose blank is missing, so that a character behind it would
 /// become part of it.
 bool endsInControlWord(std::string_view rtf) {
     std::size_t start = rtf.size();
-    while (start > 0 &&
-           (isDigit(rtf[start - 1]) || isWordStart(rtf[start - 1]) || rtf[start - 1] == '-')) {
-        --start;
-    }
-    if (start == rtf.size() || start == 0 || rtf[start - 1] != '\\') return false;
+    while (start > 0 && isDigit(rtf[start - 1])) --start;
+    if (start < rtf.size() && start > 0 && rtf[start - 1] == '-') --start;
+    const std::size_t lettersEnd = start;
+    while (start > 0 && isLetter(rtf[start - 1])) --start;
     std::size_t backslashes = 0;
     while (backslashes < start && rtf[start - 1 - backslashes] == '\\') ++backslashes;
-    return backslashes % 2 == 1;
+    return start < lettersEnd && backslashes % 2 == 1;
+}
+
+/// The key that types a character of text: itself, or what a word processor puts something else
+/// for.
+char keyOf(char ch) {
+    return static_cast<signed char>(ch) < 0 ? keyOfByte(ch) : ch;
 }
 
 constexpr bool isOneOf(int keyword, std::initializer_list<Token::Keyword> keywords) {
@@ -90,6 +98,8 @@ void CommandJoiner::Begin(const RtfPiece& piece) {
     m_keyword = cNoKeyword;
     m_fault = nullptr;
     m_first = piece.first;
+    m_unicodeCount = piece.unicodeCount;
+    m_fallback = 0;
     end_here(State::start);
 }
 
@@ -114,7 +124,7 @@ std::size_t CommandJoiner::take_text(std::string_view text) {
         if (isLineEnd(text[i]) && m_state != State::constant) {
             m_tail += raw;
             add_raw(raw);
-        } else if (!take_char({text[i], raw})) {
+        } else if (!take_char({keyOf(text[i]), raw})) {
             return i;
         }
     }
@@ -126,7 +136,7 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
         case Kind::command:
             return take_char({cCommand.front(), piece.raw});
         case Kind::character:
-            return take_char({piece.typed, piece.raw});
+            return take_character(piece);
         case Kind::open:
         case Kind::close:
         case Kind::markup:
@@ -141,12 +151,24 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
     }
 }
 
+bool CommandJoiner::take_character(const RtfPiece& piece) {
+    const bool isKept = piece.isUnicode && (piece.typed == '\0' || m_state == State::constant);
+    if (isKept && is_within() && piece.unicodeCount != m_unicodeCount) return fail(cOddCharacter);
+    if (!take_char({piece.typed, piece.raw})) return false;
+    m_fallback = isKept ? m_unicodeCount : 0;
+    return true;
+}
+
 bool CommandJoiner::take_markup(const RtfPiece& piece) {
-    if (m_state == State::constant) return take_verbatim(piece.raw);
+    if (m_state == State::constant) {
+        m_fallback = 0;
+        return take_verbatim(piece.raw);
+    }
     if (m_tailIsGroup && piece.kind == Kind::close && ends_at_empty_group()) {
         close_off(nullptr);
         return false;
     }
+    if (m_fallback > 0 && is_within()) return fail(cOddCharacter);
     m_tailIsGroup = piece.kind == Kind::open && m_tail.empty();
     m_tailParts = true;
     m_tail += piece.raw;
@@ -169,8 +191,9 @@ bool CommandJoiner::ends_at_empty_group() const {
 
 /// What stands for a character goes where that went.
 bool CommandJoiner::take_fallback(std::string_view raw) {
+    m_fallback = std::max(m_fallback - 1, 0);
     if (m_state == State::constant) return take_verbatim(raw);
-    if (!m_tail.empty()) {
+    if (m_tailParts) {
         m_tail += raw;
         add_raw(raw);
         return true;
@@ -184,7 +207,8 @@ bool CommandJoiner::take_fallback(std::string_view raw) {
 
 bool CommandJoiner::take_line_break(const RtfPiece& piece) {
     if (m_state == State::constant) return take_verbatim(piece.raw);
-    if (m_state == State::link && m_keyword == Token::kwDeferEnd) return take_markup(piece);
+    if (m_state == State::linkWord) finish_link();
+    if (m_state == State::word) finish_word();
     if (m_state == State::swallow && m_joints > 0 && m_tail.empty() && piece.isMark) {
         return take_paragraph_mark(piece.raw);
     }
@@ -376,7 +400,7 @@ bool CommandJoiner::take_file_name(const Char& ch) {
 }
 
 bool CommandJoiner::take_identification(const Char& ch) {
-    append(ch, true);
+    append(ch, ch.typed == '{' || ch.typed == '}');
     if (ch.raw == ")") finish_arguments();
     return true;
 }
@@ -512,17 +536,24 @@ bool CommandJoiner::is_before() const {
 
 /// No more of the command can come; what is not complete stays as it is.
 void CommandJoiner::close_off(const char* fault) {
+    if (is_within()) {
+        fail(fault);
+    } else {
+        take_char({});
+    }
+}
+
+/// Whether the parentheses of the command are open.
+bool CommandJoiner::is_within() const {
     switch (m_state) {
         case State::arguments:
         case State::constant:
         case State::constantEnd:
         case State::fileName:
         case State::identification:
-            fail(fault);
-            break;
+            return true;
         default:
-            take_char({});
-            break;
+            return false;
     }
 }
 

@@ -111,6 +111,7 @@ private:
 
     // The same for pieces.
     bool take_piece(const RtfPiece& piece);
+    bool take_character(const RtfPiece& piece);
     std::size_t take_text(std::string_view text);
     bool take_markup(const RtfPiece& piece);
     bool take_fallback(std::string_view raw);
@@ -136,6 +137,7 @@ private:
     void pass_char(std::string_view raw);
     Mark mark() const;
     std::string_view current_word() const { return std::string_view(m_text).substr(m_wordStart); }
+    bool is_within() const;
     bool is_before() const;
     bool ends_at_empty_group() const;
 
@@ -159,8 +161,10 @@ private:
     std::size_t m_charEnd = 0;     ///< in m_raw: behind the last character
     int m_joints = 0;
     int m_retyped = 0;
-    Mark m_end;             ///< where the command ends, as far as is known
-    bool m_isBare = false;  ///< nothing was swallowed behind that
+    int m_unicodeCount = 0;  ///< how many characters stand for one by its number, at the "@"
+    int m_fallback = 0;      ///< how many are still to come
+    Mark m_end;              ///< where the command ends, as far as is known
+    bool m_isBare = false;   ///< nothing was swallowed behind that
     Mark m_linkStart;
     std::vector<Seam> m_seams;
     std::size_t m_wordStart = 0;

@@ -35,10 +35,6 @@ const char* findTextStop(const char* text, const char* end) {
     return end;
 }
 
-bool isLetter(char ch) {
-    return isWordStart(ch) && ch != '_';
-}
-
 std::optional<unsigned> hexDigit(char ch) {
     if (isDigit(ch)) return static_cast<unsigned>(ch - '0');
     const char small = lower(ch);
@@ -73,12 +69,13 @@ char keyOf(char32_t character, const Typed (&ranges)[COUNT]) {
     return '\0';
 }
 
-char keyOfByte(unsigned byte) {
-    constexpr unsigned firstOfPage = 0x80;
-    return byte < firstOfPage ? keyOf(byte, cTypedCharacters) : keyOf(byte, cTypedBytes);
-}
-
 }  // namespace
+
+char keyOfByte(char byte) {
+    constexpr unsigned firstOfPage = 0x80;
+    const auto code = static_cast<unsigned char>(byte);
+    return code < firstOfPage ? keyOf(code, cTypedCharacters) : keyOf(code, cTypedBytes);
+}
 
 RtfReader::RtfReader(CFile& file) : m_file(file), m_block(cBlockSize + cSlack) {
     m_file.SeekToBegin();
@@ -99,7 +96,8 @@ void RtfReader::fill() {
 const RtfPiece& RtfReader::finish(Kind kind, std::size_t end, char typed) {
     m_piece.kind = kind;
     m_piece.typed = typed;
-    m_piece.isMark = false;
+    m_piece.isMark = m_piece.isUnicode = false;
+    m_piece.unicodeCount = m_groups.back().unicodeCount;
     m_piece.raw = {m_block.data() + m_next, end - m_next};
     m_piece.first = m_blockStart + m_next;
     m_next = end;
@@ -238,7 +236,7 @@ const RtfPiece& RtfReader::read_hex() {
         --m_fallback;
         return finish(Kind::fallback, end);
     }
-    return finish_shown(Kind::character, end, keyOfByte(byte));
+    return finish_shown(Kind::character, end, keyOfByte(static_cast<char>(byte)));
 }
 
 const RtfPiece& RtfReader::read_word() {
@@ -315,7 +313,9 @@ const RtfPiece& RtfReader::finish_unicode(int number, std::size_t end) {
     const bool isInvisible =
         std::find(std::begin(cInvisible), std::end(cInvisible), character) != std::end(cInvisible);
     if (isInvisible) return finish_shown(Kind::markup, end);
-    return finish_shown(Kind::character, end, keyOf(character, cTypedCharacters));
+    finish_shown(Kind::character, end, keyOf(character, cTypedCharacters));
+    m_piece.isUnicode = true;
+    return m_piece;
 }
 
 }  // namespace tessalink::detail

@@ -29,11 +29,16 @@ struct RtfPiece {
     };
 
     Kind kind = Kind::end;
-    char typed = '\0';        ///< of a character: the key that types it; 0 for none
-    bool isMark = false;      ///< of a "\\par": it ends as one must that a command swallows
+    char typed = '\0';               ///< of a character: the key that types it; 0 for none
+    bool isMark = false;             ///< of a "\\par": it ends as one must that a command swallows
+    bool isUnicode = false;          ///< it is a character by its number
+    std::uint16_t unicodeCount = 1;  ///< how many characters stand for such a one here
     std::string_view raw;     ///< as it stands in the file; valid until the next piece is read
     std::uint64_t first = 0;  ///< its offset
 };
+
+/// The key that types a character of the code page; 0 for none.
+char keyOfByte(char byte);
 
 /// Cuts RTF into pieces. It keeps one block of the file and the state of each open group; groups
 /// deeper than cMaxGroups are counted, and nothing in them is shown.
