@@ -20,7 +20,7 @@ std::optional<TextPlace> findBroken(CFile& file, const TextPlace& limit) {
     std::optional<TextPlace> found;
     TemplateTidier(file).Check([&](const TidyFinding& finding) {
         const bool isBroken = finding.kind == TidyFinding::Kind::changed;
-        if (isBroken && !isAfter(finding.first, limit)) found = finding.first;
+        if (isBroken && !isAfter(finding.place, limit)) found = finding.place;
     });
     return found;
 }

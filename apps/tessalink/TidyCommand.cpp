@@ -18,7 +18,7 @@ public:
     void operator()(const TidyFinding& finding) {
         const bool isLeft = finding.kind == TidyFinding::Kind::left;
         m_isComplete &= !isLeft;
-        printAt(finding.first, isLeft ? "left as it is" : m_changed, finding.message);
+        printAt(finding.place, isLeft ? "left as it is" : m_changed, finding.message);
     }
     int ExitCode() const { return m_isComplete ? cSuccess : cInputFault; }
 

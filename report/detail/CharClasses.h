@@ -41,7 +41,7 @@ inline bool isWordStart(char ch) {
     return isOf(ch, cWordStart);
 }
 inline bool isLetter(char ch) {
-    return isWordStart(ch) && ch != '_';
+    return static_cast<unsigned char>((ch | 0x20) - 'a') <= 'z' - 'a';
 }
 inline bool isWordChar(char ch) {
     return isOf(ch, cWordStart | cDigit);

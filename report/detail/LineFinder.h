@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 class CFile;
@@ -15,7 +16,7 @@ struct LineColumn {
 };
 
 /// Finds lines and columns of offsets in a template. It remembers where each block that it has read
-/// starts, so that many places cost one pass over the file.
+/// starts, and the last place, so that many places cost one pass over the file.
 class LineFinder {
 public:
     /// The place of an offset; the file's own offset stays as it is.
@@ -29,10 +30,12 @@ private:
         LineColumn place;
         bool afterCr = false;
 
-        void Pass(char ch);
+        void Pass(std::string_view text);
     };
 
     std::vector<State> m_blockStarts{State{}};
+    State m_last;
+    std::uint64_t m_lastPosition = 0;
 };
 
 }  // namespace tessalink::detail

@@ -92,7 +92,7 @@ public:
     template <class WRITE, class HIDDEN>
     const RtfPiece& Run(WRITE write, HIDDEN tellHidden) {
         for (;;) {
-            const RtfPiece& piece = m_reader.Next();
+            const RtfPiece& piece = m_joiner.IsOpen() ? m_reader.Next() : m_reader.NextRun();
             if (m_joiner.IsOpen()) {
                 const std::size_t taken = m_joiner.Take(piece);
                 if (!m_joiner.IsOpen()) write(std::string_view(m_joiner.Output()));
@@ -164,9 +164,8 @@ bool TemplateTidier::run(const Writer& write, const Listener& listener) {
         const auto [line, column] = lines.Find(m_file, 0, offset);
         return TextPlace{m_file.GetGivenPath(), line, column};
     };
-    const auto tell = [&](TidyFinding::Kind kind, std::uint64_t first, std::uint64_t end,
-                          std::string_view message) {
-        listener({kind, place(first), place(end), CString(message)});
+    const auto tell = [&](TidyFinding::Kind kind, std::uint64_t first, std::string_view message) {
+        listener({kind, place(first), CString(message)});
     };
     const auto tellResult = [&](const CommandJoiner::Result& result) {
         const bool isLeft = result.fault || result.isSplit;
@@ -174,12 +173,12 @@ bool TemplateTidier::run(const Writer& write, const Listener& listener) {
         isChanged |= isNew;
         if (!isLeft && !isNew) return;
         tell(isLeft ? TidyFinding::Kind::left : TidyFinding::Kind::changed, result.first,
-             result.end, messageOf(result));
+             messageOf(result));
     };
     Pass pass(
         m_file, [this] { return &complete_names().names; }, tellResult);
     const RtfPiece& last = pass.Run(write, [&](const RtfPiece& piece) {
-        tell(TidyFinding::Kind::left, piece.first, piece.first + piece.raw.size(),
+        tell(TidyFinding::Kind::left, piece.first,
              "an @ in what is not shown (a font, a picture, the instruction of a field, deleted "
              "text): reports take it for a command; remove it in the word processor");
     });

@@ -21,8 +21,7 @@ struct TidyFinding {
     };
 
     Kind kind = Kind::changed;
-    TextPlace first;  ///< where the command begins in the template as it was read
-    TextPlace last;   ///< and what follows it
+    TextPlace place;  ///< where the command begins in the template as it was read
     CString message;  ///< says what was done, or why nothing was, and what to do
 };
 

@@ -222,7 +222,12 @@ bool CommandJoiner::take_boundary(const RtfPiece& piece) {
     return false;
 }
 
+/// Of a text. The engine drops the line end that ends a control word there, so that needs a blank.
 bool CommandJoiner::take_verbatim(std::string_view raw) {
+    if (isLineEnd(raw.front()) && endsInControlWord(m_text)) {
+        m_text += ' ';
+        ++m_joints;
+    }
     m_text += raw;
     pass_char(raw);
     return true;
@@ -560,7 +565,7 @@ bool CommandJoiner::is_within() const {
 void CommandJoiner::close() {
     if (m_fault) {
         m_output += m_raw;
-        tell({m_raw.size(), m_text.size()}, m_raw);
+        tell(m_raw, {});
     } else {
         emit(m_end);
         m_output += std::string_view(m_raw).substr(m_end.raw);
@@ -574,18 +579,17 @@ void CommandJoiner::emit(const Mark& end) {
     if (end.joints == 0 && end.retyped == 0) {
         const auto raw = std::string_view(m_raw).substr(0, end.raw);
         m_output += raw;
-        return tell(end, raw);
+        return tell(raw, {});
     }
     const auto text = std::string_view(m_text).substr(0, end.text);
     const auto markup = std::string_view(m_markup).substr(0, end.markup);
     m_output += is_before() ? markup : text;
     m_output += is_before() ? text : markup;
-    tell(end, text);
+    tell(text, end);
 }
 
-void CommandJoiner::tell(const Mark& end, std::string_view text) {
-    m_listener({m_first, m_first + end.raw, text, end.joints > 0, end.retyped > 0, m_fault,
-                m_isAmbiguous, m_isSplit});
+void CommandJoiner::tell(std::string_view text, const Mark& end) {
+    m_listener({m_first, text, end.joints > 0, end.retyped > 0, m_fault, m_isAmbiguous, m_isSplit});
 }
 
 /// Gives back the command before the link, and goes on with the one that begins there.

@@ -23,8 +23,7 @@ class CommandJoiner {
 public:
     /// What a command came to.
     struct Result {
-        std::uint64_t first = 0;  ///< its offset in the file
-        std::uint64_t end = 0;
+        std::uint64_t first = 0;      ///< its offset in the file
         std::string_view text;        ///< the command, as it is written now
         bool isJoined = false;        ///< markup stood in it
         bool isRetyped = false;       ///< characters of it became the keys that were pressed
@@ -144,7 +143,7 @@ private:
     void close();
     void close_off(const char* fault);
     void emit(const Mark& end);
-    void tell(const Mark& end, std::string_view text);
+    void tell(std::string_view text, const Mark& end);
     void rebase();
 
     NameSource m_names;

@@ -8,7 +8,6 @@
 #include "platform/files/CFile.h"
 #include "report/detail/CharClasses.h"
 #include "report/detail/TextSearch.h"
-#include "report/tidy/detail/RtfWords.h"
 
 namespace tessalink::detail {
 
@@ -35,8 +34,12 @@ const char* findTextStop(const char* text, const char* end) {
     return end;
 }
 
+unsigned digitOf(char ch) {
+    return static_cast<unsigned>(ch - '0');
+}
+
 std::optional<unsigned> hexDigit(char ch) {
-    if (isDigit(ch)) return static_cast<unsigned>(ch - '0');
+    if (isDigit(ch)) return digitOf(ch);
     const char small = lower(ch);
     if (small < 'a' || small > 'f') return std::nullopt;
     return static_cast<unsigned>(small - 'a' + 10);
@@ -93,7 +96,7 @@ void RtfReader::fill() {
     std::memset(m_block.data() + m_end, 0, cSlack);
 }
 
-const RtfPiece& RtfReader::finish(Kind kind, std::size_t end, char typed) {
+inline const RtfPiece& RtfReader::finish(Kind kind, std::size_t end, char typed) {
     m_piece.kind = kind;
     m_piece.typed = typed;
     m_piece.isMark = m_piece.isUnicode = false;
@@ -104,7 +107,7 @@ const RtfPiece& RtfReader::finish(Kind kind, std::size_t end, char typed) {
     return m_piece;
 }
 
-const RtfPiece& RtfReader::finish_shown(Kind kind, std::size_t end, char typed) {
+inline const RtfPiece& RtfReader::finish_shown(Kind kind, std::size_t end, char typed) {
     return finish(is_hidden() ? Kind::hidden : kind, end, typed);
 }
 
@@ -112,6 +115,28 @@ const RtfPiece& RtfReader::Next() {
     if (m_end - m_next < cLongestToken && !m_isLast) fill();
     if (m_next == m_end) return read_end();
     if (m_binary > 0) return read_binary();
+    return read();
+}
+
+const RtfPiece& RtfReader::NextRun() {
+    if (m_end - m_next < cLongestToken && !m_isLast) fill();
+    const std::size_t start = m_next;
+    while (is_run()) read();
+    if (m_next == start) return Next();
+    const std::size_t end = m_next;
+    m_next = start;
+    return finish(Kind::markup, end);
+}
+
+/// Whether the next piece belongs to a run, and lies in the block.
+bool RtfReader::is_run() const {
+    const bool isInBlock = m_isLast ? m_next < m_end : m_end - m_next >= cLongestToken;
+    if (!isInBlock || m_binary > 0) return false;
+    const char ch = m_block[m_next];
+    return ch != cCommand && !(ch == cClose && m_groups.size() == 1 && m_tooDeep == 0);
+}
+
+inline const RtfPiece& RtfReader::read() {
     switch (m_block[m_next]) {
         case cControl:
             return read_control();
@@ -242,29 +267,29 @@ const RtfPiece& RtfReader::read_hex() {
 const RtfPiece& RtfReader::read_word() {
     const char* const start = m_block.data() + m_next + 1;
     const char* p = start;
-    while (isLetter(*p) && p < start + cMaxLetters) ++p;
+    while (isLetter(*p)) ++p;
+    p = std::min(p, start + cMaxLetters);
     const std::string_view name(start, static_cast<std::size_t>(p - start));
     const bool isNegative = *p == '-' && isDigit(p[1]);
     p += isNegative;
     const char* const digits = p;
-    std::int64_t number = 0;
-    while (isDigit(*p) && p < digits + cMaxDigits) number = number * 10 + (*p++ - '0');
+    std::uint64_t number = 0;
+    while (isDigit(*p) && p != digits + cMaxDigits) number = number * 10 + digitOf(*p++);
     const bool hasNumber = p != digits;
-    constexpr std::int64_t most = INT32_MAX;
-    number = std::min(number, most);
-    const bool hasBlank = *p == ' ';
-    const auto end = static_cast<std::size_t>(p + hasBlank - m_block.data());
+    const bool isMark = !hasNumber && name == cParagraph && (*p == cControl || isBlank(*p));
+    p += *p == ' ';
     m_fallback = 0;
-    finish_word(name, hasNumber, static_cast<int>(isNegative ? -number : number),
-                std::min(end, m_end));
-    m_piece.isMark = name == cParagraph && !hasNumber && (*p == cControl || isBlank(*p));
+    constexpr std::uint64_t most = INT32_MAX;
+    const auto size = static_cast<int>(std::min(number, most));
+    finish_word({name, hasNumber, isNegative ? -size : size},
+                std::min(static_cast<std::size_t>(p - m_block.data()), m_end));
+    m_piece.isMark = isMark;
     return m_piece;
 }
 
-bool RtfReader::enter(std::string_view name, Group& group) const {
+bool RtfReader::enter(RtfRole role, Group& group) {
     if (!group.isFresh) return false;
     group.isFresh = false;
-    const RtfRole role = cRtfWordTable.Find(name).role;
     group.isFlow = role == RtfRole::flow;
     if (group.isFlow) {
         group.isHidden = false;
@@ -276,13 +301,19 @@ bool RtfReader::enter(std::string_view name, Group& group) const {
     return true;
 }
 
-const RtfPiece& RtfReader::finish_word(std::string_view name, bool hasNumber, int number,
-                                       std::size_t end) {
+inline const RtfPiece& RtfReader::finish_word(const Control& control, std::size_t end) {
+    const RtfWord& word = cRtfWordTable.Find(control.name);
+    const bool isPlain = word.role == RtfRole::formatting && !m_groups.back().isFresh;
+    return isPlain ? finish(Kind::markup, end) : finish_special(word, control, end);
+}
+
+const RtfPiece& RtfReader::finish_special(const RtfWord& word, const Control& control,
+                                          std::size_t end) {
     constexpr int maxCount = 8;
+    const auto [name, hasNumber, number] = control;
     Group ignored;
     Group& group = m_tooDeep > 0 ? ignored : m_groups.back();
-    if (enter(name, group)) return finish(group.isFlow ? Kind::flow : Kind::markup, end);
-    const RtfWord& word = cRtfWordTable.Find(name);
+    if (enter(word.role, group)) return finish(group.isFlow ? Kind::flow : Kind::markup, end);
     switch (word.role) {
         case RtfRole::character:
             return finish_shown(Kind::character, end, word.typed);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "report/tidy/detail/RtfWords.h"
+
 class CFile;
 
 namespace tessalink::detail {
@@ -51,6 +53,9 @@ public:
     explicit RtfReader(CFile& file);
 
     const RtfPiece& Next();
+    /// All pieces up to the next "@", or to the end of the block, as one of markup; the next piece
+    /// when there are none.
+    const RtfPiece& NextRun();
     /// Reads the last `count` bytes of a text once more.
     void GiveBack(std::size_t count) { m_next -= count; }
     /// Whether some groups were too deep.
@@ -70,7 +75,16 @@ private:
         bool isStarred = false;  ///< "\*": hidden from readers that don't know it
     };
 
+    /// A control word.
+    struct Control {
+        std::string_view name;
+        bool hasNumber = false;
+        int number = 0;
+    };
+
     void fill();
+    bool is_run() const;
+    const RtfPiece& read();
     bool is_hidden() const {
         return m_tooDeep > 0 || m_groups.back().isHidden || m_groups.back().isDeleted;
     }
@@ -86,10 +100,11 @@ private:
     const RtfPiece& read_symbol(char symbol);
     const RtfPiece& read_hex();
     const RtfPiece& read_word();
-    const RtfPiece& finish_word(std::string_view name, bool hasNumber, int number, std::size_t end);
+    const RtfPiece& finish_word(const Control& control, std::size_t end);
+    const RtfPiece& finish_special(const RtfWord& word, const Control& control, std::size_t end);
     const RtfPiece& finish_unicode(int number, std::size_t end);
     /// Whether the word opens a destination.
-    bool enter(std::string_view name, Group& group) const;
+    static bool enter(RtfRole role, Group& group);
 
     CFile& m_file;
     std::vector<char> m_block;  ///< with NULs behind m_end

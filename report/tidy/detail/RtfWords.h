@@ -104,11 +104,14 @@ public:
             std::size_t slot = SlotOf(word.name);
             while (!m_slots[slot].name.empty()) slot = (slot + 1) % cSlots;
             m_slots[slot] = word;
+            m_lengths[FirstOf(word.name)] |= 1ull << word.name.size();
         }
     }
 
-    /// The word of that name; one without a name, which is formatting, for all others.
+    /// The word of that name, of at most 32 letters; one without a name, which is formatting, for
+    /// all others.
     const RtfWord& Find(std::string_view name) const {
+        if ((m_lengths[FirstOf(name)] >> name.size() & 1) == 0) return m_formatting;
         std::size_t slot = SlotOf(name);
         while (!m_slots[slot].name.empty() && m_slots[slot].name != name) {
             slot = (slot + 1) % cSlots;
@@ -118,6 +121,7 @@ public:
 
 private:
     static constexpr std::size_t cSlots = 512;
+    static constexpr std::size_t cLetters = 32;
 
     static constexpr std::size_t SlotOf(std::string_view name) {
         const auto at = [&](std::size_t i) { return static_cast<unsigned char>(name[i]); };
@@ -126,6 +130,13 @@ private:
                cSlots;
     }
 
+    static constexpr std::size_t FirstOf(std::string_view name) {
+        return static_cast<unsigned char>(name.front()) % cLetters;
+    }
+
+    std::array<std::uint64_t, cLetters>
+        m_lengths{};  ///< of the words that begin with a letter, as bits
+    RtfWord m_formatting;
     std::array<RtfWord, cSlots> m_slots;
 };
 
