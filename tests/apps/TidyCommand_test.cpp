@@ -167,7 +167,7 @@ TEST_F(TidyCommand, GivesTheReportOfTheUntouchedDocument) {
             shown.push_back("report_" + name);
         }
         EXPECT_EQ(PlainRtf(folder.Read(tidied)).text, PlainRtf(folder.Read(split)).text);
-        EXPECT_EQ(PlainRtf(folder.Read(tidied)).markup, PlainRtf(folder.Read(split)).markup);
+        EXPECT_TRUE(PlainRtf(folder.Read(tidied)).HasMarkupOf(PlainRtf(folder.Read(split))));
         EXPECT_EQ(PlainRtf(folder.Read("report_" + tidied)).text,
                   PlainRtf(folder.Read("report_" + whole)).text);
         shown.push_back(split);

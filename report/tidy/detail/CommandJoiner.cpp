@@ -28,6 +28,9 @@ constexpr const char* cNoArgument =
 constexpr const char* cOddCharacter =
     "it has a character by its number whose stand-in for older readers is not beside it: type it "
     "anew";
+constexpr const char* cOpenGroup =
+    "a group begins within its brackets and ends outside, or the reverse: give all of the text in "
+    "brackets one format";
 constexpr const char* cTooLong = "it is too long, or the markup in it: type it anew";
 
 /// Whether RTF ends in a control word whose blank is missing, so that a character behind it would
@@ -152,27 +155,49 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
 }
 
 bool CommandJoiner::take_character(const RtfPiece& piece) {
-    const bool isKept = piece.isUnicode && (piece.typed == '\0' || m_state == State::constant);
+    if (m_fallback > 0 && m_isFallbackKept && is_within()) return fail(cOddCharacter);
+    const bool isText = m_state == State::constant || m_state == State::fileName;
+    const bool isKept = piece.isUnicode && (isText || piece.typed == '\0');
     if (isKept && is_within() && piece.unicodeCount != m_unicodeCount) return fail(cOddCharacter);
     if (!take_char({piece.typed, piece.raw})) return false;
-    m_fallback = isKept ? m_unicodeCount : 0;
+    m_fallback = piece.isUnicode ? piece.unicodeCount : 0;
+    m_isFallbackKept = isKept;
     return true;
 }
 
 bool CommandJoiner::take_markup(const RtfPiece& piece) {
     if (m_state == State::constant) {
         m_fallback = 0;
+        m_groups += (piece.kind == Kind::open) - (piece.kind == Kind::close);
         return take_verbatim(piece.raw);
     }
     if (m_tailIsGroup && piece.kind == Kind::close && ends_at_empty_group()) {
-        close_off(nullptr);
-        return false;
+        return take_empty_group(piece.raw);
     }
-    if (m_fallback > 0 && is_within()) return fail(cOddCharacter);
+    if (m_fallback > 0 && m_isFallbackKept && is_within()) return fail(cOddCharacter);
+    m_fallback = 0;
     m_tailIsGroup = piece.kind == Kind::open && m_tail.empty();
     m_tailParts = true;
     m_tail += piece.raw;
     add_raw(piece.raw);
+    return true;
+}
+
+/// Takes the empty group that ends a command; its start is the tail.
+bool CommandJoiner::take_empty_group(std::string_view raw) {
+    if (m_state == State::linkWord) finish_link();
+    if (m_state == State::word) finish_word();
+    const bool canEnd = m_state == State::complete || m_state == State::swallow;
+    if (!canEnd || m_end.raw != m_charEnd) {
+        close_off(nullptr);
+        return false;
+    }
+    m_text += m_tail;
+    m_text += raw;
+    m_tail.clear();
+    m_tailParts = m_tailIsGroup = false;
+    pass_char(raw);
+    end_here(State::ended);
     return true;
 }
 
@@ -217,8 +242,10 @@ bool CommandJoiner::take_line_break(const RtfPiece& piece) {
 }
 
 bool CommandJoiner::take_boundary(const RtfPiece& piece) {
-    if (m_state == State::constant && !piece.raw.empty()) return take_verbatim(piece.raw);
-    close_off(piece.kind == Kind::end || piece.kind == Kind::cut ? cNotClosed : cOtherText);
+    const bool isInside = piece.kind == Kind::flow || piece.kind == Kind::hiddenCommand;
+    if (m_state == State::constant && isInside) return take_verbatim(piece.raw);
+    if (m_fallback > 0 && piece.kind == Kind::hiddenCommand) return fail(cOddCharacter);
+    close_off(isInside ? cOtherText : cNotClosed);
     return false;
 }
 
@@ -357,6 +384,7 @@ bool CommandJoiner::take_argument(const Char& ch) {
             m_argumentWord = m_text.size();
             break;
         case '[':
+            m_groups = 0;
             m_state = m_keyword == Token::kwInclude ? State::fileName : State::constant;
             break;
         case '(':
@@ -384,6 +412,7 @@ bool CommandJoiner::take_constant(const Char& ch) {
 
 bool CommandJoiner::take_constant_end(const Char& ch) {
     if (ch.raw != cConstantEnd) {
+        if (m_groups != 0) return fail(cOpenGroup);
         m_state = State::arguments;
         return take_argument(ch);
     }

@@ -113,6 +113,7 @@ private:
     bool take_character(const RtfPiece& piece);
     std::size_t take_text(std::string_view text);
     bool take_markup(const RtfPiece& piece);
+    bool take_empty_group(std::string_view raw);
     bool take_fallback(std::string_view raw);
     bool take_line_break(const RtfPiece& piece);
     bool take_boundary(const RtfPiece& piece);
@@ -162,14 +163,16 @@ private:
     int m_retyped = 0;
     int m_unicodeCount = 0;  ///< how many characters stand for one by its number, at the "@"
     int m_fallback = 0;      ///< how many are still to come
-    Mark m_end;              ///< where the command ends, as far as is known
-    bool m_isBare = false;   ///< nothing was swallowed behind that
+    bool m_isFallbackKept = false;
+    Mark m_end;             ///< where the command ends, as far as is known
+    bool m_isBare = false;  ///< nothing was swallowed behind that
     Mark m_linkStart;
     std::vector<Seam> m_seams;
     std::size_t m_wordStart = 0;
     std::size_t m_argumentWord = 0;  ///< in m_text: the word behind an "@" among the arguments; 0
     int m_keyword = cNoKeyword;
     const char* m_fault = nullptr;
+    int m_groups = 0;        ///< that were opened in a constant and not closed
     int m_depth = 0;         ///< of parentheses
     bool m_follows = false;  ///< directly follows a deferred block
     bool m_isAmbiguous = false;

@@ -164,14 +164,12 @@ const RtfPiece& RtfReader::read_text() {
     }
     const char* start = m_block.data() + m_next;
     const char* stop = findTextStop(start, m_block.data() + m_end);
-    if (!isLineEnd(*start)) m_groups.back().isFresh = false;
     return finish_shown(Kind::text, m_next + static_cast<std::size_t>(stop - start));
 }
 
 const RtfPiece& RtfReader::read_at() {
     const bool isHidden = is_hidden() || m_fallback > 0;
     if (m_fallback > 0) --m_fallback;
-    m_groups.back().isFresh = false;
     return finish(isHidden ? Kind::hiddenCommand : Kind::command, m_next + 1);
 }
 
@@ -183,9 +181,7 @@ const RtfPiece& RtfReader::read_open() {
         return finish(Kind::open, m_next + 1);
     }
     Group group = m_groups.back();
-    m_groups.back().isFresh = false;
     group.isFlow = group.isStarred = false;
-    group.isFresh = true;
     m_groups.push_back(group);
     return finish(Kind::open, m_next + 1);
 }
@@ -216,12 +212,10 @@ const RtfPiece& RtfReader::read_control() {
 
 const RtfPiece& RtfReader::read_symbol(char symbol) {
     const std::size_t end = std::min(m_next + 2, m_end);
-    Group& group = m_groups.back();
     if (symbol == '*') {
-        group.isStarred = group.isFresh;
+        m_groups.back().isStarred = true;
         return finish(Kind::markup, end);
     }
-    group.isFresh = false;
     if (symbol == '\'') return read_hex();
     if (m_fallback > 0) {
         --m_fallback;
@@ -288,22 +282,19 @@ const RtfPiece& RtfReader::read_word() {
 }
 
 bool RtfReader::enter(RtfRole role, Group& group) {
-    if (!group.isFresh) return false;
-    group.isFresh = false;
-    group.isFlow = role == RtfRole::flow;
-    if (group.isFlow) {
-        group.isHidden = false;
-    } else if (role == RtfRole::hidden || group.isStarred) {
-        group.isHidden = true;
-    } else {
-        return false;
+    const bool isFlow = role == RtfRole::flow;
+    const bool isHidden = !isFlow && (role == RtfRole::hidden || group.isStarred);
+    group.isStarred = false;
+    if (isFlow || isHidden) {
+        group.isFlow = isFlow;
+        group.isHidden = isHidden;
     }
-    return true;
+    return isFlow || isHidden;
 }
 
 inline const RtfPiece& RtfReader::finish_word(const Control& control, std::size_t end) {
     const RtfWord& word = cRtfWordTable.Find(control.name);
-    const bool isPlain = word.role == RtfRole::formatting && !m_groups.back().isFresh;
+    const bool isPlain = word.role == RtfRole::formatting && !m_groups.back().isStarred;
     return isPlain ? finish(Kind::markup, end) : finish_special(word, control, end);
 }
 

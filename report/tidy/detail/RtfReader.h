@@ -71,8 +71,7 @@ private:
         bool isHidden = false;
         bool isDeleted = false;
         bool isFlow = false;
-        bool isFresh = false;    ///< nothing but "\*" was read in it
-        bool isStarred = false;  ///< "\*": hidden from readers that don't know it
+        bool isStarred = false;  ///< behind "\*": the next word hides it, unless it is a text's
     };
 
     /// A control word.

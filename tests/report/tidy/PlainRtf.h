@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "report/tidy/detail/RtfWords.h"
@@ -20,21 +21,30 @@ class PlainRtf {
 public:
     explicit PlainRtf(std::string_view rtf) : m_rtf(rtf) {
         while (m_pos < m_rtf.size()) read();
-        for (std::string* part : {&text, &markup}) {
-            *part = withoutPairs(*part);
-        }
+        const auto count = [this](char ch) { return std::count(markup.begin(), markup.end(), ch); };
+        depth = count('{') - count('}');
+        text = withoutPairs(text);
+        markup = withoutPairs(markup);
+    }
+
+    /// Whether markup has kept its order. That in a text in brackets stays there, while other
+    /// markup passes it: then it is only as much as before.
+    bool HasMarkupOf(const PlainRtf& other) const {
+        if (depth != other.depth) return false;
+        return markup == other.markup ||
+               (text.find('[') != std::string::npos && sorted() == other.sorted());
     }
 
     std::string text;
     std::string markup;
-    bool isBalanced = true;
+    std::ptrdiff_t depth = 0;  ///< groups that are not closed
+    bool isBalanced = true;    ///< no group is closed that was not opened
 
 private:
     struct Group {
         long long count = 1;  ///< of characters that stand for one
         bool isHidden = false;
         bool isDeleted = false;
-        bool isFresh = false;
         bool isStarred = false;
     };
 
@@ -49,6 +59,14 @@ private:
         }
         return left;
     }
+    std::string sorted() const {
+        std::string letters;
+        for (const char ch : markup) {
+            if (ch != '{' && ch != '}') letters += ch;
+        }
+        std::sort(letters.begin(), letters.end());
+        return letters;
+    }
     std::string& shown() {
         return m_groups.back().isHidden || m_groups.back().isDeleted ? markup : text;
     }
@@ -57,7 +75,6 @@ private:
         const char ch = m_rtf[m_pos++];
         if (ch == '{') {
             m_groups.push_back(m_groups.back());
-            m_groups.back().isFresh = true;
             m_groups.back().isStarred = false;
             add_markup("{");
         } else if (ch == '}') {
@@ -67,7 +84,6 @@ private:
         } else if (ch == '\\') {
             read_control();
         } else if (ch != '\r' && ch != '\n') {
-            m_groups.back().isFresh = false;
             add_text(typed(static_cast<unsigned char>(ch), true));
         }
     }
@@ -80,11 +96,10 @@ private:
         static const std::map<char, std::string> texts = {{'~', " "}, {'_', "-"},   {'{', "{"},
                                                           {'}', "}"}, {'\t', "\t"}, {'\\', "\\"}};
         if (symbol == '*') {
-            m_groups.back().isStarred = m_groups.back().isFresh;
+            m_groups.back().isStarred = true;
             markup += "\\*";
             return;
         }
-        m_groups.back().isFresh = false;
         if (symbol == '\'') {
             std::size_t length = 0;
             while (length < 2 && m_pos + length < m_rtf.size() &&
@@ -156,12 +171,10 @@ private:
     /// Whether the word opens a destination.
     bool enter(const std::string& name) {
         Group& group = m_groups.back();
-        const bool wasFresh = group.isFresh;
-        group.isFresh = false;
+        const bool isStarred = std::exchange(group.isStarred, false);
         const auto role = detail::cRtfWordTable.Find(name).role;
         const bool isFlow = role == detail::RtfRole::flow;
-        if (!wasFresh || !(isFlow || role == detail::RtfRole::hidden || group.isStarred))
-            return false;
+        if (!isFlow && role != detail::RtfRole::hidden && !isStarred) return false;
         group.isHidden = !isFlow;
         return true;
     }
