@@ -10,7 +10,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using tessalink::fuzz::require;
     using tessalink::test::PlainRtf;
-    const std::string rtf = "{\\rtf1" + std::string(reinterpret_cast<const char*>(data), size) + "}";
+    const std::string rtf =
+        "{\\rtf1" + std::string(reinterpret_cast<const char*>(data), size) + "}";
     const auto tidied = tessalink::test::tidy(rtf);
     const PlainRtf before(rtf);
     if (!tidied.fault.empty()) return 0;

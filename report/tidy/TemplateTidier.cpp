@@ -169,7 +169,7 @@ bool TemplateTidier::run(const Writer& write, const Listener& listener) {
     };
     const auto tellResult = [&](const CommandJoiner::Result& result) {
         const bool isLeft = result.fault || result.isSplit;
-        const bool isNew = !isLeft && (result.isJoined || result.isRetyped);
+        const bool isNew = !result.fault && (result.isJoined || result.isRetyped);
         isChanged |= isNew;
         if (!isLeft && !isNew) return;
         tell(isLeft ? TidyFinding::Kind::left : TidyFinding::Kind::changed, result.first,

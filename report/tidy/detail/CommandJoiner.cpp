@@ -155,7 +155,10 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
 }
 
 bool CommandJoiner::take_character(const RtfPiece& piece) {
-    if (m_fallback > 0 && m_isFallbackKept && is_within()) return fail(cOddCharacter);
+    constexpr std::size_t hexLength = 4;
+    const bool isCut = piece.raw.starts_with("\\'") && piece.raw.size() < hexLength;
+    const bool isOdd = isCut || (m_fallback > 0 && m_isFallbackKept);
+    if (isOdd && is_within()) return fail(cOddCharacter);
     const bool isText = m_state == State::constant || m_state == State::fileName;
     const bool isKept = piece.isUnicode && (isText || piece.typed == '\0');
     if (isKept && is_within() && piece.unicodeCount != m_unicodeCount) return fail(cOddCharacter);
