@@ -31,6 +31,9 @@ if(TARGET tessalink)
     endif()
     install(TARGETS tessalink_qt_module LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
   endif()
+  if(TARGET tessalink_win32_module)
+    install(TARGETS tessalink_win32_module LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endif()
 endif()
 
 # Questionnaires as data.

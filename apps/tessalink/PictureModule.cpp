@@ -6,7 +6,7 @@
 
 #include "platform/files/LoadedModule.h"
 #include "platform/files/ModuleDir.h"
-#include "platform/qt/module/PictureModuleCalls.h"
+#include "platform/graphics/PictureModuleCalls.h"
 
 namespace tessalink::cli {
 

@@ -44,11 +44,11 @@ CString lineOf(const DATAENTRYCTL_NOTIFICATION& notification) {
                                       {DATAENTRY_MOVED, "moved to"},
                                       {DATAENTRY_BEFORE_FIRST, "before the first"},
                                       {DATAENTRY_PAST_LAST, "past the last"},
-                                      {NM_SETFOCUS, "focus gained"},
-                                      {NM_KILLFOCUS, "focus lost"}};
+                                      {static_cast<int>(NM_SETFOCUS), "focus gained"},
+                                      {static_cast<int>(NM_KILLFOCUS), "focus lost"}};
     CString line;
     for (const Name& name : cNames) {
-        if (name.code == notification.hdr.code) line = name.text;
+        if (name.code == static_cast<int>(notification.hdr.code)) line = name.text;
     }
     if (notification.itemIndex >= 0) line.AppendFormat(", item %d", notification.itemIndex);
     if (notification.item != nullptr) {

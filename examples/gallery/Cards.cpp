@@ -150,10 +150,8 @@ void drawBrushes(CDC& dc) {
     int x = 10;
     for (int i = 0; i < 8; ++i, x += 75) {
         CBrush brush;
-        const LOGBRUSH description = {i == 0   ? BS_NULL
-                                      : i == 1 ? BS_SOLID
-                                               : BS_HATCHED,
-                                      cRed, static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
+        const auto style = static_cast<UINT>(i == 0 ? BS_NULL : i == 1 ? BS_SOLID : BS_HATCHED);
+        const LOGBRUSH description = {style, cRed, static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
         brush.CreateBrushIndirect(&description);
         const Selected selected(dc, &brush);
         caption(dc, x, 4, names[static_cast<std::size_t>(i)]);

@@ -161,7 +161,8 @@ public:
 // The platform's context and what is selected in it.
 class DcDevice::Context {
 public:
-    Context(HDC context, int dpi) : m_dc(context), m_scale(dpi), m_saved(::SaveDC(context)) {
+    Context(HDC context, int dpi)
+        : m_dc(context), m_scale(dpi), m_isScaled(dpi > 0), m_saved(::SaveDC(context)) {
         if (m_saved == 0) AfxThrowInvalidArgException();
         ::SetMapMode(m_dc, MM_TEXT);
         ::SetWindowOrgEx(m_dc, 0, 0, nullptr);
@@ -177,6 +178,8 @@ public:
 
     HDC Dc() const { return m_dc; }
     const Scale& Units() const { return m_scale; }
+    // Whether units are those of a screen.
+    bool IsScaled() const { return m_isScaled; }
 
     // Shows nothing outside the region, null for no region, and outside the rectangle. Returns
     // whether anything can show.
@@ -250,6 +253,7 @@ public:
 private:
     HDC m_dc;
     Scale m_scale;
+    bool m_isScaled;
     int m_saved;
     POINT m_origin = {};
     GdiHandle<HRGN> m_own;  // what the context clipped before
@@ -275,18 +279,22 @@ DeviceCaps capsOf(HDC context) {
     return caps;
 }
 
-DcDevice::DcDevice(HDC context, int dpi)
-    : m_caps(capsOf(context)), m_context(std::make_unique<Context>(context, dpi)) {
-    if (dpi <= 0) return;
-    const Scale scale(dpi);
-    m_caps =
-        capsFor(scale.UnitEdge(m_caps.width), scale.UnitEdge(m_caps.height), detail::cUnitsPerInch);
-}
+DcDevice::DcDevice(HDC context, int dpi) : m_context(std::make_unique<Context>(context, dpi)) {}
 
 DcDevice::DcDevice(HDC context, int width, int height, int dpi)
     : m_caps(capsFor(width, height, dpi)), m_context(std::make_unique<Context>(context, 0)) {}
 
 DcDevice::~DcDevice() = default;
+
+const DeviceCaps& DcDevice::Caps() const {
+    if (m_caps) return *m_caps;
+    m_caps = capsOf(m_context->Dc());
+    const Scale& scale = m_context->Units();
+    if (!m_context->IsScaled()) return *m_caps;
+    m_caps = capsFor(scale.UnitEdge(m_caps->width), scale.UnitEdge(m_caps->height),
+                     detail::cUnitsPerInch);
+    return *m_caps;
+}
 
 const TextMetricsSource& DcDevice::TextMetrics() const {
     return platformTextMetrics();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "platform/base/Export.h"
 #include "platform/graphics/DrawingDevice.h"
@@ -27,7 +28,7 @@ public:
     ~DcDevice() override;
 
     /// Screens, and bitmaps for these, have 96 units per inch when `dpi` was given.
-    const DeviceCaps& Caps() const override { return m_caps; }
+    const DeviceCaps& Caps() const override;
     const TextMetricsSource& TextMetrics() const override;
     void DrawLine(const Paint& paint, POINT from, POINT to) override;
     void DrawPolyline(const Paint& paint, std::span<const POINT> points) override;
@@ -42,7 +43,8 @@ public:
 private:
     class Context;
 
-    DeviceCaps m_caps;
+    /// Asked for when somebody needs it: the platform takes longer for it than for a line of text.
+    mutable std::optional<DeviceCaps> m_caps;
     std::unique_ptr<Context> m_context;
 };
 

@@ -10,8 +10,8 @@
 #include <optional>
 
 #include "platform/graphics/EnhMetaFile.h"
+#include "platform/graphics/PictureModuleCalls.h"
 #include "platform/qt/QtImages.h"
-#include "platform/qt/module/PictureModuleCalls.h"
 
 namespace {
 

@@ -10,7 +10,7 @@ namespace tessalink::detail {
 
 namespace {
 
-// What fields leave free at the left and right of the text.
+// What fields leave free around the text.
 constexpr int cTextMargin = 2;
 
 }  // namespace
@@ -173,6 +173,14 @@ void Win32Edit::use_font() {
     if (!m_font) return;
     Base(WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), TRUE);
     Base(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(m_margin, m_margin));
+}
+
+void Win32Edit::LayOut() const {
+    if (!is_multi_line()) return;
+    RECT room = {};
+    ::GetClientRect(m_field, &room);
+    room = {m_margin, m_margin, std::max<LONG>(m_margin, room.right - m_margin), room.bottom};
+    Base(EM_SETRECTNP, 0, reinterpret_cast<LPARAM>(&room));
 }
 
 HBRUSH Win32Edit::Ground(HDC context, COLORREF text, COLORREF ground) {

@@ -20,6 +20,8 @@ public:
     // Goes on in another field of the platform, with text, selection, font and state.
     void MoveTo(HWND field, WNDPROC base);
     bool IsLow() const { return m_isLow; }
+    // Has another size: places the text in it.
+    void LayOut() const;
 
     void SetText(const CString& text) override;
     CString Text() const override;

@@ -256,6 +256,7 @@ void Win32Window::place(const CRect& rect) {
     constexpr UINT cFlags = cOnlyPlace | SWP_FRAMECHANGED;
     ::SetWindowPos(m_handle, nullptr, pixels.left, pixels.top, pixels.Width(), pixels.Height(),
                    cFlags);
+    if (m_edit) m_edit->LayOut();
 }
 
 std::optional<LRESULT> Win32Window::moved(const Received& received) {
@@ -528,9 +529,9 @@ std::optional<LRESULT> Win32Window::function_called(const Received& received) {
 void Win32Window::NotifyAccessible(AccessibleEvent event, int child, const CString& text) {
     // Fields tell of themselves.
     if (m_handle == nullptr || m_edit) return;
-    Win32Window* const focused = windows().WindowOf(::GetFocus());
-    if (event == AccessibleEvent::Focus && focused != nullptr && focused->m_edit) {
-        return focused->stand_for(child);
+    if (event == AccessibleEvent::Focus) {
+        Win32Window* const focused = windows().WindowOf(::GetFocus());
+        if (focused != nullptr && focused->m_edit) return focused->stand_for(child);
     }
     const bool isAnnouncement = event == AccessibleEvent::Announcement;
     if (isAnnouncement) m_announcement = text;

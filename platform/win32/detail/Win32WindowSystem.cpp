@@ -47,6 +47,23 @@ HWND dialogAround(HWND host) {
     return host;
 }
 
+// A measure of the system in units.
+int metricNow(int index) {
+    switch (index) {
+        case SM_CXSCREEN:
+            return screenAt({0, 0}).Width();
+        case SM_CYSCREEN:
+            return screenAt({0, 0}).Height();
+        case SM_CXBORDER:
+        case SM_CYBORDER:
+            return 1;
+        default: {
+            const int dpi = dpiOfProcess();
+            return Scale(dpi).UnitEdge(metricForDpi(index, dpi));
+        }
+    }
+}
+
 class OpenClipboard {
 public:
     explicit OpenClipboard(HWND owner) : m_isOpen(::OpenClipboard(owner) != 0) {}
@@ -98,6 +115,7 @@ const wchar_t* Win32WindowSystem::WindowClass() {
 
 void Win32WindowSystem::Start() {
     m_colors.clear();
+    m_metrics.clear();
     if (m_listener != nullptr && ::IsWindow(m_listener) != 0) return;
     static const ATOM registered =
         registerClass(Module(), cListenerClass, &Win32WindowSystem::listen);
@@ -163,19 +181,9 @@ COLORREF Win32WindowSystem::Color(int index) const {
 }
 
 int Win32WindowSystem::Metric(int index) const {
-    switch (index) {
-        case SM_CXSCREEN:
-            return screenAt({0, 0}).Width();
-        case SM_CYSCREEN:
-            return screenAt({0, 0}).Height();
-        case SM_CXBORDER:
-        case SM_CYBORDER:
-            return 1;
-        default: {
-            const int dpi = dpiOfProcess();
-            return Scale(dpi).UnitEdge(metricForDpi(index, dpi));
-        }
-    }
+    const auto known = m_metrics.find(index);
+    if (known != m_metrics.end()) return known->second;
+    return m_metrics.insert({index, metricNow(index)}).first->second;
 }
 
 CRect Win32WindowSystem::ScreenAt(CPoint point) const {
@@ -220,6 +228,7 @@ void Win32WindowSystem::WakeUp() {
 
 void Win32WindowSystem::settings_changed_soon() {
     m_colors.clear();
+    m_metrics.clear();
     if (!std::exchange(m_settingsChange, true)) {
         ::PostMessageW(m_listener, cSettingsChanged, 0, 0);
     }

@@ -87,7 +87,9 @@ private:
     void settings_changed();
 
     std::unordered_map<HWND, Win32Window*> m_windows;
+    // Until settings change: windows ask for them with every key.
     mutable std::map<int, COLORREF> m_colors;
+    mutable std::map<int, int> m_metrics;
     BackBuffer m_buffer;
     HWND m_listener = nullptr;  // has the timers, and hears of settings
     std::optional<bool> m_tab;

@@ -13,6 +13,7 @@
 #include "platform/base/CInvalidArgException.h"
 #include "platform/graphics/CMetaFileDC.h"
 #include "platform/graphics/DCScope.h"
+#include "platform/graphics/PictureModuleCalls.h"
 #include "platform/win32/CImageException.h"
 #include "platform/win32/Win32Images.h"
 #include "platform/win32/Win32Metafiles.h"
@@ -338,6 +339,52 @@ TEST(MemoryBitmap, RefusesWhatItCantBe) {
                                      png.begin() + static_cast<std::ptrdiff_t>(length));
         EXPECT_THROW(MemoryBitmap::OfPng(part), CImageException) << length;
     }
+}
+
+// The module of the command line, which lies beside the tests.
+
+class Module {
+public:
+    Module() : m_module(::LoadLibraryA(TESSALINK_WIN32_MODULE)) {}
+    ~Module() { ::FreeLibrary(m_module); }
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+
+    template <class Function>
+    Function Find(const char* name) const {
+        return reinterpret_cast<Function>(
+            reinterpret_cast<void*>(::GetProcAddress(m_module, name)));
+    }
+
+private:
+    HMODULE m_module;
+};
+
+TEST(PictureModule, DrawsMetafilesAsPng) {
+    const Module module;
+    const auto render = module.Find<TessalinkRenderPicture>(cRenderPictureName);
+    const auto free = module.Find<TessalinkFreePicture>(cFreePictureName);
+    ASSERT_NE(render, nullptr);
+    ASSERT_NE(free, nullptr);
+    CMetaFileDC recording;
+    const RECT frame = {0, 0, 2646, 2646};
+    recording.CreateEnhanced(nullptr, nullptr, &frame, nullptr);
+    recording.FillSolidRect(10, 10, 30, 20, cFill);
+    const HENHMETAFILE picture = recording.CloseEnhanced();
+    const auto bytes = bytesOf(picture);
+    TessalinkPictureJob job = {bytes.data(), bytes.size(), "png", 100, 100, 96};
+    TessalinkPictureFile file = {};
+    ASSERT_NE(render(&job, &file), 0) << file.message;
+    const MemoryBitmap shown = MemoryBitmap::OfPng({file.bytes, file.bytes + file.size});
+    free(&file);
+    EXPECT_EQ(differentPixels(shown, playedByUs(picture, 100, 100)), 0);
+    EXPECT_EQ(shown.Pixel(20, 20), cFill);
+    job.format = "pdf";
+    EXPECT_EQ(render(&job, &file), 0);
+    EXPECT_THAT(file.message, testing::HasSubstr("--embed-fonts"));
+    job = {bytes.data(), bytes.size(), "png", 0, 100, 96};
+    EXPECT_EQ(render(&job, &file), 0);
+    DeleteEnhMetaFile(picture);
 }
 
 // Printers.

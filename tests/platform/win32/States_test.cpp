@@ -205,6 +205,11 @@ void expectStored(const char* name, const Win32Look::Picture& picture) {
                   << ". If that is meant, run with " << cRefresh << "=1.";
 }
 
+void tellSettingsChanged() {
+    ::SendMessageW(::FindWindowW(L"TessalinkListener", nullptr), WM_SETTINGCHANGE, 0, 0);
+    HostFrame::PumpAll(nullptr);
+}
+
 /// While it lives, the user has chosen the dark theme.
 class DarkTheme {
 public:
@@ -218,18 +223,23 @@ private:
         ::RegSetKeyValueW(HKEY_CURRENT_USER,
                           L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
                           L"AppsUseLightTheme", REG_DWORD, &isLight, sizeof(isLight));
-        ::SendMessageW(::FindWindowW(L"TessalinkListener", nullptr), WM_SETTINGCHANGE, 0, 0);
-        HostFrame::PumpAll(nullptr);
+        tellSettingsChanged();
     }
 };
 
 /// While it lives, windows have a scale of their own.
 class OtherScale {
 public:
-    explicit OtherScale(int dpi) { detail::useDpi(dpi); }
-    ~OtherScale() { detail::useDpi(0); }
+    explicit OtherScale(int dpi) { use(dpi); }
+    ~OtherScale() { use(0); }
     OtherScale(const OtherScale&) = delete;
     OtherScale& operator=(const OtherScale&) = delete;
+
+private:
+    static void use(int dpi) {
+        detail::useDpi(dpi);
+        tellSettingsChanged();
+    }
 };
 
 HostServices quietServices() {

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
-/// What a program that does not link the toolkit calls in the module tessalink_qt_module after
-/// loading it. Plain C: the two may hold different copies of the language's run-time library, so no
-/// exception and no object crosses.
+/// What a program that does not draw pixels itself calls in the module for pictures of its system
+/// (tessalink_qt_module or tessalink_win32_module) after loading it. Plain C: the two may hold
+/// different copies of the language's run-time library, so no exception and no object crosses.
 
 extern "C" {
 
@@ -25,8 +25,8 @@ struct TessalinkPictureFile {
     char message[200];  ///< empty when all went well
 };
 
-/// Draws the picture so that its frame fills the size. Nonzero on success. The toolkit's
-/// application object lives as long as the call; always call from the same thread.
+/// Draws the picture so that its frame fills the size. Nonzero on success. Always call
+/// from the same thread: a toolkit's application object lives as long as the call.
 using TessalinkRenderPicture = int (*)(const TessalinkPictureJob* job, TessalinkPictureFile* file);
 using TessalinkFreePicture = void (*)(TessalinkPictureFile* file);
 }
