@@ -179,7 +179,7 @@ void Win32Edit::LayOut() const {
     if (!is_multi_line()) return;
     RECT room = {};
     ::GetClientRect(m_field, &room);
-    room = {m_margin, m_margin, std::max<LONG>(m_margin, room.right - m_margin), room.bottom};
+    room.top = m_margin;
     Base(EM_SETRECTNP, 0, reinterpret_cast<LPARAM>(&room));
 }
 
