@@ -35,6 +35,11 @@ bool isSameName(std::string_view a, std::string_view b) {
                       [&](char one, char other) { return lower(one) == lower(other); });
 }
 
+int CALLBACK noteFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
+    *reinterpret_cast<bool*>(found) = true;
+    return 0;
+}
+
 bool isInstalled(const char* face) {
     LOGFONTW wanted = {};
     wanted.lfCharSet = DEFAULT_CHARSET;
@@ -43,13 +48,7 @@ bool isInstalled(const char* face) {
                 wanted.lfFaceName);
     bool isFound = false;
     const WindowContext screen(nullptr);
-    ::EnumFontFamiliesExW(
-        screen.Get(), &wanted,
-        [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
-            *reinterpret_cast<bool*>(found) = true;
-            return 0;
-        },
-        reinterpret_cast<LPARAM>(&isFound), 0);
+    ::EnumFontFamiliesExW(screen.Get(), &wanted, noteFace, reinterpret_cast<LPARAM>(&isFound), 0);
     return isFound;
 }
 

@@ -35,15 +35,14 @@ Screen screenOf(HMONITOR monitor) {
     return {info.rcMonitor, info.rcWork, Scale(dpiOfMonitor(monitor))};
 }
 
+BOOL CALLBACK addScreen(HMONITOR monitor, HDC, RECT*, LPARAM all) {
+    reinterpret_cast<std::vector<Screen>*>(all)->push_back(screenOf(monitor));
+    return TRUE;
+}
+
 std::vector<Screen> allScreens() {
     std::vector<Screen> screens;
-    ::EnumDisplayMonitors(
-        nullptr, nullptr,
-        [](HMONITOR monitor, HDC, RECT*, LPARAM all) {
-            reinterpret_cast<std::vector<Screen>*>(all)->push_back(screenOf(monitor));
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&screens));
+    ::EnumDisplayMonitors(nullptr, nullptr, addScreen, reinterpret_cast<LPARAM>(&screens));
     return screens;
 }
 
