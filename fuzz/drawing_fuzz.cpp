@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     tessalink::test::RecordedPage::Lines(recording.Primitives(), wholeScreen),
                 "the page shows what was drawn");
     }
-    const std::unique_ptr<tessalink::EnhMetaFile, BOOL (*)(HENHMETAFILE)> picture(
+    const std::unique_ptr<tessalink::EnhMetaFile, BOOL (*)(tessalink::HENHMETAFILE)> picture(
         tessalink::makeEnhMetaFile(metafile.Finish()), DeleteEnhMetaFile);
     require(picture != nullptr, "what was recorded is taken");
     tessalink::RecordingDevice target;

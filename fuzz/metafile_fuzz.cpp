@@ -45,8 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t before = inUse;
     most = inUse;
     {
-        const std::unique_ptr<tessalink::EnhMetaFile, BOOL (*)(HENHMETAFILE)> picture(
-            SetEnhMetaFileBits(static_cast<UINT>(size), data), DeleteEnhMetaFile);
+        const std::unique_ptr<tessalink::EnhMetaFile, BOOL (*)(tessalink::HENHMETAFILE)> picture(
+            tessalink::SetEnhMetaFileBits(static_cast<UINT>(size), data), DeleteEnhMetaFile);
         if (picture) {
             tessalink::NullDevice device;
             CDC dc(device);

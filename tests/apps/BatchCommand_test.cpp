@@ -7,6 +7,7 @@
 #include "core/MD5Hash.h"
 #include "tests/apps/CommandLine.h"
 #include "tests/support/Dice.h"
+#include "tests/support/Environment.h"
 
 namespace tessalink::test {
 namespace {
@@ -33,7 +34,8 @@ Files filesIn(const std::string& folder) {
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;
         std::ifstream file(entry.path(), std::ios::binary);
-        files[entry.path().lexically_relative(folder)] = {std::istreambuf_iterator<char>(file), {}};
+        const std::string name = entry.path().lexically_relative(folder).generic_string();
+        files[name] = {std::istreambuf_iterator<char>(file), {}};
     }
     return files;
 }
@@ -202,9 +204,9 @@ TEST_F(BatchCommand, RefusesWhatDoesNotBelongTogether) {
 class PathScope {
 public:
     explicit PathScope(const std::string& path) : m_old(std::getenv("PATH")) {
-        ::setenv("PATH", path.c_str(), 1);
+        setVariable("PATH", path.c_str());
     }
-    ~PathScope() { ::setenv("PATH", m_old.c_str(), 1); }
+    ~PathScope() { setVariable("PATH", m_old.c_str()); }
     PathScope(const PathScope&) = delete;
     PathScope& operator=(const PathScope&) = delete;
 

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <regex>
@@ -239,8 +238,8 @@ TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
 
 TEST_F(CommandLine, RefusesFilesThatMayNotBeRead) {
     folder.Write("secret.rtf", "{\\rtf}");
-    ::chmod(folder.Path("secret.rtf").c_str(), 0);
-    ::chmod(folder.Path("").c_str(), 0755);
+    std::filesystem::permissions(folder.Path("secret.rtf"), std::filesystem::perms::none);
+    std::filesystem::permissions(folder.Path(""), std::filesystem::perms(0755));
     for (const Strings& arguments :
          {Strings{"report", "secret.rtf", "-o", "-"}, Strings{"check", "secret.rtf"},
           Strings{"vars", "secret.rtf"}, Strings{"report", "secret.rtf", "-o", "new.rtf"}}) {

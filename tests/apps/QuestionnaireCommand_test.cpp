@@ -85,7 +85,7 @@ TEST_F(QuestionnaireCommand, ImportsADictionaryWithAMapping) {
     EXPECT_NE(run.out.find("--map"), std::string::npos) << run.out;
     std::string map;
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path("d"))) {
-        if (entry.path().extension() == ".csv") map = entry.path();
+        if (entry.path().extension() == ".csv") map = entry.path().string();
     }
     folder.Write("r.csv", "id,text,sex\np,1,2\n");
     EXPECT_EQ(Run({"batch", "d", "r.csv", "-o", "out", "--map", map}).exitCode, 0);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tests/apps/CommandLine.h"
+#include "tests/support/Environment.h"
 
 namespace tessalink::test {
 namespace {
@@ -267,16 +268,16 @@ TEST_F(ScoreCommands, PrintsAges) {
 TEST_F(ScoreCommands, ReadsDatesOfTheLocale) {
     const std::string make = "localedef -i de_DE -f UTF-8 '" + folder.Path("de_DE.UTF-8") + "'";
     if (std::system((make + " 2>/dev/null").c_str()) != 0) GTEST_SKIP() << "no locales";
-    ::setenv("LOCPATH", folder.Path("").c_str(), 1);
-    ::setenv("LC_ALL", "de_DE.UTF-8", 1);
-    ::setenv("LSAN_OPTIONS", "detect_leaks=0",
-             1);  // the C library leaks the path that LOCPATH names
+    setVariable("LOCPATH", folder.Path("").c_str());
+    setVariable("LC_ALL", "de_DE.UTF-8");
+    setVariable("LSAN_OPTIONS",
+                "detect_leaks=0");  // the C library leaks the path that LOCPATH names
     const Finished local = Run({"age", "--local", "15.03.1990", "2000-03-10"});
     const Finished fault = Run({"age", "--local", "03/15/1990", "2000-03-10"});
     const Finished plain = Run({"age", "03/15/1990", "2000-03-10"});
-    ::unsetenv("LOCPATH");
-    ::unsetenv("LC_ALL");
-    ::unsetenv("LSAN_OPTIONS");
+    removeVariable("LOCPATH");
+    removeVariable("LC_ALL");
+    removeVariable("LSAN_OPTIONS");
     EXPECT_EQ(local.out, "9 years, 11 months, 26 days\n");
     EXPECT_EQ(plain.out, local.out);
     EXPECT_THAT(fault.err, HasSubstr("write YYYY-MM-DD or DD.MM.YYYY"));

@@ -290,10 +290,12 @@ TEST(Time, NumbersAndRefusals) {
         EXPECT_EQ(time.Set(hour, minute, second), 0) << hour << ' ' << minute << ' ' << second;
         EXPECT_FALSE(Time(hour, minute, second).IsValid());
     }
-    // The last is 00:00:01 when it is cut to 32 bits.
-    for (const unsigned long number :
-         {240000ul, 6000ul, 60ul, 2550000ul, 0xFFFFFFFFul, 0x100000001ul}) {
+    for (const unsigned long number : {240000ul, 6000ul, 60ul, 2550000ul, 0xFFFFFFFFul}) {
         EXPECT_EQ(time.Set(number), 0) << number;
+    }
+    if constexpr (sizeof(unsigned long) > sizeof(std::uint32_t)) {
+        constexpr std::uint64_t cutToASecond = 0x100000001u;
+        EXPECT_EQ(time.Set(static_cast<unsigned long>(cutToASecond)), 0);
     }
     EXPECT_EQ(time.Get(), 70809u);
     EXPECT_EQ(time.Set(0UL), 1);

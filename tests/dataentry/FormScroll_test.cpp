@@ -71,8 +71,9 @@ TEST_F(FormScroll, TheWheelScrollsByTheSystemsLines) {
 }
 
 TEST(FormLife, AFormMayGoInsideAnyOfItsNotifications) {
-    for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED, DATAENTRY_CLICKED,
-                           DATAENTRY_MOVED, NM_SETFOCUS, NM_KILLFOCUS, DATAENTRY_PAST_LAST}) {
+    for (const int code :
+         {DATAENTRY_CHANGING, DATAENTRY_CHANGED, DATAENTRY_CLICKED, DATAENTRY_MOVED,
+          static_cast<int>(NM_SETFOCUS), static_cast<int>(NM_KILLFOCUS), DATAENTRY_PAST_LAST}) {
         for (const bool choices : {false, true}) {
             for (const bool deletes : {false, true}) {
                 FormHost host;
@@ -83,7 +84,7 @@ TEST(FormLife, AFormMayGoInsideAnyOfItsNotifications) {
                 for (int i = 0; i < 3; ++i) form->AddItem(new IntegerDataEntryItem, ui);
                 form->Create(CRect(0, 0, 300, 200), 1, &host);
                 host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
-                    if (told.hdr.code != code) return 0;
+                    if (static_cast<int>(told.hdr.code) != code) return 0;
                     if (deletes) {
                         form.reset();
                     } else {
@@ -169,16 +170,18 @@ TEST(FormLife, FocusThatGoesInANotificationIsToldOnce) {
         CEdit other;
         other.Create(WS_CHILD | WS_VISIBLE, CRect(400, 0, 500, 20), &typing.host, 2);
         typing.host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
-            if (told.hdr.code == code) other.SetFocus();
+            if (static_cast<int>(told.hdr.code) == code) other.SetFocus();
             return 0;
         };
         typing.form->SetReadOnlyItem(2, 1);
         windows().PressKey(VK_RETURN);
         windows().PressKey(VK_RETURN);
         const std::vector<Note> notes = typing.host.Taken();
-        const auto gone = std::count(notes.begin(), notes.end(), Note{NM_KILLFOCUS, -1});
+        const auto gone =
+            std::count(notes.begin(), notes.end(), Note{static_cast<int>(NM_KILLFOCUS), -1});
         const bool isThere = typing.form->IsChild(CWnd::GetFocus()) != 0;
-        const auto back = std::count(notes.begin(), notes.end(), Note{NM_SETFOCUS, 1});
+        const auto back =
+            std::count(notes.begin(), notes.end(), Note{static_cast<int>(NM_SETFOCUS), 1});
         EXPECT_EQ(gone, back + (isThere ? 0 : 1)) << code;
         EXPECT_EQ(gone, 1) << code;
         EXPECT_TRUE(code != DATAENTRY_MOVED || CWnd::GetFocus() == &other);
@@ -197,7 +200,7 @@ TEST(FormLife, AParentMayGoToAnotherItemWhileItIsTold) {
             form.Create(CRect(0, 0, 300, 300), 1, &host);
             form.SetFocus();
             host.answer = [&](const DATAENTRYCTL_NOTIFICATION& told) -> LRESULT {
-                if (told.hdr.code == code) form.SetCurrItem(3);
+                if (static_cast<int>(told.hdr.code) == code) form.SetCurrItem(3);
                 return 0;
             };
             windows().Type("5");
@@ -255,7 +258,7 @@ TEST(FormLife, FocusWithoutItemsAndWithoutInput) {
     DataEntryCtl form(new SingleColLayoutMgr);
     form.Create(CRect(0, 0, 300, 200), 1, &host);
     form.SetFocus();
-    EXPECT_EQ(host.Taken(), (std::vector<Note>{{NM_SETFOCUS, -1}}));
+    EXPECT_EQ(host.Taken(), (std::vector<Note>{{static_cast<int>(NM_SETFOCUS), -1}}));
     auto* ui = new IntegerDataEntryUI(0, 3);
     form.AddItem(new IntegerDataEntryItem, ui);
     form.AddItem(new IntegerDataEntryItem, ui);
@@ -268,7 +271,7 @@ TEST(FormLife, FocusWithoutItemsAndWithoutInput) {
     EXPECT_EQ(CWnd::GetFocus(), nullptr) << "a disabled form takes none";
     form.EnableWindow();
     form.SetFocus();
-    EXPECT_EQ(host.Taken(), (std::vector<Note>{{NM_SETFOCUS, 1}}));
+    EXPECT_EQ(host.Taken(), (std::vector<Note>{{static_cast<int>(NM_SETFOCUS), 1}}));
 }
 
 TEST(FormLife, AnotherLayoutBringsItsScrollBar) {

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <string>
 
 #include "platform/base/HostServices.h"
 #include "tests/platform/files/TemporaryFolder.h"
 #include "tests/report/RunTemplate.h"
+#include "tests/support/FileSizeLimit.h"
 
 namespace tessalink::test {
 namespace {
@@ -146,11 +146,7 @@ TEST_F(Includes, ArePlainWhereAllParsersAreMadeSo) {
 }
 
 TEST_F(Includes, NestAThousandLevelsWithFewDescriptors) {
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-    rlimit few = before;
-    few.rlim_cur = 24;
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const FewFiles limit;
     constexpr const char* start = "@DEFINE(n)@INCLUDE([a])@n";
     Store("a.DAT", Counting("@INCLUDE([A])", 1000) + "@IF(n=1000)@THEN.@ENDIF");
     EXPECT_EQ(Outcome(start), std::string(1000, '.') + "1000");
@@ -163,7 +159,6 @@ TEST_F(Includes, NestAThousandLevelsWithFewDescriptors) {
     EXPECT_EQ(Outcome(start), "500");
     Store("a.DAT", Counting("@DEFER_START(1)@INCLUDE([a])@DEFER_END@PRINT_DEFERRED(ASC)", 500));
     EXPECT_EQ(Outcome(start), "500");
-    setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST_F(Includes, GoOnWhereTheyWereAfterTheirIncludes) {

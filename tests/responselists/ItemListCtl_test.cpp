@@ -103,7 +103,8 @@ TEST_F(ItemListCtlTest, ANotificationMayDestroyDeleteOrReplaceTheList) {
     };
     m_host.other.SetFocus();
     for (std::size_t deed = 0; deed < deeds.size(); ++deed) {
-        for (const int code : {1, 2, 3, 4, NM_SETFOCUS, NM_KILLFOCUS}) {
+        for (const int code :
+             {1, 2, 3, 4, static_cast<int>(NM_SETFOCUS), static_cast<int>(NM_KILLFOCUS)}) {
             for (const bool clicks : {false, true}) run(deed, code, clicks);
         }
     }

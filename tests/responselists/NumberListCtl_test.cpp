@@ -271,7 +271,8 @@ TEST_F(NumberListCtlTest, ANotificationMayDestroyDeleteOrReplaceTheList) {
     };
     constexpr int cBox = 100;
     for (std::size_t deed = 0; deed < deeds.size(); ++deed) {
-        for (const int code : {1, 2, cBox, NM_SETFOCUS, NM_KILLFOCUS}) {
+        for (const int code :
+             {1, 2, cBox, static_cast<int>(NM_SETFOCUS), static_cast<int>(NM_KILLFOCUS)}) {
             bool done = false;
             m_host.whenTold = nullptr;
             m_host.whenBox = nullptr;

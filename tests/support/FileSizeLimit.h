@@ -1,29 +1,34 @@
 #pragma once
 
-#include <sys/resource.h>
-
-#include <csignal>
+#include <cstddef>
+#include <memory>
 
 namespace tessalink::test {
 
-/// A file may not grow beyond the limit while this lives: a stand-in for a full disk.
+/// A file may not grow beyond the limit while this lives: a stand-in for a full disk. One lives at
+/// a time.
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{bytes, m_old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
+    explicit FileSizeLimit(std::size_t bytes);
+    ~FileSizeLimit();
     FileSizeLimit(const FileSizeLimit&) = delete;
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
 
 private:
-    rlimit m_old = {};
-    void (*m_oldHandler)(int);
+    struct System;
+    std::unique_ptr<System> m_system;
+};
+
+/// The process may open few files while this lives, where the system knows such a limit.
+class FewFiles {
+public:
+    FewFiles();
+    ~FewFiles();
+    FewFiles(const FewFiles&) = delete;
+    FewFiles& operator=(const FewFiles&) = delete;
+
+private:
+    std::size_t m_before = 0;
 };
 
 }  // namespace tessalink::test

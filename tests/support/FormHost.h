@@ -25,7 +25,7 @@ public:
 
     BOOL OnNotify(WPARAM, LPARAM lParam, LRESULT* result) override {
         const auto& told = *reinterpret_cast<DATAENTRYCTL_NOTIFICATION*>(lParam);
-        notes.push_back({told.hdr.code, told.itemIndex});
+        notes.push_back({static_cast<int>(told.hdr.code), told.itemIndex});
         *result = answer ? answer(told) : 0;
         return 1;
     }

@@ -138,7 +138,8 @@ struct ColumnModel {
     int Clamped(int index) const { return std::max(std::min(index, count - 1), 0); }
     void Focus(bool focus) {
         if (std::exchange(hasFocus, focus) == focus) return;
-        log.push_back(focus ? told(NM_SETFOCUS, current, 0) : told(NM_KILLFOCUS, -1, 0));
+        log.push_back(focus ? told(static_cast<int>(NM_SETFOCUS), current, 0)
+                            : told(static_cast<int>(NM_KILLFOCUS), -1, 0));
     }
 };
 

@@ -217,7 +217,9 @@ TEST(CircumplexGraph, DrawsCirclesGridAndNumbers) {
                               CPoint(264, 132), CPoint(264, 48), CPoint(96, 216), CPoint(180, 216),
                               CPoint(264, 216), CPoint(348, 216), CPoint(432, 216)}) {
         CString line;
-        line.Format("fill %d,%d,%d,%d brush solid 000000", dot.x, dot.y, dot.x + 1, dot.y + 1);
+        const int x = dot.x;
+        const int y = dot.y;
+        line.Format("fill %d,%d,%d,%d brush solid 000000", x, y, x + 1, y + 1);
         expected.emplace_back(line.GetString());
     }
     expected.emplace_back("ellipse 96,48,432,384 pen solid 1 000000 brush none");
@@ -231,8 +233,8 @@ TEST(CircumplexGraph, DrawsCirclesGridAndNumbers) {
         if (p.kind != Primitive::Kind::Text) continue;
         const CPoint middle = CRect(p.textBackground.value_or(RECT())).CenterPoint();
         CString number;
-        number.Format("%s at %d,%d on %06X", p.text.c_str(), middle.x, middle.y,
-                      p.textBackgroundColor);
+        number.Format("%s at %d,%d on %06X", p.text.c_str(), static_cast<int>(middle.x),
+                      static_cast<int>(middle.y), static_cast<UINT>(p.textBackgroundColor));
         numbers.emplace_back(number.GetString());
         EXPECT_EQ(p.font.lfHeight, 10);
     }

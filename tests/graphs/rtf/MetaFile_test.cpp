@@ -30,7 +30,7 @@ std::string bytesOf(const MetaFile& picture) {
     return {bytes.begin(), bytes.end()};
 }
 
-ENHMETAHEADER headerOf(HENHMETAFILE picture) {
+ENHMETAHEADER headerOf(tessalink::HENHMETAFILE picture) {
     ENHMETAHEADER header{};
     GetEnhMetaFileHeader(picture, sizeof(header), &header);
     return header;
@@ -55,7 +55,7 @@ TEST(MetaFile, GoesFromEmptyOverRecordingToAPicture) {
     draw(file);
     file.Close();
     EXPECT_EQ(file.IsOpen(), 0);
-    const HENHMETAFILE first = file.GetHandle();
+    const tessalink::HENHMETAFILE first = file.GetHandle();
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(file.Rectangle(0, 0, 9, 9), 0);
     file.Close();
@@ -64,7 +64,7 @@ TEST(MetaFile, GoesFromEmptyOverRecordingToAPicture) {
     EXPECT_NE(file.Create(1, 1, nullptr), 0);
     EXPECT_EQ(file.GetHandle(), nullptr);
     draw(file);
-    const HENHMETAFILE detached = file.Detach();
+    const tessalink::HENHMETAFILE detached = file.Detach();
     ASSERT_NE(detached, nullptr);
     EXPECT_EQ(headerOf(detached).rclBounds.left, 10);
     EXPECT_EQ(file.IsOpen(), 0);

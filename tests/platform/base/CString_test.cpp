@@ -16,6 +16,8 @@
 #include "platform/base/CInvalidArgException.h"
 #include "platform/base/NumberText.h"
 
+#include "tests/support/Environment.h"
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -255,9 +257,9 @@ bool setForeignNumbers() {
     const std::string compile =
         "mkdir -p " + folder + " && localedef -i de_DE -f UTF-8 " + folder + "/de_DE.UTF-8";
     const bool compiled = std::system((compile + " >/dev/null 2>&1").c_str()) == 0;
-    ::setenv("LOCPATH", folder.c_str(), 1);
+    tessalink::test::setVariable("LOCPATH", folder.c_str());
     const bool isSet = compiled && setNumbers("de_DE.UTF-8");
-    ::unsetenv("LOCPATH");
+    tessalink::test::removeVariable("LOCPATH");
     std::filesystem::remove_all(folder);
     return isSet;
 }

@@ -14,7 +14,7 @@ protected:
 TEST_F(HostServicesTest, DefaultsWriteToStandardErrorAndKnowNoStrings) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(AfxMessageBox("disk full", MB_ICONERROR), IDOK);
-    MessageBeep();
+    tessalink::MessageBeep();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "disk full\n");
     CString text = "old";
     EXPECT_EQ(text.LoadString(7), 0);
@@ -40,7 +40,7 @@ TEST_F(HostServicesTest, UsesWhatTheHostInstalls) {
 
     EXPECT_EQ(AfxMessageBox("Save?", MB_YESNO | MB_ICONQUESTION), IDNO);
     EXPECT_EQ(asked, "Save?/36");
-    MessageBeep(MB_ICONHAND);
+    tessalink::MessageBeep(MB_ICONHAND);
     EXPECT_EQ(beeps, 1);
     CString text;
     EXPECT_NE(text.LoadString(42), 0);
@@ -59,7 +59,7 @@ TEST_F(HostServicesTest, AnEmptyFunctionStandsForTheDefault) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(AfxMessageBox(nullptr), IDOK);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "\n");
-    MessageBeep();
+    tessalink::MessageBeep();
     EXPECT_EQ(CString("x").LoadString(1), 0);
 }
 

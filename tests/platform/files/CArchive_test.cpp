@@ -1,7 +1,6 @@
 #include "platform/files/CArchive.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <functional>
 #include <string>
@@ -11,6 +10,8 @@
 #include "platform/base/CStringArray.h"
 #include "platform/files/CMemFile.h"
 #include "tests/platform/files/TemporaryFolder.h"
+#include "tests/support/Environment.h"
+#include "tests/support/FileSizeLimit.h"
 
 namespace {
 
@@ -150,15 +151,8 @@ struct Damage {
     int cause;
 };
 
-// The most memory that the process has had so far, in KiB.
-long peakMemory() {
-    rusage usage = {};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-}
-
 TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
-    const long memoryBefore = peakMemory();
+    const long memoryBefore = tessalink::test::peakMemory();
     const Damage cases[] = {
         {"", CArchiveException::endOfFile},
         {"\5abcd", CArchiveException::endOfFile},
@@ -181,7 +175,7 @@ TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
     CByteArray bytes;
     EXPECT_EQ(causeOf([&] { bytes.Serialize(archive); }), CArchiveException::endOfFile);
     EXPECT_LT(bytes.GetSize(), 100'000);
-    EXPECT_LT(peakMemory() - memoryBefore, 64 * 1024);
+    EXPECT_LT(tessalink::test::peakMemory() - memoryBefore, 64 * 1024);
 }
 
 TEST(CArchive, KnowsItsDirection) {
@@ -214,7 +208,9 @@ TEST(CArchive, LeavesTheFileBehindWhatItLoaded) {
 }
 
 TEST(CArchive, PassesFaultsOfTheFile) {
-    CFile full("/dev/full", CFile::modeWrite);
+    const TemporaryFolder folder;
+    CFile full(folder.Path("full").c_str(), CFile::modeCreate | CFile::modeWrite);
+    const tessalink::test::FileSizeLimit fullDisk(0);
     {
         CArchive archive(&full, CArchive::store);
         archive << 1;

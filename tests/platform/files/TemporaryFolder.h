@@ -1,12 +1,12 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -14,9 +14,12 @@
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = testing::TempDir() + "tessalink-XXXXXX";
-        if (::mkdtemp(name.data()) == nullptr) throw std::filesystem::filesystem_error(name, {});
-        m_path = name;
+        std::random_device random;
+        do {
+            m_path = std::filesystem::path(testing::TempDir()) /
+                     ("tessalink-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(m_path));
+        std::filesystem::permissions(m_path, std::filesystem::perms::owner_all);
     }
     ~TemporaryFolder() {
         std::error_code ignored;
@@ -25,7 +28,7 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string Path(const std::string& name) const { return m_path / name; }
+    std::string Path(const std::string& name) const { return (m_path / name).generic_string(); }
 
     std::string Write(const std::string& name, const std::string& contents) const {
         std::ofstream(Path(name), std::ios::binary) << contents;
@@ -38,7 +41,7 @@ public:
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
-            names.push_back(entry.path().filename());
+            names.push_back(entry.path().filename().string());
         }
         std::sort(names.begin(), names.end());
         return names;

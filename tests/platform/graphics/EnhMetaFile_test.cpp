@@ -34,11 +34,11 @@ constexpr RECT cWholeFrame = {0, 0, 50800, 38100};
 constexpr RECT cWholeScreen = {0, 0, 1920, 1440};
 
 struct Deleter {
-    void operator()(HENHMETAFILE picture) const { DeleteEnhMetaFile(picture); }
+    void operator()(tessalink::HENHMETAFILE picture) const { DeleteEnhMetaFile(picture); }
 };
 using Picture = std::unique_ptr<tessalink::EnhMetaFile, Deleter>;
 
-std::vector<Primitive> played(HENHMETAFILE picture, const RECT& rect = cWholeScreen) {
+std::vector<Primitive> played(tessalink::HENHMETAFILE picture, const RECT& rect = cWholeScreen) {
     RecordingDevice device;
     CDC dc(device);
     EXPECT_NE(PlayEnhMetaFile(&dc, picture, &rect), 0);
@@ -149,7 +149,7 @@ TEST(EnhMetaFile, FillsTheRectangleAndLeavesTheContextAsItWas) {
     CDC none;
     EXPECT_EQ(PlayEnhMetaFile(&none, picture.get(), &cWholeScreen), 0);
     EXPECT_EQ(PlayEnhMetaFile(nullptr, picture.get(), &cWholeScreen), 0);
-    EXPECT_EQ(PlayEnhMetaFile(&none, nullptr, &cWholeScreen), 0);
+    EXPECT_EQ(tessalink::PlayEnhMetaFile(&none, nullptr, &cWholeScreen), 0);
 }
 
 // Whichever primitive fails, nothing of the picture stays selected.
@@ -195,7 +195,7 @@ TEST(EnhMetaFile, ClipsInsideTheClipOfTheContext) {
                   "rectangle 100,0,160,60" + style + "100,0,140,25"}));
 }
 
-ENHMETAHEADER headerOf(HENHMETAFILE picture) {
+ENHMETAHEADER headerOf(tessalink::HENHMETAFILE picture) {
     ENHMETAHEADER header{};
     EXPECT_EQ(GetEnhMetaFileHeader(picture, sizeof(header), &header), sizeof(header));
     return header;
@@ -286,7 +286,7 @@ TEST(EnhMetaFile, RefusesFilesCutAnywhere) {
     Bytes longer = whole;
     longer.resize(longer.size() + 4);
     EXPECT_EQ(tessalink::makeEnhMetaFile(longer), nullptr);
-    EXPECT_EQ(SetEnhMetaFileBits(5, nullptr), nullptr);
+    EXPECT_EQ(tessalink::SetEnhMetaFileBits(5, nullptr), nullptr);
 }
 
 // A flipped bit is refused, or played without a fault; both happen.
@@ -360,7 +360,8 @@ TEST(EnhMetaFile, RefusesWhatItDoesNotKnow) {
 
 TEST(EnhMetaFile, HandlesAreCopiedAndGivenBack) {
     const Bytes bytes = everything();
-    const Picture picture(SetEnhMetaFileBits(static_cast<UINT>(bytes.size()), bytes.data()));
+    const Picture picture(
+        tessalink::SetEnhMetaFileBits(static_cast<UINT>(bytes.size()), bytes.data()));
     const Picture copy(CopyEnhMetaFile(picture.get(), nullptr));
     Bytes again(bytes.size());
     const auto size = static_cast<UINT>(bytes.size());
@@ -369,9 +370,9 @@ TEST(EnhMetaFile, HandlesAreCopiedAndGivenBack) {
     EXPECT_EQ(GetEnhMetaFileBits(copy.get(), size, again.data()), size);
     EXPECT_EQ(again, bytes);
     EXPECT_EQ(GetEnhMetaFileBits(nullptr, size, again.data()), 0u);
-    EXPECT_EQ(CopyEnhMetaFile(nullptr, nullptr), nullptr);
-    EXPECT_EQ(GetEnhMetaFile(nullptr), nullptr);
-    EXPECT_EQ(DeleteEnhMetaFile(nullptr), 0);
+    EXPECT_EQ(tessalink::CopyEnhMetaFile(nullptr, nullptr), nullptr);
+    EXPECT_EQ(tessalink::GetEnhMetaFile(nullptr), nullptr);
+    EXPECT_EQ(tessalink::DeleteEnhMetaFile(nullptr), 0);
 }
 
 }  // namespace

@@ -105,7 +105,8 @@ double memoryOf(const std::function<void(CDC&)>& draw) {
     const std::vector<BYTE> bytes = device.Finish();
     const std::size_t before = inUse;
     most = inUse;
-    const HENHMETAFILE picture = SetEnhMetaFileBits(static_cast<UINT>(bytes.size()), bytes.data());
+    const tessalink::HENHMETAFILE picture =
+        tessalink::SetEnhMetaFileBits(static_cast<UINT>(bytes.size()), bytes.data());
     EXPECT_NE(picture, nullptr);
     NullDevice target;
     CDC dc(target);

@@ -243,7 +243,7 @@ TEST(SavePicture, StoresTheWholeTextOrNothing) {
     const std::string text(100'000, 'x');
     EXPECT_EQ(tessalink::savePicture(text, nullptr), 0);
     EXPECT_EQ(tessalink::savePicture(text, folder.Path("no/such").c_str()), 0);
-    for (rlim_t room = 0; room < text.size(); room += 12'345) {
+    for (std::size_t room = 0; room < text.size(); room += 12'345) {
         const tessalink::test::FileSizeLimit fullDisk(room);
         EXPECT_EQ(tessalink::savePicture(text, name.c_str()), 0);
     }

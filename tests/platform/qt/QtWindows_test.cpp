@@ -403,7 +403,7 @@ TEST_F(QtForm, ScrollBarsAndWheelScroll) {
 }
 
 TEST_F(QtForm, WindowsEndInsideTheirEvents) {
-    for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED, NM_KILLFOCUS}) {
+    for (const int code : {DATAENTRY_CHANGING, DATAENTRY_CHANGED, static_cast<int>(NM_KILLFOCUS)}) {
         if (!m_form) {
             m_form = std::make_unique<DataEntryCtl>(new SingleColLayoutMgr);
             m_form->AddItem(new TextDataEntryItem("Ada", "Name"), new TextDataEntryUI(100, 5));
@@ -415,7 +415,7 @@ TEST_F(QtForm, WindowsEndInsideTheirEvents) {
         m_form->SetFocus();
         ASSERT_EQ(FieldText(), "Ada");
         Type("Bo");
-        Press(code == NM_KILLFOCUS ? Qt::Key_Tab : Qt::Key_Return);
+        Press(code == static_cast<int>(NM_KILLFOCUS) ? Qt::Key_Tab : Qt::Key_Return);
         EXPECT_EQ(m_form, nullptr) << code;
         EXPECT_EQ(QApplication::focusWidget(), nullptr) << code;
         Settle();
@@ -636,7 +636,8 @@ TEST_F(QtForm, AFieldHasTheColoursOfItsState) {
         {[] {}, tessalink::GetSysColor(COLOR_WINDOWTEXT), tessalink::GetSysColor(COLOR_WINDOW)},
         {[&] { m_form->SetReadOnlyItem(cName, 1); }, tessalink::GetSysColor(COLOR_GRAYTEXT),
          tessalink::GetSysColor(COLOR_BTNFACE)},
-        {[&] { text->SetReadOnlyColor(RGB(1, 2, 3)); }, RGB(1, 2, 3), tessalink::GetSysColor(COLOR_BTNFACE)},
+        {[&] { text->SetReadOnlyColor(RGB(1, 2, 3)); }, RGB(1, 2, 3),
+         tessalink::GetSysColor(COLOR_BTNFACE)},
         {[&] { m_form->SetReadOnlyItem(cName, 0); }, tessalink::GetSysColor(COLOR_WINDOWTEXT),
          tessalink::GetSysColor(COLOR_WINDOW)},
         {[&] { text->SetFocusColors(RGB(4, 5, 6), RGB(7, 8, 9)); }, RGB(4, 5, 6), RGB(7, 8, 9)},
