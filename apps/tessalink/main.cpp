@@ -5,7 +5,10 @@
 #include <functional>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <sstream>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -36,6 +39,9 @@ constexpr const char* cVariablesText =
 constexpr const char* cRawText = "variables with the raw scores, in ";
 constexpr const char* cEncodingText = " unless --encoding or a byte-order mark says UTF-8; - ";
 constexpr const char* cUtf8 = "utf-8";
+constexpr const char* cCodePageOption = "--code-page";
+constexpr const char* cCodePageText =
+    "before the command: what texts are in that are not UTF-8, 1250 to 1254 or 1257 (default: 1252)";
 constexpr const char* cGraphsText = "graphs in JSON, in UTF-8; - reads standard input";
 constexpr int cHighestDpi = 2400;
 
@@ -272,6 +278,8 @@ int run(std::vector<std::string> arguments) {
     CLI::App app("Reports, scores and graphs for psychological assessments.", "tessalink");
     app.set_version_flag("--version", "tessalink " TESSALINK_VERSION);
     app.require_subcommand(1);
+    std::string ignored;
+    app.add_option(cCodePageOption, ignored, cCodePageText);
     app.allow_windows_style_options(false);  // "/folder/file" is a path
     ReportOptions report;
     ScrambleOptions scramble;
@@ -325,11 +333,29 @@ int run(std::vector<std::string> arguments) {
     return guarded(command);
 }
 
-/// Faults are printed with their cause once the run is over; the library's own boxes say less.
-void silenceMessageBoxes() {
+/// Faults are printed with their cause once the run is over; the library's own boxes say less. The
+/// code page is 1252 whatever the machine's settings are, so that results don't depend on them.
+void setServices(CodePage page) {
     HostServices services = hostServices();
     services.messageBox = [](const char*, UINT) { return IDOK; };
+    services.codePage = page;
     setHostServices(services);
+}
+
+/// Takes `--code-page N` from the front of the arguments: the commands' descriptions name it.
+void takeCodePage(std::vector<std::string>& arguments) {
+    setServices(CodePage::Western);
+    if (arguments.size() < 3 || arguments[1] != cCodePageOption) return;
+    const std::string& number = arguments[2];
+    const bool isShort = number.size() == 4 && number.find_first_not_of("0123456789") == std::string::npos;
+    const std::optional<CodePage> page =
+        isShort ? codePageOf(std::stoi(number)) : std::optional<CodePage>();
+    if (!page) {
+        throw std::runtime_error("--code-page " + number +
+                                 ": name 1250, 1251, 1252, 1253, 1254 or 1257");
+    }
+    setServices(*page);
+    arguments.erase(arguments.begin() + 1, arguments.begin() + 3);
 }
 
 }  // namespace
@@ -338,6 +364,11 @@ void silenceMessageBoxes() {
 
 int main(int argc, char** argv) {
     std::vector<std::string> arguments = tessalink::startProgram(argc, argv);
-    tessalink::cli::silenceMessageBoxes();
+    try {
+        tessalink::cli::takeCodePage(arguments);
+    } catch (const std::exception& fault) {
+        tessalink::cli::printTrouble(fault.what());
+        return tessalink::cli::cUsage;
+    }
     return tessalink::cli::run(std::move(arguments));
 }

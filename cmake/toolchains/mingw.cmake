@@ -20,8 +20,6 @@ endif()
 find_program(WINE NAMES wine NO_CMAKE_FIND_ROOT_PATH)
 if(WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/run_under_wine)
-  # Programs are asked for their tests when these run, so that building needs no wine.
-  set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 endif()
 set(CMAKE_RC_COMPILER ${mingw}-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/${mingw})

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/tessalink/Messages.h"
+#include "platform/base/CodePage.h"
 
 namespace tessalink::cli {
 
@@ -62,6 +63,7 @@ void addTable(const ResponseTableOptions& table, Writer& writer) {
 
 std::string optionsText(const BatchOptions& options) {
     Writer writer;
+    if (codePage() != CodePage::Western) writer.Value("--code-page", codePageName());
     writer.Flag("--no-reports", !options.hasReports);
     writer.Values("--report", options.reports);
     writer.Flag("--pdf", options.makesPdf);

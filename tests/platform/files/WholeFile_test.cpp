@@ -7,11 +7,13 @@
 
 #include "tests/platform/files/FileFaults.h"
 #include "tests/platform/files/TemporaryFolder.h"
+#include "tests/support/FileSizeLimit.h"
 
 namespace {
 
 using tessalink::WholeFile;
 using tessalink::test::faultOf;
+using tessalink::test::FileSizeLimit;
 using tessalink::test::write;
 using Names = std::vector<std::string>;
 
@@ -64,6 +66,40 @@ TEST(WholeFile, LeavesNothingWhenItIsGivenUp) {
         EXPECT_EQ(folder.Read("out"), "old");
         EXPECT_EQ(folder.Names(), Names{"out"});
     }
+}
+
+// Wherever the disk becomes full, the old file stays, and no later call commits the damaged one.
+TEST(WholeFile, SurvivesAFullDiskAtEveryPoint) {
+    const TemporaryFolder folder;
+    const std::string name = folder.Write("out", "old");
+    for (std::size_t limit = 0; limit < cBig; limit += 50'000) {
+        const FileSizeLimit fullDisk(limit);
+        WholeFile file(name.c_str());
+        const std::string piece(997, 'p');
+        const CFileException fault = faultOf([&] {
+            for (std::size_t size = 0; size < cBig; size += piece.size()) write(file, piece);
+            file.Commit();
+        });
+        ASSERT_EQ(fault.m_cause, CFileException::diskFull) << limit;
+        EXPECT_EQ(fault.m_strFileName, name.c_str());
+        EXPECT_NE(faultOf([&] { write(file, piece); }).m_cause, CFileException::none);
+        EXPECT_NE(faultOf([&] { file.Commit(); }).m_cause, CFileException::none);
+        EXPECT_EQ(folder.Read("out"), "old");
+        EXPECT_EQ(folder.Names(), Names{"out"});
+    }
+}
+
+TEST(WholeFile, RemembersAFaultThatTheWriterIgnored) {
+    const TemporaryFolder folder;
+    const std::string name = folder.Path("out");
+    WholeFile file(name.c_str());
+    {
+        const FileSizeLimit fullDisk(1000);
+        EXPECT_THROW(write(file, std::string(cBig, 'x')), CFileException);
+    }
+    EXPECT_EQ(faultOf([&] { write(file, "more"); }).m_cause, CFileException::diskFull);
+    EXPECT_EQ(faultOf([&] { file.Commit(); }).m_cause, CFileException::diskFull);
+    EXPECT_EQ(folder.Names(), Names{});
 }
 
 TEST(WholeFile, NeedsAName) {
