@@ -36,6 +36,12 @@ if(TARGET tessalink)
   endif()
 endif()
 
+if(WIN32 AND CMAKE_CROSSCOMPILING AND BUILD_SHARED_LIBS)
+  # The compiler's own libraries.
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/bin/ DESTINATION ${CMAKE_INSTALL_BINDIR}
+          FILES_MATCHING PATTERN "libstdc++*.dll" PATTERN "libgcc*.dll" PATTERN "libwinpthread*.dll")
+endif()
+
 # Questionnaires as data.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/instruments/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tessalink/instruments)
 

@@ -29,7 +29,7 @@ std::string findModule() {
     for (const char* folder : cFolders) {
         const std::filesystem::path path = program / folder / cModuleName;
         std::error_code ignored;
-        if (std::filesystem::exists(path, ignored)) return path.string();
+        if (std::filesystem::exists(path, ignored)) return path.generic_string();
     }
     fail(std::string(cModuleName) + " is neither beside this program nor in ../lib");
 }

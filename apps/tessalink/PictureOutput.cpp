@@ -13,7 +13,7 @@ namespace tessalink::cli {
 std::string pictureFormat(const std::string& outputPath, const std::string& named,
                           std::span<const std::string> known) {
     if (!named.empty()) return named;
-    const std::string ending = std::filesystem::path(outputPath).extension().string();
+    const std::string ending = std::filesystem::path(outputPath).extension().generic_string();
     const auto format =
         std::find(known.begin(), known.end(), ending.empty() ? ending : ending.substr(1));
     if (format != known.end()) return *format;

@@ -16,6 +16,7 @@ int scrambleFile(const ScrambleOptions& options) {
         scramble(block.data(), count);
         output.Write(block.data(), count);
     }
+    input->Close();  // the output may have its name
     output.Commit();
     return cSuccess;
 }

@@ -92,7 +92,9 @@ void TemplateInput::detect_storage() {
 void setIncludeFolder(const std::string& templatePath, const std::string& folder) {
     HostServices services = hostServices();
     const std::filesystem::path parent = std::filesystem::path(templatePath).parent_path();
-    const std::string chosen = !folder.empty() ? folder : parent.empty() ? "." : parent.string();
+    const std::string chosen = !folder.empty()  ? folder
+                               : parent.empty() ? "."
+                                                : parent.generic_string();
     services.moduleDirectory = CString(chosen.c_str());
     setHostServices(services);
 }

@@ -56,7 +56,7 @@ std::string fileOf(const TemplateFile& file) {
     const std::string path(file.GetFilePath().View());
     std::error_code error;
     const auto whole = std::filesystem::canonical(path, error);
-    return error ? path : whole.string();
+    return error ? path : whole.generic_string();
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "core/BufferedFile.h"
 #include "tests/apps/CommandLine.h"
+#include "tests/support/Environment.h"
 
 namespace tessalink::test {
 namespace {
@@ -64,7 +65,8 @@ TEST_F(CommandLine, TellsFaultsWithTheirPlaces) {
     folder.Write("fault.rtf", "{\\rtf x\r\n@Nobody}");
     folder.Write("eval.rtf", "{\\rtf\n@EVAL([ab@u])");
     folder.Write("call.rtf", "{\\rtf @CALL(Graph)@CALL(Graph)\n@CALL(Other)}");
-    folder.Write("outer.rtf", "{\\rtf\n @INCLUDE([Inner/one])}");
+    folder.Write("outer.rtf",
+                 std::string("{\\rtf\n @INCLUDE([") + (cIsWindows ? "inner" : "Inner") + "/one])}");
     std::filesystem::create_directory(folder.Path("inner"));
     Store("inner/one.DAT", "1\n2\n@INCLUDE([inner\\two])");
     Store("inner/two.DAT", "@IF(");
@@ -198,6 +200,7 @@ TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
         return Run(arguments, setting);
     };
     for (const std::string out : {"out.rtf", "new.rtf"}) {
+        if (cIsWindows) break;  // no such limits
         const Finished full = to(out, {.maxFileSize = 100000});
         EXPECT_EQ(full.exitCode, 2);
         EXPECT_THAT(full.err, StartsWith("tessalink: "));
@@ -237,6 +240,7 @@ TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
 }
 
 TEST_F(CommandLine, RefusesFilesThatMayNotBeRead) {
+    if (cIsWindows) GTEST_SKIP() << "no permissions";
     folder.Write("secret.rtf", "{\\rtf}");
     std::filesystem::permissions(folder.Path("secret.rtf"), std::filesystem::perms::none);
     std::filesystem::permissions(folder.Path(""), std::filesystem::perms(0755));
@@ -329,7 +333,9 @@ TEST_F(CommandLine, ChecksIncludesAndNamesTheFirstFaultOfEachFile) {
     EXPECT_THAT(run.err, HasSubstr("x.rtf:2:1: error: Unexpected keyword!\n"));
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 3) << run.err;
     folder.Write("spelt.rtf", "{\\rtf @INCLUDE([b])@INCLUDE([./B])@INCLUDE([c/D])}");
-    EXPECT_EQ(Run({"check", "spelt.rtf"}).out, "3 templates checked: no faults\n");
+    if (!cIsWindows) {
+        EXPECT_EQ(Run({"check", "spelt.rtf"}).out, "3 templates checked: no faults\n");
+    }
     EXPECT_EQ(Run({"check", "none.rtf"}).exitCode, 2);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/apps/CommandLine.h"
+#include "tests/support/Environment.h"
 
 namespace tessalink::test {
 namespace {
@@ -131,7 +132,7 @@ TEST_F(GraphCommand, AFaultInAReportHasBothPlaces) {
     EXPECT_EQ(direct.exitCode, 1);
     EXPECT_EQ(direct.err, fault + "t.rtf:2:9: error: Graph Worry can't be drawn!\n");
     Store("PART.DAT", "{\\rtf @CALL(Worry)}");
-    const Finished included = Report("@INCLUDE([part])");
+    const Finished included = Report(cIsWindows ? "@INCLUDE([PART])" : "@INCLUDE([part])");
     EXPECT_EQ(included.exitCode, 1);
     EXPECT_THAT(included.err, StartsWith(fault));
     EXPECT_THAT(included.err, HasSubstr("PART.DAT:1:13: error: Graph Worry can't be drawn!\n"

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "tests/support/Dice.h"
+#include "tests/support/Environment.h"
 #include "tests/support/Process.h"
 
 namespace tessalink::test {
@@ -145,7 +146,7 @@ TEST(MD5Hash, EveryLengthUpTo1000AtEveryAlignment) {
 
 TEST(MD5Hash, AgreesWithTheSystemSProgram) {
     const char* const program = "/usr/bin/md5sum";
-    if (!std::filesystem::exists(program)) GTEST_SKIP() << "there is no " << program;
+    if (cIsWindows || !std::filesystem::exists(program)) GTEST_SKIP() << "there is no " << program;
     Dice dice(2);
     for (const std::size_t length : {0u, 55u, 56u, 119u, 120u, 65536u, 1000003u, 5000000u}) {
         std::string bytes(length, '\0');

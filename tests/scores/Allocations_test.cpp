@@ -12,6 +12,7 @@
 #include "scores/Reliability.h"
 #include "scores/ScoreScale.h"
 #include "scores/StandardScores.h"
+#include "tests/support/Environment.h"
 
 namespace {
 int allocations = 0;
@@ -106,6 +107,7 @@ TEST(Allocations, NoneForNumbersAndShortTexts) {
 }
 
 TEST(Allocations, OneForATextBeyondAStringSOwnPlace) {
+    if (cIsWindows) GTEST_SKIP() << "shared libraries there have an operator new of their own";
     EXPECT_EQ(allocationsOf([] { (void)PercentileRank(1e20).Format1(); }), 1);
 }
 

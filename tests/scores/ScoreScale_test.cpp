@@ -125,9 +125,10 @@ TEST(ScoreScale, ValuesAndTexts) {
 
 TEST(ScoreScale, IsFoundByItsAbbreviation) {
     for (const ScoreScale* scale : cScales) {
-        EXPECT_EQ(findScoreScale(scale->abbreviation), scale);
+        ASSERT_NE(findScoreScale(scale->abbreviation), nullptr);
+        EXPECT_STREQ(findScoreScale(scale->abbreviation)->abbreviation, scale->abbreviation);
     }
-    EXPECT_EQ(findScoreScale("iq"), &cIQScale);
+    EXPECT_STREQ(findScoreScale("iq")->abbreviation, cIQScale.abbreviation);
     for (const char* unknown : {"", "I", "IQQ", "T score"}) {
         EXPECT_EQ(findScoreScale(unknown), nullptr) << unknown;
     }

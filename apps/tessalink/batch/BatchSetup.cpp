@@ -63,7 +63,7 @@ std::string scoresName(const BatchOptions& options, const ResultPaths& paths) {
     const fs::path scores = paths.scores;
     const fs::path named =
         options.scoresPath.empty() ? scores.filename() : fs::absolute(scores).lexically_normal();
-    return named.string();
+    return named.generic_string();
 }
 
 void checkDifference(const BatchOptions& options, const BatchRecord& earlier,
@@ -103,11 +103,11 @@ ResultPaths pathsOf(const BatchOptions& options) {
     const fs::path scores =
         options.scoresPath.empty() ? folder / "scores.csv" : fs::path(options.scoresPath);
     const Shard& shard = options.shard;
-    return {
-        shard.NameFor(cRecordStem, ""),
-        (scores.parent_path() / shard.NameFor(scores.stem().string(), scores.extension().string()))
-            .string(),
-        (folder / shard.NameFor("failed", ".csv")).string()};
+    return {shard.NameFor(cRecordStem, ""),
+            (scores.parent_path() /
+             shard.NameFor(scores.stem().generic_string(), scores.extension().generic_string()))
+                .generic_string(),
+            (folder / shard.NameFor("failed", ".csv")).generic_string()};
 }
 
 void checkPaths(const BatchOptions& options, const ResultPaths& paths) {
@@ -139,7 +139,7 @@ BatchRecord recordOf(const BatchOptions& options, const ResultPaths& paths,
              ": has the results of an earlier run: add --resume to go on with it, or name another "
              "folder.");
     }
-    BatchRecord earlier = readRecord(path.string());
+    BatchRecord earlier = readRecord(path.generic_string());
     checkDifference(options, earlier, record);
     return earlier;
 }

@@ -25,14 +25,15 @@ struct Part {
     BatchRecord record;
     Shard shard;
 
-    std::string Name() const { return "shard " + record.shard + " in " + folder.string(); }
+    std::string Name() const { return "shard " + record.shard + " in " + folder.generic_string(); }
     fs::path ScoresPath() const { return folder / record.scores; }
     fs::path FailedPath() const { return folder / shard.NameFor("failed", ".csv"); }
 };
 
 Part readPart(const fs::path& record) {
-    Part part = {record.parent_path(), readRecord(record.string()), {}};
-    if (!readShard(part.record.shard, part.shard)) fail(record.string() + ": names no shard.");
+    Part part = {record.parent_path(), readRecord(record.generic_string()), {}};
+    if (!readShard(part.record.shard, part.shard))
+        fail(record.generic_string() + ": names no shard.");
     if (!part.record.IsDone()) fail(part.Name() + " is not finished: run it with --resume.");
     return part;
 }
@@ -41,7 +42,7 @@ void addParts(const std::string& folder, std::vector<Part>& parts) {
     const std::size_t before = parts.size();
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const bool isRecord = entry.path().filename().string().rfind(cRecordStem, 0) == 0;
+        const bool isRecord = entry.path().filename().generic_string().rfind(cRecordStem, 0) == 0;
         if (isRecord && entry.is_regular_file(error)) parts.push_back(readPart(entry.path()));
     }
     checkSystem(error, folder);
@@ -77,7 +78,7 @@ void checkParts(std::vector<Part>& parts) {
 /// may be more shards than a process may open files.
 class TableRows {
 public:
-    explicit TableRows(const fs::path& path) : m_path(path.string()) { take_row(); }
+    explicit TableRows(const fs::path& path) : m_path(path.generic_string()) { take_row(); }
 
     const std::string& Path() const { return m_path; }
     /// The row with its line end; first the header. Empty at the end.
@@ -170,9 +171,9 @@ void mergeInto(const fs::path& path, const std::vector<Part>& parts, PathOf path
         }
         expected += part.record.*count;
     }
-    WholeFile output(path.string().c_str());
+    WholeFile output(path.generic_string().c_str());
     if (mergeTables(tables, output) != expected) {
-        fail(path.string() +
+        fail(path.generic_string() +
              ": the tables of the shards have not the rows of their records: run "
              "the shards anew.");
     }
@@ -196,7 +197,7 @@ int mergeShards(const MergeOptions& options) {
         whole.done += part.record.done;
         whole.failed += part.record.failed;
     }
-    printSummary(whole, (folder / "failed.csv").string());
+    printSummary(whole, (folder / "failed.csv").generic_string());
     return exitCodeOf(whole);
 }
 

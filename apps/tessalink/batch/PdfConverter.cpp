@@ -59,7 +59,7 @@ std::vector<std::string> PdfConverter::Convert(const std::vector<std::string>& n
     if (!names.empty()) runQuietly(std::move(arguments));
     std::vector<std::string> missing;
     for (const std::string& name : names) {
-        const std::string made = (fs::path(output) / (name + ".pdf")).string();
+        const std::string made = (fs::path(output) / (name + ".pdf")).generic_string();
         if (fs::exists(made)) {
             CFile::Rename(made.c_str(), m_folder.Path(name + ".pdf").c_str());
         } else {

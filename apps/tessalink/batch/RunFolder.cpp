@@ -29,7 +29,7 @@ void removeAllBut(const fs::path& folder, const char* kept) {
 }  // namespace
 
 void checkSystem(const std::error_code& error, const fs::path& path) {
-    if (error) CFileException::ThrowOsError(error.value(), path.string().c_str());
+    if (error) CFileException::ThrowOsError(error.value(), path.generic_string().c_str());
 }
 
 RunFolder::RunFolder(const std::string& folder, const std::string& name)

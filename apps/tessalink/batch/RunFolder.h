@@ -20,9 +20,9 @@ public:
     RunFolder(const RunFolder&) = delete;
     RunFolder& operator=(const RunFolder&) = delete;
 
-    std::string Path(const std::string& name) const { return (m_folder / name).string(); }
+    std::string Path(const std::string& name) const { return (m_folder / name).generic_string(); }
     /// A path in the run's own folder.
-    std::string OwnPath(const std::string& name) const { return (m_own / name).string(); }
+    std::string OwnPath(const std::string& name) const { return (m_own / name).generic_string(); }
 
     /// Stores a file as a whole or not at all, in place of one that is there. `writer` tells those
     /// that write at the same time apart.

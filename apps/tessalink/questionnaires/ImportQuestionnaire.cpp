@@ -88,7 +88,7 @@ int importQuestionnaire(const QuestionnaireOptions& options) {
               "; add scales to questionnaire.json\n";
     if (hasMapping) {
         result += "some names differ: give tables to  tessalink batch  with  --map " +
-                  (std::filesystem::path(options.folder) / cMappingFile).string() + "\n";
+                  (std::filesystem::path(options.folder) / cMappingFile).generic_string() + "\n";
     }
     return printResult(result);
 }

@@ -24,7 +24,7 @@ bool makeFolder(const std::string& folder) {
 }
 
 void storeFile(const fs::path& path, std::string_view text) {
-    WholeFile output(path.string().c_str());
+    WholeFile output(path.generic_string().c_str());
     output.Write(text.data(), text.size());
     output.Commit();
 }
@@ -48,7 +48,8 @@ int newQuestionnaire(const QuestionnaireOptions& options) {
     for (const NewFile& file : cNewFiles) files.emplace(file.name, file.text);
     storeFolder(options.folder, files);
     return printResult(options.folder + ": made; try  tessalink batch " + options.folder + " " +
-                       (fs::path(options.folder) / "responses.csv").string() + " -o results\n");
+                       (fs::path(options.folder) / "responses.csv").generic_string() +
+                       " -o results\n");
 }
 
 }  // namespace tessalink::cli

@@ -81,6 +81,19 @@ std::unique_ptr<void, decltype(&::LocalFree)> ownersRights() {
     return {rights, ::LocalFree};
 }
 
+bool isLink(const std::wstring& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+CString endOfLinks(HANDLE handle) {
+    std::wstring path(::GetFinalPathNameByHandleW(handle, nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+    path.resize(::GetFinalPathNameByHandleW(handle, path.data(), static_cast<DWORD>(path.size()),
+                                            FILE_NAME_NORMALIZED));
+    return CString(std::string_view(utf8Text(path)));
+}
+
 bool isSeparator(char ch) {
     return ch == '/' || ch == '\\';
 }
@@ -263,11 +276,8 @@ ReplacedFile replacedBy(const CString& name) {
     const bool isRegular = ::GetFileType(handle) == FILE_TYPE_DISK;
     file.kind = isRegular ? ReplacedFile::Kind::Regular : ReplacedFile::Kind::Other;
     // Links are followed, so that the file that they lead to is replaced.
-    std::wstring real(::GetFinalPathNameByHandleW(handle, nullptr, 0, 0), L'\0');
-    real.resize(::GetFinalPathNameByHandleW(handle, real.data(), static_cast<DWORD>(real.size()),
-                                            FILE_NAME_NORMALIZED));
+    if (isRegular && isLink(path)) file.path = endOfLinks(handle);
     ::CloseHandle(handle);
-    if (isRegular && !real.empty()) file.path = CString(std::string_view(utf8Text(real)));
     return file;
 }
 

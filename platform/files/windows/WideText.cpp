@@ -113,12 +113,15 @@ std::wstring converted(std::string_view text, DWORD flags) {
 }  // namespace
 
 std::wstring widePath(std::string_view name) {
-    const std::wstring path = converted(name, MB_ERR_INVALID_CHARS);
+    std::wstring path = converted(name, MB_ERR_INVALID_CHARS);
     if (path.empty()) {
         errno = name.empty() ? ENOENT : EILSEQ;
         return {};
     }
-    if (isBare(path)) return path;
+    if (isBare(path)) {  // whose separators the system takes as they are
+        std::replace(path.begin(), path.end(), L'/', L'\\');
+        return path;
+    }
     if (isDevice(path)) {
         errno = ENODEV;
         return {};

@@ -30,6 +30,10 @@ std::string bytesOf(const MetaFile& picture) {
     return {bytes.begin(), bytes.end()};
 }
 
+RECT edges(const decltype(ENHMETAHEADER::rclFrame)& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
 ENHMETAHEADER headerOf(tessalink::HENHMETAFILE picture) {
     ENHMETAHEADER header{};
     GetEnhMetaFileHeader(picture, sizeof(header), &header);
@@ -106,7 +110,7 @@ TEST(MetaFile, HasExactlyTheSizesThatAreAskedFor) {
         draw(file);
         file.Close();
         ASSERT_NE(file.GetHandle(), nullptr);
-        EXPECT_EQ(headerOf(file.GetHandle()).rclFrame, c.frame);
+        EXPECT_EQ(edges(headerOf(file.GetHandle()).rclFrame), c.frame);
         const std::string expected = std::string("{\\*\\shppict{\\pict\\emfblip") + c.sizes +
                                      "\\sspicalign0 \r\n" + digitsOf(bytesOf(file)) + "}}";
         EXPECT_EQ(file.GetAsRTF(c.width, c.height).GetString(), expected);

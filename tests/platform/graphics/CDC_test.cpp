@@ -363,7 +363,7 @@ TEST(CDC, WithoutADeviceDrawsAndMeasuresNothing) {
     EXPECT_EQ(dc.GetTextMetrics(&metrics), 0);
     EXPECT_EQ(dc.DeleteDC(), 0);
     SIZE size{};
-    EXPECT_EQ(GetTextExtentPoint32(nullptr, "a", 1, &size), 0);
+    EXPECT_EQ(GetTextExtentPoint32(static_cast<CDC*>(nullptr), "a", 1, &size), 0);
     EXPECT_EQ(GetTextExtentPoint32(&dc, "a", -1, &size), 0);
 }
 

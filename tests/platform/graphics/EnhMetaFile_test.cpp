@@ -195,6 +195,10 @@ TEST(EnhMetaFile, ClipsInsideTheClipOfTheContext) {
                   "rectangle 100,0,160,60" + style + "100,0,140,25"}));
 }
 
+RECT edges(const decltype(ENHMETAHEADER::rclFrame)& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
 ENHMETAHEADER headerOf(tessalink::HENHMETAFILE picture) {
     ENHMETAHEADER header{};
     EXPECT_EQ(GetEnhMetaFileHeader(picture, sizeof(header), &header), sizeof(header));
@@ -240,8 +244,8 @@ TEST(EnhMetaFile, HasACompleteHeader) {
         const Bytes bytes = device.Finish();
         const Picture picture(tessalink::makeEnhMetaFile(bytes));
         const ENHMETAHEADER header = headerOf(picture.get());
-        EXPECT_EQ(header.rclBounds, c.bounds);
-        EXPECT_EQ(header.rclFrame, c.frame);
+        EXPECT_EQ(edges(header.rclBounds), c.bounds);
+        EXPECT_EQ(edges(header.rclFrame), c.frame);
         EXPECT_EQ(header.nBytes, bytes.size());
         EXPECT_EQ(header.szlDevice, (SIZE{1920, 1440}));
         EXPECT_EQ(header.szlMillimeters, (SIZE{508, 381}));
