@@ -14,7 +14,6 @@ constexpr std::size_t cBufferSize = std::size_t{64} * 1024;
 constexpr const char* cStandardOutputName = "-";
 constexpr UINT cMemoryGrowBytes = 64 * 1024;
 constexpr int cMaxNameAttempts = 100;
-constexpr int cNewMode = -1;
 
 [[noreturn]] void raise(int error, const CString& path) {
     AfxThrowFileException(detail::causeOf(error, path), error, path);
@@ -73,17 +72,17 @@ void WholeFile::OpenNamed(const CString& name) {
         return;
     }
     m_strFileName = replaced.path;
-    OpenTemporary(replaced.kind == detail::ReplacedFile::Kind::Regular ? replaced.mode : cNewMode);
+    OpenTemporary(replaced);
 }
 
-// `existingMode` is that of the file that is replaced, or cNewMode.
-void WholeFile::OpenTemporary(int existingMode) {
-    const bool isOwners = existingMode != cNewMode || m_readers == Readers::Owner;
+void WholeFile::OpenTemporary(const detail::ReplacedFile& replaced) {
+    const bool isNew = replaced.kind == detail::ReplacedFile::Kind::Missing;
+    const auto newMode =
+        m_readers == Readers::Owner ? detail::NewFileMode::Owner : detail::NewFileMode::Usual;
     detail::OpenedFile file;
     for (int i = 0; i < cMaxNameAttempts && file.descriptor < 0; ++i) {
         m_temporaryPath = temporaryPath(m_strFileName);
-        file = detail::makeFile(m_temporaryPath,
-                                isOwners ? detail::NewFileMode::Owner : detail::NewFileMode::Usual);
+        file = detail::makeFile(m_temporaryPath, isNew ? newMode : replaced.meanwhile);
         if (file.error != 0 && file.error != EEXIST) break;
     }
     if (file.descriptor < 0) {
@@ -92,7 +91,7 @@ void WholeFile::OpenTemporary(int existingMode) {
     }
     m_output = std::make_unique<CFile>(file.descriptor);
     m_output->SetFilePath(m_strFileName);
-    if (existingMode != cNewMode) detail::giveMode(file.descriptor, existingMode);
+    if (!isNew) detail::giveMode(file.descriptor, replaced.mode);
 }
 
 void WholeFile::CheckOpen() const {

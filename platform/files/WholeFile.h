@@ -8,6 +8,10 @@
 
 namespace tessalink {
 
+namespace detail {
+struct ReplacedFile;
+}
+
 /// An output file that appears as a whole or not at all: what is written goes to a temporary file
 /// in the same folder, which takes the final name at Commit. Until then, and after every fault, a
 /// file that was there stays as it was. Writing is buffered; small pieces cost no system call.
@@ -76,7 +80,7 @@ private:
 
     void OpenOutput(const CString& name);
     void OpenNamed(const CString& name);
-    void OpenTemporary(int existingMode);
+    void OpenTemporary(const detail::ReplacedFile& replaced);
     void CheckOpen() const;
     void FlushBuffer();
     void WriteThrough(const void* buffer, std::size_t count);

@@ -233,6 +233,7 @@ TEST_F(CommandLine, LeavesNoPartOfAnOutputThatFails) {
     }
     EXPECT_EQ(to("/dev/null").exitCode, 0);
     ExpectOnly({"large.rtf", "out.rtf"});
+    if (cIsWindows) return;  // links need rights there
     std::filesystem::create_symlink("target.rtf", folder.Path("link"));
     EXPECT_EQ(to("link").exitCode, 0);
     EXPECT_EQ(folder.Read("target.rtf"), "{\\rtf " + large);

@@ -126,7 +126,7 @@ private:
     }
     // A frame inside is a plain one of a smaller box.
     void Box(Primitive p) {
-        const int width = HasPen(p) ? std::max(p.pen.lopnWidth.x, 1) : 1;
+        const int width = HasPen(p) ? std::max<LONG>(p.pen.lopnWidth.x, 1) : 1;
         const bool inside = p.pen.lopnStyle == PS_INSIDEFRAME && width > 1;
         if (inside) {
             const int near = width / 2;

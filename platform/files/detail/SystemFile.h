@@ -68,6 +68,7 @@ struct ReplacedFile {
     int error = 0;  ///< an errno value; then nothing else counts
     CString path;   ///< links followed to their end
     int mode = 0;   ///< permissions of a regular file, for giveMode
+    NewFileMode meanwhile = NewFileMode::Usual;  ///< of the new file, until then
 };
 ReplacedFile replacedBy(const CString& name);
 /// Gives a new file the permissions of the one that it replaces. Systems without them need none.

@@ -35,6 +35,7 @@ int followLinks(CString& path) {
 ReplacedFile regularFile(const CString& name, mode_t mode) {
     ReplacedFile file;
     file.kind = ReplacedFile::Kind::Regular;
+    file.meanwhile = NewFileMode::Owner;
     file.mode = static_cast<int>(mode & cPermissions);
     const std::unique_ptr<char, decltype(&::free)> real(::realpath(name, nullptr), ::free);
     if (real == nullptr) {

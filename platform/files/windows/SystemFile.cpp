@@ -5,6 +5,7 @@
 #include <sddl.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <random>
@@ -46,10 +47,6 @@ DWORD sharesOf(unsigned flags) {
 
 // Sets the descriptor, or the error and nothing is open.
 void takeHandle(OpenedFile& file, HANDLE handle) {
-    if (handle == INVALID_HANDLE_VALUE) {
-        file.error = errnoOf(::GetLastError());
-        return;
-    }
     file.isRegular = ::GetFileType(handle) == FILE_TYPE_DISK;
     LARGE_INTEGER length{};
     if (file.isRegular && ::GetFileSizeEx(handle, &length) != 0) {
@@ -73,12 +70,44 @@ DWORD countOf(std::size_t count) {
     return static_cast<DWORD>(std::min<std::size_t>(count, 0x7FFFFFFF));
 }
 
-// The owner alone has rights; of the folder nothing is inherited.
+// The user's security identifier as a text; that of any owner when the system doesn't tell.
+std::wstring userIdentifier() {
+    std::wstring result = L"OW";
+    HANDLE token = nullptr;
+    if (::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token) == 0) return result;
+    alignas(TOKEN_USER) std::array<BYTE, 256> room{};
+    DWORD size = 0;
+    wchar_t* text = nullptr;
+    if (::GetTokenInformation(token, TokenUser, room.data(), static_cast<DWORD>(room.size()),
+                              &size) != 0 &&
+        ::ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(room.data())->User.Sid, &text) !=
+            0) {
+        result = text;
+        ::LocalFree(text);
+    }
+    ::CloseHandle(token);
+    return result;
+}
+
+// The user and the system have all rights, and nobody else any; of the folder nothing is inherited.
 std::unique_ptr<void, decltype(&::LocalFree)> ownersRights() {
+    const std::wstring list = L"D:P(A;;FA;;;" + userIdentifier() + L")(A;;FA;;;SY)";
     void* rights = nullptr;
-    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)(A;;FA;;;SY)",
-                                                           SDDL_REVISION_1, &rights, nullptr);
+    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(list.c_str(), SDDL_REVISION_1, &rights,
+                                                           nullptr);
     return {rights, ::LocalFree};
+}
+
+// The fault of the last call with a name: of one below a file the system says only that it is not
+// there.
+int errorFor(const std::wstring& path) {
+    const int error = errnoOf(::GetLastError());
+    const std::size_t slash = path.find_last_of(L"/\\");
+    if (error != ENOENT || slash == std::wstring::npos) return error;
+    const DWORD attributes = ::GetFileAttributesW(path.substr(0, slash).c_str());
+    const bool isBelowFile =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return isBelowFile ? ENOTDIR : error;
 }
 
 bool isLink(const std::wstring& path) {
@@ -116,8 +145,13 @@ OpenedFile openFile(const char* name, unsigned flags) {
         return file;
     }
     const DWORD creation = (flags & CFile::modeCreate) != 0 ? OPEN_ALWAYS : OPEN_EXISTING;
-    takeHandle(file, ::CreateFileW(path.c_str(), accessOf(flags), sharesOf(flags), nullptr,
-                                   creation, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const HANDLE handle = ::CreateFileW(path.c_str(), accessOf(flags), sharesOf(flags), nullptr,
+                                        creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        file.error = errorFor(path);
+        return file;
+    }
+    takeHandle(file, handle);
     // Emptied only now, when nobody else has the file.
     if (file.error == 0 && file.isRegular && empties(flags) && setLength(file.descriptor, 0) != 0) {
         file.error = errno;
@@ -138,8 +172,13 @@ OpenedFile makeFile(const char* name, NewFileMode mode) {
                             ? ownersRights()
                             : std::unique_ptr<void, decltype(&::LocalFree)>(nullptr, ::LocalFree);
     SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), rights.get(), FALSE};
-    takeHandle(file, ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, &security, CREATE_NEW,
-                                   FILE_ATTRIBUTE_NORMAL, nullptr));
+    const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, &security, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        file.error = errorFor(path);
+    } else {
+        takeHandle(file, handle);
+    }
     return file;
 }
 
@@ -267,7 +306,7 @@ ReplacedFile replacedBy(const CString& name) {
     const HANDLE handle =
         ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    const int error = handle == INVALID_HANDLE_VALUE ? errnoOf(::GetLastError()) : 0;
+    const int error = handle == INVALID_HANDLE_VALUE ? errorFor(path) : 0;
     if (error == ENOENT) return file;
     if (error != 0) {
         file.error = error;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 #include "platform/files/CFile.h"
 
@@ -78,11 +79,16 @@ struct FileSizeLimit::System {
 // itself.
 FileSizeLimit::FileSizeLimit(std::size_t bytes) : m_system(std::make_unique<System>()) {
     limit = bytes;
+    // A table of virtual functions lies in its library; addresses of functions may be stubs of
+    // ours.
+    const CFile file;
+    const auto* const table = *reinterpret_cast<const wchar_t* const*>(&file);
     HMODULE module = nullptr;
     ::GetModuleHandleExW(
         GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&CFileException::ErrnoToException), &module);
+        table, &module);
     m_system->slot = slotIn(module);
+    if (m_system->slot == nullptr) throw std::runtime_error("no call of WriteFile is found");
     systemWrite = *m_system->slot;
     put(m_system->slot, writeWithinLimit);
 }

@@ -51,7 +51,7 @@ Finished runProgram(const std::vector<std::string>& arguments, const Setting& se
     const BOOL started =
         ::CreateProcessW(wide(arguments[0]).c_str(), command.data(), nullptr, nullptr, TRUE,
                          CREATE_NO_WINDOW, nullptr, folder.c_str(), &start, &process);
-    EXPECT_NE(started, 0) << arguments[0];
+    EXPECT_NE(started, 0) << arguments[0] << ": system code " << ::GetLastError();
     for (const HANDLE stream : {start.hStdInput, start.hStdOutput, start.hStdError}) {
         ::CloseHandle(stream);
     }
