@@ -133,16 +133,16 @@ void TemplateTidier::AddVariable(std::string_view name) {
     m_names->names.emplace(name);
 }
 
-/// All names that are known, for a pass that is under way.
-const TemplateTidier::Names& TemplateTidier::complete_names() {
-    if (m_names->isComplete) return *m_names;
+/// All names that are known, unless this one is, for a pass that is under way.
+const TemplateTidier::Names& TemplateTidier::names_for(std::string_view name) {
+    if (m_names->isComplete || m_names->names.contains(name)) return *m_names;
     m_names->isComplete = true;
     const auto offset = static_cast<std::int64_t>(m_file.GetPosition());
     const auto collect = [this](const CommandJoiner::Result& result) {
         if (!result.fault && !result.isAmbiguous) collectNames(result.text, m_names->names);
     };
     Pass(
-        m_file, [] { return nullptr; }, collect)
+        m_file, [](std::string_view) { return nullptr; }, collect)
         .Run([](std::string_view) {}, [](const RtfPiece&) {});
     m_file.Seek(offset, CFile::begin);
     return *m_names;
@@ -176,7 +176,7 @@ bool TemplateTidier::run(const Writer& write, const Listener& listener) {
              messageOf(result));
     };
     Pass pass(
-        m_file, [this] { return &complete_names().names; }, tellResult);
+        m_file, [this](std::string_view name) { return &names_for(name).names; }, tellResult);
     const RtfPiece& last = pass.Run(write, [&](const RtfPiece& piece) {
         tell(TidyFinding::Kind::left, piece.first,
              "an @ in what is not shown (a font, a picture, the instruction of a field, deleted "

@@ -38,9 +38,9 @@ struct TidyFinding {
 /// white space along that it swallows, and a `\par` that directly follows.
 ///
 /// In commands typographic quotes and dashes, non-breaking blanks and tabs become the keys that
-/// were pressed, and `\{\}` directly behind a command becomes the empty group that it stands for.
-/// Text constants in brackets stay as they are, markup and quotes included, and so does all that is
-/// outside commands.
+/// were pressed, characters without width are left out, and `\{\}` directly behind a command
+/// becomes the empty group that it stands for. Text constants in brackets stay as they are, markup
+/// and quotes included, and so does all that is outside commands.
 ///
 /// Where the letters behind a seam could also be text (`@Name` with a bold `s` behind it), the
 /// variables decide that the caller knows or that the template uses elsewhere; if they don't, the
@@ -83,7 +83,7 @@ private:
 
     bool run(const Writer& write, const Listener& listener);
 
-    const Names& complete_names();
+    const Names& names_for(std::string_view name);
 
     CFile& m_file;
     std::unique_ptr<Names> m_names;

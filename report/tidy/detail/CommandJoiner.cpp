@@ -38,18 +38,26 @@ constexpr const char* cTooLong = "it is too long, or the markup in it: type it a
 bool endsInControlWord(std::string_view rtf) {
     std::size_t start = rtf.size();
     while (start > 0 && isDigit(rtf[start - 1])) --start;
+    if (rtf.size() - start > RtfReader::cMaxDigits) return false;
     if (start < rtf.size() && start > 0 && rtf[start - 1] == '-') --start;
     const std::size_t lettersEnd = start;
     while (start > 0 && isLetter(rtf[start - 1])) --start;
+    const std::size_t letters = lettersEnd - start;
     std::size_t backslashes = 0;
     while (backslashes < start && rtf[start - 1 - backslashes] == '\\') ++backslashes;
-    return start < lettersEnd && backslashes % 2 == 1;
+    return letters > 0 && letters <= RtfReader::cMaxLetters && backslashes % 2 == 1;
 }
 
 /// The key that types a character of text: itself, or what a word processor puts something else
 /// for.
 char keyOf(char ch) {
     return static_cast<signed char>(ch) < 0 ? keyOfByte(ch) : ch;
+}
+
+/// Whether a character by its byte lacks a digit.
+bool isCutHex(std::string_view raw) {
+    constexpr std::size_t length = 4;
+    return raw.starts_with("\\'") && raw.size() < length;
 }
 
 constexpr bool isOneOf(int keyword, std::initializer_list<Token::Keyword> keywords) {
@@ -145,6 +153,8 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
         case Kind::markup:
         case Kind::hidden:
             return take_markup(piece);
+        case Kind::invisible:
+            return take_invisible(piece);
         case Kind::fallback:
             return take_fallback(piece.raw);
         case Kind::lineBreak:
@@ -155,10 +165,7 @@ bool CommandJoiner::take_piece(const RtfPiece& piece) {
 }
 
 bool CommandJoiner::take_character(const RtfPiece& piece) {
-    constexpr std::size_t hexLength = 4;
-    const bool isCut = piece.raw.starts_with("\\'") && piece.raw.size() < hexLength;
-    const bool isOdd = isCut || (m_fallback > 0 && m_isFallbackKept);
-    if (isOdd && is_within()) return fail(cOddCharacter);
+    if (lacks_fallback() || (isCutHex(piece.raw) && is_within())) return fail(cOddCharacter);
     const bool isText = m_state == State::constant || m_state == State::fileName;
     const bool isKept = piece.isUnicode && (isText || piece.typed == '\0');
     if (isKept && is_within() && piece.unicodeCount != m_unicodeCount) return fail(cOddCharacter);
@@ -177,9 +184,9 @@ bool CommandJoiner::take_markup(const RtfPiece& piece) {
     if (m_tailIsGroup && piece.kind == Kind::close && ends_at_empty_group()) {
         return take_empty_group(piece.raw);
     }
-    if (m_fallback > 0 && m_isFallbackKept && is_within()) return fail(cOddCharacter);
+    if (lacks_fallback()) return fail(cOddCharacter);
     m_fallback = 0;
-    m_tailIsGroup = piece.kind == Kind::open && m_tail.empty();
+    m_tailIsGroup = piece.kind == Kind::open && m_tail.empty() && !m_tailParts;
     m_tailParts = true;
     m_tail += piece.raw;
     add_raw(piece.raw);
@@ -217,12 +224,30 @@ bool CommandJoiner::ends_at_empty_group() const {
     }
 }
 
+/// Whether a character by its number stays among the arguments, and not all that stands for it was
+/// there.
+bool CommandJoiner::lacks_fallback() const {
+    return m_fallback > 0 && m_isFallbackKept && is_within();
+}
+
+/// One that is not at the end of the command is left out.
+bool CommandJoiner::take_invisible(const RtfPiece& piece) {
+    if (m_state == State::constant) return take_character(piece);
+    if (lacks_fallback()) return fail(cOddCharacter);
+    m_tailParts = true;
+    m_tailIsGroup = false;
+    m_fallback = piece.unicodeCount;
+    m_isFallbackKept = false;
+    add_raw(piece.raw);
+    return true;
+}
+
 /// What stands for a character goes where that went.
 bool CommandJoiner::take_fallback(std::string_view raw) {
+    if (isCutHex(raw) && is_within()) return fail(cOddCharacter);
     m_fallback = std::max(m_fallback - 1, 0);
     if (m_state == State::constant) return take_verbatim(raw);
     if (m_tailParts) {
-        m_tail += raw;
         add_raw(raw);
         return true;
     }
@@ -332,7 +357,7 @@ void CommandJoiner::finish_variable() {
         if (split(keyword)) return;
     }
     m_isAmbiguous = true;
-    const NameSet* const names = m_names();
+    const NameSet* const names = m_names(current_word());
     const Seam* const seam =
         names && !names->contains(current_word()) ? find_seam(*names) : nullptr;
     if (!seam) return end_here(State::complete);
@@ -544,7 +569,7 @@ void CommandJoiner::append(const Char& ch, bool keepsSpelling) {
 }
 
 void CommandJoiner::settle_tail(char next) {
-    if (m_tail.empty()) return;
+    if (m_tail.empty() && !m_tailParts) return;
     // The engine passes over line ends but in these places.
     const bool isTorn = m_text.back() == cCommand.front() || (m_text.back() == '>' && next == '=');
     m_joints += m_tailParts || isTorn;

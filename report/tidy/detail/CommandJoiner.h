@@ -32,8 +32,9 @@ public:
         bool isSplit = false;         ///< its name ends where markup follows, as the names told
     };
     using ResultListener = std::function<void(const Result&)>;
-    /// Gives the names of variables when they are needed; null for none.
-    using NameSource = std::function<const NameSet*()>;
+    /// Gives the names of variables when they are needed, that are known or at least this one; null
+    /// for none.
+    using NameSource = std::function<const NameSet*(std::string_view)>;
 
     /// `names` decides where a name ends that markup parts.
     CommandJoiner(NameSource names, ResultListener listener);
@@ -114,6 +115,7 @@ private:
     std::size_t take_text(std::string_view text);
     bool take_markup(const RtfPiece& piece);
     bool take_empty_group(std::string_view raw);
+    bool take_invisible(const RtfPiece& piece);
     bool take_fallback(std::string_view raw);
     bool take_line_break(const RtfPiece& piece);
     bool take_boundary(const RtfPiece& piece);
@@ -138,6 +140,7 @@ private:
     Mark mark() const;
     std::string_view current_word() const { return std::string_view(m_text).substr(m_wordStart); }
     bool is_within() const;
+    bool lacks_fallback() const;
     bool is_before() const;
     bool ends_at_empty_group() const;
 

@@ -20,8 +20,6 @@ constexpr char cOpen = '{';
 constexpr char cClose = '}';
 constexpr char cCommand = '@';
 constexpr std::string_view cParagraph = "par";
-constexpr std::size_t cMaxLetters = 32;
-constexpr std::size_t cMaxDigits = 10;
 
 /// The first character from `text` on, up to `end`, that text does not have; NULs stand behind it.
 const char* findTextStop(const char* text, const char* end) {
@@ -160,7 +158,7 @@ const RtfPiece& RtfReader::read_text() {
     if (m_fallback > 0) {
         const bool isShown = !isLineEnd(m_block[m_next]);
         m_fallback -= isShown;
-        return finish(isShown ? Kind::fallback : Kind::text, m_next + 1);
+        return finish_shown(isShown ? Kind::fallback : Kind::text, m_next + 1);
     }
     const char* start = m_block.data() + m_next;
     const char* stop = findTextStop(start, m_block.data() + m_end);
@@ -219,7 +217,7 @@ const RtfPiece& RtfReader::read_symbol(char symbol) {
     if (symbol == '\'') return read_hex();
     if (m_fallback > 0) {
         --m_fallback;
-        return finish(Kind::fallback, end);
+        return finish_shown(Kind::fallback, end);
     }
     switch (symbol) {
         case '~':
@@ -253,7 +251,7 @@ const RtfPiece& RtfReader::read_hex() {
     }
     if (m_fallback > 0) {
         --m_fallback;
-        return finish(Kind::fallback, end);
+        return finish_shown(Kind::fallback, end);
     }
     return finish_shown(Kind::character, end, keyOfByte(static_cast<char>(byte)));
 }
@@ -334,7 +332,7 @@ const RtfPiece& RtfReader::finish_unicode(int number, std::size_t end) {
     const auto character = static_cast<char32_t>(number < 0 ? number + wrap : number);
     const bool isInvisible =
         std::find(std::begin(cInvisible), std::end(cInvisible), character) != std::end(cInvisible);
-    if (isInvisible) return finish_shown(Kind::markup, end);
+    if (isInvisible) return finish_shown(Kind::invisible, end);
     finish_shown(Kind::character, end, keyOf(character, cTypedCharacters));
     m_piece.isUnicode = true;
     return m_piece;

@@ -20,6 +20,7 @@ struct RtfPiece {
         open,           ///< "{"
         close,          ///< "}"
         markup,         ///< formatting
+        invisible,      ///< a character by its number that has no width
         hidden,         ///< what is not shown
         hiddenCommand,  ///< an "@" there
         fallback,       ///< what stands for the character before it, in older readers
@@ -47,6 +48,9 @@ char keyOfByte(char byte);
 class RtfReader {
 public:
     static constexpr std::size_t cMaxGroups = 65536;
+    /// Of a control word; what is longer is text.
+    static constexpr std::size_t cMaxLetters = 32;
+    static constexpr std::size_t cMaxDigits = 10;
 
     /// Reads the file, which must be open and outlive the reader, from its start; its offset is the
     /// reader's. CFileException passes through.

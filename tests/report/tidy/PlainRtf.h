@@ -67,9 +67,8 @@ private:
         std::sort(letters.begin(), letters.end());
         return letters;
     }
-    std::string& shown() {
-        return m_groups.back().isHidden || m_groups.back().isDeleted ? markup : text;
-    }
+    bool isHidden() const { return m_groups.back().isHidden || m_groups.back().isDeleted; }
+    std::string& shown() { return isHidden() ? markup : text; }
 
     void read() {
         const char ch = m_rtf[m_pos++];
@@ -93,8 +92,9 @@ private:
         const char symbol = m_pos < m_rtf.size() ? m_rtf[m_pos] : '\0';
         if (std::isalpha(static_cast<unsigned char>(symbol))) return read_word(start);
         m_pos = std::min(m_pos + 1, m_rtf.size());
-        static const std::map<char, std::string> texts = {{'~', " "}, {'_', "-"},   {'{', "{"},
-                                                          {'}', "}"}, {'\t', "\t"}, {'\\', "\\"}};
+        static const std::map<char, std::string> texts = {{'~', " "},   {'_', "-"},   {'{', "{"},
+                                                          {'}', "}"},   {'\t', "\t"}, {'\n', "\n"},
+                                                          {'\r', "\n"}, {'\\', "\\"}};
         if (symbol == '*') {
             m_groups.back().isStarred = true;
             markup += "\\*";
@@ -153,7 +153,7 @@ private:
         }
         if (name == "u" && hasNumber) {
             const auto code = static_cast<unsigned long>(number < 0 ? number + 65536 : number);
-            (isInvisible(code) ? markup : shown()) += typed(code, false);
+            if (isHidden() || !isInvisible(code)) shown() += typed(code, false);
             m_fallback = m_groups.back().count;
         } else if (const auto found = texts.find(name); found != texts.end()) {
             shown() += found->second;

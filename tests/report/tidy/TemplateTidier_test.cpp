@@ -35,7 +35,7 @@ const std::vector<Case> cJoined = {
     {"\\b@\\i N\\ul1 a1\\b0.", "\\b@Na1\\i \\ul1 \\b0."},
     {"@}\r\n{\\loch\r\nName", "@Name}\r\n{\\loch\r\n"},
     {"@Na\\'6d\\u101 ?.", "@Name."},
-    {"@Na\\u8203 ?me.", "@Name\\u8203 ?."},
+    {"@Na\\u8203 ?me\\u8203 ?.", "@Name\\u8203 ?."},
     {"@\r\nName.", "@Name\r\n."},
     {"@Text}{s.", "@Texts}{."},
     {"@}{@home", "@@}{home"},
@@ -244,6 +244,42 @@ TEST(TemplateTidier, GivesTheReportOfTheUntouchedTemplate) {
     }
     EXPECT_GT(parted, 2000);
     EXPECT_GT(good, 1000);
+}
+
+TEST(TemplateTidier, ReadsTheFormsOfOtherWordProcessors) {
+    const std::string start = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0 A;}{\\f1 B;}}\r\n";
+    const std::string templates[] = {
+        // A group for each stretch of letters, with marks of revisions and of words that it knows.
+        "\\pard\\plain \\ltrpar {\\rtlch\\fcs1 \\af0 \\ltrch\\fcs0 \\insrsid101 Dear "
+        "@N}{\\*\\xmlopen\\xmlns1"
+        "{\\factoidname PersonName}}{\\rtlch\\fcs1 \\ab\\af0 \\ltrch\\fcs0 \\b\\insrsid102 "
+        "am}{\\*\\xmlclose}"
+        "{\\insrsid101 e, @IF(}{\\insrsid103 Age\\u8211\\'96}{\\insrsid101 4>3)@TH}{\\insrsid104 "
+        "EN yes@EN}"
+        "{\\insrsid101 DIF.\r\n\\par }",
+        // Formatting that is switched on and off.
+        "{\\*\\generator G;}\\viewkind4\\uc1 \r\n\\pard\\f0\\fs22 Dear @Na\\b me\\b0 , @IF(\\i "
+        "Age\\i0\\f1"
+        "-4>3)@TH\\ul EN\\ulnone  yes@ENDI\\cf1 F\\cf0 .\\par\r\n",
+        // The same on lines of its own, and lines that a backslash ends.
+        "\\pard\\tx560\\pardirnatural\n\n\\f0\\fs24 \\cf0 Dear @Na\n\\f1\\b me\n\\f0\\b0 , "
+        "@IF(Age-4\n\\f1\\b >3"
+        "\n\\f0\\b0 )@TH\n\\f1\\b EN\n\\f0\\b0  yes@ENDIF.\\\n",
+        // Groups within groups.
+        "{\\pard\\plain{\\f0\\fs24\\lang1033{\\*\\listtag0}Dear @Na{\\b{\\i me}}, "
+        "@IF({\\super{Age}-}4>3{)}"
+        "}{\\f0 @TH{\\f1 EN} yes{@EN{\\i}}DIF.}\\par}",
+    };
+    for (const std::string& text : templates) {
+        const Tidied tidied = tidy(start + text + "}");
+        expectSame(start + text + "}", tidied);
+        VarTable variables;
+        variables.AddVar("Name", "Ann");
+        variables.AddVar("Age", 34);
+        const auto run = runTemplate(tidied.text, variables);
+        EXPECT_EQ(run.result ? PlainRtf(run.output).text : run.error.what(), "Dear Ann, yes.\n")
+            << tidied.text;
+    }
 }
 
 TEST(TemplateTidier, BlocksMakeNoDifference) {
