@@ -41,7 +41,8 @@ constexpr const char* cEncodingText = " unless --encoding or a byte-order mark s
 constexpr const char* cUtf8 = "utf-8";
 constexpr const char* cCodePageOption = "--code-page";
 constexpr const char* cCodePageText =
-    "before the command: what texts are in that are not UTF-8, 1250 to 1254 or 1257 (default: 1252)";
+    "before the command: what texts are in that are not UTF-8, 1250 to 1254 or 1257 (default: "
+    "1252)";
 constexpr const char* cGraphsText = "graphs in JSON, in UTF-8; - reads standard input";
 constexpr int cHighestDpi = 2400;
 
@@ -347,7 +348,8 @@ void takeCodePage(std::vector<std::string>& arguments) {
     setServices(CodePage::Western);
     if (arguments.size() < 3 || arguments[1] != cCodePageOption) return;
     const std::string& number = arguments[2];
-    const bool isShort = number.size() == 4 && number.find_first_not_of("0123456789") == std::string::npos;
+    const bool isShort =
+        number.size() == 4 && number.find_first_not_of("0123456789") == std::string::npos;
     const std::optional<CodePage> page =
         isShort ? codePageOf(std::stoi(number)) : std::optional<CodePage>();
     if (!page) {

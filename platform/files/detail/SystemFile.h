@@ -65,9 +65,9 @@ int randomNumber(std::uint64_t& number);
 struct ReplacedFile {
     enum class Kind { Missing, Regular, Other };
     Kind kind = Kind::Missing;
-    int error = 0;  ///< an errno value; then nothing else counts
-    CString path;   ///< links followed to their end
-    int mode = 0;   ///< permissions of a regular file, for giveMode
+    int error = 0;                               ///< an errno value; then nothing else counts
+    CString path;                                ///< links followed to their end
+    int mode = 0;                                ///< permissions of a regular file, for giveMode
     NewFileMode meanwhile = NewFileMode::Usual;  ///< of the new file, until then
 };
 ReplacedFile replacedBy(const CString& name);
