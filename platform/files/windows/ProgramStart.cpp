@@ -3,6 +3,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <codecvt>
+#include <locale>
+
 #include "platform/files/windows/WideText.h"
 
 // Behind the platform's header, which it needs.
@@ -24,6 +27,8 @@ std::vector<std::string> startProgram(int argc, char** argv) {
     if (descriptor >= cStandardStreams) ::_close(descriptor);
     for (int stream = 0; stream < cStandardStreams; ++stream) ::_setmode(stream, _O_BINARY);
     ::SetConsoleOutputCP(CP_UTF8);
+    // Paths of the standard library take names in UTF-8, too.
+    std::locale::global(std::locale(std::locale(), new std::codecvt_utf8_utf16<wchar_t>));
     int count = 0;
     wchar_t** const wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
     if (wide == nullptr) return {argv, argv + argc};

@@ -59,6 +59,12 @@ void takeHandle(OpenedFile& file, HANDLE handle) {
     ::CloseHandle(handle);
 }
 
+// A handle that is not open for this is told as one without rights.
+int transferFault(DWORD code) {
+    errno = code == ERROR_ACCESS_DENIED ? EBADF : errnoOf(code);
+    return -1;
+}
+
 OVERLAPPED placeAt(std::int64_t position) {
     OVERLAPPED place{};
     place.Offset = static_cast<DWORD>(position & 0xFFFFFFFF);
@@ -191,8 +197,7 @@ std::int64_t readSome(int descriptor, void* buffer, std::size_t count, std::int6
     }
     const DWORD code = ::GetLastError();
     if (code == ERROR_HANDLE_EOF || code == ERROR_BROKEN_PIPE) return 0;
-    errno = errnoOf(code);
-    return -1;
+    return transferFault(code);
 }
 
 std::int64_t writeSome(int descriptor, const void* buffer, std::size_t count,
@@ -203,7 +208,7 @@ std::int64_t writeSome(int descriptor, const void* buffer, std::size_t count,
                     position != cOwnPosition ? &place : nullptr) != 0) {
         return put;
     }
-    return systemFault();
+    return transferFault(::GetLastError());
 }
 
 std::int64_t seekTo(int descriptor, std::int64_t position) {
@@ -344,13 +349,19 @@ CString fileNameOf(const CString& path) {
 }
 
 CString wholePath(const CString& path) {
-    if (path.IsEmpty()) return path;
+    const bool hasDrive =
+        path.GetLength() > 2 && path.GetAt(1) == ':' && isSeparator(path.GetAt(2));
+    const bool isShare =
+        path.GetLength() > 1 && isSeparator(path.GetAt(0)) && isSeparator(path.GetAt(1));
+    if (path.IsEmpty() || hasDrive || isShare) return path;
     const std::wstring wide = wideText(path.View());
     std::wstring whole(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
     if (whole.empty()) return path;
     whole.resize(
         ::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    return CString(std::string_view(utf8Text(whole)));
+    CString result{std::string_view(utf8Text(whole))};
+    result.Replace('\\', '/');
+    return result;
 }
 
 bool isThere(const char* name) {

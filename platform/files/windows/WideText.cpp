@@ -89,6 +89,17 @@ bool isDevice(std::wstring_view path) {
                                    name.substr(0, 3)) != cNumberedDevices.end();
 }
 
+// Whether each name in it is within what file systems take.
+bool hasShortNames(std::wstring_view path) {
+    constexpr std::size_t longestName = 255;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find_first_of(L"/\\"), path.size());
+        if (end > longestName) return false;
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return true;
+}
+
 bool isBare(std::wstring_view path) {
     return path.starts_with(cPrefix) || path.starts_with(L"\\\\.\\");
 }
@@ -116,6 +127,10 @@ std::wstring widePath(std::string_view name) {
     std::wstring path = converted(name, MB_ERR_INVALID_CHARS);
     if (path.empty()) {
         errno = name.empty() ? ENOENT : EILSEQ;
+        return {};
+    }
+    if (!hasShortNames(path)) {
+        errno = ENAMETOOLONG;
         return {};
     }
     if (isBare(path)) {  // whose separators the system takes as they are

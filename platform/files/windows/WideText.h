@@ -9,7 +9,7 @@ namespace tessalink::detail {
 
 /// A name in UTF-8 as the system's wide calls take it: whole, with a prefix that lifts the limit of
 /// 260 characters where it is long. Empty, with errno, when it is no UTF-8 (EILSEQ), empty (ENOENT)
-/// or the name of a device (ENODEV).
+/// the name of a device (ENODEV), or has a name of more than 255 characters (ENAMETOOLONG).
 std::wstring widePath(std::string_view name);
 
 /// Texts between UTF-8 and the system's. What is no text becomes U+FFFD.

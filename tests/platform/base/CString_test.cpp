@@ -308,6 +308,7 @@ void forEachFormat(const char* conversions, const char* length, VISIT visit) {
 }
 
 TEST(CString, FormatsIntegersAsC) {
+    if (tessalink::test::cIsWindows) GTEST_SKIP() << "the C library there differs in corners";
     for (const int value : {0, 1, -1, 42, -1234567, INT_MAX, INT_MIN}) {
         forEachFormat("diuxXo", "", [&](const auto& format) { expectAsC(format, value); });
         forEachFormat("dux", "h", [&](const auto& format) { expectAsC(format, value); });
@@ -321,6 +322,7 @@ TEST(CString, FormatsIntegersAsC) {
 }
 
 TEST(CString, FormatsDoublesAsC) {
+    if (tessalink::test::cIsWindows) GTEST_SKIP() << "the C library there differs in corners";
     const double infinity = std::numeric_limits<double>::infinity();
     const double values[] = {
         0.0,       -0.0,         1.0,          -2.5,     0.125,    9.995,
@@ -343,6 +345,7 @@ TEST(CString, ChoosesTheGeneralFormAfterRounding) {
 }
 
 TEST(CString, FormatsTextsAsC) {
+    if (tessalink::test::cIsWindows) GTEST_SKIP() << "the C library there differs in corners";
     for (const char* format : {"%s", "%5s", "%-5s|", "%.2s", "%5.1s", "%.0s", "%05s", "%%%s%%"}) {
         expectAsC(format, "abc");
     }

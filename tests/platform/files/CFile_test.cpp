@@ -145,7 +145,7 @@ TEST(CFile, TellsItsName) {
     file.SetFilePath("relative");
     EXPECT_EQ(file.GetFileName(), "relative");
     EXPECT_EQ(std::string(file.GetFilePath()),
-              (std::filesystem::current_path() / "relative").string());
+              (std::filesystem::current_path() / "relative").generic_string());
     EXPECT_EQ(CMemFile().GetFilePath(), "");
 }
 
@@ -189,7 +189,7 @@ TEST(CFile, SharesByItsModes) {
             const TemporaryFolder folder;
             const std::string name = folder.Write("file", "abc");
             const UINT firstFlags = swapped ? entry.second : entry.first;
-            const CFile first(name.c_str(), firstFlags);
+            CFile first(name.c_str(), firstFlags);
             CFile second;
             CFileException error;
             const UINT flags = swapped ? entry.first : entry.second;
@@ -197,6 +197,7 @@ TEST(CFile, SharesByItsModes) {
                 << std::hex << firstFlags << " then " << flags;
             if (entry.opens) continue;
             EXPECT_EQ(error.m_cause, CFileException::sharingViolation);
+            first.Close();
             const bool emptiedByFirst = (firstFlags & CFile::modeCreate) != 0;
             EXPECT_EQ(folder.Read("file"), emptiedByFirst ? "" : "abc");
         }

@@ -49,8 +49,10 @@ TEST(WindowsFiles, NamesThatCannotBeAreClearFaults) {
         {folder.Path("a?b"), CFileException::badPath, "characters that the system does not take"},
         {folder.Path("a<b"), CFileException::badPath, "characters that the system does not take"},
         {folder.Path("a|b"), CFileException::badPath, "characters that the system does not take"},
-        {folder.Path("\xFF"), CFileException::badPath, "characters that the system does not take"},
-        {folder.Path("\xC3"), CFileException::badPath, "characters that the system does not take"},
+        {folder.Path("") + "\xFF", CFileException::badPath,
+         "characters that the system does not take"},
+        {folder.Path("") + "\xC3", CFileException::badPath,
+         "characters that the system does not take"},
         {"NUL", CFileException::badPath, "the name is that of a device"},
         {"con", CFileException::badPath, "the name is that of a device"},
         {folder.Path("aux.rtf"), CFileException::badPath, "the name is that of a device"},
@@ -70,7 +72,7 @@ TEST(WindowsFiles, NamesThatCannotBeAreClearFaults) {
 
 TEST(WindowsFiles, NamesAreUtf8AndMayBeLong) {
     const TemporaryFolder folder;
-    std::string path = folder.Path("\xC3\xA4\xD0\x96\xE6\xBC\xA2");
+    std::string path = folder.Path("") + "\xC3\xA4\xD0\x96\xE6\xBC\xA2";
     for (int i = 0; i < 12; ++i) {
         ASSERT_NE(::CreateDirectoryW(
                       (L"\\\\?\\" + fs::absolute(pathOf(path)).make_preferred().wstring()).c_str(),
@@ -108,9 +110,6 @@ TEST(WindowsFiles, WhatIsOpenIsNotReplacedAndNothingIsLeft) {
         EXPECT_EQ(folder.Names(), Names{"out"});
     }
     EXPECT_EQ(folder.Read("out"), "old");
-    fs::permissions(path, fs::perms::owner_read);
-    EXPECT_EQ(faultOf([&] { WholeFile(path.c_str()); }).m_cause, CFileException::accessDenied);
-    fs::permissions(path, fs::perms::owner_all);
 }
 
 TEST(WindowsFiles, DISABLED_Reads) {
