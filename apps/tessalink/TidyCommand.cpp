@@ -54,6 +54,7 @@ int tidyTemplate(const TidyOptions& options) {
     WholeFile output(options.outputPath.c_str());
     const bool isChanged = tidier.Tidy(output, print);
     output.Flush();
+    input->Close();  // the output may have its name
     if (isChanged || !options.isInPlace) output.Commit();
     return printer.ExitCode();
 }
