@@ -23,7 +23,10 @@ constexpr bool operator==(const RECT& a, const RECT& b) {
 }
 
 struct CSize : SIZE {
-    constexpr CSize() : SIZE{} {}
+    constexpr CSize() {
+        cx = 0;
+        cy = 0;
+    }
     constexpr CSize(int width, int height) {
         cx = width;
         cy = height;
@@ -32,7 +35,10 @@ struct CSize : SIZE {
 };
 
 struct CPoint : POINT {
-    constexpr CPoint() : POINT{} {}
+    constexpr CPoint() {
+        x = 0;
+        y = 0;
+    }
     constexpr CPoint(int px, int py) {
         x = px;
         y = py;
@@ -55,7 +61,7 @@ struct CPoint : POINT {
 };
 
 struct CRect : RECT {
-    constexpr CRect() : RECT{} {}
+    constexpr CRect() : CRect(0, 0, 0, 0) {}
     constexpr CRect(int l, int t, int r, int b) {
         left = l;
         top = t;

@@ -18,7 +18,9 @@ std::string findProgram(const std::string& name) {
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(':'), rest.size());
         const std::string folder = rest.substr(0, end);
-        const std::string program = folder.empty() ? name : folder + '/' + name;
+        std::string program = folder;
+        if (!program.empty()) program += '/';
+        program += name;
         if (::access(program.c_str(), X_OK) == 0) return program;
         rest.erase(0, end + 1);
     }
