@@ -139,7 +139,9 @@ void BufferedFile::load_block() {
     clear_block(m_blockStart + static_cast<std::uint64_t>(m_end - m_block));
     if (!m_file) AfxThrowFileException(CFileException::endOfFile);
     // A short file needs no more room than its size; one that tells none may still hold something.
-    const std::size_t room = m_size == 0 ? cBlockSize : std::min<std::uint64_t>(m_size, cBlockSize);
+    const std::size_t room =
+        m_size == 0 ? cBlockSize
+                    : static_cast<std::size_t>(std::min<std::uint64_t>(m_size, cBlockSize));
     if (m_capacity < room) {
         m_buffer = std::make_unique_for_overwrite<char[]>(room + cSlack);
         m_capacity = room;

@@ -130,7 +130,7 @@ Digest digestOf(const unsigned char* data, std::size_t length) {
 /// The digest into 16 bytes of any type, or zeros.
 int writeDigest(const unsigned char* data, std::uint64_t length, void* result) {
     const int usable = isUsable(data, length, result);
-    const Digest digest = usable ? digestOf(data, length) : Digest{};
+    const Digest digest = usable ? digestOf(data, static_cast<std::size_t>(length)) : Digest{};
     if (result != nullptr) std::memcpy(result, digest.data(), digest.size());
     return usable;
 }
@@ -148,7 +148,7 @@ std::uint64_t lengthOf(const char* text) {
 
 int MD5Hash::GetHash(const unsigned char* data, std::uint64_t length, std::uint32_t* words) {
     if (!isUsable(data, length, words)) return 0;
-    const State state = stateOf(data, length);
+    const State state = stateOf(data, static_cast<std::size_t>(length));
     std::copy(state.begin(), state.end(), words);
     return 1;
 }
@@ -167,7 +167,7 @@ int MD5Hash::GetShortHash(const unsigned char* data, std::uint64_t length, std::
     // Summed up apart: the result may lie in the data.
     Word sum = 0;
     if (usable) {
-        for (const Word word : stateOf(data, length)) sum += word;
+        for (const Word word : stateOf(data, static_cast<std::size_t>(length))) sum += word;
     }
     *hash = sum;
     return usable;

@@ -34,11 +34,30 @@ namespace detail {
 inline constexpr std::uint64_t cHashSecretA = 0xA0761D6478BD642F;
 inline constexpr std::uint64_t cHashSecretB = 0xE7037ED1A0B428DB;
 
-/// Both halves of the 128-bit product, folded together.
-inline std::uint64_t foldedProduct(std::uint64_t a, std::uint64_t b) noexcept {
+/// A number of 128 bits.
+struct WideNumber {
+    std::uint64_t high;
+    std::uint64_t low;
+};
+
+constexpr WideNumber wideProduct(std::uint64_t a, std::uint64_t b) noexcept {
+#ifdef __SIZEOF_INT128__
     __extension__ using Wide = unsigned __int128;
     const Wide product = static_cast<Wide>(a) * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
+#else  // of halves, on a processor of 32 bits
+    constexpr std::uint64_t half = 0xFFFFFFFF;
+    const std::uint64_t lows = (a & half) * (b & half);
+    const std::uint64_t first = (a >> 32) * (b & half) + (lows >> 32);
+    const std::uint64_t second = (a & half) * (b >> 32) + (first & half);
+    return {(a >> 32) * (b >> 32) + (first >> 32) + (second >> 32), second << 32 | (lows & half)};
+#endif
+}
+
+/// Both halves of the product, folded together.
+inline std::uint64_t foldedProduct(std::uint64_t a, std::uint64_t b) noexcept {
+    const WideNumber product = wideProduct(a, b);
+    return product.high ^ product.low;
 }
 
 template <class WORD_TYPE>

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/MD5Hash.h"
+#include "platform/base/TextHash.h"
 #include "questionnaire/RespondentId.h"
 
 namespace tessalink::cli {
@@ -37,8 +38,7 @@ std::uint64_t bigEndian(const unsigned char* bytes) {
 
 /// Where a hash belongs among so many slots: its share of all hashes.
 std::size_t slotOf(std::uint64_t hash, std::size_t slots) {
-    __extension__ using Wide = unsigned __int128;
-    return static_cast<std::size_t>(Wide{hash} * slots >> 64);
+    return static_cast<std::size_t>(tessalink::detail::wideProduct(hash, slots).high);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "apps/tessalink/batch/IdSet.h"
@@ -13,8 +14,10 @@ struct Shard {
 
     bool IsWhole() const { return count == 1; }
     bool Has(const IdHash& id) const {
-        __extension__ using Wide = unsigned __int128;
-        return (Wide{id[0]} << 64 | id[1]) % count + 1 == number;
+        // The whole of 128 bits, by the remainders of its halves.
+        const std::uint64_t parts = count;
+        const std::uint64_t carried = (~std::uint64_t{0} % parts + 1) % parts;
+        return (id[0] % parts * carried % parts + id[1] % parts) % parts + 1 == number;
     }
     /// "name-2-of-8.csv" of "name.csv"; the same name for the whole.
     std::string NameFor(const std::string& stem, const std::string& ending) const;
