@@ -54,8 +54,8 @@ void BatchProgress::Tick() {
 }
 
 std::string BatchProgress::bar() const {
-    const std::size_t filled =
-        m_bytes == 0 ? 0 : std::min<std::uint64_t>(cBarWidth, m_read * cBarWidth / m_bytes);
+    const std::uint64_t reached = m_bytes == 0 ? 0 : m_read * cBarWidth / m_bytes;
+    const auto filled = static_cast<std::size_t>(std::min<std::uint64_t>(cBarWidth, reached));
     return "[" + std::string(filled, '#') + std::string(cBarWidth - filled, ' ') + "] ";
 }
 

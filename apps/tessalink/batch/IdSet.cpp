@@ -58,7 +58,8 @@ void IdSet::Reserve(std::uint64_t count) {
 
 std::uint64_t IdSet::Take(const IdHash& id, std::uint64_t row) {
     constexpr unsigned bits = 64;
-    return m_parts[id[0] >> (bits - cPartBits)].Take(id[1], row, m_expected);
+    return m_parts[static_cast<std::size_t>(id[0] >> (bits - cPartBits))].Take(id[1], row,
+                                                                               m_expected);
 }
 
 std::size_t IdSet::Part::slots() const {
