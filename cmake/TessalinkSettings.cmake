@@ -31,6 +31,11 @@ function(tessalink_instrument)
   target_link_options(tessalink_settings INTERFACE ${ARGN})
 endfunction()
 
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Lengths of files are put into std::size_t where they are known to fit.
+  target_compile_options(tessalink_settings INTERFACE -Wno-conversion)
+endif()
+
 if(TESSALINK_SANITIZE)
   tessalink_instrument(-fsanitize=${TESSALINK_SANITIZE} -fno-sanitize-recover=all
                        -fno-omit-frame-pointer)
