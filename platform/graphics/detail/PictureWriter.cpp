@@ -77,7 +77,7 @@ Look fillOf(const Paint& paint) {
     look.isFilled = brush.lbStyle != BS_NULL;
     look.isHatched = brush.lbStyle == BS_HATCHED;
     look.isOpaque = paint.opaque;
-    look.hatch = static_cast<int>(std::min(brush.lbHatch, lastHatch));
+    look.hatch = static_cast<int>(std::min<std::uintptr_t>(brush.lbHatch, lastHatch));
     look.color = brush.lbColor;
     look.background = paint.background;
     return look;
