@@ -16,7 +16,7 @@ namespace tessalink {
 namespace {
 
 using detail::NumberRange;
-using detail::trimmed;
+using detail::trimmedText;
 
 /// The columns that are read.
 enum Column {
@@ -106,7 +106,7 @@ private:
     std::size_t find_column(const ColumnNames& column) const {
         const std::vector<CsvCell>& header = m_reader.GetHeader();
         const auto found = std::find_if(header.begin(), header.end(), [&](const CsvCell& cell) {
-            const std::string_view text = trimmed(cell.text.View());
+            const std::string_view text = trimmedText(cell.text.View());
             return text == column.heading || text == column.name;
         });
         if (found != header.end()) return static_cast<std::size_t>(found - header.begin());
@@ -116,7 +116,7 @@ private:
     }
 
     std::string_view cell(Column column) const {
-        return trimmed(m_row[m_columns[column]].text.View());
+        return trimmedText(m_row[m_columns[column]].text.View());
     }
     bool is_set(Column column) const { return cell(column) == "y" || cell(column) == "Y"; }
     [[noreturn]] void fail(Column column, const CString& message) const {
@@ -185,7 +185,7 @@ private:
         std::string_view rest = cell(Choices);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('|'), rest.size());
-            const std::string_view part = trimmed(rest.substr(0, end));
+            const std::string_view part = trimmedText(rest.substr(0, end));
             rest.remove_prefix(std::min(end + 1, rest.size()));
             if (!part.empty()) result.push_back(choice(part));
         }
@@ -194,7 +194,7 @@ private:
     Choice choice(std::string_view part) {
         const std::size_t comma = std::min(part.find(','), part.size());
         Choice result;
-        result.code = m_build.Text(trimmed(part.substr(0, comma)));
+        result.code = m_build.Text(trimmedText(part.substr(0, comma)));
         result.label = text(part.substr(std::min(comma + 1, part.size())));
         if (result.label.IsEmpty()) result.label = result.code;
         return result;

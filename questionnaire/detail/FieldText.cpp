@@ -215,7 +215,7 @@ std::string lowered(std::string_view text) {
     return CString(text).MakeLower().GetString();
 }
 
-std::string_view trimmed(std::string_view text) {
+std::string_view trimmedText(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);

@@ -48,7 +48,7 @@ std::string listedChoices(const std::vector<Choice>& choices, bool hasLabels);
 std::string lowered(std::string_view text);
 
 /// The text without blanks and tabs at its ends.
-std::string_view trimmed(std::string_view text);
+std::string_view trimmedText(std::string_view text);
 
 /// The start of a text for a message: UTF-8, whatever it is.
 std::string shortened(std::string_view utf8);

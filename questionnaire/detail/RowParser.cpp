@@ -198,7 +198,7 @@ std::string RowParser::read_answer(const TableColumn& column, const Cell& cell,
     const QuestionnaireModel& model = m_layout.model;
     const ResponseSet& set = model.responseSets[model.items[column.position].responses];
     auto value = find(column, &set, cell.text);
-    if (value == CellTable::cUnknown) value = find(column, &set, trimmed(cell.text));
+    if (value == CellTable::cUnknown) value = find(column, &set, trimmedText(cell.text));
     if (value == CellTable::cUnknown) {
         std::string reason = broken_cell(cell);
         if (!reason.empty()) return reason;
@@ -213,7 +213,7 @@ std::string RowParser::read_answer(const TableColumn& column, const Cell& cell,
 std::string RowParser::read_field(const TableColumn& column, const Cell& cell,
                                   FieldValue& value) const {
     const Field& field = m_layout.model.fields[column.position];
-    const std::string_view text = trimmed(cell.text);
+    const std::string_view text = trimmedText(cell.text);
     const auto found = find(column, nullptr, text);
     if (found == CellTable::cMissing) return {};
     if (found != CellTable::cUnknown) {

@@ -155,7 +155,7 @@ void LayoutBuilder::add_name(const Cell& cell, const TextPlace& place) {
         fail_at(place, "a carriage return without a line feed: end the lines in LF or CR LF");
     }
     if (cell.hasTextBehindQuote) fail_at(place, "text behind the closing quote of a column's name");
-    m_names.push_back({std::string(trimmed(m_layout.Decoded(cell.text))), place});
+    m_names.push_back({std::string(trimmedText(m_layout.Decoded(cell.text))), place});
 }
 
 /// Codes of missing answers in the encoding of the file; it can't hold others.
