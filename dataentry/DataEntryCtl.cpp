@@ -49,17 +49,17 @@ void DataEntryCtl::OnDestroy() {
     m_hasFocus = false;
     m_isAttached = false;
     // What is still being typed was refused when the focus left; nobody is asked about it again.
-    for (const auto& interface : m_interfaces) interface->Detach(0);
+    for (const auto& itemUI : m_interfaces) itemUI->Detach(0);
     CWnd::OnDestroy();
 }
 
-int DataEntryCtl::AddItem(DataEntryItem* item, DataEntryItemUI* interface) {
+int DataEntryCtl::AddItem(DataEntryItem* item, DataEntryItemUI* itemUI) {
     std::unique_ptr<DataEntryItem> ownedItem(item);
     const auto known = std::find_if(m_interfaces.begin(), m_interfaces.end(),
-                                    [interface](const auto& ui) { return ui.get() == interface; });
+                                    [itemUI](const auto& ui) { return ui.get() == itemUI; });
     const auto uiIndex = static_cast<int>(known - m_interfaces.begin());
-    std::unique_ptr<DataEntryItemUI> ownedUi(known == m_interfaces.end() ? interface : nullptr);
-    if (item == nullptr || interface == nullptr) return 0;
+    std::unique_ptr<DataEntryItemUI> ownedUi(known == m_interfaces.end() ? itemUI : nullptr);
+    if (item == nullptr || itemUI == nullptr) return 0;
     try {
         m_items.reserve(m_items.size() + 1 > m_items.capacity() ? m_items.size() * 2 + 1
                                                                 : m_items.capacity());
@@ -101,9 +101,9 @@ std::size_t DataEntryCtl::checked(int index) const {
 }
 
 DataEntryItemUI* DataEntryCtl::GetItemUI(int index) const {
-    const int interface = GetItem(index)->GetInterfaceIdx();
-    if (interface >= static_cast<int>(m_interfaces.size())) AfxThrowInvalidArgException();
-    return m_interfaces[static_cast<std::size_t>(interface)].get();
+    const int itemUI = GetItem(index)->GetInterfaceIdx();
+    if (itemUI >= static_cast<int>(m_interfaces.size())) AfxThrowInvalidArgException();
+    return m_interfaces[static_cast<std::size_t>(itemUI)].get();
 }
 
 int DataEntryCtl::IndexOf(const DataEntryItem* item) const {

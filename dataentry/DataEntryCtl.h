@@ -99,7 +99,7 @@ public:
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
     /// 0 without memory; both are deleted then.
-    int AddItem(DataEntryItem* item, DataEntryItemUI* interface);
+    int AddItem(DataEntryItem* item, DataEntryItemUI* itemUI);
     DataEntryItem* GetItem(int index) const { return m_items[checked(index)].get(); }
     DataEntryItemUI* GetItemUI(int index) const;
     int GetItemCount() const { return static_cast<int>(m_items.size()); }

@@ -10,17 +10,17 @@ tessalink::AccessibleElement DataEntryCtl::Accessible() const {
 
 tessalink::AccessibleElement DataEntryCtl::AccessibleChild(int index) const {
     DataEntryItem* item = GetItem(index);
-    DataEntryItemUI* interface = GetItemUI(index);
+    DataEntryItemUI* itemUI = GetItemUI(index);
     tessalink::AccessibleElement element;
-    element.role = interface->Role();
+    element.role = itemUI->Role();
     element.name = item->GetLabel();
-    element.value = interface->ValueText(item);
+    element.value = itemUI->ValueText(item);
     element.isReadOnly = item->IsReadOnly() != 0;
     element.isRequired = item->IsRequired();
     element.isFocused = m_hasFocus && index == m_current;
     element.rect = window_rect(index);
-    element.choices = interface->Choices(item, element.rect);
-    if (element.isFocused) element.focusedChoice = interface->FocusedChoice();
+    element.choices = itemUI->Choices(item, element.rect);
+    if (element.isFocused) element.focusedChoice = itemUI->FocusedChoice();
     return element;
 }
 

@@ -56,15 +56,14 @@ void DataEntryCtl::set_focus(bool notifies) {
         if (notifies && !had) notify(NM_SETFOCUS, m_current, nullptr);
         return;
     }
-    DataEntryItemUI* interface = GetItemUI(m_current);
+    DataEntryItemUI* itemUI = GetItemUI(m_current);
     // Attaching it anew would drop what is being typed.
-    const bool isThere = m_isAttached && interface->IsFocused() &&
-                         interface->GetCurrItem() == GetItem(m_current) &&
-                         interface->Holds(GetFocus());
+    const bool isThere = m_isAttached && itemUI->IsFocused() &&
+                         itemUI->GetCurrItem() == GetItem(m_current) && itemUI->Holds(GetFocus());
     if (!isThere) {
         const RaisedCounter busy(*this, m_busy);
-        m_isAttached = interface->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
-        if (m_isAttached) interface->SetFocus();
+        m_isAttached = itemUI->Attach(GetItem(m_current), window_rect(m_current), 1) != 0;
+        if (m_isAttached) itemUI->SetFocus();
         if (!alive) return;
     }
     if (notifies) notify(had ? DATAENTRY_MOVED : NM_SETFOCUS, m_current, nullptr);

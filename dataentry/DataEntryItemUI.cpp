@@ -69,12 +69,12 @@ void DataEntryItemUI::Paint(DataEntryItem* item, const CRect& rect, int focused)
     }
 }
 
-DataEntryItemUI::StandIn::StandIn(DataEntryItemUI& interface, DataEntryItem& item,
-                                  const CRect& rect, bool focused)
-    : m_interface(interface),
-      m_item(std::exchange(interface.m_item, &item)),
-      m_rect(std::exchange(interface.m_itemRect, rect)),
-      m_focused(std::exchange(interface.m_focused, focused)) {}
+DataEntryItemUI::StandIn::StandIn(DataEntryItemUI& itemUI, DataEntryItem& item, const CRect& rect,
+                                  bool focused)
+    : m_interface(itemUI),
+      m_item(std::exchange(itemUI.m_item, &item)),
+      m_rect(std::exchange(itemUI.m_itemRect, rect)),
+      m_focused(std::exchange(itemUI.m_focused, focused)) {}
 
 DataEntryItemUI::StandIn::~StandIn() {
     m_interface.m_item = m_item;

@@ -109,9 +109,9 @@ protected:
     /// While it lives, the interface answers for another item, as if it were attached to that one.
     class StandIn {
     public:
-        StandIn(DataEntryItemUI& interface, DataEntryItem& item)
-            : StandIn(interface, item, interface.m_itemRect, interface.m_focused) {}
-        StandIn(DataEntryItemUI& interface, DataEntryItem& item, const CRect& rect, bool focused);
+        StandIn(DataEntryItemUI& itemUI, DataEntryItem& item)
+            : StandIn(itemUI, item, itemUI.m_itemRect, itemUI.m_focused) {}
+        StandIn(DataEntryItemUI& itemUI, DataEntryItem& item, const CRect& rect, bool focused);
         ~StandIn();
         StandIn(const StandIn&) = delete;
         StandIn& operator=(const StandIn&) = delete;

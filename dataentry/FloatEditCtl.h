@@ -6,8 +6,8 @@
 class TESSALINK_API FloatEditCtl : public FilteredEditCtl {
 public:
     /// At most `decimals` digits after the point; 0: and no point. Its limit bounds the length.
-    FloatEditCtl(TextDataEntryUI& interface, int decimals, int allowNegative)
-        : FilteredEditCtl(interface), m_decimals(decimals), m_allowNegative(allowNegative) {}
+    FloatEditCtl(TextDataEntryUI& itemUI, int decimals, int allowNegative)
+        : FilteredEditCtl(itemUI), m_decimals(decimals), m_allowNegative(allowNegative) {}
 
     /// White space, a minus sign if negatives are allowed, digits, the point and decimals, white
     /// space; each may be missing.

@@ -10,7 +10,7 @@ class TextDataEntryUI;
 class TESSALINK_API SimpleTextEditCtl : public CEdit {
 public:
     /// `interface` must outlive it.
-    explicit SimpleTextEditCtl(TextDataEntryUI& interface) : m_interface(interface) {}
+    explicit SimpleTextEditCtl(TextDataEntryUI& itemUI) : m_interface(itemUI) {}
 
     UINT OnGetDlgCode() override;
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;

@@ -90,8 +90,8 @@ IMPLEMENT_DYNAMIC(TextDataEntryUI, ColoredItemUI)
 /// While it lives, the interface commits.
 class TextDataEntryUI::CommitScope {
 public:
-    explicit CommitScope(TextDataEntryUI& interface) : m_interface(interface), m_alive(interface) {
-        isCommitting = interface.m_isCommitting = true;
+    explicit CommitScope(TextDataEntryUI& itemUI) : m_interface(itemUI), m_alive(itemUI) {
+        isCommitting = itemUI.m_isCommitting = true;
     }
     ~CommitScope() {
         isCommitting = false;
@@ -109,8 +109,8 @@ private:
 /// library's own items are kept besides.
 class TextDataEntryUI::KeptValue {
 public:
-    KeptValue(TextDataEntryUI& interface, DataEntryItem& item, const CString& shown)
-        : m_interface(interface), m_item(item), m_isNull(item.IsNull()), m_shown(shown) {
+    KeptValue(TextDataEntryUI& itemUI, DataEntryItem& item, const CString& shown)
+        : m_interface(itemUI), m_item(item), m_isNull(item.IsNull()), m_shown(shown) {
         if (const auto* whole = DYNAMIC_DOWNCAST(IntegerDataEntryItem, &item)) {
             m_value = whole->GetValue();
         } else if (const auto* number = DYNAMIC_DOWNCAST(FloatDataEntryItem, &item)) {

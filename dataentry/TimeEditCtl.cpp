@@ -24,8 +24,8 @@ char lowered(char ch) {
 
 }  // namespace
 
-TimeEditCtl::TimeEditCtl(TextDataEntryUI& interface, int shortFormat)
-    : SimpleTextEditCtl(interface),
+TimeEditCtl::TimeEditCtl(TextDataEntryUI& itemUI, int shortFormat)
+    : SimpleTextEditCtl(itemUI),
       m_shortFormat(shortFormat),
       m_pattern(Time::GetBlankFormatStr(shortFormat)) {}
 

@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <iostream>
 #include <new>
@@ -334,30 +336,36 @@ int run(std::vector<std::string> arguments) {
     return guarded(command);
 }
 
-/// Faults are printed with their cause once the run is over; the library's own boxes say less. The
-/// code page is 1252 whatever the machine's settings are, so that results don't depend on them.
-void setServices(CodePage page) {
-    HostServices services = hostServices();
-    services.messageBox = [](const char*, UINT) { return IDOK; };
-    services.codePage = page;
-    setHostServices(services);
-}
-
-/// Takes `--code-page N` from the front of the arguments: the commands' descriptions name it.
-void takeCodePage(std::vector<std::string>& arguments) {
-    setServices(CodePage::Western);
-    if (arguments.size() < 3 || arguments[1] != cCodePageOption) return;
-    const std::string& number = arguments[2];
+CodePage namedCodePage(const std::string& number) {
     const bool isShort =
         number.size() == 4 && number.find_first_not_of("0123456789") == std::string::npos;
     const std::optional<CodePage> page =
         isShort ? codePageOf(std::stoi(number)) : std::optional<CodePage>();
-    if (!page) {
-        throw std::runtime_error("--code-page " + number +
-                                 ": name 1250, 1251, 1252, 1253, 1254 or 1257");
-    }
-    setServices(*page);
-    arguments.erase(arguments.begin() + 1, arguments.begin() + 3);
+    if (page) return *page;
+    throw std::runtime_error(cCodePageOption + (" " + number) +
+                             ": name 1250, 1251, 1252, 1253, 1254 or 1257");
+}
+
+/// Takes `--code-page N` or `--code-page=N` from the front of the arguments, before the options'
+/// descriptions are made, which name it.
+std::optional<CodePage> takeCodePage(std::vector<std::string>& arguments) {
+    if (arguments.size() < 2 || !arguments[1].starts_with(cCodePageOption)) return std::nullopt;
+    const std::string rest = arguments[1].substr(std::strlen(cCodePageOption));
+    if (!rest.empty() && rest[0] != '=') return std::nullopt;
+    const std::size_t taken = rest.empty() ? 2 : 1;
+    if (arguments.size() <= taken) return std::nullopt;  // the option parser tells what is missing
+    const CodePage page = namedCodePage(rest.empty() ? arguments[2] : rest.substr(1));
+    const auto first = arguments.begin() + 1;
+    arguments.erase(first, first + static_cast<std::ptrdiff_t>(taken));
+    return page;
+}
+
+/// Faults are printed with their cause once the run is over; the library's own boxes say less.
+void setServices(std::optional<CodePage> page) {
+    HostServices services = hostServices();
+    services.messageBox = [](const char*, UINT) { return IDOK; };
+    services.codePage = page;
+    setHostServices(services);
 }
 
 }  // namespace
@@ -367,7 +375,7 @@ void takeCodePage(std::vector<std::string>& arguments) {
 int main(int argc, char** argv) {
     std::vector<std::string> arguments = tessalink::startProgram(argc, argv);
     try {
-        tessalink::cli::takeCodePage(arguments);
+        tessalink::cli::setServices(tessalink::cli::takeCodePage(arguments));
     } catch (const std::exception& fault) {
         tessalink::cli::printTrouble(fault.what());
         return tessalink::cli::cUsage;

@@ -6,7 +6,7 @@
 /// there, whatever `long` is on this system. On Windows they are the platform's.
 
 #ifdef _WIN32
-#include "platform/base/WindowsHeader.h"
+#include "platform/base/windows/PlatformNames.h"
 #else
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;

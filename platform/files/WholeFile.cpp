@@ -178,15 +178,12 @@ void WholeFile::StoreStandardOutput() {
 }
 
 void WholeFile::StoreTemporary() {
-    if (m_sync == Sync::Yes && detail::syncFile(m_output->m_hFile) != 0) {
-        raise(errno, m_strFileName);
-    }
+    const bool waits = m_sync == Sync::Yes;
+    if (waits && detail::syncFile(m_output->m_hFile) != 0) raise(errno, m_strFileName);
     m_output->Close();
-    if (detail::renameFile(m_temporaryPath, m_strFileName) != 0) raise(errno, m_strFileName);
+    const auto rename = waits ? detail::renameSynced : detail::renameFile;
+    if (rename(m_temporaryPath, m_strFileName) != 0) raise(errno, m_strFileName);
     m_temporaryPath.Empty();
-    if (m_sync == Sync::Yes && detail::syncFolderOf(m_strFileName) != 0) {
-        raise(errno, m_strFileName);
-    }
 }
 
 void WholeFile::Discard() noexcept {

@@ -366,6 +366,33 @@ TEST_F(CommandLine, ReadsUtf8AndWarnsWhereItIsNotSaid) {
               2);
 }
 
+TEST_F(CommandLine, ReadsAndWritesInTheCodePageThatIsNamed) {
+    folder.Write("t.rtf", "{\\rtf @Name}");
+    folder.Write("vars.tsv", "Name\tstring\t\xD0\xAF\n");
+    const Strings report = {"report", "t.rtf",    "-o",         "-",
+                            "--vars", "vars.tsv", "--encoding", "utf-8"};
+    const struct {
+        Strings page;
+        std::string out;
+        std::string err;
+    } table[] = {
+        {{"--code-page", "1251"}, "{\\rtf \xDF}", ""},
+        {{"--code-page=1251"}, "{\\rtf \xDF}", ""},
+        {{"--code-page", "1252"}, "", "Windows-1252"},
+        {{"--code-page=932"}, "", "--code-page 932: name 1250, 1251, 1252"},
+        {{"--code-page"}, "", "name 1250, 1251, 1252"},
+        {{"--code-page="}, "", "name 1250, 1251, 1252"},
+    };
+    for (const auto& [page, out, err] : table) {
+        Strings arguments = page;
+        arguments.insert(arguments.end(), report.begin(), report.end());
+        const Finished run = Run(arguments);
+        EXPECT_EQ(run.out, out) << page[0];
+        EXPECT_THAT(run.err, HasSubstr(err));
+        EXPECT_EQ(run.exitCode == 0, err.empty()) << run.err;
+    }
+}
+
 TEST_F(CommandLine, PlainTextRunsNowhereInAReport) {
     Store("part.DAT", "<@t@EVAL(t)>");
     folder.Write("t.rtf", "{\\rtf @DEFER_START(1)@INCLUDE([part])@DEFER_END@PRINT_DEFERRED(ASC)}");

@@ -61,7 +61,7 @@ public:
 /// An edit box as a host writes one.
 class HostEdit : public CEdit {
 public:
-    explicit HostEdit(TextDataEntryUI& interface) : m_interface(interface) {}
+    explicit HostEdit(TextDataEntryUI& itemUI) : m_interface(itemUI) {}
 
     UINT OnGetDlgCode() override { return DLGC_WANTALLKEYS; }
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override {

@@ -16,7 +16,7 @@ PROGRAMS = [("apps", "examples"), ("tests",), ("fuzz", "benchmarks")]
 
 # Where alone system calls stand, and the one header that brings the platform's own.
 SYSTEM_CALLS = ("platform/files/posix/", "platform/files/windows/")
-PLATFORM_HEADER = "platform/base/WindowsHeader.h"
+PLATFORM_HEADER = "platform/base/windows/PlatformNames.h"
 
 # Programs that include the headers of a library's package; the library's own tests do, too.
 PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp", "benchmarks/ToolkitKeys.h",

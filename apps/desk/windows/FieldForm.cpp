@@ -124,8 +124,8 @@ void FieldForm::Build(const Questionnaire& questionnaire) {
     if (QWidget* const pane = Pane()) pane->setObjectName("fieldFormWindow");
 }
 
-void FieldForm::add(DataEntryItem* item, DataEntryItemUI* interface) {
-    m_form->AddItem(item, interface);
+void FieldForm::add(DataEntryItem* item, DataEntryItemUI* itemUI) {
+    m_form->AddItem(item, itemUI);
 }
 
 DataEntryItem* FieldForm::add_field(const Field& field) {

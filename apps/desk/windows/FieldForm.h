@@ -63,7 +63,7 @@ Q_SIGNALS:
 private:
     const QuestionnaireModel& model() const { return m_questionnaire->Model(); }
     DataEntryItem* add_field(const Field& field);
-    void add(DataEntryItem* item, DataEntryItemUI* interface);
+    void add(DataEntryItem* item, DataEntryItemUI* itemUI);
     HostWindow::Answer told(UINT message, LPARAM record);
     bool keep(int index);
     bool keep_label(const QString& text);

@@ -29,7 +29,9 @@ void removeAllBut(const fs::path& folder, const char* kept) {
 }  // namespace
 
 void checkSystem(const std::error_code& error, const fs::path& path) {
-    if (error) CFileException::ThrowOsError(error.value(), path.generic_string().c_str());
+    // An errno value, whatever the system's own codes are.
+    const int code = error.default_error_condition().value();
+    if (error) CFileException::ThrowOsError(code, path.generic_string().c_str());
 }
 
 RunFolder::RunFolder(const std::string& folder, const std::string& name)

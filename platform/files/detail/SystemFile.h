@@ -49,13 +49,13 @@ std::int64_t lengthOf(int descriptor);
 int setLength(int descriptor, std::uint64_t length);
 /// Waits until the contents are on the disk.
 int syncFile(int descriptor);
-/// The same for the entry of a file in its folder.
-int syncFolderOf(const CString& path);
 /// The descriptor is gone even when it tells a fault.
 int closeFile(int descriptor);
 int removeFile(const char* name);
 /// Replaces a file of the new name in one step.
 int renameFile(const char* oldName, const char* newName);
+/// The same, and waits until the new name is on the disk.
+int renameSynced(const char* oldName, const char* newName);
 /// A descriptor of its own for standard output.
 int duplicateStandardOutput();
 /// A number that no one guesses, for names of temporary files.

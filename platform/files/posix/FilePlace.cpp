@@ -6,11 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <string>
 #include <vector>
 
-#include "platform/files/CFileException.h"
 #include "platform/files/detail/NetworkFileSystems.h"
 #include "platform/files/detail/SystemFile.h"
 
@@ -55,14 +53,6 @@ bool isOnNetworkShare(const char* path) {
         return false;
     }
     return detail::isNetworkFileSystem(static_cast<std::uint32_t>(status.f_type));
-}
-
-bool makePrivateFile(const char* path) {
-    const detail::OpenedFile file = detail::makeFile(path, detail::NewFileMode::Owner);
-    if (file.error == EEXIST) return false;
-    if (file.error != 0) AfxThrowFileException(detail::causeOf(file.error, path), file.error, path);
-    detail::closeFile(file.descriptor);
-    return true;
 }
 
 CString accountName() {

@@ -47,6 +47,17 @@ ReplacedFile regularFile(const CString& name, mode_t mode) {
     return file;
 }
 
+// Waits until the entry of a file in its folder is on the disk.
+int syncFolderOf(const CString& path) {
+    const int folder = ::open(folderOf(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return -1;
+    // Some file systems have no sync for folders and say EINVAL.
+    const int error = ::fsync(folder) == 0 || errno == EINVAL ? 0 : errno;
+    ::close(folder);
+    errno = error;
+    return error == 0 ? 0 : -1;
+}
+
 }  // namespace
 
 OpenedFile makeFile(const char* name, NewFileMode mode) {
@@ -100,16 +111,6 @@ int syncFile(int descriptor) {
     return ::fsync(descriptor);
 }
 
-int syncFolderOf(const CString& path) {
-    const int folder = ::open(folderOf(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) return -1;
-    // Some file systems have no sync for folders and say EINVAL.
-    const int error = ::fsync(folder) == 0 || errno == EINVAL ? 0 : errno;
-    ::close(folder);
-    errno = error;
-    return error == 0 ? 0 : -1;
-}
-
 int closeFile(int descriptor) {
     // The descriptor is gone even when a signal came in between.
     return ::close(descriptor) == 0 || errno == EINTR ? 0 : -1;
@@ -121,6 +122,10 @@ int removeFile(const char* name) {
 
 int renameFile(const char* oldName, const char* newName) {
     return std::rename(oldName, newName);
+}
+
+int renameSynced(const char* oldName, const char* newName) {
+    return renameFile(oldName, newName) == 0 ? syncFolderOf(newName) : -1;
 }
 
 int duplicateStandardOutput() {

@@ -1,9 +1,7 @@
 #include "platform/files/FilePlace.h"
 
-#include <cerrno>
 #include <string>
 
-#include "platform/files/CFileException.h"
 #include "platform/files/detail/SystemFile.h"
 #include "platform/files/windows/WideText.h"
 
@@ -17,14 +15,6 @@ bool isOnNetworkShare(const char* path) {
         return false;
     }
     return ::GetDriveTypeW(volume.c_str()) == DRIVE_REMOTE;
-}
-
-bool makePrivateFile(const char* path) {
-    const detail::OpenedFile file = detail::makeFile(path, detail::NewFileMode::Owner);
-    if (file.error == EEXIST) return false;
-    if (file.error != 0) AfxThrowFileException(detail::causeOf(file.error, path), file.error, path);
-    detail::closeFile(file.descriptor);
-    return true;
 }
 
 CString accountName() {

@@ -116,6 +116,33 @@ int errorFor(const std::wstring& path) {
     return isBelowFile ? ENOTDIR : error;
 }
 
+OpenedFile openByName(const char* name, DWORD access, DWORD shares, SECURITY_ATTRIBUTES* security,
+                      DWORD creation) {
+    OpenedFile file;
+    const std::wstring path = widePath(name);
+    if (path.empty()) {
+        file.error = errno;
+        return file;
+    }
+    const HANDLE handle = ::CreateFileW(path.c_str(), access, shares, security, creation,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        file.error = errorFor(path);
+    } else {
+        takeHandle(file, handle);
+    }
+    return file;
+}
+
+int replaceByName(const char* oldName, const char* newName, DWORD more) {
+    const std::wstring from = widePath(oldName);
+    const std::wstring to = from.empty() ? std::wstring() : widePath(newName);
+    if (to.empty()) return -1;
+    return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | more) != 0
+               ? 0
+               : systemFault();
+}
+
 bool isLink(const std::wstring& path) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
@@ -144,20 +171,8 @@ int startOfName(const CString& path) {
 }  // namespace
 
 OpenedFile openFile(const char* name, unsigned flags) {
-    OpenedFile file;
-    const std::wstring path = widePath(name);
-    if (path.empty()) {
-        file.error = errno;
-        return file;
-    }
-    const DWORD creation = (flags & CFile::modeCreate) != 0 ? OPEN_ALWAYS : OPEN_EXISTING;
-    const HANDLE handle = ::CreateFileW(path.c_str(), accessOf(flags), sharesOf(flags), nullptr,
-                                        creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        file.error = errorFor(path);
-        return file;
-    }
-    takeHandle(file, handle);
+    OpenedFile file = openByName(name, accessOf(flags), sharesOf(flags), nullptr,
+                                 (flags & CFile::modeCreate) != 0 ? OPEN_ALWAYS : OPEN_EXISTING);
     // Emptied only now, when nobody else has the file.
     if (file.error == 0 && file.isRegular && empties(flags) && setLength(file.descriptor, 0) != 0) {
         file.error = errno;
@@ -168,24 +183,11 @@ OpenedFile openFile(const char* name, unsigned flags) {
 }
 
 OpenedFile makeFile(const char* name, NewFileMode mode) {
-    OpenedFile file;
-    const std::wstring path = widePath(name);
-    if (path.empty()) {
-        file.error = errno;
-        return file;
-    }
     const auto rights = mode == NewFileMode::Owner
                             ? ownersRights()
                             : std::unique_ptr<void, decltype(&::LocalFree)>(nullptr, ::LocalFree);
     SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), rights.get(), FALSE};
-    const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, &security, CREATE_NEW,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) {
-        file.error = errorFor(path);
-    } else {
-        takeHandle(file, handle);
-    }
-    return file;
+    return openByName(name, GENERIC_WRITE, 0, &security, CREATE_NEW);
 }
 
 std::int64_t readSome(int descriptor, void* buffer, std::size_t count, std::int64_t position) {
@@ -252,10 +254,6 @@ int syncFile(int descriptor) {
     return ::FlushFileBuffers(handleOf(descriptor)) != 0 ? 0 : systemFault();
 }
 
-int syncFolderOf(const CString&) {
-    return 0;  // the replacing itself waits for the disk
-}
-
 int closeFile(int descriptor) {
     return ::_close(descriptor);
 }
@@ -267,13 +265,11 @@ int removeFile(const char* name) {
 }
 
 int renameFile(const char* oldName, const char* newName) {
-    const std::wstring from = widePath(oldName);
-    const std::wstring to = from.empty() ? std::wstring() : widePath(newName);
-    if (to.empty()) return -1;
-    return ::MoveFileExW(from.c_str(), to.c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0
-               ? 0
-               : systemFault();
+    return replaceByName(oldName, newName, 0);
+}
+
+int renameSynced(const char* oldName, const char* newName) {
+    return replaceByName(oldName, newName, MOVEFILE_WRITE_THROUGH);
 }
 
 int duplicateStandardOutput() {
@@ -354,12 +350,7 @@ CString wholePath(const CString& path) {
     const bool isShare =
         path.GetLength() > 1 && isSeparator(path.GetAt(0)) && isSeparator(path.GetAt(1));
     if (path.IsEmpty() || hasDrive || isShare) return path;
-    const std::wstring wide = wideText(path.View());
-    std::wstring whole(::GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
-    if (whole.empty()) return path;
-    whole.resize(
-        ::GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    CString result{std::string_view(utf8Text(whole))};
+    CString result{std::string_view(utf8Text(fullPath(wideText(path.View()))))};
     result.Replace('\\', '/');
     return result;
 }

@@ -100,16 +100,14 @@ bool hasShortNames(std::wstring_view path) {
     return true;
 }
 
-bool isBare(std::wstring_view path) {
-    return path.starts_with(cPrefix) || path.starts_with(L"\\\\.\\");
+bool hasDrive(std::wstring_view path) {
+    const wchar_t letter = path.empty() ? L'\0' : bigLetter(path[0]);
+    return path.size() > 1 && path[1] == L':' && letter >= L'A' && letter <= L'Z';
 }
 
-std::wstring whole(const std::wstring& path) {
-    std::wstring result(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    if (result.empty()) return path;
-    result.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(),
-                                     nullptr));
-    return result;
+// What the system takes as it is.
+bool isBare(std::wstring_view path) {
+    return path.starts_with(cPrefix) || path.starts_with(L"\\\\.\\");
 }
 
 std::wstring converted(std::string_view text, DWORD flags) {
@@ -141,10 +139,24 @@ std::wstring widePath(std::string_view name) {
         errno = ENODEV;
         return {};
     }
-    if (path.size() < cLongPath) return path;
-    const std::wstring full = whole(path);
+    // The name of a drive ends in a colon; others name streams within a file, which no one would
+    // find.
+    if (path.find(L':', hasDrive(path) ? 2 : 0) != std::wstring::npos) {
+        errno = EILSEQ;
+        return {};
+    }
+    const std::wstring full = fullPath(path);
+    if (full.size() < cLongPath) return path;
     if (full.starts_with(L"\\\\")) return std::wstring(cSharePrefix) + full.substr(2);
     return std::wstring(cPrefix) + full;
+}
+
+std::wstring fullPath(const std::wstring& path) {
+    std::wstring result(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    if (result.empty()) return path;
+    result.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(),
+                                     nullptr));
+    return result;
 }
 
 std::wstring wideText(std::string_view text) {

@@ -53,6 +53,8 @@ TEST(WindowsFiles, NamesThatCannotBeAreClearFaults) {
          "characters that the system does not take"},
         {folder.Path("") + "\xC3", CFileException::badPath,
          "characters that the system does not take"},
+        {folder.Path("a:b"), CFileException::badPath, "characters that the system does not take"},
+        {":b", CFileException::badPath, "characters that the system does not take"},
         {"NUL", CFileException::badPath, "the name is that of a device"},
         {"con", CFileException::badPath, "the name is that of a device"},
         {folder.Path("aux.rtf"), CFileException::badPath, "the name is that of a device"},

@@ -19,9 +19,12 @@
 // Behind the platform's header, which it needs.
 #include <commctrl.h>
 
-// Old words for kinds of pointers, which are empty and plain words of the language.
+// Old words for kinds of pointers, which are empty, and functions that the standard library has; a
+// host may have included the platform's header with them.
 #undef near
 #undef far
+#undef min
+#undef max
 
 #ifdef UNICODE
 #define TESSALINK_PLATFORM_CALL(name) name##W
