@@ -5,27 +5,20 @@
 #include <utility>
 
 #include "platform/qt/detail/QtWindowSystem.h"
+#include "platform/windows/HostOwned.h"
 
 namespace tessalink {
 
 namespace {
 
 // A widget of the host. What it lacks as a window of ours, it leaves to the host.
-class HostNative final : public QObject, public detail::QtNative {
+class HostNative final : public QObject, public HostOwned<detail::QtNative> {
 public:
     HostNative(CWnd& owner, QWidget& widget) : m_owner(owner), m_widget(&widget) {
         widget.installEventFilter(this);
         connect(&widget, &QObject::destroyed, this, [this] { windowLost(m_owner); });
     }
 
-    void Move(const CRect&) override {}
-    void Show(bool) override {}
-    void Enable(bool) override {}
-    void Raise() override {}
-    void PlaceAfter(NativeWindow*) override {}
-    void RequestPaint(const CRect&) override {}
-    void PaintNow() override {}
-    void Scroll(int, int) override {}
     void TakeFocus() override {
         if (m_widget != nullptr && m_widget->focusPolicy() != Qt::NoFocus) {
             m_widget->setFocus();
@@ -33,17 +26,10 @@ public:
             detail::QtWindowSystem::Get().DropFocus();
         }
     }
-    void Capture(bool) override {}
-    void SetCursor(int) override {}
-    void SetText(const CString&) override {}
-    void SetFont(const LOGFONTA&) override {}
-    void SetScrollBar(int, bool, const SCROLLINFO&) override {}
     CPoint ClientOrigin() const override {
         const QPoint origin = m_widget != nullptr ? m_widget->mapToGlobal(QPoint()) : QPoint();
         return {origin.x(), origin.y()};
     }
-    void ShowOutline(const CRect&) override {}
-    void NotifyAccessible(AccessibleEvent, int, const CString&) override {}
     bool PassFocusOn(CWnd& from, bool previous) override {
         return detail::QtWindowSystem::Get().MoveOn(from, previous);
     }

@@ -8,6 +8,7 @@
 #include "platform/win32/detail/Screens.h"
 #include "platform/win32/detail/SystemCalls.h"
 #include "platform/win32/detail/Win32Window.h"
+#include "platform/windows/HostOwned.h"
 
 namespace tessalink {
 
@@ -17,34 +18,19 @@ using detail::Scale;
 using detail::Win32WindowSystem;
 
 // A window of the host. What it lacks as a window of ours, it leaves to the host.
-class HostNative final : public detail::Win32Native, private detail::HostListener {
+class HostNative final : public HostOwned<detail::Win32Native>, private detail::HostListener {
 public:
     HostNative(CWnd& owner, HWND window) : m_owner(owner), m_hook(window, *this) {}
 
-    void Move(const CRect&) override {}
-    void Show(bool) override {}
-    void Enable(bool) override {}
-    void Raise() override {}
-    void PlaceAfter(NativeWindow*) override {}
-    void RequestPaint(const CRect&) override {}
-    void PaintNow() override {}
-    void Scroll(int, int) override {}
     void TakeFocus() override {
         if (Handle() != nullptr) ::SetFocus(Handle());
     }
-    void Capture(bool) override {}
-    void SetCursor(int) override {}
-    void SetText(const CString&) override {}
-    void SetFont(const LOGFONTA&) override {}
-    void SetScrollBar(int, bool, const SCROLLINFO&) override {}
     CPoint ClientOrigin() const override {
         POINT origin = {};
         if (Handle() == nullptr) return {};
         ::ClientToScreen(Handle(), &origin);
         return detail::screenUnits(origin);
     }
-    void ShowOutline(const CRect&) override {}
-    void NotifyAccessible(AccessibleEvent, int, const CString&) override {}
     bool PassFocusOn(CWnd& from, bool previous) override {
         return Handle() != nullptr && Win32WindowSystem::Get().MoveOn(Handle(), from, previous);
     }

@@ -1,16 +1,11 @@
 // The module that the command line loads for pictures.
 #include <QGuiApplication>
 #include <clocale>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <exception>
-#include <iterator>
-#include <new>
 #include <optional>
+#include <vector>
 
-#include "platform/graphics/EnhMetaFile.h"
-#include "platform/graphics/PictureModuleCalls.h"
+#include "platform/graphics/PictureModuleAnswers.h"
 #include "platform/qt/QtImages.h"
 
 namespace {
@@ -33,18 +28,10 @@ private:
     std::optional<QGuiApplication> m_application;
 };
 
-struct PictureHandle {
-    HENHMETAFILE handle;
-    ~PictureHandle() { DeleteEnhMetaFile(handle); }
-};
-
 std::vector<BYTE> render(const TessalinkPictureJob& job) {
     const Toolkit toolkit;
-    const PictureHandle picture = {SetEnhMetaFileBits(static_cast<UINT>(job.size), job.metafile)};
-    const auto draw = [&](CDC& dc) {
-        const CRect whole(0, 0, job.width, job.height);
-        PlayEnhMetaFile(&dc, picture.handle, whole);
-    };
+    const tessalink::JobPicture picture(job);
+    const auto draw = [&](CDC& dc) { picture.Draw(dc); };
     const bool isPng = std::strcmp(job.format, "png") == 0;
     return (isPng ? tessalink::pngOf : tessalink::pdfOf)(job.width, job.height, job.dpi, draw);
 }
@@ -53,22 +40,10 @@ std::vector<BYTE> render(const TessalinkPictureJob& job) {
 
 extern "C" __attribute__((visibility("default"))) int tessalink_render_picture_1(
     const TessalinkPictureJob* job, TessalinkPictureFile* file) {
-    *file = {};
-    try {
-        const std::vector<BYTE> bytes = render(*job);
-        file->bytes = static_cast<unsigned char*>(std::malloc(bytes.size()));
-        if (file->bytes == nullptr) throw std::bad_alloc();
-        std::memcpy(file->bytes, bytes.data(), bytes.size());
-        file->size = bytes.size();
-        return 1;
-    } catch (const std::exception& error) {
-        std::snprintf(file->message, std::size(file->message), "%s", error.what());
-        return 0;
-    }
+    return tessalink::answerJob(render, *job, *file);
 }
 
 extern "C" __attribute__((visibility("default"))) void tessalink_free_picture_1(
     TessalinkPictureFile* file) {
-    std::free(file->bytes);
-    *file = {};
+    tessalink::freeJobFile(*file);
 }
