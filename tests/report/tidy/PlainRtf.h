@@ -5,18 +5,16 @@
 #include <cstddef>
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "report/tidy/detail/RtfWords.h"
-
 namespace tessalink::test {
 
 /// RTF read in the plainest way: what it shows, typographic characters as the keys that type them
-/// and
-/// `{}` that was typed left out; and its markup, with what is not shown.
+/// and `{}` that was typed left out; and its markup, with what is not shown.
 class PlainRtf {
 public:
     explicit PlainRtf(std::string_view rtf) : m_rtf(rtf) {
@@ -170,11 +168,22 @@ private:
 
     /// Whether the word opens a destination.
     bool enter(const std::string& name) {
+        static const std::set<std::string> hidden = {
+            "fonttbl",      "colortbl",  "stylesheet",
+            "info",         "listtable", "listoverridetable",
+            "filetbl",      "pict",      "nonshppict",
+            "nonesttables", "objdata",   "fldinst",
+            "formfield",    "datafield", "listtext",
+            "pntext",       "pntxta",    "pntxtb",
+            "sp",           "tc",        "xe",
+            "template"};
+        static const std::set<std::string> shown = {"header",   "headerl", "headerr", "headerf",
+                                                    "footer",   "footerl", "footerr", "footerf",
+                                                    "footnote", "shptxt",  "shprslt", "dptxbxtext"};
         Group& group = m_groups.back();
         const bool isStarred = std::exchange(group.isStarred, false);
-        const auto role = detail::cRtfWordTable.Find(name).role;
-        const bool isFlow = role == detail::RtfRole::flow;
-        if (!isFlow && role != detail::RtfRole::hidden && !isStarred) return false;
+        const bool isFlow = shown.contains(name);
+        if (!isFlow && !hidden.contains(name) && !isStarred) return false;
         group.isHidden = !isFlow;
         return true;
     }
