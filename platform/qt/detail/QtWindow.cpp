@@ -24,8 +24,6 @@ namespace tessalink::detail {
 
 namespace {
 
-constexpr int cWheelNotch = 120;
-
 QRect toQRect(const RECT& rect) {
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
