@@ -10,7 +10,7 @@
 namespace tessalink {
 
 /// How the graphs of reports are written: with what they show in words, for the blind.
-inline constexpr GraphPictureOptions cReportPictures = {cPictureDpi, true};
+inline const GraphPictureOptions cReportPictures = {cPictureDpi, true};
 
 /// Runs the templates of a questionnaire over the variables of a person (fillVariables), for host
 /// programs with reports of their own; RespondentReports does all of it.

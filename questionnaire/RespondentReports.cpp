@@ -5,7 +5,6 @@
 
 #include "graphs/file/GraphFctTable.h"
 #include "platform/files/CMemFile.h"
-#include "questionnaire/QuestionnaireParser.h"
 #include "questionnaire/detail/NamedText.h"
 #include "questionnaire/detail/VariableFiller.h"
 #include "report/TemplateStorage.h"
@@ -98,10 +97,10 @@ private:
 
 class RespondentReports::Run {
 public:
-    explicit Run(const Questionnaire& questionnaire)
+    Run(const Questionnaire& questionnaire, const GraphPictureOptions& pictures)
         : m_questionnaire(questionnaire), m_filler(questionnaire) {
         if (const GraphFile* const graphs = questionnaire.Graphs()) {
-            m_graphs.emplace(*graphs, m_variables.Table(), cReportPictures);
+            m_graphs.emplace(*graphs, m_variables.Table(), pictures);
         }
     }
 
@@ -147,8 +146,9 @@ private:
     std::size_t m_mark = 0;  ///< of the changes made by the template of derived values
 };
 
-RespondentReports::RespondentReports(const Questionnaire& questionnaire)
-    : m_run(std::make_unique<Run>(questionnaire)) {}
+RespondentReports::RespondentReports(const Questionnaire& questionnaire,
+                                     const GraphPictureOptions& pictures)
+    : m_run(std::make_unique<Run>(questionnaire, pictures)) {}
 
 RespondentReports::~RespondentReports() = default;
 

@@ -5,6 +5,7 @@
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"
 #include "questionnaire/Questionnaire.h"
+#include "questionnaire/QuestionnaireParser.h"
 #include "questionnaire/Respondent.h"
 #include "questionnaire/Scorer.h"
 #include "report/VarTable.h"
@@ -17,7 +18,9 @@ namespace tessalink {
 /// includes come from the questionnaire's files in memory; nothing is opened.
 class TESSALINK_API RespondentReports {
 public:
-    explicit RespondentReports(const Questionnaire& questionnaire);
+    /// How graphs are written is the caller's: cReportPictures is usual.
+    explicit RespondentReports(const Questionnaire& questionnaire,
+                               const GraphPictureOptions& pictures = cReportPictures);
     ~RespondentReports();
     RespondentReports(const RespondentReports&) = delete;
     RespondentReports& operator=(const RespondentReports&) = delete;

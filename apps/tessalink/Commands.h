@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/tessalink/PictureChoice.h"
 #include "apps/tessalink/TemplateInput.h"
 #include "report/VariablesFile.h"
 
@@ -24,6 +25,7 @@ struct ReportOptions {
     std::string includeFolder;         ///< empty: the folder of the template
     std::string graphsPath;            ///< empty: none
     bool hasTextAlternatives = false;  ///< graphs say what they show
+    PictureChoice pictures;
     Storage storage = Storage::detect;
 };
 int makeReport(const ReportOptions& options);
@@ -93,8 +95,9 @@ struct GraphOptions {
     std::string name;
     VariablesSource variables;
     std::string outputPath;
-    std::string format;      ///< empty: by the ending of the output
-    std::optional<int> dpi;  ///< units per inch
+    std::string format;                              ///< empty: by the ending of the output
+    std::optional<int> dpi;                          ///< units per inch
+    PictureKinds pictures = PictureKinds::Metafile;  ///< in RTF
     bool hasTextAlternative = false;
     bool embedsFonts = false;
 };

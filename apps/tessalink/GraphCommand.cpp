@@ -41,9 +41,17 @@ Bytes textOf(const Job& job) {
     return {text.begin(), text.end()};
 }
 
+/// The resolution is that of the PNG when there is one.
 Bytes documentOf(const Job& job) {
+    GraphPictureOptions options = job.Picture();
+    const PictureChoice choice = {job.options.pictures, job.options.dpi};
+    if (choice.HasPng()) {
+        options = {cPictureDpi, options.hasTextAlternative, reportPictures(choice)};
+        const GraphSheet& sheet = job.graph.GetSheet();
+        if (!pngSize(sheet.width, sheet.height, options.pictures.pngDpi)) return {};
+    }
     CMemFile file;
-    writeGraphDocument(job.graph, file, job.Picture());
+    writeGraphDocument(job.graph, file, options);
     return {file.View().begin(), file.View().end()};
 }
 
@@ -67,6 +75,9 @@ Bytes pictureOf(const Job& job) {
 
 int drawGraph(const GraphOptions& options) {
     const std::string format = pictureFormat(options.outputPath, options.format, cGraphFormats);
+    if (options.pictures != PictureKinds::Metafile && format != "rtf") {
+        throw std::runtime_error("--pictures is for RTF, and the output is " + format);
+    }
     const GraphFile graphs = GraphFile::Read(*openInput(options.graphsPath));
     VarTable variables;
     readVariables(options.variables, variables);

@@ -6,7 +6,6 @@
 
 #include "platform/files/LoadedModule.h"
 #include "platform/files/ModuleDir.h"
-#include "platform/graphics/PictureModuleCalls.h"
 
 namespace tessalink::cli {
 
@@ -53,17 +52,25 @@ Function functionOf(const LoadedModule& module, const char* name) {
 
 }  // namespace
 
-std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target) {
+PictureModule::PictureModule() {
     const LoadedModule module = loadModule();
-    const auto render = functionOf<TessalinkRenderPicture>(module, cRenderPictureName);
-    const auto free = functionOf<TessalinkFreePicture>(module, cFreePictureName);
+    m_render = functionOf<TessalinkRenderPicture>(module, cRenderPictureName);
+    m_free = functionOf<TessalinkFreePicture>(module, cFreePictureName);
+}
+
+std::vector<BYTE> PictureModule::Render(std::span<const BYTE> metafile,
+                                        const PictureTarget& target) const {
     const TessalinkPictureJob job = {metafile.data(), metafile.size(), target.format,
                                      target.width,    target.height,   target.dpi};
     TessalinkPictureFile file;
-    if (!render(&job, &file)) throw std::runtime_error(file.message);
+    if (!m_render(&job, &file)) throw std::runtime_error(file.message);
     std::vector<BYTE> bytes(file.bytes, file.bytes + file.size);
-    free(&file);
+    m_free(&file);
     return bytes;
+}
+
+std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target) {
+    return PictureModule().Render(metafile, target);
 }
 
 }  // namespace tessalink::cli

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/base/Types.h"
+#include "platform/graphics/PictureModuleCalls.h"
 
 namespace tessalink::cli {
 
@@ -15,9 +16,23 @@ struct PictureTarget {
     int dpi;  ///< units per inch
 };
 
-/// Renders a metafile by the module of the toolkit, which is loaded from the folder of the program
-/// or from ../lib beside it. Throws std::runtime_error, also when the module is not installed; the
-/// message then says where it comes from.
+/// The module of the toolkit, which is loaded from the folder of the program or from ../lib beside
+/// it. All pictures of a process must be rendered in the same thread.
+class PictureModule {
+public:
+    /// Throws std::runtime_error when the module is not installed; the message says where it comes
+    /// from.
+    PictureModule();
+
+    /// Renders a metafile. Throws std::runtime_error.
+    std::vector<BYTE> Render(std::span<const BYTE> metafile, const PictureTarget& target) const;
+
+private:
+    TessalinkRenderPicture m_render;
+    TessalinkFreePicture m_free;
+};
+
+/// Renders a metafile by the module. Throws std::runtime_error.
 std::vector<BYTE> renderByModule(std::span<const BYTE> metafile, const PictureTarget& target);
 
 }  // namespace tessalink::cli

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "apps/tessalink/Arguments.h"
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchArguments.h"
@@ -28,38 +29,18 @@ namespace tessalink::cli {
 
 namespace {
 
-constexpr const char* cTemplateText = "a report template; - reads standard input";
-constexpr const char* cIncludeFolderText =
-    "the folder of the included templates, PART.DAT scrambled or else PART.rtf plain (default: the "
-    "folder of TEMPLATE)";
-
-constexpr const char* cTextAlternativeText =
-    "pictures of graphs say what they show, for those who can't see them";
 constexpr const char* cEmbedFontsText = "PDF with its fonts in it; needs the package tessalink-qt";
 constexpr const char* cVariablesText =
     "variables: lines of name TAB type (int, double, string: RTF, text: plain) TAB value, in ";
 constexpr const char* cRawText = "variables with the raw scores, in ";
 constexpr const char* cEncodingText = " unless --encoding or a byte-order mark says UTF-8; - ";
-constexpr const char* cUtf8 = "utf-8";
 constexpr const char* cCodePageOption = "--code-page";
 constexpr const char* cCodePageText =
     "before the command: what texts are in that are not UTF-8, 1250 to 1254 or 1257 (default: "
     "1252)";
-constexpr const char* cGraphsText = "graphs in JSON, in UTF-8; - reads standard input";
-constexpr int cHighestDpi = 2400;
 
 /// What to run once the arguments are understood.
 using Command = std::function<int()>;
-
-void addStorage(CLI::App& command, Storage& storage) {
-    const auto set = [&storage](Storage value) { return [&storage, value] { storage = value; }; };
-    CLI::Option* plain =
-        command.add_flag_callback("--plain", set(Storage::plain), "the template is plain text");
-    command
-        .add_flag_callback("--scrambled", set(Storage::scrambled),
-                           "the template is scrambled (default: unless it starts with {\\rtf)")
-        ->excludes(plain);
-}
 
 /// Standard input can be one of the inputs only.
 void expectOneStandardInput(
@@ -75,18 +56,6 @@ void expectOneStandardInput(
     }
 }
 
-/// The encoding of the variables file that the option names.
-void addEncoding(CLI::App& command, VariablesSource& source, CLI::Option* file) {
-    const auto set = [&source](const std::string& name) {
-        source.encoding = name == cUtf8 ? VariablesEncoding::Utf8 : VariablesEncoding::CodePage;
-    };
-    command
-        .add_option_function<std::string>(
-            "--encoding", set, "of the variables: utf-8 or " + codePageWord() + " (default)")
-        ->transform(CLI::IsMember({std::string(cUtf8), codePageWord()}, CLI::ignore_case))
-        ->needs(file);
-}
-
 void addVariables(CLI::App& command, VariablesSource& source) {
     addEncoding(command, source,
                 command.add_option(
@@ -100,11 +69,7 @@ void addReport(CLI::App& app, ReportOptions& options, Command& command) {
     report->add_option("-o,--output", options.outputPath, "the report; - is standard output")
         ->required();
     addVariables(*report, options.variables);
-    report->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
-    report->add_option("--graphs", options.graphsPath,
-                       std::string("what @CALL(NAME) draws: ") + cGraphsText);
-    report->add_flag("--alt", options.hasTextAlternatives, cTextAlternativeText);
-    addStorage(*report, options.storage);
+    addReportMaking(*report, options);
     report->callback([&] {
         expectOneStandardInput({{"template", &options.templatePath},
                                 {"--vars", &options.variables.path},
@@ -226,11 +191,9 @@ void addPicture(CLI::App& app, PictureOptions& options, Command& command) {
         ->add_option("--format", options.format,
                      "png, pdf or svg (default: what the name of the output ends in)")
         ->check(CLI::IsMember(cPictureFormats));
-    picture
-        ->add_option("--dpi", options.dpi,
-                     "pixels, or units of lines, per inch (default: 96 for PNG, else those of the "
-                     "recording)")
-        ->check(CLI::Range(1, cHighestDpi));
+    addPictureDpi(*picture, options.dpi,
+                  "pixels, or units of lines, per inch (default: 96 for PNG, else those of the "
+                  "recording)");
     picture->add_flag("--embed-fonts", options.embedsFonts, cEmbedFontsText);
     picture->callback([&] { command = [&] { return convertPicture(options); }; });
 }
@@ -246,10 +209,10 @@ void addGraph(CLI::App& app, GraphOptions& options, Command& command) {
         ->add_option("--format", options.format,
                      "emf, svg, png, pdf or rtf (default: what the name of the output ends in)")
         ->check(CLI::IsMember(cGraphFormats));
-    graph
-        ->add_option("--dpi", options.dpi,
-                     "pixels, or units of lines, per inch (default: 96 for PNG, else 600)")
-        ->check(CLI::Range(1, cHighestDpi));
+    addPictureDpi(
+        *graph, options.dpi,
+        "pixels, or units of lines, per inch (default: 96 for PNG, in RTF 192, else 600)");
+    addPictureKinds(*graph, options.pictures);
     graph->add_flag("--alt", options.hasTextAlternative, cTextAlternativeText);
     graph->add_flag("--embed-fonts", options.embedsFonts, cEmbedFontsText);
     graph->callback([&] {

@@ -16,7 +16,8 @@ public:
                   const GraphPictureOptions& options = {}, CFile* output = nullptr)
         : FctTable(output, nullptr), m_graphs(graphs), m_variables(variables), m_options(options) {}
 
-    /// A fault of the graph file or its variables is an InputError; nothing is written then.
+    /// A fault of the graph file or its variables is an InputError, a graph that is too large for
+    /// PNG a ParseException; nothing is written then.
     int Call(const char* name) override;
     int Exists(const char* name) const override { return m_graphs.Has(name); }
 

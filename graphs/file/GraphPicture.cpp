@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "graphs/rtf/MetaFile.h"
-#include "graphs/rtf/PictureText.h"
 #include "platform/base/CodePage.h"
 #include "platform/files/CFile.h"
 #include "platform/graphics/NullDevice.h"
@@ -106,7 +105,7 @@ void writeGraphAsRTF(DescribedGraph& graph, CFile& file, const GraphPictureOptio
     picture.Attach(record(graph, options.dpi));
     const CString text = options.hasTextAlternative ? textAlternative(graph) : CString();
     const GraphSheet& sheet = graph.GetSheet();
-    savePictureAsRTF(picture, file, sheet.width, sheet.height, text.View());
+    savePictureAsRTF(picture, file, sheet.width, sheet.height, text.View(), options.pictures);
 }
 
 void writeGraphDocument(DescribedGraph& graph, CFile& file, const GraphPictureOptions& options) {

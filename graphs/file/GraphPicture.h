@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "graphs/file/DescribedGraph.h"
+#include "graphs/rtf/ReportPictures.h"
 #include "platform/base/Export.h"
 #include "platform/base/Types.h"
 
@@ -19,6 +20,7 @@ inline constexpr int cPictureDpi = 600;
 struct GraphPictureOptions {
     int dpi = cPictureDpi;            ///< units per inch, to which places are rounded
     bool hasTextAlternative = false;  ///< whether the picture says what it shows, for the blind
+    ReportPictures pictures = {};     ///< what RTF has of it
 };
 
 /// Title and description as one text: "Anxiety. Worry: 63, on a scale from 20 to 80."
@@ -34,11 +36,12 @@ TESSALINK_API std::string graphAsSvg(DescribedGraph& graph, const GraphPictureOp
 /// PDF in the base fonts, likewise.
 TESSALINK_API std::string graphAsPdf(DescribedGraph& graph, const GraphPictureOptions& options);
 
-/// Writes a graph for a report: an RTF picture group with a metafile. Throws CFileException.
+/// Writes a graph for a report: RTF picture groups, usually one with a metafile. Throws
+/// CFileException, and what savePictureAsRTF does.
 TESSALINK_API void writeGraphAsRTF(DescribedGraph& graph, CFile& file,
                                    const GraphPictureOptions& options);
 
-/// Writes an RTF document with nothing but the graph. Throws CFileException.
+/// Writes an RTF document with nothing but the graph, likewise.
 TESSALINK_API void writeGraphDocument(DescribedGraph& graph, CFile& file,
                                       const GraphPictureOptions& options);
 

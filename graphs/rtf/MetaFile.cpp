@@ -1,38 +1,25 @@
 #include "graphs/rtf/MetaFile.h"
 
 #include <algorithm>
-#include <array>
 #include <exception>
 #include <mutex>
+#include <string_view>
 #include <utility>
 
+#include "graphs/rtf/PictureText.h"
+#include "graphs/rtf/detail/PictureGroup.h"
 #include "platform/base/HostServices.h"
-#include "platform/base/NumberText.h"
 
 IMPLEMENT_DYNAMIC(MetaFile, CMetaFileDC)
 
 namespace {
 
-constexpr double cHundredthsPerInch = 2540;  // of a millimeter
-constexpr double cTwipsPerInch = 1440;
-constexpr const char* cRTFHeader =
-    "{\\*\\shppict{\\pict\\emfblip\\picw%u\\pich%u\\picwgoal%u\\pichgoal%u\\sspicalign0 \r\n";
-constexpr std::string_view cRTFEnd = "}}";
-/// Bytes whose digits are written to a file at a time.
-constexpr std::size_t cPiece = 32768;
+using tessalink::detail::cHundredthsPerInch;
+using tessalink::detail::cShownPicture;
+using tessalink::detail::rounded;
 
-int rounded(double value) {
-    return tessalink::toInt(value + 0.5);
-}
-
-CString rtfHeader(double width, double height) {
-    CString header;
-    header.Format(cRTFHeader, static_cast<unsigned>(rounded(width * cHundredthsPerInch)),
-                  static_cast<unsigned>(rounded(height * cHundredthsPerInch)),
-                  static_cast<unsigned>(rounded(width * cTwipsPerInch)),
-                  static_cast<unsigned>(rounded(height * cTwipsPerInch)));
-    return header;
-}
+/// Of the picture, and of what it stands in.
+constexpr std::string_view cEnds = "}}";
 
 constexpr char hexDigit(int half) {
     constexpr int fromNineToA = 'A' - '9' - 1;
@@ -133,30 +120,22 @@ void MetaFile::Play(CDC& dc, CRect& rect) const {
 }
 
 CString MetaFile::GetAsRTF(double width, double height) const {
-    const CString header = rtfHeader(width, height);
     const auto picture = tessalink::bytesOf(m_handle);
+    const CString header = CString(cShownPicture) +
+                           tessalink::detail::pictureStart({"emfblip", picture, width, height});
     const std::size_t start = header.View().size();
-    const std::size_t length = start + 2 * picture.size() + cRTFEnd.size();
+    const std::size_t length = start + 2 * picture.size() + cEnds.size();
     CString text;
     char* const buffer = text.GetBufferSetLength(static_cast<int>(length));
     std::copy(header.View().begin(), header.View().end(), buffer);
     tessalink::writeHexDigits(picture.data(), picture.size(), buffer + start);
-    std::copy(cRTFEnd.begin(), cRTFEnd.end(), buffer + length - cRTFEnd.size());
+    std::copy(cEnds.begin(), cEnds.end(), buffer + length - cEnds.size());
     text.ReleaseBuffer(static_cast<int>(length));
     return text;
 }
 
 void MetaFile::SaveAsRTF(CFile& file, double width, double height) const {
-    const CString header = rtfHeader(width, height);
-    file.Write(header.GetString(), header.View().size());
-    std::array<char, 2 * cPiece> digits;
-    for (auto rest = tessalink::bytesOf(m_handle); !rest.empty();) {
-        const std::size_t count = std::min(rest.size(), cPiece);
-        tessalink::writeHexDigits(rest.data(), count, digits.data());
-        file.Write(digits.data(), 2 * count);
-        rest = rest.subspan(count);
-    }
-    file.Write(cRTFEnd.data(), cRTFEnd.size());
+    tessalink::savePictureAsRTF(*this, file, width, height, {});
 }
 
 namespace tessalink {

@@ -1,13 +1,10 @@
 #include "graphs/rtf/PictureText.h"
 
-#include "graphs/rtf/MetaFile.h"
+#include "graphs/rtf/ReportPictures.h"
 
 namespace tessalink {
 
 namespace {
-
-/// What the group of a picture starts with.
-constexpr std::string_view cPictureStart = "\\pict";
 
 /// One character of the text in seven bits.
 void append(CString& rtf, char ch) {
@@ -36,13 +33,7 @@ CString pictureTextAsRTF(std::string_view text) {
 
 void savePictureAsRTF(const MetaFile& picture, CFile& file, double width, double height,
                       std::string_view text) {
-    if (text.empty()) return picture.SaveAsRTF(file, width, height);
-    const CString rtf = picture.GetAsRTF(width, height);
-    const CString property = pictureTextAsRTF(text);
-    const std::size_t start = rtf.View().find(cPictureStart) + cPictureStart.size();
-    file.Write(rtf.GetString(), start);
-    file.Write(property.GetString(), property.View().size());
-    file.Write(rtf.GetString() + start, rtf.View().size() - start);
+    savePictureAsRTF(picture, file, width, height, text, {});
 }
 
 }  // namespace tessalink

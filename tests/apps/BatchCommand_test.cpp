@@ -14,6 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+#ifdef TESSALINK_QT_MODULE
+constexpr bool cHasModule = true;
+#else
+constexpr bool cHasModule = false;
+#endif
+
 constexpr const char* cQuestionnaire = R"({
   "id": "mini", "title": "Mini", "version": "1", "language": "en", "licence": "none",
   "source": "invented",
@@ -249,6 +255,41 @@ TEST_F(BatchCommand, MakesPdfAndGoesOnAfterASignal) {
     EXPECT_EQ(files.at("c.pdf"), "pdf\n");
     EXPECT_FALSE(files.contains("bad.pdf"));
     EXPECT_NE(files.at("failed.csv").find("LibreOffice made no PDF"), std::string::npos);
+}
+
+/// All PNG are made in one thread, whoever asks for them.
+TEST_F(BatchCommand, PicturesAreTheSameHoweverItIsRun) {
+    ASSERT_EQ(Run({"questionnaire", "new", "n"}).exitCode, 0);
+    const auto batch = [&](const std::string& out, Strings options) {
+        options.insert(options.begin(), {"batch", "n", "n/responses.csv", "-o", out});
+        const Finished finished = Run(options);
+        EXPECT_LE(finished.exitCode, 1) << finished.err;
+        return resultsIn(folder.Path(out));
+    };
+    const Files plain = batch("plain", {});
+    EXPECT_EQ(batch("emf", {"--pictures", "emf"}), plain);
+    const Finished useless = Run({"batch", "n", "n/responses.csv", "-o", "x", "--dpi", "50"});
+    EXPECT_EQ(useless.exitCode, 2);
+    EXPECT_NE(useless.err.find("--dpi is for PNG in reports"), std::string::npos) << useless.err;
+    EXPECT_FALSE(fs::exists(folder.Path("x")));
+    if (!cHasModule) GTEST_SKIP() << "built without the toolkit";
+    const Strings png = {"--pictures", "png", "--dpi", "50"};
+    const Files one = batch("one", png);
+    Strings several = png;
+    several.insert(several.end(), {"--jobs", "3"});
+    EXPECT_EQ(batch("three", several), one);
+    std::size_t reports = 0;
+    for (const auto& [name, bytes] : one) {
+        if (!name.ends_with(".rtf")) continue;
+        ++reports;
+        EXPECT_NE(bytes.find("\\pngblip"), std::string::npos) << name;
+        EXPECT_EQ(bytes.find("\\emfblip"), std::string::npos) << name;
+    }
+    EXPECT_GT(reports, 0U);
+    const Finished other = Run({"batch", "n", "n/responses.csv", "-o", "one", "--resume",
+                                "--pictures", "png", "--dpi", "51"});
+    EXPECT_EQ(other.exitCode, 2);
+    EXPECT_NE(other.err.find("--dpi 50"), std::string::npos) << other.err;
 }
 
 TEST_F(BatchCommand, ReportsLieInTheFolderWhateverLinksSay) {

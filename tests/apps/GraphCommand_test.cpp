@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "tests/apps/CommandLine.h"
@@ -123,6 +124,72 @@ TEST_F(GraphCommand, ReportsCallGraphs) {
     }
     EXPECT_EQ(order, "30 30 40 ");
     EXPECT_THAT(report, HasSubstr("{\\*\\shppict{\\pict{\\*\\picprop"));
+}
+
+TEST_F(GraphCommand, PicturesOfReportsAreChosen) {
+    const auto report = [&](Strings arguments) {
+        arguments.insert(arguments.end(), {"--vars", "v.tsv"});
+        return Report("@CALL(Worry)", arguments);
+    };
+    ASSERT_EQ(report({}).exitCode, 0);
+    const std::string metafile = folder.Read("out");
+    ASSERT_EQ(report({"--pictures", "emf"}).exitCode, 0);
+    EXPECT_EQ(folder.Read("out"), metafile);
+    const Finished useless = report({"--dpi", "96"});
+    EXPECT_EQ(useless.exitCode, 2);
+    EXPECT_THAT(useless.err, HasSubstr("--dpi is for PNG in reports"));
+    const Finished noRtf = Graph({"--vars", "v.tsv", "-o", "a.svg", "--pictures", "png"});
+    EXPECT_EQ(noRtf.exitCode, 2);
+    EXPECT_THAT(noRtf.err, HasSubstr("--pictures is for RTF, and the output is svg"));
+    EXPECT_EQ(report({"--pictures", "gif"}).exitCode, 2);
+    if (!cHasModule) GTEST_SKIP() << "built without the toolkit";
+    const std::string sizes = "\\picw5080\\pich1270\\picwgoal2880\\pichgoal720\\sspicalign0 \r\n";
+    ASSERT_EQ(report({"--pictures", "png"}).exitCode, 0);
+    const std::string png = folder.Read("out");
+    EXPECT_THAT(png, StartsWith("{\\rtf {\\pict\\pngblip" + sizes + "89504E47"));
+    // 384 by 96 pixels: 2 by 0.5 inches.
+    EXPECT_THAT(png, HasSubstr("494844520000018000000060"));
+    ASSERT_EQ(report({"--pictures", "both", "--dpi", "100"}).exitCode, 0);
+    const std::string both = folder.Read("out");
+    EXPECT_THAT(both, StartsWith(metafile.substr(0, metafile.size() - 1)));
+    EXPECT_THAT(both, HasSubstr("}}{\\nonshppict{\\pict\\pngblip" + sizes));
+    EXPECT_THAT(both, HasSubstr("49484452000000C800000032"));
+    // The document of a graph takes the same choice; its metafile keeps its units.
+    const Finished document = Graph(
+        {"--vars", "v.tsv", "-o", "-", "--format", "rtf", "--pictures", "both", "--dpi", "100"});
+    EXPECT_THAT(document.out, HasSubstr(both.substr(6, both.size() - 7)));
+}
+
+TEST_F(GraphCommand, PicturesThatCantBeMadeLeaveNothing) {
+    folder.Write("g.json", R"({"graphs": {"Worry": {"width": 100, "height": 0.5, "sections": [
+  {"scale": {"min": 20, "max": 80, "left": "Worry", "points": [40]}}]}}})");
+    if (!cIsWindows) {
+        std::filesystem::copy_file(TESSALINK_CLI, folder.Path("tessalink"));
+        folder.Write("t.rtf", "{\\rtf @CALL(Worry)}");
+        Setting setting;
+        setting.folder = folder.Path("");
+        const Finished alone = runProgram({folder.Path("tessalink"), "report", "t.rtf", "--graphs",
+                                           "g.json", "--pictures", "both", "-o", "out"},
+                                          setting);
+        std::filesystem::remove(folder.Path("tessalink"));
+        EXPECT_EQ(alone.exitCode, 2);
+        EXPECT_THAT(alone.err, StartsWith("tessalink: --pictures both: PNG"));
+        EXPECT_THAT(alone.err, HasSubstr("install it, or take --pictures emf"));
+    }
+    if (cHasModule) {
+        const Finished large = Report("\n@CALL(Worry)", {"--pictures", "png"});
+        EXPECT_EQ(large.exitCode, 1);
+        EXPECT_EQ(
+            large.err,
+            "t.rtf:2:7: error: Graph Worry is too large for PNG of 192 pixels to the inch!\n");
+        EXPECT_EQ(Report("@CALL(Worry)", {"--pictures", "png", "--dpi", "96"}).exitCode, 0);
+        std::filesystem::remove(folder.Path("out"));
+        const Finished document = Graph({"-o", "a.rtf", "--pictures", "png", "--dpi", "2400"});
+        EXPECT_EQ(document.exitCode, 2);
+        EXPECT_THAT(document.err, HasSubstr("Worry: the picture is too large"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("out")));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("a.rtf")));
 }
 
 TEST_F(GraphCommand, AFaultInAReportHasBothPlaces) {

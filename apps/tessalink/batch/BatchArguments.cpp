@@ -75,6 +75,9 @@ void addResults(CLI::App& batch, Options& options) {
     batch.add_option("--scores", options.scoresPath,
                      "the table of scores (default: scores.csv in the folder of results)");
     batch.add_flag("--pdf", options.makesPdf, "reports as PDF too, by LibreOffice")->excludes(none);
+    addPictureKinds(batch, options.pictures.kinds)->excludes(none);
+    addPictureDpi(batch, options.pictures.dpi,
+                  "pixels of a PNG per inch, with --pictures (default: 192)");
 }
 
 void addRunning(CLI::App& batch, Options& options) {

@@ -36,7 +36,10 @@ int run(const BatchOptions& given) {
     const BatchOptions options = completed(given, questionnaire);
     const ResultPaths paths = pathsOf(options);
     checkPaths(options, paths);
-    const std::string pdfProgram = options.makesPdf ? PdfConverter::FindProgram() : std::string();
+    const std::string pdfProgram =
+        options.makesPdf ? PdfConverter::FindProgram() : std::string();
+    GraphPictureOptions pictures = cReportPictures;
+    pictures.pictures = reportPictures(options.pictures);
     BatchRecord record = recordOf(options, paths, questionnaire);
     ResponsesFile file(options.responsesPath);
     file.Expect({record.bytes, record.fingerprint});
@@ -45,7 +48,7 @@ int run(const BatchOptions& given) {
     for (const std::string& note : source->Notes()) printTrouble(note.c_str());
 
     const RunFolder folder(options.outputFolder, paths.record);
-    const BatchPlan plan = {scorer, folder, planReports(options, questionnaire)};
+    const BatchPlan plan = {scorer, folder, planReports(options, questionnaire), pictures};
     Results results(folder, paths, std::move(record), file,
                     std::chrono::seconds(options.secondsToCheckpoint));
     const Interrupt interrupt;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/tessalink/PictureChoice.h"
 #include "apps/tessalink/batch/Shard.h"
 #include "questionnaire/ResponseTable.h"
 
@@ -22,6 +23,7 @@ struct BatchOptions {
     Shard shard;
     bool isResumed = false;
     bool makesPdf = false;
+    PictureChoice pictures;
     ProgressForm progress = ProgressForm::byTerminal;
     unsigned secondsToCheckpoint = 10;
     std::string mapPath;  ///< of the table's column names; empty: none

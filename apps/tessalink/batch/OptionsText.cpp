@@ -67,6 +67,10 @@ std::string optionsText(const BatchOptions& options) {
     writer.Flag("--no-reports", !options.hasReports);
     writer.Values("--report", options.reports);
     writer.Flag("--pdf", options.makesPdf);
+    if (options.pictures.HasPng()) {
+        writer.Value("--pictures", pictureWord(options.pictures.kinds));
+        writer.Value("--dpi", std::to_string(options.pictures.dpi.value_or(cReportPngDpi)));
+    }
     addTable(options.table, writer);
     return writer.Text();
 }

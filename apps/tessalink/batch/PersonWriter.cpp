@@ -42,7 +42,7 @@ void appendNumber(std::uint64_t number, std::string& text) {
 PersonWriter::PersonWriter(const BatchPlan& plan, unsigned worker)
     : m_plan(plan), m_name(std::to_string(worker)) {
     if (m_plan.reports.empty()) return;
-    m_reports.emplace(m_plan.scorer.GetQuestionnaire());
+    m_reports.emplace(m_plan.scorer.GetQuestionnaire(), m_plan.pictures);
     for (std::size_t i = 0; i < m_plan.reports.size(); ++i) {
         m_outputs.push_back(std::make_unique<CMemFile>(cReportGrowth));
     }

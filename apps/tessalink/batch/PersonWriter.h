@@ -23,6 +23,7 @@ struct BatchPlan {
     const Scorer& scorer;
     const RunFolder& folder;
     std::vector<ReportPlan> reports;
+    GraphPictureOptions pictures;
 };
 
 /// Scores respondents and writes their reports: one object for each worker. A respondent who can't
