@@ -2,10 +2,13 @@
 // same output and the same message; a checker reads it to an end.
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "fuzz/detail/require.h"
 #include "platform/base/HostServices.h"
 #include "report/TemplateChecker.h"
+#include "report/coverage/CoverageReport.h"
+#include "report/coverage/TemplateCoverage.h"
 #include "tests/report/RandomTemplates.h"
 #include "tests/report/RunTemplate.h"
 
@@ -96,6 +99,27 @@ void check(const std::string& text) {
     require(output.GetLength() == 0, "a check writes nothing");
 }
 
+/// Parts lie in the text and in one another, and a fault is that of a check.
+void cover(const std::string& text) {
+    CMemFile file{std::string_view(text)};
+    tessalink::TemplateCoverage coverage;
+    try {
+        coverage.AddTemplate(file, 0);
+    } catch (const ParseException&) {
+        require(coverage.Templates().size() == 1, "what stands before a fault is kept");
+    }
+    std::vector<std::uint64_t> ends = {text.size()};
+    for (const tessalink::CoveredPart& part : coverage.Templates()[0].parts) {
+        while (part.start > ends.back() || (part.start == ends.back() && ends.size() > 1)) {
+            ends.pop_back();
+        }
+        require(part.start <= part.end && part.end <= ends.back(), "parts lie in one another");
+        if (part.end > part.start) ends.push_back(part.end);
+    }
+    require(coverageAsText(coverage).size() >= coverageSummary(coverage).size(), "a page");
+    require(coverageAsHtml(coverage).ends_with("</html>\n"), "a whole page");
+}
+
 /// The box of an output beyond its budget is not shown.
 bool silenceMessageBoxes() {
     tessalink::HostServices services;
@@ -122,5 +146,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(cut.isGood == plain.isGood && cut.message == plain.message, "blocks do not matter");
     if (plain.isGood) require(cut.output == before + "@" + plain.output, "nor for the output");
     check(text);
+    cover(text);
     return 0;
 }

@@ -157,6 +157,12 @@ TextPlace FileParser::token_place() const {
     return place_at(m_scanner.GetTokenPos());
 }
 
+tessalink::TemplateSpot FileParser::spot_at(std::uint64_t position) const {
+    if (m_source == Source::deferred) return m_parent->spot_at(m_parentPos + position);
+    if (m_source == Source::evaluated) return {};
+    return {&m_scanner.GetFile(), position};
+}
+
 void FileParser::set_place(ParseException& fault) const {
     TextPlace place;
     TextPlace textPlace;

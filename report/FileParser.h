@@ -20,7 +20,14 @@ class VarTable;
 
 namespace tessalink {
 class TemplateFile;
-}
+
+/// A place in a file of a template; without a file, one in the text of an @EVAL.
+struct TemplateSpot {
+    const CFile* file = nullptr;
+    std::uint64_t offset = 0;  ///< in bytes
+};
+
+}  // namespace tessalink
 
 namespace tessalink::detail {
 class LineFinder;
@@ -190,6 +197,11 @@ protected:
 
     /// The place of the current token.
     tessalink::TextPlace token_place() const;
+    /// The same without a look at the file.
+    tessalink::TemplateSpot statement_spot() const { return spot_at(m_statementPos); }
+    tessalink::TemplateSpot token_spot() const { return spot_at(m_scanner.GetTokenPos()); }
+    /// Whether this is the run of a deferred block.
+    bool is_deferred_block() const { return m_source == Source::deferred; }
 
     FileScanner& scanner() { return m_scanner; }
     CFile& output() { return m_output; }
@@ -248,6 +260,7 @@ private:
     int check_depth(int weight);
     std::uint64_t fault_position() const;
     tessalink::TextPlace place_at(std::uint64_t position) const;
+    tessalink::TemplateSpot spot_at(std::uint64_t position) const;
     void locate(std::uint64_t position, tessalink::TextPlace& place,
                 tessalink::TextPlace& textPlace) const;
     void set_place(ParseException& fault) const;

@@ -61,6 +61,7 @@ int TemplateChecker::get_var(const Token& token, int) {
 
 int TemplateChecker::get_exp_var(const Token& token) {
     m_root->note_read(token.GetText(), *this);
+    m_root->note_number(token.GetText(), *this);
     if (!push(Operand::Integer(1))) return 0;
     scanner().NextExp();
     return 1;
@@ -74,6 +75,7 @@ int TemplateChecker::do_eval() {
 
 int TemplateChecker::get_str_exp_var(const Token& token, CString&, int) {
     m_root->note_read(token.GetText(), *this);
+    if (m_isTrial) m_root->note_given(token.GetText(), m_target, *this);
     scanner().NextExp();
     return 1;
 }
@@ -86,6 +88,7 @@ int TemplateChecker::check_assignable(const CString& name) {
 int TemplateChecker::get_assigned_value(const Token& token, const CString& name, int) {
     if (token.GetKind() == Token::tkIdent && !is_value_function(token.Text())) {
         const FileScanner::Mark start = scanner().GetMark();
+        m_target = name;
         if (is_text(token)) return 1;
         scanner().Rewind(start);
         clear_stacks();

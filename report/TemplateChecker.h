@@ -35,6 +35,11 @@ protected:
     /// that a variable may give. `at` is the checker that reads it: the name is its current token,
     /// the include its current statement.
     virtual void note_read(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    /// A variable that is read has to be a number; it is given to the variable `target`, and has to
+    /// be a number if that has to be one.
+    virtual void note_number(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    virtual void note_given(const CString& /*name*/, const CString& /*target*/,
+                            const TemplateChecker& /*at*/) {}
     virtual void note_define(const CString& /*name*/, const TemplateChecker& /*at*/) {}
     virtual void note_assign(const CString& /*name*/, const TemplateChecker& /*at*/) {}
     virtual void note_call(const CString& /*name*/, const TemplateChecker& /*at*/) {}
@@ -63,8 +68,12 @@ protected:
     std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                               int scrambled) override;
 
-private:
+    /// For a block of a template that `root` reads.
     TemplateChecker(CFile& templateFile, CFile& output, TemplateChecker& root, int scrambled);
+    /// The checker of the whole template.
+    TemplateChecker& root() { return *m_root; }
+
+private:
     bool is_text(const Token& token);
     void forget_definitions(std::size_t count);
 
@@ -72,6 +81,7 @@ private:
     int m_conditions = 0;     ///< how many @IFs are being read
     bool m_constantInclude = false;
     bool m_isTrial = false;          ///< faults only tell that a reading fails
+    CString m_target;                ///< of the assignment that is tried
     std::vector<CString> m_defined;  ///< in their order
 };
 

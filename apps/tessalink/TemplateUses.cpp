@@ -25,6 +25,12 @@ protected:
     void note_read(const CString& name, const TemplateChecker& at) override {
         first(variable(name).read, at);
     }
+    void note_number(const CString& name, const TemplateChecker&) override {
+        variable(name).isNumber = true;
+    }
+    void note_given(const CString& name, const CString& target, const TemplateChecker&) override {
+        variable(name).givenTo.push_back(target);
+    }
     void note_define(const CString& name, const TemplateChecker& at) override {
         first(variable(name).defined, at);
     }
@@ -123,6 +129,7 @@ void TemplateWalk::read_file(CFile& file, int scrambled, const TextPlace* includ
     ++m_files;
     try {
         index.Parse(nullptr);
+        if (m_note) m_note(file, scrambled);
     } catch (ParseException& fault) {
         if (includedFrom) fault.AddInclude(*includedFrom);
         fail(fault);

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/tessalink/Commands.h"
@@ -22,6 +24,8 @@ struct VariableUse {
     std::optional<TextPlace> read;
     std::optional<TextPlace> defined;
     std::optional<TextPlace> assigned;
+    bool isNumber = false;              ///< its value has to be one
+    std::vector<CString> givenTo = {};  ///< variables that get its value
 };
 
 /// A host function or an include, and its first use.
@@ -61,6 +65,8 @@ public:
     /// Reads the templates; prints the first fault of each file, an include that can't be read
     /// included, and the trouble with a template that can't be read.
     void Read(const CheckOptions& options);
+    /// Calls `note` for each file that is read, too.
+    void NoteFiles(std::function<void(CFile&, int scrambled)> note) { m_note = std::move(note); }
 
     /// The exit code for what was found.
     int ExitCode() const { return m_troubles ? cUsage : m_faults ? cInputFault : cSuccess; }
@@ -76,6 +82,7 @@ private:
     void fail(const ParseException& fault);
 
     TemplateUses m_uses;
+    std::function<void(CFile&, int)> m_note;
     IncludeFolder m_includeFolder;
     std::set<CString> m_includesMissed;
     std::set<std::string> m_filesRead;

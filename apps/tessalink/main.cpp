@@ -19,6 +19,7 @@
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchArguments.h"
+#include "apps/tessalink/preview/PreviewArguments.h"
 #include "apps/tessalink/questionnaires/QuestionnaireCommands.h"
 #include "platform/base/CodePage.h"
 #include "platform/base/HostServices.h"
@@ -256,6 +257,7 @@ int run(std::vector<std::string> arguments) {
     PictureOptions picture;
     GraphOptions graph;
     BatchArguments batch;
+    PreviewOptions preview;
     QuestionnaireOptions questionnaire;
     Command command;
     const std::pair<std::string_view, std::function<void()>> commands[] = {
@@ -277,6 +279,7 @@ int run(std::vector<std::string> arguments) {
         {"age", [&] { addAge(app, age, command); }},
         {"picture", [&] { addPicture(app, picture, command); }},
         {"graph", [&] { addGraph(app, graph, command); }},
+        {"preview", [&] { addPreview(app, preview, command); }},
         {"batch", [&] { addBatch(app, batch, command); }},
         {"questionnaire", [&] { addQuestionnaire(app, questionnaire, command); }}};
     // A program that describes the one command that is meant starts in less time.

@@ -100,6 +100,15 @@ public:
         return faults;
     }
 
+    std::vector<CString> Variables() const {
+        std::set<std::string_view> told;
+        std::vector<CString> names;
+        for (const detail::NamedVariable& named : m_named) {
+            if (told.insert(named.name).second) names.emplace_back(named.name);
+        }
+        return names;
+    }
+
 private:
     std::unique_ptr<DescribedGraph> Make(detail::GraphReader& in, std::string_view name,
                                          const JsonValue& graph) const {
@@ -132,6 +141,10 @@ bool GraphFile::Has(std::string_view name) const {
 std::unique_ptr<DescribedGraph> GraphFile::Make(std::string_view name,
                                                 const VarTable& variables) const {
     return m_graphs->Make(name, variables);
+}
+
+std::vector<CString> GraphFile::GetVariables() const {
+    return m_graphs->Variables();
 }
 
 std::vector<InputError> GraphFile::FindUnknownVariables(

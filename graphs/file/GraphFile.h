@@ -37,6 +37,9 @@ public:
     /// missing or of the wrong type, and when its value is not allowed where it is named.
     std::unique_ptr<DescribedGraph> Make(std::string_view name, const VarTable& variables) const;
 
+    /// The variables that the graphs name, in the order of the file, each once.
+    std::vector<CString> GetVariables() const;
+
     /// A fault for each place that names a variable which is not among the known ones.
     std::vector<InputError> FindUnknownVariables(std::span<const std::string_view> known) const;
 

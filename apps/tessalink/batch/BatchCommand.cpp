@@ -37,7 +37,7 @@ int run(const BatchOptions& given) {
     const ResultPaths paths = pathsOf(options);
     checkPaths(options, paths);
     const std::string pdfProgram =
-        options.makesPdf ? PdfConverter::FindProgram() : std::string();
+        options.makesPdf ? PdfConverter::FindProgram("--pdf") : std::string();
     GraphPictureOptions pictures = cReportPictures;
     pictures.pictures = reportPictures(options.pictures);
     BatchRecord record = recordOf(options, paths, questionnaire);

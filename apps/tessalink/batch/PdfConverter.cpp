@@ -32,13 +32,14 @@ std::string fileUrl(const std::string& path) {
 
 }  // namespace
 
-std::string PdfConverter::FindProgram() {
+std::string PdfConverter::FindProgram(const std::string& needer) {
     for (const char* name : cPrograms) {
         if (std::string path = findProgram(name); !path.empty()) return path;
     }
-    throw CException(
-        "--pdf needs LibreOffice, and there is no soffice in the folders of PATH: install the "
-        "package libreoffice-writer.");
+    const std::string missing =
+        " needs LibreOffice, and there is no soffice in the folders of PATH: install the package "
+        "libreoffice-writer.";
+    throw CException(CString(needer + missing));
 }
 
 PdfConverter::PdfConverter(const RunFolder& folder, std::string program, const std::string& name)

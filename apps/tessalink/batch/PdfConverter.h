@@ -12,8 +12,8 @@ class PdfConverter {
 public:
     static constexpr std::size_t cFilesAtOnce = 32;
 
-    /// The program. A CException when it is not installed.
-    static std::string FindProgram();
+    /// The program, for what needs it. A CException when it is not installed.
+    static std::string FindProgram(const std::string& needer);
 
     /// One object for each worker: `name` tells them apart.
     PdfConverter(const RunFolder& folder, std::string program, const std::string& name);
