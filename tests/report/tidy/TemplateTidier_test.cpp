@@ -239,7 +239,7 @@ TEST(TemplateTidier, GivesTheReportOfTheUntouchedTemplate) {
                                                                            << rtf << "\n"
                                                                            << tidied.text;
         parted += tidied.isChanged;
-        good += shownReport(text, seed).back() != '!';
+        good += !shownReport(text, seed).ends_with('!');
         if (HasFatalFailure()) return;
     }
     EXPECT_GT(parted, 2000);
