@@ -34,7 +34,7 @@ inline void pressCharacter(char character) {
 
 /// The main of a program of benchmarks with windows.
 inline int runToolkitBenchmarks(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     useQt();
     benchmark::Initialize(&argc, argv);

@@ -26,8 +26,8 @@ AIM = 1.3
 def templates(values):
     """A long text with few commands, and one that is mostly commands."""
     product = Product(values)
-    pools = {"plain, 20 MB": (workloads.plain_pool, 20_000),
-             "dense, 12 MB": (workloads.dense_pool, 50_000)}
+    pools = {"plain, 80 MB": (workloads.plain_pool, 80_000),
+             "dense, 48 MB": (workloads.dense_pool, 200_000)}
     for name, (pool, count) in pools.items():
         pieces = [product.write(parts) for parts in pool(product)]
         yield name, workloads.HEADER + workloads.repeated(pieces, count) + "}"

@@ -56,7 +56,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
     const auto file = tessalink::detail::openFile(m_strFileName, flags);
     m_hFile = file.descriptor;
     m_position = 0;
-    m_ownPosition = file.isRegular;
+    m_ownPosition = file.takesPositions;
     m_lengthAtOpen = file.length;
     if (file.error == 0) return 1;
     if (error != nullptr) {

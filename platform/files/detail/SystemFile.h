@@ -15,14 +15,15 @@ namespace tessalink::detail {
 inline constexpr auto cMaxOffset =
     static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
 
-/// The position of reads and writes is the descriptor's own.
+/// The position of reads and writes is the descriptor's own: always, when it takes no positions.
 inline constexpr std::int64_t cOwnPosition = -1;
 
 /// An open descriptor, or the errno value of the failure.
 struct OpenedFile {
     int descriptor = -1;
     int error = 0;
-    bool isRegular = false;  // no directory, device or pipe
+    bool isRegular = false;       // no directory, device or pipe
+    bool takesPositions = false;  // readSome and writeSome are to be told where
     std::uint64_t length = 0;
 };
 

@@ -89,7 +89,7 @@ int prepare(OpenedFile& file, int access, unsigned flags) {
     struct stat status = {};
     if (::fstat(file.descriptor, &status) != 0) return errno;
     if (S_ISDIR(status.st_mode)) return EISDIR;
-    file.isRegular = S_ISREG(status.st_mode);
+    file.isRegular = file.takesPositions = S_ISREG(status.st_mode);
     file.length = file.isRegular ? static_cast<std::uint64_t>(status.st_size) : 0;
     if (!file.isRegular) return 0;
     if (const int error = takeLocks(file.descriptor, access, flags & cShareMask)) return error;

@@ -65,13 +65,6 @@ int transferFault(DWORD code) {
     return -1;
 }
 
-OVERLAPPED placeAt(std::int64_t position) {
-    OVERLAPPED place{};
-    place.Offset = static_cast<DWORD>(position & 0xFFFFFFFF);
-    place.OffsetHigh = static_cast<DWORD>(position >> 32);
-    return place;
-}
-
 DWORD countOf(std::size_t count) {
     return static_cast<DWORD>(std::min<std::size_t>(count, 0x7FFFFFFF));
 }
@@ -190,26 +183,19 @@ OpenedFile makeFile(const char* name, NewFileMode mode) {
     return openByName(name, GENERIC_WRITE, 0, &security, CREATE_NEW);
 }
 
-std::int64_t readSome(int descriptor, void* buffer, std::size_t count, std::int64_t position) {
+// A position with each read or write would be a record of its own for the system, which costs more
+// than reading a block: descriptors keep their positions.
+std::int64_t readSome(int descriptor, void* buffer, std::size_t count, std::int64_t) {
     DWORD got = 0;
-    OVERLAPPED place = placeAt(position);
-    if (::ReadFile(handleOf(descriptor), buffer, countOf(count), &got,
-                   position != cOwnPosition ? &place : nullptr) != 0) {
-        return got;
-    }
+    if (::ReadFile(handleOf(descriptor), buffer, countOf(count), &got, nullptr) != 0) return got;
     const DWORD code = ::GetLastError();
     if (code == ERROR_HANDLE_EOF || code == ERROR_BROKEN_PIPE) return 0;
     return transferFault(code);
 }
 
-std::int64_t writeSome(int descriptor, const void* buffer, std::size_t count,
-                       std::int64_t position) {
+std::int64_t writeSome(int descriptor, const void* buffer, std::size_t count, std::int64_t) {
     DWORD put = 0;
-    OVERLAPPED place = placeAt(position);
-    if (::WriteFile(handleOf(descriptor), buffer, countOf(count), &put,
-                    position != cOwnPosition ? &place : nullptr) != 0) {
-        return put;
-    }
+    if (::WriteFile(handleOf(descriptor), buffer, countOf(count), &put, nullptr) != 0) return put;
     return transferFault(::GetLastError());
 }
 
