@@ -104,12 +104,14 @@ public:
     /// The characters of the block that are still ahead lie between the two, and stay there until
     /// the next block is loaded.
     const char* Cursor() const { return m_next; }
+    /// The end of the block, see Cursor.
     const char* BlockEnd() const { return m_end; }
     /// Advances to a place between Cursor and BlockEnd.
     void MoveTo(const char* cursor) { m_next = cursor; }
 
     /// The attached file (may be null), and whether what is read from it is unscrambled.
     CFile* GetFile() const { return m_file; }
+    /// Nonzero when what is read is unscrambled.
     int IsScrambled() const { return m_scrambled; }
 
 private:

@@ -37,8 +37,9 @@ struct CsvCell {
 /// cells than the header. After one the reader is of no more use.
 class TESSALINK_API CsvReader {
 public:
+    /// 16 MiB: no norm table needs more.
     static constexpr std::size_t cMaxFileSize = std::size_t{16} << 20;
-    static constexpr std::size_t cMaxColumns = 1000;
+    static constexpr std::size_t cMaxColumns = 1000;  ///< the most columns of a file
 
     /// What the texts of cells are in.
     enum class Text { CodePage, Utf8 };
@@ -56,6 +57,7 @@ public:
 
     /// The file as it was named when it was opened.
     const CString& GetFile() const { return m_file; }
+    /// Where a cell stands, for an InputError about it.
     TextPlace PlaceOf(const CsvCell& cell) const { return {m_file, cell.line, cell.column}; }
 
 private:

@@ -28,8 +28,8 @@ public:
 
     /// Years from here to here are refused; those below are two-digit years.
     static constexpr int cFirstRefusedYear = 100;
-    static constexpr int cFirstYear = 1800;
-    static constexpr int cLastYear = 65534;
+    static constexpr int cFirstYear = 1800;  ///< the first year that is a date's
+    static constexpr int cLastYear = 65534;  ///< the last year that is a date's
 
     /// The length of each month (1 to 12) in a common year; entry 0 is 0.
     static const std::uint8_t days_in_month[13];
@@ -67,7 +67,9 @@ public:
     void Get(int& year, int& month, int& day) const;
     /// -1 when empty.
     int GetYear() const { return IsValid() ? m_year : -1; }
+    /// 1 to 12; -1 when empty.
     int GetMonth() const { return IsValid() ? m_month : -1; }
+    /// 1 to 31; -1 when empty.
     int GetDay() const { return IsValid() ? m_day : -1; }
     /// 0 when empty.
     int IsValid() const { return m_year != cEmptyYear; }
@@ -81,6 +83,7 @@ public:
 
     /// The empty date is equal to itself and before all others.
     bool operator==(const Date& other) const { return Get() == other.Get(); }
+    /// Earlier dates come first.
     std::strong_ordering operator<=>(const Date& other) const { return Get() <=> other.Get(); }
 
     /// The text in the user's locale, of the width GetLocalDateFormatLen (a year from 10000 on is
@@ -94,12 +97,17 @@ public:
     static constexpr int cMaxSeparator = 5;
     /// A DateFormat, or the number of an unknown order.
     static int GetLocalDateFormat();
+    /// The width of the text in the user's locale.
     static int GetLocalDateFormatLen();
     /// "MM/DD/YYYY" with the fields where the text has them.
     static CString GetLocalDateFormatMask();
+    /// The position of the year in the local text.
     static int GetYearStart();
+    /// The position of the month in the local text.
     static int GetMonthStart();
+    /// The position of the day in the local text.
     static int GetDayStart();
+    /// What stands between the fields of the local text.
     static const char* GetDateSep();
 
     /// Year (16 bits, little-endian; 65535 when empty), month and day (a byte each). Archive faults

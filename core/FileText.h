@@ -15,6 +15,7 @@ inline constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
 
 /// What is wrong with a character of a file in UTF-8, as every reader says it.
 inline constexpr const char* cNoUtf8 = "a byte that is no UTF-8: save the file as UTF-8";
+/// What is wrong with a character that the program's code page lacks, as every reader says it.
 TESSALINK_API std::string notInCodePage();
 
 /// The bytes of a file from its position on: all of them, or `limit` + 1 when there are more than

@@ -11,9 +11,11 @@ class TESSALINK_API InputError : public CException {
     DECLARE_DYNAMIC(InputError)
 
 public:
+    /// `message` says what is wrong there and what to do.
     InputError(const TextPlace& place, const CString& message)
         : CException(message), m_place(place) {}
 
+    /// Where the fault is; for messages in the form FILE:LINE:COLUMN.
     const TextPlace& GetPlace() const { return m_place; }
 
 private:

@@ -14,6 +14,7 @@
 /// in its length in bits as a number of 32 bits. Nothing is allocated; any thread may call.
 class TESSALINK_API MD5Hash {
 public:
+    /// The first length that is refused, in bytes.
     static constexpr std::uint64_t cTooLong = std::uint64_t{1} << 31;
 
     MD5Hash& operator=(const MD5Hash&) = default;

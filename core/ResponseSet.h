@@ -15,7 +15,7 @@ inline constexpr std::size_t cMaxResponseField = 80;
 
 /// One response.
 struct Response {
-    CString caption;
+    CString caption;           ///< what the item shows for it
     CString keys;              ///< the characters that select it; case counts
     std::optional<int> value;  ///< its code, if one is given; the largest integer stands for more
 };

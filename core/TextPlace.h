@@ -8,10 +8,11 @@ namespace tessalink {
 
 /// A place in a file. Line and column count from 1, the column in bytes; 0 means unknown.
 struct TextPlace {
-    CString file;
-    std::uint64_t line = 0;
-    std::uint64_t column = 0;
+    CString file;              ///< as it was named when it was opened
+    std::uint64_t line = 0;    ///< from 1; 0 when unknown
+    std::uint64_t column = 0;  ///< in bytes, from 1; 0 when unknown
 
+    /// Whether there is a line.
     bool IsKnown() const { return line != 0; }
 };
 

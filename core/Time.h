@@ -23,19 +23,19 @@ public:
     /// positions are in characters.
     class TESSALINK_API TimeFormat {
     public:
-        static constexpr int cMaxSeparator = 4;
-        static constexpr int cMaxIndicator = 9;
+        static constexpr int cMaxSeparator = 4;  ///< the longest separator, in characters
+        static constexpr int cMaxIndicator = 9;  ///< the longest indicator, in characters
 
         TimeFormat();
 
         static char FORMAT_TIME_SEP[cMaxSeparator + 1];  ///< between the fields
-        static int FORMAT_TIME_SEP_LEN;
+        static int FORMAT_TIME_SEP_LEN;                  ///< the length of the separator
         static int FORMAT_24HOUR;      ///< 1 on a 24-hour clock, 0 on a 12-hour clock
         static int FORMAT_POS_PREFIX;  ///< 1 when the indicator stands before the time
         static char FORMAT_AM_STR[cMaxIndicator + 1];  ///< empty on a 24-hour clock
-        static int FORMAT_AM_LEN;
-        static char FORMAT_PM_STR[cMaxIndicator + 1];
-        static int FORMAT_PM_LEN;
+        static int FORMAT_AM_LEN;  ///< the length of the indicator for the morning
+        static char FORMAT_PM_STR[cMaxIndicator + 1];  ///< what stands in the text after noon
+        static int FORMAT_PM_LEN;     ///< the length of the indicator for the afternoon
         static int FORMAT_LEN;        ///< width of the text with seconds
         static int FORMAT_SHORT_LEN;  ///< width of the text without
 
@@ -73,8 +73,11 @@ public:
     std::uint32_t Get() const;
     /// -1 each when empty.
     void Get(int& hour, int& minute, int& second) const;
+    /// 0 to 23; -1 when empty.
     int GetHour() const { return IsValid() ? m_hour : -1; }
+    /// 0 to 59; -1 when empty.
     int GetMin() const { return IsValid() ? m_minute : -1; }
+    /// 0 to 59; -1 when empty.
     int GetSec() const { return IsValid() ? m_second : -1; }
     /// 1 before noon; 0 otherwise and when empty.
     int IsAM() const { return m_hour < cNoon; }
@@ -86,6 +89,7 @@ public:
 
     /// The empty time is equal to itself and before all others.
     bool operator==(const Time& other) const { return order_key() == other.order_key(); }
+    /// Earlier times come first.
     std::strong_ordering operator<=>(const Time& other) const {
         return order_key() <=> other.order_key();
     }
@@ -94,15 +98,20 @@ public:
     /// when empty.
     CString GetAsStr(int shortFormat) const;
 
+    /// The record of how times are written.
     static const TimeFormat& GetTimeFormatA() { return m_time_format; }
     /// The width of the text.
     static int GetTimeFormatLen(int shortFormat);
+    /// What stands between hour and minute.
     static const char* GetTimeSep() { return TimeFormat::FORMAT_TIME_SEP; }
     /// Where the fields start in the text; -1 where there is none (seconds in the short text, the
     /// indicator on a 24-hour clock).
     static int GetHourPos();
+    /// Where the minutes start.
     static int GetMinPos();
+    /// Where the seconds start; -1 in the short text.
     static int GetSecPos(int shortFormat);
+    /// Where the indicator starts; -1 on a 24-hour clock.
     static int GetIndicatorPos(int shortFormat);
     /// What an empty field shows: "__:__:__ AM".
     static CString GetBlankFormatStr(int shortFormat);

@@ -28,6 +28,7 @@ class TESSALINK_API RadioBtnItemUI : public CheckBoxItemUI {
     DECLARE_DYNAMIC(RadioBtnItemUI)
 
 public:
+    /// As that of CheckBoxItemUI.
     RadioBtnItemUI(const char* responseSet, int labelWidth)
         : CheckBoxItemUI(responseSet, labelWidth, 1) {}
 
@@ -41,6 +42,7 @@ class TESSALINK_API CheckBoxItemColUI : public CheckBoxItemUI {
 
 public:
     using CheckBoxItemUI::CheckBoxItemUI;
+    /// As that of CheckBoxItemUI.
     CheckBoxItemColUI(const char* responseSet, int labelWidth)
         : CheckBoxItemUI(responseSet, labelWidth) {}
 

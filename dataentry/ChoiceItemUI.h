@@ -34,15 +34,16 @@ public:
 protected:
     /// A response and where it stands in an item.
     struct Choice {
-        CString caption;
-        CString keys;
-        int value = 0;
-        int group = 0;
-        int x = 0;
-        int y = 0;
-        int width = 0;
+        CString caption;  ///< what is shown
+        CString keys;     ///< the characters that select it
+        int value = 0;    ///< its code, or its bit
+        int group = 0;    ///< the group that it stands in, from 0
+        int x = 0;        ///< its left edge in the item, in pixels
+        int y = 0;        ///< its top edge in the item, in pixels
+        int width = 0;    ///< its width in pixels
     };
 
+    /// For derived interfaces. `labelWidth` in pixels; 0 for that of a number.
     ChoiceItemUI(const char* responseSet, int labelWidth, bool singleChoice);
 
     /// Reads a response set; 0 when it is malformed.
@@ -61,15 +62,19 @@ protected:
     /// Chooses a response, or takes the choice back; 0 when that is refused, or when the item is
     /// read-only. An index out of range raises CInvalidArgException.
     int set_curr_cell_value_index(int index);
+    /// Whether a choice is chosen in an item.
     bool is_chosen(const DataEntryItem& item, const Choice& choice) const;
     void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) override;
 
+    /// Where the choices begin, in pixels.
     int first_x() const { return m_labelWidth + m_halfWidth; }
+    /// The height of a choice in pixels.
     int choice_height() const { return m_height; }
+    /// The top of a line of choices, in pixels.
     int line_top(int line) const { return line * (m_height + m_height / 4) + m_height / 4; }
 
-    std::vector<Choice> m_choices;
-    int m_boxSide = 0;
+    std::vector<Choice> m_choices;  ///< in the order of the response set
+    int m_boxSide = 0;              ///< the side of a mark's square in pixels
 
 private:
     void prepare(CDC& dc);

@@ -9,14 +9,23 @@ class TESSALINK_API ColoredItemUI : public DataEntryItemUI {
     DECLARE_DYNAMIC(ColoredItemUI)
 
 public:
+    /// The colors of the value of the current item.
     void SetFocusColors(COLORREF text, COLORREF background);
+    /// The colors of labels.
     void SetLabelColors(COLORREF text, COLORREF background);
+    /// The colors of values.
     void SetTextColors(COLORREF text, COLORREF background);
+    /// The color of values that the user can't change.
     void SetReadOnlyColor(COLORREF text);
+    /// The color behind the value of the current item.
     COLORREF GetFocusBgColor() const { return m_focusBackground; }
+    /// The color of the value of the current item.
     COLORREF GetFocusFgColor() const { return m_focusText; }
+    /// The color of values that the user can't change.
     COLORREF GetReadOnlyColor() const { return m_readOnlyText; }
+    /// The color behind values.
     COLORREF GetTextBgColor() const { return m_textBackground; }
+    /// The color of values.
     COLORREF GetTextFgColor() const { return m_text; }
 
 protected:
@@ -24,7 +33,9 @@ protected:
 
     /// Makes the fonts of values and of labels.
     virtual void create_fonts(int height);
+    /// Draws everything anew, in other colors.
     void colors_changed();
+    /// The color in which the value of an item is shown.
     COLORREF value_color(const DataEntryItem& item) const {
         return item.IsReadOnly() != 0 ? m_readOnlyText : m_text;
     }
@@ -40,15 +51,17 @@ protected:
     /// and, for one without a value, a line to write on; at a negative height there is none.
     void draw_field_frame(CDC& dc, const DataEntryItem& item, const CRect& box, int baseline) const;
 
+    /// Behind the value of the current item.
     tessalink::SystemColor m_focusBackground{COLOR_WINDOW};
-    tessalink::SystemColor m_focusText{COLOR_WINDOWTEXT};
-    tessalink::SystemColor m_labelBackground{COLOR_BTNSHADOW};
-    tessalink::SystemColor m_labelText{COLOR_BTNHIGHLIGHT};
-    tessalink::SystemColor m_textBackground{COLOR_BTNFACE};
-    tessalink::SystemColor m_text{COLOR_BTNTEXT};
+    tessalink::SystemColor m_focusText{COLOR_WINDOWTEXT};  ///< of the value of the current item
+    tessalink::SystemColor m_labelBackground{COLOR_BTNSHADOW};  ///< behind labels
+    tessalink::SystemColor m_labelText{COLOR_BTNHIGHLIGHT};     ///< of labels
+    tessalink::SystemColor m_textBackground{COLOR_BTNFACE};     ///< behind values
+    tessalink::SystemColor m_text{COLOR_BTNTEXT};               ///< of values
+    /// Of values that the user can't change.
     tessalink::SystemColor m_readOnlyText{COLOR_GRAYTEXT};
-    mutable CFont m_normalFont;
-    mutable CFont m_boldFont;
-    int m_halfWidth = 0;    ///< half the width of a wide letter
-    int m_labelMargin = 0;  ///< between the text of a label and its right edge
+    mutable CFont m_normalFont;  ///< of values
+    mutable CFont m_boldFont;    ///< of labels
+    int m_halfWidth = 0;         ///< half the width of a wide letter
+    int m_labelMargin = 0;       ///< between the text of a label and its right edge
 };

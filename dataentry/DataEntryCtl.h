@@ -17,6 +17,7 @@ enum class Side : int;
 
 /// What a form tells its parent by WM_NOTIFY.
 struct DATAENTRYCTL_NOTIFICATION {
+    /// Who tells, and what: DATAENTRY_... or NM_...
     NMHDR hdr{};
     std::int32_t itemIndex;  ///< -1 when none
     DataEntryItem* item;     ///< the item concerned, or null
@@ -34,8 +35,9 @@ inline constexpr int DATAENTRY_CHANGED = 2;
 inline constexpr int DATAENTRY_CLICKED = 3;
 /// The focus moved to the current item while the form had the focus; no item is given.
 inline constexpr int DATAENTRY_MOVED = 4;
-/// Navigation went before the first item, or past the last; the current item is the nearest.
+/// Navigation went before the first item; that one is current.
 inline constexpr int DATAENTRY_BEFORE_FIRST = 5;
+/// Navigation went past the last item; that one is current.
 inline constexpr int DATAENTRY_PAST_LAST = 6;
 
 /// A data-entry form: a scrollable child window with items, which are drawn and edited by a few
@@ -63,6 +65,7 @@ public:
     virtual int AdvanceToNext();
     /// What interfaces offer the form first; nonzero when it has used it.
     virtual int HandleChar(UINT ch, UINT repeat, UINT flags);
+    /// The same for a key.
     virtual int HandleKeyDown(UINT key, UINT repeat, UINT flags);
 
 protected:
@@ -83,6 +86,7 @@ public:
 protected:
     /// Asks the parent whether a value may change; nonzero when it accepts.
     virtual int OnDataChanging(const DataEntryItem* item);
+    /// Scrolls as little as shows all of the current item.
     virtual void scroll_curr_into_view();
 
 public:
@@ -100,28 +104,38 @@ public:
     /// Adds an item, with its interface, at the end. The form owns both from then on. Returns 1, or
     /// 0 without memory; both are deleted then.
     int AddItem(DataEntryItem* item, DataEntryItemUI* itemUI);
+    /// An item; it stays the form's.
     DataEntryItem* GetItem(int index) const { return m_items[checked(index)].get(); }
+    /// The interface of an item; it stays the form's.
     DataEntryItemUI* GetItemUI(int index) const;
+    /// How many items there are.
     int GetItemCount() const { return static_cast<int>(m_items.size()); }
     /// -1 before there are items.
     int GetCurrItemIdx() const { return m_current; }
     /// The place of an item in the form, whatever is scrolled.
     CRect GetItemLoc(int index) const { return m_places[checked(index)]; }
+    /// The size of an item in pixels.
     CSize GetItemSize(int index) const { return GetItemLoc(index).Size(); }
     /// For layout managers.
     void SetItemLoc(int index, const CRect& place);
     /// The part of the form that shows.
     CRect GetVisibleArea() const;
+    /// Whether any of the item shows.
     int ItemIsVisible(int index) const;
+    /// Whether all of the item shows.
     int ItemIsFullyVisible(int index) const;
+    /// Nonzero when an entry that is complete goes on to the next item.
     int GetAutoAdvance() const { return m_autoAdvance ? 1 : 0; }
+    /// Whether an entry that is complete goes on to the next item.
     void SetAutoAdvance(int advance) { m_autoAdvance = advance != 0; }
     /// Deletes the manager before and places the items anew.
     void SetLayoutMgr(DataEntryLayoutMgr* layoutMgr);
+    /// The color between items.
     void SetBkgndColor(COLORREF color);
     /// Makes all items read-only, or none; returns what was set before. What is being typed is kept
     /// first.
     int SetReadOnly(int readOnly);
+    /// The same for one item.
     int SetReadOnlyItem(int index, int readOnly);
 
     // For interfaces and layout managers.
@@ -166,9 +180,13 @@ public:
 protected:
     friend class DataEntryItemUI;
 
+    /// Makes an item current, without asking and without the focus.
     void set_curr_item(int index);
+    /// Brings the focus to the current item; with `notifies` the parent is told.
     void set_focus(bool notifies);
+    /// Goes to an item; -1 and the number of items tell the parent that an end was passed.
     void do_navigate(int target);
+    /// Tells the parent, and returns its answer.
     LRESULT notify(int code, int index, const DataEntryItem* item);
 
 private:

@@ -33,9 +33,12 @@ public:
 
     /// Whether assistive technology says that a value is expected; the form itself asks for none.
     void SetRequired(bool isRequired) { m_isRequired = isRequired; }
+    /// Whether a value is expected.
     bool IsRequired() const { return m_isRequired; }
 
+    /// 1 when there is no value.
     int IsNull() const { return flag(cNull); }
+    /// 1 when the user can't change the value.
     int IsReadOnly() const { return flag(cReadOnly); }
     /// The place in the form, from 0 on; cNoIndex before it has one. Of large forms: the low 16
     /// bits.
@@ -47,7 +50,9 @@ protected:
     friend class DataEntryCtl;
     friend class DataEntryItemUI;
 
+    /// For the form: the place.
     void SetIndex(unsigned short index) { m_index = index; }
+    /// For the form: the place of the interface.
     void SetInterfaceIdx(int index) { m_interfaceIndex = static_cast<std::uint16_t>(index); }
 
 private:
@@ -114,6 +119,7 @@ public:
     explicit TextDataEntryItem(const char* value = nullptr);
     TextDataEntryItem(const char* value, const char* label);
 
+    /// The text; empty for an item that is null.
     CString GetValue() const { return m_value; }
     /// Stores the text and leaves "no value" as it is: who edits the item clears that.
     void SetValue(const char* value) { m_value = value; }

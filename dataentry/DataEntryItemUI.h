@@ -46,17 +46,22 @@ public:
 
     /// The form, which sets itself when the interface is added.
     void SetContainer(DataEntryCtl* container) { m_container = container; }
+    /// The form that it belongs to; null before it is added.
     DataEntryCtl* GetContainer() const { return m_container; }
     /// The attached item, or null.
     DataEntryItem* GetCurrItem() const { return m_item; }
+    /// The place of that item in the form's client area.
     const CRect& GetItemRect() const { return m_itemRect; }
+    /// Whether that item is shown with the focus.
     bool IsFocused() const { return m_focused; }
 
     /// The attached item has moved, or got another size.
     void FollowItem(const CRect& rect);
     /// While it is locked, the interface ignores focus that comes. Locks count.
     void LockFocus() { ++m_focusLocks; }
+    /// Ends one lock.
     void UnlockFocus() { --m_focusLocks; }
+    /// Whether it is locked.
     bool IgnoreFocus() const { return m_focusLocks > 0; }
 
     /// Keeps what is being typed, with the form's consent; false when that was refused.
@@ -76,6 +81,7 @@ public:
                                                              const CRect&) const {
         return {};
     }
+    /// See Choices.
     virtual int FocusedChoice() const { return -1; }
     /// The value as text, for the same; empty without one.
     virtual CString ValueText(DataEntryItem*) { return {}; }
@@ -109,8 +115,10 @@ protected:
     /// While it lives, the interface answers for another item, as if it were attached to that one.
     class StandIn {
     public:
+        /// For another item at the place of the attached one.
         StandIn(DataEntryItemUI& itemUI, DataEntryItem& item)
             : StandIn(itemUI, item, itemUI.m_itemRect, itemUI.m_focused) {}
+        /// For another item at another place.
         StandIn(DataEntryItemUI& itemUI, DataEntryItem& item, const CRect& rect, bool focused);
         ~StandIn();
         StandIn(const StandIn&) = delete;
@@ -135,9 +143,9 @@ protected:
     /// Creates the window where there is none; false when that fails.
     bool make_window();
 
-    DataEntryCtl* m_container = nullptr;
-    DataEntryItem* m_item = nullptr;
-    CRect m_itemRect;
-    bool m_focused = false;
-    int m_focusLocks = 0;
+    DataEntryCtl* m_container = nullptr;  ///< the form; null before the interface is added
+    DataEntryItem* m_item = nullptr;      ///< the attached item, or null
+    CRect m_itemRect;                     ///< its place in the form's client area
+    bool m_focused = false;               ///< whether it is shown with the focus
+    int m_focusLocks = 0;                 ///< how many locks there are
 };

@@ -28,6 +28,7 @@ public:
     /// shows whole, or else the nearest that way that does, or else the nearest, itself included,
     /// of which a part shows; -1 without any.
     virtual int GetItemAfterHorzScroll(DataEntryCtl* form, int item, int forward);
+    /// The same after the form was scrolled up or down.
     virtual int GetItemAfterVertScroll(DataEntryCtl* form, int item, int forward);
     /// Whether a character leads to another item, which `item` is set to then. None does here.
     virtual int NavigateOnChar(DataEntryCtl* form, UINT ch, UINT repeat, UINT flags, int& item);
@@ -37,7 +38,9 @@ public:
     /// Measures all items by their interfaces and sets their rectangles for a client area.
     virtual void RecalcLayout(DataEntryCtl* form, CDC* dc, const CRect& area) = 0;
 
+    /// 1 when a form scrolls horizontally.
     int HorizontalScrolling() const { return (m_flags & cHorizontal) != 0 ? 1 : 0; }
+    /// 1 when a form scrolls vertically.
     int VerticalScrolling() const { return (m_flags & cVertical) != 0 ? 1 : 0; }
 
 protected:
@@ -45,8 +48,11 @@ protected:
     /// the gap and the distance of the centers across it; -1 without any. An index out of range
     /// raises CInvalidArgException.
     virtual int closest_above(DataEntryCtl* form, int item);
+    /// The nearest item below, likewise.
     virtual int closest_below(DataEntryCtl* form, int item);
+    /// The nearest item on the left, likewise.
     virtual int closest_left(DataEntryCtl* form, int item);
+    /// The nearest item on the right, likewise.
     virtual int closest_right(DataEntryCtl* form, int item);
 
     /// The size of an item; interfaces may leave a part of `preset` as it is.

@@ -7,6 +7,7 @@ class TESSALINK_API FloatDataEntryUI : public TextDataEntryUI {
     DECLARE_DYNAMIC(FloatDataEntryUI)
 
 public:
+    /// As the base class; so many decimals, and a minus sign when `allowNegative` is nonzero.
     FloatDataEntryUI(int labelWidth, int maxChars, int decimals, int allowNegative)
         : TextDataEntryUI(labelWidth, maxChars, 1, maxChars),
           m_decimals(decimals),

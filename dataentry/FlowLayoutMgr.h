@@ -9,6 +9,8 @@
 /// The arrows along the reading order go to the item before and after, whatever row it is in.
 class TESSALINK_API FlowLayoutMgr : public DataEntryLayoutMgr {
 public:
+    /// Nonzero for columns and a form that scrolls horizontally, 0 for rows and one that scrolls
+    /// vertically.
     explicit FlowLayoutMgr(int horzScroll) : DataEntryLayoutMgr(horzScroll, horzScroll == 0) {}
 
     int NavigateOnKeyDown(DataEntryCtl* form, UINT key, UINT repeat, UINT flags,

@@ -14,6 +14,7 @@
 /// The arrows go from cell to cell and on at the edges of the grid.
 class TESSALINK_API GridLayoutMgr : public DataEntryLayoutMgr {
 public:
+    /// See above; `fillDown` nonzero fills down.
     GridLayoutMgr(unsigned rows, unsigned cols, int fillDown)
         : DataEntryLayoutMgr(1, 1), m_rows(rows), m_columns(cols), m_fillDown(fillDown) {}
 

@@ -8,6 +8,7 @@ class TESSALINK_API ImplDecIntegerDataEntryUI : public TextDataEntryUI {
     DECLARE_DYNAMIC(ImplDecIntegerDataEntryUI)
 
 public:
+    /// As the base class; so many decimals, and a minus sign when `allowNegative` is nonzero.
     explicit ImplDecIntegerDataEntryUI(int labelWidth = 0, int maxChars = 0, int decimals = 0,
                                        int allowNegative = 0);
 

@@ -8,6 +8,7 @@ class TESSALINK_API RspListItemUI : public ChoiceItemUI {
     DECLARE_DYNAMIC(RspListItemUI)
 
 public:
+    /// See ChoiceItemUI. `labelWidth` in pixels; 0 for that of a number.
     RspListItemUI(const char* responseSet, int labelWidth);
 
     /// The colors of the circle and of what is in it.

@@ -22,16 +22,17 @@ public:
 protected:
     /// The text as it is, and the selected part of it.
     struct Selection {
-        CString text;
-        int start = 0;
-        int end = 0;
+        CString text;   ///< all of it
+        int start = 0;  ///< where the selection begins
+        int end = 0;    ///< where it ends
     };
 
+    /// The text and its selection.
     Selection selection() const;
     /// What the text becomes when a text replaces the selection.
     static CString replaced(const Selection& selection, const CString& text);
 
-    TextDataEntryUI& m_interface;
+    TextDataEntryUI& m_interface;  ///< what the box belongs to
 
 private:
     bool leads_out(UINT key) const;

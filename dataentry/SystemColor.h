@@ -11,10 +11,12 @@ class SystemColor {
 public:
     /// COLOR_...
     explicit SystemColor(int index) : m_index(index) {}
+    /// From now on it is this color.
     SystemColor& operator=(COLORREF color) {
         m_own = color;
         return *this;
     }
+    /// The color.
     operator COLORREF() const { return m_own ? *m_own : tessalink::GetSysColor(m_index); }
 
 private:

@@ -15,7 +15,7 @@ class TESSALINK_API TextDataEntryUI : public ColoredItemUI {
     DECLARE_DYNAMIC(TextDataEntryUI)
 
 public:
-    static constexpr UINT cEditId = 1000;
+    static constexpr UINT cEditId = 1000;  ///< the id of the edit box, as a window
 
     /// `labelWidth` in pixels (0: seven wide letters), at most `maxChars` characters (0: as many as
     /// an edit box takes), `lines` of text (below 1: an edit box for a single line) and a box for
@@ -64,10 +64,12 @@ protected:
     virtual void update_edit_box();
     /// Keeps what was typed; 0 when that was refused or is being done already.
     virtual int update_curr_from_edit();
+    /// Takes the edit box away from the value.
     virtual void remove_edit_box();
     /// A new edit box, not yet a window. The keys that lead out of it are those of
     /// SimpleTextEditCtl; a box of another class keeps what is typed when the focus leaves it.
     virtual CEdit* create_edit_box();
+    /// Makes the window of the edit box.
     virtual void create_edit_wnd();
 
     /// The value of any item as text.
@@ -78,10 +80,11 @@ protected:
     virtual DWORD extra_edit_style() const { return 0; }
     void draw_item(CDC& dc, DataEntryItem& item, const CRect& place, bool focused) override;
 
+    /// Where the edit box lies in an item.
     CRect edit_rect(const CRect& place) const;
 
-    std::unique_ptr<CEdit> m_edit;
-    bool m_editIsShown = false;
+    std::unique_ptr<CEdit> m_edit;  ///< null before it is needed
+    bool m_editIsShown = false;     ///< whether it stands over a value
 
 private:
     class CommitScope;

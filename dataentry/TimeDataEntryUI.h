@@ -9,6 +9,7 @@ class TESSALINK_API TimeDataEntryUI : public TextDataEntryUI {
     DECLARE_DYNAMIC(TimeDataEntryUI)
 
 public:
+    /// `labelWidth` as in the base class; `shortFormat` 0 for times with seconds.
     explicit TimeDataEntryUI(int labelWidth = 0, int shortFormat = 1);
 
     CString ValueText(DataEntryItem* item) override;

@@ -9,6 +9,7 @@
 /// 23, or a minute or second above 59. A first digit that would clears the second.
 class TESSALINK_API TimeEditCtl : public SimpleTextEditCtl {
 public:
+    /// `shortFormat` 0 for times with seconds.
     TimeEditCtl(TextDataEntryUI& itemUI, int shortFormat);
 
     void OnKeyDown(UINT key, UINT repeat, UINT flags) override;

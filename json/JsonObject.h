@@ -13,13 +13,16 @@ namespace tessalink {
 /// A key that is asked for; one that is required must be there.
 struct JsonKey {
     // NOLINTNEXTLINE(google-explicit-constructor): a name is a key
+    /// A key that may be missing.
     constexpr JsonKey(const char* keyName) : name(keyName) {}
+    /// A key that must be there when `mustBeThere` says so.
     constexpr JsonKey(std::string_view keyName, bool mustBeThere)
         : name(keyName), isRequired(mustBeThere) {}
 
-    std::string_view name;
-    bool isRequired = false;
+    std::string_view name;    ///< the key
+    bool isRequired = false;  ///< whether it must be there
 };
+/// A key that must be there.
 constexpr JsonKey required(std::string_view name) {
     return {name, true};
 }
@@ -27,8 +30,8 @@ constexpr JsonKey required(std::string_view name) {
 /// A value that isn't an object, but stands for an object with this key alone. `what` names such
 /// values in a message, as "a text".
 struct JsonShorthand {
-    std::string_view key;
-    std::string_view what;
+    std::string_view key;   ///< the key that the value belongs to
+    std::string_view what;  ///< the value in words, for messages
 };
 
 /// An object of a JSON file as a structure: every member asks for its key where it is initialized.
@@ -56,17 +59,24 @@ public:
     /// Raises the faults of keys that are unknown or missing, once all have been asked for.
     void CheckKeys();
 
+    /// The object's own value, for its place.
     const JsonValue& Place() const { return *m_value; }
 
 protected:
+    /// The reader that the object was made with.
     const JsonReader& Reader() const { return *m_in; }
 
+    /// Whether the key is there. It does not count as asked for.
     bool Has(std::string_view key) const { return Find(key) != nullptr; }
     /// Asks for a key whose value is read elsewhere; null when it isn't there.
     const JsonValue* Value(const JsonKey& key);
+    /// A number within bounds; nothing when the key isn't there.
     std::optional<double> Number(const JsonKey& key, const JsonBounds& bounds);
+    /// A whole number within bounds; nothing when the key isn't there.
     std::optional<int> Whole(const JsonKey& key, const JsonBounds& bounds);
+    /// True or false; nothing when the key isn't there.
     std::optional<bool> Flag(const JsonKey& key);
+    /// A text in the code page; nothing when the key isn't there.
     std::optional<CString> Text(const JsonKey& key);
     /// A text in UTF-8; empty when it isn't there.
     std::string Utf8(const JsonKey& key);

@@ -17,16 +17,16 @@ namespace tessalink {
 
 /// What a number may be; both ends are good.
 struct JsonBounds {
-    double low = 0;
-    double high = 0;
+    double low = 0;   ///< the least
+    double high = 0;  ///< the greatest
 };
 
 /// A word that a text may consist of, and the value that it stands for. A text has at most one word
 /// of each group.
 struct JsonWord {
-    std::string_view name;
-    std::uint16_t value = 0;
-    int group = 0;
+    std::string_view name;    ///< as it is written
+    std::uint16_t value = 0;  ///< its bits in the value of the text
+    int group = 0;            ///< words of one group exclude one another
 };
 
 /// Reads single values of a JSON file, which must outlive it. A value that isn't what it should be
@@ -47,7 +47,9 @@ public:
     JsonReader(const JsonReader&) = delete;
     JsonReader& operator=(const JsonReader&) = delete;
 
+    /// The file that is read.
     const JsonSource& Source() const { return m_source; }
+    /// Raises a fault at a value.
     [[noreturn]] void Fail(const JsonValue& value, const std::string& message) const {
         m_source.Fail(value, message);
     }
@@ -71,14 +73,17 @@ public:
         }
     }
 
+    /// Raises a fault unless the value is of this kind.
     void Expect(const JsonValue& value, JsonValue::Kind kind) const;
     /// The members of an object or list, of which there may be as many as `limit`.
     const std::vector<JsonMember>& Members(const JsonValue& value, JsonValue::Kind kind,
                                            std::size_t limit) const;
 
+    /// A number within bounds.
     std::optional<double> Number(const JsonValue& value, const JsonBounds& bounds) const;
     /// A number without decimals. The bounds must be those of an int, or narrower.
     std::optional<int> Whole(const JsonValue& value, const JsonBounds& bounds) const;
+    /// True or false.
     bool Flag(const JsonValue& value) const;
     /// A text in the code page.
     virtual std::optional<CString> Text(const JsonValue& value) const;

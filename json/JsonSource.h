@@ -26,7 +26,9 @@ public:
     /// Reads the file from its position on. Throws InputError and CFileException.
     explicit JsonSource(CFile& file);
 
+    /// The value that the file consists of.
     const JsonValue& Root() const { return m_root; }
+    /// Where a value begins.
     TextPlace PlaceOf(const JsonValue& value) const { return place(value.start); }
 
     /// Raises an InputError at a value of this source.

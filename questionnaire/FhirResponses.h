@@ -19,6 +19,7 @@ namespace tessalink {
 /// or else of the resource.
 class TESSALINK_API FhirResponses : public ResponseSource {
 public:
+    /// Keeps the file, which is read in order. Faults come when blocks are read.
     FhirResponses(CFile& file, const Questionnaire& questionnaire);
     ~FhirResponses() override;
 

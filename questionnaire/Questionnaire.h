@@ -28,8 +28,10 @@ class TESSALINK_API QuestionnaireFaults : public CException {
     DECLARE_DYNAMIC(QuestionnaireFaults)
 
 public:
+    /// One fault at least.
     explicit QuestionnaireFaults(std::vector<InputError> faults);
 
+    /// All faults, file by file.
     const std::vector<InputError>& GetFaults() const { return m_faults; }
 
 private:
@@ -51,6 +53,7 @@ public:
     /// messages. Files that nothing names are ignored.
     static Questionnaire Read(const QuestionnaireFiles& files, const CString& name);
 
+    /// What the questionnaire consists of.
     const QuestionnaireModel& Model() const;
     /// The norms; null when it has none.
     const NormTable* Norms() const;
@@ -62,9 +65,13 @@ public:
     const std::string& Hash() const;
 
     // Positions by id, in letters as they are written.
+    /// The position of an item in Model(); nothing when there is none.
     std::optional<std::size_t> FindItem(std::string_view id) const;
+    /// The position of a scale in Model(); nothing when there is none.
     std::optional<std::size_t> FindScale(std::string_view id) const;
+    /// The position of a field in Model(); nothing when there is none.
     std::optional<std::size_t> FindField(std::string_view id) const;
+    /// The position of a report in Model(); nothing when there is none.
     std::optional<std::size_t> FindReport(std::string_view id) const;
 
     /// The value that an answer to an item counts: nothing when it is missing or has none.

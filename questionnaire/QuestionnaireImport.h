@@ -17,14 +17,15 @@ namespace tessalink {
 
 /// Something that did not come over as it was.
 struct ImportNote {
-    TextPlace place;
+    TextPlace place;   ///< where it stands in the file that was read
     std::string name;  ///< the field or linkId in question, UTF-8; empty: the whole
     std::string text;  ///< what happened to it, and what to do, UTF-8
 };
 
+/// What was made of a file of another program.
 struct ImportedQuestionnaire {
-    QuestionnaireModel model;  ///< without scales and reports
-    std::vector<ImportNote> notes;
+    QuestionnaireModel model;       ///< without scales and reports
+    std::vector<ImportNote> notes;  ///< what did not come over as it was
     /// Columns of the other program's tables whose items or fields have other names here, as
     /// ResponseTableOptions takes them.
     std::map<std::string, std::string> columnNames;

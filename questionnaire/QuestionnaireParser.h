@@ -27,6 +27,7 @@ public:
                         FctTable& functions, const Questionnaire& questionnaire, int scrambled);
 
 protected:
+    /// As the base class, but a NaN prints nothing.
     int get_var(const Token& token, int execute) override;
     int do_include(const CString& name) override;
     int get_str_exp_var(const Token& token, CString& result, int execute) override;
@@ -34,7 +35,9 @@ protected:
     std::unique_ptr<FileParser> create_parser(CFile& templateFile, CFile& output,
                                               int scrambled) override;
 
+    /// The functions that templates call: the graphs of the questionnaire.
     FctTable& functions() { return m_tableOfFunctions; }
+    /// The questionnaire whose templates are run.
     const Questionnaire& questionnaire() const { return m_questionnaire; }
 
 private:

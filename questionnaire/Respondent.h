@@ -20,9 +20,9 @@ using FieldValue = std::variant<std::monostate, std::int32_t, double, std::strin
 
 /// What one person has answered. The lists are as long as those of the questionnaire.
 struct Respondent {
-    std::string id;  ///< UTF-8
-    std::vector<Answer> answers;
-    std::vector<FieldValue> fields;
+    std::string id;                  ///< UTF-8
+    std::vector<Answer> answers;     ///< one for each item
+    std::vector<FieldValue> fields;  ///< one for each field
 };
 
 }  // namespace tessalink

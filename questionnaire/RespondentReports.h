@@ -18,7 +18,8 @@ namespace tessalink {
 /// includes come from the questionnaire's files in memory; nothing is opened.
 class TESSALINK_API RespondentReports {
 public:
-    /// How graphs are written is the caller's: cReportPictures is usual.
+    /// The questionnaire must outlive this object. How graphs are written is the caller's:
+    /// cReportPictures is usual.
     explicit RespondentReports(const Questionnaire& questionnaire,
                                const GraphPictureOptions& pictures = cReportPictures);
     ~RespondentReports();

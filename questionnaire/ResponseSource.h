@@ -20,11 +20,11 @@ struct RowFailure {
 
 /// One respondent of a table, or why there is none.
 struct RespondentRow {
-    std::uint64_t number = 0;          ///< of the respondent in the source, from 1
-    std::uint64_t line = 0;            ///< where it starts, from 1
-    Respondent respondent;             ///< its id, if it has one, even after a failure
-    std::vector<std::string> carried;  ///< the cells of carried columns, UTF-8
-    std::optional<RowFailure> failure;
+    std::uint64_t number = 0;           ///< of the respondent in the source, from 1
+    std::uint64_t line = 0;             ///< where it starts, from 1
+    Respondent respondent;              ///< its id, if it has one, even after a failure
+    std::vector<std::string> carried;   ///< the cells of carried columns, UTF-8
+    std::optional<RowFailure> failure;  ///< nothing when there is a respondent
 };
 
 /// A piece of a source: whole rows, not parsed yet.

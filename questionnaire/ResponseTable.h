@@ -17,18 +17,20 @@ namespace tessalink {
 
 /// How a table of responses is written.
 struct ResponseTableOptions {
+    /// What the table is written in.
     enum class Encoding { Utf8, CodePage };  ///< CodePage: that of the program
+    /// The order of day, month and year in dates.
     enum class DateOrder { Iso, DayMonthYear, MonthDayYear, YearMonthDay };
 
     std::string idColumn;    ///< empty: "id" in letters of either case, or the first column
     std::string nameColumn;  ///< the person's name: the column of the field Name; empty: as named
-    std::optional<Encoding> encoding;  ///< nothing: UTF-8
-    std::optional<char> delimiter;     ///< nothing: found from the header line
-    bool hasDecimalComma = false;
+    std::optional<Encoding> encoding;       ///< nothing: UTF-8
+    std::optional<char> delimiter;          ///< nothing: found from the header line
+    bool hasDecimalComma = false;           ///< whether decimals are written with a comma
     std::vector<std::string> missingCodes;  ///< beside the empty cell and NA
     bool hasLabels = false;                 ///< cells hold labels instead of codes
     std::vector<std::string> carried;       ///< columns that go to the table of scores as they are
-    DateOrder dateOrder = DateOrder::Iso;
+    DateOrder dateOrder = DateOrder::Iso;   ///< how dates are written
     /// Names of columns, and the items or fields that they hold, where these differ.
     std::map<std::string, std::string> columnNames;
     std::size_t blockSize = std::size_t{256} << 10;  ///< how much is read at a time, in bytes

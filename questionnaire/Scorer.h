@@ -18,12 +18,14 @@ struct StandardResult {
     std::optional<ConfidenceInterval> confidence;  ///< where it is asked for and the norms allow it
 };
 
+/// The scores of one scale.
 struct ScaleResult {
-    std::optional<double> raw;
+    std::optional<double> raw;             ///< nothing when too many answers are missing
     int missing = 0;                       ///< how many of its answers
     std::vector<StandardResult> standard;  ///< for each score of NormSource; empty without norms
 };
 
+/// Where a person lies in the plane of two scales.
 struct VectorResult {
     std::optional<double> length;  ///< nothing when one of the scales has no score
     std::optional<double>
@@ -33,8 +35,8 @@ struct VectorResult {
 
 /// All scores of a person; lists are as long as those of the questionnaire.
 struct Scores {
-    std::vector<ScaleResult> scales;
-    std::vector<VectorResult> vectors;
+    std::vector<ScaleResult> scales;    ///< one for each scale
+    std::vector<VectorResult> vectors;  ///< one for each vector
     /// For each index its values: one, of Shares one for each choice. Nothing where none can be
     /// told: shares of no answers, no complete pair.
     std::vector<std::vector<std::optional<double>>> indexes;
@@ -45,6 +47,7 @@ class TESSALINK_API ScoringError : public CException {
     DECLARE_DYNAMIC(ScoringError)
 
 public:
+    /// `name` is that of the scale or field in question.
     ScoringError(const CString& name, const CString& message) : CException(message), m_name(name) {}
 
     /// The scale or field in question.
@@ -58,11 +61,13 @@ private:
 /// its questionnaire.
 class TESSALINK_API Scorer {
 public:
+    /// Keeps the questionnaire; copies of it share what they hold.
     explicit Scorer(Questionnaire questionnaire);
     ~Scorer();
     Scorer(const Scorer&) = delete;
     Scorer& operator=(const Scorer&) = delete;
 
+    /// The questionnaire.
     const Questionnaire& GetQuestionnaire() const;
 
     /// Makes `scores` those of the person; its lists keep their memory from call to call. A

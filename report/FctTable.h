@@ -17,6 +17,8 @@ class TESSALINK_API FctTable : public CObject {
     DECLARE_DYNAMIC(FctTable)
 
 public:
+    /// The file that functions write to and the pointer that they are called with; both may be null
+    /// and set later.
     FctTable(CFile* output, void* extraInfo) : m_output(output), m_extraInfo(extraInfo) {}
 
     /// Calls the function; nonzero when it exists.
@@ -34,6 +36,7 @@ public:
 protected:
     /// The attached file; without one, CInvalidArgException is raised.
     CFile& output() const;
+    /// The pointer that functions are called with.
     void* extraInfo() const { return m_extraInfo; }
 
 private:
@@ -47,8 +50,8 @@ namespace tessalink {
 template <class F>
 class FctMap : public CMap<CString, const char*, F, F> {
 public:
-    static constexpr int cBlockSize = 10;
-    static constexpr unsigned int cBuckets = 17;
+    static constexpr int cBlockSize = 10;         ///< as CMap's `blockSize`
+    static constexpr unsigned int cBuckets = 17;  ///< as for CMap::InitHashTable
 
     FctMap() : CMap<CString, const char*, F, F>(cBlockSize) { this->InitHashTable(cBuckets); }
     /// The function, or null.
@@ -69,6 +72,7 @@ public:
     /// `output` is the attached file, `extraInfo` the pointer of SetExtraInfo.
     using Function = void (*)(CFile& output, void* extraInfo);
 
+    /// A table without functions; the arguments as for Attach and SetExtraInfo.
     NormalFctTable(CFile* output, void* extraInfo) : FctTable(output, extraInfo) {}
 
     int Call(const char* name) override;
@@ -89,6 +93,8 @@ public:
     /// `output` is the attached file, `extraInfo` the pointer of SetExtraInfo.
     using Function = void (T::*)(CFile& output, void* extraInfo);
 
+    /// A table without functions. The object must outlive the table; the other arguments as for
+    /// Attach and SetExtraInfo.
     MemberFctTable(T* object, CFile* output, void* extraInfo)
         : FctTable(output, extraInfo), m_object(object) {}
 

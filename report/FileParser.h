@@ -66,7 +66,7 @@ public:
     static constexpr std::size_t cStackSize = 30;
     /// The widest field, to either side, and the most decimals that @COMPUTE writes.
     static constexpr int cMaxFieldWidth = 1000;
-    static constexpr int cMaxDecimals = 1000;
+    static constexpr int cMaxDecimals = 1000;  ///< the most decimals that are written
     /// How many blocks one group of deferred output may have.
     static constexpr std::size_t cMaxDeferredBlocks = 65535;
     /// How many bytes of text may live at one time: those that string expressions are building and
@@ -91,56 +91,89 @@ public:
     int Parse(ParseException* error);
 
 protected:
+    /// A number of an expression.
     using Operand = tessalink::Operand;
 
     FileParser(CFile& templateFile, CFile& output, VarTable& variables, FctTable* functions,
                int scrambled);
 
-    /// Statements.
+    /// Statements, up to an @ELSE, an @ENDIF or the end of the template.
     virtual int get_stmt(const Token& token, int execute);
+    /// One statement: plain text, a variable or a command.
     virtual int get_simple_stmt(const Token& token, int execute);
+    /// Any command but @IF.
     virtual int get_uncond_stmt(const Token& token, int execute);
+    /// A variable that stands in the text.
     virtual int get_var(const Token& token, int execute);
+    /// An @IF with its branches.
     virtual int get_cond_stmt(const Token& token, int execute);
+    /// An @IF in a branch that is not taken: skipped unread, up to its @ENDIF.
     virtual int skip_cond_stmt(const Token& token, int execute);
+    /// A @CALL.
     virtual int get_call(const Token& token, int execute);
+    /// A @COMPUTE.
     virtual int get_compute(const Token& token, int execute);
+    /// A @LINK.
     virtual int get_link(const Token& token, int execute);
+    /// An @ID.
     virtual int get_id(const Token& token, int execute);
+    /// An @INCLUDE.
     virtual int get_include(const Token& token, int execute);
     /// Runs the template that an executed @INCLUDE names: `name` has "\" between folders and ends
     /// in ".DAT"; it is looked up in the program's directory.
     virtual int do_include(const CString& name);
+    /// A @COMMENT with all up to its @COMMENT_END.
     virtual int get_comment(const Token& token, int execute);
+    /// A @DEFINE.
     virtual int get_define(const Token& token, int execute);
+    /// A @LET.
     virtual int get_let(const Token& token, int execute);
+    /// One assignment of a @LET.
     virtual int get_assignment(const Token& token, int execute);
+    /// A group of deferred output, from its first @DEFER_START to its @PRINT_DEFERRED.
     virtual int get_deferred(const Token& token, int execute);
 
     /// Value functions as statements, and as values: a value routine starts at the function's name
     /// and ends with its ")" as the current token.
     virtual int get_text(const Token& token, int execute);
+    /// @CAP as a statement.
     virtual int get_cap(const Token& token, int execute);
+    /// @COMMA_LIST as a statement.
     virtual int get_comma_list(const Token& token, int execute);
+    /// @EVAL as a statement.
     virtual int get_eval(const Token& token, int execute);
+    /// The text of TEXT.
     virtual int get_text_value(const Token& token, CString& result, int execute);
+    /// The text of CAP.
     virtual int get_cap_value(const Token& token, CString& result, int execute);
+    /// The text of COMMA_LIST.
     virtual int get_comma_list_value(const Token& token, CString& result, int execute);
+    /// The text of EVAL: what a run of its argument writes.
     virtual int get_eval_value(const Token& token, CString& result, int execute);
 
     /// Expressions: the readers check the grammar and leave operands and operators on the stacks.
     virtual int get_exp(const Token& token);
+    /// One side of "&" and "|": terms that are compared.
     virtual int get_exp_comp(const Token& token);
+    /// One side of a comparison: factors that are added and subtracted.
     virtual int get_exp_term(const Token& token);
+    /// One side of a sum: elements that are multiplied and divided.
     virtual int get_exp_factor(const Token& token);
+    /// A numeral, a variable, something in parentheses, or one of these behind "-" or "~".
     virtual int get_exp_elem(const Token& token);
+    /// A "(": what waits on the operator stack stays there up to its ")".
     virtual int get_exp_lparen(const Token& token);
+    /// A ")": applies the operators since its "(".
     virtual int get_exp_rparen(const Token& token);
+    /// An operator: applies those before it that bind as tightly or more, and puts it on the stack.
     virtual int get_exp_operator(const Token& token);
+    /// A numeral.
     virtual int get_exp_number(const Token& token);
+    /// A variable.
     virtual int get_exp_var(const Token& token);
     /// Applies the operator on top of the stack, which must be there with its operands.
     virtual int do_eval();
+    /// A text expression: items joined by "+".
     virtual int get_str_exp(const Token& token, CString& result, int execute);
 
     // Further steps, for parsers that find things elsewhere or read templates without running them.
@@ -203,8 +236,11 @@ protected:
     /// Whether this is the run of a deferred block.
     bool is_deferred_block() const { return m_source == Source::deferred; }
 
+    /// What cuts the template into tokens.
     FileScanner& scanner() { return m_scanner; }
+    /// Where the report goes.
     CFile& output() { return m_output; }
+    /// The variables of the report.
     VarTable& variables() { return m_variables; }
 
 private:

@@ -71,14 +71,17 @@ public:
 
     /// A place to go back to: the current token and what was before it.
     struct Mark {
-        std::uint64_t tokenPos;
-        Token::Kind previous;
+        std::uint64_t tokenPos;  ///< where the token begins in the template
+        Token::Kind previous;    ///< the kind of the token before it
     };
+    /// The place of the current token, for Rewind.
     Mark GetMark() const { return {m_tokenPos, m_previous}; }
     /// Goes back to a token of expression mode and reads it once more.
     const Token& Rewind(const Mark& mark);
 
+    /// The template's file.
     CFile& GetFile() const { return *m_reader.GetFile(); }
+    /// Nonzero when the template is stored scrambled.
     int IsScrambled() const { return m_reader.IsScrambled(); }
 
 private:

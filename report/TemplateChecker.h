@@ -35,14 +35,19 @@ protected:
     /// that a variable may give. `at` is the checker that reads it: the name is its current token,
     /// the include its current statement.
     virtual void note_read(const CString& /*name*/, const TemplateChecker& /*at*/) {}
-    /// A variable that is read has to be a number; it is given to the variable `target`, and has to
-    /// be a number if that has to be one.
+    /// A variable that is read has to be a number.
     virtual void note_number(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    /// A variable that is read is given to the variable `target`, and has to be a number if that has
+    /// to be one.
     virtual void note_given(const CString& /*name*/, const CString& /*target*/,
                             const TemplateChecker& /*at*/) {}
+    /// A variable is defined by @DEFINE.
     virtual void note_define(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    /// A variable is given a value by @LET.
     virtual void note_assign(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    /// A host function is called.
     virtual void note_call(const CString& /*name*/, const TemplateChecker& /*at*/) {}
+    /// A template is included.
     virtual void note_include(const CString& /*name*/, bool /*isConstant*/,
                               const TemplateChecker& /*at*/) {}
 

@@ -10,8 +10,9 @@ class CFile;
 /// How templates are stored: plain, or scrambled by `tessalink scramble` or tessalink::scramble.
 namespace tessalink {
 
+/// What names of scrambled templates end in.
 inline constexpr std::string_view cScrambledEnding = ".DAT";
-inline constexpr std::string_view cPlainEnding = ".rtf";
+inline constexpr std::string_view cPlainEnding = ".rtf";  ///< what names of plain includes end in
 
 /// The two files that an include may be in.
 struct IncludeNames {

@@ -11,6 +11,7 @@
 /// always shows the current token, and its text stays valid until the next token is read.
 class TESSALINK_API Token {
 public:
+    /// What kinds of tokens there are.
     enum Kind : std::int32_t {
         tkNone = 0,        ///< a lone "@", or a character that no rule of expression mode accepts
         tkIdent = 1,       ///< a variable reference, or a bare word in expression mode
@@ -27,6 +28,7 @@ public:
         tkString = 12      ///< a string constant in square brackets
     };
 
+    /// The keywords, as they stand behind "@".
     enum Keyword : std::int32_t {
         kwIf = 0,
         kwThen = 1,
@@ -49,8 +51,9 @@ public:
         kwText = 18,
         kwEval = 19
     };
-    static constexpr int cKeywordCount = 20;
+    static constexpr int cKeywordCount = 20;  ///< how many keywords there are
 
+    /// The operators of expressions.
     enum Operator : std::int32_t {
         opLParen = 0,         ///< a pending "(" on the operator stack; never a token
         opNegate = 1,         ///< "-" after "(" or after another operator
@@ -68,20 +71,24 @@ public:
         opAnd = 13,           ///< "&"
         opOr = 14             ///< "|"
     };
-    static constexpr int cOperatorCount = 15;
+    static constexpr int cOperatorCount = 15;  ///< how many operators there are
 
+    /// The kind of the token.
     Kind GetKind() const { return m_kind; }
     /// Meaningful for tkOperator only.
     Operator GetOperator() const { return m_operator; }
     /// Meaningful for tkKeyword only.
     Keyword GetKeyword() const { return m_keyword; }
 
+    /// Whether the token is this keyword.
     bool IsKeyword(Keyword keyword) const { return m_kind == tkKeyword && m_keyword == keyword; }
+    /// Whether the token is this operator.
     bool IsOperator(Operator code) const { return m_kind == tkOperator && m_operator == code; }
 
     /// The spelling: name, keyword (in capitals), plain text, the characters of a string constant.
     /// It ends before the first NUL of the template's text.
     std::string_view Text() const { return m_text; }
+    /// A copy of Text.
     CString GetText() const { return CString(m_text); }
     /// The spelling of a tkIdent for looking it up in a table.
     tessalink::HashedText Name() const { return {m_text, m_hash}; }
@@ -89,7 +96,9 @@ public:
     /// Nonzero when a number was written without a decimal point: it is then in GetInt, saturated
     /// to 32 bits, otherwise in GetDouble.
     int IsInteger() const { return m_isInteger; }
+    /// The value of an integer.
     std::int32_t GetInt() const { return m_int; }
+    /// The value of a number with a decimal point.
     double GetDouble() const { return m_double; }
 
 private:

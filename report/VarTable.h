@@ -75,8 +75,11 @@ public:
 
     /// The value converted, see VariantVar; 0, 0.0, an empty text or null if the name is missing.
     int GetInt(const char* name) const;
+    /// The value as a double.
     double GetDouble(const char* name) const;
+    /// The value as a text.
     CString GetStr(const char* name) const;
+    /// The pointer; null for other types.
     CObject* GetPtr(const char* name) const;
     /// A copy of the variable, or an empty one.
     VariantVar GetVar(const char* name) const;

@@ -35,6 +35,7 @@ class TESSALINK_API VariablesError : public InputError {
     DECLARE_DYNAMIC(VariablesError)
 
 public:
+    /// As the base class.
     using InputError::InputError;
 };
 

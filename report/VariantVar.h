@@ -18,22 +18,30 @@ class TESSALINK_API VariantVar : public CObject {
     DECLARE_SERIAL(VariantVar)
 
 public:
+    /// What a variable holds.
     enum Type : std::int32_t { vtEmpty = 0, vtInt = 1, vtDouble = 2, vtString = 3, vtPtr = 4 };
 
     VariantVar() = default;
+    /// An integer.
     VariantVar(int value);
+    /// A double.
     VariantVar(double value);
+    /// A text; null is an empty one.
     VariantVar(const char* value);
+    /// A text.
     VariantVar(const CString& value);
+    /// A pointer, which is not owned.
     VariantVar(CObject* value);
+    /// The same value.
     VariantVar(const VariantVar& other);
     ~VariantVar() override = default;
 
-    VariantVar& operator=(int value);
-    VariantVar& operator=(double value);
-    VariantVar& operator=(const CString& value);
+    VariantVar& operator=(int value);             ///< the variable becomes an integer
+    VariantVar& operator=(double value);          ///< the variable becomes a double
+    VariantVar& operator=(const CString& value);  ///< the variable becomes a text
+    /// The variable becomes a text; null is an empty one.
     VariantVar& operator=(const char* value);
-    VariantVar& operator=(const VariantVar& other);
+    VariantVar& operator=(const VariantVar& other);  ///< the variable takes over type and value
 
     /// Takes the value away.
     void SetEmpty();
@@ -41,12 +49,19 @@ public:
     /// Nonzero when the value is of the type: IsEmpty and IsUndefined mean the same, and a number
     /// is an int or a double.
     int IsEmpty() const { return m_type == vtEmpty; }
+    /// The same as IsEmpty.
     int IsUndefined() const { return m_type == vtEmpty; }
+    /// Nonzero for an integer.
     int IsInt() const { return m_type == vtInt; }
+    /// Nonzero for a double.
     int IsDouble() const { return m_type == vtDouble; }
+    /// Nonzero for an integer and a double.
     int IsNumber() const { return IsInt() || IsDouble(); }
+    /// Nonzero for a text.
     int IsString() const { return m_type == vtString; }
+    /// Nonzero for a pointer.
     int IsPtr() const { return m_type == vtPtr; }
+    /// What the variable holds.
     Type GetType() const { return m_type; }
     /// The text of a vtString in place, valid until the variable changes; empty for all others.
     std::string_view Text() const { return IsString() ? m_string.View() : std::string_view(); }
@@ -69,9 +84,13 @@ public:
     /// rest. A negative width aligns to the left; a width smaller than the text never cuts it.
     CString GetAsStr(int decimals, int width) const;
 
+    /// GetAsInt.
     operator int() const { return GetAsInt(); }
+    /// GetAsDouble.
     operator double() const { return GetAsDouble(); }
+    /// GetAsStr.
     operator CString() const { return GetAsStr(); }
+    /// GetAsPtr.
     operator CObject*() const { return GetAsPtr(); }
 
     /// Changes the variable in place; nonzero on success. A pointer does not become a double;
@@ -109,6 +128,7 @@ public:
     VariantText(const VariantText&) = delete;
     VariantText& operator=(const VariantText&) = delete;
 
+    /// The text; valid as long as this object and the variable.
     std::string_view View() const { return m_view; }
 
 private:

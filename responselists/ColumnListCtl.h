@@ -8,9 +8,10 @@
 /// What a list tells its parent by WM_NOTIFY. NM_SETFOCUS comes with the current item (-1 in an
 /// empty list), NM_KILLFOCUS with item -1.
 struct LISTCTL_NOTIFICATION {
+    /// Who tells, and what: LIST_... or NM_...
     NMHDR hdr{};
-    std::int32_t itemIndex;
-    std::int32_t value;
+    std::int32_t itemIndex;  ///< from 0
+    std::int32_t value;      ///< what the code says
 };
 
 /// An item's value has changed: the item, its new value.
@@ -42,11 +43,13 @@ public:
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
     /// -1 for an empty list.
     int GetCurrItemIdx() const { return m_current; }
+    /// How many cells there are.
     int GetItemCount() const { return m_count; }
     /// Scrolls, if it has to, until the current cell is visible.
     void ShowCurrItem() { scroll_into_view(m_current); }
     /// Whether keys and clicks leave all values as they are; returns what was set before.
     virtual int SetReadOnly(int readOnly);
+    /// Whether keys and clicks leave all values as they are.
     bool IsReadOnly() const { return m_isReadOnly; }
 
     /// Starts a second pass at the first cell (verification by double keying): values are hidden
@@ -57,7 +60,9 @@ public:
     /// what is being typed is refused. The object must outlive the pass, which new contents end,
     /// and the program leaves the values alone meanwhile.
     bool BeginVerification(tessalink::DoubleKeying& keying);
+    /// Ends a second pass; values show again.
     void EndVerification();
+    /// Whether there is a second pass.
     bool IsVerifying() const { return m_keying != nullptr; }
 
     /// The place of a cell in the client area; empty for an index out of range.
@@ -86,8 +91,10 @@ protected:
     /// Tells after a notification whether the list still stands, with the cells that it had before.
     class SameList {
     public:
+        /// Remembers the list and its contents.
         explicit SameList(const ColumnListCtl& list)
             : m_list(list), m_alive(list), m_contents(list.m_contents) {}
+        /// Whether both are still there.
         explicit operator bool() const { return m_alive && m_list.m_contents == m_contents; }
 
     private:
@@ -98,10 +105,13 @@ protected:
 
     /// What a cell is called, what it holds, and what a value reads there; empty for a missing one.
     virtual CString cell_name(int index) const = 0;
+    /// What the cell holds.
     virtual int cell_value(int index) const = 0;
+    /// What a value reads in the cell.
     virtual CString cell_reading(int index, int value) const = 0;
     /// Whether the user can't change the cell now, and whether a second pass can come to it.
     virtual bool cell_is_read_only(int) const { return m_isReadOnly; }
+    /// Whether a second pass comes to the cell.
     virtual bool cell_is_keyed(int) const { return true; }
     /// Stores what the user has keyed and tells the parent.
     virtual void keep_value(int index, int value) = 0;
@@ -127,6 +137,7 @@ protected:
     virtual void RecalcLayout();
     /// Sets m_cellWidth and m_rowHeight.
     virtual void measure_cells(CDC& dc) = 0;
+    /// Draws a cell into its place.
     virtual void draw_cell(CDC& dc, int index, const CRect& rect) = 0;
     /// Makes a cell current, the nearest for an index out of range, and tells the parent.
     virtual void set_curr_cell(int index);
@@ -135,29 +146,33 @@ protected:
     void set_count(int count);
     /// Makes a cell current and shows it.
     void go_to(int index);
+    /// Scrolls, if it has to, until a cell is visible.
     void scroll_into_view(int index);
+    /// Draws a cell anew.
     void repaint_cell(int index);
     /// Something that stands on a cell has to follow it.
     virtual void cells_moved() {}
+    /// Tells the parent, and returns its answer.
     LRESULT notify(int code, int index, int value);
     /// The color of a cell, and of what is written in it.
     COLORREF cell_background(bool isCurrent) const;
+    /// The color of what is written in a cell.
     COLORREF cell_text(bool isCurrent) const;
     /// Fills a cell; the current one has a frame besides another color, dotted in a list that is
     /// read-only, and a bar with the focus.
     void draw_background(CDC& dc, const CRect& rect, bool isCurrent) const;
 
-    bool m_isReadOnly = false;
-    int m_id = 0;
-    int m_count = 0;
-    int m_current = -1;
-    int m_halfWidth = 0;  ///< half the width of "m"
-    int m_cellWidth = 1;
-    int m_rowHeight = 1;
-    int m_rows = 1;  ///< per column
-    int m_columns = 0;
-    int m_visibleColumns = 0;  ///< those that show whole
-    int m_firstColumn = 0;
+    bool m_isReadOnly = false;  ///< whether keys and clicks change nothing
+    int m_id = 0;               ///< of the window
+    int m_count = 0;            ///< of cells
+    int m_current = -1;         ///< the current cell; -1 in an empty list
+    int m_halfWidth = 0;        ///< half the width of "m"
+    int m_cellWidth = 1;        ///< in pixels
+    int m_rowHeight = 1;        ///< in pixels
+    int m_rows = 1;             ///< per column
+    int m_columns = 0;          ///< of all cells
+    int m_visibleColumns = 0;   ///< those that show whole
+    int m_firstColumn = 0;      ///< the leftmost one that shows
 
 private:
     void fit_columns(CSize client);

@@ -17,11 +17,11 @@ enum class KeyingOutcome {
 
 /// One item of the record.
 struct KeyingCheck {
-    int item = 0;
-    int first = 0;
+    int item = 0;    ///< from 0
+    int first = 0;   ///< its answer in the first pass
     int second = 0;  ///< the one that differed last; the first one when there was no difference
-    int final = 0;
-    KeyingOutcome outcome = KeyingOutcome::Agreed;
+    int final = 0;   ///< the answer that counts
+    KeyingOutcome outcome = KeyingOutcome::Agreed;  ///< what came of it
 };
 
 /// Verification by double keying: the answers of a first pass are keyed again, by the same examiner
@@ -40,6 +40,7 @@ public:
     /// The first answer of an item, and the last one that differs from it while it is open.
     int FirstAnswer(int item) const { return m_answers[static_cast<std::size_t>(item)]; }
     int OpenItem() const { return m_openItem; }  ///< -1 when none is open
+    /// The last answer to the open item that differed.
     int OpenAnswer() const { return m_openAnswer; }
     /// Whether the item has been keyed a second time and is settled.
     bool IsSettled(int item) const;
@@ -49,8 +50,11 @@ public:
 
     /// The settled items in the order in which they were; one keyed again stands there again.
     const std::vector<KeyingCheck>& Record() const { return m_record; }
+    /// How many items were keyed alike.
     int AgreementCount() const { return m_agreements; }
+    /// How many first answers were wrong.
     int CorrectionCount() const { return m_corrections; }
+    /// How many differences there were.
     int DifferenceCount() const { return m_differences; }
 
 private:

@@ -9,12 +9,13 @@
 /// Told on request (ItemListCtl::ReportCounts) when the number of answered items or of all items
 /// has changed, by the user or by the program.
 struct ITEMLIST_COUNTS_NOTIFICATION {
-    NMHDR hdr{};
-    std::int32_t answered;
-    std::int32_t missing;
-    std::int32_t total;
+    NMHDR hdr{};            ///< who tells, and what: ITEMLIST_COUNTS
+    std::int32_t answered;  ///< how many items have an answer
+    std::int32_t missing;   ///< how many have none
+    std::int32_t total;     ///< how many there are
 };
 
+/// The code of ITEMLIST_COUNTS_NOTIFICATION.
 inline constexpr int ITEMLIST_COUNTS = 3;
 
 /// A list for keying in the answers to numbered test items, one keystroke per item: every item
@@ -50,7 +51,9 @@ public:
     /// responses, or none when that is negative. Returns 1; an invalid definition, a default beyond
     /// the responses, a negative count or no definition give 0, the former two an empty list.
     int SetLegend(int count, const char* definition, int defaultResponse);
+    /// The code of an item's answer; cNoResponse without one.
     std::uint16_t GetItem(int index) const { return m_answers[checked(index)]; }
+    /// Gives an item another answer. The parent is not told of its value.
     void SetItem(int index, std::uint16_t value);
     /// Removes items and responses, and ends a second pass.
     void Clear();
@@ -60,7 +63,9 @@ public:
     bool Undo();
     /// Whether the parent is told how many items are answered; it is at once.
     void ReportCounts(bool report);
+    /// How many items have an answer.
     int GetAnsweredCount() const { return m_answered; }
+    /// How many items have none.
     int GetMissingCount() const { return m_count - m_answered; }
 
     /// For who does not look at the screen; off at start: whether the bell sounds at a character
@@ -78,11 +83,12 @@ public:
 protected:
     /// One response, with the width of its caption.
     struct Response {
-        CString caption;
-        CString keys;
-        std::uint16_t value = 0;
-        int width = 0;
+        CString caption;          ///< what is shown
+        CString keys;             ///< the characters that select it
+        std::uint16_t value = 0;  ///< its code
+        int width = 0;            ///< of the caption, in pixels
     };
+    /// The responses of an item.
     using ResponseList = std::vector<Response>;
 
     ItemListCtl();
@@ -99,16 +105,19 @@ protected:
     bool cell_is_keyed(int index) const override;
     void keep_value(int index, int value) override;
     void pass_changed() override { m_undo.clear(); }
+    /// Makes the font of numbers and captions.
     virtual void create_fonts(int height);
     void measure_cells(CDC& dc) override;
     void draw_cell(CDC& dc, int index, const CRect& rect) override;
+    /// Draws number, captions and the marks around them.
     void draw_item(CDC& dc, int index, const CRect& rect);
     /// Makes a response of the current item its answer; false when it differs in a second pass.
     bool set_curr_cell_value_index(int response);
+    /// Goes to the next item, if there is one.
     void advance_to_next_cell();
 
-    std::vector<ResponseList> m_sets;
-    int m_firstNumber = 1;
+    std::vector<ResponseList> m_sets;  ///< the responses of all items, or several sets
+    int m_firstNumber = 1;             ///< the number that is shown for item 0
 
 private:
     enum class Mark { Circle, Box };
@@ -147,10 +156,12 @@ class TESSALINK_API ItemListCtl2 : public ItemListCtl {
     DECLARE_DYNAMIC(ItemListCtl2)
 
 public:
+    /// As that of ItemListCtl, with a definition as told above.
     ItemListCtl2(int count, const char* definition, int defaultResponse);
 
     /// The number that is shown for item 0; 1 at start.
     void SetFirstItemNumber(int number);
+    /// The number that is shown for item 0.
     int GetFirstItemNumber() const { return m_firstNumber; }
 
 protected:

@@ -24,11 +24,11 @@ class TESSALINK_API NumberListCtl : public ColumnListCtl {
     DECLARE_DYNAMIC(NumberListCtl)
 
 public:
-    static constexpr int cDefaultTextLen = 5;
-    static constexpr int cLongestText = 1000;
+    static constexpr int cDefaultTextLen = 5;  ///< the most characters of a number at start
+    static constexpr int cLongestText = 1000;  ///< the most that may be set
     /// So many characters of the box are read.
     static constexpr int cMaxReadLen = 20;
-    static constexpr UINT cEditId = 1000;
+    static constexpr UINT cEditId = 1000;  ///< the id of the edit box, as a window
     /// What every edit box is filled with.
     static constexpr COLORREF cEditColor = cWhite;
 
@@ -42,6 +42,7 @@ public:
     int SetLegend(int count, const char** names, int* ranges);
     /// Removes all entries.
     void Clear();
+    /// The number of an entry.
     int GetItem(int index) const { return static_cast<int>(m_values[checked(index)]); }
     /// What was being typed for the entry is lost.
     void SetItem(int index, int value);
@@ -51,6 +52,7 @@ public:
     void SetReadOnlyItem(int index);
     /// The most characters of a number, 1 to 1,000; 5 at start.
     void SetMaxTextLen(int length);
+    /// The most characters of a number.
     int GetMaxTextLen() const { return m_maxTextLen; }
 
     /// Keeps the number in the box. One that is out of range, or differs in a second pass, is told;
@@ -63,7 +65,9 @@ public:
     virtual void OnReturn();
     /// Shows the entry's number again; false when it was shown already.
     bool OnCancel();
+    /// It has got the focus.
     void OnEditSetFocus();
+    /// It has lost the focus to `next`, or to none of the library's.
     void OnEditKillFocus(CWnd* next);
 
     int OnCreate(CREATESTRUCTA* create) override;
@@ -91,20 +95,26 @@ protected:
     void value_differs() override;
     /// Keeps the number in the box; 0 when it is refused.
     int update_curr_from_edit(int showMessage);
+    /// Whether a number is in the range of the current entry; otherwise 0, with a message if
+    /// wanted.
     int validate_edit(int value, int showMessage);
     bool cell_is_read_only(int index) const override;
+    /// Whether the user can't change the current entry now.
     bool curr_cell_is_read_only() const { return cell_is_read_only(m_current); }
+    /// Makes the edit box.
     virtual XNumberEdit* create_edit() { return new XNumberEdit(*this); }
     /// What a number shows as, and what a text of the box stands for.
     virtual CString text_of(int number) const;
+    /// The number that a text of the box stands for.
     virtual std::uint32_t value_of(const CString& text) const;
     /// Whether a number needs no check of its range.
     virtual bool is_exempt(std::uint32_t) const { return false; }
+    /// What entries hold at start.
     virtual std::uint32_t start_value() const { return 0; }
     /// The edit box shows the current entry as it is.
     void load_edit();
 
-    std::vector<std::uint32_t> m_values;
+    std::vector<std::uint32_t> m_values;  ///< one for each entry
 
 private:
     std::size_t checked(int index) const;
@@ -146,11 +156,14 @@ class TESSALINK_API NumberListCtl2 : public NumberListCtl {
     DECLARE_DYNAMIC(NumberListCtl2)
 
 public:
+    /// As that of NumberListCtl.
     NumberListCtl2(int count, const char** names, int* ranges);
 
+    /// Makes an entry current and shows it.
     void SetCurrItem(int index);
 
 protected:
+    /// Makes the edit box.
     XNumberEdit* create_edit() override { return new XNumberEdit2(*this); }
 };
 
@@ -160,15 +173,19 @@ class TESSALINK_API NumberListCtl3 : public NumberListCtl {
     DECLARE_DYNAMIC(NumberListCtl3)
 
 public:
+    /// As that of NumberListCtl, with the missing-value code.
     NumberListCtl3(int count, const char** names, int* ranges, unsigned int missingValue);
     ~NumberListCtl3() override;
 
     /// Entries that are missing get the new code. What was being typed is lost.
     void SetMissingValue(unsigned int value);
+    /// The missing-value code.
     unsigned int GetMissingValue() const { return m_missing; }
+    /// Makes an entry missing.
     void SetItemMissing(int index) { SetItem(index, static_cast<int>(m_missing)); }
 
 protected:
+    /// Makes the edit box.
     XNumberEdit* create_edit() override { return new XNumberEdit3(*this); }
     CString text_of(int number) const override;
     std::uint32_t value_of(const CString& text) const override;

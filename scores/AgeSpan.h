@@ -16,11 +16,12 @@ struct TESSALINK_API AgeSpan {
     /// The greatest year that is read.
     static constexpr int cMaxYears = 150;
 
-    int from = 0;
-    int to = cOpenEnd;
+    int from = 0;       ///< the first age
+    int to = cOpenEnd;  ///< the last one; cOpenEnd when there is none
 
     /// Whether it holds every age.
     constexpr bool IsAny() const { return from <= 0 && to == cOpenEnd; }
+    /// Whether an age in completed months belongs to the span.
     constexpr bool Contains(int ageInMonths) const {
         return from <= ageInMonths && ageInMonths <= to;
     }

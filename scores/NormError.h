@@ -12,6 +12,7 @@ class TESSALINK_API NormError : public CException {
     DECLARE_DYNAMIC(NormError)
 
 public:
+    /// What stands in the way.
     enum class Reason {
         MissingKey,     ///< a key, or the age, that the norms depend on is not given
         UnknownValue,   ///< no norms for the value of a key
@@ -21,9 +22,11 @@ public:
         UnknownColumn,  ///< no standard score has that name
     };
 
+    /// `message` says why there is no score; the other arguments are what the getters give.
     NormError(Reason reason, const CString& key, const TextPlace& group, const CString& message)
         : CException(message), m_reason(reason), m_key(key), m_group(group) {}
 
+    /// For programs that treat some reasons in a way of their own.
     Reason GetReason() const { return m_reason; }
     /// The name of the key in question, for an age that of its column; empty when it is none.
     const CString& GetKey() const { return m_key; }

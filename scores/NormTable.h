@@ -28,13 +28,13 @@ using NormKeys = std::map<CString, CString>;
 
 /// A name or value in a norm table, and where it stands first.
 struct NormName {
-    CString text;
-    TextPlace place;
+    CString text;     ///< as the file has it
+    TextPlace place;  ///< its first place in the file
 };
 
 /// A standard score that a norm table gives.
 struct NormColumn {
-    NormName name;
+    NormName name;  ///< the heading of its column
     /// Whether all its scores are whole numbers within the range of an int.
     bool isWhole = true;
 };
@@ -53,6 +53,7 @@ public:
 
     /// The raw scores that the group has norms for: all from the lowest to the highest.
     int GetLowestRaw() const;
+    /// The highest raw score that the group has norms for.
     int GetHighestRaw() const;
     /// The reliability of the raw scores in the group, 0 to 1, if the table gives one: for a
     /// Reliability with the scale of the column (findScoreScale).
@@ -93,8 +94,8 @@ private:
 /// A table is constant once it is read: any number of threads may use it. Copies share the norms.
 class TESSALINK_API NormTable {
 public:
-    static constexpr std::size_t cMaxKeys = 8;  ///< without the age
-    static constexpr std::size_t cMaxGroups = 65536;
+    static constexpr std::size_t cMaxKeys = 8;        ///< without the age
+    static constexpr std::size_t cMaxGroups = 65536;  ///< the most groups of a table
 
     /// Reads a table from the file's position on, and checks it. An InputError names the place and
     /// the remedy: besides the faults of CsvReader, columns that are missing, there twice, too many

@@ -9,8 +9,8 @@ namespace tessalink {
 /// A confidence interval: two scores between which the true score is thought to lie, ready for a
 /// range mark of a graph.
 struct TESSALINK_API ConfidenceInterval {
-    double low = 0;
-    double high = 0;
+    double low = 0;   ///< the lower end
+    double high = 0;  ///< the upper end
 
     /// "92-108": both ends rounded half up to `decimals`, with `between` between them.
     CString Format(int decimals = 0, const char* between = "-") const;

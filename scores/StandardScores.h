@@ -21,10 +21,14 @@ namespace KOVStandardScores {
 class TESSALINK_API ZScore {
 public:
     constexpr ZScore() = default;
+    /// Any number is taken as it is.
     constexpr ZScore(int z) : m_z(z) {}
+    /// Any number is taken as it is.
     constexpr ZScore(double z) : m_z(z) {}
 
+    /// The deviate.
     constexpr double GetValue() const { return m_z; }
+    /// Any number is taken as it is.
     constexpr void SetValue(double z) { m_z = z; }
 
 private:
@@ -39,9 +43,11 @@ public:
     constexpr Stanine(int stanine) : m_stanine(stanine) {}
     /// 2 z + 5 rounded half up and held within 1 to 9; 0 when z is not a number.
     Stanine(const ZScore& z);
-    Stanine& operator=(const ZScore& z);
+    Stanine& operator=(const ZScore& z);  ///< as the constructor from a z score
 
+    /// The stanine.
     constexpr int GetValue() const { return m_stanine; }
+    /// Any number is taken as it is.
     constexpr void SetValue(int stanine) { m_stanine = stanine; }
 
 private:
@@ -58,9 +64,11 @@ public:
     /// Mathematical Functions, 26.2.19; the error is below 1.4e-5 percentage points. From about
     /// z = 8.65 on the rank is 100.
     PercentileRank(const ZScore& z);
-    PercentileRank& operator=(const ZScore& z);
+    PercentileRank& operator=(const ZScore& z);  ///< as the constructor from a z score
 
+    /// The rank.
     constexpr double GetValue() const { return m_percent; }
+    /// Any number is taken as it is.
     constexpr void SetValue(double percent) { m_percent = percent; }
 
     /// The standard normal deviate of the rank. Source: Beasley and Springer, Algorithm AS 111,

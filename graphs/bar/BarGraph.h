@@ -12,15 +12,17 @@
 /// the same physical length on both axes.
 class TESSALINK_API BarGraph {
 public:
-    static constexpr int cDesignWidth = 1000;
+    static constexpr int cDesignWidth = 1000;  ///< the width of every graph in design units
 
     /// Where the graph lies in a rectangle that has another shape; together they mean the right and
     /// the bottom. Without any: left and top.
     static constexpr std::uint16_t cCenter = 1;
-    static constexpr std::uint16_t cRight = 2;
-    static constexpr std::uint16_t cMiddle = 4;
-    static constexpr std::uint16_t cBottom = 8;
+    static constexpr std::uint16_t cRight = 2;   ///< at the right end of a wider rectangle
+    static constexpr std::uint16_t cMiddle = 4;  ///< halfway down a higher rectangle
+    static constexpr std::uint16_t cBottom = 8;  ///< at the bottom of a higher rectangle
 
+    /// A graph without sections. `alignment` is one of the above, or a horizontal and a vertical
+    /// one together.
     explicit BarGraph(int drawBoundingRect = 1, std::uint16_t alignment = 0)
         : m_drawBoundingRect(drawBoundingRect), m_alignment(alignment) {}
     virtual ~BarGraph();
@@ -42,19 +44,26 @@ public:
     /// pen and brush are as before afterwards. A graph without height draws nothing.
     virtual void Draw(CDC* dc, const CRect& rect);
 
+    /// The section at an index; it stays the graph's.
     BarSection* GetSection(int index) const;
+    /// How many sections there are.
     int GetSectionCount() const { return static_cast<int>(m_sections.size()); }
+    /// The height of all sections, in design units.
     int GetDesignHeight() const { return m_designHeight; }
 
 protected:
     /// For a background and a frame of one's own; nothing here. `rect` is where the graph lies.
     virtual void on_before_draw(CDC* dc, CRect& rect);
+    /// For what is to lie over the sections; nothing here.
     virtual void on_end_draw(CDC* dc, CRect& rect);
+    /// Draws the sections from top to bottom.
     virtual void draw_sections(CDC* dc, const CRect& rect);
     /// Computes the scales, and the place of the graph in the rectangle.
     virtual void recalc_layout(CDC* dc, CRect& rect);
 
+    /// Device units of one design unit, to the right.
     double x_scale() const { return m_xScale; }
+    /// Device units of one design unit, downward.
     double y_scale() const { return m_yScale; }
 
 private:

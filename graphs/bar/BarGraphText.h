@@ -16,21 +16,23 @@ inline constexpr int cMaxMarksInSentence = 20;
 
 /// What one scale shows.
 struct ScaleText {
+    /// A mark at one score.
     struct Point {
-        CString name;  ///< what the mark stands for; may be empty
-        double value = 0;
+        CString name;      ///< what the mark stands for; may be empty
+        double value = 0;  ///< the score
     };
+    /// A mark from one score to another.
     struct Range {
-        CString name;
-        double from = 0;
-        double to = 0;
+        CString name;     ///< what the mark stands for; may be empty
+        double from = 0;  ///< the score at its left end
+        double to = 0;    ///< the score at its right end
     };
 
     CString name;  ///< the scale's description, without line ends and switches of fonts
-    int min = 0;
-    int max = 0;
-    std::vector<Point> points;
-    std::vector<Range> ranges;
+    int min = 0;   ///< the score at the left end
+    int max = 0;   ///< the score at the right end
+    std::vector<Point> points;  ///< in their order
+    std::vector<Range> ranges;  ///< in their order
 };
 
 /// The scales of the graph in their order, each with its points and ranges in theirs. A scale has

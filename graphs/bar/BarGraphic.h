@@ -15,6 +15,7 @@ public:
     /// units into device units. Nothing is drawn without a scale.
     virtual void Draw(CDC* dc, double xScale, double yScale, const CRect& box) = 0;
 
+    /// The scale that owns the mark; null before it has one.
     BarScale* GetContainer() const { return m_container; }
     /// Called by the scale that gets the mark.
     void SetContainer(BarScale* container) { m_container = container; }

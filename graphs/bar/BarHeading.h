@@ -26,9 +26,9 @@ public:
     /// How a text lies at its position; together they mean the right and the bottom. Without any,
     /// the text starts there, at the top margin.
     static constexpr std::uint16_t cCenter = 1;
-    static constexpr std::uint16_t cRight = 2;
+    static constexpr std::uint16_t cRight = 2;   ///< ends at its position
     static constexpr std::uint16_t cMiddle = 4;  ///< between the margins
-    static constexpr std::uint16_t cBottom = 8;
+    static constexpr std::uint16_t cBottom = 8;  ///< at the bottom margin
 
     /// No text.
     BarHeading(int left, int right, int top, int bottom) : BarSection(left, right, top, bottom) {}
@@ -47,17 +47,24 @@ public:
     /// section, margin or not.
     virtual int AddText(const char* text, double position, std::uint16_t flags, int fontSize,
                         COLORREF color, const char* typeface);
+    /// Removes all texts.
     virtual void Clear();
     /// An index out of range raises CInvalidArgException, here and below.
     virtual void RemoveTextAt(int index);
+    /// Changes a text; its position, color and font stay.
     virtual void SetTextAt(int index, const char* text);
+    /// The text at an index.
     CString GetText(int index) const;
+    /// How many texts there are.
     int GetTextCount() const { return static_cast<int>(m_texts.size()); }
 
+    /// How many different fonts the texts have.
     int GetFontCount() const { return static_cast<int>(m_fonts.size()); }
+    /// A font, by its number from 0.
     const FontInfo& GetFont(int index) const;
 
 protected:
+    /// Prints one text, at a place and with the font, color and alignment that are set.
     virtual void print(CDC* dc, int x, int y, CString text);
 
 private:

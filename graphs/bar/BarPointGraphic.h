@@ -6,6 +6,7 @@
 /// A symbol at one score, in the middle of the bar.
 class TESSALINK_API BarPointGraphic : public BarGraphic {
 public:
+    /// The symbols that there are.
     enum Symbol : int {
         Circle,
         Square,
@@ -17,9 +18,9 @@ public:
         HollowDiamond
     };
 
-    static constexpr int cDefaultSize = 15;
+    static constexpr int cDefaultSize = 15;              ///< height of the symbol in design units
     static constexpr COLORREF cDefaultColor = 0x800000;  ///< a dark blue
-    static constexpr int cDefaultLineSize = 2;
+    static constexpr int cDefaultLineSize = 2;           ///< width of the outline in design units
 
     /// `size` is the height of the symbol in design units, at most that of the bar; `lineSize` the
     /// width of its outline.
@@ -31,12 +32,19 @@ public:
     /// A score beyond the plotted range of the scale is drawn at its end, not-a-number nowhere.
     void Draw(CDC* dc, double xScale, double yScale, const CRect& box) override;
 
+    /// The score that is marked.
     double GetValue() const { return m_value; }
+    /// Changes the score that is marked.
     void SetValue(double value) { m_value = value; }
+    /// The height of the symbol in design units.
     int GetSize() const { return m_size; }
+    /// Changes the height of the symbol, in design units.
     void SetSize(int size) { m_size = size; }
+    /// The color of the symbol.
     COLORREF GetColor() const { return m_color; }
+    /// Changes the color of the symbol.
     void SetColor(COLORREF color) { m_color = color; }
+    /// The symbol.
     Symbol GetSymbol() const { return m_symbol; }
     /// A number of no symbol draws nothing.
     void SetSymbol(Symbol symbol) { m_symbol = symbol; }

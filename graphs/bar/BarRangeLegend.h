@@ -18,15 +18,20 @@ public:
     int AddRange(double from, double to, const char* text) { return add_label(from, to, text); }
     /// An index out of range raises CInvalidArgException.
     void GetRangeInfo(int index, double& from, double& to, CString& text) const;
+    /// Removes a range; an index out of range raises CInvalidArgException.
     void RemoveRangeAt(int index) { remove_label_at(index); }
+    /// How many ranges there are.
     int GetRangeCount() const { return label_count(); }
 
+    /// Nonzero for brackets that open toward the scale above.
     void SetDirectionUp(int up) { m_directionUp = up; }
+    /// Whether brackets open toward the scale above.
     int DirectionIsUp() const { return m_directionUp; }
 
 protected:
     int get_design_body_height() const override;
     void draw_labels(CDC* dc, double xScale, double yScale, const CRect& body) override;
+    /// Draws the brackets and texts.
     virtual void draw_ranges(CDC* dc, double xScale, double yScale, const CRect& body);
 
 private:

@@ -20,6 +20,7 @@ public:
     /// used than it has, and a count of 0 for nine.
     explicit ColorMgr(int count = 0, const COLORREF* palette = nullptr);
 
+    /// How many colors the palette has.
     int GetColorCount() const { return static_cast<int>(m_useCounts.size()); }
     /// The color at an index; black for one that there is not.
     COLORREF GetColor(int index) const;

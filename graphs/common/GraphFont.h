@@ -8,6 +8,7 @@ namespace tessalink {
 /// Pitch and family of the fonts of graphs: a TrueType face of any family, of unknown and of
 /// variable pitch.
 inline constexpr BYTE cTrueType = 4;
+/// The same with variable pitch.
 inline constexpr BYTE cTrueTypeVariable = cTrueType | VARIABLE_PITCH;
 
 /// Creates the upright font of normal weight in which graphs print: `height` is that of its cell in

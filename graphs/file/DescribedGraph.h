@@ -23,12 +23,14 @@ public:
     DescribedGraph(const DescribedGraph&) = delete;
     DescribedGraph& operator=(const DescribedGraph&) = delete;
 
+    /// Size, title and description.
     const GraphSheet& GetSheet() const { return m_sheet; }
 
     /// Draws the graph as large as the rectangle allows; the context is as before afterwards.
     virtual void Draw(CDC& dc, const CRect& rect) = 0;
 
 protected:
+    /// For derived graphs.
     explicit DescribedGraph(GraphSheet sheet) : m_sheet(std::move(sheet)) {}
 
 private:

@@ -12,6 +12,7 @@ namespace tessalink {
 /// output are not owned and must outlive the table.
 class TESSALINK_API GraphFctTable : public FctTable {
 public:
+    /// `output` is where the pictures go; it may be given later, when a report is run.
     GraphFctTable(const GraphFile& graphs, const VarTable& variables,
                   const GraphPictureOptions& options = {}, CFile* output = nullptr)
         : FctTable(output, nullptr), m_graphs(graphs), m_variables(variables), m_options(options) {}

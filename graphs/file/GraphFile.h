@@ -26,11 +26,13 @@ public:
     /// InputError and CFileException.
     static GraphFile Read(CFile& file);
     ~GraphFile();
+    /// The other file can't be used any more.
     GraphFile(GraphFile&&) noexcept;
-    GraphFile& operator=(GraphFile&&) noexcept;
+    GraphFile& operator=(GraphFile&&) noexcept;  ///< the other file can't be used any more
 
     /// The names in the order of the file. They are words, as @CALL takes them.
     std::vector<CString> GetNames() const;
+    /// Whether the file has a graph of this name.
     bool Has(std::string_view name) const;
 
     /// Makes a graph. Throws InputError when the file has none of that name, when a variable is

@@ -17,6 +17,7 @@ namespace tessalink {
 /// The usual resolution, in which printers draw.
 inline constexpr int cPictureDpi = 600;
 
+/// How a graph becomes a picture.
 struct GraphPictureOptions {
     int dpi = cPictureDpi;            ///< units per inch, to which places are rounded
     bool hasTextAlternative = false;  ///< whether the picture says what it shows, for the blind

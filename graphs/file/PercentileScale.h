@@ -9,8 +9,8 @@ namespace tessalink {
 /// cLowest to cHighest; ranks beyond these are placed there.
 class TESSALINK_API PercentileScale : public BarScale2 {
 public:
-    static constexpr double cLowest = 0.1;
-    static constexpr double cHighest = 99.9;
+    static constexpr double cLowest = 0.1;    ///< the lowest rank with a place of its own
+    static constexpr double cHighest = 99.9;  ///< the highest rank with a place of its own
 
     using BarScale2::BarScale2;
 

@@ -8,9 +8,9 @@ class CArchive;
 
 /// A horizontal band of a profile graph, between two scores.
 struct TESSALINK_API BandInfo {
-    int from = 0;
-    int to = 0;
-    COLORREF color = 0;
+    int from = 0;        ///< the score at one edge
+    int to = 0;          ///< the score at the other edge
+    COLORREF color = 0;  ///< of the band
 
     bool operator==(const BandInfo&) const = default;
 

@@ -29,6 +29,7 @@ public:
         HollowTriangle,
         HollowDiamond,
     };
+    /// How many different symbols are given to points that ask for any.
     static constexpr int cSymbols = 9;
 
     /// Where the name of a point stands.
@@ -38,36 +39,37 @@ public:
     /// third option says, or under the plot, where it takes its height from the plot's.
     enum LegendPlacement : int { NoLegend = 0, LegendRight = 1, LegendBelow = 2 };
 
+    /// A point.
     struct point_info {
-        double x = 0;
-        double y = 0;
-        int id = 0;
-        CString label;
-        COLORREF color = cBlack;
+        double x = 0;                   ///< in units of the data
+        double y = 0;                   ///< in units of the data
+        int id = 0;                     ///< the caller's number, by which points are found
+        CString label;                  ///< its name; may be empty
+        COLORREF color = cBlack;        ///< of symbol and name
         SymbolType symbol = AnySymbol;  ///< a chosen one, once the point is added
-        PointLegend legend = NoName;
+        PointLegend legend = NoName;    ///< where its name stands
     };
     /// A line through points.
     struct connection_info {
-        std::vector<int> ids;
-        COLORREF color = cBlack;
-        int penStyle = PS_SOLID;
-        bool closed = true;
+        std::vector<int> ids;     ///< the points, in the order of the line
+        COLORREF color = cBlack;  ///< of the line
+        int penStyle = PS_SOLID;  ///< PS_SOLID to PS_DASHDOTDOT
+        bool closed = true;       ///< whether the line leads back to the first point
     };
     /// A part of the circle with its name; angles in degrees, counterclockwise from the right.
     struct sector_info {
-        double from = 0;
-        double to = 0;
-        CString text;
+        double from = 0;  ///< the angle at which the part begins
+        double to = 0;    ///< the angle at which it ends
+        CString text;     ///< outside the rim
     };
     /// A ring or a part of one.
     struct arc_info {
-        double from = 0;
-        double to = 0;
-        double innerRadius = 0;
-        double outerRadius = 0;
-        COLORREF color = cBlack;
-        bool filled = false;
+        double from = 0;          ///< the angle at which the arc begins
+        double to = 0;            ///< the angle at which it ends
+        double innerRadius = 0;   ///< in units of the data
+        double outerRadius = 0;   ///< in units of the data
+        COLORREF color = cBlack;  ///< of the area or the outline
+        bool filled = false;      ///< whether the area is filled
     };
 
     /// No more sectors are kept.
@@ -75,6 +77,7 @@ public:
     /// A legend under the plot takes no more than this part of the height, and has no more entries;
     /// those without room are left out, and the last one says so by an ellipsis.
     static constexpr std::size_t cMaxLegendEntries = 500;
+    /// The part of the height that a legend under the plot takes at most.
     static constexpr double cMaxLegendPart = 1.0 / 3;
 
     /// The range of the data, the steps in units of the data and the font sizes in points. Numbers
@@ -97,7 +100,9 @@ public:
                   SymbolType symbol, PointLegend legend);
     /// Moves the first point with the identifier, or removes it; FALSE when there is none.
     BOOL UpdatePoint(int id, double x, double y);
+    /// Removes the first point with the identifier; FALSE when there is none.
     BOOL RemovePoint(int id);
+    /// How many points there are.
     int GetPointCount() const { return static_cast<int>(m_points.size()); }
     /// An index out of range raises CInvalidArgException.
     const point_info& GetPoint(int index) const;
@@ -119,18 +124,29 @@ public:
     /// a line outward. False, and nothing is added, for values that are not finite.
     bool AddArc(double fromAngle, double toAngle, double innerRadius, double outerRadius,
                 std::uint32_t color, bool filled = false);
+    /// How many sectors there are.
     int GetSectorCount() const { return static_cast<int>(m_sectors.size()); }
 
     // Texts; all are empty at first.
 
+    /// The three lines of the title, from top to bottom; null for an empty one. As the setters
+    /// below it returns the graph, so that calls can be joined.
     CircumplexGraph& SetTitle(const char* line1, const char* line2, const char* line3);
+    /// The text above the circle.
     CircumplexGraph& SetNAxisText(const char* text);
+    /// The text below the circle.
     CircumplexGraph& SetSAxisText(const char* text);
+    /// The text right of the circle.
     CircumplexGraph& SetEAxisText(const char* text);
+    /// The text left of the circle.
     CircumplexGraph& SetWAxisText(const char* text);
+    /// The text in the corner left and above.
     CircumplexGraph& SetNWText(const char* line1, const char* line2, const char* line3);
+    /// The text in the corner right and above.
     CircumplexGraph& SetNEText(const char* line1, const char* line2, const char* line3);
+    /// The text in the corner left and below.
     CircumplexGraph& SetSWText(const char* line1, const char* line2, const char* line3);
+    /// The text in the corner right and below.
     CircumplexGraph& SetSEText(const char* line1, const char* line2, const char* line3);
     /// The lines of the title that are not empty, with a blank between them.
     CString GetTitle() const;
@@ -153,11 +169,16 @@ public:
                                         double maxSymbolSize);
     /// Other values than those of LegendPlacement mean no legend.
     CircumplexGraph& SetLegendPlacement(int placement);
+    /// Where the legend stands.
     int GetLegendPlacement() const { return m_legendPlacement; }
 
+    /// The lowest x of the data.
     int GetXMin() const { return settings().xMin; }
+    /// The highest x of the data.
     int GetXMax() const { return settings().xMax; }
+    /// The lowest y of the data.
     int GetYMin() const { return settings().yMin; }
+    /// The highest y of the data.
     int GetYMax() const { return settings().yMax; }
     /// The middle of the data.
     tessalink::Planar GetCenter() const;
@@ -170,6 +191,7 @@ protected:
     /// Draws a symbol around (x, y) with half axes of rx and ry.
     virtual void draw_symbol(CDC* dc, int x, int y, int penWidth, int rx, int ry, SymbolType symbol,
                              std::uint32_t color);
+    /// Draws the legend.
     virtual void draw_legend(CDC* dc);
     /// The symbol that was chosen least, the lowest of several; it counts as chosen once more.
     virtual SymbolType get_symbol();
@@ -177,10 +199,12 @@ protected:
     /// middle a name begins.
     virtual void get_symbol_sizes(double size, int& width, int& height, int& inner,
                                   int& labelOffset);
+    /// Finds the first point with the identifier; FALSE when there is none.
     BOOL find_point(int id, int& index) const;
 
     CString load_text(int text) const override;
     bool has_text(int text) const override;
+    /// The texts of the four sides, and the names of sectors.
     void draw_axis_text(CDC* dc) override;
     void draw_sectors(CDC* dc) override;
     void draw_data(CDC* dc, const CRect& rect) override;

@@ -15,19 +15,24 @@ inline constexpr int cMaxPointsInText = 50;
 
 /// One point of a graph. Names and titles are without line ends and switches of fonts.
 struct CircumplexPointText {
-    CString name;  ///< may be empty
-    double x = 0;
-    double y = 0;
+    CString name;       ///< may be empty
+    double x = 0;       ///< in units of the data
+    double y = 0;       ///< in units of the data
     double angle = 0;   ///< from the middle of the data, in degrees counterclockwise from the right
     double length = 0;  ///< from the middle of the data
 };
 
+/// What a circumplex graph shows.
 struct CircumplexText {
-    CString title;  ///< its lines with a blank between them
-    int xMin = 0, xMax = 0, yMin = 0, yMax = 0;
+    CString title;                            ///< its lines with a blank between them
+    int xMin = 0;                             ///< the lowest x of the data
+    int xMax = 0;                             ///< the highest x of the data
+    int yMin = 0;                             ///< the lowest y of the data
+    int yMax = 0;                             ///< the highest y of the data
     std::vector<CircumplexPointText> points;  ///< in their order
 };
 
+/// What the graph shows now.
 TESSALINK_API CircumplexText circumplexText(const CircumplexGraph& graph);
 
 /// A sentence for the graph and one for each point: "Interpersonal circle: x from -10 to 10, y from

@@ -33,6 +33,7 @@ public:
     }
     /// The lowest and the highest score that is labeled.
     void SetXLabelStart(int score) { m_scores.labelStart = score; }
+    /// The highest score that is labeled.
     void SetXLabelEnd(int score) { m_scores.labelEnd = score; }
     /// The title of the score axis, over the plot.
     void SetXLegend(const CString& title) { m_xLegend = title; }
@@ -57,7 +58,9 @@ public:
     }
     /// A dashed line at the score; one out of range is not drawn.
     void AddVertLine(int score) { m_referenceLines.Add(static_cast<unsigned>(score)); }
+    /// Removes all reference lines.
     void RemoveVertLines() { m_referenceLines.RemoveAll(); }
+    /// Where the legend stands.
     void ShowLegend(LegendType type) { m_legend = type; }
     /// Percent; 100 at start.
     void SetPointScale(int percent) { m_pointScale = percent; }
@@ -67,6 +70,7 @@ public:
     void Clear();
 
     CString GetScaleText(int scale) const override;
+    /// How many rows there are, header rows included.
     int GetRowCount() const { return static_cast<int>(m_rows.size()); }
 
 protected:
@@ -75,27 +79,32 @@ protected:
     void draw_contents(CDC* dc, CRect& rect) override;
     /// Computes the columns and the plot from the rectangle, and measures the letter "M".
     virtual void recalc_layout(CDC* dc, CRect& rect);
+    /// Draws the bands.
     virtual void draw_bands(CDC* dc);
     /// The names, header rows, columns and headings.
     virtual void draw_rows(CDC* dc);
+    /// Draws the score axes above and below the plot.
     virtual void draw_x_axis(CDC* dc);
+    /// Draws the reference lines.
     virtual void draw_vert_lines(CDC* dc);
     void draw_point_text(CDC* dc, int x, int y, int size, int scaleIndex,
                          ProfileInfo* profile) override;
 
     CRect plot_rect() const override { return m_plot; }
+    /// Where a score of a scale, counted from 0, lies on the device.
     CPoint score_place(int scaleIndex, double score) const override;
     std::vector<bool> line_ends() const override;
 
+    /// Where a score lies on the device, from the left.
     int dev_x(double score) const;
     /// dev_x, not left of the plot and not right.
     int dev_x_in_plot(double score) const;
     /// The middle of a row, from 0.
     int row_middle(int row) const;
 
-    double m_xScale = 0;
-    double m_rowHeight = 0;
-    CRect m_plot;
+    double m_xScale = 0;     ///< device units of one score
+    double m_rowHeight = 0;  ///< in device units
+    CRect m_plot;            ///< where the scores lie
 
 private:
     struct Row {

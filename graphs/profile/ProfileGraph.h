@@ -20,6 +20,7 @@ public:
     /// Appends a profile. `values`, one for each scale, is taken over. Returns 0 when there is
     /// no memory.
     int AddProfile(const char* name, double* values, COLORREF color, std::uint32_t id);
+    /// Whether there is a legend, inside the plot.
     void ShowLegend(int show);
     /// Removes everything that was added.
     void Clear() { clear_chart(); }

@@ -27,6 +27,7 @@ public:
                    PointType type, int lineStyle, int decimals) {
         return add_profile(name, values, color, id, type, lineStyle, decimals);
     }
+    /// Where the legend stands.
     void ShowLegend(LegendType type) { m_legend = type; }
     /// Percent; 100 at start.
     void SetPointScale(int percent) { m_pointScale = percent; }

@@ -12,9 +12,9 @@ class TESSALINK_API ProfileGraph3 : public ProfileGraph2 {
 public:
     /// What a break looks like. All of them interrupt the profiles.
     static constexpr int cLineBreak = 0;
-    static constexpr int cDashedBreak = 1;
-    static constexpr int cDoubleBreak = 2;
-    static constexpr int cInvisibleBreak = 3;
+    static constexpr int cDashedBreak = 1;     ///< a dashed line
+    static constexpr int cDoubleBreak = 2;     ///< two lines
+    static constexpr int cInvisibleBreak = 3;  ///< nothing is drawn
 
     using ProfileGraph2::ProfileGraph2;
     ~ProfileGraph3() override;
@@ -28,18 +28,24 @@ public:
     void RemoveBands();
     /// A kind that there is not is a line.
     void AddBreak(int scale, int kind = cLineBreak);
+    /// Removes everything that was added.
     void Clear();
 
     std::vector<tessalink::ProfileRegion> GetRegions() const override;
 
 protected:
+    /// A region of the graph.
     using RegionInfo = tessalink::ProfileRegion;
 
+    /// Draws the flat bands, and then the regions.
     void draw_bands(CDC* dc) override;
+    /// Draws each break as its kind says.
     void draw_breaks(CDC* dc) override;
     int legend_entry_count() const override;
+    /// The name of an entry, counted from 0: profiles, the sky line, then regions with a label.
     CString legend_entry_name(int index) const override;
     void draw_legend_sample(CDC* dc, int index, int left, int y) override;
+    /// Draws the regions, in their order.
     void draw_regions(CDC* dc);
 
     std::vector<std::unique_ptr<RegionInfo>> m_regions;  ///< only AddBand appends

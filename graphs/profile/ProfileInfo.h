@@ -32,16 +32,22 @@ public:
           m_id(id),
           m_symbol(symbol) {}
 
+    /// The name, for the legend.
     const CString& GetName() const { return m_name; }
+    /// Changes the name.
     void SetName(const CString& name) { m_name = name; }
+    /// The color of line and symbols.
     COLORREF GetColor() const { return m_color; }
+    /// The caller's number, by which profiles are found.
     std::uint32_t GetId() const { return m_id; }
     /// From 0 to 7.
     int GetSymbol() const { return m_symbol; }
 
+    /// Whether the array has a place for this scale, counted from 0.
     bool HasValue(int index) const { return m_values && index >= 0 && index < m_count; }
     /// The score at an index that has one.
     double GetValue(int index) const { return m_values[static_cast<std::size_t>(index)]; }
+    /// Takes over other scores, from an array new; `count` as for the constructor.
     void SetValues(double* values, int count) {
         m_values.reset(values);
         m_count = count;
@@ -51,13 +57,17 @@ public:
         if (m_count == cUnknownCount) m_count = count;
     }
 
+    /// What is drawn at its points.
     ProfilePointType GetPointType() const { return m_pointType; }
+    /// Changes what is drawn at its points.
     void SetPointType(ProfilePointType type) { m_pointType = type; }
     /// The pen style of the lines, from PS_SOLID to PS_DASHDOTDOT.
     int GetLineStyle() const { return m_lineStyle; }
+    /// Changes the pen style of the lines.
     void SetLineStyle(int style) { m_lineStyle = style; }
     /// The decimals of the values that are written beside the points.
     int GetDecimals() const { return m_decimals; }
+    /// Changes the decimals of the values.
     void SetDecimals(int decimals) { m_decimals = decimals; }
 
 private:

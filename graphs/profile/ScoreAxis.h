@@ -9,14 +9,14 @@ struct ScoreAxis {
     /// No more ticks, and no more labels, are drawn between the ends.
     static constexpr int cMaxTicks = 10'000;
 
-    int min = 0;
-    int max = 0;
-    int majorStep = 0;  ///< between ticks with labels; 0: none
-    int minorStep = 0;  ///< between ticks without; 0: none
-    int majorBase = 0;  ///< a score that the steps are counted from
-    int minorBase = 0;
+    int min = 0;         ///< the lowest score
+    int max = 0;         ///< the highest score
+    int majorStep = 0;   ///< between ticks with labels; 0: none
+    int minorStep = 0;   ///< between ticks without; 0: none
+    int majorBase = 0;   ///< a score that the steps are counted from
+    int minorBase = 0;   ///< a score that the steps without labels are counted from
     int labelStart = 0;  ///< the lowest score that is labeled
-    int labelEnd = 0;
+    int labelEnd = 0;    ///< the highest score that is labeled
 
     /// A base of 0 means the minimum. The labels go from end to end.
     void Set(int newMin, int newMax, int major, int minor, int newMajorBase, int newMinorBase) {

@@ -24,7 +24,9 @@ public:
                int quadrantTextSize3, int labelSize);
     ~StyleGraph() override;
 
+    /// What the constructor was given.
     int GetTag1() const { return m_tag1; }
+    /// What the constructor was given.
     int GetTag2() const { return m_tag2; }
 
 protected:

@@ -25,7 +25,7 @@ public:
     enum Alignment { alPage, alMarginAndParagraph, alMarginAndPage };
     /// The sides of YLegend.
     static constexpr int cLeft = 1;
-    static constexpr int cRight = 2;
+    static constexpr int cRight = 2;  ///< right of the plotting area
 
     /// The file must stay open as long as the graph lives. Only the three alignments are defined;
     /// any other is alPage.
@@ -44,8 +44,11 @@ public:
     void DrawBox();
     /// A line across the plotting area.
     void HorizontalLine(double y);
+    /// A line from the top of the plotting area to its bottom.
     void VerticalLine(int x);
+    /// A line between two points of the data.
     void Line(int x1, int y1, int x2, int y2);
+    /// A line between two points of the data.
     void Line(double x1, double y1, double x2, double y2);
     /// A line that ends before the symbols at its two points, which must have different x.
     void GapLine(double x1, double y1, double x2, double y2);
@@ -59,7 +62,9 @@ public:
     /// sign.
     void YLegend(int y, const char* text, int sides);
     void YLegend(int y, int sides);
+    /// Y in decimal after a greater-or-equal sign, see YLegend.
     void YLegendGE(int y, int sides);
+    /// Y in decimal after a less-or-equal sign, see YLegend.
     void YLegendLE(int y, int sides);
 
 private:

@@ -22,10 +22,13 @@ class CArray : public CObject {
 public:
     CArray() = default;
 
+    /// The number of elements.
     int GetSize() const noexcept { return static_cast<int>(m_elements.size()); }
+    /// The same as GetSize.
     int GetCount() const noexcept { return GetSize(); }
     /// The last index; -1 when the array is empty.
     int GetUpperBound() const noexcept { return GetSize() - 1; }
+    /// Whether there is no element.
     bool IsEmpty() const noexcept { return m_elements.empty(); }
 
     /// Cuts the array or extends it by default elements (numbers are 0). `growBy` of 0 or more is
@@ -36,16 +39,21 @@ public:
         if (size > m_elements.size()) Reserve(size);
         m_elements.resize(size);
     }
+    /// Removes all elements; their storage stays for new ones.
     void RemoveAll() noexcept { m_elements.clear(); }
     /// Gives back storage beyond the size.
     void FreeExtra() { m_elements.shrink_to_fit(); }
 
+    /// The element at `index`, which counts from 0.
     const TYPE& GetAt(int index) const { return m_elements[CheckedIndex(index)]; }
     TYPE& GetAt(int index) { return m_elements[CheckedIndex(index)]; }
+    /// The same as GetAt.
     TYPE& ElementAt(int index) { return GetAt(index); }
     const TYPE& ElementAt(int index) const { return GetAt(index); }
+    /// The same as GetAt.
     TYPE& operator[](int index) { return GetAt(index); }
     const TYPE& operator[](int index) const { return GetAt(index); }
+    /// Gives the element at `index` another value.
     void SetAt(int index, ARG_TYPE element) { GetAt(index) = element; }
     /// Sets the element, extending the array by default elements up to it when necessary.
     void SetAtGrow(int index, ARG_TYPE element) {
@@ -110,6 +118,7 @@ public:
         if (position > m_elements.size()) SetSize(index);
         m_elements.insert(Place(position), other->m_elements.begin(), other->m_elements.end());
     }
+    /// Removes `count` elements from `index` on; the ones behind them move up.
     void RemoveAt(int index, int count = 1) {
         const std::size_t position = CheckedSize(index);
         const std::size_t removed = CheckedSize(count);

@@ -12,9 +12,11 @@ class TESSALINK_API CException : public CObject, public std::exception {
 
 public:
     CException() = default;
+    /// An exception with this message.
     explicit CException(CString message);
+    /// The same message.
     CException(const CException& other);
-    CException& operator=(const CException& other);
+    CException& operator=(const CException& other);  ///< takes over the message
     ~CException() override;
 
     /// The message; valid until the exception is changed or destroyed.
@@ -26,6 +28,7 @@ public:
     virtual int GetErrorMessage(char* buffer, UINT size, UINT* helpContext = nullptr) const;
 
 protected:
+    /// For derived classes that make their message later than themselves.
     void SetMessage(CString message);
 
 private:

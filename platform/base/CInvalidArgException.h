@@ -11,4 +11,5 @@ public:
     CInvalidArgException();
 };
 
+/// Raises CInvalidArgException.
 [[noreturn]] TESSALINK_API void AfxThrowInvalidArgException();

@@ -50,12 +50,14 @@ BOOL CompareElements(const TYPE* stored, const ARG_TYPE* wanted) {
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 class CMap : public CObject {
 public:
+    /// An entry: the key, which never changes, and its value.
     struct CPair {
+        /// An entry with a default value.
         template <class K>
         explicit CPair(const K& k) : key(k), value() {}
 
-        const KEY key;
-        VALUE value;
+        const KEY key;  ///< what the entry is found by
+        VALUE value;    ///< may be changed in place
     };
 
     /// `blockSize`: how many entries a block of storage has room for at least.
@@ -64,8 +66,11 @@ public:
               std::bit_ceil(static_cast<std::size_t>(std::max(blockSize, cMinBlockSize))))) {}
     ~CMap() override { RemoveAll(); }
 
+    /// The number of entries.
     int GetCount() const noexcept { return static_cast<int>(m_count); }
+    /// The same as GetCount.
     int GetSize() const noexcept { return GetCount(); }
+    /// Whether there is no entry.
     bool IsEmpty() const noexcept { return m_count == 0; }
 
     /// Copies the key's value into `value` and returns nonzero, or returns 0 and leaves it.
@@ -103,6 +108,7 @@ public:
         Entry* entry = FindPlace(wanted, hash).entry;
         return entry == nullptr ? AddEntry(key, hash) : entry->Pair();
     }
+    /// Gives the key this value; it is entered when it is missing.
     void SetAt(ARG_KEY key, ARG_VALUE value) { FindOrAdd(key).value = value; }
 
     /// Removes the entry; returns nonzero if there was one.
@@ -128,6 +134,8 @@ public:
     /// Walks all entries: from the start position (null for an empty map), until it is null. The
     /// entry that was got last may be removed on the way; entries added on the way may be missed.
     POSITION GetStartPosition() const noexcept { return PositionFrom(1); }
+    /// Copies key and value of the entry at `position` and moves on to the next one, or to null. A
+    /// position that is none of this map raises CInvalidArgException.
     void GetNextAssoc(POSITION& position, KEY& key, VALUE& value) const {
         const CPair* pair = GetNextPair(position);
         key = pair->key;
@@ -146,6 +154,7 @@ public:
     /// The number of hash buckets that was asked for. The table grows by itself; asking for many
     /// buckets, with `allocateNow`, spares it from growing up to as many entries.
     UINT GetHashTableSize() const noexcept { return m_hashTableSize; }
+    /// Asks for so many hash buckets, see GetHashTableSize. Entries stay.
     void InitHashTable(UINT hashSize, BOOL allocateNow = 1) {
         m_hashTableSize = hashSize;
         const std::size_t slotCount = SlotsFor(hashSize);

@@ -39,12 +39,14 @@ struct TESSALINK_API CRuntimeClass {
 
 namespace tessalink {
 
+/// The schema in the record of a class that can't be serialised.
 inline constexpr UINT cNoSchema = 0xFFFF;
 
 /// Enters a class record into the list that CRuntimeClass::FromName searches, for as long as the
 /// registration lives. Used by the IMPLEMENT_ macros only.
 class TESSALINK_API ClassRegistration {
 public:
+    /// The record must live as long as the registration.
     explicit ClassRegistration(CRuntimeClass& record);
     ~ClassRegistration();
     ClassRegistration(const ClassRegistration&) = delete;
@@ -60,6 +62,7 @@ private:
 /// with the sense of a value defines its own copy operations.
 class TESSALINK_API CObject {
 public:
+    /// The record of the object's class.
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
 
@@ -76,7 +79,8 @@ public:
     /// True when the class was implemented as serialisable (IMPLEMENT_SERIAL).
     bool IsSerializable() const;
 
-    static CRuntimeClass classCObject;
+    static CRuntimeClass classCObject;  ///< the record of CObject itself
+    /// The record of the class, without an object.
     static constexpr CRuntimeClass* GetThisClass() { return &classCObject; }
 
 protected:
@@ -97,6 +101,7 @@ public:                                              \
                                                      \
 private:
 
+/// As DECLARE_DYNAMIC, for a class that CreateObject can make: it needs a default constructor.
 #define DECLARE_DYNCREATE(class_name) \
     DECLARE_DYNAMIC(class_name)       \
 public:                               \
@@ -104,6 +109,7 @@ public:                               \
                                       \
 private:
 
+/// As DECLARE_DYNCREATE, for a class that archives hold.
 #define DECLARE_SERIAL(class_name) DECLARE_DYNCREATE(class_name)
 
 /// Into one source file, in the name space of the class. `schema` is the version for archives.
@@ -118,9 +124,11 @@ private:
         return &class##class_name;                                           \
     }
 
+/// For a class with DECLARE_DYNAMIC, into one source file.
 #define IMPLEMENT_DYNAMIC(class_name, base_class) \
     TESSALINK_IMPLEMENT_CLASS(class_name, base_class, tessalink::cNoSchema, nullptr)
 
+/// For a class with DECLARE_DYNCREATE, into one source file.
 #define IMPLEMENT_DYNCREATE(class_name, base_class)                         \
     CObject* class_name::CreateObject() {                                   \
         return new class_name;                                              \
@@ -128,6 +136,7 @@ private:
     TESSALINK_IMPLEMENT_CLASS(class_name, base_class, tessalink::cNoSchema, \
                               class_name::CreateObject)
 
+/// For a class with DECLARE_SERIAL, into one source file; `schema` is the version for archives.
 #define IMPLEMENT_SERIAL(class_name, base_class, schema) \
     CObject* class_name::CreateObject() {                \
         return new class_name;                           \
@@ -139,12 +148,14 @@ private:
 
 namespace tessalink {
 
+/// What DYNAMIC_DOWNCAST stands for.
 template <class CLASS>
 CLASS* dynamicDowncast(CObject* object) {
     const bool isOne = object != nullptr && object->IsKindOf(RUNTIME_CLASS(CLASS));
     return isOne ? static_cast<CLASS*>(object) : nullptr;
 }
 
+/// For objects that may not be changed.
 template <class CLASS>
 const CLASS* dynamicDowncast(const CObject* object) {
     const bool isOne = object != nullptr && object->IsKindOf(RUNTIME_CLASS(CLASS));

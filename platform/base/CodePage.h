@@ -40,6 +40,7 @@ TESSALINK_API int codePageCharset();
 /// Windows-1252); from 0xA0 on it is one for private use, U+F8F9 to U+F8FD (three bytes of
 /// Windows-1253 and two of Windows-1257).
 TESSALINK_API char32_t toUnicode(char byte);
+/// The byte of a Unicode character in the program's code page, the reverse of toUnicode.
 TESSALINK_API std::optional<char> fromUnicode(char32_t character);
 
 /// Text in the program's code page as UTF-8.
@@ -52,6 +53,7 @@ struct CodePageText {
     /// code page lacks.
     std::size_t fault = std::string::npos;
 
+    /// Whether all of the text could be converted.
     bool IsWhole() const { return fault == std::string::npos; }
 };
 

@@ -21,6 +21,7 @@ inline constexpr UINT MB_ICONWARNING = MB_ICONEXCLAMATION;
 inline constexpr UINT MB_ICONASTERISK = 0x40;
 inline constexpr UINT MB_ICONINFORMATION = MB_ICONASTERISK;
 
+/// What a message box returns: the button that was pressed.
 inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
 inline constexpr int IDABORT = 3;

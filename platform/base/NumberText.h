@@ -37,12 +37,15 @@ TESSALINK_API double readDouble(std::string_view text) noexcept;
 constexpr int wrapAdd(int a, int b) noexcept {
     return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }
+/// The difference, wrapped likewise.
 constexpr int wrapSub(int a, int b) noexcept {
     return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
 }
+/// The product, wrapped likewise.
 constexpr int wrapMul(int a, int b) noexcept {
     return static_cast<int>(static_cast<unsigned>(a) * static_cast<unsigned>(b));
 }
+/// The negative, wrapped likewise: -2147483648 stays what it is.
 constexpr int wrapNeg(int a) noexcept {
     return wrapSub(0, a);
 }

@@ -14,10 +14,13 @@ namespace tessalink {
 /// What the collections ask of an archive, which stands one level above them. All faults are those
 /// of CArchive.
 TESSALINK_API bool isStoring(const CArchive& archive);
+/// Stores a count as CArchive::WriteCount does.
 TESSALINK_API void storeCount(CArchive& archive, std::size_t count);
+/// Loads a count as CArchive::ReadCount does.
 TESSALINK_API std::size_t loadCount(CArchive& archive);
 /// Stores the bytes or fills them, as the archive's direction tells.
 TESSALINK_API void exchangeBytes(CArchive& archive, void* bytes, std::size_t count);
+/// Stores the text or replaces it, as the archive's direction tells.
 TESSALINK_API void exchangeText(CArchive& archive, CString& text);
 
 template <class TYPE>

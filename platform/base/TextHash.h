@@ -19,12 +19,15 @@ concept TextKey = std::same_as<KEY, CString> || std::same_as<KEY, std::string> |
     std::same_as<KEY, std::string_view> || std::same_as<KEY, const char*> ||
     std::same_as<KEY, char*>;
 
+/// The characters of a text of any kind that can be a key. They are the text's own.
 inline std::string_view textOf(const CString& text) noexcept {
     return text.View();
 }
+/// The same characters.
 inline std::string_view textOf(std::string_view text) noexcept {
     return text;
 }
+/// The characters up to the NUL; `text` is not null.
 inline std::string_view textOf(const char* text) noexcept {
     return text != nullptr ? std::string_view(text) : std::string_view();
 }
@@ -111,6 +114,7 @@ inline bool equalShortText(std::string_view a, std::string_view b) noexcept {
     return x[0] == y[0] && x[length / 2] == y[length / 2] && x[length - 1] == y[length - 1];
 }
 
+/// The hash of a number.
 inline std::uint32_t hashNumber(std::uint64_t number) noexcept {
     const std::uint64_t mixed =
         detail::foldedProduct(number ^ detail::cHashSecretA, detail::cHashSecretB);
@@ -146,6 +150,7 @@ inline std::uint32_t hashShortText(std::uint64_t characters, std::size_t length)
     return static_cast<std::uint32_t>(mixed ^ (mixed >> 32));
 }
 
+/// The hash of a text of any length.
 inline std::uint32_t hashText(std::string_view text) noexcept {
     const char* const bytes = text.data();
     const std::size_t length = text.size();
@@ -163,10 +168,11 @@ inline std::uint64_t wideHash(std::string_view text) noexcept {
 
 /// A text whose hash is known: a map finds it without hashing it once more.
 struct HashedText {
-    std::string_view text;
-    std::uint32_t hash = 0;
+    std::string_view text;   ///< the characters, which must outlive this view
+    std::uint32_t hash = 0;  ///< what hashText gives for them
 };
 
+/// The characters of a text whose hash is known.
 inline std::string_view textOf(const HashedText& text) noexcept {
     return text.text;
 }

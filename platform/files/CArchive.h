@@ -32,8 +32,10 @@ concept ArchiveNumber = (std::integral<NUMBER> && !std::same_as<NUMBER, wchar_t>
 /// stay open, and not be used otherwise, until the archive is closed.
 class TESSALINK_API CArchive {
 public:
+    /// What an archive does: stores or loads; with bNoFlushOnDelete its destructor writes nothing.
     enum Mode : UINT { store = 0, load = 1, bNoFlushOnDelete = 2 };
 
+    /// How large the buffer is when nothing is said, in bytes.
     static constexpr int cDefaultBufferSize = 4096;
 
     /// An archive over the caller's file, at its position. `bufferSize` is in bytes, at least 128.
@@ -45,11 +47,14 @@ public:
     CArchive& operator=(const CArchive&) = delete;
 
     bool IsLoading() const noexcept { return m_loading; }
+    /// Whether values go into the file.
     bool IsStoring() const noexcept { return !m_loading; }
+    /// The file of the archive; null after Close and Abort.
     CFile* GetFile() const noexcept { return m_file; }
 
     /// Reads up to `count` bytes; returns how many there were.
     std::size_t Read(void* bytes, std::size_t count);
+    /// Stores the bytes as they are.
     void Write(const void* bytes, std::size_t count) {
         if (m_loading || count > Left()) return WriteThrough(bytes, count);
         if (count > 0) std::memcpy(m_buffer.get() + m_next, bytes, count);
@@ -73,8 +78,11 @@ public:
     /// A count of elements: 16 bits; from 65535 on 0xFFFF and 32 bits. A larger one than 32 bits
     /// raises badIndex.
     void WriteCount(std::size_t count);
+    /// Loads what WriteCount has stored.
     std::size_t ReadCount();
 
+    /// Stores or loads one number, little-endian and in its own size. Loading raises endOfFile when
+    /// the file holds no more.
     template <tessalink::ArchiveNumber NUMBER>
     CArchive& operator<<(NUMBER value) {
         const auto bytes = LittleEndian(value);
@@ -93,6 +101,7 @@ public:
         }
         return *this;
     }
+    /// Stores or loads a text, see above.
     CArchive& operator<<(const CString& text);
     /// The text that was there is replaced when the loading succeeds. A length that the file does
     /// not hold raises endOfFile before storage for it is taken.

@@ -7,6 +7,7 @@ class TESSALINK_API CArchiveException : public CException {
     DECLARE_DYNAMIC(CArchiveException)
 
 public:
+    /// What went wrong; the values are those of the classic class.
     enum Cause {
         none,
         genericException,
@@ -19,10 +20,12 @@ public:
         bufferFull
     };
 
+    /// The message says what `cause` means, and names the file when it is given.
     explicit CArchiveException(int cause = none, const char* fileName = nullptr);
 
-    int m_cause;
-    CString m_strFileName;
+    int m_cause;            ///< a Cause
+    CString m_strFileName;  ///< the file; may be empty
 };
 
+/// Raises CArchiveException.
 [[noreturn]] TESSALINK_API void AfxThrowArchiveException(int cause, const char* fileName = nullptr);

@@ -28,23 +28,24 @@ class TESSALINK_API CFile : public CObject {
     DECLARE_DYNAMIC(CFile)
 
 public:
-    static constexpr UINT modeRead = 0x0000;
-    static constexpr UINT modeWrite = 0x0001;
-    static constexpr UINT modeReadWrite = 0x0002;
-    static constexpr UINT shareCompat = 0x0000;
-    static constexpr UINT shareExclusive = 0x0010;
-    static constexpr UINT shareDenyWrite = 0x0020;
-    static constexpr UINT shareDenyRead = 0x0030;
-    static constexpr UINT shareDenyNone = 0x0040;
-    static constexpr UINT modeNoInherit = 0x0080;  ///< holds always: children inherit no file
-    static constexpr UINT modeCreate = 0x1000;     ///< makes the file, or empties one that is there
+    static constexpr UINT modeRead = 0x0000;        ///< for reading only
+    static constexpr UINT modeWrite = 0x0001;       ///< for writing only
+    static constexpr UINT modeReadWrite = 0x0002;   ///< for reading and writing
+    static constexpr UINT shareCompat = 0x0000;     ///< the same as shareExclusive
+    static constexpr UINT shareExclusive = 0x0010;  ///< nobody else may have the file open
+    static constexpr UINT shareDenyWrite = 0x0020;  ///< others may read
+    static constexpr UINT shareDenyRead = 0x0030;   ///< nobody else may have the file open
+    static constexpr UINT shareDenyNone = 0x0040;   ///< others may read and write
+    static constexpr UINT modeNoInherit = 0x0080;   ///< holds always: children inherit no file
+    static constexpr UINT modeCreate = 0x1000;  ///< makes the file, or empties one that is there
     static constexpr UINT modeNoTruncate = 0x2000;  ///< with modeCreate: does not empty it
     static constexpr UINT typeText = 0x4000;        ///< accepted; nothing is translated
-    static constexpr UINT typeBinary = 0x8000;
+    static constexpr UINT typeBinary = 0x8000;      ///< has no effect: every file is binary
 
+    /// What an offset of Seek counts from.
     enum SeekPosition : UINT { begin = 0, current = 1, end = 2 };
 
-    static constexpr int hFileNull = -1;
+    static constexpr int hFileNull = -1;  ///< the descriptor of a closed file
 
     /// A closed file.
     CFile() = default;
@@ -61,6 +62,8 @@ public:
     virtual CString GetFileName() const;
     /// The whole path; a relative name is taken in the present current folder.
     virtual CString GetFilePath() const;
+    /// Gives the object another path, for GetFilePath, GetFileName and messages; nothing is opened
+    /// or moved.
     virtual void SetFilePath(const char* path);
     /// The name or path as it was given to the constructor, Open or SetFilePath: for messages.
     const CString& GetGivenPath() const { return m_strFileName; }
@@ -73,6 +76,7 @@ public:
     /// Moves the position and returns it. Beyond the end is allowed; before the start raises
     /// badSeek.
     virtual std::uint64_t Seek(std::int64_t offset, UINT from);
+    /// Cuts the file or extends it by zeros, and moves to its new end.
     virtual void SetLength(std::uint64_t length);
     /// The present length in bytes; 0 for what is no regular file.
     virtual std::uint64_t GetLength() const;
@@ -90,10 +94,14 @@ public:
     /// closed even then. Does nothing to a closed file.
     virtual void Close();
 
+    /// Moves to the start.
     void SeekToBegin() { Seek(0, begin); }
+    /// Moves behind the last byte, and returns the length.
     std::uint64_t SeekToEnd() { return Seek(0, end); }
 
+    /// Gives a file another name; on a fault it keeps the old one. Raises CFileException.
     static void Rename(const char* oldName, const char* newName);
+    /// Removes a file. Raises CFileException.
     static void Remove(const char* name);
 
     int m_hFile = hFileNull;  ///< the descriptor; hFileNull when closed

@@ -8,6 +8,7 @@ class TESSALINK_API CFileException : public CException {
     DECLARE_DYNAMIC(CFileException)
 
 public:
+    /// What went wrong; the values are those of the classic class.
     enum Cause {
         none,
         genericException,
@@ -26,6 +27,7 @@ public:
         endOfFile
     };
 
+    /// `osError` is an errno value, -1 for none. The message is made of all three.
     explicit CFileException(int cause = none, std::int64_t osError = -1,
                             const char* fileName = nullptr);
 
@@ -37,10 +39,11 @@ public:
     /// Raises the exception for an errno value.
     [[noreturn]] static void ThrowOsError(std::int64_t error, const char* fileName = nullptr);
 
-    int m_cause = none;
+    int m_cause = none;            ///< a Cause
     std::int64_t m_lOsError = -1;  ///< an errno value, or -1
     CString m_strFileName;         ///< as it was given to the operation; may be empty
 };
 
+/// Raises CFileException.
 [[noreturn]] TESSALINK_API void AfxThrowFileException(int cause, std::int64_t osError = -1,
                                                       const char* fileName = nullptr);

@@ -14,6 +14,7 @@ class TESSALINK_API CMemFile : public CFile {
     DECLARE_DYNAMIC(CMemFile)
 
 public:
+    /// The step in which storage grows when nothing is said, in bytes.
     static constexpr UINT cDefaultGrowBytes = 1024;
 
     explicit CMemFile(UINT growBytes = cDefaultGrowBytes);
@@ -43,6 +44,8 @@ public:
     /// A file in memory can't be opened by name: returns 0 with the cause accessDenied.
     BOOL Open(const char* name, UINT flags, CFileException* error = nullptr) override;
     std::uint64_t Seek(std::int64_t offset, UINT from) override;
+    /// Cuts the contents or extends them by zeros, and moves to their new end; storage grows as for
+    /// writing.
     void SetLength(std::uint64_t length) override;
     std::uint64_t GetLength() const override;
     std::size_t Read(void* buffer, std::size_t count) override;

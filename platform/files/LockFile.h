@@ -14,6 +14,7 @@ public:
     /// process or elsewhere.
     explicit LockFile(const char* path);
     LockFile(LockFile&&) noexcept;
+    /// Releases the lock that is held, and takes over the other one.
     LockFile& operator=(LockFile&&) noexcept;
     /// Releases it and removes the file.
     ~LockFile();

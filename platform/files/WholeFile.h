@@ -45,6 +45,7 @@ public:
 
     std::uint64_t GetPosition() const override;
     std::uint64_t Seek(std::int64_t offset, UINT from) override;
+    /// Cuts what is written so far or extends it by zeros, and moves to its new end.
     void SetLength(std::uint64_t length) override;
     std::uint64_t GetLength() const override;
     /// An output is not read: raises accessDenied.

@@ -33,6 +33,7 @@ public:
     /// none, when it became too large or could not be stored.
     tessalink::HENHMETAFILE CloseEnhanced();
 
+    /// Drops a recording that was not closed.
     BOOL DeleteDC() override;
 
 private:

@@ -11,6 +11,7 @@ namespace tessalink {
 template <class Object>
 class Selected {
 public:
+    /// Selects the object; it and the context must outlive this.
     Selected(CDC& dc, Object* object) : m_dc(dc), m_before(dc.SelectObject(object)) {}
     ~Selected() {
         if (m_before != nullptr) m_dc.SelectObject(m_before);
@@ -27,6 +28,7 @@ private:
 /// when this was made.
 class RestoredState {
 public:
+    /// Remembers the state of the context, which must outlive this.
     explicit RestoredState(CDC& dc)
         : m_dc(dc),
           m_pen(dc.GetCurrentPen()),
@@ -62,6 +64,7 @@ private:
 /// Restores everything that a context had when this was made, the clip too.
 class SavedState {
 public:
+    /// Saves the state of the context, which must outlive this.
     explicit SavedState(CDC& dc) : m_dc(dc), m_number(dc.SaveDC()) {}
     ~SavedState() { m_dc.RestoreDC(m_number); }
     SavedState(const SavedState&) = delete;

@@ -15,6 +15,7 @@
 namespace tessalink {
 
 struct EnhMetaFile;
+/// A picture, owned by whoever got it; null for none.
 using HENHMETAFILE = EnhMetaFile*;
 
 /// The largest metafile that is taken or recorded, in bytes: its hexadecimal text fits a CString.

@@ -13,11 +13,11 @@ namespace tessalink {
 
 /// The measures of one typeface in one style, in units of its em (2048 to the em).
 struct FaceMetrics {
-    static constexpr int cEm = 2048;
+    static constexpr int cEm = 2048;  ///< units of the em
 
-    int ascent = 0;   ///< from the base line up
-    int descent = 0;  ///< from the base line down
-    int externalLeading = 0;
+    int ascent = 0;           ///< from the base line up
+    int descent = 0;          ///< from the base line down
+    int externalLeading = 0;  ///< what the face asks for between lines, beyond ascent and descent
     /// How far each character of the code page (of a symbol face: each of its codes) moves on.
     /// Control characters have no width and no picture.
     std::array<std::uint16_t, 256> advances{};
@@ -54,11 +54,17 @@ public:
     /// The size of the em: of a positive height, which is ascent plus descent, or a negative one,
     /// which is the em itself. A height of 0 stands for 12 units.
     double Em() const { return m_em; }
+    /// From the base line up, in units of the device.
     int Ascent() const { return m_ascent; }
+    /// From the base line down, in units of the device.
     int Descent() const { return m_descent; }
+    /// Ascent and descent together.
     int Height() const { return wrapAdd(m_ascent, m_descent); }
+    /// The part of the height beyond the em.
     int InternalLeading() const { return m_internalLeading; }
+    /// What the face asks for between lines, beyond the height.
     int ExternalLeading() const { return m_externalLeading; }
+    /// The width of the letter x.
     int AverageWidth() const { return WidthOf("x"); }
 
     /// The width of the text.
@@ -66,6 +72,7 @@ public:
     /// The width of a character in units of the em, and where a character starts after others whose
     /// widths have this sum.
     std::uint16_t Advance(char ch) const { return m_face->advances[static_cast<BYTE>(ch)]; }
+    /// Where a character starts after others with this sum of advances, in units of the device.
     int Position(std::uint64_t sum) const {
         constexpr int largest = std::numeric_limits<int>::max();
         const double place =

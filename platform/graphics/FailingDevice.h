@@ -18,6 +18,7 @@ public:
     /// What the failing primitive raises.
     class Fault : public CException {
     public:
+        /// The message of every such fault.
         const char* what() const noexcept override { return "The device failed"; }
     };
     /// Throw raises a Fault at one primitive; Drop loses that one and all that follow.

@@ -62,6 +62,7 @@ public:
     void MakeStock() { m_isStock = true; }
 
 protected:
+    /// Makes the object one of this description; returns nonzero, or 0 for an object of the stock.
     int create(const Description& description) {
         if (m_isStock) return 0;
         m_description = description;
@@ -75,36 +76,46 @@ private:
 
 }  // namespace tessalink
 
+/// What lines and outlines are drawn with: style, width and color.
 class TESSALINK_API CPen : public tessalink::DescribedObject<LOGPEN> {
     DECLARE_DYNAMIC(CPen)
 
 public:
     CPen() = default;
+    /// As CreatePen.
     CPen(UINT style, int width, COLORREF color) { CreatePen(style, width, color); }
 
     /// A style above PS_INSIDEFRAME is refused.
     int CreatePen(UINT style, int width, COLORREF color);
+    /// As CreatePen, from a description.
     int CreatePenIndirect(const LOGPEN* pen);
+    /// Copies the description; 0 when there is no object.
     int GetLogPen(LOGPEN* pen) const { return GetObject(sizeof(LOGPEN), pen); }
 };
 
+/// What areas are filled with: a color, or hatches in it.
 class TESSALINK_API CBrush : public tessalink::DescribedObject<LOGBRUSH> {
     DECLARE_DYNAMIC(CBrush)
 
 public:
     CBrush() = default;
+    /// As CreateSolidBrush.
     explicit CBrush(COLORREF color) { CreateSolidBrush(color); }
+    /// As CreateHatchBrush.
     CBrush(int hatch, COLORREF color) { CreateHatchBrush(hatch, color); }
 
+    /// Makes a brush of one color.
     int CreateSolidBrush(COLORREF color);
     /// Lines in the color over the background color or, in transparent mode, over what is there.
     /// A hatch above HS_DIAGCROSS is refused.
     int CreateHatchBrush(int hatch, COLORREF color);
     /// A style other than solid, null and hatched is refused.
     int CreateBrushIndirect(const LOGBRUSH* brush);
+    /// Copies the description; 0 when there is no object.
     int GetLogBrush(LOGBRUSH* brush) const { return GetObject(sizeof(LOGBRUSH), brush); }
 };
 
+/// The typeface, size and style of texts.
 class TESSALINK_API CFont : public tessalink::DescribedObject<LOGFONTA> {
     DECLARE_DYNAMIC(CFont)
 
@@ -116,29 +127,39 @@ public:
     int CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
                    BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                    BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* face);
+    /// As CreateFont, from a description.
     int CreateFontIndirect(const LOGFONTA* font);
+    /// Copies the description; 0 when there is no object.
     int GetLogFont(LOGFONTA* font) const { return GetObject(sizeof(LOGFONTA), font); }
 };
 
 /// A call has left no region; its fellows are NULLREGION, SIMPLEREGION and COMPLEXREGION.
 inline constexpr int ERRORREGION = 0;
 
+/// A set of device units, to clip by or to fill.
 class TESSALINK_API CRgn : public CGdiObject {
     DECLARE_DYNAMIC(CRgn)
 
 public:
     CRgn() = default;
 
+    /// Makes the region a rectangle, whose right and bottom edge do not belong to it.
     int CreateRectRgn(int left, int top, int right, int bottom);
+    /// As CreateRectRgn.
     int CreateRectRgnIndirect(const RECT* rect);
+    /// Makes the region the ellipse in a rectangle.
     int CreateEllipticRgn(int left, int top, int right, int bottom);
     /// Fewer than two points are refused. Both modes fill by the alternating rule.
     int CreatePolygonRgn(const POINT* points, int count, int mode);
     /// Returns the kind of region that this one has become; ERRORREGION when one is missing. Either
     /// may be this one itself.
     int CombineRgn(const CRgn* first, const CRgn* second, int mode);
+    /// Moves the region; returns its kind, or ERRORREGION when there is none.
     int OffsetRgn(int dx, int dy);
+    /// The smallest rectangle around the region; returns its kind, or ERRORREGION when there is
+    /// none.
     int GetRgnBox(RECT* box) const;
+    /// Whether the unit belongs to the region.
     int PtInRegion(int x, int y) const;
 
     int IsNull() const override { return !m_region.has_value(); }
@@ -146,7 +167,9 @@ public:
     /// A region has no description: 0.
     int GetObject(int size, void* description) const override;
 
+    /// The region; an empty one when there is none.
     const tessalink::Region& Get() const;
+    /// Makes the object this region.
     void Assign(const tessalink::Region& region) { m_region = region; }
 
 private:

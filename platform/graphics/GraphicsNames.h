@@ -13,38 +13,45 @@
 /// A color: red in the low byte, then green, then blue; the high byte is 0.
 using COLORREF = std::uint32_t;
 
+/// The color of three components from 0 to 255.
 constexpr COLORREF RGB(int red, int green, int blue) {
     return static_cast<COLORREF>(red & 0xFF) | static_cast<COLORREF>(green & 0xFF) << 8 |
            static_cast<COLORREF>(blue & 0xFF) << 16;
 }
 
+/// The red of a color, 0 to 255.
 constexpr BYTE GetRValue(COLORREF color) {
     return static_cast<BYTE>(color & 0xFF);
 }
 
+/// The green of a color, 0 to 255.
 constexpr BYTE GetGValue(COLORREF color) {
     return static_cast<BYTE>(color >> 8 & 0xFF);
 }
 
+/// The blue of a color, 0 to 255.
 constexpr BYTE GetBValue(COLORREF color) {
     return static_cast<BYTE>(color >> 16 & 0xFF);
 }
 
+/// A point in device units.
 struct POINT {
-    LONG x = 0;
-    LONG y = 0;
+    LONG x = 0;  ///< to the right
+    LONG y = 0;  ///< downward
 };
 
+/// A size in device units.
 struct SIZE {
-    LONG cx = 0;
-    LONG cy = 0;
+    LONG cx = 0;  ///< width
+    LONG cy = 0;  ///< height
 };
 
+/// A rectangle in device units.
 struct RECT {
-    LONG left = 0;
-    LONG top = 0;
-    LONG right = 0;
-    LONG bottom = 0;
+    LONG left = 0;    ///< belongs to the rectangle
+    LONG top = 0;     ///< belongs to the rectangle
+    LONG right = 0;   ///< does not belong to it
+    LONG bottom = 0;  ///< does not belong to it
 };
 
 /// Pen styles. Dashes and dots are drawn by pens of width 1 only; wider ones are solid.
@@ -56,11 +63,12 @@ inline constexpr UINT PS_DASHDOTDOT = 4;
 inline constexpr UINT PS_NULL = 5;
 inline constexpr UINT PS_INSIDEFRAME = 6;
 
+/// A pen.
 struct LOGPEN {
-    UINT lopnStyle = PS_SOLID;
+    UINT lopnStyle = PS_SOLID;  ///< PS_
     /// x is the width in device units; 0 and less stand for one unit; y is unused.
     POINT lopnWidth;
-    COLORREF lopnColor = 0x000000;
+    COLORREF lopnColor = 0x000000;  ///< of the line
 };
 
 /// Brush styles and hatches.
@@ -76,10 +84,11 @@ inline constexpr int HS_BDIAGONAL = 3;   ///< upward
 inline constexpr int HS_CROSS = 4;
 inline constexpr int HS_DIAGCROSS = 5;
 
+/// A brush.
 struct LOGBRUSH {
-    UINT lbStyle = BS_SOLID;
-    COLORREF lbColor = 0xFFFFFF;
-    std::uintptr_t lbHatch = 0;  ///< HS_...
+    UINT lbStyle = BS_SOLID;      ///< BS_
+    COLORREF lbColor = 0xFFFFFF;  ///< of the area or of the hatches
+    std::uintptr_t lbHatch = 0;   ///< HS_...
 };
 
 /// How polygons that cross themselves are filled.
@@ -93,10 +102,12 @@ inline constexpr LONG FW_NORMAL = 400;
 inline constexpr LONG FW_SEMIBOLD = 600;  ///< from here on a face is bold
 inline constexpr LONG FW_BOLD = 700;
 
+/// Character sets of fonts: that of the code page, or the codes of a symbol face.
 inline constexpr BYTE ANSI_CHARSET = 0;
 inline constexpr BYTE DEFAULT_CHARSET = 1;
 inline constexpr BYTE SYMBOL_CHARSET = 2;
 
+/// How the platform chooses a font; the library itself passes these on.
 inline constexpr BYTE OUT_DEFAULT_PRECIS = 0;
 inline constexpr BYTE OUT_TT_PRECIS = 4;
 inline constexpr BYTE CLIP_DEFAULT_PRECIS = 0;
@@ -110,50 +121,53 @@ inline constexpr BYTE FF_DONTCARE = 0x00;
 inline constexpr BYTE FF_ROMAN = 0x10;  ///< with serifs
 inline constexpr BYTE FF_SWISS = 0x20;  ///< without
 
+/// The longest name of a typeface, with its NUL.
 inline constexpr std::size_t LF_FACESIZE = 32;
 
 /// A font in bytes of the code page.
 struct LOGFONTA {
-    LONG lfHeight = 0;       ///< ascent + descent in device units; negative: the em
-    LONG lfWidth = 0;        ///< not used: characters have their natural widths
-    LONG lfEscapement = 0;   ///< not used: text runs from left to right
-    LONG lfOrientation = 0;  ///< not used
-    LONG lfWeight = FW_NORMAL;
-    BYTE lfItalic = 0;
-    BYTE lfUnderline = 0;
-    BYTE lfStrikeOut = 0;
-    BYTE lfCharSet = ANSI_CHARSET;
-    BYTE lfOutPrecision = OUT_DEFAULT_PRECIS;
-    BYTE lfClipPrecision = CLIP_DEFAULT_PRECIS;
-    BYTE lfQuality = DEFAULT_QUALITY;
-    BYTE lfPitchAndFamily = DEFAULT_PITCH;
-    char lfFaceName[LF_FACESIZE] = {};  ///< ends in a NUL
+    LONG lfHeight = 0;              ///< ascent + descent in device units; negative: the em
+    LONG lfWidth = 0;               ///< not used: characters have their natural widths
+    LONG lfEscapement = 0;          ///< not used: text runs from left to right
+    LONG lfOrientation = 0;         ///< not used
+    LONG lfWeight = FW_NORMAL;      ///< FW_
+    BYTE lfItalic = 0;              ///< nonzero for italics
+    BYTE lfUnderline = 0;           ///< nonzero for a line below the text
+    BYTE lfStrikeOut = 0;           ///< nonzero for a line through the text
+    BYTE lfCharSet = ANSI_CHARSET;  ///< a symbol face or the code page
+    BYTE lfOutPrecision = OUT_DEFAULT_PRECIS;    ///< passed on to metafiles and systems
+    BYTE lfClipPrecision = CLIP_DEFAULT_PRECIS;  ///< passed on to metafiles and systems
+    BYTE lfQuality = DEFAULT_QUALITY;            ///< passed on to metafiles and systems
+    BYTE lfPitchAndFamily = DEFAULT_PITCH;       ///< a pitch and a family, FF_..., together
+    char lfFaceName[LF_FACESIZE] = {};           ///< ends in a NUL
 };
+/// The same as LOGFONTA.
 using LOGFONT = LOGFONTA;
 
 /// What GetTextMetrics tells, in device units.
 struct TEXTMETRICA {
-    LONG tmHeight = 0;  ///< ascent + descent
-    LONG tmAscent = 0;
-    LONG tmDescent = 0;
-    LONG tmInternalLeading = 0;
-    LONG tmExternalLeading = 0;
-    LONG tmAveCharWidth = 0;
-    LONG tmMaxCharWidth = 0;
-    LONG tmWeight = 0;
-    LONG tmOverhang = 0;
-    LONG tmDigitizedAspectX = 0;
-    LONG tmDigitizedAspectY = 0;
-    BYTE tmFirstChar = 0;
-    BYTE tmLastChar = 0;
-    BYTE tmDefaultChar = 0;
-    BYTE tmBreakChar = 0;
-    BYTE tmItalic = 0;
-    BYTE tmUnderlined = 0;
-    BYTE tmStruckOut = 0;
-    BYTE tmPitchAndFamily = 0;
-    BYTE tmCharSet = 0;
+    LONG tmHeight = 0;            ///< ascent + descent
+    LONG tmAscent = 0;            ///< from the base line up
+    LONG tmDescent = 0;           ///< from the base line down
+    LONG tmInternalLeading = 0;   ///< the part of the height beyond the em
+    LONG tmExternalLeading = 0;   ///< what the face asks for between lines
+    LONG tmAveCharWidth = 0;      ///< the width of the letter x
+    LONG tmMaxCharWidth = 0;      ///< the width of the letter W
+    LONG tmWeight = 0;            ///< FW_
+    LONG tmOverhang = 0;          ///< always 0: bold and italic letters keep to their widths
+    LONG tmDigitizedAspectX = 0;  ///< units per inch of the device
+    LONG tmDigitizedAspectY = 0;  ///< units per inch of the device
+    BYTE tmFirstChar = 0;         ///< the first character that the face has
+    BYTE tmLastChar = 0;          ///< the last character that the face has
+    BYTE tmDefaultChar = 0;       ///< stands for characters that the face lacks
+    BYTE tmBreakChar = 0;         ///< parts words
+    BYTE tmItalic = 0;            ///< nonzero for italics
+    BYTE tmUnderlined = 0;        ///< nonzero for a line below the text
+    BYTE tmStruckOut = 0;         ///< nonzero for a line through the text
+    BYTE tmPitchAndFamily = 0;    ///< pitch, technology and family
+    BYTE tmCharSet = 0;           ///< as in LOGFONT
 };
+/// The same as TEXTMETRICA.
 using TEXTMETRIC = TEXTMETRICA;
 
 /// How the reference point of a text lies to it.
@@ -166,12 +180,15 @@ inline constexpr UINT TA_TOP = 0;
 inline constexpr UINT TA_BOTTOM = 8;
 inline constexpr UINT TA_BASELINE = 24;
 
+/// What SetBkMode takes.
 inline constexpr int TRANSPARENT = 1;
 inline constexpr int OPAQUE = 2;
 
+/// What ExtTextOut takes.
 inline constexpr UINT ETO_OPAQUE = 2;
 inline constexpr UINT ETO_CLIPPED = 4;
 
+/// What DrawText takes.
 inline constexpr UINT DT_TOP = 0x0000;
 inline constexpr UINT DT_LEFT = 0x0000;
 inline constexpr UINT DT_CENTER = 0x0001;
@@ -195,6 +212,7 @@ inline constexpr int LOGPIXELSY = 90;
 inline constexpr int DT_RASDISPLAY = 1;
 inline constexpr int DT_RASPRINTER = 2;
 
+/// What GetCurrentObject takes.
 inline constexpr UINT OBJ_PEN = 1;
 inline constexpr UINT OBJ_BRUSH = 2;
 inline constexpr UINT OBJ_FONT = 6;
@@ -232,21 +250,22 @@ inline constexpr int COMPLEXREGION = 3;
 
 /// What the header of a metafile says.
 struct ENHMETAHEADER {
-    std::uint32_t iType = 0;
-    std::uint32_t nSize = 0;  ///< of the header record, in bytes
-    RECT rclBounds;           ///< of what is drawn, in units of the device, edges included
-    RECT rclFrame;            ///< of the picture, in hundredths of a millimeter
-    std::uint32_t dSignature = 0;
-    std::uint32_t nVersion = 0;
-    std::uint32_t nBytes = 0;  ///< of the metafile
-    std::uint32_t nRecords = 0;
-    std::uint16_t nHandles = 0;  ///< the metafile's own included
-    std::uint16_t sReserved = 0;
+    std::uint32_t iType = 0;         ///< 1, the type of the first record
+    std::uint32_t nSize = 0;         ///< of the header record, in bytes
+    RECT rclBounds;                  ///< of what is drawn, in units of the device, edges included
+    RECT rclFrame;                   ///< of the picture, in hundredths of a millimeter
+    std::uint32_t dSignature = 0;    ///< " EMF", from the lowest byte on
+    std::uint32_t nVersion = 0;      ///< of the format
+    std::uint32_t nBytes = 0;        ///< of the metafile
+    std::uint32_t nRecords = 0;      ///< how many there are, header included
+    std::uint16_t nHandles = 0;      ///< the metafile's own included
+    std::uint16_t sReserved = 0;     ///< unused
     std::uint32_t nDescription = 0;  ///< in characters
+    /// Where the description begins in the header, in bytes; 0 for none.
     std::uint32_t offDescription = 0;
-    std::uint32_t nPalEntries = 0;
-    SIZE szlDevice;       ///< of the reference device, in its units
-    SIZE szlMillimeters;  ///< and in millimeters
+    std::uint32_t nPalEntries = 0;  ///< entries of the palette; 0 here
+    SIZE szlDevice;                 ///< of the reference device, in its units
+    SIZE szlMillimeters;            ///< and in millimeters
 };
 
 #endif

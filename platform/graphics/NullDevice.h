@@ -8,6 +8,7 @@ namespace tessalink {
 class TESSALINK_API NullDevice : public DrawingDevice {
 public:
     NullDevice();
+    /// Measures like a device of this size and resolution.
     explicit NullDevice(const DeviceCaps& caps) : m_caps(caps) {}
 
     const DeviceCaps& Caps() const override { return m_caps; }

@@ -49,6 +49,7 @@ public:
     void DrawText(const TextRun& run) override;
 
 protected:
+    /// For derived devices: `writer` makes their format.
     explicit PictureDevice(std::unique_ptr<detail::PictureWriter> writer);
 
 private:

@@ -11,6 +11,7 @@ namespace tessalink {
 
 /// One primitive as a value, in device units. What its kind has no use for has its default.
 struct Primitive {
+    /// What was drawn.
     enum class Kind {
         Line,           ///< two points
         Polyline,       ///< points
@@ -23,25 +24,25 @@ struct Primitive {
         Text,           ///< one point: the origin; text, font, positions, color
     };
 
-    Kind kind = Kind::Line;
-    LOGPEN pen{};
-    LOGBRUSH brush{};
+    Kind kind = Kind::Line;        ///< what was drawn
+    LOGPEN pen{};                  ///< as in Paint
+    LOGBRUSH brush{};              ///< as in Paint
     COLORREF background = cWhite;  ///< between dashes and hatches, when `opaque`
-    bool opaque = true;
-    int fillMode = ALTERNATE;
-    std::optional<Region> clip;
+    bool opaque = true;            ///< whether gaps of dashes and hatches are filled
+    int fillMode = ALTERNATE;      ///< ALTERNATE or WINDING
+    std::optional<Region> clip;    ///< outside it nothing shows; nothing for no clipping
 
-    std::vector<POINT> points;
-    RECT rect{};
-    Region region;
+    std::vector<POINT> points;  ///< of a line, polyline, polygon or pixel; of a text its origin
+    RECT rect{};                ///< of a rectangle, ellipse or filled rectangle
+    Region region;              ///< of a filled region
 
-    std::string text;
-    LOGFONTA font{};
-    std::vector<int> positions;
-    COLORREF color = cBlack;
-    std::optional<RECT> textBackground;
-    COLORREF textBackgroundColor = cWhite;
-    std::optional<RECT> textClip;
+    std::string text;                       ///< in the code page
+    LOGFONTA font{};                        ///< of a text
+    std::vector<int> positions;             ///< as in TextRun
+    COLORREF color = cBlack;                ///< of a text or pixel
+    std::optional<RECT> textBackground;     ///< filled before a text
+    COLORREF textBackgroundColor = cWhite;  ///< the color of that
+    std::optional<RECT> textClip;           ///< outside it a text does not show
 };
 
 /// The primitive as a line of text, without a line end, for instance
@@ -54,11 +55,14 @@ TESSALINK_API std::string toText(const Primitive& primitive);
 /// Keeps what is drawn, for tests and for whoever looks into a picture.
 class TESSALINK_API RecordingDevice : public NullDevice {
 public:
+    /// As NullDevice.
     using NullDevice::NullDevice;
 
+    /// What was drawn so far, in order.
     const std::vector<Primitive>& Primitives() const { return m_primitives; }
     /// A line for each primitive, in order.
     std::vector<std::string> Lines() const;
+    /// Forgets what was drawn.
     void Clear() { m_primitives.clear(); }
 
     void DrawLine(const Paint& paint, POINT from, POINT to) override;

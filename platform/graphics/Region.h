@@ -14,6 +14,7 @@ namespace tessalink {
 class TESSALINK_API Region {
 public:
     Region() = default;
+    /// One rectangle; empty when it is.
     explicit Region(const RECT& rect);
     /// What Polygon fills, by the alternating rule. A point is the center of its unit, so that
     /// filled polygons meet their outline; a unit belongs to the polygon when its center lies
@@ -29,17 +30,25 @@ public:
     /// that polygon instead of rectangles without number.
     std::span<const POINT> Corners() const { return m_corners; }
 
+    /// Whether no unit belongs to it.
     bool IsEmpty() const { return m_rects.empty(); }
     /// The smallest rectangle around it; all 0 when empty.
     CRect Bounds() const;
+    /// The rectangles, as told above; valid until the region changes.
     std::span<const RECT> Rects() const { return m_rects; }
+    /// Whether the unit belongs to it.
     bool Contains(const POINT& point) const;
 
+    /// What both have.
     Region And(const Region& other) const;
+    /// What either has.
     Region Or(const Region& other) const;
+    /// What this one has without the other.
     Region Minus(const Region& other) const;
+    /// Moves the region.
     void Offset(int dx, int dy);
 
+    /// Whether both have the same units.
     bool operator==(const Region& other) const { return m_rects == other.m_rects; }
 
 private:

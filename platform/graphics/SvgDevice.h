@@ -8,6 +8,7 @@ namespace tessalink {
 /// in millimeters. Symbol text becomes Unicode.
 class TESSALINK_API SvgDevice final : public PictureDevice {
 public:
+    /// An empty picture on this sheet.
     explicit SvgDevice(const PictureSheet& sheet);
 };
 

@@ -40,6 +40,7 @@ public:
 ///     layout->addWidget(holder);
 class TESSALINK_API WindowHolder : public QWidget {
 public:
+    /// `handler` as for HostWindow; a widget in `parent`, if there is one.
     explicit WindowHolder(HostWindow::Handler handler = {}, QWidget* parent = nullptr);
     ~WindowHolder() override;
 
@@ -47,10 +48,13 @@ public:
     HostWindow& Host() { return *m_host; }
     /// What layouts are told; 400 by 300 pixels at first.
     void SetSizeHint(QSize size);
+    /// See SetSizeHint.
     QSize sizeHint() const override { return m_sizeHint; }
 
 protected:
+    /// The window follows the widget.
     void resizeEvent(QResizeEvent* event) override;
+    /// The window shows with the widget.
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -14,19 +14,22 @@
 /// file, which raises CFileException, a file that was there stays as it was.
 namespace tessalink {
 
+/// Draws a picture.
 using DrawPicture = std::function<void(CDC&)>;
 
 /// The longest sides, in units, and for PDF in inches.
 inline constexpr int cMaxImageSide = 16384;
-inline constexpr int cMaxPageSide = 200;
+inline constexpr int cMaxPageSide = 200;  ///< the longest side of a page, in inches
 
 /// A picture of so many pixels; its bytes are the same from run to run.
 TESSALINK_API std::vector<BYTE> pngOf(int width, int height, int dpi, const DrawPicture& draw);
+/// As pngOf, into a file.
 TESSALINK_API void savePng(const char* path, int width, int height, int dpi,
                            const DrawPicture& draw);
 
 /// One page of this size, of lines, curves and text. The file tells the time at which it was made.
 TESSALINK_API std::vector<BYTE> pdfOf(int width, int height, int dpi, const DrawPicture& draw);
+/// As pdfOf, into a file.
 TESSALINK_API void savePdf(const char* path, int width, int height, int dpi,
                            const DrawPicture& draw);
 

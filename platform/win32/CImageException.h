@@ -7,5 +7,6 @@ class TESSALINK_API CImageException : public CException {
     DECLARE_DYNAMIC(CImageException)
 
 public:
+    /// `message` says what the system refused.
     explicit CImageException(const CString& message) : CException(message) {}
 };

@@ -9,5 +9,6 @@ class TESSALINK_API CInvalidWindowException : public CException {
     DECLARE_DYNAMIC(CInvalidWindowException)
 
 public:
+    /// `window` is the handle that is refused.
     explicit CInvalidWindowException(HWND window);
 };

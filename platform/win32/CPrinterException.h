@@ -7,5 +7,6 @@ class TESSALINK_API CPrinterException : public CException {
     DECLARE_DYNAMIC(CPrinterException)
 
 public:
+    /// `message` says what went wrong.
     explicit CPrinterException(const CString& message) : CException(message) {}
 };

@@ -18,13 +18,19 @@ inline constexpr int cMaxBitmapSide = 16384;
 /// a side above cMaxBitmapSide, raises CInvalidArgException; without enough memory std::bad_alloc.
 class TESSALINK_API MemoryBitmap {
 public:
+    /// See above.
     MemoryBitmap(int width, int height, int dpi);
     ~MemoryBitmap();
+    /// The other one can't be used any more.
     MemoryBitmap(MemoryBitmap&& other) noexcept;
+    /// The other one can't be used any more.
     MemoryBitmap& operator=(MemoryBitmap&& other) noexcept;
 
+    /// In pixels.
     int Width() const;
+    /// In pixels.
     int Height() const;
+    /// Pixels per inch.
     int Dpi() const;
     /// For the platform's own calls; it belongs to the bitmap.
     HDC Context() const;
@@ -32,6 +38,7 @@ public:
     void Draw(const std::function<void(CDC&)>& draw);
     /// The color of a pixel inside, and those of all pixels, row by row.
     COLORREF Pixel(int x, int y) const;
+    /// The colors of all pixels, row by row.
     std::vector<std::uint32_t> Pixels() const;
     /// The picture as a PNG file; its bytes are the same from run to run. What the system's encoder
     /// refuses raises CImageException.

@@ -41,6 +41,7 @@ public:
     CDC& BeginPage();
     /// What can be printed on, in units of the printer.
     CRect PageRect() const;
+    /// Ends the last page and sends the document to the printer.
     void Finish();
 
 private:

@@ -9,6 +9,7 @@
 /// themselves.
 namespace tessalink {
 
+/// What a window or a part of one is.
 enum class AccessibleRole {
     Client,  ///< a plain window
     Form,
@@ -22,6 +23,7 @@ enum class AccessibleRole {
     Tip,
 };
 
+/// What assistive technology is told of.
 enum class AccessibleEvent {
     Focus,           ///< the focus has moved to the part
     ValueChanged,    ///< its value has changed
@@ -32,22 +34,22 @@ enum class AccessibleEvent {
 
 /// A check box or radio button of a group.
 struct AccessibleChoice {
-    CString name;
-    bool isChecked = false;
-    CRect rect;  ///< in the window's client area
+    CString name;            ///< its caption
+    bool isChecked = false;  ///< whether it is chosen
+    CRect rect;              ///< in the window's client area
 };
 
 /// A window, or a part of it.
 struct AccessibleElement {
-    AccessibleRole role = AccessibleRole::Client;
-    CString name;
-    CString value;
-    CString description;
-    bool isReadOnly = false;
-    bool isRequired = false;
-    bool isInvalid = false;
-    bool isDisabled = false;
-    bool isFocused = false;
+    AccessibleRole role = AccessibleRole::Client;  ///< what it is
+    CString name;                                  ///< what it is called
+    CString value;                                 ///< what it holds, as text
+    CString description;                           ///< what else there is to say
+    bool isReadOnly = false;                       ///< whether the user can't change it
+    bool isRequired = false;                       ///< whether a value is expected
+    bool isInvalid = false;                        ///< whether what is keyed is refused
+    bool isDisabled = false;                       ///< whether it takes no input
+    bool isFocused = false;                        ///< whether it has the focus
     CRect rect;                             ///< in the window's client area; of a window: all of it
     std::vector<AccessibleChoice> choices;  ///< of a group
     int focusedChoice = -1;                 ///< to which of them the keyboard has led; -1: to none

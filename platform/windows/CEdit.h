@@ -19,22 +19,34 @@ public:
     ~CEdit() override = default;
 
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+    /// Selects from one position to another; 0 and -1 select all.
     void SetSel(int start, int end);
+    /// The selection; both are the caret's when nothing is selected.
     void GetSel(int& start, int& end) const;
+    /// Replaces the selection by a text.
     void ReplaceSel(const char* text);
+    /// Whether the user can't change the text; returns nonzero when there is a field.
     BOOL SetReadOnly(BOOL readOnly = 1);
+    /// How many characters the user may type; 0 for as many as the field takes.
     void SetLimitText(UINT characters);
     /// The line of a position, or of the caret.
     int LineFromChar(int position = -1) const;
+    /// How many lines there are; one at least.
     int GetLineCount() const;
     /// Where a line starts, or with -1 the line of the caret; -1 when there is no such line.
     int LineIndex(int line) const;
+    /// Scrolls until the caret shows.
     void ScrollCaret();
+    /// Moves the selection to the clipboard.
     void Cut();
+    /// Copies the selection to the clipboard.
     void Copy();
+    /// Replaces the selection by the text of the clipboard, through OnPaste.
     void Paste() { SendMessage(WM_PASTE); }
+    /// Takes the last change of the user back.
     void Undo();
 
+    /// The user, or Paste, pastes. The base hands that on to the field.
     virtual void OnPaste();
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -51,6 +63,7 @@ public:
 
 protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    /// The text of the field.
     CString window_text() const override;
 
 private:

@@ -12,6 +12,7 @@ public:
     using CWnd::Create;
 
 protected:
+    /// True.
     bool is_frame() const override { return true; }
 };
 
@@ -27,6 +28,7 @@ class TESSALINK_API CMDIFrameWnd : public CFrameWnd {
 public:
     /// The active document window; null when there is none.
     CMDIChildWnd* MDIGetActive() const;
+    /// Makes a document window the active one; it comes to the top.
     void MDIActivate(CWnd* child);
 
     /// WM_MDIACTIVATE makes the window that its first parameter names the active one.

@@ -24,20 +24,26 @@ public:
     /// The one that is used when no other system is set.
     static HeadlessSystem& Default();
 
-    /// The keyboard. Keys go to the window that has the focus, with the characters that they make;
+    /// Presses a key. It goes to the window that has the focus, with the characters that they make;
     /// without any given, Return, Tab, Escape and the backspace make theirs.
     void PressKey(UINT key, std::string_view characters = {});
     /// Every character with its key.
     void Type(std::string_view text);
+    /// Holds a key down while others are pressed, or lets it go.
     void HoldKey(UINT key, bool down);
 
-    /// The mouse. Points are on the screen; the front window there gets it, or the one that has the
-    /// capture, or the first one around it that is enabled.
+    /// Presses and releases the left button. Points are on the screen; the front window there gets
+    /// it, or the one that has the capture, or the first one around it that is enabled.
     void Click(CPoint point);
+    /// Presses a button: WM_LBUTTONDOWN, WM_MBUTTONDOWN or WM_RBUTTONDOWN.
     void Press(CPoint point, UINT message = WM_LBUTTONDOWN);
+    /// Releases a button.
     void Release(CPoint point, UINT message = WM_LBUTTONUP);
+    /// Moves the mouse.
     void MoveMouse(CPoint point);
+    /// Turns the wheel; a notch away from the user is a delta of 120.
     void Turn(CPoint point, short delta);
+    /// The front window at a point; null without one.
     CWnd* WindowAt(CPoint point) const;
 
     /// Dispatches posted messages and paints what is invalid, until nothing is left.
@@ -52,17 +58,22 @@ public:
 
     /// What windows have told assistive technology.
     struct Told {
-        const CWnd* window;
-        AccessibleEvent event;
-        int child;
-        CString text;
+        const CWnd* window;     ///< the window, which may be gone meanwhile
+        AccessibleEvent event;  ///< what it told
+        int child;              ///< the part that it is about; cNoAccessibleChild for the window
+        CString text;           ///< what is to be spoken
     };
+    /// All of it, in order; to be emptied by who reads it.
     std::vector<Told>& ToldEvents() { return m_told; }
     /// How many windows have painted themselves, and how many units of them.
     int PaintCount() const { return m_paintCount; }
+    /// How many units were painted.
     std::int64_t PaintedArea() const { return m_paintedArea; }
+    /// Puts a text on the clipboard.
     void SetClipboard(const CString& text) { m_clipboard = text; }
+    /// Gives the system another color.
     void SetColor(int index, COLORREF color) { m_colors[index] = color; }
+    /// How many lines a notch of the wheel scrolls.
     void SetWheelLines(int lines) { m_wheelLines = lines; }
 
     std::unique_ptr<NativeWindow> CreateNative(const WindowSetup& setup) override;

@@ -24,9 +24,11 @@ inline HWND handleOf(WindowCore* window) {
 constexpr WPARAM scrollParam(UINT code, int position) {
     return (code & 0xFFFFU) | (static_cast<WPARAM>(static_cast<std::uint32_t>(position)) << 16);
 }
+/// The position of the thumb in what scrollParam made.
 constexpr UINT thumbOf(WPARAM value) {
     return static_cast<UINT>(value >> 16);
 }
+/// The point in what MAKELPARAM made.
 constexpr CPoint pointOf(LPARAM value) {
     const auto bits = static_cast<WPARAM>(value);
     return {static_cast<std::int16_t>(LOWORD(bits)), static_cast<std::int16_t>(HIWORD(bits))};

@@ -18,6 +18,7 @@ protected:
     /// The field of a window, with its style (ES_...).
     SystemEdit(CWnd& owner, DWORD style) : m_owner(owner), m_style(style) {}
 
+    /// Whether the user can't change the text.
     virtual bool is_read_only() const = 0;
     /// Replaces the selection; as one step that can be undone.
     virtual void insert(const CString& text) = 0;
@@ -29,8 +30,11 @@ protected:
     /// Takes the last Undo back; by default nothing.
     virtual void redo() {}
 
+    /// The edit box that the field belongs to.
     CWnd& owner() const { return m_owner; }
+    /// Its style (ES_...).
     DWORD style() const { return m_style; }
+    /// Whether it has several lines.
     bool is_multi_line() const { return (m_style & ES_MULTILINE) != 0; }
 
 private:

@@ -21,6 +21,7 @@ private:
 /// Keeps a message on the screen while somebody keys on who does not see it.
 class TESSALINK_API TypedAhead {
 public:
+    /// The kinds of keys that matter here.
     enum class Key { Return, Text, Other };
 
     /// Whether a key is kept from the message: characters, and a Return after them or one that is
@@ -44,24 +45,25 @@ TESSALINK_API CRect placedWithin(const CRect& window, const CRect& room, int tit
 /// The colors of an edit box's text and ground, which its parent may have chosen; nothing when the
 /// window has ended meanwhile.
 struct EditColors {
-    COLORREF text;
-    COLORREF ground;
+    COLORREF text;    ///< of the text
+    COLORREF ground;  ///< behind it
 };
+/// Asks the parent of an edit box for its colors (CWnd::OnCtlColor).
 TESSALINK_API std::optional<EditColors> editColors(CWnd& edit);
 
 /// The colors of a system, which may have none that fit: moved towards black or white until they
 /// are legible.
 struct BaseColors {
-    COLORREF window;
-    COLORREF windowText;
-    COLORREF highlight;
-    COLORREF highlightText;
-    COLORREF face;
-    COLORREF faceText;
-    COLORREF grayText;
-    COLORREF shadow;  ///< where the theme is light
-    COLORREF tip;
-    COLORREF tipText;
+    COLORREF window;         ///< of fields
+    COLORREF windowText;     ///< in fields
+    COLORREF highlight;      ///< of what is selected
+    COLORREF highlightText;  ///< of text in that
+    COLORREF face;           ///< of dialogs
+    COLORREF faceText;       ///< of text in dialogs
+    COLORREF grayText;       ///< of text that can't be used
+    COLORREF shadow;         ///< where the theme is light
+    COLORREF tip;            ///< of tips
+    COLORREF tipText;        ///< of text in tips
 };
 /// The color with a number (COLOR_...).
 TESSALINK_API COLORREF legibleColor(const BaseColors& colors, int index);
@@ -74,9 +76,10 @@ TESSALINK_API AccessibleElement accessibleElement(const CWnd* window, int child)
 TESSALINK_API CString accessibleDescription(const AccessibleElement& element);
 /// The window, this one or one around it, and its part that has the focus; null without one.
 struct FocusedPart {
-    const CWnd* window;
-    int part;
+    const CWnd* window;  ///< the window; null without one
+    int part;            ///< cNoAccessibleChild for the window itself
 };
+/// Looks from a window with the focus to the outside.
 TESSALINK_API FocusedPart focusedPart(const CWnd& focused);
 
 }  // namespace tessalink

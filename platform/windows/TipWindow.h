@@ -11,7 +11,9 @@ public:
     /// Shows the text in a font right below a point of the screen, or above it when there is no
     /// room below. The font must outlive its use.
     void ShowText(const CString& text, CPoint screenPoint, CFont* font);
+    /// Hides the tip.
     void Hide() { ShowWindow(SW_HIDE); }
+    /// What is shown.
     const CString& GetText() const { return m_text; }
 
     void OnPaint() override;

@@ -10,10 +10,10 @@ struct WindowCore;
 
 /// Shapes of the cursor, with the numbers of the classic IDC_....
 inline constexpr int cArrowCursor = 32512;
-inline constexpr int cBeamCursor = 32513;
-inline constexpr int cCrossCursor = 32515;
-inline constexpr int cMoveCursor = 32646;
-inline constexpr int cHandCursor = 32649;
+inline constexpr int cBeamCursor = 32513;   ///< for text
+inline constexpr int cCrossCursor = 32515;  ///< for a point
+inline constexpr int cMoveCursor = 32646;   ///< for what can be moved
+inline constexpr int cHandCursor = 32649;   ///< for what can be clicked
 }  // namespace tessalink
 
 /// The messages of windows, their constants and records, with the names and values of the classic
@@ -28,14 +28,17 @@ using UINT_PTR = std::uintptr_t;
 /// A window, as notifications name it. It is valid while the window exists.
 using HWND = tessalink::WindowCore*;
 
+/// Two numbers of 16 bits in one parameter.
 constexpr WPARAM MAKEWPARAM(UINT low, UINT high) {
     return (low & 0xFFFFU) | ((high & 0xFFFFU) << 16);
 }
 
+/// The low 16 bits.
 constexpr UINT LOWORD(WPARAM value) {
     return static_cast<UINT>(value & 0xFFFFU);
 }
 
+/// The 16 bits above them.
 constexpr UINT HIWORD(WPARAM value) {
     return static_cast<UINT>((value >> 16) & 0xFFFFU);
 }
@@ -46,6 +49,7 @@ constexpr LPARAM MAKELPARAM(int x, int y) {
         MAKEWPARAM(static_cast<UINT>(x) & 0xFFFFU, static_cast<UINT>(y) & 0xFFFFU));
 }
 
+/// The messages of windows.
 inline constexpr UINT WM_CREATE = 0x0001;
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_MOVE = 0x0003;
@@ -102,6 +106,7 @@ inline constexpr UINT EN_SETFOCUS = 0x0100;
 inline constexpr UINT EN_KILLFOCUS = 0x0200;
 inline constexpr UINT EN_CHANGE = 0x0300;
 
+/// The styles of windows.
 inline constexpr DWORD WS_TABSTOP = 0x00010000;
 inline constexpr DWORD WS_GROUP = 0x00020000;
 inline constexpr DWORD WS_HSCROLL = 0x00100000;
@@ -113,6 +118,7 @@ inline constexpr DWORD WS_VISIBLE = 0x10000000;
 inline constexpr DWORD WS_CHILD = 0x40000000;
 inline constexpr DWORD WS_POPUP = 0x80000000;
 
+/// Further styles of edit boxes.
 inline constexpr DWORD ES_MULTILINE = 0x0004;
 inline constexpr DWORD ES_AUTOVSCROLL = 0x0040;
 inline constexpr DWORD ES_AUTOHSCROLL = 0x0080;
@@ -120,9 +126,11 @@ inline constexpr DWORD ES_READONLY = 0x0800;
 inline constexpr DWORD ES_WANTRETURN = 0x1000;
 inline constexpr DWORD ES_NUMBER = 0x2000;
 
+/// What ShowWindow takes.
 inline constexpr int SW_HIDE = 0;
 inline constexpr int SW_SHOW = 5;
 
+/// What SetWindowPos takes.
 inline constexpr UINT SWP_NOSIZE = 0x0001;
 inline constexpr UINT SWP_NOMOVE = 0x0002;
 inline constexpr UINT SWP_NOZORDER = 0x0004;
@@ -131,8 +139,10 @@ inline constexpr UINT SWP_NOACTIVATE = 0x0010;
 inline constexpr UINT SWP_SHOWWINDOW = 0x0040;
 inline constexpr UINT SWP_HIDEWINDOW = 0x0080;
 
+/// The two scroll bars of a window.
 inline constexpr int SB_HORZ = 0;
 inline constexpr int SB_VERT = 1;
+/// What the user asks of a scroll bar.
 inline constexpr UINT SB_LINEUP = 0;
 inline constexpr UINT SB_LINELEFT = 0;
 inline constexpr UINT SB_LINEDOWN = 1;
@@ -149,6 +159,7 @@ inline constexpr UINT SB_BOTTOM = 7;
 inline constexpr UINT SB_RIGHT = 7;
 inline constexpr UINT SB_ENDSCROLL = 8;
 
+/// What of a SCROLLINFO counts.
 inline constexpr UINT SIF_RANGE = 1;
 inline constexpr UINT SIF_PAGE = 2;
 inline constexpr UINT SIF_POS = 4;
@@ -164,6 +175,7 @@ inline constexpr UINT DLGC_WANTCHARS = 0x0080;
 /// Among the flags of a key or character: the key is held down, and repeats itself.
 inline constexpr UINT KF_REPEAT = 0x4000;
 
+/// Keys that are no characters.
 inline constexpr UINT VK_BACK = 0x08;
 inline constexpr UINT VK_TAB = 0x09;
 inline constexpr UINT VK_RETURN = 0x0D;
@@ -183,12 +195,14 @@ inline constexpr UINT VK_DOWN = 0x28;
 inline constexpr UINT VK_INSERT = 0x2D;
 inline constexpr UINT VK_DELETE = 0x2E;
 
+/// What else is down while the mouse is used.
 inline constexpr UINT MK_LBUTTON = 0x01;
 inline constexpr UINT MK_RBUTTON = 0x02;
 inline constexpr UINT MK_SHIFT = 0x04;
 inline constexpr UINT MK_CONTROL = 0x08;
 inline constexpr UINT MK_MBUTTON = 0x10;
 
+/// Colors of the system, for GetSysColor.
 inline constexpr int COLOR_WINDOW = 5;
 inline constexpr int COLOR_WINDOWTEXT = 8;
 inline constexpr int COLOR_HIGHLIGHT = 13;
@@ -201,6 +215,7 @@ inline constexpr int COLOR_BTNHIGHLIGHT = 20;
 inline constexpr int COLOR_INFOTEXT = 23;
 inline constexpr int COLOR_INFOBK = 24;
 
+/// Measures of the system, for GetSystemMetrics.
 inline constexpr int SM_CXSCREEN = 0;
 inline constexpr int SM_CYSCREEN = 1;
 inline constexpr int SM_CXVSCROLL = 2;
@@ -209,42 +224,49 @@ inline constexpr int SM_CXBORDER = 5;
 inline constexpr int SM_CYBORDER = 6;
 inline constexpr int SM_CYMENU = 15;
 
+/// Settings of the system, for SystemParametersInfo.
 inline constexpr UINT SPI_GETWHEELSCROLLLINES = 0x0068;
 
+/// Shapes of the cursor, for SetCursor.
 inline constexpr int IDC_ARROW = tessalink::cArrowCursor;
 inline constexpr int IDC_IBEAM = tessalink::cBeamCursor;
 inline constexpr int IDC_CROSS = tessalink::cCrossCursor;
 inline constexpr int IDC_SIZEALL = tessalink::cMoveCursor;
 inline constexpr int IDC_HAND = tessalink::cHandCursor;
 
+/// Where in a window the mouse is.
 inline constexpr UINT HTCLIENT = 1;
 
 /// The start of every notification.
 struct NMHDR {
-    HWND hwndFrom = nullptr;
-    UINT_PTR idFrom = 0;
+    HWND hwndFrom = nullptr;  ///< the control
+    UINT_PTR idFrom = 0;      ///< its id
+    /// What it tells: NM_... or a code of its own.
     std::int32_t code = 0;
 };
 
+/// What a scroll bar shows. Positions are in any unit of the program's.
 struct SCROLLINFO {
-    UINT cbSize = sizeof(SCROLLINFO);
+    UINT cbSize = sizeof(SCROLLINFO);  ///< the size of the record
+    /// What counts of it: SIF_... together.
     UINT fMask = 0;
-    int nMin = 0;
-    int nMax = 0;
-    UINT nPage = 0;
-    int nPos = 0;
-    int nTrackPos = 0;
+    int nMin = 0;       ///< the least position
+    int nMax = 0;       ///< the end of the range
+    UINT nPage = 0;     ///< how much shows at a time
+    int nPos = 0;       ///< the present position
+    int nTrackPos = 0;  ///< the position while the user drags
 };
 
 /// What a new window is made of; the text in bytes of the code page.
 struct CREATESTRUCTA {
-    int cy = 0;
-    int cx = 0;
-    int y = 0;
-    int x = 0;
-    std::int32_t style = 0;
-    const char* lpszName = nullptr;
+    int cy = 0;                      ///< the height
+    int cx = 0;                      ///< the width
+    int y = 0;                       ///< in the parent's client area
+    int x = 0;                       ///< in the parent's client area
+    std::int32_t style = 0;          ///< WS_
+    const char* lpszName = nullptr;  ///< the text
 };
+/// The same as CREATESTRUCTA.
 using CREATESTRUCT = CREATESTRUCTA;
 
 #endif

@@ -15,14 +15,15 @@ namespace tessalink {
 
 /// What was done to a command of a template, or could not be done.
 struct TidyFinding {
+    /// What kinds of findings there are.
     enum class Kind : std::uint8_t {
         changed,  ///< the command was put together, or what the word processor put for a key
         left      ///< something stays as it is that the author must look at
     };
 
-    Kind kind = Kind::changed;
-    TextPlace place;  ///< where the command begins in the template as it was read
-    CString message;  ///< says what was done, or why nothing was, and what to do
+    Kind kind = Kind::changed;  ///< whether something was changed
+    TextPlace place;            ///< where the command begins in the template as it was read
+    CString message;            ///< says what was done, or why nothing was, and what to do
 };
 
 /// Puts commands together that a word processor has parted. An author types `@Name`; as soon as one
@@ -53,8 +54,10 @@ class TESSALINK_API TemplateTidier {
 public:
     /// How long a command may be, and the markup within it, in bytes.
     static constexpr std::size_t cMaxLength = std::size_t{16} << 20;
+    /// The longest markup in a command, in bytes.
     static constexpr std::size_t cMaxMarkup = std::size_t{1} << 20;
 
+    /// Is told each finding.
     using Listener = std::function<void(const TidyFinding&)>;
 
     /// Reads a plain template, which must be open and outlive the tidier. The file is read a second

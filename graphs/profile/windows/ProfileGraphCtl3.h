@@ -14,6 +14,7 @@ public:
     /// Whether scores at the ends of the labels and beyond show as "<" and ">" the end, where
     /// neither "<=" nor ">=" is used.
     void UseLt(int use) { set_relation(cLess, use); }
+    /// See UseLt.
     void UseGt(int use) { set_relation(cGreater, use); }
 
     void OnMButtonDown(UINT flags, CPoint point) override;

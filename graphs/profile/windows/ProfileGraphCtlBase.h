@@ -19,6 +19,7 @@ namespace tessalink {
 template <class Graph>
 class TESSALINK_API ProfileGraphWindow : public CWnd, public Graph {
 public:
+    /// A profile of the graph.
     using ProfileInfo = tessalink::ProfileInfo;
 
     /// How long the mouse has to rest, in milliseconds.
@@ -41,6 +42,7 @@ public:
     void SetHintFormat(const CString& format);
     /// Whether scores at the ends of the labels and beyond show as "<=" and ">=" the end.
     void UseLe(int use) { set_relation(cLessOrEqual, use); }
+    /// See UseLe.
     void UseGe(int use) { set_relation(cGreaterOrEqual, use); }
 
     /// Builds the hint for a point of the client area; returns whether there is one.
@@ -72,18 +74,24 @@ public:
     using CWnd::Create;
 
 protected:
+    /// Scores from the upper end of the labels on show as ">=" that.
     static constexpr std::uint16_t cGreaterOrEqual = 1;
+    /// Scores up to the lower end of the labels show as "<=" that.
     static constexpr std::uint16_t cLessOrEqual = 2;
+    /// Scores from the upper end of the labels on show as ">" that.
     static constexpr std::uint16_t cGreater = 4;
+    /// Scores up to the lower end of the labels show as "<" that.
     static constexpr std::uint16_t cLess = 8;
 
     /// What every press of a button does first: the window comes to the top, gets the focus, and
     /// its document becomes the active one.
     void handle_mouse_down();
+    /// Sets or clears one of the four signs.
     void set_relation(std::uint16_t bit, int use);
 
     /// The parts of a hint; `scale` counts from 1.
     virtual CString format_hint_text(ProfileInfo* profile, int scale) const;
+    /// The score in a hint, and the sign before it.
     virtual CString format_hint_value(ProfileInfo* profile, int scale, double value) const;
     /// The score that a hint tells and that the point stands at.
     virtual double get_y_disp_val(int scale, ProfileInfo* profile) const;
