@@ -13,6 +13,11 @@ desk_needs=(/usr/include/sqlite3.h=libsqlite3-dev '/usr/lib/*/cmake/Qt6PdfWidget
             '/usr/lib/*/cmake/Qt6LinguistTools=qt6-tools-dev'
             '/usr/lib/qt6/bin/lrelease=qt6-l10n-tools')
 
+# What the manual is made by.
+# shellcheck disable=SC2034
+manual_needs=(python3=python3 doxygen=doxygen pandoc=pandoc
+              /usr/share/doxygen-awesome-css/doxygen-awesome.css=doxygen-awesome-css)
+
 is_there() {
     if [[ $1 == */* ]]; then compgen -G "$1" >/dev/null; else command -v "$1" >/dev/null; fi
 }

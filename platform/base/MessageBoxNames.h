@@ -6,6 +6,7 @@
 /// Where the platform has them itself (Windows), they are the platform's.
 #ifndef _WIN32
 
+/// Kinds and pictures of message boxes.
 inline constexpr UINT MB_OK = 0x00;
 inline constexpr UINT MB_OKCANCEL = 0x01;
 inline constexpr UINT MB_ABORTRETRYIGNORE = 0x02;

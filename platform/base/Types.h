@@ -8,14 +8,14 @@
 #ifdef _WIN32
 #include "platform/base/windows/PlatformNames.h"
 #else
-using BYTE = std::uint8_t;
-using WORD = std::uint16_t;
-using LONG = std::int32_t;
-using DWORD = std::uint32_t;
-using UINT = unsigned int;
-using BOOL = int;
-using LPCSTR = const char*;
-using LPSTR = char*;
+using BYTE = std::uint8_t;    ///< 8 bits without sign
+using WORD = std::uint16_t;   ///< 16 bits without sign
+using LONG = std::int32_t;    ///< 32 bits with sign
+using DWORD = std::uint32_t;  ///< 32 bits without sign
+using UINT = unsigned int;    ///< 32 bits without sign
+using BOOL = int;             ///< 0 or nonzero
+using LPCSTR = const char*;   ///< a text that ends in a NUL
+using LPSTR = char*;          ///< one that may be changed
 #endif
 
 namespace tessalink {

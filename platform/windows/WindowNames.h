@@ -21,6 +21,7 @@ inline constexpr int cHandCursor = 32649;   ///< for what can be clicked
 /// Where the platform has them itself (Windows), they are the platform's.
 #ifndef _WIN32
 
+/// A parameter, result or id of a message.
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;

@@ -6,6 +6,7 @@ import tempfile
 import unittest
 
 import check_includes
+import check_links
 import check_targets
 import check_text
 import readme_examples
@@ -127,6 +128,32 @@ class Text(unittest.TestCase):
                              ("a\nb", [2]), (f"x {home}me\n", [1]), ("a/home/b\n", [])]:
             with self.subTest(text=text):
                 self.assertEqual([n for n, _ in check_text.faults_of_text(text)], faults)
+
+
+class Links(unittest.TestCase):
+    PAGE = "# A page\n\n## Two `words`, or @\n\n## Twice\n\n## Twice\n"
+
+    def faults(self, text):
+        with tempfile.TemporaryDirectory() as root:
+            write(root, "docs/page.md", self.PAGE)
+            write(root, "docs/images/a.png", "")
+            write(root, "README.md", text)
+            return check_links.faults_of_tree(root)
+
+    def test_good(self):
+        for link in ["docs/page.md", "docs", "docs/page.md#two-words-or-", "docs/page.md#twice-1", "#mine",
+                     "docs/images/a.png", "https://example.org/x.md"]:
+            with self.subTest(link=link):
+                self.assertEqual(self.faults(f"# Mine\n\nSee [this\nthing]({link}) and `[x](y)`.\n"), [])
+        self.assertEqual(self.faults("```\n[x](missing.md)\n```\n"), [])
+
+    def test_broken(self):
+        for link in ["docs/pages.md", "page.md", "docs/page.md#three", "docs/page.md#twice-2", "#yours",
+                     "docs/images/b.png"]:
+            with self.subTest(link=link):
+                faults = self.faults(f"# Mine\n\nSee `a` ![this\nthing]({link}).\n")
+                self.assertEqual(len(faults), 1)
+                self.assertTrue(faults[0].startswith("README.md:3: "))
 
 
 README = """# R
