@@ -23,8 +23,8 @@ class TemplateFile;
 
 /// A place in a file of a template; without a file, one in the text of an @EVAL.
 struct TemplateSpot {
-    const CFile* file = nullptr;
-    std::uint64_t offset = 0;  ///< in bytes
+    const CFile* file = nullptr;  ///< null for the text of an @EVAL
+    std::uint64_t offset = 0;     ///< in bytes
 };
 
 }  // namespace tessalink
@@ -232,6 +232,7 @@ protected:
     tessalink::TextPlace token_place() const;
     /// The same without a look at the file.
     tessalink::TemplateSpot statement_spot() const { return spot_at(m_statementPos); }
+    /// The place of the current token, without a look at the file.
     tessalink::TemplateSpot token_spot() const { return spot_at(m_scanner.GetTokenPos()); }
     /// Whether this is the run of a deferred block.
     bool is_deferred_block() const { return m_source == Source::deferred; }

@@ -328,6 +328,8 @@ class Site:
 
     LINK = re.compile(r'<(?:a|img|object|link|script)\b[^>]*?\b(?:href|src|data)="([^"]*)"')
     ANCHOR = re.compile(r'\b(?:id|name)="([^"]*)"')
+    # Doxygen's own list of a page's sections also names those that have nothing to show.
+    SUMMARY = re.compile(r'<div class="summary">.*?</div>', re.DOTALL)
 
     def __init__(self, site):
         self.site = site
@@ -337,7 +339,7 @@ class Site:
 
     def faults(self):
         for name, text in sorted(self.texts.items()):
-            for target in sorted(set(self.LINK.findall(text))):
+            for target in sorted(set(self.LINK.findall(self.SUMMARY.sub("", text)))):
                 if fault := self.fault(name, html.unescape(target)):
                     yield f"{name}: {fault}"
 

@@ -34,10 +34,11 @@ inline constexpr double cMaxPngPixels = double{1u << 26};
 using PngMaker =
     std::function<std::vector<BYTE>(HENHMETAFILE picture, int width, int height, int dpi)>;
 
+/// How pictures of reports are written.
 struct ReportPictures {
-    PictureKinds kinds = PictureKinds::Metafile;
-    int pngDpi = cReportPngDpi;
-    PngMaker makePng = {};  ///< needed for all kinds but Metafile
+    PictureKinds kinds = PictureKinds::Metafile;  ///< metafile, PNG or both
+    int pngDpi = cReportPngDpi;                   ///< pixels of a PNG per inch
+    PngMaker makePng = {};                        ///< needed for all kinds but Metafile
 };
 
 /// The pixels of a PNG of so many inches, at least 1 by 1; nothing when they are too many, and when

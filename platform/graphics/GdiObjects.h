@@ -13,6 +13,7 @@
 /// Creating one returns nonzero, or 0 when the description makes no sense; creating it anew
 /// replaces what it was. An object belongs to whoever made it and must stay while it is selected.
 
+/// What pens, brushes, fonts and regions have in common.
 class TESSALINK_API CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 

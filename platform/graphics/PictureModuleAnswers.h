@@ -16,6 +16,7 @@ namespace tessalink {
 /// The picture of a job while it is drawn.
 class JobPicture {
 public:
+    /// Reads the metafile of the job.
     explicit JobPicture(const TessalinkPictureJob& job)
         : m_handle(SetEnhMetaFileBits(static_cast<UINT>(job.size), job.metafile)),
           m_whole(0, 0, job.width, job.height) {}
@@ -23,6 +24,7 @@ public:
     JobPicture(const JobPicture&) = delete;
     JobPicture& operator=(const JobPicture&) = delete;
 
+    /// Draws the picture so that its frame fills the size of the job.
     void Draw(CDC& dc) const { PlayEnhMetaFile(&dc, m_handle, m_whole); }
 
 private:
@@ -47,6 +49,7 @@ inline int answerJob(std::vector<BYTE> (*render)(const TessalinkPictureJob&),
     }
 }
 
+/// Gives the memory of answerJob back.
 inline void freeJobFile(TessalinkPictureFile& file) {
     std::free(file.bytes);
     file = {};

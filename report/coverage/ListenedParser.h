@@ -39,6 +39,7 @@ protected:
                         [&] { return Parser::get_include(token, execute); });
     }
 
+    /// What is told which parts run.
     PartListener& listener() { return m_listener; }
 
 private:

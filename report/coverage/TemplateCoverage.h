@@ -17,17 +17,17 @@ namespace tessalink {
 
 /// A part of a template, and in how many reports it ran.
 struct CoveredPart {
-    PartKind kind = PartKind::Then;
-    std::uint64_t start = 0;  ///< in bytes
-    std::uint64_t end = 0;
-    std::size_t reports = 0;
+    PartKind kind = PartKind::Then;  ///< what the part is
+    std::uint64_t start = 0;         ///< in bytes
+    std::uint64_t end = 0;           ///< in bytes; behind the part
+    std::size_t reports = 0;         ///< in how many reports it ran
 };
 
 /// A template, or an include, with its parts in the order of their starts, outer before inner ones.
 struct CoveredTemplate {
-    CString name;      ///< the path that was given for it
-    std::string text;  ///< plain
-    std::vector<CoveredPart> parts;
+    CString name;                    ///< the path that was given for it
+    std::string text;                ///< plain
+    std::vector<CoveredPart> parts;  ///< in the order of their starts
 };
 
 /// Which parts of templates run in reports: a listener for the parsers of many runs, one after the
@@ -38,12 +38,15 @@ public:
     /// known already is left out. The first fault of a template is a ParseException; the parts
     /// before it are kept. File faults pass through.
     void AddTemplate(CFile& file, int scrambled);
+    /// Whether the template with this path was added.
     bool Has(const CString& name) const { return m_numbers.contains(name); }
 
     /// Begins the next report: what runs in it counts once, however often it runs.
     void BeginReport();
 
+    /// How many reports were begun.
     std::size_t ReportCount() const { return m_reports; }
+    /// How many parts all templates have.
     std::size_t PartCount() const;
     /// Parts that ran in at least one report.
     std::size_t RunCount() const;
