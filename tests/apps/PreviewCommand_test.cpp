@@ -112,6 +112,7 @@ TEST_F(PreviewCommand, FaultsAreTold) {
          2,
          "another file would be the report child.rtf, too"},
         {{"-", "-o", "out"}, 2, "is read more than once"},
+        {{"letter.rtf", "-o", "out", "--graphs", "-", "--vars", "-"}, 2, "standard input is"},
         {{"letter.rtf"}, 2, "name a folder for reports"},
         {{"letter.rtf", "--report-coverage", "cov", "--least", "101"}, 2, "--least"},
         {{"letter.rtf", "-o", "out", "--encoding", "utf-8"}, 2, "--encoding"},

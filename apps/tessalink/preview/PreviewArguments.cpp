@@ -1,6 +1,7 @@
 #include "apps/tessalink/preview/PreviewArguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "apps/tessalink/Arguments.h"
 
@@ -13,6 +14,11 @@ constexpr double cWhole = 100;
 void checkArguments(const PreviewOptions& options) {
     if (options.report.templatePath == cStandardStream) {
         throw CLI::ValidationError("template", "is read more than once: name a file");
+    }
+    const auto& variables = options.variablesPaths;
+    if (options.report.graphsPath == cStandardStream &&
+        std::find(variables.begin(), variables.end(), cStandardStream) != variables.end()) {
+        throw CLI::ValidationError("--graphs", "standard input is the variables already");
     }
     if (options.outputFolder.empty() && options.coverageFolder.empty() && !options.least) {
         throw CLI::ValidationError("-o", "name a folder for reports, or --report-coverage one");
