@@ -206,6 +206,25 @@ protected:
     virtual int handle_error(const char* message);
     virtual int handle_error(const char* format, const char* argument);
 
+    // For parsers that read on behind a fault.
+
+    /// Reads what stands between the word @DEFER_START and its block.
+    int get_deferred_key(const Token& token, int execute, double& key);
+    /// Moves to the token @DEFER_END of the block, which begins here; `end` is its offset.
+    int skip_deferred_text(const Token& token, std::uint64_t& end);
+    int get_print_deferred(const Token& token, bool& descending);
+    /// Takes the text of a deferred block between two offsets, as stored.
+    int take_block(std::uint64_t start, std::uint64_t end, CString& text);
+    /// Runs a deferred block that begins at an offset; what is wrong with the run itself is wrong
+    /// at another one, that of the group.
+    int run_block(const CString& text, std::uint64_t start, const std::uint64_t& group);
+    /// Counts an @IF that is being read, or has been, towards the limit.
+    void count_nesting(int added) { m_counts->nesting += added; }
+    /// Where a fault would be that is found now; in the file, whatever deferred block it is in.
+    std::uint64_t fault_position() const;
+    std::uint64_t position_in_file(std::uint64_t position) const;
+    std::uint64_t statement_offset() const { return position_in_file(m_statementPos); }
+
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
     /// Writes text, up to its first NUL, to the output; returns 0 after a write fault.
@@ -285,8 +304,6 @@ private:
                    ParseException* error);
     int append_text(CString& result, std::string_view text);
     int get_deferred_block(const Token& token, DeferredGroup& group, int execute);
-    int skip_deferred_text(const Token& token, std::uint64_t& end);
-    int get_print_deferred(const Token& token, bool& descending);
     int print_deferred(const DeferredGroup& group, bool descending);
     int push(Token::Operator code);
     int apply_pending(int precedence);
@@ -295,7 +312,6 @@ private:
     int apply_integers(Token::Operator code, Operand& left, std::int32_t right);
     static void apply_reals(Token::Operator code, Operand& left, const Operand& right);
     int check_depth(int weight);
-    std::uint64_t fault_position() const;
     tessalink::TextPlace place_at(std::uint64_t position) const;
     tessalink::TemplateSpot spot_at(std::uint64_t position) const;
     void locate(std::uint64_t position, tessalink::TextPlace& place,

@@ -30,28 +30,41 @@ int FileParser::get_deferred_block(const Token& token, DeferredGroup& group, int
     if (group.keys.size() == cMaxDeferredBlocks) {
         return handle_error("Too many deferred blocks in one group!");
     }
-    if (!next_is(Token::tkLParen, "Left parenthesis expected after @DEFER_START!")) return 0;
-    Operand key{};
-    if (!evaluate(next_exp(), execute, key)) return 0;
-    group.keys.push_back(key.AsReal());
-    if (!expect(token, Token::tkRParen,
-                "Right parenthesis expected at end of DEFER_START condition!")) {
-        return 0;
-    }
-    m_scanner.SkipParagraphMark();
+    double key = 0.0;
+    if (!get_deferred_key(token, execute, key)) return 0;
+    group.keys.push_back(key);
     const std::uint64_t start = m_scanner.GetPos();
     std::uint64_t end = start;
     if (!skip_deferred_text(token, end)) return 0;
     if (execute) {
-        if (end - start > cMaxTextLength) return handle_error("Deferred block too long!");
-        group.texts.push_back(m_scanner.GetStoredText(start, end));
+        group.texts.emplace_back();
         group.positions.push_back(start);
+        if (!take_block(start, end, group.texts.back())) return 0;
     }
     m_scanner.SkipLineEnds();
     next_text();
     while (token.IsKeyword(Token::kwId) || token.IsKeyword(Token::kwComment)) {
         if (!get_uncond_stmt(token, execute)) return 0;
     }
+    return 1;
+}
+
+int FileParser::get_deferred_key(const Token& token, int execute, double& key) {
+    if (!next_is(Token::tkLParen, "Left parenthesis expected after @DEFER_START!")) return 0;
+    Operand value{};
+    if (!evaluate(next_exp(), execute, value)) return 0;
+    key = value.AsReal();
+    if (!expect(token, Token::tkRParen,
+                "Right parenthesis expected at end of DEFER_START condition!")) {
+        return 0;
+    }
+    m_scanner.SkipParagraphMark();
+    return 1;
+}
+
+int FileParser::take_block(std::uint64_t start, std::uint64_t end, CString& text) {
+    if (end - start > cMaxTextLength) return handle_error("Deferred block too long!");
+    text = m_scanner.GetStoredText(start, end);
     return 1;
 }
 
@@ -84,12 +97,15 @@ int FileParser::get_print_deferred(const Token& token, bool& descending) {
 }
 
 int FileParser::print_deferred(const DeferredGroup& group, bool descending) {
-    const ScopedValue<const std::uint64_t*> place(m_faultPos, &m_statementPos);
     const std::vector<double> keys =
         keeps_written_order() ? std::vector<double>(group.keys.size()) : group.keys;
     for (const std::uint16_t block : tessalink::detail::deferredOrder(keys, descending)) {
-        const CString& text = group.texts[block];
-        if (!run_text(text, m_output, Source::deferred, group.positions[block])) return 0;
+        if (!run_block(group.texts[block], group.positions[block], m_statementPos)) return 0;
     }
     return 1;
+}
+
+int FileParser::run_block(const CString& text, std::uint64_t start, const std::uint64_t& group) {
+    const ScopedValue<const std::uint64_t*> place(m_faultPos, &group);
+    return run_text(text, m_output, Source::deferred, start);
 }

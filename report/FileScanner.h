@@ -68,6 +68,10 @@ public:
     void SkipParagraphMark();
     /// Moves to the next `wanted` character, or to the end of the template.
     void SkipTo(char wanted);
+    /// Moves to an offset, from which the next token is read.
+    void MoveTo(std::uint64_t position) { m_reader.SetPos(position); }
+    /// Takes the next character, whatever it is; NUL at the end of the template.
+    char TakeChar() { return m_reader.Fill() ? m_reader.GetCh() : '\0'; }
 
     /// A place to go back to: the current token and what was before it.
     struct Mark {

@@ -33,25 +33,41 @@ int TemplateChecker::get_include(const Token& token, int) {
 }
 
 int TemplateChecker::get_deferred(const Token& token, int) {
-    // The blocks of a group inside an @IF may not run: what they define is not sure either.
-    const std::size_t defined = m_root->m_defined.size();
+    const Stretch blocks = begin_blocks();
     const int result = FileParser::get_deferred(token, 1);
-    if (m_root->m_conditions > 0) m_root->forget_definitions(defined);
+    end_blocks(blocks);
     return result;
 }
 
 int TemplateChecker::get_cond_stmt(const Token& token, int) {
-    // What an inner @IF defines is not sure to be defined after it: the outer one may skip it.
-    const bool unsure = m_root->m_conditions > 0;
-    const std::size_t defined = m_root->m_defined.size();
-    const detail::ScopedAddition condition(m_root->m_conditions);
+    const Stretch branches = begin_branches();
     const int result = FileParser::get_cond_stmt(token, 1);
-    if (unsure) m_root->forget_definitions(defined);
+    end_branches(branches);
     return result;
 }
 
-void TemplateChecker::forget_definitions(std::size_t count) {
-    for (; m_defined.size() > count; m_defined.pop_back()) variables().RemoveKey(m_defined.back());
+TemplateChecker::Stretch TemplateChecker::begin_branches() {
+    // An outer @IF may skip an inner one; one branch of an @IF that is in none runs.
+    const Stretch branches = begin_blocks();
+    ++m_root->m_conditions;
+    return branches;
+}
+
+void TemplateChecker::end_branches(const Stretch& branches) {
+    --m_root->m_conditions;
+    end_blocks(branches);
+}
+
+TemplateChecker::Stretch TemplateChecker::begin_blocks() const {
+    return {m_root->m_defined.size(), is_conditional()};
+}
+
+void TemplateChecker::end_blocks(const Stretch& blocks) const {
+    if (!blocks.isUnsure) return;
+    std::vector<CString>& defined = m_root->m_defined;
+    for (; defined.size() > blocks.defined; defined.pop_back()) {
+        m_root->variables().RemoveKey(defined.back());
+    }
 }
 
 int TemplateChecker::get_var(const Token& token, int) {

@@ -25,7 +25,8 @@ public:
     /// should be empty.
     TemplateChecker(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled);
 
-    /// Where the current token and the current statement are.
+    /// Where the current token and the current statement are; the latter as an offset in the file.
+    using FileParser::statement_offset;
     using FileParser::statement_place;
     using FileParser::token_place;
 
@@ -78,9 +79,23 @@ protected:
     /// The checker of the whole template.
     TemplateChecker& root() { return *m_root; }
 
+    /// What may not run: what is defined in it is not sure to be defined behind it.
+    struct Stretch {
+        std::size_t defined;  ///< how many names were before it
+        bool isUnsure;
+    };
+    /// The branches of an @IF, and the blocks of deferred output.
+    Stretch begin_branches();
+    void end_branches(const Stretch& branches);
+    Stretch begin_blocks() const;
+    void end_blocks(const Stretch& blocks) const;
+    /// Whether what is being read stands in an @IF.
+    bool is_conditional() const { return m_root->m_conditions > 0; }
+    /// Whether a reading is tried: a fault only says that it fails.
+    bool is_trial() const { return m_isTrial; }
+
 private:
     bool is_text(const Token& token);
-    void forget_definitions(std::size_t count);
 
     TemplateChecker* m_root;  ///< the checker of the whole template; this one, or a block's parent
     int m_conditions = 0;     ///< how many @IFs are being read

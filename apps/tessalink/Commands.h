@@ -37,12 +37,15 @@ struct ScrambleOptions {
 /// Scrambles or unscrambles: the key works both ways.
 int scrambleFile(const ScrambleOptions& options);
 
+/// How `check` tells what it finds.
+enum class FaultFormat { text, json, sarif };
 struct CheckOptions {
     std::vector<std::string> templatePaths;
     std::string includeFolder;
     Storage storage = Storage::detect;
+    FaultFormat format = FaultFormat::text;
 };
-/// Names the first fault of each template and of what it includes.
+/// Tells every fault of each template and of what it includes.
 int checkTemplates(const CheckOptions& options);
 /// Prints as JSON what a template uses.
 int listUses(const CheckOptions& options);

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "platform/base/CodePage.h"
+#include "platform/base/Utf8.h"
 
 namespace tessalink::cli {
 
@@ -35,6 +36,12 @@ void printFault(const InputError& fault) {
 
 void printTrouble(const char* message) {
     std::fprintf(stderr, "tessalink: %s\n", message);
+}
+
+std::string readableName(std::string_view text) {
+    std::string result;
+    while (!text.empty()) appendUtf8(result, takeUtf8(text).value_or(cReplacementCharacter));
+    return result;
 }
 
 std::string codePageWord() {

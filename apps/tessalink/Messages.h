@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "core/InputError.h"
 #include "report/ParseException.h"
@@ -21,6 +22,9 @@ void printTrouble(const char* message);
 int printResult(const std::string& text);
 /// Prints "FILE:LINE:COLUMN: KIND: MESSAGE".
 void printAt(const TextPlace& place, const char* kind, const CString& message);
+
+/// A text of the file system, which may be in any encoding, as UTF-8.
+std::string readableName(std::string_view text);
 
 /// What options call the program's code page: "windows-1252".
 std::string codePageWord();

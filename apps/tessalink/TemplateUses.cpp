@@ -2,24 +2,25 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
-#include "apps/tessalink/BrokenCommand.h"
 #include "apps/tessalink/IncludeRules.h"
 #include "apps/tessalink/TemplateInput.h"
+#include "core/InputError.h"
 #include "platform/files/CMemFile.h"
-#include "report/TemplateChecker.h"
 #include "report/TemplateFile.h"
+#include "report/check/FaultFinder.h"
 
 namespace tessalink::cli {
 
-namespace {
-
 /// A checker that notes the first use of every name.
-class TemplateIndex : public TemplateChecker {
+class TemplateWalk::Index : public FaultFinder {
 public:
-    TemplateIndex(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled,
-                  TemplateUses& uses)
-        : TemplateChecker(templateFile, output, definitions, scrambled), m_uses(uses) {}
+    Index(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled,
+          TemplateWalk& walk)
+        : FaultFinder(templateFile, output, definitions, scrambled),
+          m_uses(walk.m_uses),
+          m_walk(walk) {}
 
 protected:
     void note_read(const CString& name, const TemplateChecker& at) override {
@@ -46,6 +47,8 @@ protected:
         NamedUse& use = m_uses.includes[name];
         if (!use.first.IsKnown()) use.first = at.statement_place();
         use.isConstant |= isConstant;
+        const CString why = isConstant ? m_walk.why_missing(name) : CString();
+        if (!why.IsEmpty()) tell_include(at, why);
     }
 
 private:
@@ -55,14 +58,21 @@ private:
     }
 
     TemplateUses& m_uses;
+    TemplateWalk& m_walk;
 };
 
+namespace {
+
 /// The file itself, however its path is spelt.
-std::string fileOf(const TemplateFile& file) {
+std::string fileOf(const CFile& file) {
     const std::string path(file.GetFilePath().View());
     std::error_code error;
     const auto whole = std::filesystem::canonical(path, error);
     return error ? path : whole.generic_string();
+}
+
+TemplateFault faultAt(const TextPlace& place, const CString& message) {
+    return {message, message, place, {}, {}};
 }
 
 }  // namespace
@@ -72,11 +82,9 @@ void TemplateWalk::Read(const CheckOptions& options) {
         try {
             read_template(path, options);
         } catch (const InputError& fault) {
-            printFault(fault);
-            ++m_faults;
+            m_log.Add({faultAt(fault.GetPlace(), fault.what()), {}});
         } catch (const CFileException& error) {
-            printTrouble(error.what());
-            ++m_troubles;
+            m_log.Add({path.c_str(), error.what(), true});
         }
     }
 }
@@ -84,13 +92,13 @@ void TemplateWalk::Read(const CheckOptions& options) {
 void TemplateWalk::read_template(const std::string& path, const CheckOptions& options) {
     TemplateInput input(path, options.storage);
     if (input.IsDoubtful()) {
-        printTrouble((path + ": read as a scrambled template, but it is no RTF; --plain reads it "
-                             "as it stands")
-                         .c_str());
+        m_log.Add({path.c_str(), path + ": read as a scrambled template, but it is no RTF; --plain "
+                                        "reads it as it stands"});
     }
     setIncludeFolder(path, options.includeFolder);
     m_includeFolder = {};
     m_uses = {};
+    m_filesRead.insert(fileOf(input.File()));
     read_file(input.File(), input.IsScrambled(), nullptr);
     read_includes();
 }
@@ -104,42 +112,45 @@ void TemplateWalk::read_includes() {
     }
 }
 
+/// Why an include can't be used; empty if it can, or when that has been told.
+CString TemplateWalk::why_missing(const CString& name) {
+    try {
+        m_includeFolder.Find(name);
+    } catch (const IncludeFault& fault) {
+        if (m_includesMissed.insert(name).second) return fault.what();
+    }
+    return {};
+}
+
 void TemplateWalk::read_include(const NamedUse& include) {
-    CString trouble;
     try {
         const IncludedFile& found = m_includeFolder.Find(include.name);
         TemplateFile file(found.path);
-        if (!m_filesRead.insert(fileOf(file)).second) return;
-        return read_file(file, found.isScrambled, &include.first);
-    } catch (const IncludeFault& fault) {
-        if (!m_includesMissed.insert(include.name).second) return;
-        trouble = fault.what();
+        if (m_filesRead.insert(fileOf(file)).second) {
+            read_file(file, found.isScrambled, &include.first);
+        }
+    } catch (const IncludeFault&) {
+        // Told where it is included.
     } catch (const CFileException& error) {
-        trouble = includeTrouble(include.name, error);
+        m_log.Add({faultAt(include.first, includeTrouble(include.name, error)), {}});
     }
-    ParseException fault(trouble);
-    fault.SetPlace(include.first);
-    fail(fault);
 }
 
 void TemplateWalk::read_file(CFile& file, int scrambled, const TextPlace* includedFrom) {
     CMemFile output;
     VarTable definitions;
-    TemplateIndex index(file, output, definitions, scrambled, m_uses);
-    ++m_files;
-    try {
-        index.Parse(nullptr);
-        if (m_note) m_note(file, scrambled);
-    } catch (ParseException& fault) {
-        if (includedFrom) fault.AddInclude(*includedFrom);
-        fail(fault);
-        noteBrokenCommand(file, fault);
+    Index index(file, output, definitions, scrambled, *this);
+    m_log.AddFile();
+    std::vector<TemplateFault> faults = index.FindFaults();
+    if (faults.empty() && m_note) m_note(file, scrambled);
+    for (TemplateFault& fault : faults) {
+        CheckedFault checked{std::move(fault), {}};
+        if (includedFrom) checked.includes.push_back(*includedFrom);
+        m_log.Add(std::move(checked));
     }
-}
-
-void TemplateWalk::fail(const ParseException& fault) {
-    ++m_faults;
-    printFault(fault);
+    if (index.IsComplete()) return;
+    const CString& path = file.GetGivenPath();
+    m_log.Add({path, std::string(path.View()) + ": too many faults: the rest of it was not read"});
 }
 
 }  // namespace tessalink::cli

@@ -8,11 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "apps/tessalink/CheckLog.h"
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/IncludeRules.h"
-#include "apps/tessalink/Messages.h"
 #include "platform/base/CString.h"
-#include "report/ParseException.h"
 
 class CFile;
 
@@ -62,33 +61,33 @@ struct TemplateUses {
 /// Reads templates without running them, and every include that is named by a constant once.
 class TemplateWalk {
 public:
-    /// Reads the templates; prints the first fault of each file, an include that can't be read
-    /// included, and the trouble with a template that can't be read.
+    /// With `isPrinted`, faults are printed as they are found.
+    explicit TemplateWalk(bool isPrinted) : m_log(isPrinted) {}
+
+    /// Reads the templates, each to its end, whatever their faults.
     void Read(const CheckOptions& options);
     /// Calls `note` for each file that is read, too.
     void NoteFiles(std::function<void(CFile&, int scrambled)> note) { m_note = std::move(note); }
 
-    /// The exit code for what was found.
-    int ExitCode() const { return m_troubles ? cUsage : m_faults ? cInputFault : cSuccess; }
-    int FileCount() const { return m_files; }
+    const CheckLog& Log() const { return m_log; }
     /// What the template that was read last uses, with its includes.
     const TemplateUses& Uses() const { return m_uses; }
 
 private:
+    class Index;
+
     void read_template(const std::string& path, const CheckOptions& options);
     void read_includes();
     void read_include(const NamedUse& include);
     void read_file(CFile& file, int scrambled, const TextPlace* includedFrom);
-    void fail(const ParseException& fault);
+    CString why_missing(const CString& name);
 
+    CheckLog m_log;
     TemplateUses m_uses;
     std::function<void(CFile&, int)> m_note;
     IncludeFolder m_includeFolder;
     std::set<CString> m_includesMissed;
     std::set<std::string> m_filesRead;
-    int m_faults = 0;
-    int m_troubles = 0;
-    int m_files = 0;
 };
 
 }  // namespace tessalink::cli

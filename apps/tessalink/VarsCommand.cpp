@@ -7,7 +7,6 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/TemplateUses.h"
 #include "platform/base/CodePage.h"
-#include "platform/base/Utf8.h"
 
 namespace tessalink::cli {
 
@@ -17,13 +16,6 @@ constexpr unsigned cIndent = 2;
 
 using JsonWriter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
-/// A text of the file system, which may be in any encoding, as UTF-8.
-std::string readable(std::string_view text) {
-    std::string result;
-    while (!text.empty()) appendUtf8(result, takeUtf8(text).value_or(cReplacementCharacter));
-    return result;
-}
-
 void writeMember(JsonWriter& json, const char* key, const std::string& text) {
     json.Key(key);
     json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
@@ -31,7 +23,7 @@ void writeMember(JsonWriter& json, const char* key, const std::string& text) {
 
 /// Writes the members of a place into the object that is open.
 void writePlace(JsonWriter& json, const TextPlace& place) {
-    writeMember(json, "file", readable(place.file.View()));
+    writeMember(json, "file", readableName(place.file.View()));
     json.Key("line");
     json.Uint64(place.line);
 }
@@ -84,9 +76,9 @@ std::string jsonOf(const TemplateUses& uses) {
 }  // namespace
 
 int listUses(const CheckOptions& options) {
-    TemplateWalk walk;
+    TemplateWalk walk(true);
     walk.Read(options);
-    if (walk.ExitCode() != cSuccess) return walk.ExitCode();
+    if (walk.Log().ExitCode() != cSuccess) return walk.Log().ExitCode();
     return printResult(jsonOf(walk.Uses()) + "\n");
 }
 

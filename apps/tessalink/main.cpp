@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <iostream>
+#include <map>
 #include <new>
 #include <optional>
 #include <sstream>
@@ -91,10 +92,17 @@ void addScramble(CLI::App& app, const char* name, const char* text, ScrambleOpti
 
 void addCheck(CLI::App& app, CheckOptions& options, Command& command) {
     CLI::App* check =
-        app.add_subcommand("check", "Name the first fault of each template, without running it");
+        app.add_subcommand("check", "Tell every fault of each template, without running it");
     check->add_option("template", options.templatePaths, cTemplateText)->required();
     check->add_option("--include-dir", options.includeFolder, cIncludeFolderText);
     addStorage(*check, options.storage);
+    static const std::map<std::string, FaultFormat> formats = {
+        {"text", FaultFormat::text}, {"json", FaultFormat::json}, {"sarif", FaultFormat::sarif}};
+    check
+        ->add_option_function<std::string>(
+            "--format", [&](const std::string& name) { options.format = formats.at(name); },
+            "text on standard error (default); json or sarif on standard output")
+        ->check(CLI::IsMember({"text", "json", "sarif"}));
     check->callback([&] { command = [&] { return checkTemplates(options); }; });
 }
 

@@ -86,7 +86,7 @@ public:
 private:
     /// Finds the variables and parts of the template and its includes.
     int read_template() {
-        TemplateWalk walk;
+        TemplateWalk walk(true);
         walk.NoteFiles(
             [this](CFile& file, int scrambled) { m_coverage.AddTemplate(file, scrambled); });
         CheckOptions check;
@@ -96,7 +96,7 @@ private:
         walk.Read(check);
         m_needed = neededVariables(walk.Uses(),
                                    m_graphs ? m_graphs->GetVariables() : std::vector<CString>());
-        return walk.ExitCode();
+        return walk.Log().ExitCode();
     }
 
     int make_reports(const RunFolder* folder) {
