@@ -1,5 +1,6 @@
 // Any text as a template: stored plain and scrambled, and across a block boundary, it gives the
-// same output and the same message; a checker reads it to an end.
+// same output and the same message; a checker reads it to an end, and finds all faults wherever it
+// is.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "fuzz/detail/require.h"
 #include "platform/base/HostServices.h"
 #include "report/TemplateChecker.h"
+#include "report/check/FaultFinder.h"
 #include "report/coverage/CoverageReport.h"
 #include "report/coverage/TemplateCoverage.h"
 #include "tests/report/RandomTemplates.h"
@@ -88,7 +90,7 @@ Outcome run(std::string text, bool isStored, std::size_t ahead = 0) {
     return outcome;
 }
 
-void check(const std::string& text) {
+bool check(const std::string& text) {
     CMemFile file{std::string_view(text)};
     CMemFile output;
     VarTable definitions;
@@ -97,6 +99,36 @@ void check(const std::string& text) {
     const bool isGood = checker.Parse(&fault) != 0;
     require(isGood == (*fault.what() == '\0'), "a check has a message or is good");
     require(output.GetLength() == 0, "a check writes nothing");
+    return isGood;
+}
+
+std::string faultsOf(std::string text, bool isStored) {
+    if (isStored) text = tessalink::test::scrambled(text);
+    CMemFile file{std::string_view(text)};
+    CMemFile output;
+    VarTable definitions;
+    tessalink::FaultFinder finder(file, output, definitions, isStored);
+    std::string all;
+    for (const tessalink::TemplateFault& fault : finder.FindFaults()) {
+        require(fault.place.IsKnown() && fault.message.View().ends_with('!'),
+                "a fault has a place");
+        all += std::string(fault.message.View()) + " " + std::to_string(fault.place.line) + ":" +
+               std::to_string(fault.place.column) + " " + fault.words + "\n";
+        for (const tessalink::FaultNote& note : fault.notes) {
+            require(note.place.IsKnown(), "a note has a place");
+            all += std::string(note.text.View()) + "\n";
+        }
+    }
+    require(output.GetLength() == 0, "finding faults writes nothing");
+    return all;
+}
+
+/// Where one fault is found, so are the others; only a division is no fault for the checker.
+void findFaults(const std::string& text, bool isGood) {
+    const std::string faults = faultsOf(text, false);
+    require(faults == faultsOf(text, true), "storage does not matter for faults");
+    if (!isGood) require(!faults.empty(), "what a checker finds is found");
+    if (isGood) require(faults.empty() || faults.starts_with("Division by zero"), "and no more");
 }
 
 /// Parts lie in the text and in one another, and a fault is that of a check.
@@ -145,7 +177,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Outcome cut = run(before + "@@" + text, true, before.size() + 1);
     require(cut.isGood == plain.isGood && cut.message == plain.message, "blocks do not matter");
     if (plain.isGood) require(cut.output == before + "@" + plain.output, "nor for the output");
-    check(text);
+    findFaults(text, check(text));
     cover(text);
     return 0;
 }

@@ -142,13 +142,6 @@ std::uint64_t FileParser::fault_position() const {
     return m_faultPos ? *m_faultPos : m_scanner.GetTokenPos();
 }
 
-std::uint64_t FileParser::position_in_file(std::uint64_t position) const {
-    for (const FileParser* run = this; run->m_source == Source::deferred; run = run->m_parent) {
-        position += run->m_parentPos;
-    }
-    return position;
-}
-
 TextPlace FileParser::place_at(std::uint64_t position) const {
     TextPlace place;
     TextPlace textPlace;

@@ -212,6 +212,7 @@ protected:
     int get_deferred_key(const Token& token, int execute, double& key);
     /// Moves to the token @DEFER_END of the block, which begins here; `end` is its offset.
     int skip_deferred_text(const Token& token, std::uint64_t& end);
+    /// Reads what ends a group of deferred output.
     int get_print_deferred(const Token& token, bool& descending);
     /// Takes the text of a deferred block between two offsets, as stored.
     int take_block(std::uint64_t start, std::uint64_t end, CString& text);
@@ -220,10 +221,10 @@ protected:
     int run_block(const CString& text, std::uint64_t start, const std::uint64_t& group);
     /// Counts an @IF that is being read, or has been, towards the limit.
     void count_nesting(int added) { m_counts->nesting += added; }
-    /// Where a fault would be that is found now; in the file, whatever deferred block it is in.
+    /// Where a fault would be that is found now, as an offset of this run.
     std::uint64_t fault_position() const;
-    std::uint64_t position_in_file(std::uint64_t position) const;
-    std::uint64_t statement_offset() const { return position_in_file(m_statementPos); }
+    /// The place of an offset of this run.
+    tessalink::TemplateSpot spot_at(std::uint64_t position) const;
 
     /// Evaluates an expression that starts at the current token.
     int evaluate(const Token& token, int execute, Operand& result);
@@ -313,7 +314,6 @@ private:
     static void apply_reals(Token::Operator code, Operand& left, const Operand& right);
     int check_depth(int weight);
     tessalink::TextPlace place_at(std::uint64_t position) const;
-    tessalink::TemplateSpot spot_at(std::uint64_t position) const;
     void locate(std::uint64_t position, tessalink::TextPlace& place,
                 tessalink::TextPlace& textPlace) const;
     void set_place(ParseException& fault) const;

@@ -41,7 +41,7 @@ int TemplateChecker::get_deferred(const Token& token, int) {
 
 int TemplateChecker::get_cond_stmt(const Token& token, int) {
     const Stretch branches = begin_branches();
-    const int result = FileParser::get_cond_stmt(token, 1);
+    const int result = read_condition(token);
     end_branches(branches);
     return result;
 }
@@ -84,7 +84,7 @@ int TemplateChecker::get_exp_var(const Token& token) {
 }
 
 int TemplateChecker::do_eval() {
-    if (!FileParser::do_eval()) return 0;
+    if (!apply_operator()) return 0;
     if (Operand* operand = top_operand()) *operand = {operand->isInteger, 1, 1.0};
     return 1;
 }

@@ -25,8 +25,7 @@ public:
     /// should be empty.
     TemplateChecker(CFile& templateFile, CFile& output, VarTable& definitions, int scrambled);
 
-    /// Where the current token and the current statement are; the latter as an offset in the file.
-    using FileParser::statement_offset;
+    /// Where the current token and the current statement are.
     using FileParser::statement_place;
     using FileParser::token_place;
 
@@ -82,13 +81,20 @@ protected:
     /// What may not run: what is defined in it is not sure to be defined behind it.
     struct Stretch {
         std::size_t defined;  ///< how many names were before it
-        bool isUnsure;
+        bool isUnsure;        ///< it stands in an @IF
     };
-    /// The branches of an @IF, and the blocks of deferred output.
+    /// The branches of an @IF begin.
     Stretch begin_branches();
+    /// They end.
     void end_branches(const Stretch& branches);
+    /// The blocks of a group of deferred output begin.
     Stretch begin_blocks() const;
+    /// They end.
     void end_blocks(const Stretch& blocks) const;
+    /// Reads an @IF as a report does that takes it.
+    int read_condition(const Token& token) { return FileParser::get_cond_stmt(token, 1); }
+    /// Applies an operator to the values that there are.
+    int apply_operator() { return FileParser::do_eval(); }
     /// Whether what is being read stands in an @IF.
     bool is_conditional() const { return m_root->m_conditions > 0; }
     /// Whether a reading is tried: a fault only says that it fails.

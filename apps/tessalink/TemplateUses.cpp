@@ -114,12 +114,14 @@ void TemplateWalk::read_includes() {
 
 /// Why an include can't be used; empty if it can, or when that has been told.
 CString TemplateWalk::why_missing(const CString& name) {
+    if (m_includesMissed.contains(name)) return {};
     try {
         m_includeFolder.Find(name);
+        return {};
     } catch (const IncludeFault& fault) {
-        if (m_includesMissed.insert(name).second) return fault.what();
+        m_includesMissed.insert(name);
+        return fault.what();
     }
-    return {};
 }
 
 void TemplateWalk::read_include(const NamedUse& include) {

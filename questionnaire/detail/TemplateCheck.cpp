@@ -5,16 +5,16 @@
 #include "json/NameHint.h"
 #include "platform/files/CMemFile.h"
 #include "questionnaire/detail/NamedText.h"
-#include "report/TemplateChecker.h"
 #include "report/TemplateStorage.h"
+#include "report/check/FaultFinder.h"
 
 namespace tessalink::detail {
 
 /// Reads one template and notes what it uses.
-class TemplateCheck::Checker : public TemplateChecker {
+class TemplateCheck::Checker : public FaultFinder {
 public:
     Checker(CFile& file, CFile& output, VarTable& definitions, int scrambled, TemplateCheck& check)
-        : TemplateChecker(file, output, definitions, scrambled), m_check(check) {}
+        : FaultFinder(file, output, definitions, scrambled), m_check(check) {}
 
 protected:
     void note_read(const CString& name, const TemplateChecker& at) override {
@@ -91,8 +91,9 @@ void TemplateCheck::check(const Template& waiting) {
     CMemFile output;
     VarTable definitions;
     Checker checker(file, output, definitions, scrambled, *this);
-    ParseException fault;
-    if (!checker.Parse(&fault)) m_faults.emplace_back(fault.GetPlace(), fault.what());
+    for (const TemplateFault& fault : checker.FindFaults()) {
+        m_faults.emplace_back(fault.place, fault.message);
+    }
 }
 
 /// Adds the file of an include.

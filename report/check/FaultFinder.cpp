@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "report/check/detail/FaultTexts.h"
 #include "report/detail/CharClasses.h"
@@ -20,6 +21,7 @@ constexpr const char* cNoPrint = "@PRINT_DEFERRED expected!";
 constexpr std::string_view cUnclosedText = "String constant not terminated!";
 constexpr std::string_view cTooDeep = "Statements nested too deeply!";
 constexpr std::string_view cThen = "THEN";
+constexpr std::string_view cParagraph = "\\par";
 /// How far the end of a command is looked for.
 constexpr std::uint64_t cMaxArguments = std::uint64_t{1} << 16;
 
@@ -171,12 +173,12 @@ void FaultFinder::tell(const CString& format, const CString& argument) {
     Finding finding;
     finding.rule = finding.message = format;
     finding.message.Replace("%s", argument);
-    finding.offset = position_in_file(m_fault);
-    finding.start = position_in_file(m_start);
-    finding.item = position_in_file(m_item);
+    finding.offset = spot_at(m_fault).offset;
+    finding.start = spot_at(m_start).offset;
+    finding.item = spot_at(m_item).offset;
     finding.related = m_related;
     finding.isAtEnd = scanner().GetToken().GetKind() == Token::tkEnd;
-    m_finder->add(finding);
+    m_isTold = m_finder->add(finding);
 }
 
 /// Tells what is wrong with what began at `start`, at the current token.
@@ -190,16 +192,21 @@ void FaultFinder::tell_include(const TemplateChecker& at, const CString& message
     if (is_full()) return;
     Finding finding;
     finding.rule = finding.message = message;
-    finding.offset = finding.start = finding.item = at.statement_offset();
+    finding.offset = finding.start = finding.item = at.statement_spot().offset;
     add(finding);
 }
 
-void FaultFinder::add(const Finding& finding) {
-    if (m_findings->list.size() == cMaxFaults) {
-        m_isFull = true;
-    } else {
-        m_findings->list.push_back(finding);
-    }
+/// Whether the finding is new, and there was room for it.
+bool FaultFinder::add(const Finding& finding) {
+    // What is read anew, behind a text without end, may meet the same fault again.
+    std::vector<Finding>& list = m_findings->list;
+    const bool isKnown = std::any_of(list.begin(), list.end(), [&](const Finding& other) {
+        return other.offset == finding.offset && other.message == finding.message;
+    });
+    if (isKnown && !finding.isAtEnd) return false;
+    m_isFull = list.size() == cMaxFaults;
+    if (!m_isFull) list.push_back(finding);
+    return !m_isFull;
 }
 
 void FaultFinder::count_endless() {
@@ -236,7 +243,7 @@ void FaultFinder::attempt(const Token& token, Step step) {
     m_kind = token.GetKind();
     m_keyword = token.GetKeyword();
     m_blockStart.reset();
-    m_isUnclosed = false;
+    m_isUnclosed = m_isTold = false;
     try {
         if (step()) return;
     } catch (const ParseException& fault) {
@@ -270,7 +277,7 @@ void FaultFinder::read_statement(const Token& token) {
 
 int FaultFinder::get_var(const Token& token, int execute) {
     const std::optional<Token::Keyword> keyword = joinedKeyword(token.Text());
-    const std::uint64_t position = position_in_file(scanner().GetTokenPos());
+    const std::uint64_t position = spot_at(scanner().GetTokenPos()).offset;
     const int result = TemplateChecker::get_var(token, execute);
     if (!keyword) return result;
     const bool hasArguments = token.GetKind() == Token::tkText && token.Text().starts_with('(');
@@ -284,7 +291,7 @@ int FaultFinder::get_var(const Token& token, int execute) {
 /// Where the last word begins, behind an offset, that begins with a keyword; it is told once.
 std::uint64_t FaultFinder::joined_behind(Token::Keyword keyword, std::uint64_t start) {
     std::vector<std::uint64_t>& joined = m_joined[keyword];
-    if (joined.empty() || joined.back() < position_in_file(start)) return cNowhere;
+    if (joined.empty() || joined.back() < spot_at(start).offset) return cNowhere;
     const std::uint64_t position = joined.back();
     joined.pop_back();
     return position;
@@ -293,7 +300,7 @@ std::uint64_t FaultFinder::joined_behind(Token::Keyword keyword, std::uint64_t s
 int FaultFinder::get_cond_stmt(const Token& token, int) {
     // The branches are not read by the statement itself, but with what follows it.
     m_isHeader = true;
-    FileParser::get_cond_stmt(token, 1);
+    read_condition(token);
     if (!std::exchange(m_isHeaderRead, false)) return 0;
     open_condition(false);
     return 1;
@@ -398,9 +405,11 @@ void FaultFinder::note_endless_blocks() {
     scanner().MoveTo(*m_blockStart);
     const Token& token = scanner().GetToken();
     while (scanner().NextText().GetKind() != Token::tkEnd) {
-        if (token.IsKeyword(Token::kwDeferStart))
+        if (token.IsKeyword(Token::kwDeferStart)) {
             m_endlessBlocks.push_back(scanner().GetTokenPos());
-        if (token.IsKeyword(Token::kwDeferEnd)) m_endlessBlocks.pop_back();
+        } else if (token.IsKeyword(Token::kwDeferEnd) && m_endlessBlocks.size() > 1) {
+            m_endlessBlocks.pop_back();
+        }
     }
 }
 
@@ -501,7 +510,7 @@ int FaultFinder::get_exp_var(const Token& token) {
 }
 
 int FaultFinder::do_eval() {
-    return m_isConstant ? FileParser::do_eval() : TemplateChecker::do_eval();
+    return m_isConstant ? apply_operator() : TemplateChecker::do_eval();
 }
 
 int FaultFinder::check_zero_division() {
@@ -510,7 +519,7 @@ int FaultFinder::check_zero_division() {
 }
 
 int FaultFinder::define_variable(const CString& name) {
-    const std::uint64_t position = position_in_file(scanner().GetTokenPos());
+    const std::uint64_t position = spot_at(scanner().GetTokenPos()).offset;
     const auto [first, isNew] = m_finder->m_findings->definedAt.try_emplace(name, position);
     const ScopedValue<std::uint64_t> relation(m_related, cNowhere);
     if (!variables().Exists(name)) {
@@ -549,7 +558,7 @@ void FaultFinder::forgive(Token::Keyword keyword) {
 }
 
 bool FaultFinder::take_forgiven(Token::Keyword keyword) {
-    int& count = m_forgiven[keyword];
+    int& count = m_forgiven[static_cast<std::size_t>(keyword)];
     return count > 0 && count-- > 0;
 }
 
@@ -572,7 +581,26 @@ std::optional<std::uint64_t> FaultFinder::find_close() {
     return std::nullopt;
 }
 
+/// Where a text in brackets begins, before the fault, that goes on behind its paragraph: it may
+/// have lost its end.
+std::optional<std::uint64_t> FaultFinder::find_long_text() {
+    if (m_isUnclosed || cRecoveries[m_keyword] != &FaultFinder::recover_arguments) return {};
+    scanner().MoveTo(m_wordEnd);
+    const Token& token = scanner().NextExp();
+    while (scanner().GetTokenPos() < m_fault && passToken(scanner())) {
+        const bool isLong = token.GetKind() == Token::tkString &&
+                            token.Text().find(cParagraph) != std::string_view::npos;
+        if (isLong) return scanner().GetTokenPos();
+        scanner().NextExp();
+    }
+    return {};
+}
+
 void FaultFinder::recover_arguments() {
+    if (const std::optional<std::uint64_t> text = find_long_text()) {
+        blame(spot_at(*text).offset);
+        return resume(*text + 1);
+    }
     resume(find_close().value_or(behind_fault()));
 }
 
@@ -595,24 +623,25 @@ void FaultFinder::recover_condition() {
         skip_cond_stmt(scanner().GetToken(), 0);
         return;
     }
-    open_condition(true);
     const std::uint64_t fault = behind_fault();
     const std::optional<std::uint64_t> close = find_close();
     const std::uint64_t start = close.value_or(fault);
-    if (close && m_fault < *close) check_then(*close);
+    open_condition(!close || !check_then(*close));
     const std::optional<std::uint64_t> branch = find_then(start);
     resume(branch.value_or(start));
 }
 
-/// What follows a condition with a fault is judged by itself.
-void FaultFinder::check_then(std::uint64_t close) {
+/// What follows a condition with a fault is judged by itself: whether it is an "@THEN", be it that
+/// a word is joined to it.
+bool FaultFinder::check_then(std::uint64_t close) {
     scanner().MoveTo(close);
     try {
-        if (!scanner().NextExp().IsKeyword(Token::kwThen)) {
-            handle_error("@THEN expected after condition!");
-        }
+        const bool isThen = scanner().NextExp().IsKeyword(Token::kwThen);
+        if (!isThen && m_fault < close) handle_error("@THEN expected after condition!");
+        return isThen || isJoinedThen(scanner());
     } catch (const ParseException&) {
         // A text that never ends stands in its place.
+        return false;
     }
 }
 
@@ -625,7 +654,7 @@ void FaultFinder::recover_branch() {
 void FaultFinder::recover_group() {
     if (m_blockStart) {
         const std::optional<std::uint64_t> joined = find_joined(Token::kwDeferEnd, *m_blockStart);
-        if (joined) blame(position_in_file(*joined));
+        if (joined) blame(spot_at(*joined).offset);
     } else {
         const ScopedValue<bool> mute(m_isMuted, true);
         const std::uint64_t fault = behind_fault();
@@ -643,7 +672,7 @@ void FaultFinder::recover_block_end() {
 
 void FaultFinder::recover_print() {
     if (!m_group) blame(joined_behind(Token::kwDeferStart, 0));
-    resume(find_close().value_or(behind_fault()));
+    recover_arguments();
 }
 
 void FaultFinder::recover_comment() {
@@ -651,7 +680,7 @@ void FaultFinder::recover_comment() {
     m_endlessComment = std::min(m_endlessComment, m_start);
     const std::optional<std::uint64_t> joined = find_joined(Token::kwCommentEnd, m_wordEnd);
     if (!joined) return skip_paragraph(m_wordEnd);
-    blame(position_in_file(*joined));
+    blame(spot_at(*joined).offset);
     resume(*joined + 1 + nameOf(Token::kwCommentEnd).size());
 }
 
@@ -661,10 +690,9 @@ void FaultFinder::recover_id() {
     skip_paragraph(m_wordEnd);
 }
 
-/// Names what is to blame for the fault that was told last.
+/// Names what is to blame for the fault of the statement.
 void FaultFinder::blame(std::uint64_t related) {
-    std::vector<Finding>& list = m_finder->m_findings->list;
-    if (!list.empty()) list.back().related = related;
+    if (m_isTold) m_finder->m_findings->list.back().related = related;
 }
 
 /// Where the next word begins, from `start` on, that begins with a keyword.
@@ -688,7 +716,7 @@ std::optional<std::uint64_t> FaultFinder::find_joined(Token::Keyword keyword, st
 
 /// Moves behind the paragraph.
 void FaultFinder::skip_paragraph(std::uint64_t start) {
-    constexpr std::string_view mark = "\\par";
+    const std::string_view mark = cParagraph;
     const auto isMark = [&](std::string_view text, std::size_t at) {
         return at != std::string_view::npos &&
                (at + mark.size() == text.size() || !detail::isWordChar(text[at + mark.size()]));

@@ -21,14 +21,16 @@ struct Finding;
 namespace tessalink {
 
 /// Reads a template without running it, and goes on behind every fault: one reading finds them all,
-/// in the order in which reports that take every branch would meet them. The first is the one that
-/// TemplateChecker reports.
+/// in the order in which a report that took every branch would meet them. The first is the one that
+/// TemplateChecker reports, but where a value can be read in two ways: there it is the fault of the
+/// reading that gets farther. A division by zero without variables, outside of every @IF, is one.
 ///
 /// What a fault alone makes of what follows it is no fault: behind an @IF whose condition is wrong
 /// its branches are read as they are, and its @ENDIF may be there or not. Where a command never
 /// ends, reading goes on behind its word, in a comment behind its paragraph.
 ///
-/// A statement has one fault at most, an @LET one in each of its assignments.
+/// A statement has one fault at most, an @LET one in each of its assignments, an @IF one more when
+/// its @THEN is not there.
 class TESSALINK_API FaultFinder : public TemplateChecker {
 public:
     /// How many faults are told of one template, and how many of them may be texts in brackets and
@@ -109,7 +111,7 @@ private:
     bool is_full() const { return m_finder->m_isFull; }
     void tell(const CString& format, const CString& argument);
     void tell_from(std::uint64_t start, const char* message, std::uint64_t related);
-    void add(const detail::Finding& finding);
+    bool add(const detail::Finding& finding);
     void count_endless();
 
     template <class Step>
@@ -147,7 +149,8 @@ private:
     std::uint64_t behind_fault() const { return m_fault > m_wordEnd ? m_fault : m_wordEnd; }
     std::optional<std::uint64_t> find_close();
     std::optional<std::uint64_t> find_then(std::uint64_t start);
-    void check_then(std::uint64_t close);
+    bool check_then(std::uint64_t close);
+    std::optional<std::uint64_t> find_long_text();
     std::uint64_t joined_behind(Token::Keyword keyword, std::uint64_t start);
     std::optional<std::uint64_t> find_joined(Token::Keyword keyword, std::uint64_t start);
     void blame(std::uint64_t related);
@@ -175,6 +178,7 @@ private:
     std::optional<std::uint64_t> m_blockStart;
     std::optional<Trial> m_trial;
     bool m_isTooDeep = false;
+    bool m_isTold = false;        ///< it has a fault
     bool m_isUnclosed = false;    ///< a text in it has no end
     bool m_isHeader = false;      ///< the condition of an @IF is read
     bool m_isHeaderRead = false;  ///< it has no fault

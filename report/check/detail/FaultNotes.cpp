@@ -240,6 +240,12 @@ MaybeNote noteJoinedWord(const FaultContext& context) {
                       context.finding.related};
 }
 
+MaybeNote noteLongText(const FaultContext& context) {
+    if (!isInCommand(context) || context.finding.related == Finding::cNowhere) return std::nullopt;
+    return OffsetNote{"the text that begins here goes on behind its paragraph: is a ] missing?",
+                      context.finding.related};
+}
+
 struct EndlessConstruct {
     std::string_view rule;
     const char* text;
@@ -329,6 +335,7 @@ constexpr MaybeNote (*cNotes[])(const FaultContext&) = {noteOperators,
                                                         noteJoinedWord,
                                                         noteBetweenBlocks,
                                                         noteEndless,
+                                                        noteLongText,
                                                         noteStray,
                                                         notePlain,
                                                         noteDefinition};

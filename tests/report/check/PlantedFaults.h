@@ -76,6 +76,8 @@ inline constexpr FaultKind cFaultKinds[] = {
     {"@CAP(^1)", "Unexpected token in string expression!", "in a text a number stands in brackets"},
     {"@CAP(^@TEXT(3))", "Unexpected token in string expression!", "in a command functions stand"},
     {"@COMMA_LIST([a]^:[b])", "Unexpected token in COMMA_LIST!"},
+    {"@CAP([x) y\\par @COMMA_LIST([a]^,[b])", "Right parenthesis expected after CAP!",
+     "the text that begins here goes on behind its paragraph"},
     {"@CALL(^)", "Function name expected after CALL!"},
     {"@INCLUDE(^1)", "File name expected after INCLUDE!"},
     {"@EVAL(^)", "Unexpected token in string expression!"},
