@@ -27,6 +27,8 @@ public:
 
     /// Where the current token and the current statement are.
     using FileParser::statement_place;
+    /// The place of the current statement without a look at the file.
+    using FileParser::statement_spot;
     using FileParser::token_place;
 
 protected:
