@@ -39,8 +39,8 @@ protected:
     virtual void note_read(const CString& /*name*/, const TemplateChecker& /*at*/) {}
     /// A variable that is read has to be a number.
     virtual void note_number(const CString& /*name*/, const TemplateChecker& /*at*/) {}
-    /// A variable that is read is given to the variable `target`, and has to be a number if that has
-    /// to be one.
+    /// A variable that is read is given to the variable `target`, and has to be a number if that
+    /// has to be one.
     virtual void note_given(const CString& /*name*/, const CString& /*target*/,
                             const TemplateChecker& /*at*/) {}
     /// A variable is defined by @DEFINE.
