@@ -41,7 +41,7 @@ RedPlace redOf(const std::string& ppm, double dpi) {
     int height = 0;
     int start = 0;
     std::sscanf(ppm.c_str(), "P6 %d %d 255%n", &width, &height, &start);
-    EXPECT_EQ(ppm.size(), static_cast<std::size_t>(start) + 1 + 3UL * width * height);
+    EXPECT_EQ(static_cast<long long>(ppm.size()), start + 1 + 3LL * width * height);
     RedPlace place;
     const auto* pixel = reinterpret_cast<const unsigned char*>(ppm.data()) + start + 1;
     for (int y = 0; y < height; ++y) {
