@@ -278,8 +278,9 @@ std::string missedList(const TemplateCoverage& coverage) {
         for (const CoveredPart& part : one.parts) {
             if (part.reports > 0) continue;
             const std::string line = std::to_string(lines.LineOf(part.start));
-            list += "<li><a href=\"#f" + std::to_string(i) + "-" + line + "\">" +
-                    escaped(nameText(one)) + ":" + line + "</a> " + nameOf(part.kind) + "</li>\n";
+            list.append("<li><a href=\"#f").append(std::to_string(i)).append("-").append(line);
+            list.append("\">").append(escaped(nameText(one))).append(":").append(line);
+            list.append("</a> ").append(nameOf(part.kind)).append("</li>\n");
         }
     }
     return list.empty() ? "" : "<h2>Never ran</h2>\n<ul>\n" + list + "</ul>\n";

@@ -44,8 +44,9 @@ std::vector<PlannedReport> planReports(const PreviewOptions& options) {
         const std::string name =
             path == cStandardStream ? "stdin" : fs::path(path).stem().generic_string();
         if (!names.insert(name).second) {
-            throw CException(CString("--vars " + path + ": another file would be the report " +
-                                     name + ".rtf, too: rename one of them."));
+            throw CException("--vars " + CString(std::string_view(path)) +
+                             ": another file would be the report " +
+                             CString(std::string_view(name)) + ".rtf, too: rename one of them.");
         }
         planned.push_back({name, std::make_unique<VarTable>()});
         readVariables({path, options.report.variables.encoding}, *planned.back().variables);
