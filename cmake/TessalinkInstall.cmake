@@ -1,6 +1,11 @@
-# Libraries, public headers, command line and the package that find_package(tessalink) reads.
+# Libraries, public headers, command line, and what find_package(tessalink) and pkg-config read.
 include(CMakePackageConfigHelpers)
 
+file(RELATIVE_PATH up /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+set(shared "")
+if(BUILD_SHARED_LIBS)
+  set(shared " -DTESSALINK_SHARED")
+endif()
 get_property(libraries GLOBAL PROPERTY TESSALINK_LIBRARIES)
 get_property(folders GLOBAL PROPERTY TESSALINK_FOLDERS)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/tessalink)
@@ -15,6 +20,11 @@ foreach(library IN LISTS libraries)
   endif()
   install(TARGETS tessalink_${library} EXPORT tessalink-${library})
   install(EXPORT tessalink-${library} NAMESPACE tessalink:: DESTINATION ${package})
+  get_property(modules GLOBAL PROPERTY TESSALINK_MODULES_${library})
+  list(JOIN modules ", " modules)
+  configure_file(cmake/tessalink.pc.in ${PROJECT_BINARY_DIR}/tessalink-${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/tessalink-${library}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()
 foreach(folder IN LISTS folders)
   file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
@@ -46,6 +56,11 @@ if(WIN32 AND CMAKE_CROSSCOMPILING AND BUILD_SHARED_LIBS)
           FILES_MATCHING PATTERN "libstdc++*.dll" PATTERN "libgcc*.dll" PATTERN "libwinpthread*.dll")
 endif()
 
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/docs/questionnaire.schema.json
+              ${PROJECT_SOURCE_DIR}/docs/graph-file.schema.json
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/tessalink/schemas)
+
 # Questionnaires as data.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/instruments/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tessalink/instruments)
 
@@ -56,3 +71,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/tessalinkConfigVersion.cm
   COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/tessalinkConfig.cmake
               ${PROJECT_BINARY_DIR}/tessalinkConfigVersion.cmake DESTINATION ${package})
+
+# Takes away what the last installation from this build folder put there.
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake
+                    VERBATIM)
+endif()

@@ -1,7 +1,7 @@
 include(GNUInstallDirs)
 
 # tessalink_library(NAME FOLDERS folder... [SYSTEM folder] [DEPENDS library...] [WHEN variable]
-#                   [HEADERS regex] [PACKAGE package...]): the library tessalink::NAME.
+#                   [HEADERS regex] [PACKAGE package...] [MODULES module...]): the library tessalink::NAME.
 #
 #   FOLDERS  whole folders with their detail/ folders; each includes itself and those before it
 #   SYSTEM   one of them that has sources for the system in posix/ or windows/
@@ -9,11 +9,12 @@ include(GNUInstallDirs)
 #   WHEN     the variable that says whether it is built; by default that of a library it depends on
 #   HEADERS  what its sources include besides this project and the standard library
 #   PACKAGE  what its users must find, too: the arguments of find_package. Its headers show HEADERS.
+#   MODULES  the same for pkg-config
 #
 # What is said here is written to libraries.json in the build folder, for the checks of the tree and
 # the coverage, and to the package that is installed.
 function(tessalink_library name)
-  cmake_parse_arguments(ARG "" "WHEN;HEADERS;SYSTEM" "FOLDERS;DEPENDS;PACKAGE" ${ARGN})
+  cmake_parse_arguments(ARG "" "WHEN;HEADERS;SYSTEM" "FOLDERS;DEPENDS;PACKAGE;MODULES" ${ARGN})
   tessalink_record(${name})
   foreach(dependency IN LISTS ARG_DEPENDS)
     if(NOT TARGET tessalink_${dependency})
@@ -41,7 +42,7 @@ function(tessalink_library name)
   set_target_properties(tessalink_${name} PROPERTIES
     EXPORT_NAME ${name} LINKER_LANGUAGE CXX
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
   target_compile_features(tessalink_${name} PUBLIC cxx_std_20)
   target_include_directories(tessalink_${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
@@ -55,6 +56,8 @@ function(tessalink_library name)
   endforeach()
   set_property(GLOBAL APPEND PROPERTY TESSALINK_LIBRARIES ${name})
   set_property(GLOBAL APPEND PROPERTY TESSALINK_FOLDERS ${ARG_FOLDERS})
+  list(TRANSFORM ARG_DEPENDS PREPEND tessalink- OUTPUT_VARIABLE modules)
+  set_property(GLOBAL PROPERTY TESSALINK_MODULES_${name} ${modules} ${ARG_MODULES})
   get_property(plain GLOBAL PROPERTY TESSALINK_PLAIN_LIBRARIES)
   list(REMOVE_ITEM ARG_DEPENDS ${plain} "")
   if(NOT ARG_DEPENDS AND NOT ARG_PACKAGE)
