@@ -39,6 +39,7 @@ if(TARGET tessalink)
     set_target_properties(tessalink PROPERTIES INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
   endif()
   install(TARGETS tessalink)
+  install(FILES apps/tessalink/share/tessalink.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   if(TARGET tessalink_qt_module)
     if(BUILD_SHARED_LIBS)
       set_target_properties(tessalink_qt_module PROPERTIES INSTALL_RPATH $ORIGIN)
@@ -56,9 +57,8 @@ if(WIN32 AND CMAKE_CROSSCOMPILING AND BUILD_SHARED_LIBS)
           FILES_MATCHING PATTERN "libstdc++*.dll" PATTERN "libgcc*.dll" PATTERN "libwinpthread*.dll")
 endif()
 
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/docs/questionnaire.schema.json
-              ${PROJECT_SOURCE_DIR}/docs/graph-file.schema.json
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/questionnaire.schema.json docs/graph-file.schema.json
         DESTINATION ${CMAKE_INSTALL_DATADIR}/tessalink/schemas)
 
 # Questionnaires as data.

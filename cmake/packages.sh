@@ -13,6 +13,10 @@ desk_needs=(/usr/include/sqlite3.h=libsqlite3-dev '/usr/lib/*/cmake/Qt6PdfWidget
             '/usr/lib/*/cmake/Qt6LinguistTools=qt6-tools-dev'
             '/usr/lib/qt6/bin/lrelease=qt6-l10n-tools')
 
+# What packages are made and read by, beside what is built with.
+# shellcheck disable=SC2034
+package_needs=(git=git dpkg-buildpackage=dpkg-dev dh=debhelper fakeroot=fakeroot lintian=lintian)
+
 # What the manual is made by.
 # shellcheck disable=SC2034
 manual_needs=(python3=python3 doxygen=doxygen pandoc=pandoc
