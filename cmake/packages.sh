@@ -15,7 +15,7 @@ desk_needs=(/usr/include/sqlite3.h=libsqlite3-dev '/usr/lib/*/cmake/Qt6PdfWidget
 
 # What packages are made and read by, beside what is built with.
 # shellcheck disable=SC2034
-package_needs=(git=git dpkg-buildpackage=dpkg-dev dh=debhelper fakeroot=fakeroot lintian=lintian)
+package_needs=(git=git dpkg-buildpackage=dpkg-dev dh=debhelper lintian=lintian)
 
 # What the manual is made by.
 # shellcheck disable=SC2034

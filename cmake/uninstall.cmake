@@ -1,4 +1,4 @@
-# Removes the files that the manifest in the build folder lists, and the folders that are empty then.
+# Removes the files that the manifest in the build folder lists, and our folders that are empty then.
 set(manifest install_manifest.txt)
 if(NOT EXISTS ${manifest})
   message(FATAL_ERROR "${manifest} is missing: nothing was installed from this build folder")
@@ -14,11 +14,12 @@ foreach(file IN LISTS files)
   cmake_path(GET place PARENT_PATH folder)
   list(APPEND folders ${folder})
 endforeach()
-# Inner ones first. Folders that existed before may be empty as well, so only our own go.
+# Of folders that are empty then only our own go.
 list(REMOVE_DUPLICATES folders)
 foreach(folder IN LISTS folders)
-  while(folder MATCHES "/tessalink(/|$)")
-    file(GLOB left ${folder}/*)
+  while(folder MATCHES "/(include|cmake|share|doc)/tessalink(/|$)")
+    string(REGEX REPLACE "([][*?])" "[\\1]" pattern ${folder})
+    file(GLOB left ${pattern}/*)
     if(left)
       break()
     endif()

@@ -7,8 +7,10 @@ import unittest
 
 import check_includes
 import check_links
+import check_symbols
 import check_targets
 import check_text
+import check_versions
 import readme_examples
 
 LIBRARIES = {  # what CMake writes, in small
@@ -154,6 +156,62 @@ class Links(unittest.TestCase):
                 faults = self.faults(f"# Mine\n\nSee `a` ![this\nthing]({link}).\n")
                 self.assertEqual(len(faults), 1)
                 self.assertTrue(faults[0].startswith("README.md:3: "))
+
+
+class Symbols(unittest.TestCase):
+    NAMES = """\
+0000000000099490 T GetModuleDir()
+00000000000887a0 T CFile::CFile(int)
+00000000000887a0 T CFile::CFile(int)
+00000000000f39a0 D CFile::classCFile
+0000000000099494 W std::vector<int, std::allocator<int> >::~vector()
+00000000000f39b0 V typeinfo name for CRect
+000000000033dc90 D __start___llvm_prf_cnts
+"""
+
+    def faults(self, known):
+        with tempfile.TemporaryDirectory() as root:
+            check_symbols.write_list(root, "base", known)
+            return check_symbols.faults_of_list(root, "base", check_symbols.strong_symbols(self.NAMES.splitlines()))
+
+    def test_same(self):
+        self.assertEqual(self.faults(["CFile::CFile(int)", "CFile::classCFile", "GetModuleDir()"]), [])
+
+    def test_changed(self):
+        self.assertEqual(self.faults(["CFile::CFile(long)", "CFile::classCFile", "GetModuleDir()"]),
+                         ["cmake/symbols/base.txt: gone: CFile::CFile(long)",
+                          "cmake/symbols/base.txt: new: CFile::CFile(int)"])
+
+    def test_no_list(self):
+        with tempfile.TemporaryDirectory() as root:
+            self.assertEqual(len(check_symbols.faults_of_list(root, "base", ["a", "b"])), 2)
+
+
+class Versions(unittest.TestCase):
+    FILES = {
+        "CMakeLists.txt": "project(tessalink VERSION 1.2.3 LANGUAGES CXX\n",
+        "CHANGELOG.md": "# Changelog\n\n## [1.2.3] - unreleased\n\n## [1.2.2]\n",
+        "debian/changelog": "tessalink (1.2.3) unstable; urgency=medium\n",
+        "debian/control": "Package: libtessalink1.2\n\nPackage: libtessalink-qt1.2\n\nPackage: libtessalink-dev\n",
+        "README.md": "find_package(tessalink 1.2 REQUIRED)\n",
+        "docs/host-programs.md": "find_package(tessalink 1.2)\n",
+        "examples/outside/CMakeLists.txt": "find_package(tessalink 1.2)\n",
+    }
+
+    def faults(self, changed=None):
+        with tempfile.TemporaryDirectory() as root:
+            for name, text in self.FILES.items():
+                write(root, name, text.replace("1.2", "1.3", 1) if name == changed else text)
+            return list(check_versions.faults_of_tree(root))
+
+    def test_same(self):
+        self.assertEqual(self.faults(), [])
+
+    def test_other(self):
+        for name in self.FILES:
+            with self.subTest(name=name):
+                faults = self.faults(name)
+                self.assertEqual(len(faults), 6 if name == "CMakeLists.txt" else 1)
 
 
 README = """# R
