@@ -14,8 +14,9 @@ from check_versions import version_of
 from sources import report
 
 # What the library alone defines: no copies of templates and inline functions, which programs have
-# too, and nothing that a compiler adds for itself.
-STRONG = re.compile(r"^[0-9a-f]+ [TDBRGS] (?!__)(.+)$")
+# too, nothing that a compiler adds for itself, and no tables of classes, which are copies to one
+# compiler and not to the other; they come and go with functions that are listed.
+STRONG = re.compile(r"^[0-9a-f]+ [TDBRGS] (?!__|vtable |VTT |typeinfo )(.+)$")
 SONAME = re.compile(r"\(SONAME\).*\[(.+)\]")
 
 

@@ -165,7 +165,8 @@ class Symbols(unittest.TestCase):
 00000000000887a0 T CFile::CFile(int)
 00000000000f39a0 D CFile::classCFile
 0000000000099494 W std::vector<int, std::allocator<int> >::~vector()
-00000000000f39b0 V typeinfo name for CRect
+00000000000f39b0 V vtable for CFile
+00000000000f39c0 D vtable for CMemFile
 000000000033dc90 D __start___llvm_prf_cnts
 """
 
