@@ -17,7 +17,7 @@ endforeach()
 # Of folders that are empty then only our own go.
 list(REMOVE_DUPLICATES folders)
 foreach(folder IN LISTS folders)
-  while(folder MATCHES "/(include|cmake|share|doc)/tessalink(/|$)")
+  while(folder MATCHES "/tessalink(/|$)")
     string(REGEX REPLACE "([][*?])" "[\\1]" pattern ${folder})
     file(GLOB left ${pattern}/*)
     if(left)

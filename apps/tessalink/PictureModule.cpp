@@ -15,9 +15,9 @@ constexpr const char* cModuleName = TESSALINK_PICTURE_MODULE;
 constexpr const char* cNeeded =
     "PNG, and PDF with --embed-fonts, need the module of a build with Qt 6";
 
-constexpr const char* cInstalledFolder = "../" TESSALINK_LIBRARY_FOLDER;
+constexpr const char* cInstalledFolder = "../" TESSALINK_LIBRARY_FOLDER "/tessalink";
 // Where it may lie, from the program's folder on.
-constexpr const char* cFolders[] = {".", "../lib", cInstalledFolder};
+constexpr const char* cFolders[] = {".", "../lib/tessalink", cInstalledFolder};
 
 [[noreturn]] void fail(const std::string& cause) {
     throw std::runtime_error(std::string(cNeeded) + ": " + cause);
@@ -30,7 +30,7 @@ std::string findModule() {
         std::error_code ignored;
         if (std::filesystem::exists(path, ignored)) return path.generic_string();
     }
-    fail(std::string(cModuleName) + " is neither beside this program nor in ../lib");
+    fail(std::string(cModuleName) + " is neither beside this program nor in ../lib/tessalink");
 }
 
 // Stays loaded until the process ends: the toolkit can't be taken out again.
