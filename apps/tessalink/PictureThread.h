@@ -3,21 +3,22 @@
 #include <condition_variable>
 #include <deque>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <span>
-#include <thread>
 #include <vector>
 
 #include "apps/tessalink/PictureModule.h"
 
 namespace tessalink::cli {
 
-/// Renders pictures by the module for callers in any threads, one after the other.
+/// Renders pictures by the module for callers in any threads, one after the other. Its thread ends
+/// with the process: the toolkit takes its parts out while that exits, and they belong to the
+/// thread that made them.
 class PictureThread {
 public:
     /// Throws std::runtime_error when the module is not installed.
     PictureThread();
-    ~PictureThread();
     PictureThread(const PictureThread&) = delete;
     PictureThread& operator=(const PictureThread&) = delete;
 
@@ -27,14 +28,16 @@ public:
 private:
     using Task = std::packaged_task<std::vector<BYTE>()>;
 
-    void run();
+    struct Queue {
+        PictureModule module;
+        std::mutex mutex;
+        std::condition_variable hasTask;
+        std::deque<Task> tasks;
+    };
 
-    PictureModule m_module;
-    std::mutex m_mutex;
-    std::condition_variable m_hasTask;
-    std::deque<Task> m_tasks;
-    bool m_isEnding = false;
-    std::thread m_thread;
+    static void run(Queue& queue);
+
+    std::shared_ptr<Queue> m_queue;
 };
 
 }  // namespace tessalink::cli
