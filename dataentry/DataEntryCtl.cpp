@@ -121,6 +121,12 @@ void DataEntryCtl::SetItemLoc(int index, const CRect& place) {
     m_neighbours->Forget();
 }
 
+CSize DataEntryCtl::GetFullSize() const {
+    const bool hasBorder = (GetStyle() & WS_BORDER) != 0;
+    return {m_extent.cx + (hasBorder ? 2 * tessalink::GetSystemMetrics(SM_CXBORDER) : 0),
+            m_extent.cy + (hasBorder ? 2 * tessalink::GetSystemMetrics(SM_CYBORDER) : 0)};
+}
+
 int DataEntryCtl::ClosestItem(int index, tessalink::Side side, bool isFarther) const {
     checked(index);
     return m_neighbours->Closest(m_places, index, side, isFarther);

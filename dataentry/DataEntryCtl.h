@@ -84,7 +84,8 @@ public:
     virtual void SetCurrItem(int index);
 
 protected:
-    /// Asks the parent whether a value may change; nonzero when it accepts.
+    /// Asks the parent whether a value may change; nonzero when it accepts. The item has the new
+    /// value. A form that checks its values itself overrides it and returns 0 to refuse.
     virtual int OnDataChanging(const DataEntryItem* item);
     /// Scrolls as little as shows all of the current item.
     virtual void scroll_curr_into_view();
@@ -116,6 +117,9 @@ public:
     CRect GetItemLoc(int index) const { return m_places[checked(index)]; }
     /// The size of an item in pixels.
     CSize GetItemSize(int index) const { return GetItemLoc(index).Size(); }
+    /// The size of a window that shows all items where they lie now, without scroll bars and with
+    /// its border: what a dialog makes room for, once the window exists.
+    CSize GetFullSize() const;
     /// For layout managers.
     void SetItemLoc(int index, const CRect& place);
     /// The part of the form that shows.

@@ -23,6 +23,14 @@ namespace tessalink {
 /// `\'5b` and `\'5d` for `@`, `[` and `]`; every other byte as it is, line ends too, which RTF
 /// passes over.
 TESSALINK_API CString escapeText(std::string_view plain);
+/// Of what a form gives.
+inline CString escapeText(const CString& plain) {
+    return escapeText(plain.View());
+}
+/// A null text is an empty one.
+inline CString escapeText(const char* plain) {
+    return escapeText(CString(plain));
+}
 
 /// The same for text in UTF-8. A character that the code page lacks becomes `\uN` with the nearest
 /// letter behind it (see nearestLetter), after a blank when that is a digit or a blank. N is the

@@ -29,7 +29,8 @@ concept LargeInteger = std::integral<NUMBER> && !std::same_as<decltype(+NUMBER()
 /// (TEXT, CAP, COMMA_LIST, EVAL) goes before a variable of its name.
 ///
 /// Texts are in the program's code page and go into the report as they are, RTF markup included:
-/// give what people typed through RTFEncode (report/RTFText.h), which makes it plain text in RTF.
+/// give what people typed through tessalink::escapeText (report/PlainText.h), which makes it plain
+/// text in RTF.
 ///
 /// GetStartPosition and GetNextAssoc visit the variables in the order of the table's entries, which
 /// stays the same as long as the table is not changed.

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/InputError.h"
 #include "core/TextPlace.h"
 #include "platform/base/CString.h"
 #include "platform/base/Export.h"

@@ -156,9 +156,7 @@ void makeReports(const Options& options) {
 /// Of a fault in a file with its place.
 template <class Fault>
 int complain(const Fault& fault) {
-    const tessalink::TextPlace& place = fault.GetPlace();
-    std::fprintf(stderr, "%s:%d:%d: error: %s\n", place.file.GetString(),
-                 static_cast<int>(place.line), static_cast<int>(place.column), fault.what());
+    std::fprintf(stderr, "%s: error: %s\n", fault.GetPlace().Format().GetString(), fault.what());
     return cInputFault;
 }
 

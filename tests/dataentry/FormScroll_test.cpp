@@ -54,6 +54,15 @@ TEST_F(FormScroll, OnlyWhatCameIntoViewIsPainted) {
     EXPECT_LE(windows().PaintedArea() - before, 183 * (25 + 3 * 30));
 }
 
+TEST_F(FormScroll, InItsFullSizeNothingScrolls) {
+    m_form.MoveWindow(CRect(0, 0, 20, 20));
+    EXPECT_EQ(m_form.GetFullSize(), CSize(52, 602));
+    m_form.MoveWindow(CRect(CPoint(), m_form.GetFullSize()));
+    EXPECT_EQ(m_form.GetVisibleArea(), CRect(0, 0, 50, 600));
+    m_form.MoveWindow(CRect(0, 0, 52, 601));
+    EXPECT_LT(m_form.GetVisibleArea().right, 50) << "a bar shows";
+}
+
 TEST_F(FormScroll, TheWheelScrollsByTheSystemsLines) {
     struct {
         int lines;

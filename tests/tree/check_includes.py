@@ -21,7 +21,10 @@ PLATFORM_HEADER = "platform/base/windows/PlatformNames.h"
 # Programs that include the headers of a library's package; the library's own tests do, too.
 PACKAGE_USERS = ("apps/desk/main.cpp", "apps/desk/windows/", "tests/desk/windows/", "benchmarks/desk_bench.cpp", "benchmarks/ToolkitKeys.h",
                  "benchmarks/toolkit_keys_bench.cpp", "benchmarks/comparison/programs/empty_window.cpp",
-                 "benchmarks/comparison/programs/qt_charts.cpp", "examples/windows/")
+                 "benchmarks/comparison/programs/qt_charts.cpp", "examples/windows/", "examples/firsthour/")
+
+# Projects of their own, whose files find one another in their folder, as those of hosts do.
+PROJECTS = ("examples/firsthour/",)
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 STANDARD_HEADER = re.compile(r"[a-z_0-9]+")
@@ -72,6 +75,8 @@ def is_test_of(path, library):
 
 def fault_of_quoted(root, folders, path, target):
     """What is wrong with #include "target" in the file path, or None."""
+    if path.startswith(PROJECTS) and os.path.isfile(os.path.join(root, os.path.dirname(path), target)):
+        return None
     own, other = folders.folder_of(path), folders.folder_of(target)
     if other is None or not os.path.isfile(os.path.join(root, target)):
         return f'"{target}" is no file of the tree named from the root'

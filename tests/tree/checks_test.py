@@ -43,6 +43,7 @@ CALM = [  # file, include that is allowed
     ("apps/desk/A.cpp", '"platform/qt/X.h"'),
     ("tests/scores/A_test.cpp", '"scores/detail/X.h"'),
     ("fuzz/a_fuzz.cpp", '"tests/support/X.h"'),
+    ("examples/firsthour/A.h", '"A.h"'),
 ]
 FAULTY = [  # file, include that is not
     ("platform/base/A.h", '"platform/files/X.h"'),
@@ -64,6 +65,8 @@ FAULTY = [  # file, include that is not
     ("tests/platform/graphics/A_test.cpp", "<QImage>"),
     ("apps/desk/A.cpp", '"tests/support/X.h"'),
     ("tests/graphs/A_test.cpp", '"scores/detail/X.h"'),
+    ("examples/firsthour/A.h", '"B.h"'),
+    ("examples/forms/A.h", '"A.h"'),
 ]
 
 
@@ -236,6 +239,17 @@ Grüße
 ```text
 Grüße
 ```
+<!-- check: part of parts/a.h -->
+```cpp
+int a;
+int b;
+```
+<!-- check: output of a.h -->
+```cpp
+int a;
+int b;
+int c;
+```
 """
 
 
@@ -247,7 +261,8 @@ class Readme(unittest.TestCase):
             readme_examples.extract(readme, root)
             write(root, "bin/hello", "#!/bin/sh\necho hello\n")
             os.chmod(os.path.join(root, "bin/hello"), 0o755)
-            readme_examples.run(readme, root, "")
+            write(root, "parts/a.h", "int a;\nint b;\nint c;\n")
+            readme_examples.run(readme, root, [])
 
     def test_good(self):
         self.run_readme(README)
@@ -256,7 +271,8 @@ class Readme(unittest.TestCase):
         for old, new in [("<!-- check: program hello -->", ""), ("cp t.txt u.txt", "false"),
                          ("<!-- check: output of copy -->", "<!-- check: output of hello -->"),
                          ("<!-- check: command copy -->", "<!-- check: comand copy -->"),
-                         ("cat t.txt;", "echo Hello;")]:
+                         ("cat t.txt;", "echo Hello;"), ("a;\nint b;\n```", "a;\nint c;\n```"),
+                         ("int a;\nint b;\n```", "a;\nint b;\n```")]:
             with self.subTest(new=new):
                 self.assertIn(old, README)
                 with self.assertRaises(readme_examples.Fault):

@@ -5,6 +5,8 @@ A fenced block is an example when an HTML comment stands on the line before its 
 
     <!-- check: program NAME -->     a C++ program; it is built and run, its output is kept
     <!-- check: template NAME -->    a template or any other text file, written as NAME
+    <!-- check: part of PATH -->     whole lines that stand together in this file, named from the
+                                     document on; a copy of the file lies where examples run
     <!-- check: command NAME -->     lines for the shell, run where the files lie; output is kept
     <!-- check: output of NAME -->   what the program or command NAME printed, or the text of the
                                      file NAME that an example before it has written
@@ -14,7 +16,7 @@ Files are Windows-1252 except .json and .csv, which are UTF-8. Line ends at the 
 A document without an output fails, and a README without a program and a template.
 
 usage: readme_examples.py extract README FOLDER          writes FOLDER/NAME.cpp, prints the names
-       readme_examples.py run README FOLDER [--path DIR] runs all, programs from FOLDER/bin
+       readme_examples.py run README FOLDER [--path DIR]... runs all, programs from FOLDER/bin and DIR
 """
 import argparse
 import os
@@ -24,7 +26,7 @@ import subprocess
 import sys
 
 EXAMPLE = re.compile(
-    r"^<!-- check: (program|template|command|output of) (\S+) -->\n```\w*\n(.*?)^```$",
+    r"^<!-- check: (program|template|part of|command|output of) (\S+) -->\n```\w*\n(.*?)^```$",
     re.MULTILINE | re.DOTALL)
 MARK = re.compile(r"<!--\s*check:")
 REQUIRED = ("output of",)
@@ -83,6 +85,14 @@ def expect_output(name, text, printed, folder):
         raise Fault(f"expected:\n{text}\nfound:\n{found}")
 
 
+def expect_part(path, text, folder):
+    with open(path, encoding=encoding_of(path)) as file:
+        whole = file.read()
+    if "\n" + text not in "\n" + whole:
+        raise Fault(f"these lines don't stand there:\n{text}")
+    shutil.copy(path, folder)
+
+
 def run_example(kind, name, text, printed, folder, environment):
     if kind == "program":
         printed[name] = execute([name], folder, environment)
@@ -96,17 +106,19 @@ def run_example(kind, name, text, printed, folder, environment):
         expect_output(name, text, printed, folder)
 
 
-def run(readme, folder, path):
+def run(readme, folder, more_paths):
     place = os.path.join(folder, "run")
     shutil.rmtree(place, ignore_errors=True)
     os.makedirs(place)
-    paths = [os.path.join(folder, "bin"), path, os.environ["PATH"]]
-    os.environ["PATH"] = os.pathsep.join(p for p in paths if p)
+    os.environ["PATH"] = os.pathsep.join([os.path.join(folder, "bin"), *more_paths, os.environ["PATH"]])
     printed = {}
     examples = read_examples(readme)
     for kind, name, text in examples:
         try:
-            run_example(kind, name, text, printed, place, os.environ)
+            if kind == "part of":
+                expect_part(os.path.join(os.path.dirname(readme), name), text, place)
+            else:
+                run_example(kind, name, text, printed, place, os.environ)
         except (Fault, OSError, subprocess.TimeoutExpired) as fault:
             raise Fault(f"{kind} {name}: {fault}") from fault
     print(f"{len(examples)} examples ran")
@@ -117,7 +129,7 @@ def main():
     parser.add_argument("action", choices=["extract", "run"])
     parser.add_argument("readme")
     parser.add_argument("folder")
-    parser.add_argument("--path", default="")
+    parser.add_argument("--path", action="append", default=[])
     options = parser.parse_args()
     try:
         if options.action == "extract":

@@ -26,10 +26,7 @@ void fail(PersonResult& result, RowFailure failure) {
 /// A fault in a file of the questionnaire.
 template <class Fault>
 void failAt(PersonResult& result, const Fault& fault) {
-    const TextPlace& place = fault.GetPlace();
-    fail(result, {"", "",
-                  utf8(place.file) + ":" + std::to_string(place.line) + ":" +
-                      std::to_string(place.column) + ": " + utf8(fault.what())});
+    fail(result, {"", "", utf8(fault.GetPlace().Format()) + ": " + utf8(fault.what())});
 }
 
 void appendNumber(std::uint64_t number, std::string& text) {

@@ -66,8 +66,7 @@ std::string mappingOf(const ImportedQuestionnaire& imported) {
 
 /// "dictionary.csv:12:1: note: mood_7: is called ..."
 std::string noteLine(const ImportNote& note) {
-    return std::string(note.place.file.View()) + ":" + std::to_string(note.place.line) + ":" +
-           std::to_string(note.place.column) +
+    return std::string(note.place.Format().View()) +
            ": note: " + (note.name.empty() ? "" : note.name + ": ") + note.text + "\n";
 }
 
