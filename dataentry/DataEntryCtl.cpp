@@ -122,9 +122,13 @@ void DataEntryCtl::SetItemLoc(int index, const CRect& place) {
 }
 
 CSize DataEntryCtl::GetFullSize() const {
-    const bool hasBorder = (GetStyle() & WS_BORDER) != 0;
-    return {m_extent.cx + (hasBorder ? 2 * tessalink::GetSystemMetrics(SM_CXBORDER) : 0),
-            m_extent.cy + (hasBorder ? 2 * tessalink::GetSystemMetrics(SM_CYBORDER) : 0)};
+    const DWORD style = GetStyle();
+    const auto room = [style](DWORD part, int metric) {
+        return (style & part) != 0 ? tessalink::GetSystemMetrics(metric) : 0;
+    };
+    // A bar that shows stays until there is room beside it.
+    return {m_extent.cx + 2 * room(WS_BORDER, SM_CXBORDER) + room(WS_VSCROLL, SM_CXVSCROLL),
+            m_extent.cy + 2 * room(WS_BORDER, SM_CYBORDER) + room(WS_HSCROLL, SM_CYHSCROLL)};
 }
 
 int DataEntryCtl::ClosestItem(int index, tessalink::Side side, bool isFarther) const {

@@ -117,8 +117,9 @@ public:
     CRect GetItemLoc(int index) const { return m_places[checked(index)]; }
     /// The size of an item in pixels.
     CSize GetItemSize(int index) const { return GetItemLoc(index).Size(); }
-    /// The size of a window that shows all items where they lie now, without scroll bars and with
-    /// its border: what a dialog makes room for, once the window exists.
+    /// The size of a window that shows all items where they lie now, with its border and with room
+    /// for the scroll bars, which are not needed then: what a dialog makes room for, once the
+    /// window exists.
     CSize GetFullSize() const;
     /// For layout managers.
     void SetItemLoc(int index, const CRect& place);

@@ -90,17 +90,15 @@ TEST_F(FirstHour, AFaultIsShownWithItsPlaceAndLeavesTheDialogOpen) {
     std::ofstream("coping.rtf", std::ios::binary) << text;
     KeyAll();
     m_dialog->accept();
-    EXPECT_EQ(m_messages, "coping.rtf:5:32: Undefined variable 'Suport_T' found!");
+    EXPECT_EQ(m_messages, "coping.rtf:5:35: Undefined variable 'Suport_T' found!");
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_FALSE(fs::exists("report.rtf"));
 }
 
 TEST_F(FirstHour, AllOfTheFormShows) {
-    for (const QScrollBar* bar : m_dialog->findChildren<QScrollBar*>()) {
-        EXPECT_FALSE(bar->isVisible());
-    }
-    KeyAll();
-    m_dialog->grab().save(qEnvironmentVariable("FIRST_HOUR_PICTURE"));
+    const auto bars = m_dialog->findChildren<QScrollBar*>();
+    EXPECT_FALSE(bars.empty());
+    for (const QScrollBar* bar : bars) EXPECT_FALSE(bar->isVisible());
 }
 
 }  // namespace
