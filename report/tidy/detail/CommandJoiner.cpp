@@ -102,7 +102,7 @@ void CommandJoiner::Begin(const RtfPiece& piece) {
     m_markup.clear();
     m_tail.clear();
     m_seams.clear();
-    m_tailParts = m_tailIsGroup = m_lastIsRetyped = false;
+    m_tailParts = m_tailIsGroup = m_isAfterData = m_lastIsRetyped = false;
     m_isAmbiguous = m_isSplit = m_follows = m_isBare = false;
     m_joints = m_retyped = 0;
     m_charEnd = m_raw.size();
@@ -179,7 +179,9 @@ bool CommandJoiner::take_markup(const RtfPiece& piece) {
     if (m_state == State::constant) {
         m_fallback = 0;
         m_groups += (piece.kind == Kind::open) - (piece.kind == Kind::close);
-        return take_verbatim(piece.raw);
+        take_verbatim(piece.raw);
+        m_isAfterData = piece.kind == Kind::hidden;
+        return true;
     }
     if (m_tailIsGroup && piece.kind == Kind::close && ends_at_empty_group()) {
         return take_empty_group(piece.raw);
@@ -188,6 +190,7 @@ bool CommandJoiner::take_markup(const RtfPiece& piece) {
     m_fallback = 0;
     m_tailIsGroup = piece.kind == Kind::open && m_tail.empty() && !m_tailParts;
     m_tailParts = true;
+    m_isAfterData = piece.kind == Kind::hidden;
     m_tail += piece.raw;
     add_raw(piece.raw);
     return true;
@@ -279,7 +282,7 @@ bool CommandJoiner::take_boundary(const RtfPiece& piece) {
 
 /// Of a text. The engine drops the line end that ends a control word there, so that needs a blank.
 bool CommandJoiner::take_verbatim(std::string_view raw) {
-    if (isLineEnd(raw.front()) && endsInControlWord(m_text)) {
+    if (isLineEnd(raw.front()) && !m_isAfterData && endsInControlWord(m_text)) {
         m_text += ' ';
         ++m_joints;
     }
@@ -574,7 +577,7 @@ void CommandJoiner::settle_tail(char next) {
     const bool isTorn = m_text.back() == cCommand.front() || (m_text.back() == '>' && next == '=');
     m_joints += m_tailParts || isTorn;
     m_markup += m_tail;
-    if (endsInControlWord(m_markup)) m_markup += ' ';
+    if (!m_tail.empty() && !m_isAfterData && endsInControlWord(m_markup)) m_markup += ' ';
     m_tail.clear();
     m_tailParts = m_tailIsGroup = false;
 }
@@ -586,6 +589,7 @@ void CommandJoiner::add_raw(std::string_view raw) {
 void CommandJoiner::pass_char(std::string_view raw) {
     m_raw += raw;
     m_charEnd = m_raw.size();
+    m_isAfterData = false;
 }
 
 /// Markup goes before commands behind which text may be left out or moved.

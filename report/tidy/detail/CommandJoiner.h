@@ -160,6 +160,7 @@ private:
     std::string m_tail;            ///< what stands behind the last of them
     bool m_tailParts = false;      ///< the tail holds more than line ends
     bool m_tailIsGroup = false;    ///< the tail is a "{"
+    bool m_isAfterData = false;    ///< the last piece is binary data, whatever its bytes look like
     bool m_lastIsRetyped = false;  ///< the last character is written as its key
     std::size_t m_charEnd = 0;     ///< in m_raw: behind the last character
     int m_joints = 0;
