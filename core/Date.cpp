@@ -24,7 +24,7 @@ constexpr int cMonths = 12;
 constexpr int cLongestMonth = 31;
 constexpr int cFebruary = 2;
 constexpr int cCentury = 100;
-constexpr unsigned long cLastNumber = Date::cLastYear * 10000ul + 1231;
+constexpr unsigned long cLastDate = Date::cLastYear * 10000ul + 1231;
 
 enum Field : std::size_t { eYear, eMonth, eDay };
 constexpr std::size_t cFields = 3;
@@ -153,7 +153,7 @@ int Date::Set(int year, int month, int day) {
 }
 
 int Date::Set(unsigned long yyyymmdd) {
-    if (yyyymmdd > cLastNumber) return 0;
+    if (yyyymmdd > cLastDate) return 0;
     return Set(static_cast<int>(yyyymmdd / 10000), static_cast<int>(yyyymmdd % 10000 / 100),
                static_cast<int>(yyyymmdd % 100));
 }

@@ -35,7 +35,7 @@ using Format = Time::TimeFormat;
 constexpr int cMinutesPerHour = 60;
 constexpr int cSecondsPerMinute = 60;
 constexpr int cHoursPerDay = 24;
-constexpr unsigned long cLastNumber = 235959;
+constexpr unsigned long cLastTime = 235959;
 constexpr int cNoonHour = 12;
 constexpr int cFieldWidth = 2;
 
@@ -137,7 +137,7 @@ int Time::Set(int hour, int minute, int second) {
 }
 
 int Time::Set(unsigned long hhmmss) {
-    if (hhmmss > cLastNumber) return 0;
+    if (hhmmss > cLastTime) return 0;
     return Set(static_cast<int>(hhmmss / 10000), static_cast<int>(hhmmss % 10000 / 100),
                static_cast<int>(hhmmss % 100));
 }

@@ -13,7 +13,7 @@ using tessalink::Selected;
 namespace {
 
 /// The label is as wide as this text when no width is given, and a choice as high.
-constexpr const char* cWidestNumber = " 999:";
+constexpr const char* cWidestChoiceNumber = " 999:";
 constexpr int cMaxBits = 32;
 
 }  // namespace
@@ -68,7 +68,7 @@ void ChoiceItemUI::prepare(CDC& dc) {
 }
 
 void ChoiceItemUI::initialize(CDC* dc) {
-    const CSize number = dc->GetTextExtent(cWidestNumber);
+    const CSize number = dc->GetTextExtent(cWidestChoiceNumber);
     m_height = number.cy;
     m_halfWidth = (dc->GetTextExtent("m", 1).cx + 1) >> 1;
     m_labelWidth = (m_labelPixels != 0 ? m_labelPixels : number.cx) + m_halfWidth;

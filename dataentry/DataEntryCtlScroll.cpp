@@ -3,6 +3,9 @@
 
 #include "dataentry/DataEntryCtl.h"
 #include "dataentry/detail/RaisedCounter.h"
+#include "platform/windows/detail/InputCodes.h"
+
+using tessalink::cWheelNotch;
 
 // How a form is laid out and scrolled.
 
@@ -10,7 +13,6 @@ using tessalink::RaisedCounter;
 
 namespace {
 
-constexpr int cWheelNotch = 120;
 constexpr int cDefaultWheelLines = 3;
 /// A scroll bar that comes or goes changes the size of the form and so the layout, which may want
 /// the other bar. After so many layouts inside each other no bar that shows is taken away.

@@ -3,13 +3,10 @@
 #include <algorithm>
 
 #include "platform/base/HostServices.h"
+#include "platform/windows/detail/InputCodes.h"
 
-namespace {
-
-constexpr UINT cBackspace = 8;
-constexpr UINT cFirstPrintable = 32;
-
-}  // namespace
+using tessalink::cBackspace;
+using tessalink::cFirstPrintable;
 
 void FilteredEditCtl::OnChar(UINT ch, UINT repeat, UINT flags) {
     if (ch == '\r' || ch == '\n' || ch == '\t' || ch == VK_ESCAPE) return;

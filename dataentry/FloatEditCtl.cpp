@@ -4,12 +4,11 @@
 #include <string_view>
 
 #include "dataentry/detail/DecimalPoint.h"
+#include "platform/windows/detail/InputCodes.h"
+
+using tessalink::isDigit;
 
 namespace {
-
-constexpr bool isDigit(char ch) {
-    return ch >= '0' && ch <= '9';
-}
 
 constexpr bool isSpace(char ch) {
     return ch == ' ' || (ch >= '\t' && ch <= '\r');

@@ -81,7 +81,7 @@ std::string cutOff(const CDC& dc, std::string_view line, int width, bool goesOn,
 }
 
 /// Whether a commit is under way anywhere in the process.
-bool isCommitting = false;
+bool isCommittingText = false;
 
 }  // namespace
 
@@ -91,10 +91,10 @@ IMPLEMENT_DYNAMIC(TextDataEntryUI, ColoredItemUI)
 class TextDataEntryUI::CommitScope {
 public:
     explicit CommitScope(TextDataEntryUI& itemUI) : m_interface(itemUI), m_alive(itemUI) {
-        isCommitting = itemUI.m_isCommitting = true;
+        isCommittingText = itemUI.m_isCommitting = true;
     }
     ~CommitScope() {
-        isCommitting = false;
+        isCommittingText = false;
         if (m_alive) m_interface.m_isCommitting = false;
     }
     CommitScope(const CommitScope&) = delete;
@@ -280,8 +280,8 @@ BOOL TextDataEntryUI::OnCommand(WPARAM wParam, LPARAM lParam) {
 }
 
 void TextDataEntryUI::edit_left() {
-    m_leftInCommit = isCommitting;
-    if (isCommitting) return;
+    m_leftInCommit = isCommittingText;
+    if (isCommittingText) return;
     const tessalink::WindowGuard alive(*this);
     const bool isKept = update_curr_from_edit() != 0;
     if (!alive) return;
@@ -333,7 +333,7 @@ bool TextDataEntryUI::CommitEntry() {
 
 int TextDataEntryUI::update_curr_from_edit() {
     if (m_item == nullptr || m_item->IsReadOnly() != 0 || !m_editIsShown) return 1;
-    if (isCommitting) return 0;
+    if (isCommittingText) return 0;
     m_wasRefused = false;
     DataEntryItem& item = *m_item;
     const tessalink::WindowGuard alive(*this);

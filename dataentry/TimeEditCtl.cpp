@@ -5,18 +5,17 @@
 #include "core/Time.h"
 #include "dataentry/TextDataEntryUI.h"
 #include "platform/base/HostServices.h"
+#include "platform/windows/detail/InputCodes.h"
+
+using tessalink::cBackspace;
+using tessalink::cFirstPrintable;
+using tessalink::isDigit;
 
 namespace {
 
 constexpr char cPlace = '_';
-constexpr UINT cBackspace = 8;
-constexpr UINT cFirstPrintable = 32;
 constexpr int cLastHour = 23;
 constexpr int cLastMinute = 59;
-
-bool isDigit(char ch) {
-    return ch >= '0' && ch <= '9';
-}
 
 char lowered(char ch) {
     return CString(ch).MakeLower()[0];

@@ -39,7 +39,7 @@ void JsonObject::CheckKeys() {
         }
     }
     for (const std::string_view key : m_missing) {
-        m_in->Attempt([&] { m_in->Fail(*m_value, quoted(key) + " is missing"); });
+        m_in->Attempt([&] { m_in->Fail(*m_value, inQuotes(key) + " is missing"); });
     }
     m_known = {};
     m_missing = {};
@@ -88,8 +88,8 @@ void JsonObject::CheckOrder(std::string_view lowKey, std::string_view highKey,
     const auto low = m_in->Number(*lowest, {-most, most});
     const auto high = m_in->Number(*highest, {-most, most});
     if (!low || !high || *low < *high || (mayBeEqual && *low == *high)) return;
-    m_in->Fail(*highest,
-               (mayBeEqual ? "must not be less than " : "must be greater than ") + quoted(lowKey));
+    m_in->Fail(*highest, (mayBeEqual ? "must not be less than " : "must be greater than ") +
+                             inQuotes(lowKey));
 }
 
 }  // namespace tessalink

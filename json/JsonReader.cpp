@@ -95,10 +95,10 @@ std::optional<std::uint16_t> JsonReader::Words(const JsonValue& value,
         if (word == words.end()) {
             std::vector<std::string_view> names;
             for (const JsonWord& known : words) names.push_back(known.name);
-            Fail(value, quoted(name) + " is not allowed here" + nameHint(name, names));
+            Fail(value, inQuotes(name) + " is not allowed here" + nameHint(name, names));
         }
         if (std::find(groups.begin(), groups.end(), word->group) != groups.end()) {
-            Fail(value, quoted(name) + " contradicts the word before it");
+            Fail(value, inQuotes(name) + " contradicts the word before it");
         }
         groups.push_back(word->group);
         bits |= word->value;

@@ -25,7 +25,7 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     return "'" + std::string(text) + "'";
 }
 
@@ -49,7 +49,7 @@ std::string_view nearestName(std::string_view name, std::span<const std::string_
 std::string nameHint(std::string_view name, std::span<const std::string_view> candidates) {
     constexpr std::size_t mostListed = 40;
     if (const std::string_view meant = nearestName(name, candidates); !meant.empty()) {
-        return "; did you mean " + quoted(meant) + "?";
+        return "; did you mean " + inQuotes(meant) + "?";
     }
     if (candidates.empty()) return "; there are none";
     std::string hint = "; there are ";

@@ -9,7 +9,7 @@
 namespace tessalink {
 
 /// A text between apostrophes, as messages quote it.
-TESSALINK_API std::string quoted(std::string_view text);
+TESSALINK_API std::string inQuotes(std::string_view text);
 
 /// The candidate that differs least from a mistyped name: by one letter, or by one in three of a
 /// longer name. Empty when all differ more.

@@ -4,6 +4,7 @@
 #include "platform/base/CodePage.h"
 #include "questionnaire/detail/ResourceBlocks.h"
 #include "questionnaire/detail/ResponseReader.h"
+#include "questionnaire/detail/Utf8.h"
 #include "questionnaire/detail/WholeScores.h"
 
 namespace tessalink {
@@ -60,9 +61,7 @@ const std::vector<std::string>& FhirResponses::Notes() const {
 
 namespace {
 
-std::string utf8(const CString& text) {
-    return toUtf8(text.View());
-}
+using detail::utf8;
 
 /// Writes the answers of a person.
 class ResponseWriter {

@@ -3,10 +3,13 @@
 #include "json/JsonWriter.h"
 #include "platform/base/CodePage.h"
 #include "questionnaire/QuestionnaireImport.h"
+#include "questionnaire/detail/Utf8.h"
 
 namespace tessalink {
 
 namespace {
+
+using detail::utf8;
 
 // The words of questionnaire.json, by their enumerations.
 constexpr std::array<const char*, 2> cMethods = {"sum", "mean"};
@@ -14,10 +17,6 @@ constexpr std::array<const char*, 3> cReplacements = {"none", "mean", "midpoint"
 constexpr std::array<const char*, 4> cKinds = {"missing", "longestRun", "shares", "inconsistency"};
 constexpr std::array<const char*, 6> cTypes = {"text",   "integer", "decimal",
                                                "choice", "date",    "time"};
-
-std::string utf8(const CString& text) {
-    return toUtf8(text.View());
-}
 
 class ModelWriter {
 public:

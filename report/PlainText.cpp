@@ -17,11 +17,11 @@ namespace tessalink {
 
 namespace {
 
-struct Escape {
+struct RtfEscape {
     char letter;
     std::string_view written;
 };
-constexpr std::array<Escape, 6> cEscapes = {
+constexpr std::array<RtfEscape, 6> cRtfEscapes = {
     {{'\\', "\\\\"}, {'{', "\\{"}, {'}', "\\}"}, {'@', "\\'40"}, {'[', "\\'5b"}, {']', "\\'5d"}}};
 constexpr std::string_view cEscaped = "\\{}@[]";
 constexpr std::string_view cUnicodeStart = "\\u";
@@ -36,9 +36,9 @@ constexpr int cSurrogateBits = 10;
 constexpr char32_t cSurrogateMask = 0x3FF;
 
 void appendLetter(std::string& text, char letter) {
-    const auto escape = std::find_if(cEscapes.begin(), cEscapes.end(),
-                                     [letter](const Escape& e) { return e.letter == letter; });
-    if (escape != cEscapes.end()) {
+    const auto escape = std::find_if(cRtfEscapes.begin(), cRtfEscapes.end(),
+                                     [letter](const RtfEscape& e) { return e.letter == letter; });
+    if (escape != cRtfEscapes.end()) {
         text += escape->written;
     } else {
         text += letter;
@@ -63,10 +63,10 @@ void appendForeign(std::string& text, char32_t character) {
 
 /// Takes an escape of a single letter off the start of the text.
 std::optional<char> takeEscape(std::string_view& text) {
-    const auto escape = std::find_if(cEscapes.begin(), cEscapes.end(), [text](const Escape& e) {
-        return text.starts_with(e.written);
-    });
-    if (escape == cEscapes.end()) return std::nullopt;
+    const auto escape =
+        std::find_if(cRtfEscapes.begin(), cRtfEscapes.end(),
+                     [text](const RtfEscape& e) { return text.starts_with(e.written); });
+    if (escape == cRtfEscapes.end()) return std::nullopt;
     text.remove_prefix(escape->written.size());
     return escape->letter;
 }

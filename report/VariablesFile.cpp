@@ -29,13 +29,14 @@ constexpr char cSeparator = '\t';
 constexpr char cComment = '#';
 constexpr unsigned char cLastAscii = 0x7F;
 
-struct Escape {
+struct NamedEscape {
     char letter;
     char character;
 };
-constexpr std::array<Escape, 4> cEscapes = {{{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}}};
+constexpr std::array<NamedEscape, 4> cNamedEscapes = {
+    {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}}};
 
-CString quoted(std::string_view text) {
+CString inQuotes(std::string_view text) {
     return "'" + CString(text) + "'";
 }
 
@@ -80,17 +81,17 @@ private:
         if (m_isUtf8) fail_from(findMalformedUtf8(m_rest), cNoUtf8);
         const CString name(m_rest.substr(0, m_rest.find(cSeparator)));
         if (!isVariableName(name.View())) {
-            fail(quoted(name.View()) +
+            fail(inQuotes(name.View()) +
                  " is not a variable name: use up to 32 letters, digits and "
                  "\"_\", not starting with a digit, and a tab after it");
         }
-        if (m_seen.Exists(name)) fail("duplicate variable " + quoted(name.View()));
+        if (m_seen.Exists(name)) fail("duplicate variable " + inQuotes(name.View()));
         take_field("the type int, double, string or text");
         const std::string_view type = m_rest.substr(0, m_rest.find(cSeparator));
         const auto known = std::find_if(types.begin(), types.end(),
                                         [&](const TypeName& t) { return t.name == type; });
         if (known == types.end())
-            fail(quoted(type) + " is not a type: use int, double, string or text");
+            fail(inQuotes(type) + " is not a type: use int, double, string or text");
         take_field("the value");
         if (m_places) m_places->insert_or_assign(name, place());
         (this->*known->read)(name);
@@ -109,13 +110,14 @@ private:
 
     void read_int(const CString& name) {
         const auto value = readNumber<int>(m_rest);
-        if (!value) fail(quoted(m_rest) + " is not a whole number from -2147483648 to 2147483647");
+        if (!value)
+            fail(inQuotes(m_rest) + " is not a whole number from -2147483648 to 2147483647");
         m_variables.SetValue(name, *value);
     }
 
     void read_double(const CString& name) {
         const auto value = readNumber<double>(m_rest);
-        if (!value || !std::isfinite(*value)) fail(quoted(m_rest) + " is not a number");
+        if (!value || !std::isfinite(*value)) fail(inQuotes(m_rest) + " is not a number");
         m_variables.SetValue(name, *value);
     }
 
@@ -148,9 +150,9 @@ private:
     /// The character of the escape at the rest, of which only the last character is left.
     char take_escape() {
         const char letter = m_rest.size() > 1 ? m_rest[1] : '\0';
-        const auto known = std::find_if(cEscapes.begin(), cEscapes.end(),
-                                        [&](const Escape& e) { return e.letter == letter; });
-        if (known == cEscapes.end()) fail("unknown escape: use \\n, \\r, \\t or \\\\");
+        const auto known = std::find_if(cNamedEscapes.begin(), cNamedEscapes.end(),
+                                        [&](const NamedEscape& e) { return e.letter == letter; });
+        if (known == cNamedEscapes.end()) fail("unknown escape: use \\n, \\r, \\t or \\\\");
         m_rest.remove_prefix(1);
         return known->character;
     }
@@ -199,10 +201,10 @@ std::optional<TextPlace> placeOfUtf8(const CString& file, std::string_view text)
 
 void appendEscaped(std::string& line, std::string_view text) {
     for (const char ch : text) {
-        const auto escape = std::find_if(cEscapes.begin(), cEscapes.end(),
-                                         [&](const Escape& e) { return e.character == ch; });
-        if (escape != cEscapes.end()) line += '\\';
-        line += escape != cEscapes.end() ? escape->letter : ch;
+        const auto escape = std::find_if(cNamedEscapes.begin(), cNamedEscapes.end(),
+                                         [&](const NamedEscape& e) { return e.character == ch; });
+        if (escape != cNamedEscapes.end()) line += '\\';
+        line += escape != cNamedEscapes.end() ? escape->letter : ch;
     }
 }
 
@@ -225,7 +227,7 @@ std::string lineOf(const CString& name, const VariantVar& value) {
         appendEscaped(line, value.Text());
     } else {
         throw VariablesError(
-            {}, "variable " + quoted(name.View()) + " is neither a finite number nor a text");
+            {}, "variable " + inQuotes(name.View()) + " is neither a finite number nor a text");
     }
     line += '\n';
     return line;

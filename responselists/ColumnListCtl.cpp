@@ -5,13 +5,15 @@
 #include <utility>
 
 #include "platform/graphics/DCScope.h"
+#include "platform/windows/detail/InputCodes.h"
+
+using tessalink::cWheelNotch;
 
 namespace {
 
 constexpr COLORREF cCurrentCell = RGB(255, 255, 192);
 /// The left edge of the current cell while the list has the focus.
 constexpr int cBarWidth = 3;
-constexpr int cWheelNotch = 120;
 /// Cells further away than this many pixels are placed here.
 constexpr std::int64_t cFarAway = 1 << 29;
 

@@ -4,12 +4,9 @@
 #include <utility>
 
 #include "platform/base/CInvalidArgException.h"
+#include "platform/windows/detail/InputCodes.h"
 
-namespace {
-
-constexpr UINT cFirstPrintable = 32;
-
-}  // namespace
+using tessalink::cFirstPrintable;
 
 IMPLEMENT_DYNAMIC(ItemListCtl, ColumnListCtl)
 

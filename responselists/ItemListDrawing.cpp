@@ -10,7 +10,7 @@ using tessalink::Selected;
 
 namespace {
 
-constexpr const char* cWidestNumber = " 999:";
+constexpr const char* cWidestItemNumber = " 999:";
 /// Off the bar of the focus, which lies on the blank before the widest number.
 constexpr int cNumberShift = 1;
 /// The box around an answer that differs from the first one.
@@ -34,7 +34,7 @@ void ItemListCtl::measure_cells(CDC& dc) {
     create_fonts(height);
     const Selected font(dc, &m_boldFont);
     const CString last = number_text(std::max(m_count - 1, 0));
-    m_numberWidth = std::max(dc.GetTextExtent(cWidestNumber).cx, dc.GetTextExtent(last).cx);
+    m_numberWidth = std::max(dc.GetTextExtent(cWidestItemNumber).cx, dc.GetTextExtent(last).cx);
     int widest = 0;
     for (ResponseList& responses : m_sets) {
         int width = 0;

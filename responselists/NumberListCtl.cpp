@@ -9,12 +9,12 @@
 namespace {
 
 /// Whether a commit is under way anywhere in the process.
-bool isCommitting = false;
+bool isCommittingNumber = false;
 
 class CommitScope {
 public:
-    CommitScope() { isCommitting = true; }
-    ~CommitScope() { isCommitting = false; }
+    CommitScope() { isCommittingNumber = true; }
+    ~CommitScope() { isCommittingNumber = false; }
     CommitScope(const CommitScope&) = delete;
     CommitScope& operator=(const CommitScope&) = delete;
 };
@@ -159,7 +159,7 @@ void NumberListCtl::OnReturn() {
 }
 
 bool NumberListCtl::is_committing() {
-    return isCommitting;
+    return isCommittingNumber;
 }
 
 // Whether the edit box holds what may have to be kept.
@@ -177,7 +177,7 @@ bool NumberListCtl::CommitEntry() {
 }
 
 int NumberListCtl::update_curr_from_edit(int showMessage) {
-    if (isCommitting) return 0;
+    if (isCommittingNumber) return 0;
     const CommitScope scope;
     CString text;
     m_edit->GetWindowText(text);

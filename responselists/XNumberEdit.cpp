@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/windows/detail/InputCodes.h"
 #include "responselists/NumberListCtl.h"
 
-namespace {
-
-constexpr UINT cFirstPrintable = 32;
-
-}  // namespace
+using tessalink::cFirstPrintable;
 
 UINT XNumberEdit::OnGetDlgCode() {
     return DLGC_WANTALLKEYS;

@@ -13,7 +13,7 @@ Date valid(const Date& date, const std::string& text, DateForm form) {
     return date;
 }
 
-std::string counted(int count, const char* unit) {
+std::string span(int count, const char* unit) {
     return std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
 }
 
@@ -28,8 +28,8 @@ int printAge(const AgeOptions& options) {
     int months = 0;
     int days = 0;
     test.Minus(birth, years, months, days);
-    return printResult(counted(years, "year") + ", " + counted(months, "month") + ", " +
-                       counted(days, "day") + "\n");
+    return printResult(span(years, "year") + ", " + span(months, "month") + ", " +
+                       span(days, "day") + "\n");
 }
 
 }  // namespace tessalink::cli

@@ -36,15 +36,15 @@ struct Given {
     }
 };
 
-CString quoted(const CString& text) {
+CString inQuotes(const CString& text) {
     return "'" + text + "'";
 }
 
 CString argumentText(std::string_view utf8) {
     const CodePageText text = fromUtf8(utf8);
     if (!text.IsWhole()) {
-        throw CException(quoted(CString(utf8)) + " has a character that " + codePageName().c_str() +
-                         " lacks.");
+        throw CException(inQuotes(CString(utf8)) + " has a character that " +
+                         codePageName().c_str() + " lacks.");
     }
     return CString(std::string_view(text.text));
 }
@@ -67,7 +67,7 @@ public:
         const VariantVar* value = m_variables.Find(name);
         if (!value) return std::nullopt;
         Given given = {name, unescapeText(value->GetAsStr().View()), PlaceOf(name)};
-        if (value->IsDouble()) given.Fail(quoted(name) + " must be a text or an int");
+        if (value->IsDouble()) given.Fail(inQuotes(name) + " must be a text or an int");
         return given;
     }
 
@@ -102,7 +102,7 @@ private:
     static AgeSpan read_age(const Given& given) {
         const auto age = parseAge(given.text.View());
         if (!age) {
-            given.Fail(quoted(given.text) +
+            given.Fail(inQuotes(given.text) +
                        " is not an age: write years:months, as 9:4, or whole years");
         }
         return *age;
@@ -159,7 +159,7 @@ public:
                 isAnyScored = true;
             } else {
                 printAt(scale.place, "warning",
-                        "no raw score " + quoted(scale.text) + " in " + m_person.File());
+                        "no raw score " + inQuotes(scale.text) + " in " + m_person.File());
             }
         }
         if (!isAnyScored) {
@@ -187,14 +187,14 @@ private:
     void check_names() const {
         for (const NormName& scale : m_scales) {
             if (isVariableName(scale.text.View())) continue;
-            throw InputError(scale.place, quoted(scale.text) +
+            throw InputError(scale.place, inQuotes(scale.text) +
                                               " can't be the name of a raw score: use up to 32 "
                                               "letters, digits and \"_\", not starting with a "
                                               "digit");
         }
         for (const NormColumn& column : m_norms.GetColumns()) {
             if (isVariableName(("_" + column.name.text).View())) continue;
-            throw InputError(column.name.place, quoted(column.name.text) +
+            throw InputError(column.name.place, inQuotes(column.name.text) +
                                                     " can't be part of a variable's name: use "
                                                     "letters, digits and \"_\"");
         }
@@ -226,7 +226,7 @@ private:
         const VariantVar& raw = *m_person.Variables().Find(scale.text.View());
         const TextPlace place = m_person.PlaceOf(scale.text);
         if (!raw.IsInt()) {
-            throw InputError(place, quoted(scale.text) + " is a raw score: it must be an int");
+            throw InputError(place, inQuotes(scale.text) + " is a raw score: it must be an int");
         }
         try {
             const NormGroup group = group_of(scale.text);
@@ -263,7 +263,7 @@ private:
         } else if (group.HasScores(columnName)) {
             printAt(m_person.PlaceOf(scale), "warning",
                     "the norms have no " + column.name.text +
-                        " for this raw score: " + quoted(name) + " is left out");
+                        " for this raw score: " + inQuotes(name) + " is left out");
         }
     }
 
@@ -285,17 +285,17 @@ private:
     template <class Value>
     void add(const CString& name, const Value& value, const NormColumn& column) {
         if (!isVariableName(name.View())) {
-            throw InputError(column.name.place, "the result " + quoted(name) +
+            throw InputError(column.name.place, "the result " + inQuotes(name) +
                                                     " has more than 32 characters: shorten the "
                                                     "name of the scale or the column");
         }
         if (m_person.Variables().Exists(name)) {
-            throw InputError(m_person.PlaceOf(name), quoted(name) +
+            throw InputError(m_person.PlaceOf(name), inQuotes(name) +
                                                          " is the name of a result too: rename "
                                                          "the variable");
         }
         if (m_results.Exists(name)) {
-            throw InputError(column.name.place, "two results have the name " + quoted(name) +
+            throw InputError(column.name.place, "two results have the name " + inQuotes(name) +
                                                     ": rename a scale or column");
         }
         m_results.AddVar(name, value);

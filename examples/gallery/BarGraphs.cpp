@@ -449,7 +449,7 @@ void legends(BarGraph& graph) {
     addSpace(graph, 8);
 }
 
-void symbols(BarGraph& graph) {
+void barSymbols(BarGraph& graph) {
     addTitle(graph, "Symbols");
     BarScale* scale = nullptr;
     for (const int size : {16, 28, 40}) {
@@ -500,7 +500,7 @@ void groups(BarGraph& graph) {
 }
 
 // A strip for the cell of a table.
-void tiny(BarGraph& graph) {
+void barTiny(BarGraph& graph) {
     BarScale* const scale = addScale(graph, {20, 80, 30, 0, 0, 170, 80, 100, 10}, "", "57");
     addRange(scale, 51, 63);
     addPoint(scale, 57, cBlue, Symbol::Diamond, 60);
@@ -551,7 +551,7 @@ void drawPlace(CDC& dc, const CRect& place, const char* name, int flags, int isF
     graph.Draw(&dc, inside);
 }
 
-void drawAlignments(CDC& dc) {
+void drawBarAlignments(CDC& dc) {
     struct Place {
         const char* name;
         int flags;
@@ -577,7 +577,7 @@ void drawAlignments(CDC& dc) {
     }
 }
 
-std::vector<Card> makeCards() {
+std::vector<Card> makeBarCards() {
     return {
         card<tScores>("bar-t-scores", "T score",
                       "T score 63 on a scale from 20 to 80, above average"),
@@ -599,23 +599,23 @@ std::vector<Card> makeCards() {
                           "Three reaction times on scales that grow to the left"),
         card<legends>("bar-legends", "Legends of both directions",
                       "Ranges above the scale, texts with lines and values below it"),
-        card<symbols>("bar-symbols", "Symbols", "Filled and hollow symbols in three sizes"),
+        card<barSymbols>("bar-symbols", "Symbols", "Filled and hollow symbols in three sizes"),
         card<groups<false>>("bar-groups", "Groups",
                             "Means of four grades in the colour-safe palette"),
         card<groups<true>>("bar-grey-print", "Groups in grey print",
                            "The same as a printer without colour shows it"),
-        card<tiny, 120>("bar-tiny", "Tiny", "A strip for the cell of a table: 57"),
+        card<barTiny, 120>("bar-tiny", "Tiny", "A strip for the cell of a table: 57"),
         card<profile, 2400>("bar-poster", "Poster", "The profile, four times as large"),
         {"bar-places", "Frames and alignments",
          "The same graph in six rectangles, by the flags that it is labelled with", 600, 150,
-         drawAlignments},
+         drawBarAlignments},
     };
 }
 
 }  // namespace
 
 std::span<const Card> barGraphs() {
-    static const std::vector<Card> cards = makeCards();
+    static const std::vector<Card> cards = makeBarCards();
     return cards;
 }
 

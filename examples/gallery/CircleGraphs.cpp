@@ -134,7 +134,7 @@ void beyondRim(CDC& dc) {
 }
 
 // All symbols, in the order in which the graph chooses them, with the legend at the right.
-void symbols(CDC& dc) {
+void circleSymbols(CDC& dc) {
     constexpr std::array names = {"cross",          "disc",   "square",         "triangle",
                                   "diamond",        "circle", "hollow\nsquare", "hollow\ntriangle",
                                   "hollow\ndiamond"};
@@ -188,7 +188,7 @@ void style(CDC& dc) {
     graph.Draw(&dc, CRect(0, 0, cWidth, cHeight));
 }
 
-void tiny(CDC& dc) {
+void circleTiny(CDC& dc) {
     CircumplexGraph graph = graphOf(10, 0, 0);
     graph.SetAdvancedOptions(1.2, 1.7, 0, 0, 0, 0.1, 0.1, 1, 0.1, 0.1);
     graph.AddPoint(Polar{130, 7}, 1, "", cBlue, CircumplexGraph::Disc, CircumplexGraph::NoName);
@@ -198,7 +198,7 @@ void tiny(CDC& dc) {
     draw(graph, dc, 116, 116);
 }
 
-std::vector<Card> makeCards() {
+std::vector<Card> makeCircleCards() {
     constexpr int poster = 4;
     return {
         {"circle-octants", "Octants and angles", "Ten words by their angles, in eight octants",
@@ -211,10 +211,10 @@ std::vector<Card> makeCards() {
         {"circle-rings", "Rings and points beyond",
          "Four persons, two of them beyond the rim and drawn on it", cWidth, cHeight, beyondRim},
         {"circle-symbols", "Symbols", "The nine symbols with a legend at the right", cWidth,
-         cHeight, symbols},
+         cHeight, circleSymbols},
         {"circle-style", "Style grid", "Four styles of conflict in a circle with a grid", cWidth,
          cHeight, style},
-        {"circle-tiny", "Tiny", "Two points for the cell of a table", 116, 116, tiny},
+        {"circle-tiny", "Tiny", "Two points for the cell of a table", 116, 116, circleTiny},
         {"circle-poster", "Poster", "The interpersonal circle, four times as large",
          poster * cWidth, poster * cHeight, interpersonal<poster>},
     };
@@ -223,7 +223,7 @@ std::vector<Card> makeCards() {
 }  // namespace
 
 std::span<const Card> circleGraphs() {
-    static const std::vector<Card> cards = makeCards();
+    static const std::vector<Card> cards = makeCircleCards();
     return cards;
 }
 

@@ -206,7 +206,7 @@ void skyLine(CDC& dc) {
 }
 
 // All symbols, in the order in which the graph takes them.
-void symbols(CDC& dc) {
+void profileSymbols(CDC& dc) {
     ProfileGraph2 graph(0, 90, 10, 0, 1, 1, cDesignWidth, cDesignHeight);
     graph.SetXLegend(row({"", "100 percent", "", "", "", "", "", ""}));
     graph.ShowLegend(ProfileLegend::Below);
@@ -302,7 +302,7 @@ void horizontalValues(CDC& dc) {
 }
 
 // For the cell of a table.
-void tiny(CDC& dc) {
+void profileTiny(CDC& dc) {
     ProfileGraph2 graph(20, 80, 30, 0, 1, 0, 90, 60);
     graph.SetXLegend(row({"", "N", "E", "O", "A", "C"}));
     graph.AddHorzLine(50);
@@ -312,7 +312,7 @@ void tiny(CDC& dc) {
     draw(graph, dc, 140, 94);
 }
 
-std::vector<Card> makeCards() {
+std::vector<Card> makeProfileCards() {
     const auto card = [](const char* name, const char* title, const char* description,
                          void (*draw)(CDC&), int width = cCardWidth, int height = cCardHeight) {
         return Card{name, title, description, width, height, draw};
@@ -340,7 +340,7 @@ std::vector<Card> makeCards() {
         card("profile-limits", "Limits as a step line",
              "Two profiles of eight scales with a limit for each", skyLine),
         card("profile-symbols", "Symbols", "The eight symbols, at one and a half their size",
-             symbols),
+             profileSymbols),
         card("profile-lines", "Line styles", "Five profiles without symbols", lineStyles),
         card("profile-palette", "Five groups", "Means of five grades in the colour-safe palette",
              palette<false>),
@@ -351,7 +351,7 @@ std::vector<Card> makeCards() {
         card("profile-horizontal-values", "Horizontal profile with values",
              "Five stanines, one of them missing, with values beside the points", horizontalValues,
              cCardWidth, 240),
-        card("profile-tiny", "Tiny", "Five scores for the cell of a table", tiny, 140, 94),
+        card("profile-tiny", "Tiny", "Five scores for the cell of a table", profileTiny, 140, 94),
         card("profile-poster", "Poster", "The clinical profile, four times as large",
              clinical<poster * cCardWidth, poster * cCardHeight>, poster * cCardWidth,
              poster * cCardHeight),
@@ -361,7 +361,7 @@ std::vector<Card> makeCards() {
 }  // namespace
 
 std::span<const Card> profileGraphs() {
-    static const std::vector<Card> cards = makeCards();
+    static const std::vector<Card> cards = makeProfileCards();
     return cards;
 }
 

@@ -17,6 +17,8 @@ inline int toDevice(double value) {
     return toInt(raised);
 }
 
+constexpr double cPointsPerInch = 72;
+
 /// Half of a length, rounded down.
 constexpr int halved(int value) {
     return value >> 1;

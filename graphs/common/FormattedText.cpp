@@ -13,7 +13,7 @@ constexpr std::string_view cFontLetters = "nibs";
 constexpr UINT cLabelFormat = DT_NOCLIP | DT_NOPREFIX;
 
 /// The fonts of the switches.
-struct LabelFonts {
+struct SwitchFonts {
     CFont* normal = nullptr;
     CFont* italic = nullptr;
     CFont* bold = nullptr;
@@ -99,7 +99,7 @@ void makeSymbol(LOGFONTA& font) {
     std::strcpy(font.lfFaceName, "Symbol");
 }
 
-int printRuns(CDC& dc, int x, int y, const CString& text, const LabelFonts& fonts) {
+int printRuns(CDC& dc, int x, int y, const CString& text, const SwitchFonts& fonts) {
     const tessalink::RestoredState restored(dc);
     const UINT align = dc.GetTextAlign();
     if ((align & TA_CENTER) != 0) {
@@ -132,7 +132,7 @@ int PrintFormatted(CDC* dc, int x, int y, const CString& text, CFont* normal, CF
         drawRun(*dc, x, y, text.View());
         return 0;
     }
-    LabelFonts fonts;
+    SwitchFonts fonts;
     fonts.normal = normal != nullptr ? normal : dc->GetCurrentFont();
     const LOGFONTA& description = fonts.normal->Get();
     CFont italicFont;
@@ -150,7 +150,7 @@ int CalcFormattedWidth(CDC* dc, const CString& text, CFont* normal, CFont* itali
                        CFont* symbol) {
     if (dc == nullptr) return 0;
     const tessalink::RestoredState restored(*dc);
-    const LabelFonts fonts = {normal, italic, bold, symbol};
+    const SwitchFonts fonts = {normal, italic, bold, symbol};
     int width = 0;
     walk(
         text.View(), false, [&](std::string_view run) { width += widthOf(*dc, run); },

@@ -84,7 +84,7 @@ public:
             detail::GraphReader in(m_source, &variables);
             return Make(in, name, *graph);
         }
-        m_source.Fail(*m_graphs, "there is no graph " + quoted(name) + nameHint(name, Names()));
+        m_source.Fail(*m_graphs, "there is no graph " + inQuotes(name) + nameHint(name, Names()));
     }
 
     std::vector<InputError> FindUnknownVariables(std::span<const std::string_view> known) const {

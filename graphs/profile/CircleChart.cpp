@@ -14,7 +14,6 @@ namespace tessalink {
 namespace {
 
 constexpr double cMillimetersPerInch = 25.4;
-constexpr double cPointsPerInch = 72;
 /// 100 points in inches.
 constexpr double c100Points = 1.3888888888888888;
 constexpr int cPoints = 100;

@@ -12,8 +12,6 @@ using namespace tessalink;
 
 namespace {
 
-constexpr double cPointsPerInch = 72;
-
 /// Beside symbols, between columns and between rows, in inches.
 constexpr double cLegendGap = 0.08;
 constexpr double cColumnGap = 0.2;

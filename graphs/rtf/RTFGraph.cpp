@@ -40,8 +40,8 @@ constexpr std::string_view cSignFormat =
     "{{\\field{\\*\\fldinst SYMBOL % \\\\f \"Symbol\" \\\\s %}{\\fldrslt\\f3\\fs%}}} %";
 
 // Codes of the Symbol face.
-constexpr int cGreaterOrEqual = 179;
-constexpr int cLessOrEqual = 163;
+constexpr int cGreaterOrEqualByte = 179;
+constexpr int cLessOrEqualByte = 163;
 
 constexpr double cTwipsPerInch = 1440;
 constexpr double cHalfPointsPerInch = 144;
@@ -190,11 +190,11 @@ void RTFGraph::YLegend(int y, int sides) {
 }
 
 void RTFGraph::YLegendGE(int y, int sides) {
-    write_sign_legend(cGreaterOrEqual, y, sides);
+    write_sign_legend(cGreaterOrEqualByte, y, sides);
 }
 
 void RTFGraph::YLegendLE(int y, int sides) {
-    write_sign_legend(cLessOrEqual, y, sides);
+    write_sign_legend(cLessOrEqualByte, y, sides);
 }
 
 void RTFGraph::write_sign_legend(int symbol, int y, int sides) {

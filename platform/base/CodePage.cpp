@@ -12,7 +12,7 @@ namespace tessalink {
 
 namespace {
 
-constexpr std::size_t cFirstUpper = 0x80;
+constexpr std::size_t cFirstOfUpperHalf = 0x80;
 constexpr unsigned cBlockBits = 7;
 constexpr std::size_t cBlock = std::size_t{1} << cBlockBits;
 constexpr char32_t cLastOfPlane = 0xFFFF;
@@ -34,8 +34,8 @@ constexpr Page pageOf(const detail::CodePageTable& table) {
     page.charset = table.charset;
     unsigned char blocks = 0;
     for (std::size_t byte = 0; byte < page.characters.size(); ++byte) {
-        const auto character =
-            byte < cFirstUpper ? static_cast<char16_t>(byte) : table.upper[byte - cFirstUpper];
+        const auto character = byte < cFirstOfUpperHalf ? static_cast<char16_t>(byte)
+                                                        : table.upper[byte - cFirstOfUpperHalf];
         page.characters[byte] = character;
         unsigned char& block = page.blocks[character >> cBlockBits];
         if (block == 0) block = ++blocks;
@@ -97,7 +97,7 @@ char32_t toUnicode(char byte) {
 }
 
 std::optional<char> fromUnicode(char32_t character) {
-    if (character < cFirstUpper) return static_cast<char>(character);
+    if (character < cFirstOfUpperHalf) return static_cast<char>(character);
     if (character > cLastOfPlane) return std::nullopt;
     const char byte = inForce->bytes[inForce->blocks[character >> cBlockBits]][character % cBlock];
     return byte != '\0' ? std::optional(byte) : std::nullopt;

@@ -19,7 +19,7 @@ constexpr WORD cVeryLongText = 0xFFFF;
 constexpr WORD cWideText = 0xFFFE;
 constexpr WORD cLongCount = 0xFFFF;
 
-constexpr const char* cMessages[] = {
+constexpr const char* cArchiveMessages[] = {
     "no fault",
     "the operation failed",
     "the archive was opened for loading and can't be stored into",
@@ -30,14 +30,15 @@ constexpr const char* cMessages[] = {
     "the file has an unknown form",
     "the buffer is full",
 };
-static_assert(std::size(cMessages) == CArchiveException::bufferFull + 1);
+static_assert(std::size(cArchiveMessages) == CArchiveException::bufferFull + 1);
 
 CString messageFor(int cause, const char* fileName) {
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(cause));
     CString message(fileName);
     if (!message.IsEmpty()) message += ": ";
-    message += index < std::size(cMessages) ? cMessages[index]
-                                            : cMessages[CArchiveException::genericException];
+    message += index < std::size(cArchiveMessages)
+                   ? cArchiveMessages[index]
+                   : cArchiveMessages[CArchiveException::genericException];
     return message + '.';
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr const char* cMessages[] = {
+constexpr const char* cFileMessages[] = {
     "no fault",
     "the operation failed",
     "the file does not exist",
@@ -23,7 +23,7 @@ constexpr const char* cMessages[] = {
     "the disk is full",
     "the end of the file was reached",
 };
-static_assert(std::size(cMessages) == CFileException::endOfFile + 1);
+static_assert(std::size(cFileMessages) == CFileException::endOfFile + 1);
 
 struct ErrorCause {
     int error;
@@ -87,7 +87,7 @@ const char* textFor(int cause, std::int64_t osError) {
     }
     const auto index = static_cast<std::size_t>(static_cast<unsigned>(cause));
     const std::size_t other = CFileException::genericException;
-    return cMessages[index < std::size(cMessages) ? index : other];
+    return cFileMessages[index < std::size(cFileMessages) ? index : other];
 }
 
 CString messageFor(int cause, std::int64_t osError, const CString& fileName) {

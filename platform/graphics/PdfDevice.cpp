@@ -27,7 +27,7 @@ using detail::Look;
 using detail::Outline;
 using detail::PictureText;
 
-constexpr double cPointsPerInch = 72;
+constexpr double cUnitsPerInch = 72;
 // So many decimals place the far end of the longest page to a thousandth of a point.
 constexpr int cScaleDecimals = 8;
 constexpr int cSizeDecimals = 4;
@@ -236,7 +236,7 @@ PdfWriter::PdfWriter(const PictureSheet& sheet)
 // The page: operators behind what they need. Units are those of the sheet, from the top down.
 
 void PdfWriter::PutScale() {
-    const double scale = cPointsPerInch / Caps().dpiX;
+    const double scale = cUnitsPerInch / Caps().dpiX;
     Text().Put(scale, cScaleDecimals).Put(" 0 0 ").Put(-scale, cScaleDecimals).Put(" 0 ");
     Text().Put(std::max(Caps().height, 1) * scale, cSizeDecimals);
 }
@@ -378,7 +378,7 @@ void PdfWriter::SetFont(const TextRun& run) {
 }
 
 // The code that shows a character in a base font; nothing for one without a picture.
-std::optional<char> codeOf(char ch, bool isSymbol) {
+std::optional<char> shownCode(char ch, bool isSymbol) {
     if (isSymbol) return symbolToUnicode(ch) == U' ' ? ' ' : ch;
     return isWritten(toUnicode(ch)) ? std::optional(ch) : std::nullopt;
 }
@@ -392,7 +392,7 @@ void PdfWriter::PutCharacters(const TextRun& run, std::size_t first) {
     double pen = 0;  // where the viewer stands, from the first character on
     Text().Put("[(");
     for (std::size_t i = first; i < run.text.size(); ++i) {
-        const std::optional<char> code = codeOf(run.text[i], isSymbol);
+        const std::optional<char> code = shownCode(run.text[i], isSymbol);
         if (!code) continue;
         const double place = static_cast<double>(run.positions[i]) - run.positions[first];
         if (std::abs(place - pen) > cTolerance && em > 0) {
@@ -415,7 +415,7 @@ void PdfWriter::Characters(const TextRun& run) {
     const bool isSymbol = isSymbolFont(*run.font);
     const auto first = static_cast<std::size_t>(
         std::find_if(run.text.begin(), run.text.end(),
-                     [&](char ch) { return codeOf(ch, isSymbol).has_value(); }) -
+                     [&](char ch) { return shownCode(ch, isSymbol).has_value(); }) -
         run.text.begin());
     if (first == run.text.size()) return;
     Text().Put("BT\n");
@@ -442,7 +442,7 @@ void PdfWriter::EndStream(std::string_view bytes) {
 }
 
 void PdfWriter::PutPageSize() {
-    const double scale = cPointsPerInch / Caps().dpiX;
+    const double scale = cUnitsPerInch / Caps().dpiX;
     Text().Put("[0 0 ").Put(std::max(Caps().width, 1) * scale, cSizeDecimals).Put(' ');
     Text().Put(std::max(Caps().height, 1) * scale, cSizeDecimals).Put(']');
 }

@@ -1,5 +1,7 @@
 #include "platform/windows/SystemEdit.h"
 
+#include "platform/windows/detail/InputCodes.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
@@ -17,7 +19,6 @@ constexpr Command cCommands[] = {{3, WM_COPY}, {22, WM_PASTE}, {24, WM_CUT}, {26
 constexpr UINT cSelectAll = 1;
 constexpr UINT cRedo = 25;
 constexpr UINT cDeletedWord = 0x7F;
-constexpr UINT cFirstPrintable = 32;
 constexpr const char* cLineEnd = "\r\n";
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "platform/windows/SystemParts.h"
 
+#include "platform/windows/detail/InputCodes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -8,7 +10,6 @@ namespace tessalink {
 
 namespace {
 
-constexpr int cWheelNotch = 120;
 constexpr int cLargestTurn = 0x7FFF;
 constexpr double cLegibleContrast = 4.5;
 constexpr int cBlendSteps = 20;

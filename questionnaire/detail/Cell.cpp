@@ -9,10 +9,8 @@ namespace tessalink::detail {
 
 namespace {
 
-constexpr char cQuote = '"';
-
 const char* findQuote(const char* text, const char* end) {
-    const void* const found = std::memchr(text, cQuote, static_cast<std::size_t>(end - text));
+    const void* const found = std::memchr(text, cCellQuote, static_cast<std::size_t>(end - text));
     return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
@@ -42,7 +40,7 @@ const char* CellReader::FindEnd(const char* text, const char* end) const {
 
 const char* CellReader::Take(const char* text, const char* end, Cell& cell) {
     cell = {};
-    if (*text == cQuote) return take_quoted(text, end, cell);
+    if (*text == cCellQuote) return take_quoted(text, end, cell);
     const char* const stop = FindEnd(text, end);
     cell.text = between(text, withoutReturn(text, stop));
     return stop;
@@ -53,9 +51,9 @@ const char* CellReader::take_quoted(const char* text, const char* end, Cell& cel
     const char* start = text + 1;
     const char* closing = findQuote(start, end);
     cell.text = between(start, closing);
-    if (closing < end && closing[1] == cQuote) {
+    if (closing < end && closing[1] == cCellQuote) {
         m_unquoted.clear();
-        while (closing < end && closing[1] == cQuote) {
+        while (closing < end && closing[1] == cCellQuote) {
             m_unquoted.append(start, closing + 1);
             start = closing + 2;
             closing = findQuote(start, end);

@@ -5,6 +5,8 @@
 
 namespace tessalink::detail {
 
+constexpr char cCellQuote = '"';
+
 /// A cell of a table, as it stands there but for the quotes around it.
 struct Cell {
     std::string_view text;

@@ -268,7 +268,7 @@ std::size_t ModelReader::named(const NamePlaces& names, const char* what,
     const CodePageText text = fromUtf8(name.text);
     const std::size_t* const position = text.IsWhole() ? names.Find(CString(text.text)) : nullptr;
     if (position != nullptr) return *position;
-    m_in.Fail(name, std::string("unknown ") + what + ' ' + quoted(name.text) +
+    m_in.Fail(name, std::string("unknown ") + what + ' ' + inQuotes(name.text) +
                         nameHint(name.text, names.Names()));
 }
 
@@ -278,7 +278,8 @@ std::string ModelReader::file_name(const JsonValue& name) const {
     const std::string& text = name.text;
     if (text.empty() || text == "." || text == ".." ||
         text.find_first_of("/\\:") != std::string::npos || text.find('\0') != std::string::npos) {
-        m_in.Fail(name, quoted(text) + " is not the name of a file in the questionnaire's folder");
+        m_in.Fail(name,
+                  inQuotes(text) + " is not the name of a file in the questionnaire's folder");
     }
     return text;
 }
@@ -293,11 +294,11 @@ std::vector<Choice> ModelReader::read_choices(const JsonValue& choices) const {
         m_in.Attempt([&] {
             const auto spec = readObject<ChoiceSpec>(m_in, member.value);
             if (!codes.insert(spec.code).second) {
-                spec.Fail("code", "duplicate code " + quoted(spec.code.View()));
+                spec.Fail("code", "duplicate code " + inQuotes(spec.code.View()));
             }
             for (const char key : spec.key.View()) {
                 if (!keys.insert(key).second) {
-                    spec.Fail("key", "duplicate key " + quoted(std::string(1, key)));
+                    spec.Fail("key", "duplicate key " + inQuotes(std::string(1, key)));
                 }
             }
             result.push_back({spec.code, spec.key, spec.label, spec.value, spec.system});
@@ -349,7 +350,7 @@ void ModelReader::read_items(const JsonValue& items) {
         item.id = spec.id;
         item.text = spec.text;
         item.linkId = spec.linkId;
-        if (!isNew) spec.Fail("id", "duplicate item " + quoted(spec.id.View()));
+        if (!isNew) spec.Fail("id", "duplicate item " + inQuotes(spec.id.View()));
         if (spec.responses != nullptr) {
             item.responses = named(m_sets, "response set", *spec.responses);
         }
@@ -378,9 +379,9 @@ void ModelReader::check_set(std::size_t scale, const ScaleItem& item,
     if (m_model.items[item.item].responses >= m_model.responseSets.size()) return;
     const ResponseSet& set = m_model.responseSets[m_model.items[item.item].responses];
     if (std::isnan(set.min)) {
-        m_in.Fail(place, "the response set " + quoted(set.id.View()) +
+        m_in.Fail(place, "the response set " + inQuotes(set.id.View()) +
                              " has no value in some choice: the scale " +
-                             quoted(m_model.scales[scale].id.View()) + " can't count it");
+                             inQuotes(m_model.scales[scale].id.View()) + " can't count it");
     }
 }
 
@@ -406,14 +407,14 @@ void ModelReader::read_scales(const JsonValue& scales) {
             });
         }
         if (!isNew) {
-            m_in.Attempt([&] { spec.Fail("id", "duplicate scale " + quoted(spec.id.View())); });
+            m_in.Attempt([&] { spec.Fail("id", "duplicate scale " + inQuotes(spec.id.View())); });
         }
         if (spec.items == nullptr) return;
         std::set<std::size_t> used;
         each(*spec.items, Kind::List, cMaxItems, [&](const JsonMember& entry) {
             const ScaleItem item = read_scale_item(entry.value);
             if (!used.insert(item.item).second) {
-                m_in.Fail(entry.value, "the item " + quoted(m_model.items[item.item].id.View()) +
+                m_in.Fail(entry.value, "the item " + inQuotes(m_model.items[item.item].id.View()) +
                                            " is in this scale already");
             }
             scale.items.push_back(item);
@@ -437,7 +438,7 @@ void ModelReader::read_vectors(const JsonValue& vectors) {
             vector.horizontal = named(m_scales, "scale", *spec.horizontal);
         if (spec.vertical != nullptr) vector.vertical = named(m_scales, "scale", *spec.vertical);
         if (spec.id.IsEmpty()) spec.Fail("id", cNoName);
-        if (!isNew) spec.Fail("id", "duplicate vector " + quoted(spec.id.View()));
+        if (!isNew) spec.Fail("id", "duplicate vector " + inQuotes(spec.id.View()));
         if (spec.sectors == nullptr) return;
         each(*spec.sectors, Kind::List, cMaxSectors, [&](const JsonMember& sector) {
             vector.sectors.push_back(m_in.Text(sector.value).value_or(""));
@@ -459,7 +460,7 @@ std::vector<std::size_t> ModelReader::read_item_list(const JsonValue* items) con
         m_in.Attempt([&] {
             const std::size_t item = named(m_items, "item", member.value);
             if (std::find(result.begin(), result.end(), item) != result.end()) {
-                m_in.Fail(member.value, "duplicate item " + quoted(member.value.text));
+                m_in.Fail(member.value, "duplicate item " + inQuotes(member.value.text));
             }
             result.push_back(item);
         });
@@ -500,7 +501,7 @@ void ModelReader::read_indexes(const JsonValue& indexes) {
         AnsweringIndex& index = m_model.indexes.emplace_back();
         index.id = spec.id;
         if (spec.id.IsEmpty()) spec.Fail("id", cNoName);
-        if (!isNew) spec.Fail("id", "duplicate index " + quoted(spec.id.View()));
+        if (!isNew) spec.Fail("id", "duplicate index " + inQuotes(spec.id.View()));
         if (!spec.kind) return;
         index.kind = static_cast<IndexKind>(*spec.kind);
         const bool hasPairs = index.kind == IndexKind::Inconsistency;
@@ -509,7 +510,7 @@ void ModelReader::read_indexes(const JsonValue& indexes) {
             {hasPairs, {"pairs", spec.pairs}}, {hasSet, {"responses", spec.responses}}};
         for (const auto& [wanted, key] : keys) {
             const auto& [name, value] = key;
-            if (wanted && value == nullptr) spec.Fail("kind", quoted(name) + " is missing");
+            if (wanted && value == nullptr) spec.Fail("kind", inQuotes(name) + " is missing");
             if (!wanted && value != nullptr) spec.Fail(name, "does not belong to this kind");
         }
         if (hasPairs) {
@@ -545,7 +546,7 @@ void ModelReader::read_fields(const JsonValue& fields) {
         field.id = spec.id;
         field.label = spec.label;
         field.linkId = spec.linkId;
-        if (!isNew) spec.Fail("id", "duplicate field " + quoted(spec.id.View()));
+        if (!isNew) spec.Fail("id", "duplicate field " + inQuotes(spec.id.View()));
         if (!spec.type) return;
         field.type = *spec.type;
         const bool isNumber =
@@ -562,7 +563,7 @@ void ModelReader::read_fields(const JsonValue& fields) {
             const bool isThere = member.value.Find(key.key) != nullptr;
             if (isThere && !key.isWanted) spec.Fail(key.key, "does not belong to this type");
             if (!isThere && key.isRequired && key.isWanted) {
-                spec.Fail("type", quoted(key.key) + " is missing");
+                spec.Fail("type", inQuotes(key.key) + " is missing");
             }
         }
         field.lowest = spec.min.value_or(0);
@@ -596,7 +597,7 @@ void ModelReader::read_words(const JsonValue& words) {
             const CString text = m_in.Text(form.value).value_or("");
             if (missing.erase(form.key) == 0) {
                 m_in.Source().FailAtKey(
-                    form, "no choice of " + quoted(field.id.View()) + " has this code");
+                    form, "no choice of " + inQuotes(field.id.View()) + " has this code");
             }
             if (form.key == "otherwise") word.otherwise = text;
             for (std::size_t i = 0; i < field.choices.size(); ++i) {
@@ -604,7 +605,7 @@ void ModelReader::read_words(const JsonValue& words) {
             }
         });
         for (const std::string& code : missing) {
-            m_in.Attempt([&] { m_in.Fail(member.value, quoted(code) + " is missing"); });
+            m_in.Attempt([&] { m_in.Fail(member.value, inQuotes(code) + " is missing"); });
         }
     });
 }
@@ -622,7 +623,7 @@ void ModelReader::read_norms(const JsonValue& norms) {
                 const CString name = m_in.Text(score.value).value_or("");
                 if (std::find(source.scores.begin(), source.scores.end(), name) !=
                     source.scores.end()) {
-                    m_in.Fail(score.value, "duplicate score " + quoted(name.View()));
+                    m_in.Fail(score.value, "duplicate score " + inQuotes(name.View()));
                 }
                 source.scores.push_back(name);
             });
@@ -662,7 +663,7 @@ void ModelReader::read_reports(const JsonValue& reports) {
         ReportTemplate& report = m_model.reports.emplace_back();
         report.id = spec.id;
         report.title = spec.title.value_or(spec.id);
-        if (!isNew) spec.Fail("id", "duplicate report " + quoted(spec.id.View()));
+        if (!isNew) spec.Fail("id", "duplicate report " + inQuotes(spec.id.View()));
         if (!isIdentity(spec.id.View())) {
             spec.Fail("id", "must be 1 to 64 letters, digits, '-', '.' and '_'");
         }
@@ -690,7 +691,7 @@ void ModelReader::check_column(const CString& name, const JsonValue& place,
     small.MakeLower();
     const auto [other, isNew] = columns.try_emplace(small, name);
     if (isNew || other->second == name) return;
-    m_in.Fail(place, quoted(name.View()) + " differs from " + quoted(other->second.View()) +
+    m_in.Fail(place, inQuotes(name.View()) + " differs from " + inQuotes(other->second.View()) +
                          " in small and capital letters alone: choose another id");
 }
 
@@ -705,7 +706,7 @@ void ModelReader::CheckNames() const {
         m_in.Attempt([&] {
             if (!isVariableName(made.name.View()) || isCommandName(made.name.View())) {
                 m_in.Fail(place,
-                          "the variable " + quoted(made.name.View()) +
+                          "the variable " + inQuotes(made.name.View()) +
                               (isVariableName(made.name.View())
                                    ? " can't be written in a template, where it is a command: "
                                      "choose another id"
@@ -714,7 +715,7 @@ void ModelReader::CheckNames() const {
             }
             const auto [other, isNew] = known.try_emplace(made.name, made);
             if (isNew) return;
-            m_in.Fail(place, "the variable " + quoted(made.name.View()) + " is made by a " +
+            m_in.Fail(place, "the variable " + inQuotes(made.name.View()) + " is made by a " +
                                  what[static_cast<std::size_t>(other->second.owner)] +
                                  " before it already: choose another id");
         });

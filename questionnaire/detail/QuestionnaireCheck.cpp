@@ -71,7 +71,7 @@ void QuestionnaireCheck::read_norms(ModelReader& reader, const JsonReader& in) {
             const CString name{std::string_view(score.value.text)};
             if (std::find(columns.begin(), columns.end(), name) != columns.end()) continue;
             in.Attempt([&] {
-                in.Fail(score.value, "the norms have no column " + quoted(score.value.text) +
+                in.Fail(score.value, "the norms have no column " + inQuotes(score.value.text) +
                                          nameHint(score.value.text, known));
             });
         }
@@ -90,7 +90,7 @@ void QuestionnaireCheck::check_norm_keys(ModelReader& reader, const JsonReader& 
     for (const NormName& column : columns) {
         if (isScaleKey(column.text) || isMapped(column.text)) continue;
         m_faults.emplace_back(column.place, "the norms depend on " +
-                                                CString(quoted(column.text.View())) +
+                                                CString(inQuotes(column.text.View())) +
                                                 ": name its field in 'keys' of 'norms'");
     }
     const JsonValue* const keys = reader.NormsPlace().Find("keys");
@@ -98,7 +98,7 @@ void QuestionnaireCheck::check_norm_keys(ModelReader& reader, const JsonReader& 
         const NormSource::Key& key = source.keys[i];
         if (!holds(columns, key.name) || isScaleKey(key.name)) {
             in.Attempt([&] {
-                in.Fail(*keys, "the norms have no key " + quoted(key.name.View()) +
+                in.Fail(*keys, "the norms have no key " + inQuotes(key.name.View()) +
                                    nameHint(key.name.View(), namesOf(columns)));
             });
             continue;
@@ -125,9 +125,9 @@ void QuestionnaireCheck::check_key_values(const Field& field, const NormName& co
             std::any_of(field.choices.begin(), field.choices.end(),
                         [&](const Choice& choice) { return choice.code == value.text; });
         if (isKnown) continue;
-        m_faults.emplace_back(value.place, CString(quoted(value.text.View())) +
+        m_faults.emplace_back(value.place, CString(inQuotes(value.text.View())) +
                                                " is no code of the field " +
-                                               CString(quoted(field.id.View())));
+                                               CString(inQuotes(field.id.View())));
     }
 }
 
@@ -157,7 +157,7 @@ void QuestionnaireCheck::check_norm_scales(ModelReader& reader, const JsonReader
         const bool isKnown = std::any_of(model.scales.begin(), model.scales.end(),
                                          [&](const Scale& scale) { return scale.id == name.text; });
         if (isKnown) continue;
-        m_faults.emplace_back(name.place, "unknown scale " + CString(quoted(name.text.View())));
+        m_faults.emplace_back(name.place, "unknown scale " + CString(inQuotes(name.text.View())));
     }
 }
 
@@ -205,7 +205,7 @@ void QuestionnaireCheck::read_templates(ModelReader& reader, const JsonReader& i
 const std::string& QuestionnaireCheck::need(const std::string& name, const JsonValue& place,
                                             const JsonReader& in) {
     const std::string* const text = m_files.Find(name);
-    if (text == nullptr) in.Fail(place, "there is no file " + quoted(name));
+    if (text == nullptr) in.Fail(place, "there is no file " + inQuotes(name));
     return *text;
 }
 

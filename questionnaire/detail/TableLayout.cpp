@@ -188,7 +188,7 @@ LayoutBuilder::Target* LayoutBuilder::find_target(std::string_view name) {
 
 LayoutBuilder::Target& LayoutBuilder::need_target(const std::string& name) {
     Target* const target = find_target(name);
-    if (target == nullptr) fail("the questionnaire has no item or field " + quoted(name));
+    if (target == nullptr) fail("the questionnaire has no item or field " + inQuotes(name));
     return *target;
 }
 
@@ -210,13 +210,13 @@ void LayoutBuilder::make_columns() {
         TableColumn& column = m_layout.columns.emplace_back();
         column.name = name;
         if (!name.empty() && !seen.emplace(name, index).second) {
-            fail_at(place, "duplicate column " + quoted(name) + ": rename or remove one");
+            fail_at(place, "duplicate column " + inQuotes(name) + ": rename or remove one");
         }
         Target* const target = target_of(name, mapping);
         if (target == nullptr) continue;
         if (target->column) {
-            fail_at(place, quoted(name) + " holds " + target->id + ", as the column " +
-                               quoted(m_names[*target->column].name) +
+            fail_at(place, inQuotes(name) + " holds " + target->id + ", as the column " +
+                               inQuotes(m_names[*target->column].name) +
                                " does: rename or remove one");
         }
         target->column = index;
@@ -240,7 +240,7 @@ std::size_t LayoutBuilder::need_column(const std::string& name) const {
     if (const auto column = find_column(name)) return *column;
     std::vector<std::string_view> names;
     for (const NamePlace& column : m_names) names.emplace_back(column.name);
-    fail("no column " + quoted(name) + nameHint(name, names));
+    fail("no column " + inQuotes(name) + nameHint(name, names));
 }
 
 void LayoutBuilder::mark_id() {
@@ -260,7 +260,7 @@ void LayoutBuilder::mark_id() {
 
 void LayoutBuilder::carry(const std::string& name) {
     TableColumn& column = m_layout.columns[need_column(name)];
-    if (column.carried) fail("the column " + quoted(name) + " is carried twice");
+    if (column.carried) fail("the column " + inQuotes(name) + " is carried twice");
     column.carried = m_layout.carriedColumns.size();
     m_layout.carriedColumns.push_back(column.name);
 }
@@ -329,8 +329,8 @@ void LayoutBuilder::add_choice(CellTable& table, const Choice& choice, CellTable
                                const CString& name) {
     const std::string text = encoded(m_options.hasLabels ? choice.label : choice.code);
     if (table.Add(text, position) || table.Find(text) == CellTable::cMissing) return;
-    fail("two choices of " + quoted(name.View()) + " have the label " +
-         quoted(toUtf8(choice.label.View())) + ": use codes");
+    fail("two choices of " + inQuotes(name.View()) + " have the label " +
+         inQuotes(toUtf8(choice.label.View())) + ": use codes");
 }
 
 /// Numbers of usual ranges go by the table, others are read.
@@ -379,7 +379,7 @@ void LayoutBuilder::add_notes() {
         m_layout.notes.push_back("cells are parted by " + delimiter->second);
     }
     if (m_isIdFirst) {
-        m_layout.notes.push_back("the first column, " + quoted(m_names.front().name) +
+        m_layout.notes.push_back("the first column, " + inQuotes(m_names.front().name) +
                                  ", holds the ids");
     }
     note_items();

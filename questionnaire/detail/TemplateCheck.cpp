@@ -31,7 +31,7 @@ protected:
     void note_call(const CString& name, const TemplateChecker& at) override {
         if (m_check.m_isGraph(name.View())) return;
         m_check.m_faults.emplace_back(at.token_place(),
-                                      "there is no graph " + CString(quoted(name.View())));
+                                      "there is no graph " + CString(inQuotes(name.View())));
     }
     void note_include(const CString& name, bool isConstant, const TemplateChecker& at) override {
         if (isConstant) {
@@ -131,7 +131,8 @@ void TemplateCheck::CheckVariables(std::span<const std::string_view> known) {
     for (const CString& name : m_bare) told.insert(name.View());
     for (const Use& read : m_read) {
         if (!told.insert(read.name.View()).second) continue;
-        m_faults.emplace_back(read.place, "unknown variable " + CString(quoted(read.name.View())) +
+        m_faults.emplace_back(read.place, "unknown variable " +
+                                              CString(inQuotes(read.name.View())) +
                                               CString(nameHint(read.name.View(), known)));
     }
 }

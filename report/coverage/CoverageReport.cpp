@@ -109,7 +109,7 @@ private:
 };
 
 /// A piece of a line, in UTF-8, shortened when it is long and has no command.
-std::string shown(std::string_view text) {
+std::string shownLine(std::string_view text) {
     while (!text.empty() && cLineEnds.find(text.back()) != std::string_view::npos) {
         text.remove_suffix(1);
     }
@@ -183,7 +183,7 @@ public:
         m_number = number;
     }
     void Piece(const Stretch& stretch, std::string_view text) {
-        const std::string letters = shown(text);
+        const std::string letters = shownLine(text);
         m_isMissed |= !stretch.hasRun;
         m_line +=
             stretch.hasRun || letters.empty() ? letters : "\xE2\x9F\xA6" + letters + "\xE2\x9F\xA7";
@@ -242,7 +242,7 @@ public:
         m_text += start;
     }
     void Piece(const Stretch& stretch, std::string_view text) {
-        const std::string letters = escaped(shown(text));
+        const std::string letters = escaped(shownLine(text));
         if (letters.empty()) return;
         if (stretch.part == nullptr) {
             m_text += letters;

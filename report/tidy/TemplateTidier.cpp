@@ -36,7 +36,7 @@ void expectRtf(CFile& file) {
 }
 
 /// The beginning of a command, on one line.
-std::string shown(std::string_view command) {
+std::string shownCommand(std::string_view command) {
     std::string text(command.substr(0, cMaxShown));
     std::replace_if(
         text.begin(), text.end(), [](unsigned char ch) { return ch < ' '; }, ' ');
@@ -44,7 +44,7 @@ std::string shown(std::string_view command) {
 }
 
 std::string messageOf(const CommandJoiner::Result& result) {
-    const std::string text = shown(result.text);
+    const std::string text = shownCommand(result.text);
     if (result.fault) return "'" + text + "': " + result.fault;
     if (result.isSplit) {
         return "'" + text +

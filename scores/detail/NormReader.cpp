@@ -19,7 +19,7 @@ constexpr const char* cReliability = "reliability";
 constexpr std::string_view cAny = "*";
 constexpr std::string_view cNoScore = "-";
 
-CString quoted(const CString& text) {
+CString inQuotes(const CString& text) {
     return "'" + text + "'";
 }
 
@@ -80,7 +80,7 @@ void NormReader::read_header() {
     for (auto cell = header.begin(); cell != header.end(); ++cell) {
         if (cell->text.IsEmpty()) fail(*cell, "a column without a name: name it or remove it");
         if (!names.insert(cell->text).second || (isRaw(*cell) && cell != raw)) {
-            fail(*cell, "duplicate column " + quoted(cell->text) + ": rename or remove one");
+            fail(*cell, "duplicate column " + inQuotes(cell->text) + ": rename or remove one");
         }
         add_column(*cell, cell > raw);
     }
@@ -164,7 +164,7 @@ NormReader::Group& NormReader::group_of_row() {
 std::uint32_t NormReader::number_of_value(NormKey& key, const CsvCell& cell) {
     if (cell.text == cAny) return 0;
     if (cell.text.IsEmpty()) {
-        fail(cell, "no value of " + quoted(key.name.text) + ": write one, or * for any");
+        fail(cell, "no value of " + inQuotes(key.name.text) + ": write one, or * for any");
     }
     const auto next = static_cast<std::uint32_t>(key.values.size() + 1);
     const auto [known, isNew] = key.numbers.try_emplace(cell.text, next);
@@ -176,12 +176,12 @@ AgeSpan NormReader::read_ages(const CsvCell& cell) const {
     if (cell.text == cAny) return {};
     const auto ages = parseAgeSpan(cell.text.View());
     if (!ages) {
-        fail(cell, quoted(cell.text) +
+        fail(cell, inQuotes(cell.text) +
                        " is not an age span: write 6:0-8:11, 6-8, 7, 65+ or *, in "
                        "years or years:months with months from 0 to 11");
     }
     if (ages->from > ages->to) {
-        fail(cell, quoted(cell.text) + " is reversed: write the lower age first");
+        fail(cell, inQuotes(cell.text) + " is reversed: write the lower age first");
     }
     return *ages;
 }
@@ -192,9 +192,9 @@ RawSpan NormReader::read_raws(const CsvCell& cell) const {
     const auto to = sides ? wholeNumber<int>(sides->second) : from;
     if (!from || !to) {
         fail(cell,
-             quoted(cell.text) + " is not a raw score: write a whole number, or a span as 4-7");
+             inQuotes(cell.text) + " is not a raw score: write a whole number, or a span as 4-7");
     }
-    if (*from > *to) fail(cell, quoted(cell.text) + " is reversed: write the lower score first");
+    if (*from > *to) fail(cell, inQuotes(cell.text) + " is reversed: write the lower score first");
     return {*from, *to};
 }
 
@@ -202,7 +202,7 @@ double NormReader::read_score(const CsvCell& cell, NormColumn& column) const {
     if (cell.text == cNoScore) return std::numeric_limits<double>::quiet_NaN();
     const auto score = wholeNumber<double>(cell.text.View(), std::chars_format::fixed);
     if (!score || !std::isfinite(*score)) {
-        fail(cell, quoted(cell.text) +
+        fail(cell, inQuotes(cell.text) +
                        " is not a standard score: write a number, with a full stop "
                        "before decimals, or - where there is none");
     }
@@ -214,7 +214,7 @@ void NormReader::read_reliability(const CsvCell& cell, Group& group) const {
     if (cell.text.IsEmpty() || cell.text == cNoScore) return;
     const auto value = wholeNumber<double>(cell.text.View(), std::chars_format::fixed);
     if (!value || !(*value >= 0 && *value <= 1)) {
-        fail(cell, quoted(cell.text) +
+        fail(cell, inQuotes(cell.text) +
                        " is not a reliability: write a number from 0 to 1, with a "
                        "full stop before decimals, or nothing");
     }
@@ -279,8 +279,8 @@ void NormReader::check_direction(const Group& group, std::size_t column) const {
             falls = falls || score.score < before->score;
         }
         if (rises && falls) {
-            fail(score.spot, quoted(m_data->columns[column].name.text) + " changes its direction " +
-                                 "after " + lineText(before->spot) +
+            fail(score.spot, inQuotes(m_data->columns[column].name.text) +
+                                 " changes its direction " + "after " + lineText(before->spot) +
                                  ": within a group it may rise or fall, not both");
         }
         before = &score;

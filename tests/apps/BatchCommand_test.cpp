@@ -14,12 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-#ifdef TESSALINK_QT_MODULE
-constexpr bool cHasModule = true;
-#else
-constexpr bool cHasModule = false;
-#endif
-
 constexpr const char* cQuestionnaire = R"({
   "id": "mini", "title": "Mini", "version": "1", "language": "en", "licence": "none",
   "source": "invented",

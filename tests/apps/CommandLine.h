@@ -12,6 +12,13 @@
 
 namespace tessalink::test {
 
+/// Whether the command line has what draws PNG and PDF.
+#ifdef TESSALINK_QT_MODULE
+constexpr bool cHasModule = true;
+#else
+constexpr bool cHasModule = false;
+#endif
+
 using Strings = std::vector<std::string>;
 
 /// The command line, run in a folder of its own.

@@ -15,12 +15,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-#ifdef TESSALINK_QT_MODULE
-constexpr bool cHasModule = true;
-#else
-constexpr bool cHasModule = false;
-#endif
-
 class GraphCommand : public CommandLine {
 protected:
     GraphCommand() {

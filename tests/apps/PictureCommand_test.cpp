@@ -16,12 +16,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-#ifdef TESSALINK_QT_MODULE
-constexpr bool cHasModule = true;
-#else
-constexpr bool cHasModule = false;
-#endif
-
 /// The four bytes of a number, as a PNG file has them.
 std::string bigEndian(unsigned value) {
     std::string bytes;

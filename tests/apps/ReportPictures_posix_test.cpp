@@ -13,12 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-#ifndef TESSALINK_QT_MODULE
-constexpr bool cHasModule = false;
-#else
-constexpr bool cHasModule = true;
-#endif
-
 bool isInstalled(const std::string& program) {
     return runProgram({"/usr/bin/env", "sh", "-c", "command -v " + program}).exitCode == 0;
 }

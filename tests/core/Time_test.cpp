@@ -19,7 +19,7 @@ constexpr int cSecondsPerDay = 24 * 60 * 60;
 constexpr int cSeed = 5;
 
 /// A locale, and whether the texts of its mornings and afternoons can be read again.
-struct Writing {
+struct TimeWriting {
     std::string separator;
     bool is24Hour = true;
     bool inFront = false;
@@ -39,11 +39,11 @@ struct Writing {
     }
 };
 
-const Writing cGerman = {":"};
-const Writing cAmerican = {":", false, false, "AM", "PM"};
-const Writing cChinese = {":", false, true, "AM", "PM"};
+const TimeWriting cGerman = {":"};
+const TimeWriting cAmerican = {":", false, false, "AM", "PM"};
+const TimeWriting cChinese = {":", false, true, "AM", "PM"};
 
-const std::vector<Writing> cWritings = {
+const std::vector<TimeWriting> cTimeWritings = {
     cGerman,
     {"."},
     {" h ", true, false, "", "", false, false},  // blanks behind a number belong to the number
@@ -76,7 +76,7 @@ std::string twoDigits(int number) {
 
 /// How a time is written, put together as one does it by hand.
 struct Model {
-    explicit Model(const Writing& writing)
+    explicit Model(const TimeWriting& writing)
         : writing(writing),
           separator(writing.separator.substr(0, 4)),
           morning(writing.morning.substr(0, 9)),
@@ -100,7 +100,7 @@ struct Model {
         return writing.inFront ? indicator + " " + digits : digits + " " + indicator;
     }
 
-    const Writing& writing;
+    const TimeWriting& writing;
     std::string separator;
     std::string morning;
     std::string afternoon;
@@ -117,7 +117,7 @@ void checkText(const Time& time, int shortFormat, const std::string& expected, b
 }
 
 TEST(Time, EveryTimeThroughTextAndBackInEveryWriting) {
-    for (const Writing& writing : cWritings) {
+    for (const TimeWriting& writing : cTimeWritings) {
         const HostServicesScope scope(writing);
         const Model model(writing);
         for (int count = 0; count < cSecondsPerDay; ++count) {
@@ -134,7 +134,7 @@ TEST(Time, EveryTimeThroughTextAndBackInEveryWriting) {
 }
 
 TEST(Time, ThePositionsAreThoseOfTheFieldsInTextAndBlankPattern) {
-    for (const Writing& writing : cWritings) {
+    for (const TimeWriting& writing : cTimeWritings) {
         const HostServicesScope scope(writing);
         const Model model(writing);
         for (const int shortFormat : {0, 1}) {
@@ -169,19 +169,19 @@ TEST(Time, ThePositionsAreThoseOfTheFieldsInTextAndBlankPattern) {
     }
 }
 
-struct Typed {
-    const Writing& writing;
+struct TypedTime {
+    const TimeWriting& writing;
     const char* text;
-    int time;  // HHMMSS, or cRefused
+    int time;  // HHMMSS, or cRefusedTimes
 };
-constexpr int cRefused = -1;
+constexpr int cRefusedTimes = -1;
 
 TEST(Time, ReadsWhatPeopleType) {
-    const Writing unequal = {":", false, false, "a", "post"};
-    const Writing alike = {":", false, false, "amx", "am"};
-    const Writing dotted = {"::"};
-    const Writing unnamed = {":", false};
-    const std::vector<Typed> table = {
+    const TimeWriting unequal = {":", false, false, "a", "post"};
+    const TimeWriting alike = {":", false, false, "amx", "am"};
+    const TimeWriting dotted = {"::"};
+    const TimeWriting unnamed = {":", false};
+    const std::vector<TypedTime> table = {
         {cGerman, "7 : 05", 70500},
         {cGerman, "7:05:", 70500},
         {cGerman, "7:05: ", 70500},
@@ -189,35 +189,35 @@ TEST(Time, ReadsWhatPeopleType) {
         {cGerman, "0007:00005:0", 70500},
         {cGerman, "0:0", 0},
         {cGerman, "23:59:59", 235959},
-        {cGerman, "24:00", cRefused},
-        {cGerman, "7:60", cRefused},
-        {cGerman, "7:05:60", cRefused},
-        {cGerman, "4294967303:05", cRefused},
-        {cGerman, "7:18446744073709551621", cRefused},
-        {cGerman, "7:05:99999999999999999999999999999999999999999", cRefused},
-        {cGerman, "", cRefused},
-        {cGerman, nullptr, cRefused},
-        {cGerman, "   ", cRefused},
-        {cGerman, "7", cRefused},
-        {cGerman, "7:", cRefused},
-        {cGerman, ":05", cRefused},
-        {cGerman, "-7:05", cRefused},
-        {cGerman, "+7:05", cRefused},
-        {cGerman, "7:-5", cRefused},
-        {cGerman, "7.05", cRefused},
-        {cGerman, "7:05.30", cRefused},
-        {cGerman, "7:05:09:", cRefused},
-        {cGerman, "7:05:09x", cRefused},
-        {cGerman, "7:05::", cRefused},
-        {cGerman, "\t7:05", cRefused},
-        {cGerman, "7:\t05", cRefused},
-        {cGerman, "7:05\n", cRefused},
-        {cGerman, "7:05\xA0", cRefused},
-        {cGerman, "7:05 PM", cRefused},
-        {cGerman, "__:__:__", cRefused},
+        {cGerman, "24:00", cRefusedTimes},
+        {cGerman, "7:60", cRefusedTimes},
+        {cGerman, "7:05:60", cRefusedTimes},
+        {cGerman, "4294967303:05", cRefusedTimes},
+        {cGerman, "7:18446744073709551621", cRefusedTimes},
+        {cGerman, "7:05:99999999999999999999999999999999999999999", cRefusedTimes},
+        {cGerman, "", cRefusedTimes},
+        {cGerman, nullptr, cRefusedTimes},
+        {cGerman, "   ", cRefusedTimes},
+        {cGerman, "7", cRefusedTimes},
+        {cGerman, "7:", cRefusedTimes},
+        {cGerman, ":05", cRefusedTimes},
+        {cGerman, "-7:05", cRefusedTimes},
+        {cGerman, "+7:05", cRefusedTimes},
+        {cGerman, "7:-5", cRefusedTimes},
+        {cGerman, "7.05", cRefusedTimes},
+        {cGerman, "7:05.30", cRefusedTimes},
+        {cGerman, "7:05:09:", cRefusedTimes},
+        {cGerman, "7:05:09x", cRefusedTimes},
+        {cGerman, "7:05::", cRefusedTimes},
+        {cGerman, "\t7:05", cRefusedTimes},
+        {cGerman, "7:\t05", cRefusedTimes},
+        {cGerman, "7:05\n", cRefusedTimes},
+        {cGerman, "7:05\xA0", cRefusedTimes},
+        {cGerman, "7:05 PM", cRefusedTimes},
+        {cGerman, "__:__:__", cRefusedTimes},
         {dotted, "7::05::09", 70509},
-        {dotted, "7::05:", cRefused},
-        {dotted, "7:05", cRefused},
+        {dotted, "7::05:", cRefusedTimes},
+        {dotted, "7:05", cRefusedTimes},
         {cAmerican, "12:15 am", 1500},
         {cAmerican, "12:15 pm", 121500},
         {cAmerican, "1:2 PM", 130200},
@@ -227,33 +227,34 @@ TEST(Time, ReadsWhatPeopleType) {
         {cAmerican, "0:30 PM", 3000},
         {cAmerican, "13:00 AM", 130000},
         {cAmerican, "13:00 PM", 130000},
-        {cAmerican, "25:00 PM", cRefused},
-        {cAmerican, "1:02", cRefused},
-        {cAmerican, "1:02 P", cRefused},
-        {cAmerican, "1:02 PMs", cRefused},
-        {cAmerican, "1:02 PM ", cRefused},  // indicators of one length: nothing is padded
-        {cAmerican, "PM 1:02", cRefused},
-        {cAmerican, "1:02 AM PM", cRefused},
+        {cAmerican, "25:00 PM", cRefusedTimes},
+        {cAmerican, "1:02", cRefusedTimes},
+        {cAmerican, "1:02 P", cRefusedTimes},
+        {cAmerican, "1:02 PMs", cRefusedTimes},
+        {cAmerican, "1:02 PM ", cRefusedTimes},  // indicators of one length: nothing is padded
+        {cAmerican, "PM 1:02", cRefusedTimes},
+        {cAmerican, "1:02 AM PM", cRefusedTimes},
         {cChinese, "PM 1:02", 130200},
         {cChinese, "  pm1:02:03  ", 130203},
-        {cChinese, "1:02 PM", cRefused},
-        {cChinese, "PM", cRefused},
+        {cChinese, "1:02 PM", cRefusedTimes},
+        {cChinese, "PM", cRefusedTimes},
         {unnamed, "12:02 ", 200},  // all is morning
         {unequal, "1:02 A   ", 10200},
         {unequal, "1:02 a", 10200},
-        {unequal, "1:02 a    ", cRefused},
+        {unequal, "1:02 a    ", cRefusedTimes},
         {unequal, "1:02 post", 130200},
-        {unequal, "1:02 post ", cRefused},
+        {unequal, "1:02 post ", cRefusedTimes},
         {alike, "1:02 am", 130200},
         {alike, "1:02 amx", 10200},
     };
-    for (const Typed& typed : table) {
+    for (const TypedTime& typed : table) {
         const HostServicesScope scope(typed.writing);
         Time time(23, 59, 58);
-        EXPECT_EQ(time.Set(typed.text), typed.time != cRefused) << typed.text;
-        EXPECT_EQ(time.Get(), typed.time == cRefused ? 235958u : static_cast<unsigned>(typed.time))
+        EXPECT_EQ(time.Set(typed.text), typed.time != cRefusedTimes) << typed.text;
+        EXPECT_EQ(time.Get(),
+                  typed.time == cRefusedTimes ? 235958u : static_cast<unsigned>(typed.time))
             << typed.text;
-        EXPECT_EQ(Time(typed.text).IsValid(), typed.time != cRefused) << typed.text;
+        EXPECT_EQ(Time(typed.text).IsValid(), typed.time != cRefusedTimes) << typed.text;
     }
 }
 

@@ -12,9 +12,9 @@
 namespace {
 
 using namespace tessalink::desk;
+using tessalink::desk::test::smallQuestionnaire;
+using tessalink::desk::test::testOptions;
 using tessalink::test::Dice;
-using test::smallQuestionnaire;
-using test::testOptions;
 
 constexpr std::size_t cPage = 4096;
 constexpr CaseId cKeyed = 12;     ///< the first cases were keyed by hand,

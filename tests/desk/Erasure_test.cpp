@@ -10,9 +10,9 @@
 namespace {
 
 using namespace tessalink::desk;
+using tessalink::desk::test::smallQuestionnaire;
+using tessalink::desk::test::testOptions;
 using tessalink::test::Dice;
-using test::smallQuestionnaire;
-using test::testOptions;
 
 /// Every byte of all files of the folder.
 std::string allBytes(const TemporaryFolder& folder) {

@@ -14,10 +14,10 @@
 namespace {
 
 using namespace tessalink::desk;
+using tessalink::desk::test::FaultLayer;
+using tessalink::desk::test::smallQuestionnaire;
+using tessalink::desk::test::testOptions;
 using tessalink::test::Dice;
-using test::FaultLayer;
-using test::smallQuestionnaire;
-using test::testOptions;
 
 /// What a file holds, as plain values.
 struct PlainFile {
@@ -57,11 +57,12 @@ Step set(CaseId id, const char* name, const char* value) {
 }
 
 const Step cSync = {[](CaseStore& store) { store.Sync(); }, [](PlainFile&) {}};
-const Step cAdd = {[](CaseStore& store) { store.AddCase(test::otherQuestionnaire(), "new"); },
-                   [](PlainFile& plain) {
-                       plain.labels[4] = "new";
-                       ++plain.acts;
-                   }};
+const Step cAdd = {
+    [](CaseStore& store) { store.AddCase(tessalink::desk::test::otherQuestionnaire(), "new"); },
+    [](PlainFile& plain) {
+        plain.labels[4] = "new";
+        ++plain.acts;
+    }};
 const Step cDelete = {[](CaseStore& store) { store.Delete(1); },
                       [](PlainFile& plain) {
                           plain.labels.erase(1);

@@ -13,10 +13,10 @@
 namespace {
 
 using namespace tessalink::desk;
-using test::Child;
-using test::FaultLayer;
-using test::smallQuestionnaire;
-using test::testOptions;
+using tessalink::desk::test::Child;
+using tessalink::desk::test::FaultLayer;
+using tessalink::desk::test::smallQuestionnaire;
+using tessalink::desk::test::testOptions;
 
 namespace fs = std::filesystem;
 
@@ -38,7 +38,7 @@ CaseStoreOptions shareOptions() {
 }
 
 TEST(Kills, TakeAtMostWhatIsBeingKeyed) {
-    test::killOften(20);
+    tessalink::desk::test::killOften(20);
 }
 
 TEST(TwoDesks, OneWritesAndTheOtherReads) {

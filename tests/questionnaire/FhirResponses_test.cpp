@@ -35,7 +35,7 @@ Questionnaire mini() {
     return Questionnaire::Read(QuestionnaireFiles{{"questionnaire.json", cQuestionnaire}}, "mini");
 }
 
-std::vector<std::string> readAll(std::string_view text) {
+std::vector<std::string> readResponses(std::string_view text) {
     CMemFile file(text);
     file.SetFilePath("r.json");
     std::vector<std::string> rows;
@@ -97,7 +97,7 @@ TEST(FhirResponses, ReadsWhatItWrites) {
         }
         bundle += "]}";
         for (const std::string& text : {lines, bundle}) {
-            std::vector<std::string> rows = readAll(text);
+            std::vector<std::string> rows = readResponses(text);
             for (std::string& row : rows) {  // the lines differ
                 const std::size_t at = row.find('@');
                 row.replace(at, row.find(' ') - at, "@0");
@@ -138,7 +138,7 @@ TEST(FhirResponses, TakesAnswersInTheirForms) {
          "items and fields the linkIds of these responses"},
     };
     for (const auto& test : cases) {
-        const std::vector<std::string> rows = readAll(response(test.items));
+        const std::vector<std::string> rows = readResponses(response(test.items));
         ASSERT_EQ(rows.size(), 1U);
         EXPECT_NE(rows[0].find(test.row.substr(0, test.row.size() - 1)), std::string::npos)
             << test.items << "\n"
@@ -158,7 +158,7 @@ TEST(FhirResponses, KnowTheirSubjects) {
         const std::string text = R"({"resourceType":"QuestionnaireResponse","id":"r","status":)"
                                  R"("amended","subject":)" +
                                  subject + "}";
-        EXPECT_EQ(readAll(text).at(0).substr(0, 4 + id.size() + 1), "1@1 " + id + "|");
+        EXPECT_EQ(readResponses(text).at(0).substr(0, 4 + id.size() + 1), "1@1 " + id + "|");
     }
 }
 
@@ -166,8 +166,8 @@ TEST(FhirResponses, KnowTheirSubjects) {
 TEST(FhirResponses, FailOneByOne) {
     const std::string good = response(R"({"linkId":"Q2","answer":[{"valueInteger":3}]})");
     const std::vector<std::string> rows =
-        readAll(good + "\n" + response("", "in-progress") + "\n{\"resourceType\":\n" +
-                R"({"resourceType":"Patient"})" + "\n" + good);
+        readResponses(good + "\n" + response("", "in-progress") + "\n{\"resourceType\":\n" +
+                      R"({"resourceType":"Patient"})" + "\n" + good);
     ASSERT_EQ(rows.size(), 5U);
     EXPECT_EQ(rows[0], "1@1 r||3||||||");
     EXPECT_NE(rows[1].find("2@2 r !! line 2, column 59: /status: is 'in-progress': only responses"),
@@ -181,12 +181,12 @@ TEST(FhirResponses, FailOneByOne) {
         std::string damaged = good;
         damaged[i] = static_cast<char>(damaged[i] ^ (1 << dice.Below(8)));
         if (damaged[i] == '\n') continue;
-        const std::vector<std::string> three = readAll(good + "\n" + damaged + "\n" + good);
+        const std::vector<std::string> three = readResponses(good + "\n" + damaged + "\n" + good);
         ASSERT_EQ(three.size(), 3U) << damaged;
         ASSERT_EQ(three[0], rows[0]);
         ASSERT_EQ(three[2].substr(3), rows[0].substr(3));
-        readAll(good.substr(0, i));
-        readAll(damaged);
+        readResponses(good.substr(0, i));
+        readResponses(damaged);
     }
 }
 

@@ -27,7 +27,7 @@ constexpr const char* cHeader =
     "Field?,Custom Alignment,Question Number (surveys only),Matrix Group Name,Matrix "
     "Ranking?,Field Annotation\n";
 
-std::string shown(const std::vector<Choice>& choices) {
+std::string shownChoices(const std::vector<Choice>& choices) {
     std::string line;
     for (const Choice& choice : choices) {
         line += " " + std::string(choice.code.View()) + "=" + std::string(choice.label.View());
@@ -39,7 +39,8 @@ std::string shown(const std::vector<Choice>& choices) {
 
 /// A questionnaire in a line for each set, item and field, then the columns and notes; or its
 /// fault.
-std::vector<std::string> shown(ImportedQuestionnaire (*import)(CFile&), const std::string& text) {
+std::vector<std::string> shownImport(ImportedQuestionnaire (*import)(CFile&),
+                                     const std::string& text) {
     std::vector<std::string> lines;
     CMemFile file(text);
     try {
@@ -49,7 +50,7 @@ std::vector<std::string> shown(ImportedQuestionnaire (*import)(CFile&), const st
             const std::string range =
                 std::to_string(set.lowest) + ".." + std::to_string(set.highest);
             lines.push_back(std::string(set.id.View()) + ":" +
-                            (set.HasChoices() ? shown(set.choices) : " " + range));
+                            (set.HasChoices() ? shownChoices(set.choices) : " " + range));
         }
         for (const Item& item : model.items) {
             lines.push_back(std::string(item.id.View()) + " '" + std::string(item.text.View()) +
@@ -57,10 +58,10 @@ std::vector<std::string> shown(ImportedQuestionnaire (*import)(CFile&), const st
                             (item.linkId.empty() ? "" : " <- " + item.linkId));
         }
         for (const Field& field : model.fields) {
-            lines.push_back("field " + std::string(field.id.View()) + " '" +
-                            std::string(field.label.View()) + "' " +
-                            std::to_string(static_cast<int>(field.type)) + shown(field.choices) +
-                            (field.linkId.empty() ? "" : " <- " + field.linkId));
+            lines.push_back(
+                "field " + std::string(field.id.View()) + " '" + std::string(field.label.View()) +
+                "' " + std::to_string(static_cast<int>(field.type)) + shownChoices(field.choices) +
+                (field.linkId.empty() ? "" : " <- " + field.linkId));
         }
         for (const auto& [column, id] : imported.columnNames) {
             lines.push_back("column " + column + " -> " + id);
@@ -85,7 +86,7 @@ std::vector<std::string> shown(ImportedQuestionnaire (*import)(CFile&), const st
 }
 
 std::vector<std::string> dictionary(const std::string& rows) {
-    return shown(importDictionary, cHeader + rows);
+    return shownImport(importDictionary, cHeader + rows);
 }
 
 TEST(QuestionnaireImport, TakesDictionariesAsTheyAre) {
@@ -169,7 +170,7 @@ TEST(QuestionnaireImport, TakesDictionariesAsTheyAre) {
 }
 
 TEST(QuestionnaireImport, RefusesWhatIsNoDictionary) {
-    EXPECT_THAT(shown(importDictionary, "a,b\n1,2\n"),
+    EXPECT_THAT(shownImport(importDictionary, "a,b\n1,2\n"),
                 ElementsAre(HasSubstr("!1:1 no column 'Variable / Field Name'")));
     EXPECT_THAT(dictionary(""), ElementsAre("!1:1 no field can be an item"));
     EXPECT_THAT(dictionary("a,m,,radio,A,,,,,,,,,,,,,\n"),
@@ -232,7 +233,7 @@ constexpr const char* cFhir = R"~({
 
 TEST(QuestionnaireImport, TakesFhirQuestionnaires) {
     EXPECT_THAT(
-        shown(importFhirQuestionnaire, cFhir),
+        shownImport(importFhirQuestionnaire, cFhir),
         ElementsAre(
             "answers1: LA1=Not at all(0.00)@http://loinc.org LA2=Daily(3.00)@http://loinc.org",
             "answers2: a=Rarely (1)(1.00) b=Often (2.5)(2.50)", "answers3: x=X(0.00) Y=Y(1.00)",
@@ -267,7 +268,7 @@ TEST(QuestionnaireImport, TakesFhirQuestionnaires) {
             "note 1 : does not tell its language: look over 'language', here \"en\""));
     const auto changed = [](const std::string& from, const std::string& to) {
         std::string text = cFhir;
-        return shown(importFhirQuestionnaire, text.replace(text.find(from), from.size(), to));
+        return shownImport(importFhirQuestionnaire, text.replace(text.find(from), from.size(), to));
     };
     EXPECT_THAT(changed("\"Questionnaire\"", "\"Patient\""),
                 ElementsAre(HasSubstr("is no FHIR Questionnaire")));
@@ -288,11 +289,11 @@ TEST(QuestionnaireImport, SurvivesDamage) {
     for (const auto& [import, text] : {std::pair(&importDictionary, rows),
                                        std::pair(&importFhirQuestionnaire, std::string(cFhir))}) {
         for (std::size_t i = 0; i < text.size(); ++i) {
-            shown(import, text.substr(0, i));
+            shownImport(import, text.substr(0, i));
             if (dice.OneIn(2)) continue;
             std::string damaged = text;
             damaged[i] = static_cast<char>(damaged[i] ^ (1 << dice.Below(8)));
-            shown(import, damaged);
+            shownImport(import, damaged);
         }
     }
 }

@@ -18,7 +18,7 @@
 namespace tessalink::test {
 namespace {
 
-constexpr const char* cQuestionnaire = R"({
+constexpr const char* cReporting = R"({
   "id": "mini", "title": "Mini {x}", "version": "1.0", "language": "en", "licence": "none",
   "source": "invented",
   "responseSets": {"freq": {"choices": [{"code": "0", "label": "never", "value": 0},
@@ -38,7 +38,7 @@ constexpr const char* cQuestionnaire = R"({
               {"id": "b", "title": "B", "template": "b.rtf"}]})";
 
 QuestionnaireFiles filesOf(const std::string& first, const std::string& second = "") {
-    return {{"questionnaire.json", cQuestionnaire},
+    return {{"questionnaire.json", cReporting},
             {"derived.rtf", "never seen @DEFINE(Twice,Called)@LET(Twice=Sum*2;Called=[M. ]+Name)"},
             {"a.rtf", first},
             {"b.rtf", second},
@@ -213,7 +213,7 @@ TEST(RespondentReports, AreInTheCodePage) {
     const std::string never = "\u03C0\u03BF\u03C4\u03AD";
     const std::string always = "\u03C0\u03AC\u03BD\u03C4\u03B1";
     const std::string name = "\u0395\u03BB\u03AD\u03BD\u03B7";
-    std::string json = cQuestionnaire;
+    std::string json = cReporting;
     json.replace(json.find("never"), 5, never);
     json.replace(json.find("a [bit] @"), 9, always);
     QuestionnaireFiles files = filesOf("@Name: @Q1_Label, @Q2_Label, @Sum. @CAP(Name)");

@@ -8,7 +8,7 @@ namespace tessalink::test {
 namespace {
 
 /// "LINE:COLUMN" of the fault, and of its place in an evaluated text.
-std::string placesOf(const ParseException& fault) {
+std::string linesOf(const ParseException& fault) {
     const auto shown = [](const TextPlace& place) {
         return std::to_string(place.line) + ":" + std::to_string(place.column);
     };
@@ -17,12 +17,12 @@ std::string placesOf(const ParseException& fault) {
     return places;
 }
 
-struct Case {
+struct PlaceCase {
     std::string text;
     const char* places;
 };
 
-const Case cCases[] = {
+const PlaceCase cCases[] = {
     // What ends a line.
     {"@u", "1:1"},
     {"abc@u", "1:4"},
@@ -69,13 +69,13 @@ const Case cCases[] = {
 };
 
 TEST(Places, OfFaultsInLinesAndColumns) {
-    for (const Case& c : cCases) {
+    for (const PlaceCase& c : cCases) {
         for (const int isScrambled : {0, 1}) {
             VarTable variables;
             const std::string text = isScrambled ? scrambled(c.text) : c.text;
             const auto run = runTemplate(text, variables, nullptr, isScrambled);
             EXPECT_EQ(run.result, 0) << c.text;
-            EXPECT_EQ(placesOf(run.error), c.places) << c.text;
+            EXPECT_EQ(linesOf(run.error), c.places) << c.text;
             EXPECT_EQ(run.error.GetPlace().file, "test.rtf");
             EXPECT_TRUE(run.error.GetIncludes().empty());
         }

@@ -10,11 +10,10 @@
 #include "platform/files/CArchive.h"
 #include "platform/files/CMemFile.h"
 #include "report/VarTable.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
 namespace {
-
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
 
 TEST(VariantVar, ConvertsToWhateverIsAskedFor) {
     struct Case {

@@ -6,11 +6,10 @@
 #include <limits>
 
 #include "platform/base/CInvalidArgException.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
 namespace {
-
-constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Reliability, ErrorsByHand) {
     struct {

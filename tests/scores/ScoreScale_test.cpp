@@ -7,12 +7,11 @@
 
 #include "scores/Rounding.h"
 #include "tests/scores/ScoreRecord.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
 namespace {
 
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
-constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr const ScoreScale* cScales[] = {&cZScale,      &cTScale,       &cIQScale,
                                          &cScaledScale, &cStanineScale, &cStenScale};
 

@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "tests/scores/ScoreRecord.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
 namespace {
@@ -16,9 +17,6 @@ namespace {
 using KOVStandardScores::PercentileRank;
 using KOVStandardScores::Stanine;
 using KOVStandardScores::ZScore;
-
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
-constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 
 double rankOf(double z) {
     return PercentileRank(ZScore(z)).GetValue();

@@ -16,10 +16,9 @@
 #include "tests/support/Dice.h"
 #include "tests/support/EventCount.h"
 #include "tests/support/InputDriver.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
-
-constexpr double cMissing = -999999999.0;
 
 inline CStringArray* row(std::initializer_list<const char*> texts) {
     auto* array = new CStringArray;

@@ -15,7 +15,7 @@ namespace {
 
 using detail::Query;
 using detail::wordOf;
-using Kind = CaseStoreError::Kind;
+using ErrorKind = CaseStoreError::Kind;
 
 TrailAct actOf(EntryKind kind) {
     constexpr std::array acts = {TrailAct::Answer, TrailAct::SecondAnswer, TrailAct::Field};
@@ -212,7 +212,7 @@ QuestionnaireFiles CaseStore::FilesOf(const std::string& hash) {
         while (query.Next()) files[query.Text(0)] = query.Text(1);
         if (files.empty()) {
             throw CaseStoreError(
-                Kind::NoQuestionnaire, GetPath(),
+                ErrorKind::NoQuestionnaire, GetPath(),
                 "the file has no copy of the questionnaire " + hash + ". Choose its folder");
         }
         if (hashOf(files) != hash) m_data->FailDamaged("a questionnaire");
@@ -226,7 +226,7 @@ std::vector<std::string> CaseStore::FindDamage() {
         try {
             if (m_data->MeetsDamage(act)) found.push_back(what);
         } catch (const CaseStoreError& error) {
-            if (error.GetKind() != Kind::NoQuestionnaire) throw;
+            if (error.GetKind() != ErrorKind::NoQuestionnaire) throw;
             found.push_back(what);
         }
     };

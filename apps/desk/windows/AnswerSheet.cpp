@@ -15,7 +15,7 @@ namespace {
 constexpr UINT cListId = 1;
 /// No item can have this number: its list has other digits.
 constexpr unsigned cMissing = 0x80000000U;
-constexpr int cMostNumberChars = 11;
+constexpr int cMostAnswerChars = 11;
 constexpr int cReservedLines = 2;
 
 std::string rangesOf(const std::vector<std::size_t>& positions) {
@@ -75,7 +75,7 @@ AnswerSheet::AnswerSheet(Keeper keeper, QWidget* parent)
     column->addWidget(m_wholes.holder, 2);
     column->addWidget(m_counts);
     m_list.UseBells(true);
-    m_numbers.SetMaxTextLen(cMostNumberChars);
+    m_numbers.SetMaxTextLen(cMostAnswerChars);
 }
 
 AnswerSheet::~AnswerSheet() {

@@ -26,7 +26,7 @@ namespace tessalink::desk {
 
 namespace {
 
-constexpr QSize cSize(560, 420);
+constexpr QSize cBatchSize(560, 420);
 /// So long reports are written before the window looks at keys again.
 constexpr int cStepMilliseconds = 30;
 /// So many reports go to LibreOffice at a time: it starts slowly.
@@ -53,7 +53,7 @@ BatchDialog::BatchDialog(CaseStore& store, std::vector<CaseSummary> cases, QWidg
     setObjectName("batchDialog");
     setWindowTitle(tr("Reports of %n case(s)", nullptr, static_cast<int>(m_cases.size())));
     set_up();
-    resize(cSize);
+    resize(cBatchSize);
     connect(m_timer, &QTimer::timeout, this, &BatchDialog::step);
     connect(m_maker, &PageMaker::made, this, &BatchDialog::take_pages);
     connect(m_start, &QPushButton::clicked, this, &BatchDialog::start);

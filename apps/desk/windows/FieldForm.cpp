@@ -24,7 +24,7 @@ constexpr int cLabelItem = 0;  ///< the id; fields follow
 constexpr int cTextWidth = 28;
 constexpr int cNumberWidth = 8;
 constexpr int cDateWidth = 12;
-constexpr int cMostNumberChars = 24;
+constexpr int cMostFieldChars = 24;
 constexpr int cOneLine = 0;  ///< as edit boxes take it
 /// Choices whose labels are longer together stand below one another.
 constexpr std::size_t cLineOfLabels = 36;
@@ -148,12 +148,12 @@ DataEntryItem* FieldForm::add_field(const Field& field) {
     auto* const item = new TextDataEntryItem(nullptr, label.GetString());
     const bool isDigits = field.type == Field::Type::Integer && field.lowest >= 0;
     if (isDigits) {
-        add(item, new DigitsUI(m_labelWidth, cMostNumberChars, cOneLine, cNumberWidth));
+        add(item, new DigitsUI(m_labelWidth, cMostFieldChars, cOneLine, cNumberWidth));
     } else if (field.type == Field::Type::Text) {
         add(item, new TextDataEntryUI(m_labelWidth, static_cast<int>(field.maxLength), cOneLine,
                                       cTextWidth));
     } else {
-        add(item, new TextDataEntryUI(m_labelWidth, cMostNumberChars, cOneLine, cDateWidth));
+        add(item, new TextDataEntryUI(m_labelWidth, cMostFieldChars, cOneLine, cDateWidth));
     }
     return item;
 }

@@ -22,7 +22,7 @@ namespace tessalink::desk {
 
 namespace {
 
-constexpr QSize cSize(560, 420);
+constexpr QSize cImportSize(560, 420);
 /// No more rows that were left out are listed one by one.
 constexpr std::size_t cMaxListed = 200;
 
@@ -46,7 +46,7 @@ ImportDialog::ImportDialog(CaseStore& store, const QString& file, QWidget* paren
     setObjectName("importDialog");
     setWindowTitle(tr("Import responses"));
     set_up();
-    resize(cSize);
+    resize(cImportSize);
 }
 
 void ImportDialog::set_up() {

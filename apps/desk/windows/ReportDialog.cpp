@@ -12,7 +12,7 @@ namespace tessalink::desk {
 namespace {
 
 /// A page can be read at this size, and the window fits a small screen.
-constexpr QSize cSize(820, 680);
+constexpr QSize cReportSize(820, 680);
 
 }  // namespace
 
@@ -20,7 +20,7 @@ ReportDialog::ReportDialog(QWidget* parent)
     : QDialog(parent), m_page(new ReportPage(this)), m_messages(new MessageBar(this)) {
     setObjectName("reportDialog");
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    resize(cSize);
+    resize(cReportSize);
     m_rtf = add_button("saveRtf", tr("Save as R&TF..."), &ReportPage::SaveRtf);
     m_pdf = add_button("savePdf", tr("Save as P&DF..."), &ReportPage::SavePdf);
     m_print = add_button("print", tr("&Print..."), &ReportPage::Print);

@@ -16,7 +16,7 @@ namespace tessalink::desk {
 namespace {
 
 // Columns before those of the standard scores.
-enum Column { cTitle, cRaw, cMissing, cFirstStandard };
+enum ScoreColumn { cTitle, cRaw, cMissingItems, cFirstStandard };
 
 /// The narrowest column, in characters.
 constexpr int cNarrowest = 10;
@@ -166,7 +166,7 @@ int ScoresView::show_scales(const QuestionnaireModel& model, const Scores& score
     for (std::size_t i = 0; i < model.scales.size(); ++i, ++row) {
         const ScaleResult& result = scores.scales[i];
         set_cell(row, cRaw, optionalNumber(result.raw));
-        set_cell(row, cMissing, QLocale().toString(result.missing));
+        set_cell(row, cMissingItems, QLocale().toString(result.missing));
         for (int column = cFirstStandard; column < m_table->columnCount(); ++column) {
             const auto score = static_cast<std::size_t>(column - cFirstStandard);
             set_cell(

@@ -22,7 +22,7 @@ namespace {
 
 /// So many entries are shown, the last ones; the export has all.
 constexpr std::size_t cMostShown = 5'000;
-constexpr QSize cSize(860, 480);
+constexpr QSize cTrailSize(860, 480);
 
 // In the order of TrailAct.
 constexpr std::array<const char*, 9> cActs = {
@@ -48,7 +48,7 @@ TrailDialog::TrailDialog(CaseStore& store, std::optional<CaseId> id, QWidget* pa
       m_remark(new QLabel(this)) {
     setObjectName("trailDialog");
     setWindowTitle(tr("Trail"));
-    resize(cSize);
+    resize(cTrailSize);
     m_scope->setObjectName("trailScope");
     m_scope->setAccessibleName(tr("What the trail tells of"));
     if (id) m_scope->addItem(tr("This case"));

@@ -6,6 +6,7 @@
 
 #include "apps/tessalink/TemplateInput.h"
 #include "apps/tessalink/batch/OptionsText.h"
+#include "apps/tessalink/batch/Refusal.h"
 #include "platform/base/CodePage.h"
 #include "questionnaire/FhirResponses.h"
 #include "questionnaire/ScoreTable.h"
@@ -15,10 +16,6 @@ namespace tessalink::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void fail(const std::string& message) {
-    throw CException(CString(std::string_view(message)));
-}
 
 bool isSame(const std::string& a, const std::string& b) {
     std::error_code none;
@@ -45,11 +42,11 @@ std::vector<std::string> wantedReports(const BatchOptions& options,
     }
     for (auto name = wanted.begin(); name != wanted.end(); ++name) {
         if (!questionnaire.FindReport(*name)) {
-            fail("--report " + *name + ": the questionnaire has no such report; it has " +
-                 reportNames(questionnaire.Model()) + ".");
+            refuseRun("--report " + *name + ": the questionnaire has no such report; it has " +
+                   reportNames(questionnaire.Model()) + ".");
         }
         if (std::find(wanted.begin(), name, *name) != name) {
-            fail("--report " + *name + ": is named twice.");
+            refuseRun("--report " + *name + ": is named twice.");
         }
     }
     std::sort(wanted.begin(), wanted.end(), [&](const std::string& a, const std::string& b) {
@@ -70,9 +67,9 @@ void checkDifference(const BatchOptions& options, const BatchRecord& earlier,
                      const BatchRecord& record) {
     const RecordPart* part = findDifference(earlier, record, cRunParts);
     if (!part) return;
-    fail(options.outputFolder + ": the run whose results are here had another " + part->name +
-         ": '" + earlier.*part->value + "' and not '" + record.*part->value +
-         "'; give the same, or name another folder.");
+    refuseRun(options.outputFolder + ": the run whose results are here had another " + part->name +
+           ": '" + earlier.*part->value + "' and not '" + record.*part->value +
+           "'; give the same, or name another folder.");
 }
 
 }  // namespace
@@ -112,15 +109,15 @@ ResultPaths pathsOf(const BatchOptions& options) {
 
 void checkPaths(const BatchOptions& options, const ResultPaths& paths) {
     if (isSame(options.outputFolder, options.questionnaireFolder)) {
-        fail(options.outputFolder + ": is the folder of the questionnaire: name another.");
+        refuseRun(options.outputFolder + ": is the folder of the questionnaire: name another.");
     }
     for (const std::string& path : {paths.scores, paths.failed}) {
         if (isSame(path, options.responsesPath)) {
-            fail(path + ": is the table of responses: name another table of scores or folder.");
+            refuseRun(path + ": is the table of responses: name another table of scores or folder.");
         }
     }
     if (paths.scores == paths.failed) {
-        fail("--scores " + options.scoresPath + ": failed rows have that name: name another.");
+        refuseRun("--scores " + options.scoresPath + ": failed rows have that name: name another.");
     }
 }
 
@@ -135,9 +132,10 @@ BatchRecord recordOf(const BatchOptions& options, const ResultPaths& paths,
     const fs::path path = fs::path(options.outputFolder) / paths.record;
     if (!fs::exists(path)) return record;
     if (!options.isResumed) {
-        fail(options.outputFolder +
-             ": has the results of an earlier run: add --resume to go on with it, or name another "
-             "folder.");
+        refuseRun(
+            options.outputFolder +
+            ": has the results of an earlier run: add --resume to go on with it, or name another "
+            "folder.");
     }
     BatchRecord earlier = readRecord(path.generic_string());
     checkDifference(options, earlier, record);
@@ -150,8 +148,8 @@ std::unique_ptr<ResponseSource> openResponses(const BatchOptions& options, Respo
         return std::make_unique<ResponseTable>(file, questionnaire, options.table);
     }
     if (options.hasTableOptions) {
-        fail(std::string(file.GetGivenPath()) +
-             ": is FHIR, and options of tables are given: leave them out.");
+        refuseRun(std::string(file.GetGivenPath()) +
+               ": is FHIR, and options of tables are given: leave them out.");
     }
     return std::make_unique<FhirResponses>(file, questionnaire);
 }
@@ -163,7 +161,7 @@ std::string scoresHeader(const QuestionnaireModel& model, const std::vector<std:
     std::string header;
     for (const std::string& name : names) {
         if (std::count(names.begin(), names.end(), name) > 1) {
-            fail("--carry " + name + ": the table of scores has a column of that name already.");
+            refuseRun("--carry " + name + ": the table of scores has a column of that name already.");
         }
         if (!header.empty()) header += ',';
         appendCell(name, header);

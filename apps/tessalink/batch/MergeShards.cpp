@@ -6,6 +6,7 @@
 #include "apps/tessalink/Messages.h"
 #include "apps/tessalink/batch/BatchOptions.h"
 #include "apps/tessalink/batch/BatchRecord.h"
+#include "apps/tessalink/batch/Refusal.h"
 #include "apps/tessalink/batch/Summary.h"
 #include "platform/files/WholeFile.h"
 
@@ -14,10 +15,6 @@ namespace tessalink::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-[[noreturn]] void fail(const std::string& message) {
-    throw CException(CString(std::string_view(message)));
-}
 
 /// A finished shard.
 struct Part {
@@ -33,8 +30,8 @@ struct Part {
 Part readPart(const fs::path& record) {
     Part part = {record.parent_path(), readRecord(record.generic_string()), {}};
     if (!readShard(part.record.shard, part.shard))
-        fail(record.generic_string() + ": names no shard.");
-    if (!part.record.IsDone()) fail(part.Name() + " is not finished: run it with --resume.");
+        refuseRun(record.generic_string() + ": names no shard.");
+    if (!part.record.IsDone()) refuseRun(part.Name() + " is not finished: run it with --resume.");
     return part;
 }
 
@@ -46,7 +43,8 @@ void addParts(const std::string& folder, std::vector<Part>& parts) {
         if (isRecord && entry.is_regular_file(error)) parts.push_back(readPart(entry.path()));
     }
     checkSystem(error, folder);
-    if (parts.size() == before) fail(folder + ": has no record of a run: name the folder of one.");
+    if (parts.size() == before)
+        refuseRun(folder + ": has no record of a run: name the folder of one.");
 }
 
 /// That the parts make a whole, each once.
@@ -57,20 +55,20 @@ void checkParts(std::vector<Part>& parts) {
     unsigned next = 1;
     for (const Part& part : parts) {
         if (part.shard.count != first.shard.count) {
-            fail(first.Name() + " and " + part.Name() +
-                 " are parts of different numbers of parts.");
+            refuseRun(first.Name() + " and " + part.Name() +
+                   " are parts of different numbers of parts.");
         }
         if (const RecordPart* other = findDifference(first.record, part.record, cShardParts)) {
-            fail(first.Name() + " and " + part.Name() +
-                 " don't belong together: each has another " + other->name + ".");
+            refuseRun(first.Name() + " and " + part.Name() +
+                   " don't belong together: each has another " + other->name + ".");
         }
-        if (part.shard.number < next) fail(part.Name() + " is there twice: name one of them.");
+        if (part.shard.number < next) refuseRun(part.Name() + " is there twice: name one of them.");
         if (part.shard.number > next) break;
         ++next;
     }
     if (next <= first.shard.count) {
-        fail("shard " + Shard{next, first.shard.count}.Text() +
-             " is missing: name its folder too.");
+        refuseRun("shard " + Shard{next, first.shard.count}.Text() +
+               " is missing: name its folder too.");
     }
 }
 
@@ -92,7 +90,7 @@ public:
         const char* const end = m_buffer.data() + m_start + m_length;
         const auto read = std::from_chars(m_buffer.data() + m_start, end, m_number);
         if (read.ec != std::errc() || *read.ptr != ',' || m_number <= before) {
-            fail(m_path + ": is damaged: run that shard anew.");
+            refuseRun(m_path + ": is damaged: run that shard anew.");
         }
     }
 
@@ -107,7 +105,8 @@ private:
             m_length = at + 1 - m_start;
             return;
         }
-        if (m_start != m_buffer.size()) fail(m_path + ": ends within a row: run that shard anew.");
+        if (m_start != m_buffer.size())
+            refuseRun(m_path + ": ends within a row: run that shard anew.");
     }
 
     /// Reads on; `at` stays at the same character.
@@ -167,15 +166,16 @@ void mergeInto(const fs::path& path, const std::vector<Part>& parts, PathOf path
     for (const Part& part : parts) {
         tables.emplace_back((part.*pathOf)());
         if (tables.back().Row() != tables.front().Row()) {
-            fail(tables.back().Path() + ": has another header than " + tables.front().Path() + ".");
+            refuseRun(tables.back().Path() + ": has another header than " + tables.front().Path() +
+                   ".");
         }
         expected += part.record.*count;
     }
     WholeFile output(path.generic_string().c_str());
     if (mergeTables(tables, output) != expected) {
-        fail(path.generic_string() +
-             ": the tables of the shards have not the rows of their records: run "
-             "the shards anew.");
+        refuseRun(path.generic_string() +
+               ": the tables of the shards have not the rows of their records: run "
+               "the shards anew.");
     }
     output.Commit();
 }

@@ -12,7 +12,7 @@ namespace {
 using Encoding = ResponseTableOptions::Encoding;
 
 /// In quotes unless a shell takes it as it is.
-std::string quoted(const std::string& text) {
+std::string inQuotes(const std::string& text) {
     const bool isPlain = !text.empty() && std::all_of(text.begin(), text.end(), [](char ch) {
         return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') || (ch >= '0' && ch <= '9') ||
                ch == '_' || ch == '-' || ch == '.' || ch == ',';
@@ -31,7 +31,7 @@ public:
     void Value(const char* name, const std::string& value) {
         if (value.empty()) return;
         Flag(name, true);
-        m_text += ' ' + quoted(value);
+        m_text += ' ' + inQuotes(value);
     }
     void Values(const char* name, const std::vector<std::string>& values) {
         for (const std::string& value : values) Value(name, value);

@@ -24,7 +24,7 @@ namespace {
 constexpr double cMaxTicks = 1000;  // of a kind, and labels of a legend
 
 // What is usual where a description says nothing; docs/graph-files.md repeats it.
-constexpr double cUsualWidth = 6;        // inches
+constexpr double cUsualBarWidth = 6;     // inches
 constexpr double cPointOfBar = 0.6;      // the size of a point, of the bar's height
 constexpr int cMaxColumn = 400;          // of a column whose width is found
 constexpr double cHighest = 200;         // inches, of a graph whose height is found
@@ -129,12 +129,12 @@ public:
         }
         const double usualHeight =
             width() * graph->GetDesignHeight() / BarGraph::cDesignWidth + cFrameRoom;
-        GraphSheet sheet = m_graph.Sheet(cUsualWidth, usualHeight, m_name, sentences(*graph));
+        GraphSheet sheet = m_graph.Sheet(cUsualBarWidth, usualHeight, m_name, sentences(*graph));
         return std::make_unique<DrawnGraph<BarGraph>>(std::move(sheet), std::move(graph));
     }
 
 private:
-    double width() const { return m_graph.width.value_or(cUsualWidth); }
+    double width() const { return m_graph.width.value_or(cUsualBarWidth); }
 
     void read_sections() {
         for (const JsonMember& member :

@@ -21,16 +21,16 @@ namespace {
 
 constexpr std::size_t cMaxRings = 100;
 constexpr std::size_t cMaxPoints = 1000;
-constexpr std::size_t cMaxProfiles = 100;
+constexpr std::size_t cMaxOutlines = 100;
 constexpr std::size_t cMaxProfilePoints = 72;
 constexpr std::size_t cTitleLines = 3;
 
 // What is usual where a description says nothing; docs/graph-files.md repeats it.
-constexpr double cUsualWidth = 5.5;  // inches
-constexpr double cUsualHeight = 4.5;
+constexpr double cUsualCircumplexWidth = 5.5;  // inches
+constexpr double cUsualCircumplexHeight = 4.5;
 constexpr double cTitleRoom = 0.5;
 constexpr int cUsualRange = 10;
-constexpr double cUsualTextSize = 9;  // points, of the texts around the circle
+constexpr double cUsualCircumplexTextSize = 9;  // points, of the texts around the circle
 constexpr COLORREF cUsualRingColor = RGB(205, 210, 215);
 constexpr double cUsualStart = 90;  // degrees: the top
 
@@ -56,9 +56,9 @@ constexpr JsonWord cNamePlaces[] = {{"none", CircumplexGraph::NoName},
                                     {"beside", CircumplexGraph::NameBeside},
                                     {"legend", CircumplexGraph::NameInLegend},
                                     {"both", CircumplexGraph::NameInBoth}};
-constexpr JsonWord cLegends[] = {{"none", CircumplexGraph::NoLegend},
-                                 {"right", CircumplexGraph::LegendRight},
-                                 {"below", CircumplexGraph::LegendBelow}};
+constexpr JsonWord cCircumplexLegends[] = {{"none", CircumplexGraph::NoLegend},
+                                           {"right", CircumplexGraph::LegendRight},
+                                           {"below", CircumplexGraph::LegendBelow}};
 
 struct RingSpec : GraphObject {
     RingSpec(const GraphReader& in, const JsonValue& value, const std::optional<int>& range)
@@ -144,7 +144,7 @@ struct CircleSpec : SheetSpec {
 
     std::optional<int> range = Whole("range", cRange);
     CString face = Text("font").value_or(cUsualFace);
-    double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
+    double textSize = Number("textSize", cPoints).value_or(cUsualCircumplexTextSize);
     int labelStep = Whole("labelStep", cSteps).value_or(0);
     int gridDots = Whole("gridDots", cSteps).value_or(labelStep);
     std::vector<CString> titles = Labels("titles", cTitleLines);
@@ -163,11 +163,11 @@ struct CircumplexSpec : CircleSpec {
     using CircleSpec::CircleSpec;
 
     LegendPlacement legend =
-        Words<LegendPlacement>("legend", cLegends).value_or(CircumplexGraph::LegendBelow);
+        Words<LegendPlacement>("legend", cCircumplexLegends).value_or(CircumplexGraph::LegendBelow);
     std::vector<SectorSpec> sectors = Objects<SectorSpec>("sectors", CircumplexGraph::cMaxSectors);
     std::vector<ArcSpec> arcs = Objects<ArcSpec>("arcs", cMaxRings);
     std::vector<MarkSpec> points = Objects<MarkSpec>("points", cMaxPoints);
-    std::vector<OutlineSpec> profiles = Objects<OutlineSpec>("profiles", cMaxProfiles);
+    std::vector<OutlineSpec> profiles = Objects<OutlineSpec>("profiles", cMaxOutlines);
 };
 
 /// Makes a graph of what both types have, and of a circumplex graph's own parts.
@@ -204,9 +204,9 @@ private:
         constexpr double column = 1;
         return m_graph->GetLegendPlacement() == CircumplexGraph::LegendRight ? column : 0;
     }
-    double usual_width() const { return cUsualWidth + legend_column(); }
+    double usual_width() const { return cUsualCircumplexWidth + legend_column(); }
     double title_room() const { return m_graph->GetTitle().IsEmpty() ? 0 : cTitleRoom; }
-    double usual_height() const { return cUsualHeight + title_room(); }
+    double usual_height() const { return cUsualCircumplexHeight + title_room(); }
 
     /// The sizes of the usual sheet in proportion; fonts keep theirs.
     void design_for(const GraphSheet& sheet) {

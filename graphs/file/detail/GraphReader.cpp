@@ -115,8 +115,8 @@ std::vector<std::string_view> colorNames() {
 
 std::string noVariable(std::string_view name, std::span<const std::string_view> known) {
     const std::string_view meant = nearestName(name, known);
-    return "there is no variable " + quoted(name) +
-           (meant.empty() ? "" : "; did you mean " + quoted(meant) + "?");
+    return "there is no variable " + inQuotes(name) +
+           (meant.empty() ? "" : "; did you mean " + inQuotes(meant) + "?");
 }
 
 const VariantVar& GraphReader::Variable(const JsonValue& value, std::string_view name) const {
@@ -138,7 +138,7 @@ std::optional<double> GraphReader::number_of(const JsonValue& value) const {
     }
     const VariantVar& variable = Variable(value, name);
     if (!variable.IsNumber() || !std::isfinite(variable.GetAsDouble())) {
-        Fail(value, "the variable " + quoted(name) + " is not a number");
+        Fail(value, "the variable " + inQuotes(name) + " is not a number");
     }
     return variable.GetAsDouble();
 }
@@ -208,7 +208,7 @@ std::optional<COLORREF> GraphReader::Color(const JsonValue& value) const {
     const auto named = std::find_if(std::begin(cColors), std::end(cColors),
                                     [&](const NamedColor& c) { return text->View() == c.name; });
     if (named != std::end(cColors)) return named->color;
-    Fail(value, quoted(text->View()) +
+    Fail(value, inQuotes(text->View()) +
                     " is not a color: write \"#RRGGBB\", a number in the palette, or a name" +
                     nameHint(text->View(), colorNames()));
 }

@@ -25,9 +25,9 @@ constexpr std::size_t cMaxLines = 100;
 constexpr std::size_t cMaxColumns = 20;  // of a horizontal graph
 
 // What is usual where a description says nothing; docs/graph-files.md repeats it.
-constexpr double cUsualWidth = 6;  // inches
-constexpr double cUsualHeight = 4;
-constexpr double cUsualTextSize = 9;  // points
+constexpr double cUsualProfileWidth = 6;  // inches
+constexpr double cUsualProfileHeight = 4;
+constexpr double cUsualProfileTextSize = 9;  // points
 constexpr int cUsualMin = 0;
 constexpr int cUsualMax = 100;
 constexpr double cUsualCorner = 5;  // of a legend inside
@@ -41,9 +41,10 @@ constexpr JsonBounds cPointSize = {10, 1000};
 constexpr JsonBounds cDecimals = {0, 9};
 constexpr JsonBounds cAfterScale = {1, cMaxScales};
 
-constexpr JsonWord cLegends[] = {{"none", static_cast<std::uint16_t>(ProfileLegend::None)},
-                                 {"inside", static_cast<std::uint16_t>(ProfileLegend::Inside)},
-                                 {"below", static_cast<std::uint16_t>(ProfileLegend::Below)}};
+constexpr JsonWord cProfileLegends[] = {
+    {"none", static_cast<std::uint16_t>(ProfileLegend::None)},
+    {"inside", static_cast<std::uint16_t>(ProfileLegend::Inside)},
+    {"below", static_cast<std::uint16_t>(ProfileLegend::Below)}};
 constexpr JsonWord cPointTypes[] = {
     {"symbol", static_cast<std::uint16_t>(ProfilePointType::Symbol)},
     {"value", static_cast<std::uint16_t>(ProfilePointType::SymbolAndValue)},
@@ -150,7 +151,7 @@ struct ChartSpec : SheetSpec {
 
     std::vector<ScaleSpec> scales;
     CString face = Text("font").value_or(cUsualFace);
-    double textSize = Number("textSize", cPoints).value_or(cUsualTextSize);
+    double textSize = Number("textSize", cPoints).value_or(cUsualProfileTextSize);
     bool hasTextSize = Has("textSize");
     std::optional<int> min = Whole("min", cScores);
     std::optional<int> max = Whole("max", cScores);
@@ -159,7 +160,7 @@ struct ChartSpec : SheetSpec {
     std::optional<int> labelsFrom = Whole("labelsFrom", cScores);
     std::optional<int> labelsTo = Whole("labelsTo", cScores);
     CString axisTitle = Label("axisTitle").value_or(CString());
-    std::optional<ProfileLegend> legend = Words<ProfileLegend>("legend", cLegends);
+    std::optional<ProfileLegend> legend = Words<ProfileLegend>("legend", cProfileLegends);
     int legendX = toInt(Number("legendX", cPercent).value_or(cUsualCorner));
     int legendY = toInt(Number("legendY", cPercent).value_or(cUsualCorner));
     std::optional<int> pointSize = Whole("pointSize", cPointSize);
@@ -258,14 +259,15 @@ public:
         for (std::size_t i = 0; rows && i < m_scaleCount; ++i) {
             if (rows->IsBroken(i)) text.scales[i] = plainLabel(m_spec.scales[i].text);
         }
-        GraphSheet sheet = m_spec.Sheet(cUsualWidth, usual_height(), m_name, sentencesOf(text));
+        GraphSheet sheet =
+            m_spec.Sheet(cUsualProfileWidth, usual_height(), m_name, sentencesOf(text));
         return std::make_unique<DrawnGraph<Graph>>(std::move(sheet), std::move(m_graph));
     }
 
 private:
     /// Names of several lines need higher rows; more are given to the axes and the legend.
     double usual_height() const {
-        if (cIsUpright) return cUsualHeight;
+        if (cIsUpright) return cUsualProfileHeight;
         std::ptrdiff_t lines = 1;
         for (const ScaleSpec& scale : m_spec.scales) {
             const std::string_view text = scale.text.View();
@@ -275,7 +277,7 @@ private:
         constexpr double besideRows = 7;
         const double all = static_cast<double>(m_spec.scales.size()) * static_cast<double>(lines);
         const double needed = (all + besideRows) * lineHeight * m_spec.textSize / cPointsPerInch;
-        return lines > 1 ? std::max(cUsualHeight, needed) : cUsualHeight;
+        return lines > 1 ? std::max(cUsualProfileHeight, needed) : cUsualProfileHeight;
     }
 
     /// There is room for one line.
@@ -293,7 +295,7 @@ private:
         const int majorBase = stepBase(min, major);
         const int minorBase = stepBase(min, minor);
         const double unit = m_spec.textSize / cPointsPerInch / cFontUnits;  // inches
-        const int width = toInt(m_spec.width.value_or(cUsualWidth) / unit);
+        const int width = toInt(m_spec.width.value_or(cUsualProfileWidth) / unit);
         const int height = toInt(m_spec.height.value_or(usual_height()) / unit);
         std::unique_ptr<Graph> graph;
         if constexpr (cIsUpright) {
@@ -352,7 +354,8 @@ private:
         constexpr double smallest = 6;  // points
         constexpr double step = 0.5;
         constexpr double thousandths = 1000;
-        const double sheet = m_spec.width.value_or(cUsualWidth) * cPointsPerInch * thousandths;
+        const double sheet =
+            m_spec.width.value_or(cUsualProfileWidth) * cPointsPerInch * thousandths;
         const double usual = m_spec.textSize;
         for (; m_spec.textSize >= smallest; m_spec.textSize -= step) {
             if (rows.Fit(sheet / m_spec.textSize, m_spec.leftAxis, m_spec.rightAxis)) return;

@@ -11,7 +11,7 @@ namespace tessalink {
 
 namespace {
 
-constexpr char cSwitch = '\\';
+constexpr char cFontSwitch = '\\';
 
 /// Builds the lines of a label from its words.
 class LineBuilder {
@@ -78,7 +78,7 @@ void LabelFonts::derive() {
 }
 
 int LabelFonts::Width(const CString& text) {
-    if (text.Find(cSwitch) < 0) return m_dc.GetTextExtent(text).cx;
+    if (text.Find(cFontSwitch) < 0) return m_dc.GetTextExtent(text).cx;
     derive();
     return CalcFormattedWidth(&m_dc, text, &m_normal, &m_italic, &m_bold, &m_symbol);
 }

@@ -9,7 +9,7 @@ namespace {
 
 // As the start code of programs takes a command line apart: quotes around an argument, backslashes
 // doubled where they stand before a quote.
-std::wstring quoted(const std::wstring& argument) {
+std::wstring inQuotes(const std::wstring& argument) {
     std::wstring text = L"\"";
     std::size_t slashes = 0;
     for (const wchar_t ch : argument) {
@@ -33,7 +33,7 @@ std::string findProgram(const std::string& name) {
 void runQuietly(std::vector<std::string> arguments) {
     std::wstring line;
     for (const std::string& argument : arguments) {
-        line += (line.empty() ? L"" : L" ") + quoted(detail::wideText(argument));
+        line += (line.empty() ? L"" : L" ") + inQuotes(detail::wideText(argument));
     }
     STARTUPINFOW start{};
     start.cb = sizeof(start);

@@ -10,22 +10,12 @@
 #include "platform/qt/detail/FineCanvas.h"
 #include "platform/qt/detail/PixelCanvas.h"
 #include "platform/qt/detail/QtFonts.h"
+#include "platform/qt/detail/QtShapes.h"
 #include "platform/qt/detail/VectorCanvas.h"
 
 namespace tessalink::detail {
 
 namespace {
-
-QRegion toQRegion(const Region& region) {
-    std::vector<QRect> rects;
-    rects.reserve(region.Rects().size());
-    for (const RECT& rect : region.Rects()) {
-        rects.emplace_back(rect.left, rect.top, CRect(rect).Width(), CRect(rect).Height());
-    }
-    QRegion result;
-    result.setRects(rects.data(), static_cast<int>(rects.size()));
-    return result;
-}
 
 // Lines under and through text, in units of an em of 2048: from the base line downwards to their
 // upper edge, and how thick they are.

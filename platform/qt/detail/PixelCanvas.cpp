@@ -6,6 +6,7 @@
 
 #include "platform/graphics/GdiObjects.h"
 #include "platform/qt/detail/Hatches.h"
+#include "platform/qt/detail/QtShapes.h"
 
 namespace tessalink::detail {
 
@@ -27,10 +28,6 @@ QBrush toQBrush(const Paint& paint) {
         }
     }
     return QBrush(tile);
-}
-
-QRect toQRect(const RECT& rect) {
-    return {QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1)};
 }
 
 // Where the corners of polygons lie in their pixel: the classic rule has them at its center, so

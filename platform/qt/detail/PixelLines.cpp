@@ -16,10 +16,10 @@ constexpr std::array<int, 4> cDashDot = {9, 6, 3, 6};
 constexpr std::array<int, 6> cDashDotDot = {9, 3, 3, 3, 3, 3};
 
 // Lines end here, so that twice the product of two lengths is a number.
-constexpr LONG cFarthest = 1 << 29;
+constexpr LONG cFarthestPixel = 1 << 29;
 
 std::int64_t limited(LONG value) {
-    return std::clamp(value, -cFarthest, cFarthest);
+    return std::clamp(value, -cFarthestPixel, cFarthestPixel);
 }
 
 // A line along its longer axis: `length` pixels from `start` on, each `step` further.

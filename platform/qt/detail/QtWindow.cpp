@@ -18,15 +18,12 @@
 #include "platform/qt/detail/QtEdit.h"
 #include "platform/qt/detail/QtFonts.h"
 #include "platform/qt/detail/QtInput.h"
+#include "platform/qt/detail/QtShapes.h"
 #include "platform/qt/detail/QtText.h"
 
 namespace tessalink::detail {
 
 namespace {
-
-QRect toQRect(const RECT& rect) {
-    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-}
 
 CRect toRect(const QRect& rect) {
     return CRect(CPoint(rect.left(), rect.top()), CSize(rect.width(), rect.height()));
@@ -41,12 +38,6 @@ Region toRegion(const QRegion& region) {
     rects.reserve(static_cast<std::size_t>(region.rectCount()));
     for (const QRect& rect : region) rects.push_back(toRect(rect));
     return Region::OfBands(std::move(rects)).value_or(Region(toRect(region.boundingRect())));
-}
-
-QRegion toQRegion(const Region& region) {
-    QRegion result;
-    for (const RECT& rect : region.Rects()) result += toQRect(rect);
-    return result;
 }
 
 // The outer widget.

@@ -15,7 +15,7 @@ namespace {
 
 // How far a pen of one unit reaches.
 constexpr double cHalf = 0.5;
-constexpr int cScreenDpi = 96;
+constexpr int cDesignDpi = 96;
 // Coordinates end here, where numbers in a file still tell units apart.
 constexpr double cFarthest = 1 << 26;
 
@@ -139,7 +139,7 @@ void VectorCanvas::fill(const Paint& paint, const QPainterPath& path) {
 void VectorCanvas::hatch(const Paint& paint, const QRectF& area) {
     const auto kind = std::min<std::size_t>(paint.brush.lbHatch, std::size(cHatchLines) - 1);
     const HatchLines& lines = cHatchLines[kind];
-    const double scale = std::max(1.0, painter().device()->logicalDpiY() / double{cScreenDpi});
+    const double scale = std::max(1.0, painter().device()->logicalDpiY() / double{cDesignDpi});
     const double step = cHatchSize * scale;
     const double across = step / 2 - scale * cHalf;
     QPainterPath path;

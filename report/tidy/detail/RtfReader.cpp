@@ -18,7 +18,7 @@ using Kind = RtfPiece::Kind;
 constexpr char cControl = '\\';
 constexpr char cOpen = '{';
 constexpr char cClose = '}';
-constexpr char cCommand = '@';
+constexpr char cCommandSign = '@';
 constexpr std::string_view cParagraph = "par";
 
 /// The first character from `text` on, up to `end`, that text does not have; NULs stand behind it.
@@ -26,7 +26,7 @@ const char* findTextStop(const char* text, const char* end) {
     for (; text < end; text += sizeof(std::uint64_t)) {
         const std::uint64_t word = loadEight(text);
         const std::uint64_t marks = markFirst(word, cControl) | markFirst(word, cOpen) |
-                                    markFirst(word, cClose) | markFirst(word, cCommand);
+                                    markFirst(word, cClose) | markFirst(word, cCommandSign);
         if (marks != 0) return std::min(text + firstMarked(marks), end);
     }
     return end;
@@ -131,7 +131,7 @@ bool RtfReader::is_run() const {
     const bool isInBlock = m_isLast ? m_next < m_end : m_end - m_next >= cLongestToken;
     if (!isInBlock || m_binary > 0) return false;
     const char ch = m_block[m_next];
-    return ch != cCommand && !(ch == cClose && m_groups.size() == 1 && m_tooDeep == 0);
+    return ch != cCommandSign && !(ch == cClose && m_groups.size() == 1 && m_tooDeep == 0);
 }
 
 inline const RtfPiece& RtfReader::read() {
@@ -142,7 +142,7 @@ inline const RtfPiece& RtfReader::read() {
             return read_open();
         case cClose:
             return read_close();
-        case cCommand:
+        case cCommandSign:
             return read_at();
         default:
             return read_text();
@@ -199,7 +199,7 @@ const RtfPiece& RtfReader::read_close() {
 const RtfPiece& RtfReader::read_binary() {
     const std::size_t count = std::min<std::uint64_t>(m_binary, m_end - m_next);
     m_binary -= count;
-    const bool hasCommand = std::memchr(m_block.data() + m_next, cCommand, count) != nullptr;
+    const bool hasCommand = std::memchr(m_block.data() + m_next, cCommandSign, count) != nullptr;
     return finish(hasCommand ? Kind::hiddenCommand : Kind::hidden, m_next + count);
 }
 

@@ -22,7 +22,7 @@ using tessalink::desk::test::load;
 using tessalink::desk::test::Programs;
 using tessalink::desk::test::store;
 
-constexpr int cPagesWait = 20'000;
+constexpr int cDialogWait = 20'000;
 
 /// Names a file in a box of the toolkit and takes it.
 void nameFile(QWidget& box, const QString& path) {
@@ -98,7 +98,7 @@ TEST_F(FileDialogs, ReportsAreSavedAndPrinted) {
     ASSERT_TRUE(m_desk.Window().OpenCase(1));
     m_desk.Find<QAction>("showReport").trigger();
     auto& dialog = m_desk.Find<ReportDialog>("reportDialog");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.Page().HasPages(); }, cPagesWait));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.Page().HasPages(); }, cDialogWait));
     const auto save = [&](const char* button, const char* name) {
         m_desk.InBox([&] { dialog.findChild<QPushButton*>(button)->click(); },
                      [&](QWidget& box) { nameFile(box, m_desk.Path(name)); });

@@ -28,9 +28,9 @@ int lineCount(const std::string& text) {
 constexpr COLORREF cFramePen = 0x102030;
 constexpr COLORREF cFrameBrush = 0xA0B0C0;
 
-class Model {
+class BarModel {
 public:
-    Model(const GraphData& graph, const DeviceCaps& caps) : m_graph(graph), m_null(caps) {}
+    BarModel(const GraphData& graph, const DeviceCaps& caps) : m_graph(graph), m_null(caps) {}
 
     Lines Draw(CRect r) {
         int design = 0;
@@ -391,7 +391,7 @@ TEST(BarGraphModel, RandomGraphsAreDrawnByTheRules) {
         const CRect rect(CPoint(dice.Number(-500, 500), dice.Number(-500, 500)),
                          CSize(dice.Number(1, extent), dice.Number(1, extent)));
         const Lines lines = drawn(*build(data), caps, rect);
-        ASSERT_EQ(lines, Model(data, caps).Draw(rect)) << "graph " << seed;
+        ASSERT_EQ(lines, BarModel(data, caps).Draw(rect)) << "graph " << seed;
         primitives += lines.size();
     }
     EXPECT_GT(primitives, 20000U);

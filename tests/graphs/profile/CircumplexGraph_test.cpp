@@ -16,6 +16,7 @@
 #include "tests/support/Dice.h"
 #include "tests/support/HostServicesScope.h"
 #include "tests/support/MarkedContext.h"
+#include "tests/support/OddNumbers.h"
 #include "tests/support/Xml.h"
 
 namespace {
@@ -40,9 +41,6 @@ Lines drawnLines(CircleChart& graph, const CRect& rect = {0, 0, 528, 480}) {
     for (const Primitive& primitive : drawn(graph, rect)) lines.push_back(toText(primitive));
     return lines;
 }
-
-constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
 
 /// 200 units per inch across and 100 down.
 DeviceCaps wideUnits() {

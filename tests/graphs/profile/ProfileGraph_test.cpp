@@ -30,9 +30,10 @@ using Lines = std::vector<std::string>;
 using testing::ElementsAre;
 
 /// The same picture by the rules alone, without the texts of the score axis.
-class Model {
+class ProfileModel {
 public:
-    Model(CDC& dc, const ProfileData& data, bool cells) : m_dc(dc), d(data), m_cells(cells) {}
+    ProfileModel(CDC& dc, const ProfileData& data, bool cells)
+        : m_dc(dc), d(data), m_cells(cells) {}
 
     void Draw(CRect rect) {
         m_dc.Rectangle(&rect);
@@ -326,7 +327,7 @@ TEST(ProfileGraph, DrawsToThePixelWhatTheRulesSay) {
         const DeviceCaps& caps = devices[seed % 4];
         RecordingDevice expected(caps);
         CDC dc(expected);
-        Model(dc, data, cells).Draw(rect);
+        ProfileModel(dc, data, cells).Draw(rect);
         std::unique_ptr<BasicProfileGraph> graph;
         if (cells) graph = build3(data);
         if (!cells) graph = build1(data);
@@ -361,7 +362,7 @@ TEST(ProfileGraph, LabelsTheScoreAxis) {
 
 /// Writes the steps down; each has to leave the context as it was.
 template <class Graph>
-class Stepping : public Graph {
+class SteppingProfile : public Graph {
 public:
     using Graph::Graph;
 
@@ -414,9 +415,9 @@ protected:
 };
 
 template <class Graph>
-class UprightStepping : public Stepping<Graph> {
+class UprightStepping : public SteppingProfile<Graph> {
 public:
-    using Stepping<Graph>::Stepping;
+    using SteppingProfile<Graph>::SteppingProfile;
 
 protected:
     void draw_breaks(CDC* dc) override {
@@ -437,9 +438,9 @@ protected:
     }
 };
 
-class HorStepping : public Stepping<HorProfileGraph> {
+class HorStepping : public SteppingProfile<HorProfileGraph> {
 public:
-    using Stepping::Stepping;
+    using SteppingProfile::SteppingProfile;
 
 protected:
     void draw_rows(CDC* dc) override {

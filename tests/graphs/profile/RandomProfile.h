@@ -12,10 +12,9 @@
 #include "platform/base/CStringArray.h"
 #include "platform/graphics/DrawingDevice.h"
 #include "tests/support/Dice.h"
+#include "tests/support/OddNumbers.h"
 
 namespace tessalink::test {
-
-constexpr double cMissing = -999999999.0;
 
 /// What a profile graph is given, as plain data.
 struct ProfileData {

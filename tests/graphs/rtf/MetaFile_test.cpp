@@ -14,11 +14,12 @@
 #include "tests/platform/files/TemporaryFolder.h"
 #include "tests/support/FileSizeLimit.h"
 #include "tests/support/HostServicesScope.h"
+#include "tests/support/OddNumbers.h"
 
 namespace {
 
-constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
+using tessalink::test::cInfinity;
+using tessalink::test::cNaN;
 
 void draw(CDC& dc) {
     dc.Rectangle(10, 10, 100, 60);

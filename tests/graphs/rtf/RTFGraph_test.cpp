@@ -140,10 +140,10 @@ TEST(RTFGraph, WritesObjectsToTheByte) {
 }
 
 // The same once more from its formulas.
-class Model {
+class LayoutModel {
 public:
-    Model(double left, double top, double right, double bottom, int xMin, int xMax, int yMin,
-          int yMax, Anchors anchors)
+    LayoutModel(double left, double top, double right, double bottom, int xMin, int xMax, int yMin,
+                int yMax, Anchors anchors)
         : m_left(left),
           m_top(top),
           m_right(right),
@@ -231,8 +231,8 @@ TEST(RTFGraph, RandomCallsFollowTheFormulas) {
         const int yMin = number(-50, 50), yMax = yMin + number(1, 200);
         CMemFile file;
         RTFGraph graph(file, left, top, right, bottom, xMin, xMax, yMin, yMax, alignment);
-        Model model(left, top, right, bottom, xMin, xMax, yMin, yMax,
-                    anchors[static_cast<std::size_t>(alignment)]);
+        LayoutModel model(left, top, right, bottom, xMin, xMax, yMin, yMax,
+                          anchors[static_cast<std::size_t>(alignment)]);
         std::string expected;
         for (int call = 0; call < 20; ++call) {
             const int x1 = number(-80, 300), y1 = number(-80, 300), sides = number(0, 3);

@@ -13,12 +13,12 @@
 #include <string>
 
 #include "tests/support/Environment.h"
+#include "tests/support/OddNumbers.h"
 
 namespace {
 
 using namespace tessalink;
-
-constexpr double cInfinity = std::numeric_limits<double>::infinity();
+using tessalink::test::cInfinity;
 
 std::string written(double value, int decimals) {
     std::string text(cMaxDoubleHead + static_cast<std::size_t>(decimals), '\0');

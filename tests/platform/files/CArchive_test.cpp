@@ -27,7 +27,7 @@ std::string stored(const Store& store, int bufferSize = CArchive::cDefaultBuffer
     return std::string(file.View());
 }
 
-int causeOf(const std::function<void()>& attempt) {
+int archiveCauseOf(const std::function<void()>& attempt) {
     try {
         attempt();
     } catch (const CArchiveException& error) {
@@ -140,7 +140,7 @@ TEST(CArchive, TellsTheEndOfTheFileWhereverItIsCut) {
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         CMemFile file(std::string_view(whole).substr(0, length));
         CArchive archive(&file, CArchive::load, 128);
-        EXPECT_EQ(causeOf([&] { loadMixture(archive); }),
+        EXPECT_EQ(archiveCauseOf([&] { loadMixture(archive); }),
                   length < whole.size() ? CArchiveException::endOfFile : CArchiveException::none)
             << length;
     }
@@ -165,7 +165,7 @@ TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
         CMemFile file{std::string_view(entry.bytes)};
         CArchive archive(&file, CArchive::load);
         CString text = "kept";
-        EXPECT_EQ(causeOf([&] { archive >> text; }), entry.cause);
+        EXPECT_EQ(archiveCauseOf([&] { archive >> text; }), entry.cause);
         EXPECT_EQ(text, "kept");
         file.SeekToBegin();
     }
@@ -173,7 +173,7 @@ TEST(CArchive, RejectsDamageWithoutTakingMemoryForIt) {
     CMemFile file{std::string_view(hugeCount)};
     CArchive archive(&file, CArchive::load);
     CByteArray bytes;
-    EXPECT_EQ(causeOf([&] { bytes.Serialize(archive); }), CArchiveException::endOfFile);
+    EXPECT_EQ(archiveCauseOf([&] { bytes.Serialize(archive); }), CArchiveException::endOfFile);
     EXPECT_LT(bytes.GetSize(), 100'000);
     EXPECT_LT(tessalink::test::peakMemory() - memoryBefore, 64 * 1024);
 }
@@ -184,11 +184,11 @@ TEST(CArchive, KnowsItsDirection) {
     CArchive loading(&file, CArchive::load);
     int number = 0;
     EXPECT_TRUE(storing.IsStoring() && loading.IsLoading());
-    EXPECT_EQ(causeOf([&] { storing >> number; }), CArchiveException::writeOnly);
-    EXPECT_EQ(causeOf([&] { storing.Read(&number, 1); }), CArchiveException::writeOnly);
-    EXPECT_EQ(causeOf([&] { loading << 1; }), CArchiveException::readOnly);
-    EXPECT_EQ(causeOf([&] { loading.Write("", 0); }), CArchiveException::readOnly);
-    EXPECT_EQ(causeOf([&] { storing.WriteCount(std::size_t{1} << 32); }),
+    EXPECT_EQ(archiveCauseOf([&] { storing >> number; }), CArchiveException::writeOnly);
+    EXPECT_EQ(archiveCauseOf([&] { storing.Read(&number, 1); }), CArchiveException::writeOnly);
+    EXPECT_EQ(archiveCauseOf([&] { loading << 1; }), CArchiveException::readOnly);
+    EXPECT_EQ(archiveCauseOf([&] { loading.Write("", 0); }), CArchiveException::readOnly);
+    EXPECT_EQ(archiveCauseOf([&] { storing.WriteCount(std::size_t{1} << 32); }),
               CArchiveException::badIndex);
     EXPECT_EQ(file.GetLength(), 0u);
 }
@@ -204,7 +204,7 @@ TEST(CArchive, LeavesTheFileBehindWhatItLoaded) {
     EXPECT_EQ(word, 2);
     archive.Close();
     EXPECT_EQ(file.GetPosition(), 4u);
-    EXPECT_EQ(causeOf([&] { archive >> word; }), CArchiveException::genericException);
+    EXPECT_EQ(archiveCauseOf([&] { archive >> word; }), CArchiveException::genericException);
 }
 
 TEST(CArchive, PassesFaultsOfTheFile) {

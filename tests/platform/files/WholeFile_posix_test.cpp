@@ -19,7 +19,7 @@ using tessalink::test::faultOf;
 using tessalink::test::write;
 using Names = std::vector<std::string>;
 
-constexpr std::size_t cBig = 1'000'000;
+constexpr std::size_t cBigLimit = 1'000'000;
 
 TEST(WholeFile, RejectsWhatCannotBeWritten) {
     const TemporaryFolder folder;
@@ -93,10 +93,10 @@ TEST(WholeFile, WritesDirectlyToDevicesAndPipes) {
     std::string got;
     std::thread reader([&] { got = folder.Read("pipe"); });
     WholeFile pipe(name.c_str());
-    write(pipe, std::string(cBig, 'p'));
+    write(pipe, std::string(cBigLimit, 'p'));
     pipe.Commit();
     reader.join();
-    EXPECT_EQ(got, std::string(cBig, 'p'));
+    EXPECT_EQ(got, std::string(cBigLimit, 'p'));
     EXPECT_TRUE(fs::is_fifo(name));
 }
 
@@ -130,11 +130,11 @@ TEST(WholeFile, HoldsStandardOutputBack) {
         write(givenUp, "lost");
         givenUp.Close();
         WholeFile file("-");
-        write(file, std::string(cBig, 'o'));
+        write(file, std::string(cBigLimit, 'o'));
         EXPECT_EQ(fs::file_size(folder.Path("out")), 0u);
         file.Commit();
     }
-    EXPECT_EQ(folder.Read("out"), std::string(cBig, 'o'));
+    EXPECT_EQ(folder.Read("out"), std::string(cBigLimit, 'o'));
     {
         const RedirectedOutput redirected("/dev/full");
         WholeFile file("-");

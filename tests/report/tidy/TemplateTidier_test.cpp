@@ -21,12 +21,12 @@ std::string page(const std::string& text) {
 }
 
 /// Commands in the forms in which word processors write them.
-struct Case {
+struct JoinedCase {
     std::string before;
     std::string after;
 };
 
-const std::vector<Case> cJoined = {
+const std::vector<JoinedCase> cJoined = {
     // Names, by groups and by formatting that is switched on and off.
     {"@Na}{\\b me, x", "@Name}{\\b , x"},
     {"@Na{\\b me}!", "@Name{\\b }!"},
@@ -90,7 +90,7 @@ const std::vector<Case> cJoined = {
 };
 
 TEST(TemplateTidier, PutsCommandsTogether) {
-    for (const Case& c : cJoined) {
+    for (const JoinedCase& c : cJoined) {
         const Tidied tidied = tidy(page(c.before));
         EXPECT_EQ(tidied.text, page(c.after)) << c.before;
         EXPECT_EQ(tidied.isChanged, c.before != c.after) << c.before;
@@ -180,7 +180,7 @@ void expectSame(const std::string& rtf, const Tidied& tidied) {
 
 std::string allCases() {
     std::string text;
-    for (const Case& c : cJoined) text += "{{" + c.before + "}}\\par\r\n";
+    for (const JoinedCase& c : cJoined) text += "{{" + c.before + "}}\\par\r\n";
     return "{\\rtf1" + text + "}";
 }
 
@@ -195,7 +195,7 @@ TEST(TemplateTidier, TakesEveryPrefix) {
 
 TEST(TemplateTidier, TakesEveryFlippedBit) {
     int good = 0;
-    for (const Case& c : cJoined) {
+    for (const JoinedCase& c : cJoined) {
         const std::string whole = page(c.before);
         for (std::size_t bit = 0; bit < 8 * whole.size(); ++bit) {
             std::string rtf = whole;
@@ -312,9 +312,9 @@ TEST(TemplateTidier, KeepsItsLimits) {
 }
 
 /// A file whose k-th read or write fails.
-class FailingFile : public CMemFile {
+class FailingTemplate : public CMemFile {
 public:
-    FailingFile(std::string_view text, int failAt) {
+    FailingTemplate(std::string_view text, int failAt) {
         CMemFile::Write(text.data(), text.size());
         m_left = failAt;
     }
@@ -339,8 +339,8 @@ private:
 TEST(TemplateTidier, PassesFaultsOfFilesOn) {
     const std::string text = page(std::string(100000, 'x') + "@Na}{me @Name");
     const auto run = [&](int failRead, int failWrite) {
-        FailingFile file(text, failRead);
-        FailingFile output({}, failWrite);
+        FailingTemplate file(text, failRead);
+        FailingTemplate output({}, failWrite);
         try {
             TemplateTidier(file).Tidy(output, [](const TidyFinding&) {});
             return true;

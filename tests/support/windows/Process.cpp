@@ -10,7 +10,7 @@ namespace tessalink::test {
 namespace {
 
 // Arguments of tests hold quotes, but no backslashes before them.
-std::string quoted(const std::string& argument) {
+std::string inQuotes(const std::string& argument) {
     std::string text = "\"";
     for (const char ch : argument) text += ch == '"' ? std::string("\\\"") : std::string(1, ch);
     return text + '"';
@@ -44,7 +44,7 @@ Finished runProgram(const std::vector<std::string>& arguments, const Setting& se
     start.hStdError = openStream(streams.Path("err"), false);
     std::string line;
     for (const std::string& argument : arguments)
-        line += (line.empty() ? "" : " ") + quoted(argument);
+        line += (line.empty() ? "" : " ") + inQuotes(argument);
     std::wstring command = wide(line);
     const std::wstring folder = std::filesystem::absolute(wide(setting.folder)).wstring();
     PROCESS_INFORMATION process{};
