@@ -1,3 +1,4 @@
+#include <cstdio>
 
 #include "apps/tessalink/Commands.h"
 #include "apps/tessalink/Messages.h"
@@ -9,6 +10,8 @@
 namespace tessalink::cli {
 
 namespace {
+
+constexpr std::size_t cMessageBuffer = 64 * 1024;
 
 /// Tells what tidying finds, and remembers whether something is left to do.
 class FindingPrinter {
@@ -41,6 +44,8 @@ void addNames(const VariablesSource& source, TemplateTidier& tidier) {
 }  // namespace
 
 int tidyTemplate(const TidyOptions& options) {
+    // There may be a message for every line of a long template.
+    std::setvbuf(stderr, nullptr, _IOFBF, cMessageBuffer);
     const auto input = openTemplate(options.templatePath);
     TemplateTidier tidier(*input);
     addNames(options.variables, tidier);

@@ -1,7 +1,6 @@
 #include "report/detail/LineFinder.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/BufferedFile.h"
 #include "platform/files/CFile.h"
@@ -42,6 +41,19 @@ void LineFinder::State::Pass(std::string_view text) {
     }
 }
 
+/// What stands at a position, as far as it is in memory; empty at the end of the file.
+std::string_view LineFinder::text_at(CFile& file, int scrambled, std::uint64_t position) {
+    if (position < m_windowStart || position >= m_windowStart + m_windowSize) {
+        m_windowSize = 0;
+        m_windowStart = position;
+        m_window.resize(cWindowSize);
+        file.Seek(static_cast<std::int64_t>(position), CFile::begin);
+        m_windowSize = file.Read(m_window.data(), m_window.size());
+        if (scrambled) scramble(m_window.data(), m_windowSize);
+    }
+    return std::string_view(m_window.data(), m_windowSize).substr(position - m_windowStart);
+}
+
 LineColumn LineFinder::Find(CFile& file, int scrambled, std::uint64_t position) {
     const auto offset = static_cast<std::int64_t>(file.GetPosition());
     std::size_t number = std::min<std::uint64_t>(position / cBlockSize, m_blockStarts.size() - 1);
@@ -49,16 +61,13 @@ LineColumn LineFinder::Find(CFile& file, int scrambled, std::uint64_t position) 
     State state = goesOn ? m_last : m_blockStarts[number];
     std::uint64_t at = goesOn ? m_lastPosition : number * cBlockSize;
     number = at / cBlockSize;
-    file.Seek(static_cast<std::int64_t>(at), CFile::begin);
-    std::array<char, cBlockSize> block;
     while (at < position) {
         const std::uint64_t blockEnd = (number + 1) * cBlockSize;
-        const std::size_t wanted = std::min(position, blockEnd) - at;
-        const std::size_t count = file.Read(block.data(), wanted);
-        if (scrambled) scramble(block.data(), count);
-        state.Pass({block.data(), count});
-        at += count;
-        if (count < wanted) break;
+        const std::uint64_t wanted = std::min(position, blockEnd) - at;
+        const std::string_view text = text_at(file, scrambled, at).substr(0, wanted);
+        if (text.empty()) break;
+        state.Pass(text);
+        at += text.size();
         if (at == blockEnd && ++number == m_blockStarts.size()) m_blockStarts.push_back(state);
     }
     file.Seek(offset, CFile::begin);

@@ -24,6 +24,7 @@ public:
 
 private:
     static constexpr std::size_t cBlockSize = 4096;
+    static constexpr std::size_t cWindowSize = 16 * cBlockSize;
 
     /// A place, and whether it directly follows a CR.
     struct State {
@@ -33,9 +34,14 @@ private:
         void Pass(std::string_view text);
     };
 
+    std::string_view text_at(CFile& file, int scrambled, std::uint64_t position);
+
     std::vector<State> m_blockStarts{State{}};
     State m_last;
     std::uint64_t m_lastPosition = 0;
+    std::vector<char> m_window;  ///< begins with what was read last
+    std::size_t m_windowSize = 0;
+    std::uint64_t m_windowStart = 0;
 };
 
 }  // namespace tessalink::detail
