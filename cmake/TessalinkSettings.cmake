@@ -23,6 +23,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 sees overlaps in std::string that are not there, and strings of temporary structures that
   # are not initialized; Clang looks for the latter, too.
   target_compile_options(tessalink_settings INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
+  if(CMAKE_UNITY_BUILD)
+    # It takes the sources that are compiled together for headers, whose classes have no local parts.
+    target_compile_options(tessalink_settings INTERFACE -Wno-subobject-linkage)
+  endif()
 endif()
 
 # tessalink_instrument(OPTION...): compiles and links everything with the options.

@@ -23,10 +23,6 @@ constexpr DWORD cMostPieces = 32;
 constexpr UINT cOnlyOrder = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
 constexpr UINT cOnlyPlace = SWP_NOZORDER | SWP_NOACTIVATE;
 
-Win32WindowSystem& windows() {
-    return Win32WindowSystem::Get();
-}
-
 HWND handleOfNative(NativeWindow* native) {
     auto* const own = dynamic_cast<Win32Native*>(native);
     return own != nullptr ? own->Handle() : nullptr;
@@ -75,14 +71,15 @@ void Win32Window::create(const WindowSetup& setup) {
         m_edit->SetText(setup.text);
     } else {
         const std::wstring title = m_isTopLevel ? toPlatform(setup.text.View()) : L"";
-        ::CreateWindowExW(m_extendedStyle, windows().WindowClass(), title.c_str(), m_style, 0, 0, 0,
-                          0, parent, nullptr, windows().Module(), this);
+        ::CreateWindowExW(m_extendedStyle, Win32WindowSystem::Get().WindowClass(), title.c_str(),
+                          m_style, 0, 0, 0, 0, parent, nullptr, Win32WindowSystem::Get().Module(),
+                          this);
     }
     if (m_handle == nullptr) return;
     rescale();
     const CPoint corner = setup.rect.TopLeft();
     const bool isOpened = m_isTopLevel && !m_isPopup;
-    const int title = windows().Metric(SM_CYCAPTION);
+    const int title = Win32WindowSystem::Get().Metric(SM_CYCAPTION);
     place(isOpened ? placedWithin(setup.rect, roomAt(corner), title) : setup.rect);
 }
 
@@ -90,9 +87,9 @@ HWND Win32Window::create_field(HWND parent) {
     const bool isLow = m_edit && !m_edit->IsLow();
     const HWND field =
         ::CreateWindowExW(0, L"EDIT", L"", m_style | Win32Edit::PlatformStyle(m_fieldStyle, isLow),
-                          0, 0, 0, 0, parent, nullptr, windows().Module(), nullptr);
+                          0, 0, 0, 0, parent, nullptr, Win32WindowSystem::Get().Module(), nullptr);
     if (field == nullptr) return nullptr;
-    windows().Register(field, *this);
+    Win32WindowSystem::Get().Register(field, *this);
     m_base = reinterpret_cast<WNDPROC>(::SetWindowLongPtrW(
         field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Win32Window::Procedure)));
     return field;
@@ -112,8 +109,8 @@ void Win32Window::fit_field() {
     m_handle = field;
     ::EnableWindow(field, isEnabled ? TRUE : FALSE);
     ::SetWindowPos(field, before, 0, 0, 0, 0, cOnlyOrder | (isVisible ? SWP_SHOWWINDOW : 0));
-    if (hasFocus) windows().GiveFocus(field);
-    windows().Forget(before);
+    if (hasFocus) Win32WindowSystem::Get().GiveFocus(field);
+    Win32WindowSystem::Get().Forget(before);
     ::SetWindowLongPtrW(before, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_base));
     ::DestroyWindow(before);
 }
@@ -122,7 +119,7 @@ Win32Window::~Win32Window() {
     *m_link = nullptr;
     if (m_handle == nullptr) return;
     drop_focus();
-    windows().Forget(m_handle);
+    Win32WindowSystem::Get().Forget(m_handle);
     forgetAccessible(m_handle);
     if (m_base != nullptr) {
         ::SetWindowLongPtrW(m_handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_base));
@@ -134,7 +131,7 @@ Win32Window::~Win32Window() {
 void Win32Window::lost() {
     const HWND handle = std::exchange(m_handle, nullptr);
     *m_link = nullptr;
-    windows().Forget(handle);
+    Win32WindowSystem::Get().Forget(handle);
     forgetAccessible(handle);
     m_edit.reset();
     windowLost(m_owner);
@@ -147,10 +144,10 @@ LRESULT CALLBACK Win32Window::Procedure(HWND handle, UINT message, WPARAM wParam
         const auto& created = *reinterpret_cast<const CREATESTRUCTW*>(lParam);
         if (auto* const window = static_cast<Win32Window*>(created.lpCreateParams)) {
             window->m_handle = handle;
-            windows().Register(handle, *window);
+            Win32WindowSystem::Get().Register(handle, *window);
         }
     }
-    Win32Window* const window = windows().WindowOf(handle);
+    Win32Window* const window = Win32WindowSystem::Get().WindowOf(handle);
     if (window == nullptr) return ::DefWindowProcW(handle, message, wParam, lParam);
     const Received received = {message, wParam, lParam};
     const Reaction reaction = reaction_to(message);
@@ -299,8 +296,8 @@ std::optional<LRESULT> Win32Window::frame_painted(const Received& received) {
     CRect inside = whole;
     const int width = m_scale.Length(1);
     inside.DeflateRect(width, width);
-    const GdiHandle<HBRUSH> brush(
-        ::CreateSolidBrush(windows().Color(isFocusedField ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW)));
+    const GdiHandle<HBRUSH> brush(::CreateSolidBrush(
+        Win32WindowSystem::Get().Color(isFocusedField ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW)));
     const Region frame = Region(whole).Minus(Region(inside));
     for (const RECT& edge : frame.Rects()) ::FillRect(context, &edge, brush.get());
     ::ReleaseDC(m_handle, context);
@@ -318,7 +315,7 @@ void Win32Window::Show(bool show) {
 // The platform would lead the focus of what is hidden elsewhere by itself.
 void Win32Window::drop_focus() {
     const HWND focus = ::GetFocus();
-    if (focus == m_handle || ::IsChild(m_handle, focus) != 0) windows().DropFocus();
+    if (focus == m_handle || ::IsChild(m_handle, focus) != 0) Win32WindowSystem::Get().DropFocus();
 }
 
 void Win32Window::Enable(bool enable) {
@@ -366,7 +363,7 @@ std::optional<LRESULT> Win32Window::scale_changed(const Received& received) {
         ::SetWindowPos(m_handle, nullptr, wanted.left, wanted.top, wanted.Width(), wanted.Height(),
                        cOnlyPlace);
     }
-    windows().ScaleChanged();
+    Win32WindowSystem::Get().ScaleChanged();
     return 0;
 }
 
@@ -395,7 +392,8 @@ void Win32Window::ShowOutline(const CRect& rect) {
         HWND& bar = m_outline[i];
         if (bar == nullptr) {
             bar = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_CLIPSIBLINGS | SS_BLACKRECT, 0,
-                                    0, 0, 0, m_handle, nullptr, windows().Module(), nullptr);
+                                    0, 0, 0, m_handle, nullptr, Win32WindowSystem::Get().Module(),
+                                    nullptr);
         }
         const UINT shown = rect.IsRectEmpty() ? SWP_HIDEWINDOW : SWP_SHOWWINDOW;
         ::SetWindowPos(bar, HWND_TOP, bars[i].left, bars[i].top, bars[i].Width(), bars[i].Height(),
@@ -471,7 +469,7 @@ std::optional<LRESULT> Win32Window::paint(const Received&) {
 
 void Win32Window::paint_area(HDC screen, const CRect& pixels, const Region& units) {
     const int dpi = m_scale.Dpi();
-    BackBuffer& buffer = windows().Buffer();
+    BackBuffer& buffer = Win32WindowSystem::Get().Buffer();
     const HDC memory = buffer.Begin(screen, pixels.Size());
     if (memory == nullptr) {
         DcDevice device(screen, dpi);
@@ -504,7 +502,7 @@ LRESULT Win32Window::FieldColors(HDC context) {
 }
 
 std::optional<LRESULT> Win32Window::child_told(const Received& received) {
-    return windows().ChildTold(received.message, received.wParam, received.lParam);
+    return Win32WindowSystem::Get().ChildTold(received.message, received.wParam, received.lParam);
 }
 
 // By the menu of the field, or by other programs.
@@ -530,7 +528,7 @@ void Win32Window::NotifyAccessible(AccessibleEvent event, int child, const CStri
     // Fields tell of themselves.
     if (m_handle == nullptr || m_edit) return;
     if (event == AccessibleEvent::Focus) {
-        Win32Window* const focused = windows().WindowOf(::GetFocus());
+        Win32Window* const focused = Win32WindowSystem::Get().WindowOf(::GetFocus());
         if (focused != nullptr && focused->m_edit) return focused->stand_for(child);
     }
     const bool isAnnouncement = event == AccessibleEvent::Announcement;

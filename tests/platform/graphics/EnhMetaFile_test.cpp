@@ -254,7 +254,7 @@ TEST(EnhMetaFile, HasACompleteHeader) {
         EXPECT_EQ(header.offDescription, 108u);
         EXPECT_EQ(std::memcmp(bytes.data() + 40, " EMF", 4), 0);
     }
-    EXPECT_EQ(GetEnhMetaFileHeader(nullptr, 0, nullptr), 0u);
+    EXPECT_EQ(tessalink::GetEnhMetaFileHeader(nullptr, 0, nullptr), 0u);
 }
 
 // Many pens one after the other need few handles, and a state that is left open is closed.
@@ -373,7 +373,7 @@ TEST(EnhMetaFile, HandlesAreCopiedAndGivenBack) {
     EXPECT_EQ(GetEnhMetaFileBits(copy.get(), size - 1, again.data()), 0u);
     EXPECT_EQ(GetEnhMetaFileBits(copy.get(), size, again.data()), size);
     EXPECT_EQ(again, bytes);
-    EXPECT_EQ(GetEnhMetaFileBits(nullptr, size, again.data()), 0u);
+    EXPECT_EQ(tessalink::GetEnhMetaFileBits(nullptr, size, again.data()), 0u);
     EXPECT_EQ(tessalink::CopyEnhMetaFile(nullptr, nullptr), nullptr);
     EXPECT_EQ(tessalink::GetEnhMetaFile(nullptr), nullptr);
     EXPECT_EQ(tessalink::DeleteEnhMetaFile(nullptr), 0);

@@ -18,7 +18,7 @@
 namespace tessalink::test {
 namespace {
 
-constexpr int cDpi = 96;
+constexpr int cCardDpi = 96;
 // A pixel counts as different when no pixel of the other picture within one unit of it has about
 // its color: fonts are hinted in one picture and not in the other.
 constexpr int cNear = 112;
@@ -72,9 +72,10 @@ double percentApart(const MemoryBitmap& a, const MemoryBitmap& b) {
 
 struct Played {
     explicit Played(const gallery::Card& card)
-        : byPlatform(card.width, card.height, cDpi), byUs(card.width, card.height, cDpi) {
+        : byPlatform(card.width, card.height, cCardDpi), byUs(card.width, card.height, cCardDpi) {
         MetaFile metafile;
-        metafile.Create(double{1} * card.width / cDpi, double{1} * card.height / cDpi, nullptr);
+        metafile.Create(double{1} * card.width / cCardDpi, double{1} * card.height / cCardDpi,
+                        nullptr);
         card.draw(metafile);
         metafile.Close();
         const ::HENHMETAFILE picture = toPlatformMetafile(metafile.GetHandle());
@@ -96,7 +97,7 @@ void compareAll(std::span<const gallery::Card> cards) {
     for (const gallery::Card& card : cards) {
         const Played played(card);
         EXPECT_LE(percentApart(played.byPlatform, played.byUs), cMostPercent) << card.name;
-        const MemoryBitmap empty(card.width, card.height, cDpi);
+        const MemoryBitmap empty(card.width, card.height, cCardDpi);
         EXPECT_GT(percentApart(played.byPlatform, empty), 0.1) << card.name;
     }
 }
