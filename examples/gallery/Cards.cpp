@@ -17,10 +17,10 @@ namespace {
 using tessalink::RestoredState;
 using tessalink::Selected;
 
-constexpr COLORREF cBlue = RGB(0, 70, 160);
-constexpr COLORREF cRed = RGB(190, 30, 30);
-constexpr COLORREF cSand = RGB(250, 235, 200);
-constexpr COLORREF cGray = RGB(110, 110, 110);
+constexpr COLORREF cCardBlue = RGB(0, 70, 160);
+constexpr COLORREF cCardRed = RGB(190, 30, 30);
+constexpr COLORREF cCardSand = RGB(250, 235, 200);
+constexpr COLORREF cCardGray = RGB(110, 110, 110);
 constexpr int cCaptionHeight = -11;
 
 struct Font : CFont {
@@ -37,7 +37,7 @@ void caption(CDC& dc, int x, int y, const char* text) {
     const RestoredState restored(dc);
     Font font(cCaptionHeight, "Arial");
     dc.SelectObject(&font);
-    dc.SetTextColor(cGray);
+    dc.SetTextColor(cCardGray);
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextAlign(TA_LEFT | TA_TOP);
     dc.TextOut(x, y, text);
@@ -69,7 +69,7 @@ void drawStyles(CDC& dc) {
     dc.SetBkColor(RGB(245, 180, 40));
     int y = 34;
     for (const auto& [style, name] : styles) {
-        CPen pen(style, 1, cBlue);
+        CPen pen(style, 1, cCardBlue);
         const Selected selected(dc, &pen);
         caption(dc, 10, y - 8, name);
         dc.SetBkMode(TRANSPARENT);
@@ -83,7 +83,7 @@ void drawStyles(CDC& dc) {
 void drawWidths(CDC& dc) {
     int y = 150;
     for (const int width : {0, 1, 2, 3, 5, 8}) {
-        CPen pen(PS_SOLID, width, cRed);
+        CPen pen(PS_SOLID, width, cCardRed);
         const Selected selected(dc, &pen);
         caption(dc, 10, y - 8, ("width " + std::to_string(width)).c_str());
         drawLine(dc, 90, y);
@@ -98,8 +98,8 @@ void drawFrames(CDC& dc) {
     caption(dc, 440, 134, "inside the frame");
     int top = 26;
     for (const UINT style : {PS_SOLID, PS_INSIDEFRAME}) {
-        CPen pen(style, 9, cBlue);
-        CBrush brush(cSand);
+        CPen pen(style, 9, cCardBlue);
+        CBrush brush(cCardSand);
         const Selected selectedPen(dc, &pen);
         const Selected selectedBrush(dc, &brush);
         dc.Rectangle(446, top, 496, top + 80);
@@ -120,7 +120,7 @@ void drawDirections(CDC& dc) {
     for (const POINT& way : ways) {
         dc.MoveTo(540, 270);
         dc.LineTo(540 + 12 * way.x, 270 + 12 * way.y);
-        dc.SetPixel(540 + 12 * way.x, 270 + 12 * way.y, cRed);
+        dc.SetPixel(540 + 12 * way.x, 270 + 12 * way.y, cCardRed);
     }
 }
 
@@ -144,14 +144,14 @@ void drawBrushes(CDC& dc) {
     constexpr std::array<const char*, 8> names = {"null",     "solid",      "horizontal",
                                                   "vertical", "f-diagonal", "b-diagonal",
                                                   "cross",    "diag-cross"};
-    CPen pen(PS_SOLID, 1, cBlue);
+    CPen pen(PS_SOLID, 1, cCardBlue);
     const Selected selectedPen(dc, &pen);
-    dc.SetBkColor(cSand);
+    dc.SetBkColor(cCardSand);
     int x = 10;
     for (int i = 0; i < 8; ++i, x += 75) {
         CBrush brush;
         const auto style = static_cast<UINT>(i == 0 ? BS_NULL : i == 1 ? BS_SOLID : BS_HATCHED);
-        const LOGBRUSH description = {style, cRed, static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
+        const LOGBRUSH description = {style, cCardRed, static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
         brush.CreateBrushIndirect(&description);
         const Selected selected(dc, &brush);
         caption(dc, x, 4, names[static_cast<std::size_t>(i)]);
@@ -163,7 +163,7 @@ void drawBrushes(CDC& dc) {
 }
 
 void drawPolygons(CDC& dc) {
-    CBrush sand(cSand);
+    CBrush sand(cCardSand);
     const Selected selected(dc, &sand);
     caption(dc, 10, 106, "alternate");
     drawStar(dc, 20, 124, ALTERNATE);
@@ -177,14 +177,14 @@ void drawPolygons(CDC& dc) {
 }
 
 void drawFills(CDC& dc) {
-    CBrush red(cRed);
-    CBrush hatch(HS_DIAGCROSS, cBlue);
+    CBrush red(cCardRed);
+    CBrush hatch(HS_DIAGCROSS, cCardBlue);
     caption(dc, 270, 106, "FillRect, FrameRect");
     dc.FillRect(CRect(270, 124, 320, 160), &hatch);
     dc.FrameRect(CRect(330, 124, 370, 160), &red);
     caption(dc, 390, 106, "3-D, focus");
     dc.FillSolidRect(390, 124, 46, 36, RGB(212, 208, 200));
-    dc.Draw3dRect(CRect(393, 127, 433, 157), cWhite, cGray);
+    dc.Draw3dRect(CRect(393, 127, 433, 157), cWhite, cCardGray);
     dc.DrawFocusRect(CRect(397, 131, 429, 153));
     caption(dc, 460, 106, "FillRgn");
     CRgn ring;
@@ -248,7 +248,7 @@ void drawFonts(CDC& dc) {
 // Alignments.
 
 void drawCross(CDC& dc, int x, int y) {
-    CPen pen(PS_SOLID, 1, cRed);
+    CPen pen(PS_SOLID, 1, cCardRed);
     const Selected selected(dc, &pen);
     dc.MoveTo(x - 8, y);
     dc.LineTo(x + 9, y);
@@ -261,7 +261,7 @@ void drawAlignments(CDC& dc) {
         {{TA_LEFT, "left"}, {TA_CENTER, "center"}, {TA_RIGHT, "right"}}};
     constexpr std::array<std::pair<UINT, const char*>, 3> down = {
         {{TA_TOP, "top"}, {TA_BASELINE, "base line"}, {TA_BOTTOM, "bottom"}}};
-    dc.SetBkColor(cSand);
+    dc.SetBkColor(cCardSand);
     Font font(-18, "Arial");
     const Selected<CFont> selected(dc, &font);
     for (std::size_t row = 0; row < down.size(); ++row) {
@@ -335,11 +335,11 @@ void drawClipped(CDC& dc, int x, const char* name, void (*clip)(CDC& dc, const C
     caption(dc, x, 4, name);
     dc.SaveDC();
     clip(dc, box);
-    CBrush brush(HS_BDIAGONAL, cBlue);
-    CBrush sand(cSand);
+    CBrush brush(HS_BDIAGONAL, cCardBlue);
+    CBrush sand(cCardSand);
     dc.FillRect(&box, &sand);
     dc.FillRect(&box, &brush);
-    CPen pen(PS_SOLID, 3, cRed);
+    CPen pen(PS_SOLID, 3, cCardRed);
     Font font(-26, "Arial", FW_BOLD);
     dc.SelectObject(&pen);
     dc.SelectObject(&font);
@@ -378,8 +378,8 @@ void drawBackgrounds(CDC& dc) {
     const Selected<CFont> selected(dc, &font);
     caption(dc, 10, 102, "text: transparent, opaque, over a rectangle, cut by one");
     dc.FillRect(CRect(10, 118, 600, 160), &hatch);
-    dc.SetBkColor(cSand);
-    dc.SetTextColor(cBlue);
+    dc.SetBkColor(cCardSand);
+    dc.SetTextColor(cCardBlue);
     dc.SetBkMode(TRANSPARENT);
     dc.TextOut(20, 128, "Transparent");
     const CRect filled(310, 124, 450, 154);

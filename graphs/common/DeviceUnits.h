@@ -17,6 +17,7 @@ inline int toDevice(double value) {
     return toInt(raised);
 }
 
+/// Sizes of fonts are in points.
 constexpr double cPointsPerInch = 72;
 
 /// Half of a length, rounded down.

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Fails on an #include of a folder that the own library does not depend on, of another library's
-detail/, or of a foreign library.
+detail/, or of a foreign library, and on one that stands twice.
 
 usage: check_includes.py ROOT LIBRARIES    LIBRARIES is the libraries.json that CMake writes
 """
@@ -113,10 +113,14 @@ def fault_of_angled(folders, path, target):
 
 def faults_of_file(root, folders, path):
     with open(os.path.join(root, path), encoding="latin-1") as file:
+        seen = set()
         for number, line in enumerate(file, 1):
             found = INCLUDE.match(line)
             if not found:
                 continue
+            if found[0] in seen:
+                yield f"{path}:{number}: included twice"
+            seen.add(found[0])
             quoted, angled = found.groups()
             fault = (fault_of_quoted(root, folders, path, quoted) if quoted
                      else fault_of_angled(folders, path, angled))
