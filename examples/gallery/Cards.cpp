@@ -151,7 +151,8 @@ void drawBrushes(CDC& dc) {
     for (int i = 0; i < 8; ++i, x += 75) {
         CBrush brush;
         const auto style = static_cast<UINT>(i == 0 ? BS_NULL : i == 1 ? BS_SOLID : BS_HATCHED);
-        const LOGBRUSH description = {style, cCardRed, static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
+        const LOGBRUSH description = {style, cCardRed,
+                                      static_cast<std::uintptr_t>(i < 2 ? 0 : i - 2)};
         brush.CreateBrushIndirect(&description);
         const Selected selected(dc, &brush);
         caption(dc, x, 4, names[static_cast<std::size_t>(i)]);

@@ -43,7 +43,7 @@ std::vector<std::string> wantedReports(const BatchOptions& options,
     for (auto name = wanted.begin(); name != wanted.end(); ++name) {
         if (!questionnaire.FindReport(*name)) {
             refuseRun("--report " + *name + ": the questionnaire has no such report; it has " +
-                   reportNames(questionnaire.Model()) + ".");
+                      reportNames(questionnaire.Model()) + ".");
         }
         if (std::find(wanted.begin(), name, *name) != name) {
             refuseRun("--report " + *name + ": is named twice.");
@@ -68,8 +68,8 @@ void checkDifference(const BatchOptions& options, const BatchRecord& earlier,
     const RecordPart* part = findDifference(earlier, record, cRunParts);
     if (!part) return;
     refuseRun(options.outputFolder + ": the run whose results are here had another " + part->name +
-           ": '" + earlier.*part->value + "' and not '" + record.*part->value +
-           "'; give the same, or name another folder.");
+              ": '" + earlier.*part->value + "' and not '" + record.*part->value +
+              "'; give the same, or name another folder.");
 }
 
 }  // namespace
@@ -113,7 +113,8 @@ void checkPaths(const BatchOptions& options, const ResultPaths& paths) {
     }
     for (const std::string& path : {paths.scores, paths.failed}) {
         if (isSame(path, options.responsesPath)) {
-            refuseRun(path + ": is the table of responses: name another table of scores or folder.");
+            refuseRun(path +
+                      ": is the table of responses: name another table of scores or folder.");
         }
     }
     if (paths.scores == paths.failed) {
@@ -149,7 +150,7 @@ std::unique_ptr<ResponseSource> openResponses(const BatchOptions& options, Respo
     }
     if (options.hasTableOptions) {
         refuseRun(std::string(file.GetGivenPath()) +
-               ": is FHIR, and options of tables are given: leave them out.");
+                  ": is FHIR, and options of tables are given: leave them out.");
     }
     return std::make_unique<FhirResponses>(file, questionnaire);
 }
@@ -161,7 +162,8 @@ std::string scoresHeader(const QuestionnaireModel& model, const std::vector<std:
     std::string header;
     for (const std::string& name : names) {
         if (std::count(names.begin(), names.end(), name) > 1) {
-            refuseRun("--carry " + name + ": the table of scores has a column of that name already.");
+            refuseRun("--carry " + name +
+                      ": the table of scores has a column of that name already.");
         }
         if (!header.empty()) header += ',';
         appendCell(name, header);

@@ -56,11 +56,11 @@ void checkParts(std::vector<Part>& parts) {
     for (const Part& part : parts) {
         if (part.shard.count != first.shard.count) {
             refuseRun(first.Name() + " and " + part.Name() +
-                   " are parts of different numbers of parts.");
+                      " are parts of different numbers of parts.");
         }
         if (const RecordPart* other = findDifference(first.record, part.record, cShardParts)) {
             refuseRun(first.Name() + " and " + part.Name() +
-                   " don't belong together: each has another " + other->name + ".");
+                      " don't belong together: each has another " + other->name + ".");
         }
         if (part.shard.number < next) refuseRun(part.Name() + " is there twice: name one of them.");
         if (part.shard.number > next) break;
@@ -68,7 +68,7 @@ void checkParts(std::vector<Part>& parts) {
     }
     if (next <= first.shard.count) {
         refuseRun("shard " + Shard{next, first.shard.count}.Text() +
-               " is missing: name its folder too.");
+                  " is missing: name its folder too.");
     }
 }
 
@@ -167,15 +167,15 @@ void mergeInto(const fs::path& path, const std::vector<Part>& parts, PathOf path
         tables.emplace_back((part.*pathOf)());
         if (tables.back().Row() != tables.front().Row()) {
             refuseRun(tables.back().Path() + ": has another header than " + tables.front().Path() +
-                   ".");
+                      ".");
         }
         expected += part.record.*count;
     }
     WholeFile output(path.generic_string().c_str());
     if (mergeTables(tables, output) != expected) {
         refuseRun(path.generic_string() +
-               ": the tables of the shards have not the rows of their records: run "
-               "the shards anew.");
+                  ": the tables of the shards have not the rows of their records: run "
+                  "the shards anew.");
     }
     output.Commit();
 }
