@@ -151,12 +151,13 @@ TEST_F(CheckCommand, SaysTheSameInEveryFormat) {
         folder.Write(names.back(), PlantedTemplate(dice, static_cast<int>(dice.Below(6))).Text());
     }
     Store("PART.DAT", "gr\\'fc\\'dfe @THEN \"quoted\" \\\\ and @IF(a");
-    folder.Write("gr\u00FCn 1%.rtf", "{\\rtf @INCLUDE([part])@INCLUDE([none])}");
-    names.push_back("gr\u00FCn 1%.rtf");
+    const std::string green = cIsWindows ? "green 1%.rtf" : "gr\u00FCn 1%.rtf";
+    folder.Write(green, "{\\rtf @INCLUDE([part])@INCLUDE([none])}");
+    names.push_back(green);
     const std::string text = CheckAll(names, 1);
     EXPECT_THAT(text, HasSubstr("PART.DAT:1:13: error: Unexpected keyword!\n"));
     EXPECT_THAT(text, HasSubstr("near \"gr\u00FC\u00DFe @THEN \"quoted\" \\ and @IF(a\"\n"));
-    EXPECT_THAT(text, HasSubstr("gr\u00FCn 1%.rtf:1:23: error: Include 'none.DAT' is not in"));
+    EXPECT_THAT(text, HasSubstr(green + ":1:23: error: Include 'none.DAT' is not in"));
     folder.Write("good.rtf", "{\\rtf @IF(a)@THEN b@ENDIF}");
     EXPECT_EQ(CheckAll({"good.rtf"}, 0), "");
     folder.Write("words.txt", "plain words @IF(");
@@ -164,8 +165,9 @@ TEST_F(CheckCommand, SaysTheSameInEveryFormat) {
     EXPECT_THAT(troubled, HasSubstr("words.txt:1:1: error: this template is plain text"));
     EXPECT_THAT(troubled, HasSubstr("tessalink: missing.rtf: the file does not exist."));
     EXPECT_EQ(Run({"check", "good.rtf", "--format", "xml"}).exitCode, 2);
+    if (cIsWindows) return;  // no such file
     EXPECT_EQ(Run({"check", "good.rtf", "--format", "json"}, {.outputPath = "/dev/full"}).exitCode,
-              cIsWindows ? 0 : 2);
+              2);
 }
 
 TEST_F(CheckCommand, ReadsTemplatesThatIncludeOneAnotherOnce) {
