@@ -5,7 +5,8 @@ usage: lint.py BUILD JOBS    BUILD has compile_commands.json
 
 Sources that BUILD compiles together, by files that include them, are read together here, too, which
 takes a fifth of the time: their text is put into one file, since the analyzer passes over functions
-of included files. What is found is told at the line of the source that it stands in.
+of included files. Some checks see more there than there is, so that a source in which something is
+found is read once more by itself, and only what is found then is told.
 """
 import concurrent.futures
 import json
@@ -54,12 +55,28 @@ def told(text, joined, starts):
     return re.sub(re.escape(os.path.abspath(joined)) + r":(\d+):", place, text)
 
 
-def lint(folder, path, starts):
-    options = OPTIONS + JOINED_OPTIONS if starts else OPTIONS
+def alone(command, path):
+    """The entry of a file that is compiled as another one is."""
+    return {**command, "file": path, "command": command["command"].replace(command["file"], path)}
+
+
+def findings(folder, path, options):
+    """What clang-tidy tells of one file; nothing when it is content."""
     run = subprocess.run(["clang-tidy-14", "-p", folder, *options, path],
                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
     lines = [line for line in run.stdout.splitlines() if not NOISE.match(line)]
-    return run.returncode == 0, told("\n".join(lines), path, starts)
+    return "\n".join(lines) if lines or run.returncode == 0 else f"{path}: clang-tidy failed"
+
+
+def lint(folder, path, starts):
+    if not starts:
+        return findings(folder, path, OPTIONS)
+    text = told(findings(folder, path, OPTIONS + JOINED_OPTIONS), path, starts)
+    if not text:
+        return ""
+    sources = [source for _, source in starts]
+    named = [source for source in sources if f"{source}:" in text]
+    return "\n".join(filter(None, (findings(folder, source, OPTIONS) for source in named or sources)))
 
 
 def main():
@@ -71,8 +88,9 @@ def main():
         if "/Unity/" in path:
             place = os.path.join(folder, f"{len(entries)}.cpp")
             starts[place] = join(path, place)
-            command = {**command, "file": os.path.abspath(place),
-                       "command": command["command"].replace(command["file"], os.path.abspath(place))}
+            for _, source in starts[place]:
+                entries.append(alone(command, os.path.abspath(source)))
+            command = alone(command, os.path.abspath(place))
             path = place
         starts.setdefault(path, [])
         entries.append(command)
@@ -81,9 +99,9 @@ def main():
     longest_first = sorted(starts, key=os.path.getsize, reverse=True)
     is_clean = True
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        for is_good, text in pool.map(lambda path: lint(folder, path, starts[path]), longest_first):
-            is_clean &= is_good
+        for text in pool.map(lambda path: lint(folder, path, starts[path]), longest_first):
             if text:
+                is_clean = False
                 print(text, flush=True)
     return 0 if is_clean else 1
 
