@@ -10,18 +10,15 @@
 #include "platform/base/CInvalidArgException.h"
 #include "platform/windows/CEdit.h"
 #include "tests/support/FormHost.h"
+#include "tests/support/HeadlessWindows.h"
 
-using tessalink::HeadlessSystem;
 using tessalink::test::FormHost;
 using tessalink::test::SizedItemUI;
+using tessalink::test::windows;
 
 namespace {
 
 using Note = FormHost::Note;
-
-HeadlessSystem& windows() {
-    return HeadlessSystem::Default();
-}
 
 // Items of 30 pixels in a client area of 100; the vertical bar shows.
 class FormScroll : public testing::Test {

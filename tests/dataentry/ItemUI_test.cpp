@@ -17,13 +17,14 @@
 #include "platform/graphics/RecordingDevice.h"
 #include "tests/support/Dice.h"
 #include "tests/support/FormHost.h"
+#include "tests/support/HeadlessWindows.h"
 #include "tests/support/HostServicesScope.h"
 
-using tessalink::HeadlessSystem;
 using tessalink::LocaleValues;
 using tessalink::test::Dice;
 using tessalink::test::FormHost;
 using tessalink::test::HostServicesScope;
+using tessalink::test::windows;
 
 namespace {
 
@@ -95,9 +96,9 @@ public:
     void Enter(const char* text) {
         CWnd* box = CWnd::GetFocus();
         static_cast<CEdit*>(box)->SetSel(0, -1);
-        if (*text == '\0') HeadlessSystem::Default().PressKey(VK_DELETE);
-        HeadlessSystem::Default().Type(text);
-        HeadlessSystem::Default().PressKey(VK_RETURN);
+        if (*text == '\0') windows().PressKey(VK_DELETE);
+        windows().Type(text);
+        windows().PressKey(VK_RETURN);
     }
     CString Box() const {
         CString text;
@@ -180,15 +181,15 @@ TEST(ItemUI, TimesAreStoredAsDigits) {
         EXPECT_TRUE(tessalink::clipboardText(cut) && cut == "00:0");
         keyed.Form().SetReadOnlyItem(0, 1);
         const CString kept = keyed.Box();
-        HeadlessSystem::Default().Type("1");
-        HeadlessSystem::Default().PressKey(VK_DELETE);
-        HeadlessSystem::Default().PressKey(VK_BACK);
+        windows().Type("1");
+        windows().PressKey(VK_DELETE);
+        windows().PressKey(VK_BACK);
         EXPECT_EQ(keyed.Box(), kept);
         keyed.Form().SetReadOnlyItem(0, 0);
-        HeadlessSystem::Default().SetClipboard("");
-        HeadlessSystem::Default().HoldKey(VK_SHIFT, true);
-        HeadlessSystem::Default().PressKey(VK_DELETE);
-        HeadlessSystem::Default().HoldKey(VK_SHIFT, false);
+        windows().SetClipboard("");
+        windows().HoldKey(VK_SHIFT, true);
+        windows().PressKey(VK_DELETE);
+        windows().HoldKey(VK_SHIFT, false);
         EXPECT_STREQ(keyed.Box(), shortFormat != 0 ? "__:__" : "__:__:__");
         EXPECT_TRUE(tessalink::clipboardText(cut) && cut == kept);
     }
@@ -223,8 +224,8 @@ TEST(ItemUI, ACommitAsksTellsAndShowsTheItemsOwnText) {
 
     // Escape drops what was typed.
     keyed.Host().answer = nullptr;
-    HeadlessSystem::Default().Type("3");
-    HeadlessSystem::Default().PressKey(VK_ESCAPE);
+    windows().Type("3");
+    windows().PressKey(VK_ESCAPE);
     EXPECT_STREQ(keyed.Box(), "");
     EXPECT_TRUE(keyed.Host().Taken().empty());
 }
@@ -258,7 +259,7 @@ TEST(ItemUI, PastesAreRefusedWhole) {
     for (const auto& c : cases) {
         Keyed keyed(new FloatDataEntryItem("x"), new FloatDataEntryUI(0, 6, 2, 0));
         beeps = 0;
-        HeadlessSystem::Default().SetClipboard(c.clipboard);
+        windows().SetClipboard(c.clipboard);
         CWnd::GetFocus()->SendMessage(WM_PASTE);
         EXPECT_STREQ(keyed.Box(), c.box) << c.clipboard;
         EXPECT_EQ(beeps, *c.box == '\0' ? 1 : 0) << c.clipboard;
@@ -280,8 +281,8 @@ TEST(ItemUI, ABoxIsShortenedWhateverItHas) {
     };
     for (const auto& c : cases) {
         Keyed keyed(c.item, c.ui);
-        HeadlessSystem::Default().PressKey(VK_END);
-        HeadlessSystem::Default().PressKey(VK_BACK);
+        windows().PressKey(VK_END);
+        windows().PressKey(VK_BACK);
         EXPECT_STREQ(keyed.Box(), c.box);
     }
 }
@@ -293,7 +294,7 @@ std::vector<std::string> drawnBy(DataEntryItemUI* ui, const std::function<DataEn
     for (int i = 0; i < 2; ++i) form.AddItem(make(), ui);
     form.Create(CRect(0, 0, 500, 300), 1, &host);
     tessalink::RecordingDevice device;
-    HeadlessSystem::Default().PaintAll(form, device);
+    windows().PaintAll(form, device);
     std::vector<std::string> drawn;
     for (const auto& primitive : device.Primitives()) {
         const bool isValue = primitive.kind == tessalink::Primitive::Kind::Text &&
@@ -359,12 +360,12 @@ TEST(ItemUI, InterfacesOfAHostsOwnShowWhatTheyOverride) {
 
 TEST(ItemUI, ControlReturnIsALineInALongText) {
     Keyed keyed(new TextDataEntryItem(nullptr, "t"), new TextDataEntryUI(0, 100, 3, 20));
-    HeadlessSystem::Default().Type("one");
-    HeadlessSystem::Default().HoldKey(VK_CONTROL, true);
-    HeadlessSystem::Default().PressKey(VK_RETURN);
-    HeadlessSystem::Default().HoldKey(VK_CONTROL, false);
-    HeadlessSystem::Default().Type("two");
-    HeadlessSystem::Default().PressKey(VK_RETURN);
+    windows().Type("one");
+    windows().HoldKey(VK_CONTROL, true);
+    windows().PressKey(VK_RETURN);
+    windows().HoldKey(VK_CONTROL, false);
+    windows().Type("two");
+    windows().PressKey(VK_RETURN);
     EXPECT_STREQ(keyed.As<TextDataEntryItem>().GetValue(), "one\r\ntwo");
 }
 
@@ -411,34 +412,34 @@ TEST(ItemUI, ChoosingByKeys) {
     {
         Keyed keyed(new IntegerDataEntryItem("c"), new CheckBoxItemUI("[A|a][B|b][C|cC]", 0));
         auto& item = keyed.As<IntegerDataEntryItem>();
-        HeadlessSystem::Default().Type("aC");
+        windows().Type("aC");
         EXPECT_EQ(item.GetValue(), 5);
-        HeadlessSystem::Default().Type("ac");
+        windows().Type("ac");
         EXPECT_EQ(item.IsNull(), 1) << "choosing twice takes back";
         EXPECT_EQ(keyed.Host().Taken().size(), 8U);
-        HeadlessSystem::Default().Type("A");
+        windows().Type("A");
         EXPECT_TRUE(keyed.Host().Taken().empty()) << "case counts";
         keyed.Form().SetReadOnlyItem(0, 1);
-        HeadlessSystem::Default().Type("a");
+        windows().Type("a");
         EXPECT_EQ(item.IsNull(), 1);
     }
     Keyed keyed(new IntegerDataEntryItem("r"), new RadioBtnItemUI("[Yes|y|1][No|n|0]", 0));
     auto& item = keyed.As<IntegerDataEntryItem>();
-    HeadlessSystem::Default().Type("y");
+    windows().Type("y");
     EXPECT_EQ(keyed.Host().Taken(), (std::vector<Note>{{1, 0}, {2, 0}, {6, 0}}));
-    HeadlessSystem::Default().Type("y");
+    windows().Type("y");
     EXPECT_EQ(keyed.Host().Taken(), (std::vector<Note>{{6, 0}})) << "nobody is asked";
-    HeadlessSystem::Default().Type("n");
+    windows().Type("n");
     EXPECT_EQ(item.GetValue(), 0) << "a code of 0 replaces another";
     keyed.Host().answer = [](const DATAENTRYCTL_NOTIFICATION&) -> LRESULT { return 1; };
-    HeadlessSystem::Default().Type("y");
+    windows().Type("y");
     EXPECT_EQ(item.GetValue(), 0);
     // Ctrl and an arrow lead to a response, the blank chooses it.
     keyed.Host().answer = nullptr;
-    HeadlessSystem::Default().HoldKey(VK_CONTROL, true);
-    HeadlessSystem::Default().PressKey(VK_RIGHT);
-    HeadlessSystem::Default().HoldKey(VK_CONTROL, false);
-    HeadlessSystem::Default().Type(" ");
+    windows().HoldKey(VK_CONTROL, true);
+    windows().PressKey(VK_RIGHT);
+    windows().HoldKey(VK_CONTROL, false);
+    windows().Type(" ");
     EXPECT_EQ(item.GetValue(), 1);
 }
 

@@ -6,15 +6,11 @@
 #include <utility>
 
 #include "platform/windows/CFrameWnd.h"
-#include "platform/windows/HeadlessSystem.h"
+#include "tests/support/HeadlessWindows.h"
 #include "tests/support/HostServicesScope.h"
 #include "tests/support/ListNote.h"
 
 namespace tessalink::test {
-
-inline HeadlessSystem& windows() {
-    return HeadlessSystem::Default();
-}
 
 /// A parent that writes down what its list tells, message boxes and bells, all in their order:
 /// "code item value", "3 answered/missing/total", "box TEXT" and "bell".

@@ -71,15 +71,14 @@ void Win32Window::create(const WindowSetup& setup) {
         m_edit->SetText(setup.text);
     } else {
         const std::wstring title = m_isTopLevel ? toPlatform(setup.text.View()) : L"";
-        ::CreateWindowExW(m_extendedStyle, Win32WindowSystem::Get().WindowClass(), title.c_str(),
-                          m_style, 0, 0, 0, 0, parent, nullptr, Win32WindowSystem::Get().Module(),
-                          this);
+        ::CreateWindowExW(m_extendedStyle, windows().WindowClass(), title.c_str(), m_style, 0, 0, 0,
+                          0, parent, nullptr, windows().Module(), this);
     }
     if (m_handle == nullptr) return;
     rescale();
     const CPoint corner = setup.rect.TopLeft();
     const bool isOpened = m_isTopLevel && !m_isPopup;
-    const int title = Win32WindowSystem::Get().Metric(SM_CYCAPTION);
+    const int title = windows().Metric(SM_CYCAPTION);
     place(isOpened ? placedWithin(setup.rect, roomAt(corner), title) : setup.rect);
 }
 
@@ -87,9 +86,9 @@ HWND Win32Window::create_field(HWND parent) {
     const bool isLow = m_edit && !m_edit->IsLow();
     const HWND field =
         ::CreateWindowExW(0, L"EDIT", L"", m_style | Win32Edit::PlatformStyle(m_fieldStyle, isLow),
-                          0, 0, 0, 0, parent, nullptr, Win32WindowSystem::Get().Module(), nullptr);
+                          0, 0, 0, 0, parent, nullptr, windows().Module(), nullptr);
     if (field == nullptr) return nullptr;
-    Win32WindowSystem::Get().Register(field, *this);
+    windows().Register(field, *this);
     m_base = reinterpret_cast<WNDPROC>(::SetWindowLongPtrW(
         field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Win32Window::Procedure)));
     return field;
@@ -109,8 +108,8 @@ void Win32Window::fit_field() {
     m_handle = field;
     ::EnableWindow(field, isEnabled ? TRUE : FALSE);
     ::SetWindowPos(field, before, 0, 0, 0, 0, cOnlyOrder | (isVisible ? SWP_SHOWWINDOW : 0));
-    if (hasFocus) Win32WindowSystem::Get().GiveFocus(field);
-    Win32WindowSystem::Get().Forget(before);
+    if (hasFocus) windows().GiveFocus(field);
+    windows().Forget(before);
     ::SetWindowLongPtrW(before, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_base));
     ::DestroyWindow(before);
 }
@@ -119,7 +118,7 @@ Win32Window::~Win32Window() {
     *m_link = nullptr;
     if (m_handle == nullptr) return;
     drop_focus();
-    Win32WindowSystem::Get().Forget(m_handle);
+    windows().Forget(m_handle);
     forgetAccessible(m_handle);
     if (m_base != nullptr) {
         ::SetWindowLongPtrW(m_handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_base));
@@ -131,7 +130,7 @@ Win32Window::~Win32Window() {
 void Win32Window::lost() {
     const HWND handle = std::exchange(m_handle, nullptr);
     *m_link = nullptr;
-    Win32WindowSystem::Get().Forget(handle);
+    windows().Forget(handle);
     forgetAccessible(handle);
     m_edit.reset();
     windowLost(m_owner);
@@ -144,10 +143,10 @@ LRESULT CALLBACK Win32Window::Procedure(HWND handle, UINT message, WPARAM wParam
         const auto& created = *reinterpret_cast<const CREATESTRUCTW*>(lParam);
         if (auto* const window = static_cast<Win32Window*>(created.lpCreateParams)) {
             window->m_handle = handle;
-            Win32WindowSystem::Get().Register(handle, *window);
+            windows().Register(handle, *window);
         }
     }
-    Win32Window* const window = Win32WindowSystem::Get().WindowOf(handle);
+    Win32Window* const window = windows().WindowOf(handle);
     if (window == nullptr) return ::DefWindowProcW(handle, message, wParam, lParam);
     const Received received = {message, wParam, lParam};
     const Reaction reaction = reaction_to(message);
@@ -296,8 +295,8 @@ std::optional<LRESULT> Win32Window::frame_painted(const Received& received) {
     CRect inside = whole;
     const int width = m_scale.Length(1);
     inside.DeflateRect(width, width);
-    const GdiHandle<HBRUSH> brush(::CreateSolidBrush(
-        Win32WindowSystem::Get().Color(isFocusedField ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW)));
+    const GdiHandle<HBRUSH> brush(
+        ::CreateSolidBrush(windows().Color(isFocusedField ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW)));
     const Region frame = Region(whole).Minus(Region(inside));
     for (const RECT& edge : frame.Rects()) ::FillRect(context, &edge, brush.get());
     ::ReleaseDC(m_handle, context);
@@ -315,7 +314,7 @@ void Win32Window::Show(bool show) {
 // The platform would lead the focus of what is hidden elsewhere by itself.
 void Win32Window::drop_focus() {
     const HWND focus = ::GetFocus();
-    if (focus == m_handle || ::IsChild(m_handle, focus) != 0) Win32WindowSystem::Get().DropFocus();
+    if (focus == m_handle || ::IsChild(m_handle, focus) != 0) windows().DropFocus();
 }
 
 void Win32Window::Enable(bool enable) {
@@ -363,7 +362,7 @@ std::optional<LRESULT> Win32Window::scale_changed(const Received& received) {
         ::SetWindowPos(m_handle, nullptr, wanted.left, wanted.top, wanted.Width(), wanted.Height(),
                        cOnlyPlace);
     }
-    Win32WindowSystem::Get().ScaleChanged();
+    windows().ScaleChanged();
     return 0;
 }
 
@@ -392,8 +391,7 @@ void Win32Window::ShowOutline(const CRect& rect) {
         HWND& bar = m_outline[i];
         if (bar == nullptr) {
             bar = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_CLIPSIBLINGS | SS_BLACKRECT, 0,
-                                    0, 0, 0, m_handle, nullptr, Win32WindowSystem::Get().Module(),
-                                    nullptr);
+                                    0, 0, 0, m_handle, nullptr, windows().Module(), nullptr);
         }
         const UINT shown = rect.IsRectEmpty() ? SWP_HIDEWINDOW : SWP_SHOWWINDOW;
         ::SetWindowPos(bar, HWND_TOP, bars[i].left, bars[i].top, bars[i].Width(), bars[i].Height(),
@@ -469,7 +467,7 @@ std::optional<LRESULT> Win32Window::paint(const Received&) {
 
 void Win32Window::paint_area(HDC screen, const CRect& pixels, const Region& units) {
     const int dpi = m_scale.Dpi();
-    BackBuffer& buffer = Win32WindowSystem::Get().Buffer();
+    BackBuffer& buffer = windows().Buffer();
     const HDC memory = buffer.Begin(screen, pixels.Size());
     if (memory == nullptr) {
         DcDevice device(screen, dpi);
@@ -502,7 +500,7 @@ LRESULT Win32Window::FieldColors(HDC context) {
 }
 
 std::optional<LRESULT> Win32Window::child_told(const Received& received) {
-    return Win32WindowSystem::Get().ChildTold(received.message, received.wParam, received.lParam);
+    return windows().ChildTold(received.message, received.wParam, received.lParam);
 }
 
 // By the menu of the field, or by other programs.
@@ -528,7 +526,7 @@ void Win32Window::NotifyAccessible(AccessibleEvent event, int child, const CStri
     // Fields tell of themselves.
     if (m_handle == nullptr || m_edit) return;
     if (event == AccessibleEvent::Focus) {
-        Win32Window* const focused = Win32WindowSystem::Get().WindowOf(::GetFocus());
+        Win32Window* const focused = windows().WindowOf(::GetFocus());
         if (focused != nullptr && focused->m_edit) return focused->stand_for(child);
     }
     const bool isAnnouncement = event == AccessibleEvent::Announcement;

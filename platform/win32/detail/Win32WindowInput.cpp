@@ -89,15 +89,14 @@ std::optional<LRESULT> Win32Window::focus_came(const Received& received) {
         m_part.reset();
         ::RedrawWindow(m_handle, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
     }
-    if (Win32WindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return answer;
+    if (windows().IgnoresFocus() || CWnd::GetFocus() == &m_owner) return answer;
     if (::IsWindowVisible(m_handle) == 0) {
         // The field that had it before is hidden now.
         const HWND entry = platformWindow(tabEntryOf(m_owner));
         if (entry != nullptr && entry != m_handle) ::SetFocus(entry);
         return answer;
     }
-    if (const std::optional<bool> isBack = Win32WindowSystem::Get().TabDirection())
-        m_owner.EnterByTab(*isBack);
+    if (const std::optional<bool> isBack = windows().TabDirection()) m_owner.EnterByTab(*isBack);
     if (*link != nullptr) focusMoved(&m_owner);
     return answer;
 }
@@ -107,10 +106,10 @@ std::optional<LRESULT> Win32Window::focus_left(const Received& received) {
     const LRESULT answer = m_edit ? by_default(received) : 0;
     if (*link == nullptr) return answer;
     if (m_edit) ::RedrawWindow(m_handle, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
-    if (Win32WindowSystem::Get().IgnoresFocus() || CWnd::GetFocus() != &m_owner) return answer;
+    if (windows().IgnoresFocus() || CWnd::GetFocus() != &m_owner) return answer;
     // The window that has the focus now tells it itself.
     const HWND next = reinterpret_cast<HWND>(received.wParam);
-    if (Win32WindowSystem::Get().WindowOf(next) != nullptr) return answer;
+    if (windows().WindowOf(next) != nullptr) return answer;
     focusMoved(nullptr);
     return answer;
 }
@@ -125,8 +124,7 @@ std::optional<LRESULT> Win32Window::activated(const Received& received) {
         return std::nullopt;
     }
     const HWND target = std::exchange(m_focusToRestore, nullptr);
-    if (target == nullptr || Win32WindowSystem::Get().WindowOf(target) == nullptr)
-        return std::nullopt;
+    if (target == nullptr || windows().WindowOf(target) == nullptr) return std::nullopt;
     ::SetFocus(target);
     return 0;
 }
@@ -183,7 +181,7 @@ std::optional<LRESULT> Win32Window::mouse(const Received& received) {
 
 std::optional<LRESULT> Win32Window::wheel(const Received& received) {
     const int delta = static_cast<short>(HIWORD(received.wParam));
-    const short told = m_wheel.Told(delta, Win32WindowSystem::Get().WheelLines());
+    const short told = m_wheel.Told(delta, windows().WheelLines());
     if (told == 0) return 0;
     const WPARAM wParam = MAKEWPARAM(buttonsOf(received.wParam), static_cast<WORD>(told));
     const WindowLink link = m_link;
@@ -194,8 +192,7 @@ std::optional<LRESULT> Win32Window::wheel(const Received& received) {
     const CWnd* outermost = &m_owner;
     while (outermost->GetParent() != nullptr) outermost = outermost->GetParent();
     const HWND host = platformWindow(*outermost);
-    const HWND around =
-        host != nullptr && Win32WindowSystem::Get().WindowOf(host) == nullptr ? host : nullptr;
+    const HWND around = host != nullptr && windows().WindowOf(host) == nullptr ? host : nullptr;
     return around != nullptr
                ? ::SendMessageW(around, WM_MOUSEWHEEL, received.wParam, received.lParam)
                : 0;

@@ -99,4 +99,8 @@ private:
     Measures m_screen;
 };
 
+inline Win32WindowSystem& windows() {
+    return Win32WindowSystem::Get();
+}
+
 }  // namespace tessalink::detail

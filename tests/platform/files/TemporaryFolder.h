@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/files/PathText.h"
+
 // A folder of its own for one test, removed with all its contents.
 class TemporaryFolder {
 public:
@@ -31,11 +33,11 @@ public:
     std::string Path(const std::string& name) const { return (m_path / name).generic_string(); }
 
     std::string Write(const std::string& name, const std::string& contents) const {
-        std::ofstream(m_path / name, std::ios::binary) << contents;
+        std::ofstream(tessalink::pathOf(Path(name)), std::ios::binary) << contents;
         return Path(name);
     }
     std::string Read(const std::string& name) const {
-        std::ifstream file(m_path / name, std::ios::binary);
+        std::ifstream file(tessalink::pathOf(Path(name)), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
     std::vector<std::string> Names() const {

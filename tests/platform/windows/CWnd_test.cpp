@@ -9,20 +9,16 @@
 
 #include "platform/windows/CEdit.h"
 #include "platform/windows/CFrameWnd.h"
-#include "platform/windows/HeadlessSystem.h"
 #include "platform/windows/WindowSystem.h"
 #include "platform/windows/WindowText.h"
 #include "tests/support/Dice.h"
+#include "tests/support/HeadlessWindows.h"
 #include "tests/support/HostServicesScope.h"
 
-using tessalink::HeadlessSystem;
 using tessalink::test::Dice;
+using tessalink::test::windows;
 
 namespace {
-
-HeadlessSystem& windows() {
-    return HeadlessSystem::Default();
-}
 
 // Notes its messages under a name.
 class Noted : public CWnd {

@@ -15,22 +15,18 @@
 #include "graphs/profile/windows/ProfileGraphCtl4.h"
 #include "platform/graphics/RecordingDevice.h"
 #include "platform/windows/CFrameWnd.h"
-#include "platform/windows/HeadlessSystem.h"
 #include "tests/support/Dice.h"
 #include "tests/support/GraphRun.h"
+#include "tests/support/HeadlessWindows.h"
 
-using tessalink::HeadlessSystem;
 using tessalink::test::cMissing;
 using tessalink::test::row;
 using tessalink::test::Shown;
+using tessalink::test::windows;
 
 namespace {
 
 const CRect cPlace(20, 30, 620, 430);
-
-HeadlessSystem& windows() {
-    return HeadlessSystem::Default();
-}
 
 double* scores(std::initializer_list<double> values) {
     auto* array = new double[values.size()];
