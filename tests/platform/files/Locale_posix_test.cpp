@@ -15,7 +15,7 @@
 namespace tessalink::test {
 namespace {
 
-constexpr const char* cDefault = "[:] 24 [/] MDY .";
+constexpr const char* cDefaultLocale = "[:] 24 [/] MDY .";
 
 /// In a process of its own: the values under these settings of the environment; a category is
 /// `bad` whose setting names no locale.
@@ -42,7 +42,7 @@ void expectValues(const std::string& folder, const char* variable, const char* n
 TEST(Locale, SettingsThatTheSystemLacksGiveTheDefault) {
     const TemporaryFolder folder;
     for (const char* const name : {"C", "POSIX", "", "xx_YY.UTF-8", "../../etc", "\xFF"}) {
-        expectValues(folder.Path(""), "LC_ALL", name, cDefault);
+        expectValues(folder.Path(""), "LC_ALL", name, cDefaultLocale);
     }
 }
 

@@ -10,21 +10,13 @@
 #include "platform/files/FilePlace.h"
 #include "platform/files/LockFile.h"
 #include "platform/files/detail/NetworkFileSystems.h"
+#include "tests/platform/files/LockAttempt.h"
 #include "tests/platform/files/TemporaryFolder.h"
 
 namespace {
 
 using tessalink::LockFile;
-
-/// The lock; nothing when another has it.
-std::optional<LockFile> take(const std::string& path) {
-    try {
-        return LockFile(path.c_str());
-    } catch (const CFileException& error) {
-        EXPECT_EQ(error.m_cause, CFileException::sharingViolation);
-        return std::nullopt;
-    }
-}
+using tessalink::test::takeLock;
 
 TEST(LockFile, IsItsOwnersToRead) {
     const TemporaryFolder folder;
@@ -43,7 +35,7 @@ TEST(LockFile, NeverHasTwoOwnersHoweverTheyCome) {
         if (::fork() != 0) continue;
         int owned = 0;
         while (owned < rounds) {
-            const auto lock = take(path);
+            const auto lock = takeLock(path);
             if (!lock) continue;
             ++owned;
             // Who owns the lock may make this folder, and nobody else has.

@@ -20,7 +20,7 @@
 namespace tessalink::test {
 namespace {
 
-HostServices quietServices() {
+HostServices silentServices() {
     useQt();
     HostServices services = hostServices();
     services.beep = [](UINT) {};
@@ -123,7 +123,7 @@ using Cards = states::ControlStates<QtLook>;
 
 class States : public testing::Test {
 protected:
-    States() : m_services(quietServices()) {}
+    States() : m_services(silentServices()) {}
     ~States() override { QtLook::Settle(); }
 
 private:
