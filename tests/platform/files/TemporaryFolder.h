@@ -30,7 +30,10 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string Path(const std::string& name) const { return (m_path / name).generic_string(); }
+    std::string Path(const std::string& name) const {
+        const std::u8string path = (m_path / tessalink::pathOf(name)).generic_u8string();
+        return {path.begin(), path.end()};
+    }
 
     std::string Write(const std::string& name, const std::string& contents) const {
         std::ofstream(tessalink::pathOf(Path(name)), std::ios::binary) << contents;
