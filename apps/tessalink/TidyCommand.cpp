@@ -11,7 +11,7 @@ namespace tessalink::cli {
 
 namespace {
 
-constexpr std::size_t cMessageBuffer = 64 * 1024;
+constexpr std::size_t cMessageBuffer = std::size_t{64} * 1024;
 
 /// Tells what tidying finds, and remembers whether something is left to do.
 class FindingPrinter {

@@ -196,11 +196,13 @@ bool CommandJoiner::take_markup(const RtfPiece& piece) {
     return true;
 }
 
-/// Takes the empty group that ends a command; its start is the tail.
+/// Takes the empty group that ends a command, or its word before the parentheses; its start is the
+/// tail.
 bool CommandJoiner::take_empty_group(std::string_view raw) {
     if (m_state == State::linkWord) finish_link();
     if (m_state == State::word) finish_word();
-    const bool canEnd = m_state == State::complete || m_state == State::swallow;
+    const bool canEnd =
+        m_state == State::complete || m_state == State::swallow || m_state == State::parenthesis;
     if (!canEnd || m_end.raw != m_charEnd) {
         close_off(nullptr);
         return false;

@@ -7,14 +7,13 @@
 #include <QScrollBar>
 #include <QtTest>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include "examples/firsthour/CopingDialog.h"
 #include "platform/base/HostServices.h"
 #include "platform/qt/UseQt.h"
+#include "tests/platform/files/TemporaryFolder.h"
 
 namespace tessalink::test {
 namespace {
@@ -22,17 +21,11 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-std::string textOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 class FirstHour : public testing::Test {
 protected:
     void SetUp() override {
-        fs::remove_all(m_folder);
-        fs::copy(fs::path(TESSALINK_SOURCE_DIR) / "examples" / "firsthour", m_folder);
-        fs::current_path(m_folder);
+        fs::copy(fs::path(TESSALINK_SOURCE_DIR) / "examples" / "firsthour", m_folder.Path(""));
+        fs::current_path(m_folder.Path(""));
         useQt();
         HostServices services = hostServices();
         services.messageBox = [this](const char* text, UINT) {
@@ -50,7 +43,6 @@ protected:
         m_dialog.reset();
         setHostServices({});
         fs::current_path(m_before);
-        fs::remove_all(m_folder);
     }
 
     static void Key(const char* entry) {
@@ -62,7 +54,7 @@ protected:
     }
 
     const fs::path m_before = fs::current_path();
-    const fs::path m_folder = fs::path(testing::TempDir()) / "first_hour";
+    const TemporaryFolder m_folder;
     std::string m_messages;
     std::unique_ptr<CopingDialog> m_dialog;
 };
@@ -77,7 +69,7 @@ TEST_F(FirstHour, OkAsksForWhatIsEmptyThenWritesTheReport) {
     m_dialog->accept();  // keeps what is open
     EXPECT_EQ(m_dialog->result(), QDialog::Accepted);
     EXPECT_FALSE(m_dialog->isVisible());
-    const std::string report = textOf("report.rtf");
+    const std::string report = m_folder.Read("report.rtf");
     EXPECT_THAT(report, HasSubstr("{\\b Ann \\{Example\\}}, 34 years"));
     EXPECT_THAT(report, HasSubstr("Support: 9 of 20 points, T 44 (37-51)"));
     EXPECT_THAT(report, HasSubstr("Rumination: 17 of 20 points, T 66 (60-72)"));
@@ -85,9 +77,9 @@ TEST_F(FirstHour, OkAsksForWhatIsEmptyThenWritesTheReport) {
 }
 
 TEST_F(FirstHour, AFaultIsShownWithItsPlaceAndLeavesTheDialogOpen) {
-    std::string text = textOf("coping.rtf");
+    std::string text = m_folder.Read("coping.rtf");
     text.replace(text.find("@Support_T"), 10, "@Suport_T");
-    std::ofstream("coping.rtf", std::ios::binary) << text;
+    m_folder.Write("coping.rtf", text);
     KeyAll();
     m_dialog->accept();
     EXPECT_EQ(m_messages, "coping.rtf:5:35: Undefined variable 'Suport_T' found!");

@@ -84,6 +84,7 @@ const std::vector<JoinedCase> cJoined = {
     {"@ENDIF \\{\\}", "@ENDIF \\{\\}"},
     {"@Na{}{\\b me}", "@Na{}{\\b me}"},
     {"@Name\\{x", "@Name\\{x"},
+    {"@{LET{}(a=1)}", "@LET{}{(a=1)}"},
     // No commands.
     {"a @ b @", "a @ b @"},
     {"ann\\'40x}{.org \\u64 @x", "ann\\'40x}{.org \\u64 @x"},
