@@ -224,7 +224,7 @@ TEST_F(BatchCommand, MakesPdfAndGoesOnAfterASignal) {
     folder.Write("bin/soffice",
                  "#!/bin/sh\nwhile [ $# -gt 0 ]; do case $1 in --outdir) out=$2; shift;; "
                  "*bad*) ;; *.rtf) mkdir -p \"$out\"; b=$(basename \"$1\" .rtf); echo pdf "
-                 ">\"$out/$b.pdf\";; esac; shift; done; sleep 1\n");
+                 ">\"$out/$b.pdf\";; esac; shift; done; sleep $OFFICE_SECONDS\n");
     fs::permissions(folder.Path("bin/soffice"), fs::perms::owner_all);
     const Strings options = {"-o",    "out",        "--report", "a",
                              "--pdf", "--progress", "bar",      "--resume"};
@@ -235,7 +235,8 @@ TEST_F(BatchCommand, MakesPdfAndGoesOnAfterASignal) {
         EXPECT_NE(without.err.find("--pdf needs LibreOffice"), std::string::npos) << without.err;
     }
     const PathScope path(folder.Path("bin") + ":/usr/bin:/bin");
-    Strings interrupted = {"/usr/bin/timeout", "-s",    "TERM", "0.5",
+    setVariable("OFFICE_SECONDS", "3");  // longer than the time that ends the first run
+    Strings interrupted = {"/usr/bin/timeout", "-s",    "TERM", "2",
                            TESSALINK_CLI,      "batch", "q",    "r.csv"};
     interrupted.insert(interrupted.end(), options.begin(), options.end());
     Setting setting;
@@ -243,6 +244,7 @@ TEST_F(BatchCommand, MakesPdfAndGoesOnAfterASignal) {
     const Finished ended = runProgram(interrupted, setting);
     EXPECT_EQ(ended.exitCode, 124);
     EXPECT_NE(ended.err.find("respondents, "), std::string::npos) << ended.err;
+    setVariable("OFFICE_SECONDS", "0");
     const Finished run = Batch(options);
     EXPECT_EQ(run.exitCode, 1) << run.err;
     const Files files = resultsIn(folder.Path("out"));

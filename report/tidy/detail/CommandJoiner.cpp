@@ -626,6 +626,7 @@ bool CommandJoiner::is_within() const {
 }
 
 void CommandJoiner::close() {
+    if (m_end.raw > TemplateTidier::cMaxLength) m_fault = cTooLong;
     if (m_fault) {
         m_output += m_raw;
         tell(m_raw, {});

@@ -78,7 +78,9 @@ char keyOfByte(char byte) {
     return code < firstOfPage ? keyOf(code, cTypedCharacters) : keyOf(code, cTypedBytes);
 }
 
-RtfReader::RtfReader(CFile& file) : m_file(file), m_block(cBlockSize + cSlack) {
+RtfReader::RtfReader(CFile& file)
+    : m_file(file),
+      m_block(cSlack + (file.GetLength() < cSmallBlockSize ? cSmallBlockSize : cBlockSize)) {
     m_file.SeekToBegin();
 }
 
@@ -87,7 +89,7 @@ void RtfReader::fill() {
     std::memmove(m_block.data(), m_block.data() + m_next, left);
     m_blockStart += m_next;
     m_next = 0;
-    const std::size_t room = cBlockSize - left;
+    const std::size_t room = m_block.size() - cSlack - left;
     const std::size_t count = m_file.Read(m_block.data() + left, room);
     m_isLast = count < room;
     m_end = left + count;

@@ -66,7 +66,8 @@ public:
     bool WasTooDeep() const { return m_wasTooDeep; }
 
 private:
-    static constexpr std::size_t cBlockSize = std::size_t{1} << 16;
+    static constexpr std::size_t cBlockSize = std::size_t{1} << 18;
+    static constexpr std::size_t cSmallBlockSize = std::size_t{1} << 16;  ///< for short files
     static constexpr std::size_t cLongestToken = 64;  ///< letters, number and delimiter of a word
     static constexpr std::size_t cSlack = 16;
 
