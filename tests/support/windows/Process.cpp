@@ -27,6 +27,19 @@ HANDLE openStream(const std::string& path, bool reads) {
                          reads ? OPEN_EXISTING : OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+/// Of very many starts wine fails in one, with an error of its own: then once more.
+BOOL startProcess(const std::wstring& program, std::wstring& command, const std::wstring& folder,
+                  STARTUPINFOW& start, PROCESS_INFORMATION& process) {
+    constexpr int cMostAttempts = 3;
+    for (int attempt = 1;; ++attempt) {
+        const BOOL started =
+            ::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE,
+                             CREATE_NO_WINDOW, nullptr, folder.c_str(), &start, &process);
+        const bool isOwnFault = started == 0 && ::GetLastError() == ERROR_INTERNAL_ERROR;
+        if (!isOwnFault || attempt == cMostAttempts) return started;
+    }
+}
+
 }  // namespace
 
 Finished runProgram(const std::vector<std::string>& arguments, const Setting& setting) {
@@ -48,9 +61,7 @@ Finished runProgram(const std::vector<std::string>& arguments, const Setting& se
     std::wstring command = wide(line);
     const std::wstring folder = std::filesystem::absolute(wide(setting.folder)).wstring();
     PROCESS_INFORMATION process{};
-    const BOOL started =
-        ::CreateProcessW(wide(arguments[0]).c_str(), command.data(), nullptr, nullptr, TRUE,
-                         CREATE_NO_WINDOW, nullptr, folder.c_str(), &start, &process);
+    const BOOL started = startProcess(wide(arguments[0]), command, folder, start, process);
     EXPECT_NE(started, 0) << arguments[0] << ": system code " << ::GetLastError();
     for (const HANDLE stream : {start.hStdInput, start.hStdOutput, start.hStdError}) {
         ::CloseHandle(stream);
