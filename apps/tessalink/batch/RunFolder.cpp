@@ -53,7 +53,7 @@ RunFolder::RunFolder(const std::string& folder, const std::string& name)
 }
 
 RunFolder::~RunFolder() {
-    m_lock.Abort();  // systems keep a file that is open, and its folder
+    m_lock.Abort();  // Windows would keep a file that is open, and its folder
     std::error_code ignored;
     fs::remove_all(m_own, ignored);
 }
